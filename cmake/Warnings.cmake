@@ -1,0 +1,12 @@
+# SPDX-FileCopyrightText: The OVSearch developers
+# SPDX-License-Identifier: MIT
+# What every target of ours is compiled with. Linked PRIVATE, so that an installed
+# header never forces our warnings on somebody else's build.
+add_library(ov_warnings INTERFACE)
+target_compile_options(ov_warnings INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror)
+if(OVSEARCH_SANITIZE)
+    target_compile_options(ov_warnings INTERFACE
+        -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_link_options(ov_warnings INTERFACE -fsanitize=address,undefined)
+endif()

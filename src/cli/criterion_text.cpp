@@ -1,0 +1,231 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#include "cli/criterion_text.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <optional>
+#include <vector>
+
+#include "dictation/field_codes.h"
+#include "dictation/field_date.h"
+#include "platform/locale.h"
+#include "platform/text.h"
+#include "support/numbers.h"
+
+namespace ov::cli {
+
+namespace {
+
+using modDictation::FieldDefinition;
+using modDictation::ValueType;
+
+struct OperatorWord {
+    std::string_view word;
+    std::int32_t operatorId;
+};
+
+// A word may stand for several operators; of those a field offers one at most.
+constexpr std::array<OperatorWord, 39> words = {{
+    {"contains", 17},   {"is", 18},           {"is", 25},         {"is", 13},
+    {"not-contains", 19}, {"is-empty", 20},   {"is-not-empty", 21}, {"yesterday", 2},
+    {"today", 3},       {"tomorrow", 4},      {"last-7-days", 5}, {"next-7-days", 6},
+    {"last-week", 7},   {"this-week", 8},     {"next-week", 9},   {"last-month", 10},
+    {"this-month", 11}, {"next-month", 12},   {"on", 13},         {"on-or-after", 14},
+    {"on-or-before", 15}, {"between", 16},    {"between", 30},    {"between", 31},
+    {"=", 25},          {"=", 18},            {"=", 13},          {"!=", 24},
+    {">=", 27},         {">=", 14},           {"<=", 26},         {"<=", 15},
+    {">", 28},          {"<", 29},            {"marked", 32},     {"not-marked", 33},
+    {"is-not", 24},     {"at-least", 27},     {"at-most", 26},
+}};
+
+std::string_view takeToken(std::string_view& text) {
+    const std::size_t start = std::min(text.find_first_not_of(" \t"), text.size());
+    text.remove_prefix(start);
+    const std::size_t end = std::min(text.find_first_of(" \t"), text.size());
+    const std::string_view token = text.substr(0, end);
+    text.remove_prefix(end);
+    return token;
+}
+
+std::string_view trimmed(std::string_view text) {
+    const std::size_t first = text.find_first_not_of(" \t");
+    if (first == std::string_view::npos)
+        return {};
+    return text.substr(first, text.find_last_not_of(" \t") - first + 1);
+}
+
+std::string lowerCase(std::string_view text) {
+    std::string lower(text);
+    for (char& c : lower)
+        if (c >= 'A' && c <= 'Z')
+            c = static_cast<char>(c + ('a' - 'A'));
+    return lower;
+}
+
+bool offers(const FieldDefinition& field, std::int32_t operatorId) {
+    const auto offered = modDictation::offeredOperators(field.valueType);
+    return std::find(offered.begin(), offered.end(), operatorId) != offered.end();
+}
+
+std::optional<std::int32_t> findOperator(const FieldDefinition& field, std::string_view token) {
+    const std::string word = lowerCase(token);
+    for (const OperatorWord& candidate : words)
+        if (candidate.word == word && offers(field, candidate.operatorId))
+            return candidate.operatorId;
+    if (isAllDigits(token) && offers(field, leadingInt32(token)))
+        return leadingInt32(token);
+    return std::nullopt;
+}
+
+// The second status has no list of its own in the editor; it takes the same codes.
+std::span<const std::int32_t> codesOf(const FieldDefinition& field) {
+    constexpr std::int32_t statusField = 2;
+    const bool isStatus = field.valueType == ValueType::status;
+    return modDictation::offeredCodes(isStatus ? statusField : field.id);
+}
+
+std::string codeList(const FieldDefinition& field) {
+    std::string list;
+    for (const std::int32_t code : codesOf(field)) {
+        const std::string_view word = modDictation::codeWord(code);
+        list += list.empty() ? "" : ", ";
+        list += std::to_string(code);
+        if (!word.empty())
+            list.append(" ").append(word);
+        list.append(" (").append(modDictation::GetStatusText(code)).append(")");
+    }
+    return list;
+}
+
+std::optional<std::string> codeValue(const FieldDefinition& field, std::string_view text) {
+    for (const std::int32_t code : codesOf(field)) {
+        const bool same =
+            text == std::to_string(code) ||
+            platform::equalsIgnoringCase(text, modDictation::codeWord(code)) ||
+            platform::equalsIgnoringCase(text, modDictation::GetStatusText(code));
+        if (same)
+            return std::to_string(code);
+    }
+    return std::nullopt;
+}
+
+std::optional<std::string> dateValue(std::string_view text) {
+    const auto date = platform::parseDate(text);
+    return date ? std::optional(platform::formatShortDate(*date)) : std::nullopt;
+}
+
+std::optional<std::string> timeValue(std::string_view text) {
+    const auto seconds = modDictation::readSeconds(text);
+    if (!seconds)
+        return std::nullopt;
+    std::array<char, 32> time{};
+    const int length = std::snprintf(time.data(), time.size(), "%02d:%02d:%02d", *seconds / 3600,
+                                     *seconds / 60 % 60, *seconds % 60);
+    return std::string(time.data(), static_cast<std::size_t>(length));
+}
+
+// The value as a criteria string stores it; nothing for one that the field cannot have.
+std::optional<std::string> storedValue(const FieldDefinition& field, std::string_view text) {
+    switch (field.valueType) {
+    case ValueType::date:
+        return dateValue(text);
+    case ValueType::time:
+        return timeValue(text);
+    case ValueType::number:
+        return leadingNumber(text) != 0 || text.starts_with('0') ? std::optional<std::string>(text)
+                                                                 : std::nullopt;
+    case ValueType::code:
+    case ValueType::status:
+    case ValueType::priority:
+    case ValueType::flag:
+        return codeValue(field, text);
+    default:
+        return std::string(text);
+    }
+}
+
+std::string whatIsExpected(const FieldDefinition& field) {
+    switch (field.valueType) {
+    case ValueType::date:
+        return "a date such as 2026-11-21 or " + platform::formatShortDate({2026, 11, 21});
+    case ValueType::time:
+        return "a time such as 00:05:00";
+    case ValueType::number:
+        return "a number";
+    case ValueType::code:
+    case ValueType::status:
+    case ValueType::priority:
+    case ValueType::flag:
+        return "one of " + codeList(field);
+    default:
+        return "a text";
+    }
+}
+
+ParsedCriterion failure(std::string error) { return {{}, std::move(error)}; }
+
+ParsedCriterion withValues(modDictation::Criterion criterion, const FieldDefinition& field,
+                           std::string_view rest) {
+    const int count = modDictation::operatorValueCount(criterion.Operator);
+    std::vector<std::string_view> values;
+    if (count == 0 && !rest.empty())
+        return failure("this operator takes no value, but \"" + std::string(rest) + "\" follows");
+    if (count == 1)
+        values = {rest};
+    if (count == 2) {
+        const std::size_t dots = rest.find("..");
+        if (dots == std::string_view::npos)
+            return failure("this operator takes two values: A..B");
+        values = {trimmed(rest.substr(0, dots)), trimmed(rest.substr(dots + 2))};
+    }
+    std::array<std::string*, 2> targets = {&criterion.Value1, &criterion.Value2};
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        const auto stored = values[i].empty() ? std::nullopt : storedValue(field, values[i]);
+        if (!stored || stored->find(modDictation::criteriaSeparator) != std::string::npos)
+            return failure('"' + std::string(values[i]) + "\" is not " + whatIsExpected(field));
+        *targets[i] = *stored;
+    }
+    return {criterion, {}};
+}
+
+} // namespace
+
+ParsedCriterion parseCriterion(std::string_view text) {
+    std::string_view rest = text;
+    const std::string_view fieldToken = takeToken(rest);
+    const std::string_view operatorToken = takeToken(rest);
+    const std::int32_t id = modDictation::fieldIdOfKey(lowerCase(fieldToken));
+    if (id <= modDictation::noField)
+        return failure("there is no field \"" + std::string(fieldToken) +
+                       "\"; fields are: " + fieldKeys());
+    const FieldDefinition& field = modDictation::fieldDefinition(id);
+    const auto operatorId = findOperator(field, operatorToken);
+    if (!operatorId)
+        return failure("field \"" + std::string(fieldToken) + "\" has no operator \"" +
+                       std::string(operatorToken) + "\"; it offers: " + operatorWords(id));
+    return withValues({id, *operatorId, {}, {}}, field, trimmed(rest));
+}
+
+std::string operatorWords(std::int32_t field) {
+    const FieldDefinition& definition = modDictation::fieldDefinition(field);
+    std::string list;
+    for (const std::int32_t operatorId : modDictation::offeredOperators(definition.valueType))
+        for (const OperatorWord& candidate : words)
+            if (candidate.operatorId == operatorId &&
+                findOperator(definition, candidate.word) == operatorId)
+                list.append(list.empty() ? "" : ", ").append(candidate.word);
+    return list;
+}
+
+std::string fieldKeys() {
+    std::string list;
+    for (const FieldDefinition& field : modDictation::fieldDefinitions())
+        if (!field.key.empty())
+            list.append(list.empty() ? "" : ", ").append(field.key);
+    return list;
+}
+
+} // namespace ov::cli

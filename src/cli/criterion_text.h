@@ -1,0 +1,38 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "dictation/criterion.h"
+
+// Criteria as they are typed in a terminal:
+//
+//   criterion = FIELD blank OPERATOR [ blank VALUE ]
+//   FIELD     = a key of the field table ("author") or a field id
+//   OPERATOR  = a word ("contains", ">=", "this-week") or an operator id
+//   VALUE     = the rest of the text; "A..B" for operators that take two values
+//
+// A word stands for the operator that the field's value type offers: "is" is another one for text
+// than for dates. Dates are ISO (2026-11-21) or in the locale's form; times are HH:MM or
+// HH:MM:SS; codes are a number, the word that file names carry (ROH, HOCH) or the shown text.
+
+namespace ov::cli {
+
+struct ParsedCriterion {
+    modDictation::Criterion criterion;
+    std::string error; // what is wrong and what may stand there; empty when nothing is
+    bool ok() const noexcept { return error.empty(); }
+};
+
+ParsedCriterion parseCriterion(std::string_view text);
+
+// The words for the operators that a field offers, as a list for a person: "contains, is, ...".
+std::string operatorWords(std::int32_t field);
+
+// The keys of all fields, as a list for a person.
+std::string fieldKeys();
+
+} // namespace ov::cli

@@ -1,0 +1,41 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#include "cli/demo_command.h"
+
+#include <cstdio>
+
+#include "cli/demo_store.h"
+#include "cli/messages.h"
+#include "cli/terminal_interface.h"
+#include "platform/files.h"
+#include "platform/locale.h"
+#include "support/modFilePath.h"
+
+namespace ov::cli {
+
+ExitCode runDemo(const std::string& directory, int count, std::uint32_t seed,
+                 TerminalInterface& terminal) {
+    DemoOptions options;
+    options.directory = modFilePath::AddBackslash(platform::fromNativePath(directory));
+    options.count = count;
+    options.seed = seed;
+    options.today = platform::now();
+    const DemoResult result = writeDemoStore(options, [&terminal](int done, int total) {
+        terminal.showProgress(std::to_string(done) + " of " + std::to_string(total) +
+                              " dictations");
+        return !terminal.interrupted();
+    });
+    terminal.clearProgress();
+    if (!result.status.ok()) {
+        complain(result.status.description());
+        return ExitCode::unreadable;
+    }
+    if (terminal.interrupted())
+        complain("stopped");
+    static_cast<void>(std::printf("%d dictations in %s\n", result.written,
+                                  platform::toNativePath(options.directory).c_str()));
+    return ExitCode::found;
+}
+
+} // namespace ov::cli

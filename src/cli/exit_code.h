@@ -1,0 +1,17 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+// Exit codes, the same for every command.
+
+namespace ov::cli {
+
+enum class ExitCode {
+    found = 0,
+    nothingFound = 1,
+    usage = 2,
+    unreadable = 3, // the store or a file; the message says which and why
+};
+
+} // namespace ov::cli

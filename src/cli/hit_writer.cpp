@@ -1,0 +1,216 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#include "cli/hit_writer.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstring>
+#include <utility>
+
+#include <nlohmann/json.hpp>
+
+#include "cli/shown_text.h"
+#include "dictation/dictation_record.h"
+#include "dictation/field_table.h"
+#include "dictation/field_values.h"
+#include "platform/files.h"
+#include "platform/text.h"
+
+namespace ov::cli {
+
+namespace {
+
+std::string nativePath(std::string_view directory, std::string_view fileName) {
+    return platform::toNativePath(std::string(directory).append(fileName));
+}
+
+std::string columnText(const Column& column, std::string_view directory,
+                       std::string_view fileName) {
+    if (column.field == pathColumn)
+        return nativePath(directory, fileName);
+    std::string buffer;
+    return modDictation::fieldText(column.field, directory,
+                                   modDictation::dictationName(fileName, buffer));
+}
+
+class PathsWriter final : public HitWriter {
+public:
+    PathsWriter(Output& output, bool escaped, bool zeroEnded)
+        : output_(output), escaped_(escaped && !zeroEnded), end_(zeroEnded ? '\0' : '\n') {}
+
+    void write(std::string_view directory, std::string_view fileName) override {
+        std::string line = nativePath(directory, fileName);
+        if (escaped_)
+            line = shownText(line);
+        line.push_back(end_);
+        output_.write(line);
+    }
+
+private:
+    Output& output_;
+    bool escaped_;
+    char end_;
+};
+
+// Columns are as wide as the widest of the first rows, which are held back for that; a longer
+// text further down takes the room it needs.
+class TableWriter final : public HitWriter {
+public:
+    TableWriter(Output& output, std::vector<Column> columns)
+        : output_(output), columns_(std::move(columns)) {}
+
+    void write(std::string_view directory, std::string_view fileName) override {
+        Row row;
+        for (const Column& column : columns_)
+            row.push_back(shownText(columnText(column, directory, fileName)));
+        if (widths_.empty())
+            held_.push_back(std::move(row));
+        else
+            print(row);
+        if (held_.size() == rowsHeldBack)
+            release();
+    }
+
+    void end() override {
+        if (widths_.empty() && !held_.empty())
+            release();
+    }
+
+private:
+    using Row = std::vector<std::string>;
+    static constexpr std::size_t rowsHeldBack = 100;
+
+    void release() {
+        held_.insert(held_.begin(), header());
+        widths_.assign(columns_.size(), 0);
+        for (const Row& row : held_)
+            for (std::size_t i = 0; i < row.size(); ++i)
+                widths_[i] = std::max(widths_[i], columnCount(row[i]));
+        for (const Row& row : held_)
+            print(row);
+        held_.clear();
+    }
+
+    Row header() const {
+        Row row;
+        for (const Column& column : columns_)
+            row.push_back(column.field == pathColumn
+                              ? column.key
+                              : modDictation::GetSearchFieldCaption(column.field, true));
+        return row;
+    }
+
+    void print(const Row& row) {
+        std::string line;
+        std::size_t blanks = 0;
+        for (std::size_t i = 0; i < row.size(); ++i) {
+            line.append(blanks, ' ').append(row[i]);
+            const std::size_t width = columnCount(row[i]);
+            blanks = std::max(widths_[i], width) - width + 2;
+        }
+        line.erase(line.find_last_not_of(' ') + 1);
+        output_.write(line + "\n");
+    }
+
+    Output& output_;
+    std::vector<Column> columns_;
+    std::vector<std::size_t> widths_;
+    std::vector<Row> held_;
+};
+
+// RFC 4180: CR LF, quotes around what needs them, doubled inside.
+class CsvWriter final : public HitWriter {
+public:
+    CsvWriter(Output& output, std::vector<Column> columns)
+        : output_(output), columns_(std::move(columns)) {}
+
+    void begin() override {
+        std::string line;
+        for (const Column& column : columns_)
+            appendCell(column.key, line);
+        print(std::move(line));
+    }
+
+    void write(std::string_view directory, std::string_view fileName) override {
+        std::string line;
+        for (const Column& column : columns_)
+            appendCell(platform::textFromBytes(columnText(column, directory, fileName)), line);
+        print(std::move(line));
+    }
+
+private:
+    // Every cell begins with its comma; the first one's is cut off here.
+    void print(std::string line) { output_.write(line.append("\r\n").substr(1)); }
+
+    static void appendCell(std::string_view text, std::string& line) {
+        line.push_back(',');
+        if (text.find_first_of("\",\r\n") == std::string_view::npos) {
+            line.append(text);
+            return;
+        }
+        line.push_back('"');
+        for (const char c : text)
+            line.append(c == '"' ? 2 : 1, c);
+        line.push_back('"');
+    }
+
+    Output& output_;
+    std::vector<Column> columns_;
+};
+
+class JsonWriter final : public HitWriter {
+public:
+    JsonWriter(Output& output, std::vector<Column> columns)
+        : output_(output), columns_(std::move(columns)) {}
+
+    void begin() override { output_.write("["); }
+
+    void write(std::string_view directory, std::string_view fileName) override {
+        nlohmann::ordered_json hit;
+        hit["path"] = platform::textFromBytes(nativePath(directory, fileName));
+        for (const Column& column : columns_)
+            if (column.field != pathColumn)
+                hit[column.key] = columnText(column, directory, fileName);
+        output_.write(std::exchange(first_, false) ? "\n  " : ",\n  ");
+        output_.write(hit.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace));
+    }
+
+    void end() override { output_.write(first_ ? "]\n" : "\n]\n"); }
+
+private:
+    Output& output_;
+    std::vector<Column> columns_;
+    bool first_ = true;
+};
+
+} // namespace
+
+void Output::write(std::string_view text) {
+    if (error_ == 0 && std::fwrite(text.data(), 1, text.size(), stream_) != text.size())
+        error_ = errno != 0 ? errno : EIO;
+}
+
+void Output::flush() {
+    if (error_ == 0 && std::fflush(stream_) != 0)
+        error_ = errno != 0 ? errno : EIO;
+}
+
+std::string Output::failure() const { return std::strerror(error_); }
+
+std::unique_ptr<HitWriter> makeHitWriter(const WriterOptions& options, Output& output) {
+    switch (options.format) {
+    case HitFormat::csv:
+        return std::make_unique<CsvWriter>(output, options.columns);
+    case HitFormat::json:
+        return std::make_unique<JsonWriter>(output, options.columns);
+    case HitFormat::paths:
+        return std::make_unique<PathsWriter>(output, options.escaped, options.zeroEnded);
+    case HitFormat::table:
+        break;
+    }
+    return std::make_unique<TableWriter>(output, options.columns);
+}
+
+} // namespace ov::cli

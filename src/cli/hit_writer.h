@@ -1,0 +1,62 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <cstdint>
+#include <cstdio>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+// Hits as text, in the forms that `ovsearch find` offers.
+
+namespace ov::cli {
+
+// A stream that remembers whether anything could not be written.
+class Output {
+public:
+    explicit Output(std::FILE* stream) : stream_(stream) {}
+    void write(std::string_view text);
+    void flush();
+    bool failed() const noexcept { return error_ != 0; }
+    // "No space left on device"
+    std::string failure() const;
+
+private:
+    std::FILE* stream_;
+    int error_ = 0;
+};
+
+// What a column shows: a search field, or the full native path.
+struct Column {
+    std::string key;
+    std::int32_t field = 0; // pathColumn for the path
+};
+constexpr std::int32_t pathColumn = -1;
+
+enum class HitFormat { table, csv, json, paths };
+
+// Writes hits one after the other. begin() first, then any number of hits, then end().
+class HitWriter {
+public:
+    virtual ~HitWriter() = default;
+    virtual void begin() {}
+    // `directory` ends in "\"; `fileName` as the file system has it.
+    virtual void write(std::string_view directory, std::string_view fileName) = 0;
+    virtual void end() {}
+};
+
+// For a person (`escaped`), what a terminal would obey is made visible in paths; tables always
+// do that. `zeroEnded` ends paths by a zero byte, and then nothing is escaped.
+struct WriterOptions {
+    HitFormat format = HitFormat::table;
+    std::vector<Column> columns;
+    bool escaped = false;
+    bool zeroEnded = false;
+};
+
+std::unique_ptr<HitWriter> makeHitWriter(const WriterOptions& options, Output& output);
+
+} // namespace ov::cli

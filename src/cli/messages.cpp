@@ -1,0 +1,16 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#include "cli/messages.h"
+
+#include <cstdio>
+
+#include "cli/shown_text.h"
+
+namespace ov::cli {
+
+void complain(std::string_view message) {
+    static_cast<void>(std::fprintf(stderr, "ovsearch: %s\n", shownText(message).c_str()));
+}
+
+} // namespace ov::cli

@@ -1,0 +1,14 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <string_view>
+
+namespace ov::cli {
+
+// A line on standard error that begins with the program's name. Control characters in it, which
+// come from file names, are made visible.
+void complain(std::string_view message);
+
+} // namespace ov::cli

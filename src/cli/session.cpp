@@ -1,0 +1,91 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#include "cli/session.h"
+
+#include <cstdio>
+#include <cstdlib>
+
+#include "dictation/field_table.h"
+#include "platform/files.h"
+#include "platform/known_folders.h"
+#include "plugin/modOVPlugIn.h"
+#include "support/modFilePath.h"
+#include "support/modLanguage.h"
+#include "support/modUtil.h"
+#include "support/text_ids.h"
+
+namespace ov::cli {
+
+namespace {
+
+constexpr std::int32_t german = 7;
+constexpr std::int32_t english = 9;
+
+// The first of these that is set decides, as for any program.
+std::string environmentLanguage() {
+    for (const char* name : {"LC_ALL", "LC_MESSAGES", "LANG"})
+        if (const char* value = std::getenv(name); value != nullptr && *value != '\0')
+            return value;
+    return {};
+}
+
+std::int32_t languageNumber(const SessionOptions& options) {
+    const std::string name = options.language ? *options.language : environmentLanguage();
+    return name.starts_with("de") ? german : english;
+}
+
+std::string directoryAnswer(std::span<HostArgument> arguments) {
+    const auto* id = arguments.empty() ? nullptr : std::get_if<std::int32_t>(&arguments[0]);
+    return id != nullptr ? modFilePath::GetDirectory(*id) : std::string();
+}
+
+std::string* textArgument(std::span<HostArgument> arguments) {
+    auto* const* text = arguments.empty() ? nullptr : std::get_if<std::string*>(&arguments[0]);
+    return text != nullptr ? *text : nullptr;
+}
+
+void moveSettings(const std::string& native) {
+    const std::string directory = modFilePath::AddBackslash(platform::fromNativePath(native));
+    platform::setPerUserFolder(directory);
+    modFilePath::SetDirectory(modFilePath::directory_id::perUser, directory);
+}
+
+} // namespace
+
+void TerminalHost::ReportPlugInFailure(std::string_view plugInName) {
+    static_cast<void>(std::fprintf(stderr, "ovsearch: %s failed\n", std::string(plugInName).c_str()));
+}
+
+void TerminalHost::CallPlugInFunction(IPlugin& /*caller*/, std::string_view function,
+                                      std::span<HostArgument> arguments, std::string& result) {
+    if (function == "PI_GetLanguage") {
+        result = std::to_string(language_);
+    } else if (function == "PI_GetDirectory") {
+        result = directoryAnswer(arguments);
+    } else if (function == "PI_ProgressText") {
+        if (const std::string* text = textArgument(arguments))
+            currentFolder_ = *text;
+    }
+}
+
+void TerminalHost::WriteTrace(std::string_view /*text*/, IPlugin& /*caller*/) {}
+
+Session::Session(const SessionOptions& options)
+    : host_(std::make_shared<TerminalHost>(languageNumber(options))) {
+    if (options.settingsDirectory)
+        moveSettings(*options.settingsDirectory);
+    connector_.ApplicationStart(host_);
+    modOVPlugIn::setCallingPlugIn(&connector_);
+    modLanguage::SetLanguage(modOVPlugIn::GetLanguage(connector_),
+                             modOVPlugIn::GetSubLanguage(connector_));
+    if (!modLanguage::LoadLanguageFile())
+        modLanguage::ShowLanguageLoadFailure();
+    modUtil::SetMessageTitle(modLanguage::GetText(text_id::title));
+    modDictation::BuildSearchFieldTable();
+    modDictation::LoadColumnSettings();
+}
+
+Session::~Session() { modOVPlugIn::setCallingPlugIn(nullptr); }
+
+} // namespace ov::cli

@@ -1,0 +1,25 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+// Texts from file names, made fit for a terminal: a name can hold line ends, escape sequences and
+// marks that turn the writing direction.
+
+namespace ov::cli {
+
+// Control characters as "\n", "\t" or "\xNN", direction marks as "\u{202E}"; bytes that are no
+// UTF-8 are read as Windows-1252.
+std::string shownText(std::string_view text);
+
+// Columns that the text takes: one a character, two a wide one, none a combining mark.
+std::size_t columnCount(std::string_view text);
+
+// shownText cut to that many columns, with an ellipsis in place of what is missing.
+std::string fittedText(std::string_view text, std::size_t columns);
+
+} // namespace ov::cli

@@ -1,0 +1,76 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#include "cli/terminal_interface.h"
+
+#include <algorithm>
+#include <csignal>
+#include <cstdio>
+#include <utility>
+
+#include "cli/shown_text.h"
+#include "dictation/tree_scan.h"
+#include "platform/terminal.h"
+#include "platform/text.h"
+
+namespace ov::cli {
+
+namespace {
+
+// Set by the signal handler, which may touch nothing else.
+volatile std::sig_atomic_t interruptPressed = 0;
+
+extern "C" void onInterrupt(int signal) {
+    interruptPressed = 1;
+    std::signal(signal, SIG_DFL);
+}
+
+void print(const std::string& text) { static_cast<void>(std::fputs(text.c_str(), stderr)); }
+
+} // namespace
+
+TerminalInterface::TerminalInterface()
+    : previous_(platform::installUserInterface(this)),
+      showsProgress_(platform::isTerminal(stderr)) {
+    interruptPressed = 0;
+    std::signal(SIGINT, onInterrupt);
+}
+
+TerminalInterface::~TerminalInterface() {
+    clearProgress();
+    std::signal(SIGINT, SIG_DFL);
+    platform::installUserInterface(previous_);
+}
+
+bool TerminalInterface::interrupted() const noexcept { return interruptPressed != 0; }
+
+void TerminalInterface::showProgress(const std::string& line) {
+    if (!showsProgress_)
+        return;
+    const auto width = static_cast<std::size_t>(std::max(platform::terminalWidth(stderr) - 1, 1));
+    // Back to the start of the line, then erase what the longer line before has left.
+    print("\r" + fittedText(line, width) + "\x1B[K");
+    lineShown_ = true;
+}
+
+void TerminalInterface::clearProgress() {
+    if (std::exchange(lineShown_, false))
+        print("\r\x1B[K");
+}
+
+platform::MessageAnswer TerminalInterface::showMessage(const platform::MessageBox& box) {
+    clearProgress();
+    print("ovsearch: " + shownText(box.text) + "\n");
+    return box.defaultAnswer;
+}
+
+void TerminalInterface::processMessages() {
+    if (interrupted() && modDictation::isSearchRunning())
+        modDictation::requestSearchAbort();
+    if (idle_)
+        idle_();
+}
+
+void TerminalInterface::beep() { print("\a"); }
+
+} // namespace ov::cli

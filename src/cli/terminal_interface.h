@@ -1,0 +1,43 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+
+#include "platform/user_interface.h"
+
+namespace ov::cli {
+
+// The terminal's side of message boxes, pump and beep. While it lives, Ctrl-C asks the search to
+// stop instead of ending the program; pressed again, it ends the program.
+class TerminalInterface final : public platform::UserInterface {
+public:
+    TerminalInterface();
+    ~TerminalInterface() override;
+    TerminalInterface(const TerminalInterface&) = delete;
+    TerminalInterface& operator=(const TerminalInterface&) = delete;
+
+    // Called whenever the search lets messages be processed, some hundred times a second at most.
+    void setIdleHandler(std::function<void()> handler) { idle_ = std::move(handler); }
+
+    // One line on standard error, replaced by the next; nothing unless a person looks at it.
+    void showProgress(const std::string& line);
+    void clearProgress();
+
+    bool interrupted() const noexcept;
+
+    platform::MessageAnswer showMessage(const platform::MessageBox& box) override;
+    void processMessages() override;
+    void beep() override;
+
+private:
+    std::function<void()> idle_;
+    platform::UserInterface* previous_;
+    bool showsProgress_;
+    bool lineShown_ = false;
+};
+
+} // namespace ov::cli

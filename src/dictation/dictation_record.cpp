@@ -1,0 +1,168 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#include "dictation/dictation_record.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cstring>
+
+#include "dictation/field_date.h"
+#include "dictation/name_decoding.h"
+#include "platform/text.h"
+
+namespace ov::modDictation {
+
+namespace {
+
+constexpr std::string_view separator = "@@";
+constexpr std::string_view ending = ".WAV";
+constexpr std::size_t longestTag = 16; // "@@-2147483648$" and a spare
+
+using TagBuffer = std::array<char, longestTag>;
+
+std::string_view writeTag(std::int32_t fieldNumber, TagBuffer& buffer) noexcept {
+    char* at = buffer.data();
+    if (fieldNumber != dictation_field::status)
+        at = std::copy(separator.begin(), separator.end(), at);
+    at = std::to_chars(at, buffer.data() + buffer.size() - 1, fieldNumber).ptr;
+    *at++ = '$';
+    return {buffer.data(), static_cast<std::size_t>(at - buffer.data())};
+}
+
+// string_view::find stops at every "@" of a name that is full of them; comparing the first four
+// bytes at each place is several times quicker.
+std::size_t findTag(std::string_view name, std::string_view tag) noexcept {
+    std::uint32_t wanted = 0;
+    if (tag.size() < sizeof wanted)
+        return name.find(tag);
+    std::memcpy(&wanted, tag.data(), sizeof wanted);
+    for (std::size_t i = 0; i + tag.size() <= name.size(); ++i) {
+        std::uint32_t here = 0;
+        std::memcpy(&here, name.data() + i, sizeof here);
+        if (here == wanted && name.substr(i, tag.size()) == tag)
+            return i;
+    }
+    return std::string_view::npos;
+}
+
+std::int32_t fieldBehindSerial(std::int32_t pseudoField) noexcept {
+    switch (pseudoField) {
+    case dictation_field::dictatedSerial:
+        return dictation_field::dictated;
+    case dictation_field::dueSerial:
+        return dictation_field::due;
+    case dictation_field::changedSerial:
+        return dictation_field::changed;
+    default:
+        return 0;
+    }
+}
+
+std::string_view trimmed(std::string_view text) noexcept {
+    const std::size_t first = text.find_first_not_of(' ');
+    if (first == std::string_view::npos)
+        return {};
+    return text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
+void readSerial(std::int32_t field, std::string_view path, std::string_view name,
+                std::string& value) {
+    GetDictationField(field, path, name, value);
+    const auto date = ReadFieldDate(trimmed(value), false);
+    value.clear();
+    if (date)
+        appendSerialText(*date, value);
+}
+
+} // namespace
+
+std::string fieldTag(std::int32_t fieldNumber) {
+    TagBuffer buffer{};
+    return std::string(writeTag(fieldNumber, buffer));
+}
+
+std::optional<std::string_view> findFieldValue(std::string_view name,
+                                               std::string_view tag) noexcept {
+    // Only the status stands without a separator, and only at the very start.
+    if (!tag.starts_with(separator)) {
+        if (!name.starts_with(tag))
+            return std::nullopt;
+        const std::string_view value = name.substr(tag.size());
+        return value.substr(0, value.find(separator));
+    }
+    const std::size_t at = findTag(name, tag);
+    if (at == std::string_view::npos)
+        return std::nullopt;
+    const std::string_view value = name.substr(at + tag.size());
+    return value.substr(0, value.find(separator));
+}
+
+bool GetDictationField(std::int32_t fieldNumber, std::string_view path, std::string_view name,
+                       std::string& value) {
+    value.clear();
+    if (const std::int32_t field = fieldBehindSerial(fieldNumber); field != 0) {
+        readSerial(field, path, name, value);
+        return true;
+    }
+    if (fieldNumber == dictation_field::directory) {
+        appendDirectoryText(path, value);
+        return true;
+    }
+    if (fieldNumber == dictation_field::wholeName) {
+        appendDecodedFieldText(name, value);
+        return true;
+    }
+    TagBuffer tag{};
+    const auto raw = findFieldValue(name, writeTag(fieldNumber, tag));
+    if (!raw)
+        return false;
+    if (fieldNumber == dictation_field::freeText)
+        appendDecodedFieldText2(*raw, value);
+    else
+        appendDecodedFieldText(*raw, value);
+    return true;
+}
+
+void appendDirectoryText(std::string_view path, std::string& out) {
+    if (path.ends_with('\\'))
+        path.remove_suffix(1);
+    std::size_t at = path.rfind('\\');
+    if (at == std::string_view::npos) {
+        out.append(path);
+        return;
+    }
+    // Finished dictations lie in "ERL" below every ward: the ward's name must be seen as well.
+    if (at > 0 && platform::equalsIgnoringCase(path.substr(at + 1), "ERL"))
+        if (const std::size_t above = path.rfind('\\', at - 1); above != std::string_view::npos)
+            at = above;
+    out.append("...").append(path.substr(at));
+}
+
+std::string GetDirectoryText(std::string_view path) {
+    std::string text;
+    appendDirectoryText(path, text);
+    return text;
+}
+
+bool hasDictationEnding(std::string_view fileName) noexcept {
+    if (fileName.size() < ending.size())
+        return false;
+    const std::string_view last = fileName.substr(fileName.size() - ending.size());
+    // Letters differ from their capitals in one bit; the four characters have no other twins.
+    return last[0] == '.' && (last[1] & ~0x20) == 'W' && (last[2] & ~0x20) == 'A' &&
+           (last[3] & ~0x20) == 'V';
+}
+
+std::string_view dictationName(std::string_view fileName, std::string& buffer) {
+    if (hasDictationEnding(fileName))
+        fileName.remove_suffix(ending.size());
+    if (platform::isValidUtf8(fileName))
+        return fileName;
+    buffer.clear();
+    platform::appendWindows1252(fileName, buffer);
+    return buffer;
+}
+
+} // namespace ov::modDictation

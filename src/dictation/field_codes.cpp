@@ -1,0 +1,123 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#include "dictation/field_codes.h"
+
+#include <array>
+
+#include "dictation/dictation_record.h"
+#include "platform/text.h"
+#include "support/modLanguage.h"
+#include "support/numbers.h"
+
+namespace ov::modDictation {
+
+namespace {
+
+struct Word {
+    std::string_view text;
+    std::int32_t code;
+};
+
+constexpr std::array<Word, 5> statusWords = {
+    {{"", emptyStatusCode}, {"WAV", emptyStatusCode}, {"ROH", 7}, {"STOP", 8}, {"MAI", 9}}};
+
+constexpr std::array<Word, 11> priorityWords = {{{"", emptyPriorityCode},
+                                                 {"NORMAL", emptyPriorityCode},
+                                                 {"FRIST", 2},
+                                                 {"HOCH", 3},
+                                                 {"EDIT", 4},
+                                                 {"MSG", 5},
+                                                 {"1", emptyPriorityCode},
+                                                 {"2", 3},
+                                                 {"3", 2},
+                                                 {"4", 5},
+                                                 {"5", 4}}};
+
+// Compares without allocating: a word is short enough for the string's own buffer.
+bool equalsWord(std::string_view text, std::string_view word) {
+    return text.size() <= 2 * word.size() && platform::upperCase(text) == word;
+}
+
+template <std::size_t size>
+std::int32_t codeOf(const std::array<Word, size>& words, std::string_view text) {
+    for (const Word& word : words)
+        if (equalsWord(text, word.text))
+            return word.code;
+    return noCode;
+}
+
+std::int32_t flagsCode(std::string_view text) noexcept {
+    const auto bits = static_cast<std::uint32_t>(leadingInt32(text));
+    std::int32_t code = noCode;
+    for (std::int32_t i = 0; i <= lastFlagCode - firstFlagCode; ++i)
+        if ((bits >> static_cast<unsigned>(i) & 1U) != 0)
+            code += firstFlagCode + i;
+    return code;
+}
+
+// Text numbers of codes. The pair 6 and 7 is crossed, as are 16 and its neighbours: the texts
+// are older than the codes.
+std::int32_t textNumber(std::int32_t code) noexcept {
+    if (code >= 1 && code <= 5)
+        return 25100 + code;
+    if (code >= 8 && code <= 14)
+        return 25100 + code;
+    switch (code) {
+    case 6:
+        return 25107;
+    case 7:
+        return 25106;
+    case 15:
+    case 30:
+        return 25115;
+    case 16:
+        return 25118;
+    case 31:
+        return 25116;
+    default:
+        return 0;
+    }
+}
+
+} // namespace
+
+std::int32_t GetFieldCode(std::int32_t fieldNumber, std::string_view text) {
+    switch (fieldNumber) {
+    case dictation_field::status:
+    case dictation_field::secondStatus:
+        return codeOf(statusWords, text);
+    case dictation_field::priority:
+        return codeOf(priorityWords, text);
+    case dictation_field::flags:
+        return flagsCode(text);
+    default:
+        return noCode;
+    }
+}
+
+std::string GetStatusText(std::int32_t code) {
+    switch (code) {
+    case 17:
+        return "(Status 128)";
+    case 18:
+        return "(Status 256)";
+    case 19:
+        return "(Status 512)";
+    default:
+        return modLanguage::GetText(textNumber(code));
+    }
+}
+
+std::string_view codeWord(std::int32_t code) noexcept {
+    const auto find = [code](const auto& words) -> std::string_view {
+        for (const Word& word : words)
+            if (word.code == code && !word.text.empty())
+                return word.text;
+        return {};
+    };
+    const std::string_view status = find(statusWords);
+    return status.empty() ? find(priorityWords) : status;
+}
+
+} // namespace ov::modDictation

@@ -1,0 +1,120 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#include "dictation/field_values.h"
+
+#include <array>
+#include <cstdio>
+#include <utility>
+
+#include "dictation/dictation_record.h"
+#include "dictation/field_codes.h"
+#include "dictation/field_date.h"
+#include "dictation/field_table.h"
+#include "platform/locale.h"
+#include "support/numbers.h"
+
+namespace ov::modDictation {
+
+namespace {
+
+std::string dateText(std::string value) {
+    const auto serial = readDateOrSerial(value);
+    if (!serial)
+        return value;
+    const platform::DateTime date = dateOf(*serial);
+    std::string text = platform::formatShortDate(date);
+    if (serial->hasTime)
+        text += ' ' + platform::formatLongTime(date);
+    return text;
+}
+
+std::string timeText(std::string value) {
+    const auto seconds = readSeconds(value);
+    if (!seconds)
+        return value;
+    std::array<char, 32> text{};
+    const int length = std::snprintf(text.data(), text.size(), "%02d:%02d:%02d", *seconds / 3600,
+                                     *seconds / 60 % 60, *seconds % 60);
+    return {text.data(), static_cast<std::size_t>(length)};
+}
+
+// Sums of several flags mostly have no text of their own; then each set flag is named.
+std::string flagsText(std::string value) {
+    const std::int32_t code = GetFieldCode(dictation_field::flags, value);
+    if (code == noCode)
+        return leadingInt32(value) == 0 ? std::string() : value;
+    if (std::string text = GetStatusText(code); !text.empty())
+        return text;
+    const auto bits = static_cast<std::uint32_t>(leadingInt32(value));
+    std::string names;
+    for (std::int32_t flag = firstFlagCode; flag <= lastFlagCode; ++flag)
+        if ((bits >> static_cast<unsigned>(flag - firstFlagCode) & 1U) != 0)
+            names.append(names.empty() ? "" : ", ").append(GetStatusText(flag));
+    return names;
+}
+
+std::string codeText(std::int32_t dictationField, std::string value) {
+    const std::int32_t code = GetFieldCode(dictationField, value);
+    return code == noCode ? value : GetStatusText(code);
+}
+
+double dateNumber(std::string_view value) {
+    const auto serial = readDateOrSerial(value);
+    constexpr double secondsPerDay = 86400;
+    return serial ? serial->day + serial->second / secondsPerDay : noNumber;
+}
+
+} // namespace
+
+std::string fieldText(std::int32_t field, std::string_view path, std::string_view name) {
+    const FieldDefinition& definition = fieldDefinition(field);
+    std::string value;
+    GetDictationField(definition.dictationField, path, name, value);
+    switch (definition.valueType) {
+    case ValueType::date:
+        return dateText(std::move(value));
+    case ValueType::time:
+        return timeText(std::move(value));
+    case ValueType::status:
+    case ValueType::priority:
+        return codeText(definition.dictationField, std::move(value));
+    case ValueType::flag:
+        return flagsText(std::move(value));
+    case ValueType::none:
+        return {};
+    default:
+        return value;
+    }
+}
+
+bool sortsByNumber(std::int32_t field) noexcept {
+    const ValueType type = fieldDefinition(field).valueType;
+    return type != ValueType::text && type != ValueType::marker && type != ValueType::none;
+}
+
+double fieldNumber(std::int32_t field, std::string_view path, std::string_view name) {
+    const FieldDefinition& definition = fieldDefinition(field);
+    std::string value;
+    GetDictationField(definition.dictationField, path, name, value);
+    switch (definition.valueType) {
+    case ValueType::date:
+        return dateNumber(value);
+    case ValueType::time: {
+        const auto seconds = readSeconds(value);
+        return seconds ? *seconds : noNumber;
+    }
+    case ValueType::number:
+        return value.empty() ? noNumber : leadingNumber(value);
+    case ValueType::code:
+        return leadingInt32(value);
+    case ValueType::status:
+    case ValueType::priority:
+    case ValueType::flag:
+        return GetFieldCode(definition.dictationField, value);
+    default:
+        return noNumber;
+    }
+}
+
+} // namespace ov::modDictation

@@ -1,0 +1,116 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/status.h"
+
+// Files and directories.
+//
+// A path is text with "\" between its parts; a directory text ends in "\". On Linux "\home\x\" is
+// "/home/x/", "D:\x\" is looked up below the drive folder as "drives/d/x/" and "\\server\share\"
+// as "drives/unc/server/share/". A path keeps the bytes of its names, also those that are no
+// UTF-8, so that what a listing gave can be opened. A relative path starts at the current
+// directory. A path that holds a zero byte names nothing.
+//
+// Functions may be called from any thread; the drive folder is kept per thread.
+
+namespace ov::platform {
+
+// The path as the operating system writes it, for opening and for showing to a person.
+std::string toNativePath(std::string_view path);
+
+// The path of what a person typed or the system gave; made absolute, "." and ".." resolved by
+// text, no trailing separator but for a root.
+std::string fromNativePath(std::string_view native);
+
+// The native directory that drive letters and shares are looked up in, without a trailing
+// separator.
+void setDriveFolder(std::string native);
+const std::string& driveFolder();
+
+enum class FileKind : std::uint8_t { missing, file, directory, other };
+
+// What the path names; links are followed. A device, a pipe or a socket is `other`.
+FileKind fileKind(std::string_view path);
+bool fileExists(std::string_view path);
+bool directoryExists(std::string_view path);
+
+// "D:" or "\\server\share" of a path, empty for one that starts at the root or is relative.
+std::string_view driveOf(std::string_view path);
+// True for a path without a drive.
+bool driveExists(std::string_view path);
+
+Status createDirectory(std::string_view path);
+Status removeFile(std::string_view path);
+
+// The whole file. A file larger than `limit` bytes is refused: nothing of ours is that large.
+constexpr std::uint64_t defaultReadLimit = 256U * 1024 * 1024;
+Status readFile(std::string_view path, std::string& content,
+                std::uint64_t limit = defaultReadLimit);
+
+// Writes beside the file, syncs and renames, so that a reader or a crash sees the old content or
+// the new. Keeps the permissions of the file and, when `path` is a link, the link. On failure
+// the old file is untouched and nothing is left beside it.
+Status replaceFile(std::string_view path, std::string_view content);
+
+// Opens, appends in one write, closes. Creates the file, not its directory.
+Status appendToFile(std::string_view path, std::string_view content);
+
+// Names of the entries of a directory, without "." and "..", sorted by bytes.
+Status listNames(std::string_view directory, std::vector<std::string>& names);
+
+// Tells directories apart, however they are reached.
+struct DirectoryId {
+    std::uint64_t device = 0;
+    std::uint64_t file = 0;
+    bool operator==(const DirectoryId&) const = default;
+};
+
+struct DirectoryEntry {
+    std::string_view name; // bytes as stored, never "." or ".."; valid until the next call
+    FileKind kind = FileKind::missing; // links followed; missing: a link that leads nowhere
+    bool isLink = false;
+};
+
+// One pass over a directory, in the order of the file system. The kind comes with the listing;
+// only a link costs a system call of its own. Holds no memory per entry. Keep one and open it
+// again and again: its buffer is reused.
+class DirectoryReader {
+public:
+    DirectoryReader();
+    ~DirectoryReader();
+    DirectoryReader(const DirectoryReader&) = delete;
+    DirectoryReader& operator=(const DirectoryReader&) = delete;
+
+    Status open(std::string_view directory);
+    DirectoryId id() const noexcept { return id_; }
+
+    // False at the end. A failure in the middle (the directory vanished, a bad disk) also ends
+    // the pass; status() then tells.
+    bool next(DirectoryEntry& entry);
+    const Status& status() const noexcept { return status_; }
+
+    void close() noexcept;
+
+private:
+    bool fill();
+    void setKind(DirectoryEntry& entry, unsigned char type, const char* name) const;
+
+    std::string native_;
+    std::string buffer_;
+    std::size_t position_ = 0;
+    std::size_t end_ = 0;
+    int handle_ = -1;
+    DirectoryId id_;
+    Status status_;
+};
+
+// The directory that this program or plug-in was loaded from, ending in "\".
+std::string moduleDirectory();
+
+} // namespace ov::platform

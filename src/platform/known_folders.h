@@ -1,0 +1,22 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string>
+
+// Where the system keeps settings of its own accord, before anything of ours has been read.
+// Every result ends in "\" and is empty where the system has no such folder.
+
+namespace ov::platform {
+
+// $XDG_CONFIG_HOME, or .config below the home directory.
+std::string userConfigFolder();
+// /etc/xdg
+std::string systemConfigFolder();
+
+// The per-user Orvanta folder, "Orvanta\" below userConfigFolder() unless it was replaced: the
+// registry file and the drive folder lie here. Replacing it moves both; empty goes back.
+std::string perUserFolder();
+void setPerUserFolder(std::string directory);
+
+} // namespace ov::platform

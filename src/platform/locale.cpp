@@ -1,0 +1,165 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#include "platform/locale.h"
+
+#include <array>
+#include <charconv>
+#include <chrono>
+#include <cstdio>
+
+#include "platform/process_locale.h"
+
+namespace ov::platform {
+
+namespace {
+
+struct State {
+    std::optional<Locale> current;
+};
+
+State& state() {
+    thread_local State threadState;
+    return threadState;
+}
+
+std::string padded(int value, int digits) {
+    std::array<char, 16> text{};
+    const int length = std::snprintf(text.data(), text.size(), "%0*d", digits, value);
+    return {text.data(), static_cast<std::size_t>(length)};
+}
+
+std::string_view trimmed(std::string_view text) {
+    const std::size_t first = text.find_first_not_of(" \t");
+    if (first == std::string_view::npos)
+        return {};
+    return text.substr(first, text.find_last_not_of(" \t") - first + 1);
+}
+
+struct Piece {
+    int value = 0;
+    std::size_t digits = 0;
+};
+
+// Three numbers with the same one of ".", "/" or "-" between them and nothing else.
+std::optional<std::array<Piece, 3>> splitDate(std::string_view text) {
+    const std::size_t at = text.find_first_of("./-");
+    if (at == std::string_view::npos)
+        return std::nullopt;
+    const char separator = text[at];
+    std::array<Piece, 3> pieces{};
+    for (std::size_t i = 0; i < pieces.size(); ++i) {
+        const std::size_t end = i < 2 ? text.find(separator) : text.size();
+        if (end == std::string_view::npos || end == 0 || end > 4)
+            return std::nullopt;
+        const auto [stop, error] = std::from_chars(text.data(), text.data() + end, pieces[i].value);
+        if (error != std::errc{} || stop != text.data() + end || pieces[i].value < 0)
+            return std::nullopt;
+        pieces[i].digits = end;
+        text.remove_prefix(i < 2 ? end + 1 : end);
+    }
+    return pieces;
+}
+
+std::optional<int> fullYear(const Piece& year) {
+    if (year.digits == 4)
+        return year.value;
+    if (year.digits > 2)
+        return std::nullopt;
+    return year.value + (year.value < 30 ? 2000 : 1900);
+}
+
+std::optional<DateTime> checkedDate(const Piece& year, const Piece& month, const Piece& day) {
+    const auto full = fullYear(year);
+    if (!full || month.digits > 2 || day.digits > 2 || *full < 100)
+        return std::nullopt;
+    const std::chrono::year_month_day date{std::chrono::year{*full},
+                                           std::chrono::month{static_cast<unsigned>(month.value)},
+                                           std::chrono::day{static_cast<unsigned>(day.value)}};
+    if (!date.ok())
+        return std::nullopt;
+    DateTime result;
+    result.year = *full;
+    result.month = month.value;
+    result.day = day.value;
+    return result;
+}
+
+} // namespace
+
+const Locale& locale() {
+    State& current = state();
+    if (!current.current)
+        current.current = processLocale();
+    return *current.current;
+}
+
+void setLocale(std::optional<Locale> replacement) { state().current = std::move(replacement); }
+
+std::string formatShortDate(const DateTime& date) {
+    const Locale& own = locale();
+    const int dayDigits = own.dayTwoDigits ? 2 : 1;
+    const std::string day = padded(date.day, dayDigits);
+    const std::string month = padded(date.month, dayDigits);
+    const std::string year = padded(date.year, 4);
+    const char s = own.dateSeparator;
+    switch (own.dateOrder) {
+    case DateOrder::dayMonthYear:
+        return day + s + month + s + year;
+    case DateOrder::monthDayYear:
+        return month + s + day + s + year;
+    case DateOrder::yearMonthDay:
+        break;
+    }
+    return year + s + month + s + day;
+}
+
+std::string formatLongTime(const DateTime& time) {
+    const Locale& own = locale();
+    const std::string rest = ":" + padded(time.minute, 2) + ":" + padded(time.second, 2);
+    if (!own.twelveHours)
+        return padded(time.hour, 2) + rest;
+    const int hour = time.hour % 12 == 0 ? 12 : time.hour % 12;
+    return padded(hour, 2) + rest + " " + (time.hour < 12 ? own.am : own.pm);
+}
+
+std::optional<DateTime> parseDate(std::string_view text) {
+    const auto pieces = splitDate(trimmed(text));
+    if (!pieces)
+        return std::nullopt;
+    const auto& [a, b, c] = *pieces;
+    if (a.digits == 4)
+        return checkedDate(a, b, c);
+    switch (locale().dateOrder) {
+    case DateOrder::dayMonthYear:
+        return checkedDate(c, b, a);
+    case DateOrder::monthDayYear:
+        return checkedDate(c, a, b);
+    case DateOrder::yearMonthDay:
+        break;
+    }
+    return checkedDate(a, b, c);
+}
+
+std::optional<double> parseNumber(std::string_view text) {
+    std::string number(trimmed(text));
+    const char decimal = locale().decimalSign;
+    if (decimal != '.') {
+        if (number.find('.') != std::string::npos)
+            return std::nullopt;
+        if (const std::size_t at = number.find(decimal); at != std::string::npos)
+            number[at] = '.';
+    }
+    const char* first = number.data();
+    const char* last = first + number.size();
+    if (first != last && *first == '+' && first + 1 != last && first[1] != '-')
+        ++first;
+    double value = 0;
+    const auto [stop, error] = std::from_chars(first, last, value, std::chars_format::general);
+    const bool digitsOnly = number.find_first_not_of("+-.eE0123456789") == std::string::npos;
+    if (error != std::errc{} || stop != last || !digitsOnly)
+        return std::nullopt;
+    return value;
+}
+
+} // namespace ov::platform

@@ -1,0 +1,55 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include <unistd.h>
+
+#include "platform/status.h"
+
+// Small things that every file of this folder needs.
+
+namespace ov::platform {
+
+// Owns an open file; closes it.
+class FileDescriptor {
+public:
+    FileDescriptor() = default;
+    explicit FileDescriptor(int handle) noexcept : handle_(handle) {}
+    ~FileDescriptor() { reset(); }
+    FileDescriptor(FileDescriptor&& other) noexcept : handle_(std::exchange(other.handle_, -1)) {}
+    FileDescriptor& operator=(FileDescriptor&& other) noexcept {
+        if (this != &other) {
+            reset();
+            handle_ = std::exchange(other.handle_, -1);
+        }
+        return *this;
+    }
+    FileDescriptor(const FileDescriptor&) = delete;
+    FileDescriptor& operator=(const FileDescriptor&) = delete;
+
+    bool valid() const noexcept { return handle_ >= 0; }
+    int get() const noexcept { return handle_; }
+    int release() noexcept { return std::exchange(handle_, -1); }
+    void reset() noexcept {
+        if (handle_ >= 0)
+            ::close(std::exchange(handle_, -1));
+    }
+
+private:
+    int handle_ = -1;
+};
+
+// errno as a Status: "<path>: <reason>".
+Status systemError(std::string_view nativePath);
+
+// False with errno set.
+bool writeAll(int handle, std::string_view content);
+// Reads to the end; `expected` is the size to reserve.
+bool readAll(int handle, std::size_t expected, std::string& content);
+
+} // namespace ov::platform

@@ -1,0 +1,84 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#include "platform/known_folders.h"
+
+#include "platform/files.h"
+
+#include <cstdlib>
+#include <pwd.h>
+#include <string_view>
+#include <unistd.h>
+#include <utility>
+#include <vector>
+
+namespace ov::platform {
+
+namespace {
+
+struct State {
+    std::string perUserFolder; // empty: the user's own
+};
+
+State& state() {
+    thread_local State threadState;
+    return threadState;
+}
+
+// An environment variable that names a directory; a relative one means nothing.
+std::string_view directoryVariable(const char* name) {
+    const char* value = std::getenv(name);
+    const std::string_view directory = value == nullptr ? "" : value;
+    return directory.starts_with('/') ? directory : std::string_view();
+}
+
+std::string homeDirectory() {
+    if (const std::string_view home = directoryVariable("HOME"); !home.empty())
+        return std::string(home);
+    constexpr std::size_t longestEntry = 16384;
+    std::vector<char> buffer(longestEntry);
+    passwd entry{};
+    passwd* found = nullptr;
+    if (getpwuid_r(getuid(), &entry, buffer.data(), buffer.size(), &found) != 0 ||
+        found == nullptr || found->pw_dir == nullptr || *found->pw_dir != '/')
+        return {};
+    return found->pw_dir;
+}
+
+std::string directoryText(std::string_view native) {
+    std::string directory = fromNativePath(native);
+    if (!directory.ends_with('\\'))
+        directory.push_back('\\');
+    return directory;
+}
+
+} // namespace
+
+std::string userConfigFolder() {
+    if (const std::string_view configured = directoryVariable("XDG_CONFIG_HOME");
+        !configured.empty())
+        return directoryText(configured);
+    const std::string home = homeDirectory();
+    return home.empty() ? home : directoryText(home + "/.config");
+}
+
+std::string systemConfigFolder() {
+    return directoryText("/etc/xdg");
+}
+
+std::string perUserFolder() {
+    const std::string& replaced = state().perUserFolder;
+    if (!replaced.empty())
+        return replaced;
+    const std::string folder = userConfigFolder();
+    return folder.empty() ? folder : folder + "Orvanta\\";
+}
+
+void setPerUserFolder(std::string directory) {
+    if (!directory.empty() && !directory.ends_with('\\'))
+        directory.push_back('\\');
+    state().perUserFolder = std::move(directory);
+    setDriveFolder({}); // asks for the new one at its next use
+}
+
+} // namespace ov::platform

@@ -1,0 +1,131 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#include <algorithm>
+#include <filesystem>
+
+#include <dlfcn.h>
+#include <unistd.h>
+
+#include "platform/files.h"
+#include "platform/known_folders.h"
+#include "platform/text.h"
+
+namespace ov::platform {
+
+namespace {
+
+struct State {
+    std::string driveFolder; // empty: below the per-user folder
+};
+
+State& state() {
+    thread_local State threadState;
+    return threadState;
+}
+
+bool isLetter(char c) noexcept { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
+
+bool startsWithDrive(std::string_view path) noexcept {
+    return path.size() >= 2 && isLetter(path[0]) && path[1] == ':';
+}
+
+bool startsWithShare(std::string_view path) noexcept { return path.starts_with("\\\\"); }
+
+void appendNative(std::string_view path, std::string& native) {
+    const std::size_t start = native.size();
+    native.append(path);
+    for (std::size_t i = start; i < native.size(); ++i)
+        if (native[i] == '\\')
+            native[i] = '/';
+}
+
+std::string currentDirectory() {
+    std::error_code error;
+    return std::filesystem::current_path(error).native();
+}
+
+// "/a/./b/../c/" becomes "/a/c"; links are not looked at.
+std::string withoutDots(std::string_view absolute) {
+    std::string result;
+    while (!absolute.empty()) {
+        const std::size_t end = std::min(absolute.find('/'), absolute.size());
+        const std::string_view part = absolute.substr(0, end);
+        absolute.remove_prefix(std::min(end + 1, absolute.size()));
+        if (part == "..")
+            result.erase(result.empty() ? 0 : result.rfind('/'));
+        else if (!part.empty() && part != ".")
+            result.append("/").append(part);
+    }
+    return result.empty() ? "/" : result;
+}
+
+} // namespace
+
+const std::string& driveFolder() {
+    std::string& folder = state().driveFolder;
+    if (folder.empty()) {
+        const std::string perUser = perUserFolder();
+        if (!startsWithDrive(perUser) && !startsWithShare(perUser))
+            appendNative(perUser, folder);
+        folder += "drives";
+    }
+    return folder;
+}
+
+void setDriveFolder(std::string native) { state().driveFolder = std::move(native); }
+
+std::string toNativePath(std::string_view path) {
+    std::string native;
+    if (startsWithDrive(path)) {
+        const char letter = path[0] >= 'a' ? path[0] : static_cast<char>(path[0] + ('a' - 'A'));
+        native = driveFolder() + '/' + letter;
+        path.remove_prefix(2);
+        if (!path.empty() && path[0] != '\\')
+            native += '/';
+    } else if (startsWithShare(path)) {
+        native = driveFolder() + "/unc/";
+        path.remove_prefix(2);
+    }
+    appendNative(path, native);
+    return native;
+}
+
+std::string fromNativePath(std::string_view native) {
+    std::string absolute(native);
+    if (!native.starts_with('/'))
+        absolute = currentDirectory() + '/' + absolute;
+    std::string path = withoutDots(absolute);
+    for (char& c : path)
+        if (c == '/')
+            c = '\\';
+    return path;
+}
+
+std::string_view driveOf(std::string_view path) {
+    if (startsWithDrive(path))
+        return path.substr(0, 2);
+    if (!startsWithShare(path))
+        return {};
+    const std::size_t server = path.find('\\', 2);
+    return server == std::string_view::npos ? path : path.substr(0, path.find('\\', server + 1));
+}
+
+bool driveExists(std::string_view path) {
+    const std::string_view drive = driveOf(path);
+    return drive.empty() || directoryExists(drive);
+}
+
+std::string moduleDirectory() {
+    Dl_info info{};
+    std::error_code error;
+    std::filesystem::path file;
+    // The name is relative for a program that was started by a relative path.
+    if (dladdr(reinterpret_cast<void*>(&moduleDirectory), &info) != 0 && info.dli_fname != nullptr)
+        file = std::filesystem::canonical(info.dli_fname, error);
+    if (file.empty() || error)
+        file = std::filesystem::read_symlink("/proc/self/exe", error);
+    return fromNativePath(file.parent_path().native()) + '\\';
+}
+
+} // namespace ov::platform

@@ -1,0 +1,191 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#include "platform/text.h"
+
+#include <array>
+#include <cstdint>
+#include <cstring>
+
+#include <unicode/uchar.h>
+#include <unicode/utf16.h>
+#include <unicode/utf8.h>
+
+namespace ov::platform {
+
+namespace {
+
+// What 0x80 to 0x9F stand for in Windows-1252; the rest of the code page equals Latin-1.
+constexpr std::array<char16_t, 32> windows1252High = {
+    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
+    0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
+    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
+
+constexpr UChar32 replacementCharacter = 0xFFFD;
+
+// ICU's macro narrows on purpose.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wconversion"
+// The character at `i`, which moves behind it; negative for bytes that are no UTF-8.
+UChar32 nextCodePoint(std::string_view utf8, std::size_t& i) noexcept {
+    UChar32 c = 0;
+    U8_NEXT(utf8.data(), i, utf8.size(), c);
+    return c;
+}
+#pragma GCC diagnostic pop
+
+void appendCodePoint(UChar32 c, std::string& out) {
+    std::array<char, U8_MAX_LENGTH> bytes{};
+    std::int32_t length = 0;
+    U8_APPEND_UNSAFE(bytes.data(), length, c);
+    out.append(bytes.data(), static_cast<std::size_t>(length));
+}
+
+std::optional<unsigned char> windows1252Byte(UChar32 c) {
+    if (c < 0x80 || (c >= 0xA0 && c <= 0xFF))
+        return static_cast<unsigned char>(c);
+    for (std::size_t i = 0; i < windows1252High.size(); ++i)
+        if (windows1252High[i] == c)
+            return static_cast<unsigned char>(0x80 + i);
+    return std::nullopt;
+}
+
+// The number of bytes at the start that are ASCII; looks at eight at a time.
+std::size_t asciiPrefix(std::string_view bytes) noexcept {
+    constexpr std::uint64_t highBits = 0x8080808080808080U;
+    std::size_t i = 0;
+    for (std::uint64_t block = 0; i + sizeof block <= bytes.size(); i += sizeof block) {
+        std::memcpy(&block, bytes.data() + i, sizeof block);
+        if ((block & highBits) != 0)
+            break;
+    }
+    while (i < bytes.size() && static_cast<unsigned char>(bytes[i]) < 0x80)
+        ++i;
+    return i;
+}
+
+char asciiUpper(char c) noexcept {
+    return c >= 'a' && c <= 'z' ? static_cast<char>(c - ('a' - 'A')) : c;
+}
+
+} // namespace
+
+bool isValidUtf8(std::string_view bytes) noexcept {
+    std::size_t i = asciiPrefix(bytes);
+    while (i < bytes.size()) {
+        if (nextCodePoint(bytes, i) < 0)
+            return false;
+        i += asciiPrefix(bytes.substr(i));
+    }
+    return true;
+}
+
+void appendWindows1252(std::string_view bytes, std::string& utf8) {
+    for (const char byte : bytes) {
+        const auto b = static_cast<unsigned char>(byte);
+        appendCodePoint(b >= 0x80 && b < 0xA0 ? windows1252High[b - 0x80U] : b, utf8);
+    }
+}
+
+std::string textFromBytes(std::string_view bytes) {
+    if (isValidUtf8(bytes))
+        return std::string(bytes);
+    std::string text;
+    appendWindows1252(bytes, text);
+    return text;
+}
+
+std::optional<std::string> toWindows1252(std::string_view utf8) {
+    std::string bytes;
+    bytes.reserve(utf8.size());
+    for (std::size_t i = 0; i < utf8.size();) {
+        const UChar32 c = nextCodePoint(utf8, i);
+        const auto byte = windows1252Byte(c);
+        if (c < 0 || !byte)
+            return std::nullopt;
+        bytes.push_back(static_cast<char>(*byte));
+    }
+    return bytes;
+}
+
+std::string utf16ToUtf8(std::string_view bytes, bool bigEndian) {
+    std::u16string units;
+    units.reserve(bytes.size() / 2 + 1);
+    for (std::size_t i = 0; i + 1 < bytes.size(); i += 2) {
+        const auto first = static_cast<unsigned char>(bytes[i]);
+        const auto second = static_cast<unsigned char>(bytes[i + 1]);
+        units.push_back(static_cast<char16_t>(bigEndian ? (first << 8) | second
+                                                        : (second << 8) | first));
+    }
+    if (bytes.size() % 2 != 0)
+        units.push_back(replacementCharacter);
+    std::string utf8;
+    utf8.reserve(units.size());
+    for (std::size_t i = 0; i < units.size();) {
+        UChar32 c = 0;
+        U16_NEXT(units.data(), i, units.size(), c);
+        appendCodePoint(U_IS_SURROGATE(c) ? replacementCharacter : c, utf8);
+    }
+    return utf8;
+}
+
+std::string utf8ToUtf16(std::string_view utf8, bool bigEndian) {
+    std::string bytes;
+    bytes.reserve(utf8.size() * 2);
+    const auto put = [&bytes, bigEndian](unsigned unit) {
+        const auto high = static_cast<char>(unit >> 8U);
+        const auto low = static_cast<char>(unit & 0xFFU);
+        bytes.push_back(bigEndian ? high : low);
+        bytes.push_back(bigEndian ? low : high);
+    };
+    for (std::size_t i = 0; i < utf8.size();) {
+        UChar32 c = nextCodePoint(utf8, i);
+        if (c < 0)
+            c = replacementCharacter;
+        if (U16_LENGTH(c) == 2) {
+            put(static_cast<unsigned>(U16_LEAD(c)));
+            put(static_cast<unsigned>(U16_TRAIL(c)));
+        } else {
+            put(static_cast<unsigned>(c));
+        }
+    }
+    return bytes;
+}
+
+std::string_view truncateUtf8(std::string_view utf8, std::size_t limit) noexcept {
+    if (utf8.size() <= limit)
+        return utf8;
+    // At most three trail bytes belong to a character; more are no UTF-8 and are cut anywhere.
+    std::size_t end = limit;
+    while (end > 0 && limit - end < 3 && U8_IS_TRAIL(static_cast<std::uint8_t>(utf8[end])))
+        --end;
+    return utf8.substr(0, U8_IS_TRAIL(static_cast<std::uint8_t>(utf8[end])) ? limit : end);
+}
+
+void appendUpperCase(std::string_view utf8, std::string& out) {
+    for (std::size_t i = 0; i < utf8.size();) {
+        if (static_cast<unsigned char>(utf8[i]) < 0x80) {
+            out.push_back(asciiUpper(utf8[i++]));
+            continue;
+        }
+        const std::size_t start = i;
+        const UChar32 c = nextCodePoint(utf8, i);
+        if (c < 0)
+            out.append(utf8.substr(start, i - start));
+        else
+            appendCodePoint(u_toupper(c), out);
+    }
+}
+
+std::string upperCase(std::string_view utf8) {
+    std::string upper;
+    upper.reserve(utf8.size());
+    appendUpperCase(utf8, upper);
+    return upper;
+}
+
+bool equalsIgnoringCase(std::string_view a, std::string_view b) {
+    return upperCase(a) == upperCase(b);
+}
+
+} // namespace ov::platform

@@ -1,0 +1,131 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#include "support/modLanguage.h"
+
+#include "support/modUtil.h"
+#include "support/numbers.h"
+#include "support/resource_gateway.h"
+#include "support/text_expansion.h"
+#include "support/text_ids.h"
+#include "support/version.h"
+
+#include <array>
+#include <cstdio>
+#include <optional>
+#include <vector>
+
+namespace ov::modLanguage {
+
+namespace {
+
+constexpr std::string_view hostStandardFile = "OVStd.drl";
+constexpr std::string_view defaultControlFile = "OVSearch.drl";
+
+constexpr std::int32_t firstHostText = 20000;
+constexpr std::int32_t lastText = 29999;
+
+constexpr std::int32_t german = 7;
+
+using Arguments = std::span<const std::string_view>;
+
+struct State {
+    std::int32_t language = 0;
+    std::int32_t subLanguage = 0;
+    std::string controlFile; // empty: not loaded
+};
+
+State& state() {
+    thread_local State threadState;
+    return threadState;
+}
+
+std::string versionText() {
+    std::array<char, 48> number{};
+    const int length = std::snprintf(number.data(), number.size(), " %d.%02d.%03d", version::major,
+                                     version::minor, version::revision);
+    return GetResText(text_id::versionWord, state().controlFile)
+        .append(number.data(), static_cast<std::size_t>(length));
+}
+
+std::string textWith(std::int32_t number, std::optional<Arguments> arguments) {
+    if (number < 1 || number > lastText)
+        return {};
+    const std::string_view controlFile = state().controlFile;
+    const std::string text =
+        GetResText(number, number >= firstHostText ? hostStandardFile : controlFile);
+    return expandText(
+        text, {.arguments = arguments,
+               .text = [controlFile](std::int32_t other) { return GetResText(other, controlFile); },
+               .version = versionText});
+}
+
+} // namespace
+
+void SetLanguage(std::int32_t language, std::int32_t subLanguage) {
+    state().language = language;
+    state().subLanguage = subLanguage;
+}
+
+std::int32_t Language() {
+    return state().language;
+}
+
+std::int32_t SubLanguage() {
+    return state().subLanguage;
+}
+
+bool LoadLanguageFile() {
+    std::string& file = state().controlFile;
+    if (file.empty())
+        file = defaultControlFile;
+    resource_gateway::forgetFiles();
+    std::array<char, resourceBufferSize> buffer{};
+    return resource_gateway::GetResString(file, text_id::languageName, buffer, 0, 1) != -1;
+}
+
+void ShowLanguageLoadFailure() {
+    const std::string& file = state().controlFile;
+    const bool inGerman = Language() == 0 || Language() == german;
+    modUtil::ShowMessage(inGerman ? "Sprachen-Datei (" + file + ") konnte nicht geladen werden."
+                                  : "Could not load language file (" + file + ").",
+                         platform::MessageIcon::exclamation);
+}
+
+std::string GetResText(std::int32_t number, std::string_view fileName) {
+    if (fileName.empty() || number <= 0)
+        return {};
+    std::array<char, resourceBufferSize> buffer{};
+    const std::int32_t length =
+        resource_gateway::GetResString(fileName, number, buffer, Language(), SubLanguage());
+    return length >= 1 ? std::string(buffer.data(), static_cast<std::size_t>(length))
+                       : std::string();
+}
+
+std::string GetText(std::int32_t number) {
+    return textWith(number, std::nullopt);
+}
+
+std::string GetText(std::int32_t number, std::span<const std::string> arguments) {
+    const std::vector<std::string_view> views(arguments.begin(), arguments.end());
+    return textWith(number, views);
+}
+
+std::string GetText(std::int32_t number, std::initializer_list<std::string_view> arguments) {
+    return textWith(number, Arguments(arguments.begin(), arguments.size()));
+}
+
+std::int32_t ParseTextRef(std::string_view text) {
+    return text.size() >= 2 && text.front() == '#' ? leadingInt32(text.substr(1)) : 0;
+}
+
+std::string TranslateRef(std::string_view text) {
+    const std::int32_t number = ParseTextRef(text);
+    return number >= 1 ? GetText(number) : std::string(text);
+}
+
+void reset() {
+    state() = {};
+}
+
+} // namespace ov::modLanguage

@@ -1,0 +1,167 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+
+// The numbers of the texts in the language files: 1 to 19999 in OVSearch.drl, 20000 to 29999 in
+// OVStd.drl. Translators know the texts by these numbers, so a number is never given to another
+// text. A text with an accelerator carries it as "&"; "%1%" is the first argument of GetText.
+
+namespace ov::text_id {
+
+constexpr std::int32_t languageName = 1;
+constexpr std::int32_t versionWord = 22; // stands before the version number
+
+// The search control
+constexpr std::int32_t title = 1000; // of message boxes, and the plug-in's description
+constexpr std::int32_t criteriaGroup = 1001;
+constexpr std::int32_t criteriaColumn = 1002;
+constexpr std::int32_t compareAny = 1003;
+constexpr std::int32_t compareAll = 1004;
+constexpr std::int32_t describeAny = 1005;
+constexpr std::int32_t describeAll = 1006;
+constexpr std::int32_t resultLabel = 1011; // %1%: empty, or a suffix like " (12 dictations)"
+constexpr std::int32_t searchStopped = 1012;
+constexpr std::int32_t directoriesSkipped = 1013; // %1%: how many
+constexpr std::int32_t dictation = 1017;
+constexpr std::int32_t dictations = 1018;
+constexpr std::int32_t resultList = 1019; // accessible name
+
+// Its buttons and their tooltips
+constexpr std::int32_t searchButton = 1020;
+constexpr std::int32_t printButton = 1022;
+constexpr std::int32_t columnsButton = 1023;
+constexpr std::int32_t logButton = 1024;
+constexpr std::int32_t stopButton = 1025;
+constexpr std::int32_t searchTip = 1030;
+constexpr std::int32_t printTip = 1032;
+constexpr std::int32_t columnsTip = 1033;
+constexpr std::int32_t logTip = 1034;
+constexpr std::int32_t stopTip = 1035;
+constexpr std::int32_t addCriterionButton = 1040;
+constexpr std::int32_t editCriterionButton = 1041;
+constexpr std::int32_t deleteCriterionButton = 1042;
+constexpr std::int32_t addCriterionTip = 1050;
+constexpr std::int32_t editCriterionTip = 1051;
+constexpr std::int32_t deleteCriterionTip = 1052;
+
+// The player panel: tooltips, which are the accessible names too
+constexpr std::int32_t playerPanel = 1100;
+constexpr std::int32_t playTip = 1101;
+constexpr std::int32_t pauseTip = 1102;
+constexpr std::int32_t stopPlayingTip = 1103;
+constexpr std::int32_t seekTip = 1104;
+constexpr std::int32_t volumeTip = 1105;
+constexpr std::int32_t levelTip = 1106;
+constexpr std::int32_t playerStateTip = 1107;
+constexpr std::int32_t elapsedTimeTip = 1108;
+
+// Context menu of the result list
+constexpr std::int32_t menuPlay = 1201;
+constexpr std::int32_t menuStop = 1202;
+constexpr std::int32_t menuShowLog = 1203;
+constexpr std::int32_t menuCopyRows = 1204;
+constexpr std::int32_t menuCopyPath = 1205;
+constexpr std::int32_t menuOpenFolder = 1206;
+constexpr std::int32_t menuSelectAll = 1207;
+
+// The terminal
+constexpr std::int32_t unknownField = 1301;    // %1%: as typed
+constexpr std::int32_t unknownOperator = 1302; // %1%: as typed, %2%: the field
+constexpr std::int32_t badDate = 1303;         // %1%: as typed
+constexpr std::int32_t badTime = 1304;         // %1%: as typed
+constexpr std::int32_t valueMissing = 1305;    // %1%: the operator
+constexpr std::int32_t notADictation = 1306;   // %1%: the file
+constexpr std::int32_t playbackFailed = 1307;  // %1%: the file, %2%: why
+constexpr std::int32_t demoCreated = 1308;     // %1%: how many dictations, %2%: where
+
+// The criterion editor
+constexpr std::int32_t newCriterionTitle = 4001;
+constexpr std::int32_t editCriterionTitle = 4002;
+constexpr std::int32_t fieldLabel = 4010;
+constexpr std::int32_t operatorLabel = 4011;
+constexpr std::int32_t valueLabel = 4012;
+constexpr std::int32_t valueAnd = 4013;
+constexpr std::int32_t noValueNeeded = 4014;
+constexpr std::int32_t noOperators = 4015;
+constexpr std::int32_t firstValue = 4016; // accessible names
+constexpr std::int32_t secondValue = 4017;
+constexpr std::int32_t duplicateCriterion = 4091;
+constexpr std::int32_t datesReversed = 4107;
+constexpr std::int32_t timesReversed = 4108;
+
+// The column chooser
+constexpr std::int32_t columnsTitle = 4120;
+constexpr std::int32_t columnsHint = 4121;
+constexpr std::int32_t availableFields = 4122;
+constexpr std::int32_t shownColumns = 4123;
+constexpr std::int32_t fixedFields = 4124;
+constexpr std::int32_t addColumn = 4130;
+constexpr std::int32_t removeColumn = 4131;
+constexpr std::int32_t moveUp = 4132;
+constexpr std::int32_t moveDown = 4133;
+
+// The print dialog
+constexpr std::int32_t printTitle = 4200;
+constexpr std::int32_t printerGroup = 4201;
+constexpr std::int32_t printerName = 4202;
+constexpr std::int32_t printerPort = 4203;
+constexpr std::int32_t printerCopies = 4204;
+constexpr std::int32_t changePrinter = 4205;
+constexpr std::int32_t printRangeGroup = 4206;
+constexpr std::int32_t printoutTitle = 4207;
+constexpr std::int32_t listFont = 4208;
+constexpr std::int32_t pageSetup = 4209;
+constexpr std::int32_t printRangeAll = 4210; // 4210 + index of the range
+constexpr std::int32_t printRangeSelected = 4211;
+
+// Export and print
+constexpr std::int32_t exportTitle = 4300;
+constexpr std::int32_t menuPrint = 4301;
+constexpr std::int32_t menuExport = 4302;
+constexpr std::int32_t fileTypeCsv = 4310;
+constexpr std::int32_t fileTypeTabs = 4311;
+constexpr std::int32_t fileTypeHtml = 4312;
+constexpr std::int32_t pageNumber = 4320;   // %1%: the page, %2%: of how many
+constexpr std::int32_t printedOn = 4321;    // %1%: the date
+constexpr std::int32_t exportFailed = 4330; // %1%: the file, %2%: why
+constexpr std::int32_t exported = 4331;     // %1%: how many dictations, %2%: the file
+constexpr std::int32_t nothingSelected = 4332;
+constexpr std::int32_t noPrinter = 4333;
+constexpr std::int32_t printFailed = 4334;
+
+// The search
+constexpr std::int32_t fillingList = 10001;
+constexpr std::int32_t nothingFound = 10002;
+constexpr std::int32_t searchWithoutCriteria = 10003;
+constexpr std::int32_t defaultPrintTitle = 10011;
+constexpr std::int32_t nothingToPrint = 19001;
+
+// The host's standard texts
+constexpr std::int32_t directoryMissing = 20002; // %1%: the directory
+constexpr std::int32_t countingDirectories = 20009;
+constexpr std::int32_t searchingDirectories = 20034;
+constexpr std::int32_t ok = 20101;
+constexpr std::int32_t cancel = 20102;
+constexpr std::int32_t yes = 20103;
+constexpr std::int32_t no = 20104;
+constexpr std::int32_t close = 20105;
+constexpr std::int32_t valueRequired = 29001;
+
+// Captions of the search fields: odd numbers short, even ones long; which belongs to which field
+// is in the field table.
+constexpr std::int32_t firstFieldCaption = 25001;
+constexpr std::int32_t lastFieldCaption = 25048;
+
+// Priorities, states and flags; which code has which text is in GetStatusText.
+constexpr std::int32_t firstCodeText = 25101;
+constexpr std::int32_t rangeAnd = 25117; // between two values, with its own blanks
+constexpr std::int32_t lastCodeText = 25118;
+
+// Operators, by their ids 1 to 33.
+constexpr std::int32_t firstOperator = 25151;
+constexpr std::int32_t lastOperator = 25183;
+constexpr std::int32_t operatorBase = firstOperator - 1; // + the operator id
+
+} // namespace ov::text_id

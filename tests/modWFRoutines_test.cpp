@@ -1,0 +1,79 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#include "settings_fixture.h"
+#include "support/modFilePath.h"
+#include "support/modWFRoutines.h"
+
+#include <thread>
+
+namespace ov::modWFRoutines {
+namespace {
+
+// The folder is the control's own directory too. Both stores hold settings, so that a read from
+// the wrong one shows.
+class WorkflowSettings : public tests::SettingsTest {
+protected:
+    WorkflowSettings() {
+        modFilePath::SetDirectory(modFilePath::directory_id::module, path(""));
+        write("registry.reg",
+              "REGEDIT4\n"
+              "[HKEY_LOCAL_MACHINE\\Software\\Orvanta\\WF\\OV2000]\n"
+              "\"Name\"=\"registry\"\n\"Count\"=dword:5\n\"NetBasePath\"=\"N:\\\\reg\"\n"
+              "\"UserProfile\"=dword:1\n");
+        write("Orvanta.ini", "[OV2000]\nName=\"ini\"\nNetBasePath=\"N:\\ini\"\nUserProfile=0\n");
+        reset();
+    }
+    ~WorkflowSettings() override {
+        modFilePath::reset();
+        reset();
+    }
+};
+
+TEST_F(WorkflowSettings, comeFromTheRegistry) {
+    EXPECT_FALSE(storage().wfInitialised);
+    EXPECT_EQ(WFGetValue("OV2000", "Name", "-"), "registry");
+    EXPECT_EQ(WFGetValue("ov2000", "COUNT", "-"), "5");
+    EXPECT_EQ(WFGetValue("OV2000", "Missing", "-"), "-");
+    EXPECT_EQ(WFGetValue("Missing", "Name", "-"), "-");
+    EXPECT_EQ(WFGetPath("OV2000", "NetBasePath", "", true), "N:\\reg\\");
+    EXPECT_EQ(WFGetPath("OV2000", "NetBasePath", "", false), "");
+    EXPECT_EQ(WFGetPath("OV2000", "Missing", path(""), false), path(""));
+    EXPECT_TRUE(storage().wfInitialised);
+    EXPECT_FALSE(storage().wfUseIni);
+    EXPECT_TRUE(storage().wfUserProfile);
+}
+
+TEST_F(WorkflowSettings, comeFromTheIniFileBesideAMarker) {
+    write("reg.ov", "");
+    EXPECT_EQ(WFGetValue("OV2000", "Name", "-"), "\"ini\"") << "the strict reader keeps quotes";
+    EXPECT_EQ(WFGetValue("OV2000", "Count", "-"), "-");
+    EXPECT_EQ(WFGetPath("OV2000", "NetBasePath", "", true), "N:\\ini\\");
+    EXPECT_EQ(WFGetPath("OV2000", "NetBasePath", "", false), "");
+    EXPECT_EQ(WFGetPath("OV2000", "Missing", "", true), "");
+    EXPECT_TRUE(storage().wfUseIni);
+    EXPECT_FALSE(storage().wfUserProfile);
+}
+
+TEST_F(WorkflowSettings, theStoreIsDecidedOncePerThread) {
+    write("reg.ov", "");
+    InitWFStorage();
+    std::filesystem::remove(folder() / "reg.ov");
+    EXPECT_EQ(WFGetPath("OV2000", "NetBasePath", "", true), "N:\\ini\\");
+    std::string elsewhere;
+    std::thread([this, &elsewhere] {
+        modFilePath::SetDirectory(modFilePath::directory_id::module, path(""));
+        platform::setPerUserFolder(path(""));
+        elsewhere = WFGetValue("OV2000", "Name", "-");
+    }).join();
+    EXPECT_EQ(elsewhere, "registry");
+}
+
+TEST_F(WorkflowSettings, aDirectoryIsNoMarker) {
+    std::filesystem::create_directory(folder() / "reg.ov");
+    InitWFStorage();
+    EXPECT_FALSE(storage().wfUseIni);
+}
+
+} // namespace
+} // namespace ov::modWFRoutines

@@ -1,0 +1,98 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+#include "dictation/dictation_record.h"
+#include "dictation/name_decoding.h"
+#include "dictation/name_encoding.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+#include <vector>
+
+namespace ov::modDictation {
+namespace {
+
+struct Case {
+    const char* what;
+    std::string_view text;
+    std::optional<std::string> general;
+    std::optional<std::string> second;
+};
+
+const std::vector<Case> cases{
+    {"empty", "", "", ""},
+    {"plain with umlauts", "Öztürk ß 7", "Öztürk ß 7", "Öztürk ß 7"},
+    {"all that a file name cannot hold", "*/?<>\".:", "~_²²³³%%'!!$#", "²1²2²4²5²6²7²8²9"},
+    {"backslash and bar", "a\\b|c", std::nullopt, "a²3b²Ac"},
+    {"the escapes' own letters", "~_'", std::nullopt, "~_'"},
+    {"lone escape halves", "²a³%!$", "²a³%!$", "²0a³%!$"},
+    {"literal pair", "a!!b", std::nullopt, "a!!b"},
+    {"half before an escape", "²?", std::nullopt, "²0²4"},
+    {"half behind an escape", "?²", "²²²", "²4²0"},
+    {"superscript before a digit", "m²1", "m²1", std::nullopt},
+    {"superscript before another", "²²", std::nullopt, "²0²0"},
+    {"field separator", "a@@5$HOCH", std::nullopt, std::nullopt},
+    {"would join the next separator", "a@", std::nullopt, std::nullopt},
+    {"address", "a@b", "a@b", "a@b"},
+    {"line end", "a\nb", std::nullopt, std::nullopt},
+    {"not UTF-8", "M\xFCller", std::nullopt, std::nullopt},
+};
+
+TEST(NameEncoding, WritesBothSchemes) {
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.what);
+        EXPECT_EQ(encodeFieldText(c.text), c.general);
+        EXPECT_EQ(encodeFieldText2(c.text), c.second);
+    }
+}
+
+std::string randomText(std::mt19937& generator) {
+    static const std::vector<std::string> pieces{"*", "/", "?", "<",  ">", "\"", ".",
+                                                 ":", "²", "³", "\\", "|", "%",  "!",
+                                                 "$", "#", "1", "A",  "@", "a",  "Ö"};
+    std::string text;
+    for (std::size_t left = generator() % 8; left > 0; --left)
+        text += pieces[generator() % pieces.size()];
+    return text;
+}
+
+TEST(NameEncoding, WhatIsWrittenReadsBack) {
+    constexpr std::uint32_t seed = 20261121;
+    SCOPED_TRACE(seed);
+    std::mt19937 generator(seed);
+    int written = 0;
+    for (int i = 0; i < 5000; ++i) {
+        const std::string first = randomText(generator);
+        const std::string second = randomText(generator);
+        DictationNameBuilder name;
+        std::string value;
+        if (name.add(11, first) && name.add(23, second) && name.add(2, "ROH")) {
+            ++written;
+            ASSERT_TRUE(GetDictationField(11, "", name.name(), value));
+            ASSERT_EQ(value, first) << name.name();
+            ASSERT_TRUE(GetDictationField(23, "", name.name(), value));
+            ASSERT_EQ(value, second) << name.name();
+            ASSERT_TRUE(GetDictationField(2, "", name.name(), value));
+            ASSERT_EQ(value, "ROH") << name.name();
+        }
+    }
+    EXPECT_GT(written, 1000);
+}
+
+TEST(NameBuilder, RefusesAndStaysAsItWas) {
+    DictationNameBuilder name(20);
+    EXPECT_EQ(name.name(), "2$");
+    EXPECT_TRUE(name.add(5, "HOCH"));
+    EXPECT_TRUE(name.add(2, "ROH"));
+    EXPECT_FALSE(name.add(5, "MSG")) << "there already";
+    EXPECT_FALSE(name.add(2, "MAI")) << "there already";
+    EXPECT_FALSE(name.add(-1, "x")) << "no field of a name";
+    EXPECT_FALSE(name.add(0, "x")) << "no field of a name";
+    EXPECT_FALSE(name.add(7, "a_b")) << "cannot be written";
+    EXPECT_FALSE(name.add(8, "1234")) << "21 bytes";
+    EXPECT_TRUE(name.add(8, "123")) << "20 bytes";
+    EXPECT_EQ(name.name(), "2$ROH@@5$HOCH@@8$123");
+}
+
+} // namespace
+} // namespace ov::modDictation

@@ -1,0 +1,304 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+// Exported registry files, the calls that read them, and modRegistry above both.
+
+#include "platform/registry_file.h"
+#include "platform/text.h"
+#include "settings_fixture.h"
+#include "support/log.h"
+#include "support/modFilePath.h"
+#include "support/modRegistry.h"
+
+#include <array>
+#include <random>
+#include <vector>
+
+namespace ov::platform {
+namespace {
+
+using namespace std::string_literals;
+using namespace modRegistry;
+
+const std::string version5 = "Windows Registry Editor Version 5.00\r\n\r\n";
+const std::string workflowKey = R"([HKEY_LOCAL_MACHINE\SOFTWARE\Orvanta\WF\Test])"
+                                "\r\n";
+
+class Registry : public tests::SettingsTest {
+protected:
+    Registry() { modFilePath::SetDirectory(modFilePath::directory_id::log, path("")); }
+    ~Registry() override {
+        modFilePath::reset();
+        resetLog();
+    }
+
+    void use(const std::string& file) const {
+        write("registry.reg", file);
+        reloadRegistry();
+    }
+    static std::string value(std::string_view name,
+                             std::string_view key = "Software\\Orvanta\\WF\\Test\\") {
+        return RegistryGetValueEx(RegistryHive::localMachine, key, name, "(default)");
+    }
+};
+
+struct ValueCase {
+    const char* name;
+    std::string lines; // below the header of the key
+    const char* valueName;
+    std::string expected;
+};
+
+class RegistryValues : public Registry, public ::testing::WithParamInterface<ValueCase> {};
+
+TEST_P(RegistryValues, areReadInEveryEncoding) {
+    const std::string text = version5 + workflowKey + GetParam().lines;
+    use(text);
+    EXPECT_EQ(value(GetParam().valueName), GetParam().expected) << "UTF-8";
+    use("\xEF\xBB\xBF" + text);
+    EXPECT_EQ(value(GetParam().valueName), GetParam().expected) << "UTF-8 with mark";
+    use("\xFF\xFE" + utf8ToUtf16(text, false));
+    EXPECT_EQ(value(GetParam().valueName), GetParam().expected) << "UTF-16";
+    use("\xFE\xFF" + utf8ToUtf16(text, true));
+    EXPECT_EQ(value(GetParam().valueName), GetParam().expected) << "UTF-16, other byte order";
+}
+
+const ValueCase valueCases[] = {
+    {"text", R"("a"="b c")", "a", "b c"},
+    {"name in other case, with umlaut", "\"\xC3\xA4\"=\"\xC3\xB6\"", "\xC3\x84", "\xC3\xB6"},
+    {"escapes", R"("q\"\\"="C:\\Dict\\ \"x\"")", "q\"\\", R"(C:\Dict\ "x")"},
+    {"backslashes written by hand", R"("a"="C:\Dict")", "a", R"(C:\Dict)"},
+    {"empty text", R"("a"="")", "a", ""},
+    {"blanks and comment", R"( "a" = "b" ; "c")", "a", "b"},
+    {"default value", R"(@="d")", "", "d"},
+    {"missing value", R"("a"="b")", "c", "(default)"},
+    {"name with a blank behind it", R"("a"="b")", "a ", "(default)"},
+    {"commented out", R"(;"a"="b")", "a", "(default)"},
+    {"later value wins", "\"a\"=\"b\"\n\"A\"=\"c\"", "a", "c"},
+    {"removed value", "\"a\"=\"b\"\n\"a\"=-", "a", "(default)"},
+    {"removed key", "\"a\"=\"b\"\n[-HKEY_LOCAL_MACHINE\\Software\\Orvanta]", "a", "(default)"},
+    {"value below a removed key", "[-HKEY_LOCAL_MACHINE\\Software\\Orvanta]\n\"a\"=\"b\"", "a",
+     "(default)"},
+    {"value of another hive", "[HKEY_CLASSES_ROOT\\X]\n\"a\"=\"b\"", "a", "(default)"},
+    {"key in other case", "[hkey_local_machine\\software\\ORVANTA\\wf\\test\\]\n\"a\"=\"b\"", "a",
+     "b"},
+    {"number", R"("a"=dword:0000001F)", "a", "31"},
+    {"largest number", R"("a"=dword:7fffffff)", "a", "2147483647"},
+    {"number with the sign bit", R"("a"=dword:ffffffff)", "a", "-1"},
+    {"short number", R"("a"=dword:10)", "a", "16"},
+    {"number that is none", R"("a"=dword:xyz)", "a", "(default)"},
+    {"number that is too long", R"("a"=dword:123456789)", "a", "(default)"},
+    {"number given as bytes", R"("a"=hex(4):78,56,34,12)", "a", "305419896"},
+    {"short number given as bytes", R"("a"=hex(4):01,02)", "a", "513"},
+    {"expandable text", R"("a"=hex(2):25,00,58,00,25,00,e4,00,00,00)", "a", "%X%\xC3\xA4"},
+    {"text without zero", R"("a"=hex(1):48,00,69,00)", "a", "Hi"},
+    {"text up to its zero", R"("a"=hex(1):48,00,00,00,69,00,00,00)", "a", "H"},
+    {"continued over lines", "\"a\"=hex(2):48,00,\\\r\n  65,00,\\\r\n  79,00,00,00", "a", "Hey"},
+    {"value behind a continued one", "\"a\"=hex:01,\\\r\n  02\r\n\"b\"=\"c\"", "b", "c"},
+    {"binary", R"("a"=hex:48,00)", "a", "(default)"},
+    {"several texts", R"("a"=hex(7):48,00,00,00,00,00)", "a", "(default)"},
+    {"unknown type", R"("a"=hex(b):01,00,00,00,00,00,00,00)", "a", "(default)"},
+    {"byte that is none", R"("a"=hex(1):48,00,1ff)", "a", "(default)"},
+    {"text cut off", R"("a"="b)", "a", "(default)"},
+    {"text of 1023 bytes", "\"a\"=\"" + std::string(1023, 'x') + "\"", "a", std::string(1023, 'x')},
+    {"text of 1024 bytes", "\"a\"=\"" + std::string(1024, 'x') + "\"", "a", "(default)"},
+};
+
+INSTANTIATE_TEST_SUITE_P(Case, RegistryValues, ::testing::ValuesIn(valueCases));
+
+void PrintTo(const ValueCase& tested, std::ostream* out) {
+    *out << tested.name;
+}
+
+TEST_F(Registry, oldFilesHoldBytesOfTheCodePage) {
+    use("REGEDIT4\n\n" + workflowKey +
+        "\"a\"=\"\xE4\"\n\"b\"=hex(2):48,e4,00\n\"c\"=\"\xC3\xA4\"\n");
+    EXPECT_EQ(value("a"), "\xC3\xA4");
+    EXPECT_EQ(value("b"), "H\xC3\xA4");
+    EXPECT_EQ(value("c"), "\xC3\xA4");
+}
+
+TEST_F(Registry, whatIsNoExportChangesNothing) {
+    const std::string entry = workflowKey + "\"a\"=\"b\"\n";
+    for (const std::string& file :
+         {""s, entry, "REGEDIT5\n" + entry, "\0\1\2"s + entry, "x" + version5 + entry}) {
+        use(file);
+        EXPECT_EQ(value("a"), "(default)") << file;
+    }
+    std::filesystem::remove(folder() / "registry.reg");
+    std::filesystem::create_directory(folder() / "registry.reg");
+    reloadRegistry();
+    EXPECT_EQ(value("a"), "(default)");
+    EXPECT_TRUE(recentLogLines().empty());
+}
+
+TEST_F(Registry, laterFilesWinValueByValue) {
+    RegistryTree tree;
+    importRegistryFile(version5 + workflowKey + "\"a\"=\"system\"\n\"b\"=\"system\"\n", tree);
+    importRegistryFile(version5 + workflowKey + "\"a\"=\"user\"\n", tree);
+    const auto* key = findRegistryKey(tree.localMachine, "software\\orvanta\\wf\\test");
+    ASSERT_NE(key, nullptr);
+    EXPECT_EQ(key->values.at("A").data, "user\0"s);
+    EXPECT_EQ(key->values.at("B").data, "system\0"s);
+}
+
+TEST_F(Registry, keysAreTooDeepOrDamaged) {
+    std::string deepest = "[HKEY_CURRENT_USER";
+    for (std::size_t depth = 0; depth < deepestRegistryKey; ++depth)
+        deepest += "\\k";
+    RegistryTree tree;
+    importRegistryFile(version5 + "[HKEY_CURRENT_USER" + std::string(100000, '\\') + "]\n" +
+                           deepest + "\\k]\n" + "[HKEY_CURRENT_USER\\open\n[]\n[-]\n",
+                       tree);
+    EXPECT_EQ(tree.keyCount, 0U);
+    importRegistryFile(version5 + deepest + "]\n", tree);
+    EXPECT_EQ(tree.keyCount, deepestRegistryKey);
+}
+
+// Cut anywhere, with any byte changed: read as far as it goes, and never crash.
+TEST_F(Registry, damagedFiles) {
+    const std::string whole =
+        version5 + workflowKey +
+        "\"a\"=\"q\\\"\"\r\n\"b\"=dword:12\r\n\"c\"=hex(2):48,00,\\\r\n 00,00\r\n"
+        "[-HKEY_CURRENT_USER\\x]\r\n\"d\"=-\r\n";
+    for (const std::string& encoded : {whole, "\xFF\xFE" + utf8ToUtf16(whole, false)}) {
+        std::mt19937 random(1);
+        for (std::size_t length = 0; length < encoded.size(); ++length) {
+            RegistryTree tree;
+            std::string damaged = encoded.substr(0, length);
+            importRegistryFile(damaged, tree);
+            EXPECT_LE(tree.keyCount, 4U);
+            damaged = encoded;
+            damaged[length] = static_cast<char>(random());
+            importRegistryFile(damaged, tree);
+        }
+    }
+}
+
+TEST_F(Registry, opensKeysAsThePlatformDoes) {
+    use(version5 + workflowKey);
+    RegistryKey key;
+    EXPECT_EQ(key.open(RegistryHive::localMachine, "Software\\Orvanta"), registry_result::success);
+    EXPECT_EQ(key.open(RegistryHive::localMachine, "SOFTWARE\\orvanta\\"),
+              registry_result::success);
+    EXPECT_EQ(key.open(RegistryHive::localMachine, ""), registry_result::success);
+    EXPECT_EQ(key.open(RegistryHive::currentUser, "Software\\Orvanta"), registry_result::notFound);
+    EXPECT_EQ(key.open(RegistryHive::localMachine, "Software\\NoSuch\\Deep"),
+              registry_result::notFound);
+    EXPECT_EQ(key.open(RegistryHive::localMachine, "Software/Orvanta"), registry_result::notFound);
+    EXPECT_EQ(key.open(RegistryHive::localMachine, "\\Software\\Orvanta"),
+              registry_result::badPath);
+    std::vector<std::string> names;
+    EXPECT_EQ(key.subkeys(names), registry_result::invalidHandle);
+}
+
+TEST_F(Registry, copiesOnlyWhatFits) {
+    use(version5 + workflowKey + "\"sz\"=\"Hello\"\n");
+    RegistryKey key;
+    ASSERT_EQ(key.open(RegistryHive::localMachine, "Software\\Orvanta\\WF\\Test"),
+              registry_result::success);
+    RegistryType type = RegistryType::none;
+    std::size_t size = 0;
+    std::array<char, 6> exact{};
+    EXPECT_EQ(key.queryValue("SZ", type, exact, size), registry_result::success);
+    EXPECT_EQ(std::string(exact.data(), size), "Hello\0"s);
+    EXPECT_EQ(type, RegistryType::text);
+    std::array<char, 5> small{'#'};
+    EXPECT_EQ(key.queryValue("sz", type, small, size), registry_result::moreData);
+    EXPECT_EQ(size, 6U);
+    EXPECT_EQ(small[0], '#');
+    EXPECT_EQ(key.queryValue("missing", type, exact, size), registry_result::notFound);
+    reloadRegistry(); // an open key outlives what it was read from
+    EXPECT_EQ(key.queryValue("sz", type, exact, size), registry_result::success);
+    key.close();
+    EXPECT_EQ(key.queryValue("sz", type, exact, size), registry_result::invalidHandle);
+}
+
+TEST_F(Registry, isReadOnceUntilReloaded) {
+    use(version5 + workflowKey + "\"a\"=\"1\"\n");
+    EXPECT_EQ(value("a"), "1");
+    write("registry.reg", version5 + workflowKey + "\"a\"=\"2\"\n");
+    EXPECT_EQ(value("a"), "1");
+    reloadRegistry();
+    EXPECT_EQ(value("a"), "2");
+}
+
+TEST_F(Registry, shellFoldersComeFromTheEnvironment) {
+    const tests::Environment config("XDG_CONFIG_HOME", "/home/x/settings");
+    use("");
+    EXPECT_EQ(GetShellFolder("AppData"), "\\home\\x\\settings\\");
+    EXPECT_EQ(GetShellFolder("Common AppData"), "\\etc\\xdg\\");
+    EXPECT_EQ(GetShellFolder("Desktop"), "");
+    const tests::Environment relative("XDG_CONFIG_HOME", "settings");
+    const tests::Environment home("HOME", "/home/y");
+    reloadRegistry();
+    EXPECT_EQ(GetShellFolder("AppData"), "\\home\\y\\.config\\");
+}
+
+TEST_F(Registry, shellFoldersOfTheFileWin) {
+    const std::string key = R"(\Software\Microsoft\Windows\CurrentVersion\Explorer\Shell Folders])";
+    use(version5 + "[HKEY_CURRENT_USER" + key + "\n\"AppData\"=\"C:\\\\Users\\\\x\"\n" +
+        "[HKEY_LOCAL_MACHINE" + key + "\n\"Common AppData\"=-\n");
+    EXPECT_EQ(GetShellFolder("AppData"), "C:\\Users\\x\\");
+    EXPECT_EQ(GetShellFolder("Common AppData"), "");
+}
+
+TEST_F(Registry, thePerUserFolderMovesTheDriveFolder) {
+    EXPECT_EQ(toNativePath("D:\\x"), (folder() / "drives/d/x").native());
+    setPerUserFolder("\\elsewhere");
+    EXPECT_EQ(perUserFolder(), "\\elsewhere\\");
+    EXPECT_EQ(toNativePath("D:\\x"), "/elsewhere/drives/d/x");
+    const tests::Environment config("XDG_CONFIG_HOME", "/home/x/settings");
+    setPerUserFolder({});
+    EXPECT_EQ(toNativePath("D:\\x"), "/home/x/settings/Orvanta/drives/d/x");
+}
+
+TEST_F(Registry, pathsAndBooleans) {
+    use(version5 + workflowKey + "\"path\"=\"\\\\no\\\\such\"\n\"on\"=dword:2\n\"off\"=\"0\"\n" +
+        "\"word\"=\"True\"\n");
+    const auto hive = RegistryHive::localMachine;
+    const std::string key = "Software\\Orvanta\\WF\\Test\\";
+    EXPECT_EQ(RegistryGetPath(hive, key, "path", "", true), "\\no\\such\\");
+    EXPECT_EQ(RegistryGetPath(hive, key, "path", "", false), "");
+    EXPECT_EQ(RegistryGetPath(hive, key, "none", path(""), false), path(""));
+    EXPECT_TRUE(RegistryGetBoolean(hive, key, "on", false));
+    EXPECT_FALSE(RegistryGetBoolean(hive, key, "off", true));
+    EXPECT_FALSE(RegistryGetBoolean(hive, key, "word", true));
+    EXPECT_TRUE(RegistryGetBoolean(hive, key, "none", true));
+}
+
+TEST_F(Registry, subkeysInTheOrderOfTheFile) {
+    use(version5 + "[HKEY_CURRENT_USER\\k\\Zeta]\n[HKEY_CURRENT_USER\\k\\alpha\\deep]\n"
+                   "[HKEY_CURRENT_USER\\K\\ZETA\\x]\n");
+    using Names = std::vector<std::string>;
+    EXPECT_EQ(REGReadSubKeyNames(RegistryHive::currentUser, "k"), (Names{"Zeta", "alpha"}));
+    EXPECT_EQ(REGReadSubKeys(RegistryHive::currentUser, "k\\"), (Names{"k\\Zeta", "k\\alpha"}));
+    EXPECT_EQ(REGReadSubKeys(RegistryHive::currentUser, "none"), Names{});
+    EXPECT_TRUE(recentLogLines().empty());
+}
+
+TEST_F(Registry, unexpectedErrorsAreLoggedUnderTheProcedure) {
+    use(version5 + workflowKey + "\"a\"=\"" + std::string(2000, 'x') + "\"\n");
+    value("a");
+    REGReadSubKeys(RegistryHive::currentUser, "\\k");
+    REGReadSubKeyNames(RegistryHive::currentUser, "\\k");
+    const auto lines = recentLogLines();
+    ASSERT_EQ(lines.size(), 3U);
+    EXPECT_NE(lines[0].find("ERROR (234): RegistryGetValueEx - "), std::string::npos) << lines[0];
+    EXPECT_NE(lines[1].find("ERROR (161): REGReadSubKeys - "), std::string::npos) << lines[1];
+    EXPECT_NE(lines[2].find("ERROR (161): REGReadSubKeyNames - "), std::string::npos) << lines[2];
+}
+
+// The log's own folder comes from the registry: reporting must not call itself.
+TEST_F(Registry, shellFolderThatIsTooLongIsReportedOnce) {
+    use(version5 +
+        R"([HKEY_CURRENT_USER\Software\Microsoft\Windows\CurrentVersion\Explorer\Shell Folders])" +
+        "\n\"AppData\"=\"" + std::string(2000, 'x') + "\"\n");
+    modFilePath::reset();
+    modFilePath::SetDirectory(modFilePath::directory_id::module, path(""));
+    EXPECT_EQ(GetShellFolder("AppData"), "");
+    EXPECT_EQ(recentLogLines().size(), 1U);
+}
+
+} // namespace
+} // namespace ov::platform
