@@ -16,10 +16,13 @@ constexpr std::int32_t lowest = std::numeric_limits<std::int32_t>::min();
 constexpr std::int32_t highest = std::numeric_limits<std::int32_t>::max();
 
 class ModIni : public tests::SettingsTest {
-protected:
+public:
     ModIni() { platform::setLocale(platform::Locale{}); }
     ~ModIni() override { platform::setLocale({}); }
+    ModIni(const ModIni&) = delete;
+    ModIni& operator=(const ModIni&) = delete;
 
+protected:
     std::string file() const { return path("f.ini"); }
     std::int32_t number(std::int32_t minimum = 0, std::int32_t maximum = 0) const {
         return ReadIniNumber("S", "k", 7, minimum, maximum, file());
@@ -30,8 +33,8 @@ protected:
 };
 
 struct NumberCase {
-    const char* text;
-    std::int32_t expected; // 7 is the default
+    const char* text = "";
+    std::int32_t expected = 7; // the default
     char decimalSign = '.';
 };
 

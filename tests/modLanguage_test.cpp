@@ -23,7 +23,7 @@ using namespace ov;
 
 // A folder of language files that this thread's texts come from.
 class LanguageFolder : public testing::Test {
-protected:
+public:
     LanguageFolder() {
         std::string name = (std::filesystem::temp_directory_path() / "ov-XXXXXX").native();
         folder_ = mkdtemp(name.data());
@@ -38,6 +38,13 @@ protected:
         modUtil::reset();
     }
 
+protected:
+    void create(const char* directory) const {
+        std::filesystem::create_directories(folder_ / directory);
+    }
+    std::string path(const std::string& name) const {
+        return platform::fromNativePath((folder_ / name).native());
+    }
     void write(const char* name, std::string_view content) const {
         std::ofstream(folder_ / name, std::ios::binary) << content;
     }
@@ -125,8 +132,8 @@ TEST(LanguageFile, Languages) {
         LanguageFile::parse("[7]\n1=Straße\n2=Januar\n[7.2]\n1=Strasse\n[9]\n1=Street\n3=only\n"
                             "[12]\n2=janvier\n");
     const struct {
-        const char* rule;
-        std::int32_t number, language, subLanguage;
+        const char* rule = "";
+        std::int32_t number = 0, language = 0, subLanguage = 0;
         std::optional<std::string> text;
     } cases[] = {
         {"German", 1, 7, 0, "Straße"},
@@ -157,6 +164,30 @@ TEST_F(LanguageFolder, GatewayTellsMissingFilesFromMissingTexts) {
     EXPECT_EQ(resource_gateway::GetResString("texts.drl", 2, buffer, 9, 0), 0);
     EXPECT_EQ(resource_gateway::GetResString("other.drl", 1, buffer, 9, 0), -1);
     EXPECT_EQ(resource_gateway::GetResString("", 1, buffer, 9, 0), -1);
+}
+
+TEST_F(LanguageFolder, GatewayFindsInstalledFiles) {
+    const struct {
+        const char* layout;
+        const char* module; // directory of the program or plug-in
+        const char* texts;
+        bool isFound;
+    } cases[] = {
+        {"build tree", "a/bin", "a/bin/DRL", true},
+        {"program", "b/bin", "b/share/ovsearch/DRL", true},
+        {"plug-in", "c/lib/triplet/ovsearch", "c/share/ovsearch/DRL", true},
+        {"fourth parent", "d/1/2/3/4", "d/share/ovsearch/DRL", true},
+        {"fifth parent", "e/1/2/3/4/5", "e/share/ovsearch/DRL", false},
+    };
+    for (const auto& test : cases) {
+        SCOPED_TRACE(test.layout);
+        create(test.module);
+        create(test.texts);
+        write((test.texts + std::string("/x.drl")).c_str(), "");
+        const std::string found = resource_gateway::defaultPath(path(test.module) + "\\", "x.drl");
+        EXPECT_EQ(found,
+                  path(test.isFound ? test.texts : test.module + std::string("/DRL")) + "\\x.drl");
+    }
 }
 
 TEST_F(LanguageFolder, GatewayCutsBeforeTheCharacterThatDoesNotFit) {
@@ -234,10 +265,10 @@ TEST_F(LanguageFolder, ArgumentsAsAListOfEitherKind) {
 TEST(TextExpansion, Places) {
     using Arguments = std::vector<std::string_view>;
     const struct {
-        const char* rule;
-        const char* text;
+        const char* rule = "";
+        const char* text = "";
         std::optional<Arguments> arguments;
-        const char* expected;
+        const char* expected = "";
     } cases[] = {
         {"no places", "Datei", Arguments{"x"}, "Datei"},
         {"empty text", "", Arguments{"x"}, ""},
@@ -268,7 +299,7 @@ TEST(TextExpansion, Places) {
         {"argument with percent signs", "in 100%%: %1%, %2%", Arguments{"100%1%", "b"},
          "in 100%: 100%1%, b"},
         {"argument pairs with nothing", "%1% 5% %2%", Arguments{"50%", "b"}, "50% 5% %2%"},
-        {"argument builds no number", "%1% %#%1%%2%", Arguments{"2", "b"}, "2 b"},
+        {"argument builds no number", "%1%, <%#%1%2%>", Arguments{"2"}, "2, <>"},
         {"argument like a reference", "%1% %2%", Arguments{"%#22%", "b"}, "%#22% b"},
 
         {"argument beyond the list", "%1% %2% %1%#13#%%", Arguments{"a"}, "a %2% a\r\n%%"},

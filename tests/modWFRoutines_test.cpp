@@ -13,7 +13,7 @@ namespace {
 // The folder is the control's own directory too. Both stores hold settings, so that a read from
 // the wrong one shows.
 class WorkflowSettings : public tests::SettingsTest {
-protected:
+public:
     WorkflowSettings() {
         modFilePath::SetDirectory(modFilePath::directory_id::module, path(""));
         write("registry.reg",
@@ -28,6 +28,8 @@ protected:
         modFilePath::reset();
         reset();
     }
+    WorkflowSettings(const WorkflowSettings&) = delete;
+    WorkflowSettings& operator=(const WorkflowSettings&) = delete;
 };
 
 TEST_F(WorkflowSettings, comeFromTheRegistry) {

@@ -89,7 +89,7 @@ std::map<std::string, std::vector<Row>> readCases() {
     for (std::string line; std::getline(file, line);)
         if (!line.starts_with('#') && !line.starts_with("case\t")) {
             Row row = parseRow(line);
-            if (excluded.count(row.caseName) == 0)
+            if (!excluded.contains(row.caseName))
                 cases[row.caseName].push_back(std::move(row));
         }
     return cases;
@@ -129,14 +129,17 @@ std::string comparable(const std::string& bytes) {
 
 class RecordedProfile : public tests::SettingsTest,
                         public ::testing::WithParamInterface<std::string> {
-protected:
+public:
     // The Windows directory is the folder, the current directory one below it.
     RecordedProfile() : oldDirectory_(fs::current_path()) {
         fs::create_directory(folder() / "current");
         fs::current_path(folder() / "current");
     }
     ~RecordedProfile() override { fs::current_path(oldDirectory_); }
+    RecordedProfile(const RecordedProfile&) = delete;
+    RecordedProfile& operator=(const RecordedProfile&) = delete;
 
+protected:
     // The recording's own file lies elsewhere; other names mean the same here.
     std::string nameOf(const Row& row) const { return row.file == "F" ? path("F") : row.file; }
     static std::string storedAs(const Row& row) {
@@ -181,7 +184,7 @@ TEST_P(RecordedProfile, readsAndWritesAlike) {
         SCOPED_TRACE("step " + row.step);
         const std::string before = read(storedAs(row));
         const bool existed = fs::is_regular_file(folder() / storedAs(row));
-        if (excluded.count(row.name()) == 0)
+        if (!excluded.contains(row.name()))
             run(row);
         const std::string after = read(storedAs(row));
         if (row.after == "=") {

@@ -240,7 +240,7 @@ TEST_F(Profile, rightsAreRespected) {
 }
 
 TEST_F(Profile, hugeLinesAndManyLines) {
-    const std::string megabytes(8U * 1024 * 1024, 'x');
+    const std::string megabytes(std::size_t{8} * 1024 * 1024, 'x');
     std::string blanks(megabytes.size(), '\n');
     write("f.ini", "[" + megabytes + "\n" + megabytes + "=1\n[" + blanks + "[S]\nk=" + megabytes);
     EXPECT_EQ(value("S", "k"), megabytes.substr(0, 255));

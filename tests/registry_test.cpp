@@ -25,19 +25,22 @@ const std::string workflowKey = R"([HKEY_LOCAL_MACHINE\SOFTWARE\Orvanta\WF\Test]
                                 "\r\n";
 
 class Registry : public tests::SettingsTest {
-protected:
+public:
     Registry() { modFilePath::SetDirectory(modFilePath::directory_id::log, path("")); }
     ~Registry() override {
         modFilePath::reset();
         resetLog();
     }
+    Registry(const Registry&) = delete;
+    Registry& operator=(const Registry&) = delete;
 
+protected:
     void use(const std::string& file) const {
         write("registry.reg", file);
         reloadRegistry();
     }
     static std::string value(std::string_view name,
-                             std::string_view key = "Software\\Orvanta\\WF\\Test\\") {
+                             std::string_view key = R"(Software\Orvanta\WF\Test\)") {
         return RegistryGetValueEx(RegistryHive::localMachine, key, name, "(default)");
     }
 };
@@ -80,8 +83,10 @@ const ValueCase valueCases[] = {
     {"value below a removed key", "[-HKEY_LOCAL_MACHINE\\Software\\Orvanta]\n\"a\"=\"b\"", "a",
      "(default)"},
     {"value of another hive", "[HKEY_CLASSES_ROOT\\X]\n\"a\"=\"b\"", "a", "(default)"},
-    {"key in other case", "[hkey_local_machine\\software\\ORVANTA\\wf\\test\\]\n\"a\"=\"b\"", "a",
-     "b"},
+    {"key in other case",
+     R"([hkey_local_machine\software\ORVANTA\wf\test\])"
+     "\n\"a\"=\"b\"",
+     "a", "b"},
     {"number", R"("a"=dword:0000001F)", "a", "31"},
     {"largest number", R"("a"=dword:7fffffff)", "a", "2147483647"},
     {"number with the sign bit", R"("a"=dword:ffffffff)", "a", "-1"},
@@ -100,8 +105,8 @@ const ValueCase valueCases[] = {
     {"unknown type", R"("a"=hex(b):01,00,00,00,00,00,00,00)", "a", "(default)"},
     {"byte that is none", R"("a"=hex(1):48,00,1ff)", "a", "(default)"},
     {"text cut off", R"("a"="b)", "a", "(default)"},
-    {"text of 1023 bytes", "\"a\"=\"" + std::string(1023, 'x') + "\"", "a", std::string(1023, 'x')},
-    {"text of 1024 bytes", "\"a\"=\"" + std::string(1024, 'x') + "\"", "a", "(default)"},
+    {"text of 1023 bytes", R"("a"=")" + std::string(1023, 'x') + "\"", "a", std::string(1023, 'x')},
+    {"text of 1024 bytes", R"("a"=")" + std::string(1024, 'x') + "\"", "a", "(default)"},
 };
 
 INSTANTIATE_TEST_SUITE_P(Case, RegistryValues, ::testing::ValuesIn(valueCases));
@@ -120,8 +125,9 @@ TEST_F(Registry, oldFilesHoldBytesOfTheCodePage) {
 
 TEST_F(Registry, whatIsNoExportChangesNothing) {
     const std::string entry = workflowKey + "\"a\"=\"b\"\n";
+    const std::string whole = version5 + entry;
     for (const std::string& file :
-         {""s, entry, "REGEDIT5\n" + entry, "\0\1\2"s + entry, "x" + version5 + entry}) {
+         {""s, entry, "REGEDIT5\n" + entry, "\0\1\2"s + entry, "x" + whole}) {
         use(file);
         EXPECT_EQ(value("a"), "(default)") << file;
     }
@@ -136,7 +142,7 @@ TEST_F(Registry, laterFilesWinValueByValue) {
     RegistryTree tree;
     importRegistryFile(version5 + workflowKey + "\"a\"=\"system\"\n\"b\"=\"system\"\n", tree);
     importRegistryFile(version5 + workflowKey + "\"a\"=\"user\"\n", tree);
-    const auto* key = findRegistryKey(tree.localMachine, "software\\orvanta\\wf\\test");
+    const auto* key = findRegistryKey(tree.localMachine, R"(software\orvanta\wf\test)");
     ASSERT_NE(key, nullptr);
     EXPECT_EQ(key->values.at("A").data, "user\0"s);
     EXPECT_EQ(key->values.at("B").data, "system\0"s);
@@ -183,10 +189,10 @@ TEST_F(Registry, opensKeysAsThePlatformDoes) {
               registry_result::success);
     EXPECT_EQ(key.open(RegistryHive::localMachine, ""), registry_result::success);
     EXPECT_EQ(key.open(RegistryHive::currentUser, "Software\\Orvanta"), registry_result::notFound);
-    EXPECT_EQ(key.open(RegistryHive::localMachine, "Software\\NoSuch\\Deep"),
+    EXPECT_EQ(key.open(RegistryHive::localMachine, R"(Software\NoSuch\Deep)"),
               registry_result::notFound);
     EXPECT_EQ(key.open(RegistryHive::localMachine, "Software/Orvanta"), registry_result::notFound);
-    EXPECT_EQ(key.open(RegistryHive::localMachine, "\\Software\\Orvanta"),
+    EXPECT_EQ(key.open(RegistryHive::localMachine, R"(\Software\Orvanta)"),
               registry_result::badPath);
     std::vector<std::string> names;
     EXPECT_EQ(key.subkeys(names), registry_result::invalidHandle);
@@ -195,7 +201,7 @@ TEST_F(Registry, opensKeysAsThePlatformDoes) {
 TEST_F(Registry, copiesOnlyWhatFits) {
     use(version5 + workflowKey + "\"sz\"=\"Hello\"\n");
     RegistryKey key;
-    ASSERT_EQ(key.open(RegistryHive::localMachine, "Software\\Orvanta\\WF\\Test"),
+    ASSERT_EQ(key.open(RegistryHive::localMachine, R"(Software\Orvanta\WF\Test)"),
               registry_result::success);
     RegistryType type = RegistryType::none;
     std::size_t size = 0;
@@ -226,27 +232,27 @@ TEST_F(Registry, isReadOnceUntilReloaded) {
 TEST_F(Registry, shellFoldersComeFromTheEnvironment) {
     const tests::Environment config("XDG_CONFIG_HOME", "/home/x/settings");
     use("");
-    EXPECT_EQ(GetShellFolder("AppData"), "\\home\\x\\settings\\");
-    EXPECT_EQ(GetShellFolder("Common AppData"), "\\etc\\xdg\\");
+    EXPECT_EQ(GetShellFolder("AppData"), R"(\home\x\settings\)");
+    EXPECT_EQ(GetShellFolder("Common AppData"), R"(\etc\xdg\)");
     EXPECT_EQ(GetShellFolder("Desktop"), "");
     const tests::Environment relative("XDG_CONFIG_HOME", "settings");
     const tests::Environment home("HOME", "/home/y");
     reloadRegistry();
-    EXPECT_EQ(GetShellFolder("AppData"), "\\home\\y\\.config\\");
+    EXPECT_EQ(GetShellFolder("AppData"), R"(\home\y\.config\)");
 }
 
 TEST_F(Registry, shellFoldersOfTheFileWin) {
     const std::string key = R"(\Software\Microsoft\Windows\CurrentVersion\Explorer\Shell Folders])";
     use(version5 + "[HKEY_CURRENT_USER" + key + "\n\"AppData\"=\"C:\\\\Users\\\\x\"\n" +
         "[HKEY_LOCAL_MACHINE" + key + "\n\"Common AppData\"=-\n");
-    EXPECT_EQ(GetShellFolder("AppData"), "C:\\Users\\x\\");
+    EXPECT_EQ(GetShellFolder("AppData"), R"(C:\Users\x\)");
     EXPECT_EQ(GetShellFolder("Common AppData"), "");
 }
 
 TEST_F(Registry, thePerUserFolderMovesTheDriveFolder) {
     EXPECT_EQ(toNativePath("D:\\x"), (folder() / "drives/d/x").native());
     setPerUserFolder("\\elsewhere");
-    EXPECT_EQ(perUserFolder(), "\\elsewhere\\");
+    EXPECT_EQ(perUserFolder(), R"(\elsewhere\)");
     EXPECT_EQ(toNativePath("D:\\x"), "/elsewhere/drives/d/x");
     const tests::Environment config("XDG_CONFIG_HOME", "/home/x/settings");
     setPerUserFolder({});
@@ -257,8 +263,8 @@ TEST_F(Registry, pathsAndBooleans) {
     use(version5 + workflowKey + "\"path\"=\"\\\\no\\\\such\"\n\"on\"=dword:2\n\"off\"=\"0\"\n" +
         "\"word\"=\"True\"\n");
     const auto hive = RegistryHive::localMachine;
-    const std::string key = "Software\\Orvanta\\WF\\Test\\";
-    EXPECT_EQ(RegistryGetPath(hive, key, "path", "", true), "\\no\\such\\");
+    const std::string key = R"(Software\Orvanta\WF\Test\)";
+    EXPECT_EQ(RegistryGetPath(hive, key, "path", "", true), R"(\no\such\)");
     EXPECT_EQ(RegistryGetPath(hive, key, "path", "", false), "");
     EXPECT_EQ(RegistryGetPath(hive, key, "none", path(""), false), path(""));
     EXPECT_TRUE(RegistryGetBoolean(hive, key, "on", false));
@@ -278,7 +284,7 @@ TEST_F(Registry, subkeysInTheOrderOfTheFile) {
 }
 
 TEST_F(Registry, unexpectedErrorsAreLoggedUnderTheProcedure) {
-    use(version5 + workflowKey + "\"a\"=\"" + std::string(2000, 'x') + "\"\n");
+    use(version5 + workflowKey + R"("a"=")" + std::string(2000, 'x') + "\"\n");
     value("a");
     REGReadSubKeys(RegistryHive::currentUser, "\\k");
     REGReadSubKeyNames(RegistryHive::currentUser, "\\k");
@@ -291,9 +297,12 @@ TEST_F(Registry, unexpectedErrorsAreLoggedUnderTheProcedure) {
 
 // The log's own folder comes from the registry: reporting must not call itself.
 TEST_F(Registry, shellFolderThatIsTooLongIsReportedOnce) {
-    use(version5 +
-        R"([HKEY_CURRENT_USER\Software\Microsoft\Windows\CurrentVersion\Explorer\Shell Folders])" +
-        "\n\"AppData\"=\"" + std::string(2000, 'x') + "\"\n");
+    const tests::Environment config("XDG_CONFIG_HOME", folder().native());
+    setPerUserFolder({});
+    std::filesystem::create_directory(folder() / "Orvanta");
+    write("Orvanta/registry.reg", version5 + "[HKEY_CURRENT_USER\\" + std::string(shellFoldersKey) +
+                                      "]\n\"AppData\"=\"" + std::string(2000, 'x') + "\"\n");
+    reloadRegistry();
     modFilePath::reset();
     modFilePath::SetDirectory(modFilePath::directory_id::module, path(""));
     EXPECT_EQ(GetShellFolder("AppData"), "");

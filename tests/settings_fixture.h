@@ -47,7 +47,7 @@ private:
 
 // An empty folder that is also the Windows directory and the per-user folder.
 class SettingsTest : public ::testing::Test {
-protected:
+public:
     SettingsTest() : folder_(makeFolder()), windowsDirectory_("OV_WINDIR", folder_.native()) {
         platform::setPerUserFolder(path(""));
         platform::reloadRegistry();
@@ -58,7 +58,10 @@ protected:
         fs::permissions(folder_, fs::perms::owner_all);
         fs::remove_all(folder_);
     }
+    SettingsTest(const SettingsTest&) = delete;
+    SettingsTest& operator=(const SettingsTest&) = delete;
 
+protected:
     const fs::path& folder() const { return folder_; }
     // The path text of a file of the folder; "" is the folder with a "\" at its end.
     std::string path(const std::string& name) const {

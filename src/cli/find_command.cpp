@@ -3,9 +3,6 @@
 
 #include "cli/find_command.h"
 
-#include <cstdio>
-#include <optional>
-
 #include "cli/criterion_text.h"
 #include "cli/messages.h"
 #include "cli/session.h"
@@ -17,10 +14,10 @@
 #include "platform/coarse_clock.h"
 #include "platform/files.h"
 #include "platform/terminal.h"
-#include "platform/text.h"
 #include "support/modFilePath.h"
-#include "support/modLanguage.h"
-#include "support/text_ids.h"
+
+#include <cstdio>
+#include <optional>
 
 namespace ov::cli {
 
@@ -65,16 +62,18 @@ bool readCriteriaFile(const std::string& native, std::vector<std::string>& crite
     const modDictation::CriteriaLines lines = modDictation::readCriteriaLines(content);
     criteria.insert(criteria.end(), lines.criteria.begin(), lines.criteria.end());
     if (lines.skipped > 0)
-        complain(native + ": " + std::to_string(lines.skipped) +
-                 " lines that are no criteria were left out");
-    return true;
+        complain(native + ": lines that are no criteria: " + std::to_string(lines.skipped));
+    // Without any, every dictation would match.
+    if (lines.criteria.empty())
+        complain(native + ": holds no criteria");
+    return !lines.criteria.empty();
 }
 
 std::optional<Column> columnOfKey(const std::string& key) {
     if (key == "path")
         return Column{key, pathColumn};
-    const std::int32_t field = modDictation::fieldIdOfKey(key);
-    if (field <= modDictation::noField) {
+    const std::int32_t field = fieldOfKey(key);
+    if (field == modDictation::noField) {
         complain("there is no column \"" + key + "\"; columns are: path, " + fieldKeys());
         return std::nullopt;
     }
@@ -105,12 +104,10 @@ bool readColumns(const FindOptions& options, std::vector<Column>& columns) {
 }
 
 bool readSort(const std::string& text, std::optional<SortOrder>& sort) {
-    if (text.empty())
-        return true;
     const std::size_t colon = text.find(':');
     const std::string direction = colon == std::string::npos ? "asc" : text.substr(colon + 1);
-    const std::int32_t field = modDictation::fieldIdOfKey(text.substr(0, colon));
-    if (field <= modDictation::noField || (direction != "asc" && direction != "desc")) {
+    const std::int32_t field = fieldOfKey(std::string_view(text).substr(0, colon));
+    if (field == modDictation::noField || (direction != "asc" && direction != "desc")) {
         complain("cannot sort by \"" + text + "\"; say KEY or KEY:desc, with KEY one of: " +
                  fieldKeys());
         return false;
@@ -119,21 +116,30 @@ bool readSort(const std::string& text, std::optional<SortOrder>& sort) {
     return true;
 }
 
-std::string searchRoot(const std::string& typed) {
-    using namespace modFilePath;
-    return typed.empty() ? GetDirectory(directory_id::dictationTree)
-                         : AddBackslash(platform::fromNativePath(typed));
+// What is wrong with how things were asked for.
+bool readRequest(const FindOptions& options, FindRequest& request) {
+    if (options.zeroEnded && options.format != HitFormat::paths) {
+        complain("-0 goes with --format paths");
+        return false;
+    }
+    return readCriteria(options.criteria, request.criteria) &&
+           readColumns(options, request.columns) &&
+           (!options.sort || readSort(*options.sort, request.sort));
 }
 
-bool checkRoot(const std::string& root) {
-    if (root.empty())
+bool findRoot(const std::optional<std::string>& typed, std::string& root) {
+    using namespace modFilePath;
+    root = typed ? AddBackslash(platform::fromNativePath(*typed))
+                 : GetDirectory(directory_id::dictationTree);
+    if (root.empty()) {
         complain("no folder was given and the settings name none; give one, or set DictationDir in "
                  "section [Directories] of OVSearch.cfg");
-    else if (!platform::directoryExists(root))
-        complain(modLanguage::GetText(text_id::directoryMissing, {platform::toNativePath(root)}));
-    else
-        return true;
-    return false;
+        return false;
+    }
+    const platform::Status opened = platform::DirectoryReader().open(root);
+    if (!opened.ok())
+        complain(opened.description());
+    return opened.ok();
 }
 
 // Writes hits as they come, or sorted once all are there.
@@ -142,12 +148,12 @@ public:
     HitPrinter(const DictationList& hits, HitWriter& writer, Output& output)
         : hits_(hits), writer_(writer), output_(output) {}
 
+    bool hasNew() const noexcept { return printed_ < hits_.size(); }
+
     void printNew() {
-        const std::int32_t before = printed_;
-        while (printed_ < hits_.size())
+        while (hasNew())
             print(++printed_);
-        if (printed_ != before)
-            output_.flush();
+        output_.flush();
     }
 
     void printSorted(const SortOrder& sort) {
@@ -177,8 +183,10 @@ void search(const FindOptions& options, const FindRequest& request, const Sessio
     constexpr std::int64_t progressIntervalMs = 100;
     std::int64_t nextProgress = platform::coarseMilliseconds() + progressIntervalMs;
     terminal.setIdleHandler([&] {
-        if (!request.sort)
+        if (!request.sort && printer.hasNew()) {
+            terminal.makeRoomForOutput();
             printer.printNew();
+        }
         if (output.failed())
             modDictation::requestSearchAbort();
         if (platform::coarseMilliseconds() < nextProgress)
@@ -202,11 +210,16 @@ void reportProblems() {
         complain(std::to_string(all - told) + " more were left out");
 }
 
-ExitCode result(const DictationList& hits, const Output& output) {
-    if (output.failed()) {
-        complain("cannot write: " + output.failure());
-        return ExitCode::unreadable;
-    }
+void reportEnd(const FindOptions& options, const DictationList& hits,
+               const TerminalInterface& terminal) {
+    if (terminal.interrupted())
+        complain("stopped; what was found until then is shown");
+    else if (options.limit == usualLimit && hits.size() >= options.limit)
+        complain("ended after " + std::to_string(hits.size()) +
+                 " dictations; --limit allows for more");
+}
+
+ExitCode result(const DictationList& hits) {
     if (!hits.empty())
         return ExitCode::found;
     // What could not be read may hold what was looked for.
@@ -218,13 +231,10 @@ ExitCode result(const DictationList& hits, const Output& output) {
 
 ExitCode runFind(const FindOptions& options, const Session& session, TerminalInterface& terminal) {
     FindRequest request;
-    if (!readCriteria(options.criteria, request.criteria) ||
-        !readColumns(options, request.columns) || !readSort(options.sort, request.sort))
+    if (!readRequest(options, request))
         return ExitCode::usage;
-    if (!options.criteriaFile.empty() && !readCriteriaFile(options.criteriaFile, request.criteria))
-        return ExitCode::unreadable;
-    request.root = searchRoot(options.root);
-    if (!checkRoot(request.root))
+    if ((options.criteriaFile && !readCriteriaFile(*options.criteriaFile, request.criteria)) ||
+        !findRoot(options.root, request.root))
         return ExitCode::unreadable;
 
     Output output(stdout);
@@ -241,9 +251,8 @@ ExitCode runFind(const FindOptions& options, const Session& session, TerminalInt
     writer->end();
     output.flush();
     reportProblems();
-    if (terminal.interrupted())
-        complain("stopped; what was found until then is shown");
-    return result(hits, output);
+    reportEnd(options, hits, terminal);
+    return output.finish(result(hits));
 }
 
 } // namespace ov::cli

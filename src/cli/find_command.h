@@ -3,28 +3,31 @@
 
 #pragma once
 
-#include <cstdint>
-#include <string>
-#include <vector>
-
 #include "cli/exit_code.h"
 #include "cli/hit_writer.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
 
 namespace ov::cli {
 
 class Session;
 class TerminalInterface;
 
+constexpr std::int32_t usualLimit = 999999;
+
 // What `ovsearch find` was asked for, as typed.
 struct FindOptions {
-    std::string root; // native; empty: the dictation root of the settings
+    std::optional<std::string> root; // native; else the dictation root of the settings
     std::vector<std::string> criteria;
     bool any = false;
-    std::string criteriaFile; // native
+    std::optional<std::string> criteriaFile; // native
     std::int32_t maxDepth = 50;
-    std::int32_t limit = 999999;
+    std::int32_t limit = usualLimit;
     std::vector<std::string> columns;
-    std::string sort; // KEY or KEY:desc
+    std::optional<std::string> sort; // KEY or KEY:desc
     HitFormat format = HitFormat::table;
     bool zeroEnded = false;
 };

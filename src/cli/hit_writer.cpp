@@ -3,10 +3,6 @@
 
 #include "cli/hit_writer.h"
 
-#include <algorithm>
-#include <array>
-#include <cerrno>
-#include <cstring>
 #include <utility>
 
 #include <nlohmann/json.hpp>
@@ -65,66 +61,52 @@ public:
         Row row;
         for (const Column& column : columns_)
             row.push_back(shownText(columnText(column, directory, fileName)));
-        if (widths_.empty())
-            held_.push_back(std::move(row));
-        else
-            print(row);
-        if (held_.size() == rowsHeldBack)
+        if (!widths_.empty()) {
+            output_.write(tableLine(row, widths_));
+            return;
+        }
+        if (held_.empty())
+            held_.push_back(header());
+        held_.push_back(std::move(row));
+        if (held_.size() > rowsHeldBack)
             release();
     }
 
-    void end() override {
-        if (widths_.empty() && !held_.empty())
-            release();
-    }
+    void end() override { release(); }
 
 private:
-    using Row = std::vector<std::string>;
     static constexpr std::size_t rowsHeldBack = 100;
 
     void release() {
-        held_.insert(held_.begin(), header());
-        widths_.assign(columns_.size(), 0);
+        if (held_.empty())
+            return;
+        widths_ = columnWidths(held_);
         for (const Row& row : held_)
-            for (std::size_t i = 0; i < row.size(); ++i)
-                widths_[i] = std::max(widths_[i], columnCount(row[i]));
-        for (const Row& row : held_)
-            print(row);
+            output_.write(tableLine(row, widths_));
         held_.clear();
     }
 
     Row header() const {
         Row row;
         for (const Column& column : columns_)
-            row.push_back(column.field == pathColumn
-                              ? column.key
-                              : modDictation::GetSearchFieldCaption(column.field, true));
+            row.push_back(shownText(
+                column.field == pathColumn
+                    ? column.key
+                    : modDictation::GetSearchFieldCaption(column.field, true)));
         return row;
-    }
-
-    void print(const Row& row) {
-        std::string line;
-        std::size_t blanks = 0;
-        for (std::size_t i = 0; i < row.size(); ++i) {
-            line.append(blanks, ' ').append(row[i]);
-            const std::size_t width = columnCount(row[i]);
-            blanks = std::max(widths_[i], width) - width + 2;
-        }
-        line.erase(line.find_last_not_of(' ') + 1);
-        output_.write(line + "\n");
     }
 
     Output& output_;
     std::vector<Column> columns_;
-    std::vector<std::size_t> widths_;
+    std::vector<std::size_t> widths_; // empty while rows are held back
     std::vector<Row> held_;
 };
 
 // RFC 4180: CR LF, quotes around what needs them, doubled inside.
 class CsvWriter final : public HitWriter {
 public:
-    CsvWriter(Output& output, std::vector<Column> columns)
-        : output_(output), columns_(std::move(columns)) {}
+    CsvWriter(Output& output, std::vector<Column> columns, bool escaped)
+        : output_(output), columns_(std::move(columns)), escaped_(escaped) {}
 
     void begin() override {
         std::string line;
@@ -135,8 +117,10 @@ public:
 
     void write(std::string_view directory, std::string_view fileName) override {
         std::string line;
-        for (const Column& column : columns_)
-            appendCell(platform::textFromBytes(columnText(column, directory, fileName)), line);
+        for (const Column& column : columns_) {
+            const std::string text = columnText(column, directory, fileName);
+            appendCell(escaped_ ? shownText(text) : platform::textFromBytes(text), line);
+        }
         print(std::move(line));
     }
 
@@ -158,12 +142,13 @@ private:
 
     Output& output_;
     std::vector<Column> columns_;
+    bool escaped_;
 };
 
 class JsonWriter final : public HitWriter {
 public:
-    JsonWriter(Output& output, std::vector<Column> columns)
-        : output_(output), columns_(std::move(columns)) {}
+    JsonWriter(Output& output, std::vector<Column> columns, bool escaped)
+        : output_(output), columns_(std::move(columns)), escaped_(escaped) {}
 
     void begin() override { output_.write("["); }
 
@@ -172,9 +157,10 @@ public:
         hit["path"] = platform::textFromBytes(nativePath(directory, fileName));
         for (const Column& column : columns_)
             if (column.field != pathColumn)
-                hit[column.key] = columnText(column, directory, fileName);
+                hit[column.key] = platform::textFromBytes(columnText(column, directory, fileName));
         output_.write(std::exchange(first_, false) ? "\n  " : ",\n  ");
-        output_.write(hit.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace));
+        // The escapes of shownText are those of JSON.
+        output_.write(escaped_ ? shownText(hit.dump()) : hit.dump());
     }
 
     void end() override { output_.write(first_ ? "]\n" : "\n]\n"); }
@@ -182,29 +168,18 @@ public:
 private:
     Output& output_;
     std::vector<Column> columns_;
+    bool escaped_;
     bool first_ = true;
 };
 
 } // namespace
 
-void Output::write(std::string_view text) {
-    if (error_ == 0 && std::fwrite(text.data(), 1, text.size(), stream_) != text.size())
-        error_ = errno != 0 ? errno : EIO;
-}
-
-void Output::flush() {
-    if (error_ == 0 && std::fflush(stream_) != 0)
-        error_ = errno != 0 ? errno : EIO;
-}
-
-std::string Output::failure() const { return std::strerror(error_); }
-
 std::unique_ptr<HitWriter> makeHitWriter(const WriterOptions& options, Output& output) {
     switch (options.format) {
     case HitFormat::csv:
-        return std::make_unique<CsvWriter>(output, options.columns);
+        return std::make_unique<CsvWriter>(output, options.columns, options.escaped);
     case HitFormat::json:
-        return std::make_unique<JsonWriter>(output, options.columns);
+        return std::make_unique<JsonWriter>(output, options.columns, options.escaped);
     case HitFormat::paths:
         return std::make_unique<PathsWriter>(output, options.escaped, options.zeroEnded);
     case HitFormat::table:

@@ -3,8 +3,9 @@
 
 #pragma once
 
+#include "cli/output.h"
+
 #include <cstdint>
-#include <cstdio>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -13,21 +14,6 @@
 // Hits as text, in the forms that `ovsearch find` offers.
 
 namespace ov::cli {
-
-// A stream that remembers whether anything could not be written.
-class Output {
-public:
-    explicit Output(std::FILE* stream) : stream_(stream) {}
-    void write(std::string_view text);
-    void flush();
-    bool failed() const noexcept { return error_ != 0; }
-    // "No space left on device"
-    std::string failure() const;
-
-private:
-    std::FILE* stream_;
-    int error_ = 0;
-};
 
 // What a column shows: a search field, or the full native path.
 struct Column {
@@ -48,8 +34,8 @@ public:
     virtual void end() {}
 };
 
-// For a person (`escaped`), what a terminal would obey is made visible in paths; tables always
-// do that. `zeroEnded` ends paths by a zero byte, and then nothing is escaped.
+// For a person (`escaped`), what a terminal would obey is made visible; tables always do that,
+// paths that end by a zero byte never.
 struct WriterOptions {
     HitFormat format = HitFormat::table;
     std::vector<Column> columns;

@@ -46,9 +46,7 @@ std::string* textArgument(std::span<HostArgument> arguments) {
 }
 
 void moveSettings(const std::string& native) {
-    const std::string directory = modFilePath::AddBackslash(platform::fromNativePath(native));
-    platform::setPerUserFolder(directory);
-    modFilePath::SetDirectory(modFilePath::directory_id::perUser, directory);
+    platform::setPerUserFolder(modFilePath::AddBackslash(platform::fromNativePath(native)));
 }
 
 } // namespace

@@ -17,7 +17,7 @@ namespace {
 
 bool turnsDirection(UChar32 c) {
     return (c >= 0x202A && c <= 0x202E) || (c >= 0x2066 && c <= 0x2069) || c == 0x200E ||
-           c == 0x200F;
+           c == 0x200F || c == 0x061C;
 }
 
 std::string escapeOf(UChar32 c) {
@@ -27,10 +27,9 @@ std::string escapeOf(UChar32 c) {
         return "\\r";
     if (c == '\t')
         return "\\t";
-    std::array<char, 24> text{};
-    static_cast<void>(std::snprintf(text.data(), text.size(), "%04X", static_cast<unsigned>(c)));
-    const std::string digits = text.data();
-    return c < 0x100 ? "\\x" + digits.substr(2) : "\\u{" + digits + "}";
+    std::array<char, 16> text{};
+    static_cast<void>(std::snprintf(text.data(), text.size(), "\\u%04X", static_cast<unsigned>(c)));
+    return text.data();
 }
 
 std::size_t columnsOf(UChar32 c) {

@@ -12,8 +12,8 @@
 
 namespace ov::cli {
 
-// Control characters as "\n", "\t" or "\xNN", direction marks as "\u{202E}"; bytes that are no
-// UTF-8 are read as Windows-1252.
+// Control characters and marks that turn the writing direction as "\n", "\r", "\t" or "\u001B",
+// all of them escapes of JSON too; bytes that are no UTF-8 are read as Windows-1252.
 std::string shownText(std::string_view text);
 
 // Columns that the text takes: one a character, two a wide one, none a combining mark.

@@ -3,15 +3,15 @@
 
 #include "cli/terminal_interface.h"
 
+#include "cli/messages.h"
+#include "cli/shown_text.h"
+#include "dictation/tree_scan.h"
+#include "platform/terminal.h"
+
 #include <algorithm>
 #include <csignal>
 #include <cstdio>
 #include <utility>
-
-#include "cli/shown_text.h"
-#include "dictation/tree_scan.h"
-#include "platform/terminal.h"
-#include "platform/text.h"
 
 namespace ov::cli {
 
@@ -27,18 +27,32 @@ extern "C" void onInterrupt(int signal) {
 
 void print(const std::string& text) { static_cast<void>(std::fputs(text.c_str(), stderr)); }
 
+// A message box has paragraphs.
+std::string onOneLine(const std::string& text) {
+    std::string line;
+    for (const char c : text)
+        if (c != '\r' && c != '\n')
+            line.push_back(c);
+        else if (!line.ends_with(' '))
+            line.push_back(' ');
+    return line;
+}
+
 } // namespace
 
 TerminalInterface::TerminalInterface()
     : previous_(platform::installUserInterface(this)),
-      showsProgress_(platform::isTerminal(stderr)) {
+      previousHandler_(std::signal(SIGINT, onInterrupt)),
+      showsProgress_(platform::isTerminal(stderr)),
+      outputIsTerminal_(platform::isTerminal(stdout)) {
     interruptPressed = 0;
-    std::signal(SIGINT, onInterrupt);
+    if (previousHandler_ == SIG_IGN)
+        std::signal(SIGINT, SIG_IGN);
 }
 
 TerminalInterface::~TerminalInterface() {
     clearProgress();
-    std::signal(SIGINT, SIG_DFL);
+    std::signal(SIGINT, previousHandler_);
     platform::installUserInterface(previous_);
 }
 
@@ -58,9 +72,14 @@ void TerminalInterface::clearProgress() {
         print("\r\x1B[K");
 }
 
+void TerminalInterface::makeRoomForOutput() {
+    if (outputIsTerminal_)
+        clearProgress();
+}
+
 platform::MessageAnswer TerminalInterface::showMessage(const platform::MessageBox& box) {
     clearProgress();
-    print("ovsearch: " + shownText(box.text) + "\n");
+    complain(onOneLine(box.text));
     return box.defaultAnswer;
 }
 
@@ -71,6 +90,9 @@ void TerminalInterface::processMessages() {
         idle_();
 }
 
-void TerminalInterface::beep() { print("\a"); }
+void TerminalInterface::beep() {
+    if (showsProgress_)
+        print("\a");
+}
 
 } // namespace ov::cli

@@ -3,16 +3,17 @@
 
 #pragma once
 
-#include <cstdint>
+#include "platform/user_interface.h"
+
 #include <functional>
 #include <string>
-
-#include "platform/user_interface.h"
+#include <utility>
 
 namespace ov::cli {
 
 // The terminal's side of message boxes, pump and beep. While it lives, Ctrl-C asks the search to
-// stop instead of ending the program; pressed again, it ends the program.
+// stop instead of ending the program; pressed again, it ends the program. A program that was started
+// to ignore it goes on ignoring it.
 class TerminalInterface final : public platform::UserInterface {
 public:
     TerminalInterface();
@@ -26,6 +27,8 @@ public:
     // One line on standard error, replaced by the next; nothing unless a person looks at it.
     void showProgress(const std::string& line);
     void clearProgress();
+    // Before something is printed: clears the progress if both share a terminal.
+    void makeRoomForOutput();
 
     bool interrupted() const noexcept;
 
@@ -36,7 +39,9 @@ public:
 private:
     std::function<void()> idle_;
     platform::UserInterface* previous_;
+    void (*previousHandler_)(int);
     bool showsProgress_;
+    bool outputIsTerminal_;
     bool lineShown_ = false;
 };
 

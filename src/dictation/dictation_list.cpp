@@ -10,7 +10,7 @@ namespace ov::modDictation {
 
 namespace {
 
-constexpr std::size_t blockSize = 256U * 1024;
+constexpr std::size_t blockSize = std::size_t{256} * 1024;
 
 } // namespace
 

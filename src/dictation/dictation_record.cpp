@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <cstring>
 
 #include "dictation/field_date.h"
 #include "dictation/name_decoding.h"
@@ -31,20 +30,36 @@ std::string_view writeTag(std::int32_t fieldNumber, TagBuffer& buffer) noexcept 
     return {buffer.data(), static_cast<std::size_t>(at - buffer.data())};
 }
 
-// string_view::find stops at every "@" of a name that is full of them; comparing the first four
-// bytes at each place is several times quicker.
-std::size_t findTag(std::string_view name, std::string_view tag) noexcept {
-    std::uint32_t wanted = 0;
-    if (tag.size() < sizeof wanted)
-        return name.find(tag);
-    std::memcpy(&wanted, tag.data(), sizeof wanted);
-    for (std::size_t i = 0; i + tag.size() <= name.size(); ++i) {
-        std::uint32_t here = 0;
-        std::memcpy(&here, name.data() + i, sizeof here);
-        if (here == wanted && name.substr(i, tag.size()) == tag)
-            return i;
+// True when one of `blockSize` places from `at` on begins with the first four bytes of the tag.
+// Written without a way out of the loop, so that the compiler compares all places at once.
+constexpr std::size_t blockSize = 32;
+bool blockHasTag(const char* at, std::string_view tag) noexcept {
+    const char third = tag[2];
+    const char fourth = tag[3];
+    unsigned char found = 0;
+    for (std::size_t i = 0; i < blockSize; ++i) {
+        const bool here =
+            (at[i] == '@') & (at[i + 1] == '@') & (at[i + 2] == third) & (at[i + 3] == fourth);
+        found |= static_cast<unsigned char>(here);
     }
-    return std::string_view::npos;
+    return found != 0;
+}
+
+// The first occurrence of a tag that begins with a separator. string_view::find stops at every
+// "@" of a name that is full of them; looking at whole blocks is several times quicker.
+std::size_t findTag(std::string_view name, std::string_view tag) noexcept {
+    constexpr std::size_t looksAhead = 3;
+    std::size_t at = 0;
+    for (; at + blockSize + looksAhead <= name.size(); at += blockSize) {
+        if (!blockHasTag(name.data() + at, tag))
+            continue;
+        // The tag may begin in the block and end behind it.
+        const std::size_t found =
+            name.substr(0, at + blockSize + tag.size() - 1).find(tag, at);
+        if (found != std::string_view::npos)
+            return found;
+    }
+    return name.find(tag, at);
 }
 
 std::int32_t fieldBehindSerial(std::int32_t pseudoField) noexcept {

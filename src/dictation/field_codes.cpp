@@ -34,15 +34,16 @@ constexpr std::array<Word, 11> priorityWords = {{{"", emptyPriorityCode},
                                                  {"4", 5},
                                                  {"5", 4}}};
 
-// Compares without allocating: a word is short enough for the string's own buffer.
-bool equalsWord(std::string_view text, std::string_view word) {
-    return text.size() <= 2 * word.size() && platform::upperCase(text) == word;
-}
+// Longer than any word, also when its letters took two bytes each before they were capitals.
+constexpr std::size_t tooLong = 13;
 
 template <std::size_t size>
 std::int32_t codeOf(const std::array<Word, size>& words, std::string_view text) {
+    if (text.size() >= tooLong)
+        return noCode;
+    const std::string upper = platform::upperCase(text); // fits the string's own buffer
     for (const Word& word : words)
-        if (equalsWord(text, word.text))
+        if (upper == word.text)
             return word.code;
     return noCode;
 }

@@ -21,7 +21,8 @@
 
 namespace ov::platform {
 
-// The path as the operating system writes it, for opening and for showing to a person.
+// The path as the operating system writes it, for opening and for showing to a person; empty for
+// a path that names nothing.
 std::string toNativePath(std::string_view path);
 
 // The path of what a person typed or the system gave; made absolute, "." and ".." resolved by
@@ -49,13 +50,14 @@ Status createDirectory(std::string_view path);
 Status removeFile(std::string_view path);
 
 // The whole file. A file larger than `limit` bytes is refused: nothing of ours is that large.
-constexpr std::uint64_t defaultReadLimit = 256U * 1024 * 1024;
+constexpr std::uint64_t defaultReadLimit = std::uint64_t{256} * 1024 * 1024;
 Status readFile(std::string_view path, std::string& content,
                 std::uint64_t limit = defaultReadLimit);
 
 // Writes beside the file, syncs and renames, so that a reader or a crash sees the old content or
-// the new. Keeps the permissions of the file and, when `path` is a link, the link. On failure
-// the old file is untouched and nothing is left beside it.
+// the new. Keeps the permissions of the file and, when `path` is a link, the link. Refused for a
+// file that the user may not write and for what is no file. On failure the old file is untouched
+// and nothing is left beside it.
 Status replaceFile(std::string_view path, std::string_view content);
 
 // Opens, appends in one write, closes. Creates the file, not its directory.

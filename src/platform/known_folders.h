@@ -18,5 +18,7 @@ std::string systemConfigFolder();
 // registry file and the drive folder lie here. Replacing it moves both; empty goes back.
 std::string perUserFolder();
 void setPerUserFolder(std::string directory);
+// What setPerUserFolder() set; empty when it is the user's own.
+const std::string& replacedPerUserFolder();
 
 } // namespace ov::platform

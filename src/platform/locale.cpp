@@ -7,6 +7,7 @@
 #include <charconv>
 #include <chrono>
 #include <cstdio>
+#include <utility>
 
 #include "platform/process_locale.h"
 
@@ -53,7 +54,7 @@ std::optional<std::array<Piece, 3>> splitDate(std::string_view text) {
         if (end == std::string_view::npos || end == 0 || end > 4)
             return std::nullopt;
         const auto [stop, error] = std::from_chars(text.data(), text.data() + end, pieces[i].value);
-        if (error != std::errc{} || stop != text.data() + end || pieces[i].value < 0)
+        if (error != std::errc{} || stop != text.data() + end || text.front() == '-')
             return std::nullopt;
         pieces[i].digits = end;
         text.remove_prefix(i < 2 ? end + 1 : end);
@@ -64,7 +65,7 @@ std::optional<std::array<Piece, 3>> splitDate(std::string_view text) {
 std::optional<int> fullYear(const Piece& year) {
     if (year.digits == 4)
         return year.value;
-    if (year.digits > 2)
+    if (year.digits != 2)
         return std::nullopt;
     return year.value + (year.value < 30 ? 2000 : 1900);
 }
@@ -94,7 +95,9 @@ const Locale& locale() {
     return *current.current;
 }
 
-void setLocale(std::optional<Locale> replacement) { state().current = std::move(replacement); }
+void setLocale(std::optional<Locale> locale) {
+    state().current = std::move(locale);
+}
 
 std::string formatShortDate(const DateTime& date) {
     const Locale& own = locale();

@@ -6,9 +6,8 @@
 #include <string>
 #include <string_view>
 
-// The rules of the profile calls (platform/profile.h), applied to the bytes of an INI file:
-// what is read.
-// Names and values are UTF-8 here, whatever the file is written in.
+// The rules of the profile calls (platform/profile.h), applied to the bytes of an INI file: what
+// is read. Names and values are UTF-8 here, whatever the file is written in.
 
 namespace ov::platform {
 

@@ -37,6 +37,10 @@ constexpr long badPath = 161;
 constexpr long moreData = 234;
 } // namespace registry_result
 
+// Where both hives keep the shell folders.
+constexpr std::string_view shellFoldersKey =
+    R"(Software\Microsoft\Windows\CurrentVersion\Explorer\Shell Folders)";
+
 struct RegistryKeyData;
 
 // An open key; closed by its end of life or by close().

@@ -5,7 +5,6 @@
 
 #include <array>
 #include <cstdint>
-#include <cstring>
 
 #include <unicode/uchar.h>
 #include <unicode/utf16.h>
@@ -50,18 +49,21 @@ std::optional<unsigned char> windows1252Byte(UChar32 c) {
     return std::nullopt;
 }
 
-// The number of bytes at the start that are ASCII; looks at eight at a time.
+// The number of bytes at the start that are ASCII. Blocks have no way out of their loop, so that
+// the compiler looks at all bytes at once.
 std::size_t asciiPrefix(std::string_view bytes) noexcept {
-    constexpr std::uint64_t highBits = 0x8080808080808080U;
-    std::size_t i = 0;
-    for (std::uint64_t block = 0; i + sizeof block <= bytes.size(); i += sizeof block) {
-        std::memcpy(&block, bytes.data() + i, sizeof block);
-        if ((block & highBits) != 0)
+    constexpr std::size_t blockSize = 32;
+    std::size_t at = 0;
+    for (; at + blockSize <= bytes.size(); at += blockSize) {
+        unsigned char together = 0;
+        for (std::size_t i = 0; i < blockSize; ++i)
+            together |= static_cast<unsigned char>(bytes[at + i]);
+        if (together >= 0x80)
             break;
     }
-    while (i < bytes.size() && static_cast<unsigned char>(bytes[i]) < 0x80)
-        ++i;
-    return i;
+    while (at < bytes.size() && static_cast<unsigned char>(bytes[at]) < 0x80)
+        ++at;
+    return at;
 }
 
 char asciiUpper(char c) noexcept {
@@ -155,25 +157,29 @@ std::string utf8ToUtf16(std::string_view utf8, bool bigEndian) {
 std::string_view truncateUtf8(std::string_view utf8, std::size_t limit) noexcept {
     if (utf8.size() <= limit)
         return utf8;
-    // At most three trail bytes belong to a character; more are no UTF-8 and are cut anywhere.
     std::size_t end = limit;
-    while (end > 0 && limit - end < 3 && U8_IS_TRAIL(static_cast<std::uint8_t>(utf8[end])))
-        --end;
-    return utf8.substr(0, U8_IS_TRAIL(static_cast<std::uint8_t>(utf8[end])) ? limit : end);
+    if (U8_IS_TRAIL(static_cast<std::uint8_t>(utf8[limit])))
+        U8_TRUNCATE_IF_INCOMPLETE(utf8.data(), 0, end);
+    return utf8.substr(0, end);
 }
 
 void appendUpperCase(std::string_view utf8, std::string& out) {
-    for (std::size_t i = 0; i < utf8.size();) {
-        if (static_cast<unsigned char>(utf8[i]) < 0x80) {
-            out.push_back(asciiUpper(utf8[i++]));
-            continue;
-        }
-        const std::size_t start = i;
-        const UChar32 c = nextCodePoint(utf8, i);
+    while (!utf8.empty()) {
+        const std::size_t ascii = asciiPrefix(utf8);
+        const std::size_t start = out.size();
+        out.append(utf8.substr(0, ascii));
+        for (std::size_t i = start; i < out.size(); ++i)
+            out[i] = asciiUpper(out[i]);
+        utf8.remove_prefix(ascii);
+        if (utf8.empty())
+            return;
+        std::size_t length = 0;
+        const UChar32 c = nextCodePoint(utf8, length);
         if (c < 0)
-            out.append(utf8.substr(start, i - start));
+            out.append(utf8.substr(0, length));
         else
             appendCodePoint(u_toupper(c), out);
+        utf8.remove_prefix(length);
     }
 }
 

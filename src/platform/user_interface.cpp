@@ -54,9 +54,11 @@ void processMessagesNowAndThen() {
     const std::int64_t now = coarseMilliseconds();
     if (now < current.nextPump)
         return;
+    // Set before as well, so that a handler that comes here again does not start itself over.
+    current.nextPump = now + pumpIntervalMs;
     userInterface().processMessages();
     // Counted from the end, so that a slow handler cannot eat the whole search.
-    state().nextPump = coarseMilliseconds() + pumpIntervalMs;
+    current.nextPump = coarseMilliseconds() + pumpIntervalMs;
 }
 
 } // namespace ov::platform

@@ -22,8 +22,9 @@ void Connector::ApplicationStart(std::shared_ptr<IHostApplication> application) 
     if (eventSource_)
         eventSource_->unsubscribe(*this);
     application_ = std::move(application);
-    eventSource_ = application_->EventSource();
-    eventSource_->subscribe(*this);
+    eventSource_ = application_ ? application_->EventSource() : nullptr;
+    if (eventSource_)
+        eventSource_->subscribe(*this);
 }
 
 std::string Connector::PlugInVersion() const {
@@ -54,7 +55,7 @@ void Connector::updateLanguage() {
 void Connector::EventSource_WindowEvent(std::int32_t event, std::int32_t windowId,
                                         std::int32_t /*third*/, std::int32_t /*fourth*/,
                                         IHostWindow& window) {
-    if (windowId != mainWindowId)
+    if (windowId != mainWindowId || !application_)
         return;
     switch (event) {
     case window_event::load:
@@ -76,7 +77,8 @@ void Connector::EventSource_WindowEvent(std::int32_t event, std::int32_t windowI
 }
 
 void Connector::trace(std::string_view text) {
-    application_->HostServices()->WriteTrace(text, *this);
+    if (const auto services = application_->HostServices())
+        services->WriteTrace(text, *this);
 }
 
 void Connector::addControl(IHostWindow& window) {

@@ -88,16 +88,17 @@ bool WriteLog(std::string_view message, std::string_view fileName, bool deleteFi
     const platform::DateTime now = platform::now();
     std::string line = platform::formatShortDate(now) + " " + platform::formatLongTime(now) +
                        " - " + onOneLine(message);
-    const std::string directory =
-        modFilePath::GetDirectory(modFilePath::directory_id::log, true);
+    const bool created = !modFilePath::GetDirectory(modFilePath::directory_id::log, true).empty();
+    const std::string directory = modFilePath::GetDirectory(modFilePath::directory_id::log);
     const std::string file =
         directory + (fileName.empty() ? defaultFileName(now) : std::string(fileName));
-    // Without its directory the bare name would land in whatever folder is the current one.
     const platform::Status written =
-        directory.empty() ? platform::Status(pathNotFound, "the log directory cannot be created")
-                          : writeLine(file, line, deleteFirst);
-    remember(std::move(line));
-    if (!written.ok())
+        created ? writeLine(file, line, deleteFirst)
+                : platform::Status(pathNotFound,
+                                   platform::toNativePath(directory) + ": cannot be created");
+    if (written.ok())
+        remember(std::move(line));
+    else
         showFailure(written, file);
     return written.ok();
 }

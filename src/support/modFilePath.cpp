@@ -7,6 +7,7 @@
 #include <map>
 
 #include "platform/files.h"
+#include "platform/known_folders.h"
 #include "support/log.h"
 #include "support/modINI.h"
 #include "support/modRegistry.h"
@@ -50,12 +51,12 @@ std::string childDirectory(const Child& child) {
 
 std::string orvantaFolder(std::string_view shellFolder) {
     const std::string folder = modRegistry::GetShellFolder(shellFolder);
-    return folder.empty() ? platform::moduleDirectory() : folder + "Orvanta\\";
+    return folder.empty() ? lookUp(directory_id::module) : folder + "Orvanta\\";
 }
 
 std::string networkPath() {
     std::string path = modWFRoutines::WFGetPath("Orvanta2000", "NetzPath", "", true);
-    return path.empty() ? platform::moduleDirectory() : path;
+    return path.empty() ? lookUp(directory_id::module) : path;
 }
 
 std::string configurationFile() {
@@ -84,7 +85,8 @@ std::string lookUp(std::int32_t id) {
     case directory_id::module:
         return platform::moduleDirectory();
     case directory_id::perUser:
-        return orvantaFolder("AppData");
+        return platform::replacedPerUserFolder().empty() ? orvantaFolder("AppData")
+                                                         : platform::replacedPerUserFolder();
     case directory_id::common:
         return orvantaFolder("Common AppData");
     case directory_id::network:

@@ -105,8 +105,7 @@ std::string RegistryGetPath(RegistryHive hive, std::string_view key, std::string
 std::string GetShellFolder(std::string_view name) {
     const RegistryHive hive =
         name.starts_with("Common ") ? RegistryHive::localMachine : RegistryHive::currentUser;
-    return modFilePath::AddBackslash(RegistryGetValueEx(
-        hive, R"(Software\Microsoft\Windows\CurrentVersion\Explorer\Shell Folders\)", name, ""));
+    return modFilePath::AddBackslash(RegistryGetValueEx(hive, platform::shellFoldersKey, name, ""));
 }
 
 std::vector<std::string> REGReadSubKeys(RegistryHive hive, std::string_view key) {

@@ -41,11 +41,28 @@ std::size_t exponentEnd(std::string_view text, std::size_t at) noexcept {
     return end > digits ? end : at;
 }
 
-// from_chars reports both an overflow and an underflow as out of range: the exponent's sign tells.
+// The exponent behind the "e"; saturated far below what an addition could overflow.
+std::int64_t exponentValue(std::string_view digits) noexcept {
+    constexpr std::int64_t enough = std::int64_t{1} << 40;
+    const bool negative = digits.starts_with('-');
+    if (negative || digits.starts_with('+'))
+        digits.remove_prefix(1);
+    std::int64_t value = enough;
+    std::from_chars(digits.data(), digits.data() + digits.size(), value);
+    return negative ? -std::min(value, enough) : std::min(value, enough);
+}
+
+// from_chars reports both an overflow and an underflow as out of range: the place of the first
+// digit that counts tells which.
 double outOfRange(std::string_view number) noexcept {
-    const std::size_t e = number.find_first_of("eE");
-    const bool tiny = e != std::string_view::npos && e + 1 < number.size() && number[e + 1] == '-';
-    return tiny ? 0.0 : std::numeric_limits<double>::infinity();
+    const std::size_t e = std::min(number.find_first_of("eE"), number.size());
+    const std::string_view mantissa = number.substr(0, e);
+    const std::size_t point = std::min(mantissa.find('.'), e);
+    const std::size_t first = mantissa.find_first_of("123456789");
+    std::int64_t magnitude = static_cast<std::int64_t>(point) - static_cast<std::int64_t>(first);
+    if (e < number.size())
+        magnitude += exponentValue(number.substr(e + 1));
+    return magnitude > 0 ? std::numeric_limits<double>::infinity() : 0.0;
 }
 
 } // namespace

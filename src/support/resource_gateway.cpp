@@ -12,14 +12,13 @@
 #include <functional>
 #include <map>
 #include <optional>
-#include <string>
 
 namespace ov::resource_gateway {
 
 namespace {
 
 // A hundred times what all texts together need.
-constexpr std::uint64_t largestFile = 16U * 1024 * 1024;
+constexpr std::uint64_t largestFile = std::uint64_t{16} * 1024 * 1024;
 
 struct State {
     std::string folder;                                                    // empty: the default
@@ -31,27 +30,10 @@ State& state() {
     return threadState;
 }
 
-std::string defaultPath(std::string_view fileName) {
-    std::string directory = platform::moduleDirectory();
-    std::string beside = directory + "DRL\\";
-    beside += fileName;
-    if (platform::fileExists(beside))
-        return beside;
-    constexpr int parents = 4;
-    for (int level = 0; level <= parents && !directory.empty(); ++level) {
-        std::string installed = directory + "share\\ovsearch\\DRL\\";
-        installed += fileName;
-        if (platform::fileExists(installed))
-            return installed;
-        directory.pop_back();
-        directory.resize(modFilePath::directoryPart(directory).size());
-    }
-    return beside;
-}
-
 std::string pathOf(std::string_view fileName) {
     const std::string& folder = state().folder;
-    return folder.empty() ? defaultPath(fileName) : folder + std::string(fileName);
+    return folder.empty() ? defaultPath(platform::moduleDirectory(), fileName)
+                          : folder + std::string(fileName);
 }
 
 std::optional<LanguageFile> load(std::string_view fileName) {
@@ -74,6 +56,24 @@ const LanguageFile* loaded(std::string_view fileName) {
 void SetResPath(std::string_view folder) {
     state() = {};
     state().folder = modFilePath::AddBackslash(folder);
+}
+
+std::string defaultPath(std::string_view moduleDirectory, std::string_view fileName) {
+    std::string directory(moduleDirectory);
+    std::string beside = directory + "DRL\\";
+    beside += fileName;
+    if (platform::fileExists(beside))
+        return beside;
+    constexpr int parents = 4;
+    for (int level = 0; level <= parents && !directory.empty(); ++level) {
+        std::string installed = directory + R"(share\ovsearch\DRL\)";
+        installed += fileName;
+        if (platform::fileExists(installed))
+            return installed;
+        directory.pop_back();
+        directory.resize(modFilePath::directoryPart(directory).size());
+    }
+    return beside;
 }
 
 void forgetFiles() {

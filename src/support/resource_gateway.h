@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <span>
+#include <string>
 #include <string_view>
 
 // The resource gateway: numbered texts from the language files of a folder (language_file.h). The
@@ -15,6 +16,10 @@ namespace ov::resource_gateway {
 // and for a file that is not there, "share\ovsearch\DRL\" in the program's directory or the
 // nearest of the four above it. Forgets the files read so far.
 void SetResPath(std::string_view folder);
+
+// Where a file of the default folder lies, for a program or plug-in in that directory (ending in
+// "\"); below its "DRL\" when it is nowhere.
+std::string defaultPath(std::string_view moduleDirectory, std::string_view fileName);
 
 // Forgets the files read so far, so that the next call sees them as they are now.
 void forgetFiles();

@@ -20,7 +20,7 @@ namespace {
 
 // Large enough that a directory of some hundred long names takes one or two calls; small enough
 // to stay in the second-level cache while it is read.
-constexpr std::size_t listingBufferSize = 128U * 1024;
+constexpr std::size_t listingBufferSize = std::size_t{128} * 1024;
 
 // The record that the kernel writes: inode, offset, record length, type, name.
 constexpr std::size_t lengthOffset = 16;

@@ -74,6 +74,10 @@ std::string perUserFolder() {
     return folder.empty() ? folder : folder + "Orvanta\\";
 }
 
+const std::string& replacedPerUserFolder() {
+    return state().perUserFolder;
+}
+
 void setPerUserFolder(std::string directory) {
     if (!directory.empty() && !directory.ends_with('\\'))
         directory.push_back('\\');

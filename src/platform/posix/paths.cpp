@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include <algorithm>
+#include <array>
 #include <filesystem>
 
 #include <dlfcn.h>
@@ -9,6 +10,7 @@
 
 #include "platform/files.h"
 #include "platform/known_folders.h"
+#include "platform/registry.h"
 #include "platform/text.h"
 
 namespace ov::platform {
@@ -60,14 +62,31 @@ std::string withoutDots(std::string_view absolute) {
     return result.empty() ? "/" : result;
 }
 
+// The per-user folder as the registry has it, which is where the settings lie.
+std::string namedPerUserFolder() {
+    if (!replacedPerUserFolder().empty())
+        return replacedPerUserFolder();
+    std::array<char, 1024> buffer{};
+    RegistryKey key;
+    RegistryType type = RegistryType::none;
+    std::size_t size = 0;
+    if (key.open(RegistryHive::currentUser, shellFoldersKey) != registry_result::success ||
+        key.queryValue("AppData", type, buffer, size) != registry_result::success)
+        return {};
+    std::string folder(buffer.data());
+    folder.append(folder.ends_with('\\') ? "" : "\\");
+    return folder + "Orvanta\\";
+}
+
 } // namespace
 
 const std::string& driveFolder() {
     std::string& folder = state().driveFolder;
     if (folder.empty()) {
-        const std::string perUser = perUserFolder();
-        if (!startsWithDrive(perUser) && !startsWithShare(perUser))
-            appendNative(perUser, folder);
+        // A registry from another machine may name a drive, which cannot hold the drives.
+        const std::string named = namedPerUserFolder();
+        const bool usable = named.starts_with('\\') && !startsWithShare(named);
+        appendNative(usable ? named : perUserFolder(), folder);
         folder += "drives";
     }
     return folder;

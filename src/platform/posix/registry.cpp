@@ -34,10 +34,8 @@ void importFile(const std::string& folder, RegistryTree& tree) {
 
 void setShellFolder(RegistryTree& tree, RegistryKeyData& hive, std::string_view name,
                     const std::string& folder) {
-    constexpr std::string_view path =
-        R"(Software\Microsoft\Windows\CurrentVersion\Explorer\Shell Folders)";
     if (!folder.empty())
-        setRegistryText(*makeRegistryKey(tree, hive, path), name, folder);
+        setRegistryText(*makeRegistryKey(tree, hive, shellFoldersKey), name, folder);
 }
 
 std::shared_ptr<const RegistryTree> readTree() {

@@ -1,0 +1,88 @@
+# SPDX-FileCopyrightText: The OVSearch developers
+# SPDX-License-Identifier: MIT
+# shellcheck shell=bash
+# Completion of ovsearch(1): commands, options, field keys, and in criteria fields and operators.
+
+_ovsearch_keys='folder status marker author-code author typist flags number dictated changed
+    length file priority due subject note1 note2 column1 column2 group worktype status2 name'
+
+_ovsearch_operators() { # KEY
+    local empty='is-empty is-not-empty'
+    case $1 in
+    dictated | changed | due)
+        echo "yesterday today tomorrow last-7-days next-7-days last-week this-week next-week
+            last-month this-month next-month on on-or-after on-or-before between $empty" ;;
+    length) echo "= != <= >= between $empty" ;;
+    status | status2 | priority | flags) echo "= != $empty" ;;
+    marker) echo "marked not-marked" ;;
+    *) echo "contains is not-contains $empty" ;;
+    esac
+}
+
+# A criterion is one word of the shell, so its blanks are quoted, or escaped: both are kept.
+_ovsearch_criterion() { # WORD
+    local word=$1 quote='' blank='\ ' key typed candidate
+    if [[ $word == [\"\']* ]]; then
+        quote=${word:0:1} word=${word:1} blank=' '
+    fi
+    compopt -o nospace
+    if [[ $word != *"$blank"* ]]; then
+        for candidate in $_ovsearch_keys; do
+            [[ $candidate != "$word"* ]] || COMPREPLY+=("$quote$candidate$blank")
+        done
+        return
+    fi
+    key=${word%%"$blank"*} typed=${word#*"$blank"}
+    for candidate in $(_ovsearch_operators "$key"); do
+        [[ $quote ]] || printf -v candidate %q "$candidate"
+        [[ $candidate != "$typed"* ]] || COMPREPLY+=("$quote$key$blank$candidate$blank")
+    done
+}
+
+_ovsearch_paths() { # -f|-d WORD
+    compopt -o filenames
+    mapfile -t COMPREPLY < <(compgen "$1" -- "$2")
+}
+
+_ovsearch() {
+    local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}
+    local command=${COMP_WORDS[1]} common='--help --language --settings' options='' start
+    COMPREPLY=()
+    if ((COMP_CWORD == 1)); then
+        mapfile -t COMPREPLY < <(compgen -W 'find show fields demo --help --version' -- "$current")
+        return
+    fi
+    case $previous in
+    -c | --criterion) _ovsearch_criterion "$current" && return ;;
+    --format) options='table csv json paths' ;;
+    --language) options='de en' ;;
+    --sort) options=$_ovsearch_keys ;;
+    --columns)
+        start=${current%"${current##*,}"}
+        mapfile -t COMPREPLY < <(compgen -P "$start" -W "path $_ovsearch_keys" -- "${current##*,}")
+        compopt -o nospace
+        return
+        ;;
+    --settings) _ovsearch_paths -d "$current" && return ;;
+    --criteria-file) _ovsearch_paths -f "$current" && return ;;
+    --max-depth | --limit | --count | --seed) return ;;
+    *)
+        case $command in
+        find)
+            options="$common --criterion --any --criteria-file --max-depth --limit --columns --sort
+                --format --null" ;;
+        demo) options="$common --count --seed" ;;
+        *) options=$common ;;
+        esac
+        ;;
+    esac
+    if [[ $current == -* || $options != "$common"* ]]; then
+        mapfile -t COMPREPLY < <(compgen -W "$options" -- "$current")
+    elif [[ $command == show ]]; then
+        _ovsearch_paths -f "$current"
+    elif [[ $command == find || $command == demo ]]; then
+        _ovsearch_paths -d "$current"
+    fi
+}
+
+complete -F _ovsearch ovsearch

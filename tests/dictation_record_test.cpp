@@ -1,0 +1,296 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#include "dictation/dictation_record.h"
+#include "dictation/field_codes.h"
+#include "dictation/field_date.h"
+#include "dictation/field_values.h"
+#include "dictation/name_decoding.h"
+#include "platform/locale.h"
+#include "support/modLanguage.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+#include <string>
+#include <vector>
+
+namespace ov::modDictation {
+namespace {
+
+struct TextCase {
+    const char* what;
+    std::string in;
+    std::string out;
+};
+
+TEST(NameDecoding, GeneralScheme) {
+    const std::vector<TextCase> cases = {
+        {"nothing", "", ""},
+        {"single characters", "a~b_c'd", "a*b/c\"d"},
+        {"doubled ones", "²²³³%%!!", "?<>."},
+        {"colon", "x$#y", "x:y"},
+        {"the first pair wins", "²²²", "?²"},
+        {"three of another", "!!!", ".!"},
+        {"lone ones stay", "²³%!$#", "²³%!:"},
+        {"different superscripts are no pair", "²³²³", "²³²³"},
+        {"the other scheme is not read", "²1²A", "²1²A"},
+        {"a cut superscript", "a\xC2", "a\xC2"},
+        {"umlauts share bytes with nothing", "ÄÖÜäöüß€", "ÄÖÜäöüß€"},
+    };
+    for (const TextCase& c : cases)
+        EXPECT_EQ(DecodeFieldText(c.in), c.out) << c.what;
+}
+
+TEST(NameDecoding, SecondScheme) {
+    const std::vector<TextCase> cases = {
+        {"nothing", "", ""},
+        {"all", "²0²1²2²3²4²5²6²7²8²9²A", "²*/\\?<>\".:|"},
+        {"the escape of the escape is read once more", "²01", "*"},
+        {"so a zero behind it stays", "²00", "²0"},
+        {"lower case is no escape", "²a", "²a"},
+        {"the general scheme is not read", "~_'%%!!$#", "~_'%%!!$#"},
+        {"pairs of superscripts", "²²1", "²*"},
+        {"at the end", "x²", "x²"},
+    };
+    for (const TextCase& c : cases)
+        EXPECT_EQ(DecodeFieldText2(c.in), c.out) << c.what;
+}
+
+void replaceAll(std::string& text, std::string_view from, std::string_view to) {
+    for (std::size_t at = text.find(from); at != std::string::npos;
+         at = text.find(from, at + to.size()))
+        text.replace(at, from.size(), to);
+}
+
+using Passes = std::vector<std::pair<std::string, std::string>>;
+
+std::string inPasses(std::string text, const Passes& passes) {
+    for (const auto& [from, to] : passes)
+        replaceAll(text, from, to);
+    return text;
+}
+
+// The schemes are defined by passes over the whole text; the decoders read once.
+TEST(NameDecoding, GivesWhatThePassesGive) {
+    const Passes general = {{"~", "*"},  {"_", "/"},  {"²²", "?"}, {"³³", "<"},
+                            {"%%", ">"}, {"'", "\""}, {"!!", "."}, {"$#", ":"}};
+    const Passes second = {{"²0", "²"}, {"²1", "*"},  {"²2", "/"}, {"²3", "\\"},
+                           {"²4", "?"}, {"²5", "<"},  {"²6", ">"}, {"²7", "\""},
+                           {"²8", "."}, {"²9", ":"},  {"²A", "|"}};
+    const std::vector<std::string> pieces = {"²", "³", "0", "1", "2", "9", "A", "a", "~",
+                                             "_", "'", "%", "!", "$", "#", "ä", "@"};
+    const unsigned seed = std::random_device{}();
+    std::mt19937 random(seed);
+    for (int round = 0; round < 20000; ++round) {
+        std::string text;
+        for (std::size_t i = random() % 12; i > 0; --i)
+            text += pieces[random() % pieces.size()];
+        ASSERT_EQ(DecodeFieldText(text), inPasses(text, general)) << text << ", seed " << seed;
+        ASSERT_EQ(DecodeFieldText2(text), inPasses(text, second)) << text << ", seed " << seed;
+    }
+}
+
+TEST(DictationRecord, ReadsFields) {
+    struct Case {
+        const char* what;
+        std::string name;
+        std::int32_t field;
+        bool found;
+        std::string value;
+    };
+    const std::string pad(40, 'x');
+    const std::vector<Case> cases = {
+        {"status", "2$ROH@@5$HOCH", 2, true, "ROH"},
+        {"another", "2$ROH@@5$HOCH", 5, true, "HOCH"},
+        {"status not at the start", "@@12$x2$y", 2, false, ""},
+        {"status as a tagged field", "@@2$ROH", 2, false, ""},
+        {"absent", "2$ROH", 5, false, ""},
+        {"empty", "2$@@5$@@6$x", 5, true, ""},
+        {"a number is not the start of another", "2$@@17$1@@7$24.12.2003", 7, true, "24.12.2003"},
+        {"the first one counts", "2$@@5$A@@5$B", 5, true, "A"},
+        {"three separators in a row", "2$x@@@5$HOCH", 5, true, "HOCH"},
+        {"a lone separator belongs to the value", "2$a@b@@5$c@", 5, true, "c@"},
+        {"decoded", "2$@@14$D_r~", 14, true, "D/r*"},
+        {"the second scheme for 23", "2$@@23$~²1", 23, true, "~*"},
+        {"cut before it is decoded", "2$@@14$a@@²²", 14, true, "a"},
+        {"far behind", "2$" + pad + "@@14$Müller", 14, true, "Müller"},
+        {"a tag across the blocks of the search", "2$" + std::string(27, 'x') + "@@14$Müller", 14,
+         true, "Müller"},
+        {"a tag that is cut off", "2$" + std::string(28, 'x') + "@@14", 14, false, ""},
+        {"zero", "2$@@0$z", 0, true, "z"},
+        {"whole name", "2$a~b@@5$", -1, true, "2$a*b@@5$"},
+        {"directory", "2$", -2, true, "...\\Ward3"},
+        {"serial of a date", "2$@@7$24.12.2003 17$05$00", -3, true, "37979.7118055556"},
+        {"serial is trimmed", "2$@@4$ 24.12.2003  ", -4, true, "37979"},
+        {"serial of no date", "2$@@20$soon", -5, true, ""},
+        {"serial of an absent date", "2$", -3, true, ""},
+    };
+    for (const Case& c : cases) {
+        std::string value = "left over";
+        EXPECT_EQ(GetDictationField(c.field, "\\store\\Ward3\\", c.name, value), c.found)
+            << c.what;
+        EXPECT_EQ(value, c.value) << c.what;
+    }
+}
+
+// The search for a tag looks at blocks: it must find what a plain search finds, at any offset.
+TEST(DictationRecord, FindsTagsAtEveryOffset) {
+    for (std::size_t before = 0; before < 80; ++before)
+        for (std::size_t behind = 0; behind < 40; ++behind) {
+            const std::string name = std::string(before, '@') + "@@17$7" + std::string(behind, '@');
+            const auto value = findFieldValue(name, "@@17$");
+            ASSERT_TRUE(value) << before << ' ' << behind;
+            ASSERT_EQ(*value, behind == 1 ? "7@" : "7") << before << ' ' << behind;
+            ASSERT_FALSE(findFieldValue(name, "@@18$")) << before << ' ' << behind;
+        }
+}
+
+TEST(DictationRecord, DirectoryText) {
+    const std::vector<TextCase> cases = {
+        {"last part", "\\store\\Ward3\\", "...\\Ward3"},
+        {"finished ones keep their ward", "\\store\\Ward3\\erl\\", "...\\Ward3\\erl"},
+        {"ERL at the top", "\\ERL\\", "...\\ERL"},
+        {"ERL right below a drive", "D:\\ERL\\", "...\\ERL"},
+        {"without a final backslash", "D:\\Ward3", "...\\Ward3"},
+        {"no backslash", "Ward3", "Ward3"},
+        {"only one", "Ward3\\", "Ward3"},
+        {"empty", "", ""},
+        {"root", "\\", ""},
+        {"ends in ERL but is not", "\\a\\XERL\\", "...\\XERL"},
+    };
+    for (const TextCase& c : cases)
+        EXPECT_EQ(GetDirectoryText(c.in), c.out) << c.what;
+}
+
+TEST(DictationRecord, Names) {
+    std::string buffer;
+    EXPECT_EQ(dictationName("2$ROH.WAV", buffer), "2$ROH");
+    EXPECT_EQ(dictationName("2$ROH.Wav", buffer), "2$ROH");
+    EXPECT_EQ(dictationName(".wav", buffer), "");
+    EXPECT_EQ(dictationName("2$@@14$M\xFCller\xB2\xB2.wav", buffer), "2$@@14$Müller²²");
+    EXPECT_EQ(dictationName("2$@@14$Müller.wav", buffer), "2$@@14$Müller");
+    for (const char* name : {"x.WAV", "x.wAv", ".wav", "a.b.wav"})
+        EXPECT_TRUE(hasDictationEnding(name)) << name;
+    for (const char* name : {"wav", "x.wave", "x.wa", "x.wav ", "xwav", "", "x\x0Ewav"})
+        EXPECT_FALSE(hasDictationEnding(name)) << name;
+}
+
+std::string describe(const std::optional<DateSerial>& serial) {
+    if (!serial)
+        return "none";
+    const platform::DateTime d = dateOf(*serial);
+    std::string text = std::to_string(d.year) + "-" + std::to_string(d.month) + "-" +
+                       std::to_string(d.day);
+    if (serial->hasTime)
+        text += " " + std::to_string(d.hour) + ":" + std::to_string(d.minute) + ":" +
+                std::to_string(d.second);
+    return text;
+}
+
+TEST(FieldDate, ReadsTheWrittenForm) {
+    const std::vector<TextCase> cases = {
+        {"points", "24.12.2003", "2003-12-24"},
+        {"dashes and time", "24-12-2003 17$05$00", "2003-12-24 17:5:0"},
+        {"mixed", "24.12-2003", "2003-12-24"},
+        {"too short", "1.1.203", "none"},
+        {"two pieces", "12.2003 x", "none"},
+        {"four pieces", "1.2.3.2003", "none"},
+        {"no separator", "24122003", "none"},
+        {"leading blank", " 24.12.2003", "none"},
+        {"day rolls over", "31.02.2004", "2004-3-2"},
+        {"month rolls over", "01.13.2003", "2004-1-1"},
+        {"day 0", "00.03.2004", "2004-2-29"},
+        {"hour rolls over", "31.12.2003 24$00$01", "2004-1-1 0:0:1"},
+        {"two digits of the year", "01.01.29", "2029-1-1"},
+        {"two digits before", "01.01.30", "1930-1-1"},
+        {"letters behind a number", "24x.12y.2003z", "2003-12-24"},
+        {"words", "ab.cd.efgh", "1999-11-30"},
+        {"incomplete time", "24.12.2003 17$05", "2003-12-24"},
+        {"colons are no time", "24.12.2003 17:05:00", "2003-12-24"},
+        {"second blank ends the time", "24.12.2003 17$05$00 x", "2003-12-24 17:5:0"},
+        {"year too early", "01.01.0099x", "1999-1-1"},
+        {"year too late", "01.01.10000", "none"},
+        {"rolls out of the years", "31.12.9999 24$00$00", "none"},
+        {"huge pieces", "99999999999.1.2003", "none"},
+        {"huge time", "01.01.2003 99999999999$0$0", "none"},
+        {"superscript", "²².³³.2003", "2002-11-30"},
+    };
+    for (const TextCase& c : cases)
+        EXPECT_EQ(describe(ReadFieldDate(c.in, false)), c.out) << c.what;
+    EXPECT_EQ(describe(ReadFieldDate("24.12.2003 17$05$00", true)), "2003-12-24");
+}
+
+TEST(FieldDate, SerialsAndWrittenDatesAreTheSame) {
+    EXPECT_EQ(describe(readDateOrSerial("37979.7118055556")), "2003-12-24 17:5:0");
+    EXPECT_EQ(describe(readDateOrSerial(" 24.12.2003 17$05$00 ")), "2003-12-24 17:5:0");
+    EXPECT_EQ(describe(readDateOrSerial("0")), "1899-12-30");
+    EXPECT_EQ(describe(readDateOrSerial("-1")), "1899-12-29");
+    for (const char* text : {"", "nan", "inf", "1e300", "20031224", "37979x", "."})
+        EXPECT_EQ(describe(readDateOrSerial(text)), "none") << text;
+    for (const std::int32_t day : {-657434, -1, 0, 1, 37979, 2958465})
+        for (const std::int32_t second : {0, 1, 43200, 86399}) {
+            const DateSerial serial{day, second, second != 0};
+            EXPECT_EQ(readDateOrSerial(serialText(serial)), serial) << day << ' ' << second;
+        }
+}
+
+TEST(FieldDate, Seconds) {
+    EXPECT_EQ(readSeconds("00:02:15"), 135);
+    EXPECT_EQ(readSeconds("00$02$15"), 135);
+    EXPECT_EQ(readSeconds(" 1:30 "), 5400);
+    EXPECT_EQ(readSeconds("25:00:00"), 90000);
+    for (const char* text : {"", "135", "1:60", "1:2:60", "1:2:3:4", "a:b", "-1:00", "1::2",
+                             "99999:00", "00:02:15x"})
+        EXPECT_FALSE(readSeconds(text)) << text;
+}
+
+TEST(FieldCodes, CodesOfTexts) {
+    struct Case {
+        std::int32_t field;
+        const char* text;
+        std::int32_t code;
+    };
+    const std::vector<Case> cases = {
+        {2, "", 6},        {2, "wav", 6},      {2, "ROH", 7},      {99, "Stop", 8},  {2, "MAI", 9},
+        {2, "X", 0},       {2, " ROH", 0},     {5, "", 1},         {5, "normal", 1}, {5, "1", 1},
+        {5, "HOCH", 3},    {5, "2", 3},        {5, "FRIST", 2},    {5, "3", 2},      {5, "MSG", 5},
+        {5, "4", 5},       {5, "EDIT", 4},     {5, "5", 4},        {5, "6", 0},      {17, "", 0},
+        {17, "0", 0},      {17, "1", 10},      {17, "128", 17},    {17, "512", 19},  {17, "384", 35},
+        {17, "1023", 145}, {17, "1024", 0},    {17, "128abc", 17}, {17, "x", 0},     {6, "ROH", 0},
+        {17, "-1", 145},   {17, "1e99", 145},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(GetFieldCode(c.field, c.text), c.code) << c.field << ' ' << c.text;
+}
+
+// What a list shows, in German, where the texts of codes 6 and 7 must not be confused.
+TEST(FieldValues, ShownTexts) {
+    modLanguage::SetLanguage(7, 0);
+    platform::Locale german;
+    german.dateOrder = platform::DateOrder::dayMonthYear;
+    german.dateSeparator = '.';
+    platform::setLocale(german);
+    const auto shown = [](std::int32_t field, const char* name) {
+        return fieldText(field, "\\store\\Ward3\\", name);
+    };
+    EXPECT_EQ(shown(9, "2$@@7$4.2.2003 7$05$00"), "04.02.2003 07:05:00");
+    EXPECT_EQ(shown(16, "2$@@4$04-02-2003"), "04.02.2003");
+    EXPECT_EQ(shown(16, "2$@@4$bald"), "bald");
+    EXPECT_EQ(shown(13, "2$@@6$0$2$5"), "00:02:05");
+    EXPECT_EQ(shown(13, "2$@@6$kurz"), "kurz");
+    EXPECT_EQ(shown(1, "2$"), "...\\Ward3");
+    EXPECT_EQ(shown(2, "2$ROH"), modLanguage::GetText(25106));
+    EXPECT_EQ(shown(2, "2$"), modLanguage::GetText(25107));
+    EXPECT_EQ(shown(2, "2$FOO"), "FOO");
+    EXPECT_EQ(shown(15, "2$@@5$2"), modLanguage::GetText(25103));
+    EXPECT_EQ(shown(7, "2$@@17$128"), "(Status 128)");
+    EXPECT_EQ(shown(7, "2$@@17$384"), "(Status 128), (Status 256)");
+    EXPECT_EQ(shown(7, "2$@@17$0"), "");
+    EXPECT_EQ(shown(10, "2$@@7$24.12.2003"), "37979");
+    EXPECT_EQ(shown(0, "2$"), "");
+    platform::setLocale(std::nullopt);
+}
+
+} // namespace
+} // namespace ov::modDictation

@@ -1,0 +1,244 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#include "dictation/tree_scan.h"
+
+#include "dictation/criterion.h"
+#include "dictation/dictation_record.h"
+#include "dictation/result_order.h"
+#include "platform/user_interface.h"
+#include "settings_fixture.h"
+#include "temporary_store.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <functional>
+#include <random>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+namespace ov::modDictation {
+namespace {
+
+constexpr std::int32_t noLimit = 999999;
+
+// Runs a piece of the test whenever the search lets messages be processed.
+class Pump final : public platform::UserInterface {
+public:
+    explicit Pump(std::function<void()> handler)
+        : handler_(std::move(handler)), previous_(platform::installUserInterface(this)) {}
+    ~Pump() override { platform::installUserInterface(previous_); }
+    platform::MessageAnswer showMessage(const platform::MessageBox& box) override {
+        return box.defaultAnswer;
+    }
+    void processMessages() override { handler_(); }
+    void beep() override {}
+
+private:
+    std::function<void()> handler_;
+    platform::UserInterface* previous_;
+};
+
+class TreeScan : public tests::SettingsTest {
+protected:
+    std::vector<std::string> search(const std::vector<std::string>& criteria = {},
+                                    std::int32_t maxDepth = 50, std::int32_t limit = noLimit) {
+        list_.clear();
+        const std::int32_t found = SearchDictations(store_.directory(), criteria, maxDepth, list_,
+                                                    true, true, limit);
+        EXPECT_EQ(found, list_.size());
+        return sortedPaths();
+    }
+
+    // Relative to the store, native, sorted.
+    std::vector<std::string> sortedPaths() const {
+        std::vector<std::string> paths;
+        const std::size_t root = store_.directory().size();
+        for (std::int32_t i = 1; i <= list_.size(); ++i) {
+            paths.push_back(list_.path(i).substr(root));
+            std::replace(paths.back().begin(), paths.back().end(), '\\', '/');
+        }
+        std::sort(paths.begin(), paths.end());
+        return paths;
+    }
+
+    tests::TemporaryStore store_;
+    DictationList list_;
+};
+
+using Paths = std::vector<std::string>;
+
+std::string criterion(std::int32_t field, std::int32_t operatorId, const char* value) {
+    return BuildCriteriaString(field, operatorId, value, "");
+}
+
+TEST_F(TreeScan, FindsDictationsAndNothingElse) {
+    store_.add("a.WAV").add("b.wav").add("Ward/c.Wav").add("Ward/ERL/d.WAV").add(".hidden/e.wav");
+    store_.add("x.wave").add("wav").add("notes.txt");
+    store_.add("_old/f.WAV").add("Ward/_old/g.WAV").add("_g.WAV");
+    store_.add("x.WAV/inside.WAV").addPipe("pipe.WAV").addLink("nowhere.WAV", "missing");
+    store_.addLink("linked.WAV", "a.WAV").addFolder("empty");
+    EXPECT_EQ(search(), (Paths{".hidden/e.wav", "Ward/ERL/d.WAV", "Ward/c.Wav", "_g.WAV", "a.WAV",
+                               "b.wav", "linked.WAV", "x.WAV/inside.WAV"}));
+    EXPECT_TRUE(lastScanReport().problems.empty());
+}
+
+TEST_F(TreeScan, MatchesByNameAndFolder) {
+    store_.add("Ward3/2$ROH@@5$HOCH.WAV").add("Ward3/2$ROH.WAV").add("Ward4/2$@@5$2.WAV");
+    EXPECT_EQ(search({criterion(15, 25, "3")}),
+              (Paths{"Ward3/2$ROH@@5$HOCH.WAV", "Ward4/2$@@5$2.WAV"}));
+    EXPECT_EQ(search({criterion(15, 25, "3"), criterion(1, 17, "ward3")}),
+              (Paths{"Ward3/2$ROH@@5$HOCH.WAV"}));
+    list_.clear();
+    const std::vector<std::string> criteria = {criterion(15, 25, "3"), criterion(1, 17, "ward3")};
+    EXPECT_EQ(SearchDictations(store_.directory(), criteria, 50, list_, false, false, noLimit), 3);
+    EXPECT_EQ(list_.directory(1), "") << "bare names";
+    EXPECT_EQ(search({""}).size(), 3U) << "a single empty criterion is satisfied by all";
+}
+
+TEST_F(TreeScan, DepthLimit) {
+    store_.add("root.WAV").addDeep(60, "d.WAV");
+    EXPECT_EQ(search({}, 0), (Paths{"root.WAV"}));
+    EXPECT_EQ(search({}, 2).size(), 3U);
+    EXPECT_EQ(search({}, 50).size(), 51U);
+    EXPECT_EQ(search({}, noDepthLimit).size(), 61U);
+}
+
+TEST_F(TreeScan, EndsAtTheHitLimit) {
+    for (int i = 0; i < 30; ++i)
+        store_.add("a/" + std::to_string(i) + ".WAV").add("b/" + std::to_string(i) + ".WAV");
+    for (const std::int32_t limit : {1, 29, 30, 31, 60})
+        EXPECT_EQ(search({}, 50, limit).size(), static_cast<std::size_t>(limit));
+    EXPECT_EQ(search({}, 50, 1000).size(), 60U);
+}
+
+TEST_F(TreeScan, FollowsLinksButNotInCircles) {
+    tests::TemporaryStore outside;
+    outside.add("o.WAV");
+    store_.add("a/x.WAV").add("b/c/y.WAV");
+    store_.addLink("a/up", "..").addLink("a/self", ".").addLink("b/c/root", store_.native(""));
+    store_.addLink("out", outside.native("")).addLink("again", "a");
+    // "again" is another way into "a", not a circle.
+    EXPECT_EQ(search({}, noDepthLimit), (Paths{"a/x.WAV", "again/x.WAV", "b/c/y.WAV", "out/o.WAV"}));
+}
+
+TEST_F(TreeScan, HostileNames) {
+    const std::string longName = "2$" + std::string(249, 'x') + ".WAV";
+    ASSERT_EQ(longName.size(), 255U);
+    store_.add(longName).add("2$@@14$M\xFCller.WAV").add("2$@@14$a\nb\x1B[31m.WAV");
+    store_.add("2$ba\\ck.WAV").add("folder\\odd/z.WAV").add("ok/z.WAV");
+    EXPECT_EQ(search().size(), 4U);
+    EXPECT_EQ(lastScanReport().namesSkipped, 2);
+    EXPECT_NE(read("Log/OVSearch_.log").find("backslash"), std::string::npos);
+    EXPECT_EQ(search({criterion(5, 18, "MÜLLER")}), (Paths{"2$@@14$M\xFCller.WAV"}))
+        << "read as Windows-1252, the path keeps its bytes";
+    EXPECT_TRUE(std::filesystem::exists(store_.folder() / "2$@@14$M\xFCller.WAV"));
+    EXPECT_TRUE(platform::fileExists(list_.path(1)));
+}
+
+TEST_F(TreeScan, RootThatCannotBeRead) {
+    DictationList none;
+    EXPECT_EQ(SearchDictations("", {}, 50, none, true, true, noLimit), 0);
+    EXPECT_EQ(SearchDictations(store_.directory() + "missing", {}, 50, none, true, true, noLimit),
+              0);
+    EXPECT_EQ(lastScanReport().foldersUnreadable, 1);
+    ASSERT_EQ(lastScanReport().problems.size(), 1U);
+    EXPECT_NE(lastScanReport().problems[0].description().find("missing"), std::string::npos);
+    EXPECT_FALSE(isSearchRunning());
+}
+
+TEST_F(TreeScan, FoldersThatVanishHideNothingElse) {
+    for (int i = 0; i < 5; ++i)
+        store_.add("ward" + std::to_string(i) + "/x.WAV");
+    // At the first file all subfolders have been listed; two are gone when their turn comes.
+    bool removed = false;
+    const Pump pump([&] {
+        if (lastScanReport().filesTested == 0 || std::exchange(removed, true))
+            return;
+        std::filesystem::remove_all(store_.folder() / "ward1");
+        std::filesystem::remove_all(store_.folder() / "ward3");
+    });
+    store_.add("first.WAV");
+    const std::size_t found = search().size();
+    EXPECT_GE(found, 4U);
+    EXPECT_TRUE(lastScanReport().problems.empty());
+}
+
+TEST_F(TreeScan, StopKeepsWhatWasFound) {
+    for (int i = 0; i < 200; ++i)
+        store_.add(std::to_string(i) + ".WAV");
+    {
+        const Pump pump([] { requestSearchAbort(); });
+        EXPECT_LT(search().size(), 200U);
+        EXPECT_TRUE(lastScanReport().stopped);
+    }
+    EXPECT_EQ(search().size(), 200U) << "the next search is a whole one";
+    requestSearchAbort();
+    EXPECT_EQ(search().size(), 0U) << "a stop before the start";
+    EXPECT_EQ(search().size(), 200U);
+}
+
+TEST_F(TreeScan, SecondSearchInsideTheFirstDoesNothing) {
+    store_.add("a.WAV").add("b/c.WAV");
+    std::int32_t inner = -1;
+    const Pump pump([&] {
+        DictationList other;
+        inner = SearchDictations(store_.directory(), {}, 50, other, true, true, noLimit);
+        EXPECT_TRUE(isSearchRunning());
+    });
+    EXPECT_EQ(search().size(), 2U);
+    EXPECT_EQ(inner, 0);
+    EXPECT_FALSE(isSearchRunning());
+}
+
+TEST(DictationListTest, KeepsWhatIsAdded) {
+    DictationList list;
+    std::vector<std::string> expected;
+    std::mt19937 random(1);
+    for (int i = 0; i < 20000; ++i) {
+        const std::string directory = "\\d" + std::to_string(i / 37) + "\\";
+        const std::string name(random() % 256, static_cast<char>('a' + i % 26));
+        list.add(directory, name);
+        expected.push_back(directory + name);
+    }
+    ASSERT_EQ(list.size(), 20000);
+    for (std::int32_t i = 1; i <= list.size(); ++i)
+        ASSERT_EQ(list.path(i), expected[static_cast<std::size_t>(i) - 1]);
+    list.clear();
+    EXPECT_TRUE(list.empty());
+}
+
+TEST(ResultOrder, ByEveryKindOfValue) {
+    const std::vector<std::string> names = {
+        "2$MAI@@14$zeta@@5$HOCH@@6$00$10$00@@7$02.01.2020@@12$10",
+        "2$ROH@@14$Öztürk@@5$NORMAL@@6$00$02$00@@7$01.02.2019@@12$9",
+        "2$STOP@@14$oben@@5$FRIST@@6$x@@7$soon@@12$9a",
+        "2$ROH@@14$Ozean@@5$HOCH@@6$01$00$00@@7$02.01.2020 08$00$00",
+    };
+    DictationList list;
+    for (const std::string& name : names)
+        list.add("\\s\\", name + ".WAV");
+    struct Case {
+        const char* what;
+        std::int32_t field;
+        std::vector<std::int32_t> up;
+        std::vector<std::int32_t> down;
+    };
+    for (const Case& c : std::vector<Case>{
+             {"umlauts in their place", 5, {3, 4, 2, 1}, {1, 2, 4, 3}},
+             {"dates by day, then time", 9, {3, 2, 1, 4}, {4, 1, 2, 3}},
+             {"lengths by seconds", 13, {3, 2, 1, 4}, {4, 1, 2, 3}},
+             {"codes by number, ties as found", 2, {2, 4, 3, 1}, {1, 3, 2, 4}},
+             {"priorities by urgency", 15, {2, 3, 1, 4}, {1, 4, 3, 2}},
+             {"9 before 10, missing first", 8, {4, 2, 3, 1}, {1, 3, 2, 4}},
+             {"all alike", 3, {1, 2, 3, 4}, {1, 2, 3, 4}},
+         }) {
+        EXPECT_EQ(sortedOrder(list, c.field, false), c.up) << c.what;
+        EXPECT_EQ(sortedOrder(list, c.field, true), c.down) << c.what << ", descending";
+    }
+}
+
+} // namespace
+} // namespace ov::modDictation
