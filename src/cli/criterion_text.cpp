@@ -3,17 +3,16 @@
 
 #include "cli/criterion_text.h"
 
-#include <algorithm>
-#include <array>
-#include <cstdio>
-#include <optional>
-#include <vector>
-
 #include "dictation/field_codes.h"
 #include "dictation/field_date.h"
 #include "platform/locale.h"
 #include "platform/text.h"
 #include "support/numbers.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+#include <span>
 
 namespace ov::cli {
 
@@ -29,16 +28,45 @@ struct OperatorWord {
 
 // A word may stand for several operators; of those a field offers one at most.
 constexpr std::array<OperatorWord, 39> words = {{
-    {"contains", 17},   {"is", 18},           {"is", 25},         {"is", 13},
-    {"not-contains", 19}, {"is-empty", 20},   {"is-not-empty", 21}, {"yesterday", 2},
-    {"today", 3},       {"tomorrow", 4},      {"last-7-days", 5}, {"next-7-days", 6},
-    {"last-week", 7},   {"this-week", 8},     {"next-week", 9},   {"last-month", 10},
-    {"this-month", 11}, {"next-month", 12},   {"on", 13},         {"on-or-after", 14},
-    {"on-or-before", 15}, {"between", 16},    {"between", 30},    {"between", 31},
-    {"=", 25},          {"=", 18},            {"=", 13},          {"!=", 24},
-    {">=", 27},         {">=", 14},           {"<=", 26},         {"<=", 15},
-    {">", 28},          {"<", 29},            {"marked", 32},     {"not-marked", 33},
-    {"is-not", 24},     {"at-least", 27},     {"at-most", 26},
+    {"contains", 17},
+    {"is", 18},
+    {"is", 25},
+    {"is", 13},
+    {"not-contains", 19},
+    {"is-empty", 20},
+    {"is-not-empty", 21},
+    {"yesterday", 2},
+    {"today", 3},
+    {"tomorrow", 4},
+    {"last-7-days", 5},
+    {"next-7-days", 6},
+    {"last-week", 7},
+    {"this-week", 8},
+    {"next-week", 9},
+    {"last-month", 10},
+    {"this-month", 11},
+    {"next-month", 12},
+    {"on", 13},
+    {"on-or-after", 14},
+    {"on-or-before", 15},
+    {"between", 16},
+    {"between", 30},
+    {"between", 31},
+    {"=", 25},
+    {"=", 18},
+    {"=", 13},
+    {"!=", 24},
+    {">=", 27},
+    {">=", 14},
+    {"<=", 26},
+    {"<=", 15},
+    {">", 28},
+    {"<", 29},
+    {"marked", 32},
+    {"not-marked", 33},
+    {"is-not", 24},
+    {"at-least", 27},
+    {"at-most", 26},
 }};
 
 std::string_view takeToken(std::string_view& text) {
@@ -48,13 +76,6 @@ std::string_view takeToken(std::string_view& text) {
     const std::string_view token = text.substr(0, end);
     text.remove_prefix(end);
     return token;
-}
-
-std::string_view trimmed(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(" \t");
-    if (first == std::string_view::npos)
-        return {};
-    return text.substr(first, text.find_last_not_of(" \t") - first + 1);
 }
 
 std::string lowerCase(std::string_view text) {
@@ -102,10 +123,9 @@ std::string codeList(const FieldDefinition& field) {
 
 std::optional<std::string> codeValue(const FieldDefinition& field, std::string_view text) {
     for (const std::int32_t code : codesOf(field)) {
-        const bool same =
-            text == std::to_string(code) ||
-            platform::equalsIgnoringCase(text, modDictation::codeWord(code)) ||
-            platform::equalsIgnoringCase(text, modDictation::GetStatusText(code));
+        const bool same = text == std::to_string(code) ||
+                          platform::equalsIgnoringCase(text, modDictation::codeWord(code)) ||
+                          platform::equalsIgnoringCase(text, modDictation::GetStatusText(code));
         if (same)
             return std::to_string(code);
     }
@@ -119,12 +139,18 @@ std::optional<std::string> dateValue(std::string_view text) {
 
 std::optional<std::string> timeValue(std::string_view text) {
     const auto seconds = modDictation::readSeconds(text);
-    if (!seconds)
+    return seconds ? std::optional(modDictation::secondsText(*seconds)) : std::nullopt;
+}
+
+std::optional<std::string> numberValue(std::string_view text) {
+    const auto number = platform::parseNumber(text);
+    return number ? std::optional(std::to_string(roundToInt32(*number))) : std::nullopt;
+}
+
+std::optional<std::string> textValue(std::string_view text) {
+    if (text.find(modDictation::criteriaSeparator) != std::string_view::npos)
         return std::nullopt;
-    std::array<char, 32> time{};
-    const int length = std::snprintf(time.data(), time.size(), "%02d:%02d:%02d", *seconds / 3600,
-                                     *seconds / 60 % 60, *seconds % 60);
-    return std::string(time.data(), static_cast<std::size_t>(length));
+    return std::string(text);
 }
 
 // The value as a criteria string stores it; nothing for one that the field cannot have.
@@ -135,15 +161,14 @@ std::optional<std::string> storedValue(const FieldDefinition& field, std::string
     case ValueType::time:
         return timeValue(text);
     case ValueType::number:
-        return leadingNumber(text) != 0 || text.starts_with('0') ? std::optional<std::string>(text)
-                                                                 : std::nullopt;
+        return numberValue(text);
     case ValueType::code:
     case ValueType::status:
     case ValueType::priority:
     case ValueType::flag:
         return codeValue(field, text);
     default:
-        return std::string(text);
+        return textValue(text);
     }
 }
 
@@ -161,31 +186,41 @@ std::string whatIsExpected(const FieldDefinition& field) {
     case ValueType::flag:
         return "one of " + codeList(field);
     default:
-        return "a text";
+        return "a text without control characters";
     }
 }
 
-ParsedCriterion failure(std::string error) { return {{}, std::move(error)}; }
+std::string quoted(std::string_view text) {
+    return '"' + std::string(text) + '"';
+}
 
+ParsedCriterion failure(std::string error) {
+    return {{}, std::move(error)};
+}
+
+// Fills in the values of a criterion whose field and operator are known.
 ParsedCriterion withValues(modDictation::Criterion criterion, const FieldDefinition& field,
                            std::string_view rest) {
     const int count = modDictation::operatorValueCount(criterion.Operator);
-    std::vector<std::string_view> values;
-    if (count == 0 && !rest.empty())
-        return failure("this operator takes no value, but \"" + std::string(rest) + "\" follows");
-    if (count == 1)
-        values = {rest};
+    if (count == 0)
+        return rest.empty()
+                   ? ParsedCriterion{criterion, {}}
+                   : failure("this operator takes no value, but " + quoted(rest) + " follows");
+    std::array<std::string_view, 2> values = {rest, {}};
     if (count == 2) {
         const std::size_t dots = rest.find("..");
         if (dots == std::string_view::npos)
-            return failure("this operator takes two values: A..B");
-        values = {trimmed(rest.substr(0, dots)), trimmed(rest.substr(dots + 2))};
+            return failure("this operator takes two values, A..B, each " + whatIsExpected(field));
+        values = {platform::trimmed(rest.substr(0, dots)),
+                  platform::trimmed(rest.substr(dots + 2))};
     }
-    std::array<std::string*, 2> targets = {&criterion.Value1, &criterion.Value2};
-    for (std::size_t i = 0; i < values.size(); ++i) {
-        const auto stored = values[i].empty() ? std::nullopt : storedValue(field, values[i]);
-        if (!stored || stored->find(modDictation::criteriaSeparator) != std::string::npos)
-            return failure('"' + std::string(values[i]) + "\" is not " + whatIsExpected(field));
+    const std::array<std::string*, 2> targets = {&criterion.Value1, &criterion.Value2};
+    for (std::size_t i = 0; i < static_cast<std::size_t>(count); ++i) {
+        if (values[i].empty())
+            return failure("a value is missing: " + whatIsExpected(field));
+        const auto stored = storedValue(field, values[i]);
+        if (!stored)
+            return failure(quoted(values[i]) + " is not " + whatIsExpected(field));
         *targets[i] = *stored;
     }
     return {criterion, {}};
@@ -194,19 +229,23 @@ ParsedCriterion withValues(modDictation::Criterion criterion, const FieldDefinit
 } // namespace
 
 ParsedCriterion parseCriterion(std::string_view text) {
-    std::string_view rest = text;
+    const std::string utf8 = platform::textFromBytes(text);
+    std::string_view rest = utf8;
     const std::string_view fieldToken = takeToken(rest);
     const std::string_view operatorToken = takeToken(rest);
-    const std::int32_t id = modDictation::fieldIdOfKey(lowerCase(fieldToken));
-    if (id <= modDictation::noField)
-        return failure("there is no field \"" + std::string(fieldToken) +
-                       "\"; fields are: " + fieldKeys());
+    const std::int32_t id = fieldOfKey(fieldToken);
+    if (id == modDictation::noField)
+        return failure("there is no field " + quoted(fieldToken) + "; fields are: " + fieldKeys());
     const FieldDefinition& field = modDictation::fieldDefinition(id);
     const auto operatorId = findOperator(field, operatorToken);
     if (!operatorId)
-        return failure("field \"" + std::string(fieldToken) + "\" has no operator \"" +
-                       std::string(operatorToken) + "\"; it offers: " + operatorWords(id));
-    return withValues({id, *operatorId, {}, {}}, field, trimmed(rest));
+        return failure("field " + quoted(fieldToken) + " has no operator " + quoted(operatorToken) +
+                       "; it offers: " + operatorWords(id));
+    return withValues({id, *operatorId, {}, {}}, field, platform::trimmed(rest));
+}
+
+std::int32_t fieldOfKey(std::string_view key) {
+    return std::max(modDictation::fieldIdOfKey(lowerCase(key)), modDictation::noField);
 }
 
 std::string operatorWords(std::int32_t field) {

@@ -3,10 +3,11 @@
 
 #pragma once
 
+#include "dictation/criterion.h"
+
+#include <cstdint>
 #include <string>
 #include <string_view>
-
-#include "dictation/criterion.h"
 
 // Criteria as they are typed in a terminal:
 //
@@ -27,7 +28,11 @@ struct ParsedCriterion {
     bool ok() const noexcept { return error.empty(); }
 };
 
+// `text` may also be Windows-1252, as a terminal of that kind hands it over.
 ParsedCriterion parseCriterion(std::string_view text);
+
+// The field of a key, in any letter case, or of an id; noField when there is none.
+std::int32_t fieldOfKey(std::string_view key);
 
 // The words for the operators that a field offers, as a list for a person: "contains, is, ...".
 std::string operatorWords(std::int32_t field);

@@ -3,14 +3,16 @@
 
 #include "cli/demo_command.h"
 
-#include <cstdio>
-
 #include "cli/demo_store.h"
 #include "cli/messages.h"
+#include "cli/output.h"
+#include "cli/shown_text.h"
 #include "cli/terminal_interface.h"
 #include "platform/files.h"
 #include "platform/locale.h"
 #include "support/modFilePath.h"
+
+#include <cstdio>
 
 namespace ov::cli {
 
@@ -33,9 +35,10 @@ ExitCode runDemo(const std::string& directory, int count, std::uint32_t seed,
     }
     if (terminal.interrupted())
         complain("stopped");
-    static_cast<void>(std::printf("%d dictations in %s\n", result.written,
-                                  platform::toNativePath(options.directory).c_str()));
-    return ExitCode::found;
+    Output output(stdout);
+    output.write(std::to_string(result.written) + " dictations in " +
+                 shownText(platform::toNativePath(options.directory)) + "\n");
+    return output.finish(ExitCode::found);
 }
 
 } // namespace ov::cli

@@ -3,10 +3,10 @@
 
 #pragma once
 
+#include "cli/exit_code.h"
+
 #include <cstdint>
 #include <string>
-
-#include "cli/exit_code.h"
 
 namespace ov::cli {
 

@@ -108,8 +108,8 @@ bool readSort(const std::string& text, std::optional<SortOrder>& sort) {
     const std::string direction = colon == std::string::npos ? "asc" : text.substr(colon + 1);
     const std::int32_t field = fieldOfKey(std::string_view(text).substr(0, colon));
     if (field == modDictation::noField || (direction != "asc" && direction != "desc")) {
-        complain("cannot sort by \"" + text + "\"; say KEY or KEY:desc, with KEY one of: " +
-                 fieldKeys());
+        complain("cannot sort by \"" + text +
+                 "\"; say KEY or KEY:desc, with KEY one of: " + fieldKeys());
         return false;
     }
     sort = SortOrder{field, direction == "desc"};
@@ -171,8 +171,7 @@ private:
     std::int32_t printed_ = 0;
 };
 
-void showProgress(const Session& session, const DictationList& hits,
-                  TerminalInterface& terminal) {
+void showProgress(const Session& session, const DictationList& hits, TerminalInterface& terminal) {
     terminal.showProgress(std::to_string(modDictation::lastScanReport().filesTested) +
                           " dictations, " + std::to_string(hits.size()) + " hits, in " +
                           platform::toNativePath(session.host().currentFolder()));

@@ -3,16 +3,16 @@
 
 #include "cli/hit_writer.h"
 
-#include <utility>
-
-#include <nlohmann/json.hpp>
-
 #include "cli/shown_text.h"
 #include "dictation/dictation_record.h"
 #include "dictation/field_table.h"
 #include "dictation/field_values.h"
 #include "platform/files.h"
 #include "platform/text.h"
+
+#include <nlohmann/json.hpp>
+
+#include <utility>
 
 namespace ov::cli {
 
@@ -89,10 +89,9 @@ private:
     Row header() const {
         Row row;
         for (const Column& column : columns_)
-            row.push_back(shownText(
-                column.field == pathColumn
-                    ? column.key
-                    : modDictation::GetSearchFieldCaption(column.field, true)));
+            row.push_back(shownText(column.field == pathColumn
+                                        ? column.key
+                                        : modDictation::GetSearchFieldCaption(column.field, true)));
         return row;
     }
 

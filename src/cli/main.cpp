@@ -1,22 +1,25 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
-#include <clocale>
-#include <cstdio>
-#include <exception>
-#include <map>
-#include <optional>
-
-#include <CLI/CLI.hpp>
-
 #include "cli/demo_command.h"
 #include "cli/find_command.h"
 #include "cli/messages.h"
+#include "cli/output.h"
 #include "cli/session.h"
 #include "cli/show_command.h"
+#include "cli/shown_text.h"
 #include "cli/terminal_interface.h"
 #include "plugin/host_error.h"
 #include "support/version.h"
+
+#include <CLI/CLI.hpp>
+
+#include <clocale>
+#include <cstdint>
+#include <exception>
+#include <limits>
+#include <map>
+#include <string>
 
 namespace {
 
@@ -38,63 +41,98 @@ constexpr const char* criterionHelp =
     "`ovsearch fields` lists the fields and what each offers.\n"
     "Exit codes: 0 found, 1 nothing found, 2 wrong usage, 3 the store or a file cannot be read.";
 
+// An empty argument is a mistake, mostly a variable of a script that was never set.
+const CLI::Validator notEmpty(
+    [](const std::string& text) { return std::string(text.empty() ? "must not be empty" : ""); },
+    "");
+
+CLI::Validator inRange(std::int32_t lowest) {
+    return CLI::Range(lowest, std::numeric_limits<std::int32_t>::max()).description("");
+}
+
+CLI::Option* addPath(CLI::App& command, const std::string& name, std::string& path,
+                     const std::string& help) {
+    return command.add_option(name, path, help)->type_name("")->required()->check(notEmpty);
+}
+
+// Before the command or behind it.
 void addCommonOptions(CLI::App& command, Arguments& arguments) {
     command
         .add_option("--language", arguments.session.language,
                     "Language of captions and codes: de or en")
-        ->check(CLI::IsMember({"de", "en"}));
-    command.add_option("--settings", arguments.session.settingsDirectory,
-                       "Folder to use in place of the per-user settings folder")
-        ->type_name("DIR");
+        ->type_name("LANGUAGE")
+        ->check(CLI::IsMember({"de", "en"}).description(""));
+    command
+        .add_option("--settings", arguments.session.settingsDirectory,
+                    "Folder to use in place of the per-user settings folder")
+        ->type_name("DIR")
+        ->check(notEmpty);
+}
+
+void addFormat(CLI::App& command, HitFormat& format) {
+    static const std::map<std::string, HitFormat> formats = {{"table", HitFormat::table},
+                                                             {"csv", HitFormat::csv},
+                                                             {"json", HitFormat::json},
+                                                             {"paths", HitFormat::paths}};
+    command
+        .add_option_function<std::string>(
+            "--format", [&format](const std::string& name) { format = formats.at(name); },
+            "table, csv, json or paths")
+        ->type_name("FORMAT")
+        ->check(CLI::IsMember(formats).description(""));
 }
 
 CLI::App* addFind(CLI::App& app, Arguments& arguments) {
-    const std::map<std::string, HitFormat> formats = {{"table", HitFormat::table},
-                                                      {"csv", HitFormat::csv},
-                                                      {"json", HitFormat::json},
-                                                      {"paths", HitFormat::paths}};
     FindOptions& find = arguments.find;
     CLI::App* command = app.add_subcommand("find", "Search a store of dictations");
     command->footer(criterionHelp);
-    command->add_option("ROOT", find.root, "Folder to search; else that of the settings");
+    command->add_option("ROOT", find.root, "Folder to search; else that of the settings")
+        ->type_name("")
+        ->check(notEmpty);
     command->add_option("-c,--criterion", find.criteria, "Criterion to match; may repeat")
         ->type_name("CRITERION")
         ->expected(1)
-        ->take_all();
+        ->take_all()
+        ->allow_extra_args(false); // what follows is ROOT
     command->add_flag("--any", find.any, "One matching criterion is enough");
     command->add_option("--criteria-file", find.criteriaFile, "Also the criteria of this file")
-        ->type_name("FILE");
+        ->type_name("FILE")
+        ->check(notEmpty);
     command->add_option("--max-depth", find.maxDepth, "Levels of folders below ROOT; -1 for all")
-        ->check(CLI::Range(-1, 1000))
+        ->type_name("N")
+        ->check(inRange(-1))
         ->capture_default_str();
     command->add_option("--limit", find.limit, "End after this many hits")
-        ->check(CLI::Range(1, 999999))
+        ->type_name("N")
+        ->check(inRange(1))
         ->capture_default_str();
     command->add_option("--columns", find.columns, "Columns to print, parted by commas")
         ->type_name("KEYS")
         ->delimiter(',')
-        ->expected(1);
-    command->add_option("--sort", find.sort, "Column to sort by")->type_name("KEY[:desc]");
-    command->add_option("--format", find.format, "table, csv, json or paths")
-        ->type_name("FORMAT")
-        ->transform(CLI::CheckedTransformer(formats).description(""));
+        ->expected(1)
+        ->take_all()
+        ->allow_extra_args(false);
+    command->add_option("--sort", find.sort, "Field to sort by")->type_name("KEY[:desc]");
+    addFormat(*command, find.format);
     command->add_flag("-0,--null", find.zeroEnded, "End paths by a zero byte");
     return command;
 }
 
 CLI::App* addShow(CLI::App& app, Arguments& arguments) {
     CLI::App* command = app.add_subcommand("show", "Print every field of one dictation");
-    command->add_option("FILE", arguments.show, "The dictation")->required();
+    addPath(*command, "FILE", arguments.show, "The dictation");
     return command;
 }
 
 CLI::App* addDemo(CLI::App& app, Arguments& arguments) {
     CLI::App* command = app.add_subcommand("demo", "Write a store of made-up dictations");
-    command->add_option("DIR", arguments.demoDirectory, "Folder, missing or empty")->required();
+    addPath(*command, "DIR", arguments.demoDirectory, "Folder, missing or empty");
     command->add_option("--count", arguments.demoCount, "How many dictations")
-        ->check(CLI::Range(0, 1000000))
+        ->type_name("N")
+        ->check(inRange(0))
         ->capture_default_str();
     command->add_option("--seed", arguments.demoSeed, "The same seed and day give the same store")
+        ->type_name("S")
         ->capture_default_str();
     return command;
 }
@@ -104,16 +142,19 @@ ExitCode run(int argc, char** argv) {
     CLI::App app("Searches stores of dictations by what their file names tell.", "ovsearch");
     app.set_version_flag("--version", std::string("ovsearch ") + ov::version::text);
     app.require_subcommand(1);
+    app.failure_message([](const CLI::App*, const CLI::Error& error) {
+        return "ovsearch: " + shownText(error.what()) + "\nRun with --help for more information.\n";
+    });
     CLI::App* find = addFind(app, arguments);
     CLI::App* show = addShow(app, arguments);
     CLI::App* fields = app.add_subcommand("fields", "List the fields and their operators");
     CLI::App* demo = addDemo(app, arguments);
-    for (CLI::App* command : {find, show, fields, demo})
+    for (CLI::App* command : {&app, find, show, fields, demo})
         addCommonOptions(*command, arguments);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
-        return app.exit(error) == 0 ? ExitCode::found : ExitCode::usage;
+        return app.exit(error) == 0 ? Output(stdout).finish(ExitCode::found) : ExitCode::usage;
     }
 
     TerminalInterface terminal;

@@ -3,9 +3,9 @@
 
 #include "cli/messages.h"
 
-#include <cstdio>
-
 #include "cli/shown_text.h"
+
+#include <cstdio>
 
 namespace ov::cli {
 

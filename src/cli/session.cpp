@@ -3,9 +3,7 @@
 
 #include "cli/session.h"
 
-#include <cstdio>
-#include <cstdlib>
-
+#include "cli/messages.h"
 #include "dictation/field_table.h"
 #include "platform/files.h"
 #include "platform/known_folders.h"
@@ -14,6 +12,8 @@
 #include "support/modLanguage.h"
 #include "support/modUtil.h"
 #include "support/text_ids.h"
+
+#include <cstdlib>
 
 namespace ov::cli {
 
@@ -52,7 +52,7 @@ void moveSettings(const std::string& native) {
 } // namespace
 
 void TerminalHost::ReportPlugInFailure(std::string_view plugInName) {
-    static_cast<void>(std::fprintf(stderr, "ovsearch: %s failed\n", std::string(plugInName).c_str()));
+    complain(std::string(plugInName) + " failed");
 }
 
 void TerminalHost::CallPlugInFunction(IPlugin& /*caller*/, std::string_view function,
@@ -84,6 +84,8 @@ Session::Session(const SessionOptions& options)
     modDictation::LoadColumnSettings();
 }
 
-Session::~Session() { modOVPlugIn::setCallingPlugIn(nullptr); }
+Session::~Session() {
+    modOVPlugIn::setCallingPlugIn(nullptr);
+}
 
 } // namespace ov::cli

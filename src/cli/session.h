@@ -3,14 +3,14 @@
 
 #pragma once
 
+#include "plugin/Connector.h"
+#include "plugin/host_interfaces.h"
+
 #include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
 #include <vector>
-
-#include "plugin/Connector.h"
-#include "plugin/host_interfaces.h"
 
 namespace ov::cli {
 

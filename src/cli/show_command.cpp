@@ -3,46 +3,32 @@
 
 #include "cli/show_command.h"
 
-#include <algorithm>
-#include <array>
-#include <vector>
-
 #include "cli/criterion_text.h"
-#include "cli/hit_writer.h"
 #include "cli/messages.h"
+#include "cli/output.h"
 #include "cli/shown_text.h"
 #include "dictation/dictation_record.h"
 #include "dictation/field_table.h"
 #include "dictation/field_values.h"
 #include "platform/files.h"
 #include "support/modFilePath.h"
+#include "support/numbers.h"
+
+#include <algorithm>
+#include <array>
+#include <vector>
 
 namespace ov::cli {
 
 namespace {
 
-using Row = std::vector<std::string>;
+using modDictation::FieldDefinition;
 
-void printRows(const std::vector<Row>& rows, Output& output) {
-    std::vector<std::size_t> widths(rows.front().size());
+ExitCode printRows(const std::vector<Row>& rows, const std::vector<std::size_t>& widths) {
+    Output output(stdout);
     for (const Row& row : rows)
-        for (std::size_t i = 0; i < row.size(); ++i)
-            widths[i] = std::max(widths[i], columnCount(row[i]));
-    for (const Row& row : rows) {
-        std::string line;
-        for (std::size_t i = 0; i < row.size(); ++i)
-            line.append(row[i]).append(widths[i] - columnCount(row[i]) + 2, ' ');
-        line.erase(line.find_last_not_of(' ') + 1);
-        output.write(line + "\n");
-    }
-}
-
-ExitCode finish(Output& output) {
-    output.flush();
-    if (!output.failed())
-        return ExitCode::found;
-    complain("cannot write: " + output.failure());
-    return ExitCode::unreadable;
+        output.write(tableLine(row, widths));
+    return output.finish(ExitCode::found);
 }
 
 std::string typeName(modDictation::ValueType type) {
@@ -51,14 +37,61 @@ std::string typeName(modDictation::ValueType type) {
     return names[static_cast<std::size_t>(type)];
 }
 
-Row fieldRow(const modDictation::FieldDefinition& field, std::string_view directory,
-             std::string_view name) {
-    std::string raw;
-    const bool present =
-        modDictation::GetDictationField(field.dictationField, directory, name, raw);
-    return {std::string(field.key), modDictation::GetSearchFieldCaption(field.id, true),
-            present ? shownText(raw) : "-",
-            shownText(modDictation::fieldText(field.id, directory, name))};
+// A field as the name has it, escapes included; "-" for one that is not there.
+std::string_view rawText(std::int32_t dictationField, std::string_view name) {
+    return modDictation::findFieldValue(name, modDictation::fieldTag(dictationField)).value_or("-");
+}
+
+Row fieldRow(const FieldDefinition& field, std::string_view directory, std::string_view name,
+             std::string_view raw) {
+    return {std::string(field.key), shownText(modDictation::GetSearchFieldCaption(field.id, true)),
+            shownText(modDictation::fieldText(field.id, directory, name)), shownText(raw)};
+}
+
+bool isInTable(std::int32_t dictationField) {
+    const auto table = modDictation::fieldDefinitions();
+    return std::any_of(table.begin(), table.end(), [dictationField](const FieldDefinition& field) {
+        return !field.key.empty() && field.dictationField == dictationField;
+    });
+}
+
+// What the name carries beside the fields that can be searched.
+void addOtherFields(std::string_view directory, std::string_view name, std::vector<Row>& rows) {
+    constexpr std::string_view separator = "@@";
+    for (std::size_t at = name.find(separator); at != std::string_view::npos;
+         at = name.find(separator, at + 1)) {
+        const std::string_view rest = name.substr(at + separator.size());
+        const std::string_view digits = rest.substr(0, rest.find('$'));
+        const std::int32_t number = isAllDigits(digits) ? leadingInt32(digits) : 0;
+        const std::string tag = modDictation::fieldTag(number);
+        // A number with leading zeros is no tag; of two equal ones readers take the first.
+        if (number == 0 || isInTable(number) || name.find(tag) != at)
+            continue;
+        std::string text;
+        modDictation::GetDictationField(number, directory, name, text);
+        rows.push_back({"-", tag, shownText(text), shownText(rawText(number, name))});
+    }
+}
+
+std::vector<Row> fieldRows(std::string_view directory, std::string_view name) {
+    using namespace modDictation;
+    std::vector<Row> rows = {{"KEY", "FIELD", "SHOWN", "RAW"}};
+    for (const FieldDefinition& field : fieldDefinitions())
+        if (field.dictationField > 0)
+            rows.push_back(fieldRow(field, directory, name, rawText(field.dictationField, name)));
+    addOtherFields(directory, name, rows);
+    return rows;
+}
+
+// What does not come from a field of the name, but from the path or the name as a whole.
+void addDerivedFields(std::string_view directory, std::string_view name, std::vector<Row>& rows) {
+    using namespace modDictation;
+    const std::string native = platform::toNativePath(directory);
+    for (const FieldDefinition& field : fieldDefinitions())
+        if (field.dictationField < 0 && !field.key.empty()) {
+            const bool isFolder = field.dictationField == dictation_field::directory;
+            rows.push_back(fieldRow(field, directory, name, isFolder ? native : name));
+        }
 }
 
 } // namespace
@@ -66,33 +99,32 @@ Row fieldRow(const modDictation::FieldDefinition& field, std::string_view direct
 ExitCode runShow(const std::string& file) {
     const std::string path = platform::fromNativePath(file);
     const std::string_view fileName = modFilePath::namePart(path);
-    if (!platform::fileExists(path) || !modDictation::hasDictationEnding(fileName)) {
-        complain(file + (platform::fileExists(path) ? ": not a dictation; its name does not end in "
-                                                      "\".WAV\""
-                                                    : ": no such file"));
+    if (!platform::fileExists(path)) {
+        complain(file + ": there is no such file");
+        return ExitCode::unreadable;
+    }
+    if (!modDictation::hasDictationEnding(fileName)) {
+        complain(file + ": not a dictation; its name does not end in \".WAV\"");
         return ExitCode::unreadable;
     }
     std::string buffer;
+    const std::string_view directory = modFilePath::directoryPart(path);
     const std::string_view name = modDictation::dictationName(fileName, buffer);
-    std::vector<Row> rows = {{"KEY", "FIELD", "VALUE", "SHOWN"}};
-    for (const modDictation::FieldDefinition& field : modDictation::fieldDefinitions())
-        if (!field.key.empty())
-            rows.push_back(fieldRow(field, modFilePath::directoryPart(path), name));
-    Output output(stdout);
-    printRows(rows, output);
-    return finish(output);
+    std::vector<Row> rows = fieldRows(directory, name);
+    // The longest ones come last and do not count for the columns.
+    const std::vector<std::size_t> widths = columnWidths(rows);
+    addDerivedFields(directory, name, rows);
+    return printRows(rows, widths);
 }
 
 ExitCode runFields() {
     std::vector<Row> rows = {{"ID", "KEY", "FIELD", "TYPE", "OPERATORS"}};
-    for (const modDictation::FieldDefinition& field : modDictation::fieldDefinitions())
+    for (const FieldDefinition& field : modDictation::fieldDefinitions())
         if (!field.key.empty())
             rows.push_back({std::to_string(field.id), std::string(field.key),
-                            modDictation::GetSearchFieldCaption(field.id, true),
+                            shownText(modDictation::GetSearchFieldCaption(field.id, true)),
                             typeName(field.valueType), operatorWords(field.id)});
-    Output output(stdout);
-    printRows(rows, output);
-    return finish(output);
+    return printRows(rows, columnWidths(rows));
 }
 
 } // namespace ov::cli

@@ -3,14 +3,13 @@
 
 #pragma once
 
-#include <string>
-
 #include "cli/exit_code.h"
+
+#include <string>
 
 namespace ov::cli {
 
-// Prints every field of one dictation, as its name carries it and as lists show it. `file` is
-// native.
+// Prints every field of one dictation, as its name has it and as lists show it. `file` is native.
 ExitCode runShow(const std::string& file);
 
 // Prints the table of fields with the operators that each offers.

@@ -3,13 +3,13 @@
 
 #include "cli/shown_text.h"
 
-#include <array>
-#include <cstdio>
+#include "platform/text.h"
 
 #include <unicode/uchar.h>
 #include <unicode/unistr.h>
 
-#include "platform/text.h"
+#include <array>
+#include <cstdio>
 
 namespace ov::cli {
 
@@ -54,7 +54,9 @@ void forEachCharacter(const icu::UnicodeString& text, Visit visit) {
             return;
 }
 
-void append(UChar32 c, std::string& out) { icu::UnicodeString(c).toUTF8String(out); }
+void append(UChar32 c, std::string& out) {
+    icu::UnicodeString(c).toUTF8String(out);
+}
 
 } // namespace
 

@@ -25,7 +25,9 @@ extern "C" void onInterrupt(int signal) {
     std::signal(signal, SIG_DFL);
 }
 
-void print(const std::string& text) { static_cast<void>(std::fputs(text.c_str(), stderr)); }
+void print(const std::string& text) {
+    static_cast<void>(std::fputs(text.c_str(), stderr));
+}
 
 // A message box has paragraphs.
 std::string onOneLine(const std::string& text) {
@@ -56,7 +58,9 @@ TerminalInterface::~TerminalInterface() {
     platform::installUserInterface(previous_);
 }
 
-bool TerminalInterface::interrupted() const noexcept { return interruptPressed != 0; }
+bool TerminalInterface::interrupted() const noexcept {
+    return interruptPressed != 0;
+}
 
 void TerminalInterface::showProgress(const std::string& line) {
     if (!showsProgress_)

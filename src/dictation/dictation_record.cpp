@@ -75,17 +75,10 @@ std::int32_t fieldBehindSerial(std::int32_t pseudoField) noexcept {
     }
 }
 
-std::string_view trimmed(std::string_view text) noexcept {
-    const std::size_t first = text.find_first_not_of(' ');
-    if (first == std::string_view::npos)
-        return {};
-    return text.substr(first, text.find_last_not_of(' ') - first + 1);
-}
-
 void readSerial(std::int32_t field, std::string_view path, std::string_view name,
                 std::string& value) {
     GetDictationField(field, path, name, value);
-    const auto date = ReadFieldDate(trimmed(value), false);
+    const auto date = ReadFieldDate(platform::trimmed(value, ' '), false);
     value.clear();
     if (date)
         appendSerialText(*date, value);

@@ -7,8 +7,10 @@
 #include <charconv>
 #include <chrono>
 #include <cmath>
+#include <cstdio>
 #include <limits>
 
+#include "platform/text.h"
 #include "support/numbers.h"
 
 namespace ov::modDictation {
@@ -30,28 +32,21 @@ constexpr std::int32_t serialDay(int year, int month, int day) noexcept {
 constexpr std::int32_t firstDay = serialDay(100, 1, 1);
 constexpr std::int32_t lastDay = serialDay(9999, 12, 31);
 
-std::string_view trimmed(std::string_view text) noexcept {
-    const std::size_t first = text.find_first_not_of(' ');
-    if (first == std::string_view::npos)
-        return {};
-    return text.substr(first, text.find_last_not_of(' ') - first + 1);
-}
-
 struct Pieces {
     std::array<std::string_view, 3> text;
     std::size_t count = 0; // 4 stands for more than three
 };
 
-Pieces split(std::string_view text, std::string_view separators) noexcept {
+Pieces split(std::string_view text, char separator, char other) noexcept {
     Pieces pieces;
-    while (pieces.count < 4) {
-        const std::size_t end = text.find_first_of(separators);
+    std::size_t start = 0;
+    for (std::size_t i = 0; i <= text.size() && pieces.count < 4; ++i) {
+        if (i < text.size() && text[i] != separator && text[i] != other)
+            continue;
         if (pieces.count < 3)
-            pieces.text[pieces.count] = text.substr(0, end);
+            pieces.text[pieces.count] = text.substr(start, i - start);
         ++pieces.count;
-        if (end == std::string_view::npos)
-            break;
-        text.remove_prefix(end + 1);
+        start = i + 1;
     }
     return pieces;
 }
@@ -59,7 +54,7 @@ Pieces split(std::string_view text, std::string_view separators) noexcept {
 // The whole number that a piece begins with; one that is too large stays out of any range.
 std::int32_t leadingDigits(std::string_view text) noexcept {
     std::int32_t value = 0;
-    const std::string_view digits = trimmed(text);
+    const std::string_view digits = platform::trimmed(text, ' ');
     const auto result = std::from_chars(digits.data(), digits.data() + digits.size(), value);
     if (result.ec == std::errc::result_out_of_range)
         return std::numeric_limits<std::int32_t>::max();
@@ -87,7 +82,7 @@ std::optional<std::int32_t> rolledDay(std::int32_t year, std::int32_t month,
 // Adds a written time, rolling over into other days.
 std::optional<DateSerial> withTime(std::int32_t day, std::string_view time) noexcept {
     DateSerial result{day, 0, false};
-    const Pieces pieces = split(time, "$");
+    const Pieces pieces = split(time, '$', '$');
     if (pieces.count != 3)
         return result;
     std::int64_t seconds = 0;
@@ -134,7 +129,7 @@ std::optional<DateSerial> ReadFieldDate(std::string_view text, bool dateOnly) no
     if (text.size() < shortestDate)
         return std::nullopt;
     const std::size_t blank = text.find(' ');
-    const Pieces date = split(text.substr(0, blank), ".-");
+    const Pieces date = split(text.substr(0, blank), '.', '-');
     if (date.count != 3)
         return std::nullopt;
     const auto day = rolledDay(leadingDigits(date.text[2]), leadingDigits(date.text[1]),
@@ -148,7 +143,7 @@ std::optional<DateSerial> ReadFieldDate(std::string_view text, bool dateOnly) no
 }
 
 std::optional<DateSerial> readDateOrSerial(std::string_view text) noexcept {
-    const std::string_view bare = trimmed(text);
+    const std::string_view bare = platform::trimmed(text, ' ');
     if (const auto number = wholeNumber(bare))
         return fromNumber(*number);
     return ReadFieldDate(bare, false);
@@ -189,7 +184,7 @@ int weekdayOf(std::int32_t day) noexcept {
 
 std::optional<std::int32_t> readSeconds(std::string_view text) noexcept {
     constexpr std::int32_t mostHours = 9999;
-    const Pieces pieces = split(trimmed(text), ":$");
+    const Pieces pieces = split(platform::trimmed(text, ' '), ':', '$');
     if (pieces.count != 2 && pieces.count != 3)
         return std::nullopt;
     std::array<std::int32_t, 3> parts{};
@@ -201,6 +196,13 @@ std::optional<std::int32_t> readSeconds(std::string_view text) noexcept {
     if (parts[0] > mostHours || parts[1] > 59 || parts[2] > 59)
         return std::nullopt;
     return (parts[0] * 60 + parts[1]) * 60 + parts[2];
+}
+
+std::string secondsText(std::int32_t seconds) {
+    std::array<char, 32> text{};
+    const int length = std::snprintf(text.data(), text.size(), "%02d:%02d:%02d", seconds / 3600,
+                                     seconds / 60 % 60, seconds % 60);
+    return {text.data(), static_cast<std::size_t>(length)};
 }
 
 } // namespace ov::modDictation

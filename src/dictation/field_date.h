@@ -47,4 +47,7 @@ int weekdayOf(std::int32_t day) noexcept;
 // ignored, as seconds. Hours may exceed 23: it is a length. Nothing for any other text.
 std::optional<std::int32_t> readSeconds(std::string_view text) noexcept;
 
+// "00:02:15"
+std::string secondsText(std::int32_t seconds);
+
 } // namespace ov::modDictation

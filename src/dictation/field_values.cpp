@@ -3,8 +3,6 @@
 
 #include "dictation/field_values.h"
 
-#include <array>
-#include <cstdio>
 #include <utility>
 
 #include "dictation/dictation_record.h"
@@ -31,12 +29,7 @@ std::string dateText(std::string value) {
 
 std::string timeText(std::string value) {
     const auto seconds = readSeconds(value);
-    if (!seconds)
-        return value;
-    std::array<char, 32> text{};
-    const int length = std::snprintf(text.data(), text.size(), "%02d:%02d:%02d", *seconds / 3600,
-                                     *seconds / 60 % 60, *seconds % 60);
-    return {text.data(), static_cast<std::size_t>(length)};
+    return seconds ? secondsText(*seconds) : value;
 }
 
 // Sums of several flags mostly have no text of their own; then each set flag is named.

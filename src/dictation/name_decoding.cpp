@@ -3,6 +3,7 @@
 
 #include "dictation/name_decoding.h"
 
+#include <algorithm>
 #include <array>
 
 namespace ov::modDictation {
@@ -23,13 +24,6 @@ constexpr std::array<bool, 256> makeSpecialBytes() {
     return special;
 }
 constexpr std::array<bool, 256> specialBytes = makeSpecialBytes();
-
-std::size_t plainPrefix(std::string_view text) noexcept {
-    std::size_t i = 0;
-    while (i < text.size() && !specialBytes[static_cast<unsigned char>(text[i])])
-        ++i;
-    return i;
-}
 
 // A sequence of the general scheme: its length in bytes and what it becomes. Length 0: none.
 struct Escape {
@@ -76,17 +70,18 @@ constexpr char secondSchemeCharacter(char c) noexcept {
 
 } // namespace
 
+// Written in place: no escape is shorter than what it becomes.
 void appendDecodedFieldText(std::string_view text, std::string& out) {
-    while (!text.empty()) {
-        const std::size_t plain = plainPrefix(text);
-        out.append(text.substr(0, plain));
-        text.remove_prefix(plain);
-        if (text.empty())
-            return;
-        const Escape escape = escapeAt(text);
-        out.push_back(escape.length > 0 ? escape.becomes : text[0]);
-        text.remove_prefix(escape.length > 0 ? escape.length : 1);
+    const std::size_t start = out.size();
+    out.resize(start + text.size());
+    char* to = out.data() + start;
+    for (std::size_t i = 0; i < text.size();) {
+        const bool special = specialBytes[static_cast<unsigned char>(text[i])];
+        const Escape escape = special ? escapeAt(text.substr(i)) : Escape{};
+        *to++ = escape.length > 0 ? escape.becomes : text[i];
+        i += std::max<std::size_t>(escape.length, 1);
     }
+    out.resize(static_cast<std::size_t>(to - out.data()));
 }
 
 void appendDecodedFieldText2(std::string_view text, std::string& out) {

@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "platform/process_locale.h"
+#include "platform/text.h"
 
 namespace ov::platform {
 
@@ -28,13 +29,6 @@ std::string padded(int value, int digits) {
     std::array<char, 16> text{};
     const int length = std::snprintf(text.data(), text.size(), "%0*d", digits, value);
     return {text.data(), static_cast<std::size_t>(length)};
-}
-
-std::string_view trimmed(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(" \t");
-    if (first == std::string_view::npos)
-        return {};
-    return text.substr(first, text.find_last_not_of(" \t") - first + 1);
 }
 
 struct Piece {

@@ -15,12 +15,6 @@ namespace ov::platform {
 
 namespace {
 
-std::string_view trimmed(std::string_view text) noexcept {
-    constexpr std::string_view blanks = " \t";
-    text = text.substr(0, text.find_last_not_of(blanks) + 1);
-    return text.substr(std::min(text.find_first_not_of(blanks), text.size()));
-}
-
 // Takes one line, trimmed, off the front of `text`.
 std::string_view takeLine(std::string_view& text) noexcept {
     const std::size_t end = std::min(text.find_first_of("\r\n"), text.size());

@@ -28,6 +28,16 @@ std::optional<std::string> toWindows1252(std::string_view utf8);
 std::string utf16ToUtf8(std::string_view bytes, bool bigEndian);
 std::string utf8ToUtf16(std::string_view utf8, bool bigEndian);
 
+// Without the blanks at both ends; `other` is a blank too.
+constexpr std::string_view trimmed(std::string_view text, char other = '\t') noexcept {
+    const auto isBlank = [other](char c) { return c == ' ' || c == other; };
+    while (!text.empty() && isBlank(text.front()))
+        text.remove_prefix(1);
+    while (!text.empty() && isBlank(text.back()))
+        text.remove_suffix(1);
+    return text;
+}
+
 // The longest prefix of at most `limit` bytes that does not cut a character.
 std::string_view truncateUtf8(std::string_view utf8, std::size_t limit) noexcept;
 

@@ -17,14 +17,6 @@ constexpr std::int32_t english = 9;
 
 constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 
-std::string_view trimmed(std::string_view text) {
-    constexpr std::string_view blanks = " \t";
-    const std::size_t first = text.find_first_not_of(blanks);
-    if (first == std::string_view::npos)
-        return {};
-    return text.substr(first, text.find_last_not_of(blanks) - first + 1);
-}
-
 std::optional<std::int32_t> wholeNumber(std::string_view text) {
     std::int32_t number = 0;
     if (!isAllDigits(text) ||
@@ -70,7 +62,7 @@ LanguageFile LanguageFile::parse(std::string_view content) {
         content.remove_prefix(byteOrderMark.size());
     while (!content.empty()) {
         const std::string_view line = takeLine(content);
-        const std::string_view visible = trimmed(line);
+        const std::string_view visible = platform::trimmed(line);
         if (visible.starts_with('[')) {
             const auto id = visible.ends_with(']')
                                 ? parseHeader(visible.substr(1, visible.size() - 2))
@@ -81,7 +73,7 @@ LanguageFile LanguageFile::parse(std::string_view content) {
         const std::size_t equals = line.find('=');
         if (section == nullptr || equals == std::string_view::npos)
             continue;
-        if (const auto number = wholeNumber(trimmed(line.substr(0, equals))))
+        if (const auto number = wholeNumber(platform::trimmed(line.substr(0, equals))))
             section->try_emplace(*number,
                                  platform::textFromBytes(withoutQuotes(line.substr(equals + 1))));
     }

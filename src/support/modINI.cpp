@@ -33,12 +33,6 @@ std::string readText(std::string_view section, std::string_view key, std::string
     return {buffer.data(), length};
 }
 
-std::string_view trimmed(std::string_view text) noexcept {
-    constexpr std::string_view blanks = " \t";
-    text = text.substr(0, text.find_last_not_of(blanks) + 1);
-    return text.substr(std::min(text.find_first_not_of(blanks), text.size()));
-}
-
 // Hexadecimal digits as a signed 32-bit number.
 std::optional<double> hexadecimalValue(std::string_view digits) noexcept {
     std::uint32_t number = 0;
@@ -60,7 +54,7 @@ bool startsWithNumber(std::string_view text) noexcept {
 }
 
 std::optional<double> numericValue(std::string_view text) {
-    text = trimmed(text);
+    text = platform::trimmed(text);
     if (text.starts_with("&H") || text.starts_with("&h"))
         return hexadecimalValue(text.substr(2));
     std::string number(text);
@@ -141,7 +135,7 @@ std::string ReadIniValueDirect(std::string_view section, std::string_view key,
     bool inSection = false;
     for (std::string_view rest = text; !rest.empty();) {
         const std::size_t end = std::min(rest.find_first_of("\r\n"), rest.size());
-        const std::string_view line = trimmed(rest.substr(0, end));
+        const std::string_view line = platform::trimmed(rest.substr(0, end));
         rest.remove_prefix(std::min(end + 1, rest.size()));
         if (line.starts_with('['))
             inSection = platform::upperCase(line) == header;

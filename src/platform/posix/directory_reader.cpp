@@ -100,6 +100,8 @@ void DirectoryReader::setKind(DirectoryEntry& entry, unsigned char type, const c
     if (type != DT_LNK && type != DT_UNKNOWN)
         return;
     struct stat info {};
+    if (type == DT_UNKNOWN && fstatat(handle_, name, &info, AT_SYMLINK_NOFOLLOW) == 0)
+        entry.isLink = S_ISLNK(info.st_mode);
     if (fstatat(handle_, name, &info, 0) != 0)
         entry.kind = FileKind::missing;
     else if (S_ISREG(info.st_mode))

@@ -47,9 +47,4 @@ private:
 // errno as a Status: "<path>: <reason>".
 Status systemError(std::string_view nativePath);
 
-// False with errno set.
-bool writeAll(int handle, std::string_view content);
-// Reads to the end; `expected` is the size to reserve.
-bool readAll(int handle, std::size_t expected, std::string& content);
-
 } // namespace ov::platform

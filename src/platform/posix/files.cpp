@@ -6,9 +6,8 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <climits>
-#include <cstdlib>
 #include <cstring>
+#include <filesystem>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -20,27 +19,80 @@ namespace ov::platform {
 
 namespace {
 
-bool namesNothing(std::string_view path) noexcept {
-    return path.empty() || path.find('\0') != std::string_view::npos;
-}
-
 FileKind kindOfMode(mode_t mode) noexcept {
     if (S_ISREG(mode))
         return FileKind::file;
     return S_ISDIR(mode) ? FileKind::directory : FileKind::other;
 }
 
-// Where a link leads to, so that replacing the file keeps the link; the path itself otherwise.
-std::string linkTarget(const std::string& native) {
-    std::array<char, PATH_MAX> resolved{};
-    return realpath(native.c_str(), resolved.data()) != nullptr ? resolved.data() : native;
+// False with errno set.
+bool writeAll(int handle, std::string_view content) {
+    while (!content.empty()) {
+        const ssize_t written = ::write(handle, content.data(), content.size());
+        if (written < 0 && errno == EINTR)
+            continue;
+        if (written < 0)
+            return false;
+        content.remove_prefix(static_cast<std::size_t>(written));
+    }
+    return true;
 }
 
-// The temporary file beside a file that is being replaced; removed unless it was renamed.
+// Reads to the end; `expected` is the size to reserve. False with errno set, also when there are
+// more than `limit` bytes: a file may grow, and one that the system makes up says it is empty.
+bool readAll(int handle, std::size_t expected, std::uint64_t limit, std::string& content) {
+    constexpr std::size_t minimumRoom = 4096;
+    std::size_t used = 0;
+    while (used <= limit) {
+        content.resize(std::max(used + minimumRoom, expected + 1));
+        const ssize_t got = read(handle, content.data() + used, content.size() - used);
+        if (got < 0 && errno == EINTR)
+            continue;
+        used += got > 0 ? static_cast<std::size_t>(got) : 0;
+        if (got <= 0) {
+            content.resize(got < 0 ? 0 : used);
+            return got == 0;
+        }
+    }
+    content.clear();
+    errno = EFBIG;
+    return false;
+}
+
+// Where a link leads to, also when nothing is there yet; the path itself when it is no link.
+std::string linkTarget(std::string native) {
+    constexpr int longestChain = 40;
+    std::error_code error;
+    for (int i = 0; i < longestChain; ++i) {
+        const auto target = std::filesystem::read_symlink(native, error);
+        if (error)
+            break;
+        native = std::filesystem::path(native).parent_path() / target;
+    }
+    return native;
+}
+
+// A rename asks for rights on the directory only and would also take the place of a device.
+bool mayBeReplaced(const std::string& native, mode_t mode) {
+    if (S_ISREG(mode))
+        return faccessat(AT_FDCWD, native.c_str(), W_OK, AT_EACCESS) == 0;
+    errno = S_ISDIR(mode) ? EISDIR : EINVAL;
+    return false;
+}
+
+// The temporary file beside a file that is being replaced; removed unless it was renamed. False
+// comes with errno set.
 class TemporaryFile {
 public:
-    explicit TemporaryFile(const std::string& target) : name_(target + ".XXXXXX") {
-        file_ = FileDescriptor(mkostemp(name_.data(), O_CLOEXEC));
+    // Not mkostemp(): only open() applies the user's mask to `mode`.
+    TemporaryFile(const std::string& target, mode_t mode) {
+        const std::string prefix = target + "." + std::to_string(getpid()) + ".";
+        constexpr int leftovers = 1000; // of crashed processes with the same number
+        for (int i = 0; i < leftovers && !file_.valid() && (i == 0 || errno == EEXIST); ++i) {
+            name_ = prefix + std::to_string(i);
+            file_ = FileDescriptor(
+                open(name_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode));
+        }
     }
     ~TemporaryFile() {
         if (file_.valid() && !renamed_)
@@ -51,17 +103,15 @@ public:
 
     bool valid() const noexcept { return file_.valid(); }
 
-    bool write(std::string_view content, const std::string& target) {
-        struct stat old {};
-        const bool exists = stat(target.c_str(), &old) == 0;
-        const mode_t mask = exists ? 0 : umask(0);
-        if (!exists)
-            umask(mask);
-        const mode_t mode = exists ? old.st_mode & 07777U : 0666U & ~mask;
-        if (exists) // only root can; for anyone else the owner is the same already
-            static_cast<void>(!fchown(file_.get(), old.st_uid, old.st_gid));
-        return fchmod(file_.get(), mode) == 0 && writeAll(file_.get(), content) &&
-               fsync(file_.get()) == 0;
+    // The owner can be kept by root only, the group by its members; the mode by everyone.
+    bool takeRightsOf(const struct stat& old) {
+        if (fchown(file_.get(), old.st_uid, old.st_gid) != 0)
+            static_cast<void>(!fchown(file_.get(), static_cast<uid_t>(-1), old.st_gid));
+        return fchmod(file_.get(), old.st_mode & 07777U) == 0;
+    }
+
+    bool write(std::string_view content) {
+        return writeAll(file_.get(), content) && fsync(file_.get()) == 0;
     }
 
     bool renameTo(const std::string& target) {
@@ -93,37 +143,7 @@ Status systemError(std::string_view nativePath) {
     return {number, std::string(nativePath) + ": " + reason};
 }
 
-bool writeAll(int handle, std::string_view content) {
-    while (!content.empty()) {
-        const ssize_t written = ::write(handle, content.data(), content.size());
-        if (written < 0 && errno == EINTR)
-            continue;
-        if (written < 0)
-            return false;
-        content.remove_prefix(static_cast<std::size_t>(written));
-    }
-    return true;
-}
-
-bool readAll(int handle, std::size_t expected, std::string& content) {
-    constexpr std::size_t minimumRoom = 4096;
-    content.clear();
-    for (std::size_t used = 0;;) {
-        content.resize(std::max(used + minimumRoom, expected + 1));
-        const ssize_t got = read(handle, content.data() + used, content.size() - used);
-        if (got < 0 && errno == EINTR)
-            continue;
-        used += got > 0 ? static_cast<std::size_t>(got) : 0;
-        if (got <= 0) {
-            content.resize(got < 0 ? 0 : used);
-            return got == 0;
-        }
-    }
-}
-
 FileKind fileKind(std::string_view path) {
-    if (namesNothing(path))
-        return FileKind::missing;
     struct stat info {};
     if (stat(toNativePath(path).c_str(), &info) != 0)
         return FileKind::missing;
@@ -161,7 +181,7 @@ Status readFile(std::string_view path, std::string& content, std::uint64_t limit
     else if (static_cast<std::uint64_t>(info.st_size) > limit)
         errno = EFBIG;
     else
-        return readAll(file.get(), static_cast<std::size_t>(info.st_size), content)
+        return readAll(file.get(), static_cast<std::size_t>(info.st_size), limit, content)
                    ? Status{}
                    : systemError(native);
     return systemError(native);
@@ -169,8 +189,13 @@ Status readFile(std::string_view path, std::string& content, std::uint64_t limit
 
 Status replaceFile(std::string_view path, std::string_view content) {
     const std::string native = linkTarget(toNativePath(path));
-    TemporaryFile file(native);
-    if (!file.valid() || !file.write(content, native) || !file.renameTo(native))
+    struct stat old {};
+    const bool exists = stat(native.c_str(), &old) == 0;
+    if (exists ? !mayBeReplaced(native, old.st_mode) : errno != ENOENT)
+        return systemError(native);
+    TemporaryFile file(native, exists ? 0600 : 0666);
+    if (!file.valid() || (exists && !file.takeRightsOf(old)) || !file.write(content) ||
+        !file.renameTo(native))
         return systemError(native);
     syncDirectoryOf(native);
     return {};

@@ -6,12 +6,11 @@
 #include <filesystem>
 
 #include <dlfcn.h>
-#include <unistd.h>
+#include <link.h>
 
 #include "platform/files.h"
 #include "platform/known_folders.h"
 #include "platform/registry.h"
-#include "platform/text.h"
 
 namespace ov::platform {
 
@@ -73,7 +72,8 @@ std::string namedPerUserFolder() {
     if (key.open(RegistryHive::currentUser, shellFoldersKey) != registry_result::success ||
         key.queryValue("AppData", type, buffer, size) != registry_result::success)
         return {};
-    std::string folder(buffer.data());
+    const std::string_view text(buffer.data(), size);
+    std::string folder(text.substr(0, text.find('\0')));
     folder.append(folder.ends_with('\\') ? "" : "\\");
     return folder + "Orvanta\\";
 }
@@ -96,6 +96,8 @@ void setDriveFolder(std::string native) { state().driveFolder = std::move(native
 
 std::string toNativePath(std::string_view path) {
     std::string native;
+    if (path.find('\0') != std::string_view::npos)
+        return native; // the system would take what stands before it
     if (startsWithDrive(path)) {
         const char letter = path[0] >= 'a' ? path[0] : static_cast<char>(path[0] + ('a' - 'A'));
         native = driveFolder() + '/' + letter;
@@ -137,14 +139,19 @@ bool driveExists(std::string_view path) {
 
 std::string moduleDirectory() {
     Dl_info info{};
+    void* map = nullptr;
     std::error_code error;
     std::filesystem::path file;
-    // The name is relative for a program that was started by a relative path.
-    if (dladdr(reinterpret_cast<void*>(&moduleDirectory), &info) != 0 && info.dli_fname != nullptr)
-        file = std::filesystem::canonical(info.dli_fname, error);
+    // Only a library has a name here. What dladdr() tells of the program itself is whatever its
+    // caller typed, and that may name another file by now.
+    if (dladdr1(reinterpret_cast<void*>(&moduleDirectory), &info, &map, RTLD_DL_LINKMAP) != 0)
+        file = std::filesystem::canonical(static_cast<link_map*>(map)->l_name, error);
     if (file.empty() || error)
         file = std::filesystem::read_symlink("/proc/self/exe", error);
-    return fromNativePath(file.parent_path().native()) + '\\';
+    std::string directory = fromNativePath(file.parent_path().native());
+    if (!directory.ends_with('\\'))
+        directory.push_back('\\');
+    return directory;
 }
 
 } // namespace ov::platform

@@ -1,57 +1,59 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
-#include "platform/locale.h"
+#include "platform/process_locale.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <ctime>
 
 #include <langinfo.h>
 
-#include "platform/process_locale.h"
-
 namespace ov::platform {
 
 namespace {
 
-// Reads "%d.%m.%Y" and its like: what comes first, what stands between, one or two digits.
-void readDateFormat(std::string_view format, Locale& result) {
-    std::string order;
-    for (std::size_t i = 0; i + 1 < format.size(); ++i) {
-        if (format[i] != '%')
-            continue;
-        bool padded = true;
-        if (format[i + 1] == '-' && i + 2 < format.size()) {
-            padded = false;
-            ++i;
-        }
-        const char field = format[++i];
-        if (field == 'D') {
-            readDateFormat("%m/%d/%y", result);
-            return;
-        }
-        if (field == 'F') {
-            readDateFormat("%Y-%m-%d", result);
-            return;
-        }
-        if (field == 'd' || field == 'e') {
-            order.push_back('d');
-            result.dayTwoDigits = padded && field == 'd';
-        } else if (field == 'm') {
-            order.push_back('m');
-        } else if (field == 'y' || field == 'Y') {
-            order.push_back('y');
-        }
-        const char after = i + 1 < format.size() ? format[i + 1] : '\0';
-        if (order.size() == 1 && (after == '.' || after == '/' || after == '-'))
-            result.dateSeparator = after;
+// What two conversions are short for.
+std::string_view spelledOut(std::string_view format) noexcept {
+    if (format == "%D")
+        return "%m/%d/%y";
+    return format == "%F" ? "%Y-%m-%d" : format;
+}
+
+// One "%..." of a format.
+struct Conversion {
+    char letter = '\0'; // none: the format is at its end
+    bool padded = true;
+    char after = '\0';
+};
+
+Conversion takeConversion(std::string_view& format) {
+    Conversion taken;
+    format.remove_prefix(std::min(format.find('%'), format.size()));
+    // Flags and modifiers: "%-d" has no zero in front, "%Ey" counts the years of an era.
+    const std::size_t letter = std::min(format.find_first_not_of("-_0^#EO", 1), format.size());
+    taken.padded = format.substr(0, letter).find_first_of("-_") == std::string_view::npos;
+    format.remove_prefix(letter);
+    if (!format.empty()) {
+        taken.letter = format.front();
+        format.remove_prefix(1);
     }
-    if (order.starts_with('d'))
-        result.dateOrder = DateOrder::dayMonthYear;
-    else if (order.starts_with('y'))
-        result.dateOrder = DateOrder::yearMonthDay;
-    else
-        result.dateOrder = DateOrder::monthDayYear;
+    if (!format.empty())
+        taken.after = format.front();
+    return taken;
+}
+
+DateOrder orderStartingWith(char letter) noexcept {
+    switch (letter) {
+    case 'd':
+    case 'e':
+        return DateOrder::dayMonthYear;
+    case 'y':
+    case 'Y':
+        return DateOrder::yearMonthDay;
+    default:
+        return DateOrder::monthDayYear;
+    }
 }
 
 bool usesTwelveHours(std::string_view format) {
@@ -72,6 +74,22 @@ int readFirstWeekday() {
 }
 
 } // namespace
+
+void readDateFormat(std::string_view format, Locale& result) {
+    constexpr std::string_view datePieces = "deymYbBh";
+    format = spelledOut(format);
+    char first = '\0';
+    for (Conversion c = takeConversion(format); c.letter != '\0'; c = takeConversion(format)) {
+        if (c.letter == 'd' || c.letter == 'e')
+            result.dayTwoDigits = c.padded && c.letter == 'd';
+        if (first != '\0' || datePieces.find(c.letter) == std::string_view::npos)
+            continue;
+        first = c.letter;
+        if (c.after == '.' || c.after == '/' || c.after == '-')
+            result.dateSeparator = c.after;
+    }
+    result.dateOrder = orderStartingWith(first);
+}
 
 Locale processLocale() {
     Locale result;

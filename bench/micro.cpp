@@ -1,0 +1,101 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+// The engine's small parts, each on a name as real stores have it (about 150 bytes).
+
+#include "dictation/dictation_record.h"
+#include "dictation/field_date.h"
+#include "dictation/matching.h"
+#include "dictation/name_decoding.h"
+#include "platform/text.h"
+
+#include <benchmark/benchmark.h>
+
+#include <string>
+#include <vector>
+
+namespace {
+
+using namespace ov::modDictation;
+
+constexpr const char* name = "2$ROH@@3$OEZ@@4$24.12.2026@@5$HOCH@@6$00$02$15@@7$20.11.2026 "
+                             "17$05$00@@8$A²²4711@@11$Arztbrief_Entlassung@@14$Dr!!"
+                             " Öztürk@@16$Müller@@17$5@@92$²1Chirurgie@@98$D";
+constexpr const char* directory = "\\store\\Chirurgie\\2026-11\\ERL\\";
+constexpr ov::platform::DateTime today{2026, 11, 21, 12, 0, 0};
+
+void decodeGeneral(benchmark::State& state) {
+    std::string out;
+    for (auto _ : state) {
+        out.clear();
+        appendDecodedFieldText(name, out);
+        benchmark::DoNotOptimize(out.data());
+    }
+}
+BENCHMARK(decodeGeneral);
+
+void decodeSecondScheme(benchmark::State& state) {
+    std::string out;
+    for (auto _ : state) {
+        out.clear();
+        appendDecodedFieldText2("²1Chirurgie²2Ost²9 ²0²4", out);
+        benchmark::DoNotOptimize(out.data());
+    }
+}
+BENCHMARK(decodeSecondScheme);
+
+void readField(benchmark::State& state) {
+    std::string value;
+    const auto field = static_cast<std::int32_t>(state.range(0));
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(GetDictationField(field, directory, name, value));
+        benchmark::DoNotOptimize(value.data());
+    }
+}
+// The status at the start, the author in the middle, the marker at the end, one that is not
+// there, the whole name, the folder, a date serial.
+BENCHMARK(readField)->Arg(2)->Arg(14)->Arg(98)->Arg(95)->Arg(-1)->Arg(-2)->Arg(-3);
+
+void readDate(benchmark::State& state) {
+    for (auto _ : state)
+        benchmark::DoNotOptimize(ReadFieldDate("20.11.2026 17$05$00", false));
+}
+BENCHMARK(readDate);
+
+void checkUtf8(benchmark::State& state) {
+    const std::string text(name);
+    for (auto _ : state)
+        benchmark::DoNotOptimize(ov::platform::isValidUtf8(text));
+}
+BENCHMARK(checkUtf8);
+
+void upperCase(benchmark::State& state, const char* text) {
+    std::string out;
+    for (auto _ : state) {
+        out.clear();
+        ov::platform::appendUpperCase(text, out);
+        benchmark::DoNotOptimize(out.data());
+    }
+}
+BENCHMARK_CAPTURE(upperCase, ascii, "Dr. Meier-Schmitz");
+BENCHMARK_CAPTURE(upperCase, umlauts, "Dr. Öztürk-Müller");
+
+void match(benchmark::State& state, const std::vector<Criterion>& criteria) {
+    PreparedCriteria prepared(criteria, today);
+    for (auto _ : state)
+        benchmark::DoNotOptimize(MatchDictation(directory, name, prepared, true));
+}
+BENCHMARK_CAPTURE(match, text, {{5, 17, "öztürk", ""}});
+BENCHMARK_CAPTURE(match, wholeName, {{26, 17, "entlassung", ""}});
+BENCHMARK_CAPTURE(match, date, {{9, 8, "", ""}});
+BENCHMARK_CAPTURE(match, time, {{13, 27, "00:01:00", ""}});
+BENCHMARK_CAPTURE(match, number, {{10, 28, "37979", ""}});
+BENCHMARK_CAPTURE(match, status, {{2, 25, "7", ""}});
+BENCHMARK_CAPTURE(match, priority, {{15, 25, "3", ""}});
+BENCHMARK_CAPTURE(match, marker, {{3, 32, "", ""}});
+BENCHMARK_CAPTURE(match, flag, {{7, 25, "12", ""}});
+BENCHMARK_CAPTURE(match, two, {{15, 25, "3", ""}, {5, 17, "öztürk", ""}});
+
+} // namespace
+
+BENCHMARK_MAIN();

@@ -1,0 +1,46 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <csignal>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+// Work that needs other rights or limits than the test, done in a process of its own.
+
+namespace ov::tests {
+
+// True when `work()` was true there.
+template <typename Work>
+bool isTrueInChild(Work work) {
+    const pid_t child = fork();
+    if (child == 0)
+        _exit(work() ? 0 : 1);
+    int status = 0;
+    waitpid(child, &status, 0);
+    return WIFEXITED(status) && WEXITSTATUS(status) == 0;
+}
+
+// Without rights on other people's files, also when the tests run as root.
+template <typename Work>
+bool isTrueUnprivileged(Work work) {
+    return isTrueInChild([&work] {
+        constexpr uid_t nobody = 65534;
+        const bool dropped = geteuid() != 0 || (setresgid(nobody, nobody, nobody) == 0 &&
+                                                setresuid(nobody, nobody, nobody) == 0);
+        return dropped && work();
+    });
+}
+
+// Where no file may grow beyond `bytes`, as on a full disk.
+template <typename Work>
+bool isTrueWithFileLimit(rlim_t bytes, Work work) {
+    return isTrueInChild([bytes, &work] {
+        const rlimit limit{bytes, bytes};
+        return std::signal(SIGXFSZ, SIG_IGN) != SIG_ERR && setrlimit(RLIMIT_FSIZE, &limit) == 0 &&
+               work();
+    });
+}
+
+} // namespace ov::tests

@@ -1,0 +1,416 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#include "child_process.h"
+#include "platform/files.h"
+#include "temporary_store.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <atomic>
+#include <cerrno>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <thread>
+
+namespace ov::platform {
+namespace {
+
+namespace fs = std::filesystem;
+using namespace std::string_literals;
+using Lines = std::vector<std::string>;
+
+constexpr mode_t permissionBits = 07777;
+
+class Files : public ::testing::Test {
+public:
+    Files() { setDriveFolder(store_.native("drives")); }
+    ~Files() override { setDriveFolder({}); }
+    Files(const Files&) = delete;
+    Files& operator=(const Files&) = delete;
+
+protected:
+    std::string content(const std::string& name) const {
+        std::string bytes;
+        const Status read = readFile(store_.path(name), bytes);
+        return read.ok() ? bytes : "(" + read.description() + ")";
+    }
+    mode_t mode(const std::string& name) const {
+        struct stat info {};
+        return stat(store_.native(name).c_str(), &info) == 0 ? info.st_mode & permissionBits : 0;
+    }
+    void setMode(const std::string& name, mode_t bits) const {
+        ASSERT_EQ(chmod(store_.native(name).c_str(), bits), 0);
+    }
+    // The names in the store, a blank behind each.
+    std::string names() const {
+        Lines found;
+        EXPECT_TRUE(listNames(store_.directory(), found).ok());
+        std::string line;
+        for (const std::string& name : found)
+            line.append(name).append(" ");
+        return line;
+    }
+
+    tests::TemporaryStore store_;
+};
+
+TEST_F(Files, PathsToTheSystem) {
+    setDriveFolder("/drives");
+    const std::pair<std::string, std::string> cases[] = {
+        {"\\", "/"},
+        {"\\home\\x\\", "/home/x/"},
+        {"", ""},
+        {"a\\b.WAV", "a/b.WAV"},
+        {"D:\\x\\", "/drives/d/x/"},
+        {"d:\\", "/drives/d/"},
+        {"D:", "/drives/d"},
+        {"D:x", "/drives/d/x"},
+        {"1:\\x", "1:/x"},
+        {"\\\\server\\share\\", "/drives/unc/server/share/"},
+        {"\\\\", "/drives/unc/"},
+        {"\\a\\..\\.\\b", "/a/.././b"},
+        {"\\M\xFC\xC3\xBC", "/M\xFC\xC3\xBC"},
+        {"\\a\0b"s, ""},
+        {"D:\\\0"s, ""},
+    };
+    for (const auto& [path, native] : cases)
+        EXPECT_EQ(toNativePath(path), native) << path;
+}
+
+TEST_F(Files, PathsFromTheSystem) {
+    const std::string here = fs::current_path().native();
+    std::string current = here;
+    std::replace(current.begin(), current.end(), '/', '\\');
+    const std::pair<std::string, std::string> cases[] = {
+        {"/", "\\"},
+        {"/a/b", "\\a\\b"},
+        {"/a/b/", "\\a\\b"},
+        {"//server///share", "\\server\\share"},
+        {"/a/./b/../c/.", "\\a\\c"},
+        {"/../../a", "\\a"},
+        {"/a/..", "\\"},
+        {"/..a/b../...", "\\..a\\b..\\..."},
+        {"/M\xFC", "\\M\xFC"},
+        {"", current},
+        {".", current},
+        {"x/../y", current + "\\y"},
+        {"D:", current + "\\D:"},
+        {here, current},
+    };
+    for (const auto& [native, path] : cases)
+        EXPECT_EQ(fromNativePath(native), path) << native;
+}
+
+TEST_F(Files, Drives) {
+    store_.addFolder("drives/d/x").addFolder("drives/unc/server/share");
+    store_.addLink("drives/l", "../drives/d").add("drives/f");
+    const struct {
+        std::string path;
+        std::string drive;
+        bool exists;
+    } cases[] = {
+        {"D:\\x\\y", "D:", true},
+        {"d:", "d:", true},
+        {"L:\\", "L:", true},
+        {"E:\\x", "E:", false},
+        {"F:\\", "F:", false}, // a file in the drive's place
+        {"\\\\server\\share\\x", "\\\\server\\share", true},
+        {"\\\\server\\share", "\\\\server\\share", true},
+        {"\\\\server\\other\\", "\\\\server\\other", false},
+        {"\\\\server", "\\\\server", true},
+        {"\\\\other", "\\\\other", false},
+        {"\\no\\such", "", true},
+        {"relative", "", true},
+        {"", "", true},
+    };
+    for (const auto& tested : cases) {
+        EXPECT_EQ(driveOf(tested.path), tested.drive) << tested.path;
+        EXPECT_EQ(driveExists(tested.path), tested.exists) << tested.path;
+    }
+    EXPECT_TRUE(directoryExists("L:\\X\\..\\x\\"));
+}
+
+TEST_F(Files, Kinds) {
+    store_.add("x.wav").addFolder("sub").addPipe("pipe").add("M\xFC.wav");
+    store_.addLink("to file", "x.wav").addLink("to folder", "sub").addLink("to pipe", "pipe");
+    store_.addLink("nowhere", "missing").addLink("loop", "loop");
+    const std::pair<std::string, FileKind> cases[] = {
+        {"x.wav", FileKind::file},       {"to file", FileKind::file},
+        {"M\xFC.wav", FileKind::file},   {"sub", FileKind::directory},
+        {"sub\\", FileKind::directory},  {"sub\\..", FileKind::directory},
+        {".", FileKind::directory},      {"to folder\\", FileKind::directory},
+        {"pipe", FileKind::other},       {"to pipe", FileKind::other},
+        {"X.WAV", FileKind::missing},    {"x.wav\\", FileKind::missing},
+        {"x.wav\\y", FileKind::missing}, {"none\\x", FileKind::missing},
+        {"nowhere", FileKind::missing},  {"loop", FileKind::missing},
+        {"x.wav\0"s, FileKind::missing}, {std::string(5000, 'x'), FileKind::missing},
+    };
+    for (const auto& [name, kind] : cases) {
+        const std::string path = store_.directory() + name;
+        EXPECT_EQ(fileKind(path), kind) << name;
+        EXPECT_EQ(fileExists(path), kind == FileKind::file) << name;
+        EXPECT_EQ(directoryExists(path), kind == FileKind::directory) << name;
+    }
+    EXPECT_EQ(fileKind(""), FileKind::missing);
+}
+
+TEST_F(Files, ReadsWholeFilesUpToALimit) {
+    store_.add("f", "a\0b\r\n"s).add("empty").addPipe("pipe");
+    EXPECT_EQ(content("f"), "a\0b\r\n"s);
+    EXPECT_EQ(content("empty"), "");
+    const struct {
+        std::string path;
+        std::uint64_t limit;
+        int error;
+    } cases[] = {
+        {store_.path("f"), 5, 0},
+        {store_.path("f"), 4, EFBIG},
+        {store_.path("none"), 5, ENOENT},
+        {store_.directory(), 5, EISDIR},
+        {store_.path("pipe"), 5, EINVAL},
+        {store_.path("f\\"), 5, ENOTDIR},
+        {store_.path("f") + "\0"s, 5, ENOENT},
+        // Says that it is empty, and is not.
+        {"\\proc\\self\\status", defaultReadLimit, 0},
+        {"\\proc\\self\\status", 5, EFBIG},
+    };
+    for (const auto& tested : cases) {
+        std::string bytes = "old";
+        const Status status = readFile(tested.path, bytes, tested.limit);
+        EXPECT_EQ(status.number(), tested.error) << tested.path;
+        EXPECT_TRUE(status.description().starts_with(status.ok() ? "" : toNativePath(tested.path)));
+        EXPECT_EQ(bytes.empty(), !status.ok()) << tested.path;
+    }
+}
+
+TEST_F(Files, ReplacesKeepingRightsAndLinks) {
+    store_.addFolder("sub").add("old", "1").add("f.0").addLink("link", "sub/target");
+    store_.addLink("chain", "link").addLink("absolute", store_.native("old"));
+    setMode("old", 0640);
+    EXPECT_TRUE(replaceFile(store_.path("old"), "2\0"s).ok());
+    EXPECT_EQ(content("old"), "2\0"s);
+    EXPECT_EQ(mode("old"), 0640U);
+    EXPECT_TRUE(replaceFile(store_.path("absolute"), "3").ok());
+    EXPECT_EQ(content("old"), "3");
+    EXPECT_TRUE(replaceFile(store_.path("chain"), "new").ok()) << "where nothing was yet";
+    EXPECT_TRUE(replaceFile(store_.path("chain"), "again").ok());
+    EXPECT_EQ(content("sub/target"), "again");
+    const mode_t mask = umask(027);
+    EXPECT_TRUE(replaceFile(store_.path("made"), "").ok());
+    umask(mask);
+    EXPECT_EQ(mode("made"), 0640U);
+    EXPECT_EQ(names(), "absolute chain f.0 link made old sub ");
+    EXPECT_TRUE(fs::is_symlink(store_.native("link")) && fs::is_symlink(store_.native("chain")));
+    EXPECT_EQ(fs::read_symlink(store_.native("absolute")), store_.native("old"));
+}
+
+TEST_F(Files, ReplacingPassesByWhatACrashLeft) {
+    const std::string leftover = "f." + std::to_string(getpid()) + ".";
+    store_.add("f", "1").add(leftover + "0", "kept").add(leftover + "1", "kept");
+    EXPECT_TRUE(replaceFile(store_.path("f"), "2").ok());
+    EXPECT_EQ(content("f"), "2");
+    EXPECT_EQ(names(), "f " + leftover + "0 " + leftover + "1 ");
+    EXPECT_EQ(content(leftover + "0"), "kept");
+}
+
+TEST_F(Files, ReplacingRefuses) {
+    store_.addFolder("folder").addPipe("pipe").addLink("loop", "loop").add("f", "1");
+    const std::string before = names();
+    const std::pair<std::string, int> cases[] = {
+        {"folder", EISDIR},  {"folder\\", EISDIR},
+        {"pipe", EINVAL},    {"loop", ELOOP},
+        {"none\\f", ENOENT}, {"f\\g", ENOTDIR},
+        {"f\0g"s, ENOENT},   {std::string(300, 'x'), ENAMETOOLONG},
+    };
+    for (const auto& [name, error] : cases)
+        EXPECT_EQ(replaceFile(store_.directory() + name, "2").number(), error) << name;
+    EXPECT_EQ(names(), before);
+    EXPECT_EQ(content("f"), "1");
+    EXPECT_EQ(fileKind(store_.path("pipe")), FileKind::other);
+}
+
+TEST_F(Files, FailedReplacementLeavesTheOldFile) {
+    store_.addFolder("sub").add("sub/f", "old").add("sub/readonly", "old");
+    setMode("", 0755);
+    setMode("sub/f", 0666);
+    setMode("sub/readonly", 0444);
+    const std::string path = store_.path("sub/f");
+    const auto refused = [](const std::string& file, int error) {
+        return [file, error] {
+            return replaceFile(file, std::string(100'000, 'x')).number() == error;
+        };
+    };
+    EXPECT_TRUE(tests::isTrueWithFileLimit(5000, refused(path, EFBIG)));
+    EXPECT_TRUE(tests::isTrueWithFileLimit(5000, refused(store_.path("sub/new"), EFBIG)));
+    setMode("sub", 0777);
+    EXPECT_TRUE(tests::isTrueUnprivileged(refused(store_.path("sub/readonly"), EACCES)));
+    setMode("sub", 0555);
+    EXPECT_TRUE(tests::isTrueUnprivileged(refused(path, EACCES)));
+    EXPECT_TRUE(tests::isTrueUnprivileged([&] { return appendToFile(path, "+").ok(); }))
+        << "the file itself may be written";
+    setMode("sub", 0755);
+    EXPECT_EQ(content("sub/f"), "old+");
+    EXPECT_EQ(content("sub/readonly"), "old");
+    Lines found;
+    EXPECT_TRUE(listNames(store_.directory("sub"), found).ok());
+    EXPECT_EQ(found, (Lines{"f", "readonly"}));
+}
+
+TEST_F(Files, ReadersSeeTheOldContentOrTheNew) {
+    constexpr std::size_t size = 50'000;
+    store_.add("f", std::string(size, 'a'));
+    std::atomic<bool> done = false;
+    std::thread writer([&] {
+        for (int i = 0; i < 100; ++i)
+            EXPECT_TRUE(
+                replaceFile(store_.path("f"), std::string(size, i % 2 == 0 ? 'b' : 'a')).ok());
+        done = true;
+    });
+    while (!done) {
+        const std::string seen = content("f");
+        ASSERT_EQ(seen, std::string(size, seen.front()));
+    }
+    writer.join();
+}
+
+TEST_F(Files, Appends) {
+    store_.addFolder("sub").addPipe("pipe");
+    EXPECT_TRUE(appendToFile(store_.path("log"), "1\r\n").ok());
+    EXPECT_TRUE(appendToFile(store_.path("log"), "2\r\n").ok());
+    EXPECT_EQ(content("log"), "1\r\n2\r\n");
+    EXPECT_EQ(appendToFile(store_.path("none/log"), "1").number(), ENOENT);
+    EXPECT_EQ(appendToFile(store_.path("sub"), "1").number(), EISDIR);
+    EXPECT_EQ(appendToFile(store_.path("pipe"), "1").number(), ENXIO) << "nobody reads";
+    EXPECT_EQ(appendToFile(store_.path("log") + "\0"s, "3").number(), ENOENT);
+    EXPECT_FALSE(tests::isTrueWithFileLimit(
+        8, [this] { return appendToFile(store_.path("log"), "123456").ok(); }));
+    EXPECT_EQ(names(), "log pipe sub ");
+}
+
+TEST_F(Files, MakesAndRemoves) {
+    EXPECT_TRUE(createDirectory(store_.directory("d")).ok());
+    const Status again = createDirectory(store_.directory("d"));
+    EXPECT_EQ(again.number(), EEXIST);
+    EXPECT_EQ(again.description(), store_.native("d/: File exists"));
+    EXPECT_EQ(createDirectory(store_.directory("a/b")).number(), ENOENT);
+    EXPECT_EQ(createDirectory(store_.path("e") + "\0"s).number(), ENOENT);
+    store_.add("f").addLink("link", "f");
+    EXPECT_EQ(removeFile(store_.path("f") + "\0"s).number(), ENOENT);
+    EXPECT_EQ(removeFile(store_.path("d")).number(), EISDIR);
+    EXPECT_TRUE(removeFile(store_.path("link")).ok());
+    EXPECT_EQ(names(), "d f ");
+    EXPECT_TRUE(removeFile(store_.path("f")).ok());
+    EXPECT_EQ(removeFile(store_.path("f")).number(), ENOENT);
+}
+
+class Directories : public Files {
+protected:
+    // "<kind> <name>", sorted; "->" behind the kind of a link.
+    Lines entries(const std::string& directory) {
+        Lines lines;
+        EXPECT_TRUE(reader_.open(directory).ok());
+        for (DirectoryEntry entry; reader_.next(entry);) {
+            constexpr const char* kinds[] = {"missing", "file", "directory", "other"};
+            lines.push_back(kinds[static_cast<std::size_t>(entry.kind)] +
+                            std::string(entry.isLink ? "-> " : " ") + std::string(entry.name));
+        }
+        EXPECT_TRUE(reader_.status().ok());
+        std::sort(lines.begin(), lines.end());
+        return lines;
+    }
+
+    DirectoryReader reader_;
+};
+
+TEST_F(Directories, TellKindsAndLinks) {
+    store_.add("f").add(".hidden").add("..dots").add("bad\xFF").add("back\\slash");
+    store_.addFolder("d").addPipe("p");
+    store_.addLink("l-f", "f").addLink("l-d", "d").addLink("l-p", "p");
+    store_.addLink("l-none", "none").addLink("l-loop", "l-loop").addLink("l-l-d", "l-d");
+    const Lines expected = {"directory d",  "directory-> l-d",  "directory-> l-l-d", "file ..dots",
+                            "file .hidden", "file back\\slash", "file bad\xFF",      "file f",
+                            "file-> l-f",   "missing-> l-loop", "missing-> l-none",  "other p",
+                            "other-> l-p"};
+    EXPECT_EQ(entries(store_.directory()), expected);
+    EXPECT_EQ(entries(store_.directory()), expected) << "opened again";
+    EXPECT_EQ(entries(store_.directory("d")), Lines{});
+}
+
+TEST_F(Directories, ListEveryOneOfThousands) {
+    constexpr int count = 5000;
+    Lines expected;
+    for (int i = 0; i < count; ++i) {
+        expected.push_back(std::to_string(100'000 + i) +
+                           std::string(static_cast<std::size_t>(i % 240), 'x'));
+        store_.add(expected.back());
+    }
+    Lines found;
+    EXPECT_TRUE(listNames(store_.directory(), found).ok());
+    EXPECT_EQ(found, expected);
+}
+
+TEST_F(Directories, ThatVanishEndThePass) {
+    store_.addFolder("d");
+    ASSERT_TRUE(reader_.open(store_.directory("d")).ok());
+    fs::remove(store_.native("d"));
+    DirectoryEntry entry;
+    EXPECT_FALSE(reader_.next(entry));
+    EXPECT_TRUE(reader_.status().ok());
+    EXPECT_FALSE(reader_.next(entry)) << "and once more";
+}
+
+TEST_F(Directories, ThatCannotBeOpened) {
+    store_.add("f").addPipe("p").addFolder("closed");
+    setMode("", 0755);
+    setMode("closed", 0);
+    const std::pair<std::string, int> cases[] = {
+        {store_.path("f"), ENOTDIR},
+        {store_.path("p"), ENOTDIR},
+        {store_.path("none"), ENOENT},
+        {store_.path("f") + "\0"s, ENOENT},
+        {"E:\\", ENOENT},
+        {"", ENOENT},
+    };
+    for (const auto& [path, error] : cases) {
+        EXPECT_EQ(reader_.open(path).number(), error) << path;
+        EXPECT_EQ(reader_.status().number(), error) << path;
+        DirectoryEntry entry;
+        EXPECT_FALSE(reader_.next(entry)) << path;
+    }
+    EXPECT_TRUE(tests::isTrueUnprivileged(
+        [this] { return reader_.open(store_.directory("closed")).number() == EACCES; }));
+    EXPECT_EQ(entries(store_.directory()).size(), 3U) << "the reader is still good";
+}
+
+TEST_F(Directories, AreTheSameHoweverReached) {
+    store_.addFolder("a").addFolder("b").addLink("l", "a");
+    const auto id = [this](const std::string& name) {
+        EXPECT_TRUE(reader_.open(store_.directory(name)).ok());
+        return reader_.id();
+    };
+    EXPECT_EQ(id("a"), id("l"));
+    EXPECT_EQ(id("a"), id("b/../a"));
+    EXPECT_NE(id("a"), id("b"));
+}
+
+TEST(ModuleDirectory, IsThatOfTheProgram) {
+    const fs::path program = fs::read_symlink("/proc/self/exe");
+    EXPECT_EQ(moduleDirectory(), fromNativePath(program.parent_path().native()) + "\\");
+}
+
+// A program that was found by its name alone, started where a file has the same name.
+TEST(ModuleDirectory, IsNotThatOfAnotherFileOfTheSameName) {
+    const tests::TemporaryStore store;
+    fs::copy_symlink("/proc/self/exe", store.folder() / "decoy");
+    EXPECT_TRUE(tests::isTrueInChild([&store] {
+        const int nowhere = open("/dev/null", O_WRONLY);
+        return dup2(nowhere, STDOUT_FILENO) >= 0 && chdir(store.folder().c_str()) == 0 &&
+               execl("/proc/self/exe", "decoy", "--gtest_filter=ModuleDirectory.IsThatOfTheProgram",
+                     nullptr) == 0;
+    }));
+}
+
+} // namespace
+} // namespace ov::platform

@@ -1,0 +1,82 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#include "platform/terminal.h"
+#include "recording_interface.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <fcntl.h>
+#include <sys/ioctl.h>
+#include <thread>
+
+namespace ov::platform {
+namespace {
+
+TEST(UserInterface, BuiltInOneAnswersWithTheDefault) {
+    MessageBox box{.text = "Really?", .title = "Title", .buttons = MessageButtons::yesNo};
+    for (const auto answer : {MessageAnswer::no, MessageAnswer::yes}) {
+        box.defaultAnswer = answer;
+        ::testing::internal::CaptureStderr();
+        EXPECT_EQ(userInterface().showMessage(box), answer);
+        EXPECT_EQ(::testing::internal::GetCapturedStderr(), "Title: Really?\n");
+    }
+    userInterface().processMessages();
+    userInterface().beep();
+}
+
+TEST(UserInterface, InstalledOnesNestAndBelongToTheirThread) {
+    UserInterface* const builtIn = &userInterface();
+    {
+        tests::RecordingInterface outer;
+        {
+            tests::RecordingInterface inner;
+            EXPECT_EQ(&userInterface(), &inner);
+            EXPECT_EQ(installUserInterface(&inner), &inner);
+            UserInterface* elsewhere = nullptr;
+            std::thread([&elsewhere] { elsewhere = installUserInterface(nullptr); }).join();
+            EXPECT_EQ(elsewhere, nullptr);
+        }
+        EXPECT_EQ(&userInterface(), &outer);
+    }
+    EXPECT_EQ(&userInterface(), builtIn);
+}
+
+TEST(UserInterface, PumpHandsOverNowAndThen) {
+    constexpr int loops = 100'000;
+    tests::RecordingInterface person;
+    processMessagesNowAndThen();
+    EXPECT_EQ(person.pumped, 1);
+    for (int i = 0; i < loops; ++i)
+        processMessagesNowAndThen();
+    EXPECT_LT(person.pumped, loops / 10);
+    tests::RecordingInterface next;
+    processMessagesNowAndThen();
+    EXPECT_EQ(next.pumped, 1) << "a new one is asked at once";
+}
+
+TEST(UserInterface, HandlerThatPumpsDoesNotStartItselfOver) {
+    const tests::RecordingInterface person([] { processMessagesNowAndThen(); });
+    processMessagesNowAndThen();
+    EXPECT_LE(person.pumped, 2); // the clock may move on in between
+}
+
+TEST(Terminal, WidthIsThatOfTheWindow) {
+    std::FILE* const file = std::tmpfile();
+    EXPECT_FALSE(isTerminal(file));
+    EXPECT_EQ(terminalWidth(file), 80);
+    std::fclose(file);
+
+    std::FILE* const terminal = fdopen(posix_openpt(O_RDWR | O_NOCTTY), "r+");
+    ASSERT_NE(terminal, nullptr);
+    EXPECT_TRUE(isTerminal(terminal));
+    EXPECT_EQ(terminalWidth(terminal), 80) << "a new one has no size yet";
+    const winsize size{.ws_row = 24, .ws_col = 132, .ws_xpixel = 0, .ws_ypixel = 0};
+    ASSERT_EQ(ioctl(fileno(terminal), TIOCSWINSZ, &size), 0);
+    EXPECT_EQ(terminalWidth(terminal), 132);
+    std::fclose(terminal);
+}
+
+} // namespace
+} // namespace ov::platform
