@@ -46,14 +46,15 @@ std::string numbered(const char* word, int number) {
 
 std::string makeStoreFolder(const std::string& root, int index) {
     const int inHouse = index % foldersPerHouse;
-    const std::string house = root + numbered("House", index / foldersPerHouse);
-    const std::string ward = house + numbered("Ward", inHouse / 2);
-    makeFolder(house);
-    makeFolder(ward);
-    if (inHouse % 2 == 0)
-        return ward;
-    makeFolder(ward + "/ERL");
-    return ward + "/ERL";
+    std::string folder = root + numbered("House", index / foldersPerHouse);
+    makeFolder(folder);
+    folder += numbered("Ward", inHouse / 2);
+    makeFolder(folder);
+    if (inHouse % 2 != 0) {
+        folder += "/ERL";
+        makeFolder(folder);
+    }
+    return folder;
 }
 
 void fillFolder(const std::string& folder, ov::cli::DemoNames& names, ov::cli::DemoTrade trade,
@@ -66,7 +67,7 @@ void fillFolder(const std::string& folder, ov::cli::DemoNames& names, ov::cli::D
         const int file =
             openat(directory, name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
         if (file < 0)
-            fail(folder + '/' + name);
+            fail(name);
         close(file);
     }
     close(directory);
@@ -80,9 +81,7 @@ void makeStore(const std::string& root, std::int64_t count, int folders, std::ui
                    count * (i + 1) / folders - count * i / folders);
 }
 
-} // namespace
-
-int main(int argc, char** argv) {
+int run(int argc, char** argv) {
     std::string root;
     std::int64_t count = 1'000'000;
     int folders = 5'000;
@@ -93,11 +92,17 @@ int main(int argc, char** argv) {
     app.add_option("--folders", folders, "folders that hold them")->check(CLI::Range(1, 100'000));
     app.add_option("--seed", seed, "another seed, other names");
     CLI11_PARSE(app, argc, argv);
+    makeStore(root, count, folders, seed);
+    return 0;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
     try {
-        makeStore(root, count, folders, seed);
+        return run(argc, argv);
     } catch (const std::exception& error) {
         std::cerr << "ovbench_store: " << error.what() << '\n';
         return 1;
     }
-    return 0;
 }

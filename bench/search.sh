@@ -64,7 +64,7 @@ describe() {
     type=$(cached CMAKE_BUILD_TYPE)
     echo "date:        $(date -u '+%Y-%m-%d %H:%M UTC')"
     echo "processor:   $(nproc) x $(sed -n 's/^model name[^:]*: //p' /proc/cpuinfo | head -n 1)"
-    echo "system:      $(uname -sr), $(df --output=fstype "$1" | tail -n 1) below $(dirname "$1")"
+    echo "system:      $(uname -sr), $(df --output=fstype "$1" | tail -n 1)"
     echo "compiler:    $("$(cached CMAKE_CXX_COMPILER)" --version | head -n 1)"
     echo "build:       $type"
     echo "locale:      ${LC_ALL:-${LC_CTYPE:-${LANG:-C}}}"
@@ -78,7 +78,7 @@ make_store() { # DIR COUNT FOLDERS
     "$bin/ovbench_store" "$1" --count "$2" --folders "$3"
 }
 
-search=("$bin/ovsearch" --settings "$work/settings" find)
+search=("$bin/ovsearch" find --settings "$work/settings" --limit 10000000)
 criteria=(-c 'priority = HOCH' -c 'author contains öztürk')
 
 # Every command is one line of the array "commands", its words parted by tabs.

@@ -22,8 +22,6 @@ class Plugin : public ::testing::Test {
 public:
     Plugin() { host().control = std::make_shared<NoControl>(); }
     ~Plugin() override { modLanguage::reset(); }
-    Plugin(const Plugin&) = delete;
-    Plugin& operator=(const Plugin&) = delete;
 
 protected:
     FakeHost& host() { return *started_.host; }
@@ -73,7 +71,9 @@ TEST_F(Plugin, WindowEvents) {
                         "AddPlugInControl(OVSearch.ctrlOVSearch)"};
     const Lines unload = {"trace(Get wiMain:weQueryUnload.)", "RemovePlugInControl()"};
     const Lines resize = {"trace(Get wiMain:weResize. Resize Control.)", "ResizePlugInControl()"};
-    const Lines expected[] = {{}, load, {}, {}, unload, unload, resize, {}};
+    const Lines expected[] = {
+        {}, load, {}, {}, unload, unload, resize, {},
+    };
     for (std::int32_t event = 0; event < std::ssize(expected); ++event) {
         EXPECT_EQ(atWindowEvent(event), expected[event]) << event;
         EXPECT_EQ(atWindowEvent(event, 2), Lines{}) << event;
@@ -94,10 +94,12 @@ TEST_F(Plugin, LanguageChanges) {
         const char* subLanguage;
         std::int32_t expected;
         std::int32_t expectedSub;
-    } cases[] = {{"9", "2", 9, 2},
-                 {"7abc", " 1", 7, 1},
-                 {"", "", 0, 0},
-                 {"x", "99999999999", 0, 2147483647}};
+    } cases[] = {
+        {"9", "2", 9, 2},
+        {"7abc", " 1", 7, 1},
+        {"", "", 0, 0},
+        {"x", "99999999999", 0, 2147483647},
+    };
     for (const auto& tested : cases) {
         host().answers["PI_GetLanguage"] = tested.language;
         host().answers["PI_GetSubLanguage"] = tested.subLanguage;
@@ -126,8 +128,7 @@ TEST_F(Plugin, FailuresGoBackToTheHost) {
         {"AddPlugInControl", window_event::load},
         {"ReportPlugInFailure", window_event::load},
         {"RemovePlugInControl", window_event::queryUnload},
-        {"ResizePlugInControl", window_event::resize},
-    };
+        {"ResizePlugInControl", window_event::resize}};
     host().control.reset();
     for (const auto& [function, event] : cases) {
         host().refused = {function};

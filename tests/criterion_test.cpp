@@ -26,8 +26,9 @@ TEST(Criterion, TextForm) {
 }
 
 TEST(Criterion, UnreadableTextsAndNumbers) {
-    for (const char* text : {"", "5", "5\x01"
-                                      "17\x01x",
+    for (const char* text : {"", "5",
+                             "5\x01"
+                             "17\x01x",
                              "5\x01"
                              "17\x01x\x01y\x01z"})
         EXPECT_EQ(ParseCriteriaString(text), Criterion{}) << text;
@@ -58,6 +59,12 @@ TEST(Criterion, LinesOfAFile) {
     EXPECT_EQ(ParseCriteriaString(lines.criteria[0]), (Criterion{5, 17, "Müller", ""}));
     EXPECT_EQ(ParseCriteriaString(lines.criteria[1]), (Criterion{2, 20, "", ""}));
     EXPECT_EQ(lines.skipped, 1U);
+    EXPECT_EQ(readCriteriaLines("\xEF\xBB\xBF"
+                                "5\x01"
+                                "17\x01x\x01")
+                  .criteria,
+              std::vector<std::string>{BuildCriteriaString(5, 17, "x", "")})
+        << "a byte-order mark";
 }
 
 // Every operator that a field offers takes the number of values that its controls can give.

@@ -75,9 +75,9 @@ std::string inPasses(std::string text, const Passes& passes) {
 TEST(NameDecoding, GivesWhatThePassesGive) {
     const Passes general = {{"~", "*"},  {"_", "/"},  {"²²", "?"}, {"³³", "<"},
                             {"%%", ">"}, {"'", "\""}, {"!!", "."}, {"$#", ":"}};
-    const Passes second = {{"²0", "²"}, {"²1", "*"},  {"²2", "/"}, {"²3", "\\"},
-                           {"²4", "?"}, {"²5", "<"},  {"²6", ">"}, {"²7", "\""},
-                           {"²8", "."}, {"²9", ":"},  {"²A", "|"}};
+    const Passes second = {{"²0", "²"}, {"²1", "*"}, {"²2", "/"}, {"²3", "\\"},
+                           {"²4", "?"}, {"²5", "<"}, {"²6", ">"}, {"²7", "\""},
+                           {"²8", "."}, {"²9", ":"}, {"²A", "|"}};
     const std::vector<std::string> pieces = {"²", "³", "0", "1", "2", "9", "A", "a", "~",
                                              "_", "'", "%", "!", "$", "#", "ä", "@"};
     const unsigned seed = std::random_device{}();
@@ -128,8 +128,7 @@ TEST(DictationRecord, ReadsFields) {
     };
     for (const Case& c : cases) {
         std::string value = "left over";
-        EXPECT_EQ(GetDictationField(c.field, "\\store\\Ward3\\", c.name, value), c.found)
-            << c.what;
+        EXPECT_EQ(GetDictationField(c.field, "\\store\\Ward3\\", c.name, value), c.found) << c.what;
         EXPECT_EQ(value, c.value) << c.what;
     }
 }
@@ -158,6 +157,7 @@ TEST(DictationRecord, DirectoryText) {
         {"empty", "", ""},
         {"root", "\\", ""},
         {"ends in ERL but is not", "\\a\\XERL\\", "...\\XERL"},
+        {"not UTF-8", "\\Ä\\M\xFCller\\ERL\\", "...\\Müller\\ERL"},
     };
     for (const TextCase& c : cases)
         EXPECT_EQ(GetDirectoryText(c.in), c.out) << c.what;
@@ -180,8 +180,8 @@ std::string describe(const std::optional<DateSerial>& serial) {
     if (!serial)
         return "none";
     const platform::DateTime d = dateOf(*serial);
-    std::string text = std::to_string(d.year) + "-" + std::to_string(d.month) + "-" +
-                       std::to_string(d.day);
+    std::string text =
+        std::to_string(d.year) + "-" + std::to_string(d.month) + "-" + std::to_string(d.day);
     if (serial->hasTime)
         text += " " + std::to_string(d.hour) + ":" + std::to_string(d.minute) + ":" +
                 std::to_string(d.second);
@@ -194,6 +194,7 @@ TEST(FieldDate, ReadsTheWrittenForm) {
         {"dashes and time", "24-12-2003 17$05$00", "2003-12-24 17:5:0"},
         {"mixed", "24.12-2003", "2003-12-24"},
         {"too short", "1.1.203", "none"},
+        {"too short in characters", "1.1.03ä", "none"},
         {"two pieces", "12.2003 x", "none"},
         {"four pieces", "1.2.3.2003", "none"},
         {"no separator", "24122003", "none"},
@@ -214,6 +215,8 @@ TEST(FieldDate, ReadsTheWrittenForm) {
         {"rolls out of the years", "31.12.9999 24$00$00", "none"},
         {"huge pieces", "99999999999.1.2003", "none"},
         {"huge time", "01.01.2003 99999999999$0$0", "none"},
+        {"seconds beyond 16 bits", "01.01.2003 0$0$32768", "none"},
+        {"a sign is no digit", "24.12.2003 -1$-1$-1", "2003-12-24 0:0:0"},
         {"superscript", "²².³³.2003", "2002-11-30"},
     };
     for (const TextCase& c : cases)
@@ -226,7 +229,8 @@ TEST(FieldDate, SerialsAndWrittenDatesAreTheSame) {
     EXPECT_EQ(describe(readDateOrSerial(" 24.12.2003 17$05$00 ")), "2003-12-24 17:5:0");
     EXPECT_EQ(describe(readDateOrSerial("0")), "1899-12-30");
     EXPECT_EQ(describe(readDateOrSerial("-1")), "1899-12-29");
-    for (const char* text : {"", "nan", "inf", "1e300", "20031224", "37979x", "."})
+    for (const char* text :
+         {"", "nan", "inf", "1e300", "20031224", "37979x", ".", "2958465.9999999"})
         EXPECT_EQ(describe(readDateOrSerial(text)), "none") << text;
     for (const std::int32_t day : {-657434, -1, 0, 1, 37979, 2958465})
         for (const std::int32_t second : {0, 1, 43200, 86399}) {
@@ -240,8 +244,8 @@ TEST(FieldDate, Seconds) {
     EXPECT_EQ(readSeconds("00$02$15"), 135);
     EXPECT_EQ(readSeconds(" 1:30 "), 5400);
     EXPECT_EQ(readSeconds("25:00:00"), 90000);
-    for (const char* text : {"", "135", "1:60", "1:2:60", "1:2:3:4", "a:b", "-1:00", "1::2",
-                             "99999:00", "00:02:15x"})
+    for (const char* text :
+         {"", "135", "1:60", "1:2:60", "1:2:3:4", "a:b", "-1:00", "1::2", "99999:00", "00:02:15x"})
         EXPECT_FALSE(readSeconds(text)) << text;
 }
 
@@ -252,12 +256,12 @@ TEST(FieldCodes, CodesOfTexts) {
         std::int32_t code;
     };
     const std::vector<Case> cases = {
-        {2, "", 6},        {2, "wav", 6},      {2, "ROH", 7},      {99, "Stop", 8},  {2, "MAI", 9},
-        {2, "X", 0},       {2, " ROH", 0},     {5, "", 1},         {5, "normal", 1}, {5, "1", 1},
-        {5, "HOCH", 3},    {5, "2", 3},        {5, "FRIST", 2},    {5, "3", 2},      {5, "MSG", 5},
-        {5, "4", 5},       {5, "EDIT", 4},     {5, "5", 4},        {5, "6", 0},      {17, "", 0},
-        {17, "0", 0},      {17, "1", 10},      {17, "128", 17},    {17, "512", 19},  {17, "384", 35},
-        {17, "1023", 145}, {17, "1024", 0},    {17, "128abc", 17}, {17, "x", 0},     {6, "ROH", 0},
+        {2, "", 6},        {2, "wav", 6},     {2, "ROH", 7},      {99, "Stop", 8},  {2, "MAI", 9},
+        {2, "X", 0},       {2, " ROH", 0},    {5, "", 1},         {5, "normal", 1}, {5, "1", 1},
+        {5, "HOCH", 3},    {5, "2", 3},       {5, "FRIST", 2},    {5, "3", 2},      {5, "MSG", 5},
+        {5, "4", 5},       {5, "EDIT", 4},    {5, "5", 4},        {5, "6", 0},      {17, "", 0},
+        {17, "0", 0},      {17, "1", 10},     {17, "128", 17},    {17, "512", 19},  {17, "384", 35},
+        {17, "1023", 145}, {17, "1024", 0},   {17, "128abc", 17}, {17, "x", 0},     {6, "ROH", 0},
         {17, "-1", 145},   {17, "1e99", 145},
     };
     for (const Case& c : cases)
@@ -287,6 +291,7 @@ TEST(FieldValues, ShownTexts) {
     EXPECT_EQ(shown(7, "2$@@17$128"), "(Status 128)");
     EXPECT_EQ(shown(7, "2$@@17$384"), "(Status 128), (Status 256)");
     EXPECT_EQ(shown(7, "2$@@17$0"), "");
+    EXPECT_EQ(shown(7, "2$@@17$x"), "x");
     EXPECT_EQ(shown(10, "2$@@7$24.12.2003"), "37979");
     EXPECT_EQ(shown(0, "2$"), "");
     platform::setLocale(std::nullopt);

@@ -27,8 +27,6 @@ class Files : public ::testing::Test {
 public:
     Files() { setDriveFolder(store_.native("drives")); }
     ~Files() override { setDriveFolder({}); }
-    Files(const Files&) = delete;
-    Files& operator=(const Files&) = delete;
 
 protected:
     std::string content(const std::string& name) const {
@@ -129,30 +127,26 @@ TEST_F(Files, Drives) {
         EXPECT_EQ(driveOf(tested.path), tested.drive) << tested.path;
         EXPECT_EQ(driveExists(tested.path), tested.exists) << tested.path;
     }
-    EXPECT_TRUE(directoryExists("L:\\X\\..\\x\\"));
 }
 
 TEST_F(Files, Kinds) {
     store_.add("x.wav").addFolder("sub").addPipe("pipe").add("M\xFC.wav");
     store_.addLink("to file", "x.wav").addLink("to folder", "sub").addLink("to pipe", "pipe");
     store_.addLink("nowhere", "missing").addLink("loop", "loop");
-    const std::pair<std::string, FileKind> cases[] = {
-        {"x.wav", FileKind::file},       {"to file", FileKind::file},
-        {"M\xFC.wav", FileKind::file},   {"sub", FileKind::directory},
-        {"sub\\", FileKind::directory},  {"sub\\..", FileKind::directory},
-        {".", FileKind::directory},      {"to folder\\", FileKind::directory},
-        {"pipe", FileKind::other},       {"to pipe", FileKind::other},
-        {"X.WAV", FileKind::missing},    {"x.wav\\", FileKind::missing},
-        {"x.wav\\y", FileKind::missing}, {"none\\x", FileKind::missing},
-        {"nowhere", FileKind::missing},  {"loop", FileKind::missing},
-        {"x.wav\0"s, FileKind::missing}, {std::string(5000, 'x'), FileKind::missing},
+    const std::pair<FileKind, Lines> cases[] = {
+        {FileKind::file, {"x.wav", "to file", "M\xFC.wav"}},
+        {FileKind::directory, {"sub", "sub\\", "sub\\..", ".", "to folder\\"}},
+        {FileKind::other, {"pipe", "to pipe"}},
+        {FileKind::missing, {"X.WAV", "x.wav\\", "x.wav\\y", "none\\x", "nowhere", "loop"}},
+        {FileKind::missing, {"x.wav\0"s, std::string(5000, 'x')}},
     };
-    for (const auto& [name, kind] : cases) {
-        const std::string path = store_.directory() + name;
-        EXPECT_EQ(fileKind(path), kind) << name;
-        EXPECT_EQ(fileExists(path), kind == FileKind::file) << name;
-        EXPECT_EQ(directoryExists(path), kind == FileKind::directory) << name;
-    }
+    for (const auto& [kind, names] : cases)
+        for (const std::string& name : names) {
+            const std::string path = store_.directory() + name;
+            EXPECT_EQ(fileKind(path), kind) << name;
+            EXPECT_EQ(fileExists(path), kind == FileKind::file) << name;
+            EXPECT_EQ(directoryExists(path), kind == FileKind::directory) << name;
+        }
     EXPECT_EQ(fileKind(""), FileKind::missing);
 }
 
@@ -275,34 +269,28 @@ TEST_F(Files, ReadersSeeTheOldContentOrTheNew) {
     writer.join();
 }
 
-TEST_F(Files, Appends) {
-    store_.addFolder("sub").addPipe("pipe");
+TEST_F(Files, AppendsMakesAndRemoves) {
+    store_.addFolder("sub").addPipe("pipe").addLink("link", "log");
     EXPECT_TRUE(appendToFile(store_.path("log"), "1\r\n").ok());
-    EXPECT_TRUE(appendToFile(store_.path("log"), "2\r\n").ok());
+    EXPECT_TRUE(appendToFile(store_.path("link"), "2\r\n").ok());
     EXPECT_EQ(content("log"), "1\r\n2\r\n");
     EXPECT_EQ(appendToFile(store_.path("none/log"), "1").number(), ENOENT);
     EXPECT_EQ(appendToFile(store_.path("sub"), "1").number(), EISDIR);
     EXPECT_EQ(appendToFile(store_.path("pipe"), "1").number(), ENXIO) << "nobody reads";
     EXPECT_EQ(appendToFile(store_.path("log") + "\0"s, "3").number(), ENOENT);
-    EXPECT_FALSE(tests::isTrueWithFileLimit(
-        8, [this] { return appendToFile(store_.path("log"), "123456").ok(); }));
-    EXPECT_EQ(names(), "log pipe sub ");
-}
 
-TEST_F(Files, MakesAndRemoves) {
     EXPECT_TRUE(createDirectory(store_.directory("d")).ok());
-    const Status again = createDirectory(store_.directory("d"));
-    EXPECT_EQ(again.number(), EEXIST);
-    EXPECT_EQ(again.description(), store_.native("d/: File exists"));
+    EXPECT_EQ(createDirectory(store_.directory("d")).description(),
+              store_.native("d/: File exists"));
     EXPECT_EQ(createDirectory(store_.directory("a/b")).number(), ENOENT);
     EXPECT_EQ(createDirectory(store_.path("e") + "\0"s).number(), ENOENT);
-    store_.add("f").addLink("link", "f");
-    EXPECT_EQ(removeFile(store_.path("f") + "\0"s).number(), ENOENT);
+
+    EXPECT_EQ(removeFile(store_.path("log") + "\0"s).number(), ENOENT);
     EXPECT_EQ(removeFile(store_.path("d")).number(), EISDIR);
     EXPECT_TRUE(removeFile(store_.path("link")).ok());
-    EXPECT_EQ(names(), "d f ");
-    EXPECT_TRUE(removeFile(store_.path("f")).ok());
-    EXPECT_EQ(removeFile(store_.path("f")).number(), ENOENT);
+    EXPECT_EQ(names(), "d log pipe sub ");
+    EXPECT_TRUE(removeFile(store_.path("log")).ok());
+    EXPECT_EQ(removeFile(store_.path("log")).number(), ENOENT);
 }
 
 class Directories : public Files {

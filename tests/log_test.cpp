@@ -31,8 +31,6 @@ public:
         platform::setLocale({});
         resetLog();
     }
-    Log(const Log&) = delete;
-    Log& operator=(const Log&) = delete;
 
 protected:
     // The lines of a log file without their time stamps.
@@ -68,8 +66,7 @@ TEST_F(Log, LinesOfErrors) {
         {{53, "File not found"}, "Load", "Mine", "ERROR (53): Load - Mine"},
         {{-7, ""}, "Load", "", "ERROR (-7): Load - <Unknown>"},
         {{0, ""}, "", "", "ERROR (0): <Unknown>"},
-        {platform::Status(2, "/x: gone"), "Load", "", "ERROR (2): Load - /x: gone"},
-    };
+        {platform::Status(2, "/x: gone"), "Load", "", "ERROR (2): Load - /x: gone"}};
     Lines expected;
     for (const auto& tested : cases) {
         EXPECT_TRUE(WriteErrorLog(tested.error, tested.procedure, false, tested.description));
@@ -85,8 +82,7 @@ TEST_F(Log, MessagesStayOneLine) {
         {"a\r\nb\rc\nd", "a\\r\\nb\\rc\\nd"},
         {"tab\there", "tab\there"},
         {"\0\x1B[31m\x7F"s, "\\x00\\x1B[31m\\x7F"},
-        {"M\xC3\xBCller C:\\new", "M\xC3\xBCller C:\\new"},
-    };
+        {"M\xC3\xBCller C:\\new", "M\xC3\xBCller C:\\new"}};
     Lines expected;
     for (const auto& [message, line] : cases) {
         EXPECT_TRUE(WriteLog(message));
@@ -128,7 +124,7 @@ TEST_F(Log, ShowsErrorsOnRequest) {
 
 TEST_F(Log, ShowsWhatCannotBeWritten) {
     const std::string native = folder().native();
-    fs::create_directories(folder() / "Log/OVSearch_.log");
+    tests::fs::create_directories(folder() / "Log/OVSearch_.log");
     EXPECT_FALSE(WriteLog("lost"));
     EXPECT_FALSE(WriteErrorLog({5, "lost"}, "Load", true));
     write("file", "");

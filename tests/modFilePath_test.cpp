@@ -12,37 +12,31 @@
 namespace ov::modFilePath {
 namespace {
 
+namespace fs = std::filesystem;
 using Lines = std::vector<std::string>;
 
-std::string escaped(std::string text) {
-    for (std::size_t at = text.find('\\'); at != std::string::npos; at = text.find('\\', at + 2))
-        text.insert(at, 1, '\\');
-    return text;
-}
-
-// The per-user data lie in "Orvanta" of the folder, the common ones in "common", the control's
-// own file in "module". No directory exists yet.
-class Directories : public tests::SettingsTest {
+// The per-user data lie in "Orvanta" of the folder, which is not there yet, and the control's own
+// file in "module".
+class ControlDirectories : public tests::SettingsTest {
 public:
-    Directories() : config_("XDG_CONFIG_HOME", folder().native()) { useRegistry(""); }
-    ~Directories() override { forget(); }
-    Directories(const Directories&) = delete;
-    Directories& operator=(const Directories&) = delete;
+    ControlDirectories() : config_("XDG_CONFIG_HOME", folder().native()) {
+        platform::setPerUserFolder({});
+        forget();
+    }
+    ~ControlDirectories() override { forget(); }
 
 protected:
-    // `more` goes to the end of the shell folders of the machine.
-    void useRegistry(const std::string& more) {
-        write("registry.reg",
-              "REGEDIT4\n[HKEY_LOCAL_MACHINE\\" + std::string(platform::shellFoldersKey) +
-                  "]\n\"Common AppData\"=\"" + escaped(path("common")) + "\"\n" + more);
-        platform::reloadRegistry();
+    void useRegistry(const std::string& keys) {
+        fs::create_directory(folder() / "Orvanta");
+        write("Orvanta/registry.reg", "REGEDIT4\n" + keys);
         forget();
-        SetDirectory(directory_id::module, path("module"));
     }
-    static void forget() {
-        reset();
-        resetLog();
+    void forget() {
+        platform::reloadRegistry();
         modWFRoutines::reset();
+        resetLog();
+        reset();
+        SetDirectory(directory_id::module, path("module"));
     }
     bool exists(const std::string& name) const { return fs::is_directory(folder() / name); }
     // What was logged, without time stamps and with "@" for the folder.
@@ -63,55 +57,57 @@ private:
     tests::Environment config_;
 };
 
-const std::string workflowKey = "[HKEY_LOCAL_MACHINE\\Software\\Orvanta\\WF\\";
+const std::string baseSetting =
+    "[HKEY_LOCAL_MACHINE\\Software\\Orvanta\\WF\\OV2000]\n\"NetBasePath\"=\"N:\\\\base\"\n";
 
-TEST_F(Directories, ByNumber) {
-    useRegistry(workflowKey + "Orvanta2000]\n\"NetzPath\"=\"N:\\\\net\"\n" + workflowKey +
-                "OV2000]\n\"NetBasePath\"=\"N:\\\\base\"\n");
+TEST_F(ControlDirectories, ByNumber) {
+    useRegistry(baseSetting + "[HKEY_LOCAL_MACHINE\\Software\\Orvanta\\WF\\Orvanta2000]\n"
+                              "\"NetzPath\"=\"N:\\\\net\"\n");
+    const std::string user = path("Orvanta\\");
+    const std::string common = "\\etc\\xdg\\Orvanta\\";
+    const std::string module = path("module\\");
     const std::pair<std::int32_t, std::string> cases[] = {
-        {1, path("module\\")},
-        {2, path("Orvanta\\")},
-        {3, path("common\\Orvanta\\")},
-        {10, path("Orvanta\\Log\\")},
-        {11, path("module\\PlugIns\\")},
-        {12, path("module\\DRL\\")},
-        {30, path("Orvanta\\Data\\")},
-        {31, path("Orvanta\\Data\\TServer\\")},
-        {32, path("Orvanta\\Data\\DAss\\")},
-        {33, path("Orvanta\\Data\\WF\\")},
-        {34, path("Orvanta\\Data\\Lumeron\\")},
-        {40, path("common\\Orvanta\\Data\\")},
-        {41, path("common\\Orvanta\\Data\\TServer\\")},
-        {42, path("common\\Orvanta\\Data\\DAss\\")},
-        {43, path("common\\Orvanta\\Data\\WF\\")},
-        {44, path("common\\Orvanta\\Data\\Lumeron\\")},
+        {1, module},
+        {2, user},
+        {3, common},
+        {10, user + "Log\\"},
+        {11, module + "PlugIns\\"},
+        {12, module + "DRL\\"},
+        {30, user + "Data\\"},
+        {31, user + "Data\\TServer\\"},
+        {32, user + "Data\\DAss\\"},
+        {33, user + "Data\\WF\\"},
+        {34, user + "Data\\Lumeron\\"},
+        {40, common + "Data\\"},
+        {41, common + "Data\\TServer\\"},
+        {42, common + "Data\\DAss\\"},
+        {43, common + "Data\\WF\\"},
+        {44, common + "Data\\Lumeron\\"},
         {100, "N:\\net\\"},
         {102, "N:\\net\\Data\\"},
         {103, "N:\\net\\Data\\TServer\\"},
         {104, "N:\\net\\Data\\DAss\\"},
         {105, "N:\\net\\Data\\WF\\"},
         {200, "N:\\base\\"},
-        {0, ""},
-        {5, ""},
-        {101, ""},
-        {205, ""},
-        {-1, ""},
     };
     for (const auto& [id, expected] : cases)
         EXPECT_EQ(GetDirectory(id), expected) << id;
+    for (const std::int32_t unknown : {0, 5, 13, 101, 205, -1})
+        EXPECT_EQ(GetDirectory(unknown, true), "") << unknown;
     EXPECT_EQ(entryCount(), 1U) << "asking makes nothing";
 }
 
-TEST_F(Directories, FallBackToTheControlsOwn) {
-    useRegistry("\"Common AppData\"=-\n[HKEY_CURRENT_USER\\" +
-                std::string(platform::shellFoldersKey) + "]\n\"AppData\"=-\n");
+TEST_F(ControlDirectories, FallBackToTheControlsOwn) {
+    const std::string key = std::string(platform::shellFoldersKey) + "]\n";
+    useRegistry("[HKEY_LOCAL_MACHINE\\" + key + "\"Common AppData\"=-\n[HKEY_CURRENT_USER\\" + key +
+                "\"AppData\"=-\n");
     for (const std::int32_t id : {2, 3, 100})
         EXPECT_EQ(GetDirectory(id), path("module\\")) << id;
     EXPECT_EQ(GetDirectory(10), path("module\\Log\\"));
     EXPECT_EQ(GetDirectory(200), "");
 }
 
-TEST_F(Directories, CanBeReplaced) {
+TEST_F(ControlDirectories, CanBeReplaced) {
     SetDirectory(30, "D:\\data");
     SetDirectory(77, "D:\\");
     EXPECT_EQ(GetDirectory(31), "D:\\data\\TServer\\");
@@ -123,10 +119,10 @@ TEST_F(Directories, CanBeReplaced) {
     EXPECT_EQ(GetDirectory(10, true), "");
 }
 
-TEST_F(Directories, DictationRootIsKeptInTheConfigurationFile) {
+TEST_F(ControlDirectories, DictationRootIsKeptInTheConfigurationFile) {
     EXPECT_EQ(GetDirectory(204), "");
     EXPECT_FALSE(exists("Orvanta")) << "nothing to keep yet";
-    useRegistry(workflowKey + "OV2000]\n\"NetBasePath\"=\"N:\\\\base\"\n");
+    useRegistry(baseSetting);
     EXPECT_EQ(GetDirectory(204), "N:\\base\\");
     EXPECT_EQ(read("Orvanta/OVSearch.cfg"), "[Directories]\r\nDictationDir=N:\\base\\\r\n");
     SetDirectory(200, "N:\\other");
@@ -137,7 +133,7 @@ TEST_F(Directories, DictationRootIsKeptInTheConfigurationFile) {
     EXPECT_EQ(GetDirectory(204), "N:\\other\\") << "empty is as good as missing";
 }
 
-TEST_F(Directories, DictationRootComesFromTheIniFileBesideAMarker) {
+TEST_F(ControlDirectories, DictationRootComesFromTheIniFileBesideAMarker) {
     fs::create_directory(folder() / "module");
     write("module/reg.ov", "");
     write("Orvanta.ini", "[OV2000]\nNetBasePath=N:\\ini\n");
@@ -145,7 +141,7 @@ TEST_F(Directories, DictationRootComesFromTheIniFileBesideAMarker) {
     EXPECT_EQ(read("Orvanta/OVSearch.cfg"), "[Directories]\r\nDictationDir=N:\\ini\\\r\n");
 }
 
-TEST_F(Directories, DictationRootThatCannotBeKeptIsLogged) {
+TEST_F(ControlDirectories, DictationRootThatCannotBeKeptIsLogged) {
     fs::create_directories(folder() / "Orvanta/OVSearch.cfg");
     fs::create_directory(folder() / "Orvanta/Log");
     SetDirectory(204, "D:\\x");
@@ -153,7 +149,7 @@ TEST_F(Directories, DictationRootThatCannotBeKeptIsLogged) {
               Lines{"ERROR (0): SetDirectory - @Orvanta\\OVSearch.cfg: cannot be written"});
 }
 
-TEST_F(Directories, AreMadeLevelByLevelInTheLog) {
+TEST_F(ControlDirectories, AreMadeLevelByLevelInTheLog) {
     fs::create_directories(folder() / "Orvanta/Log");
     EXPECT_TRUE(EnsureDirectory(path("a\\b\\c")));
     EXPECT_TRUE(EnsureDirectory(path("a\\b\\c\\"))) << "is there";
@@ -167,7 +163,7 @@ TEST_F(Directories, AreMadeLevelByLevelInTheLog) {
     EXPECT_EQ(person_.boxLines(), Lines{});
 }
 
-TEST_F(Directories, LogDirectoryIsMadeWithoutAWord) {
+TEST_F(ControlDirectories, LogDirectoryIsMadeWithoutAWord) {
     EXPECT_TRUE(EnsureDirectory(path("a\\b")));
     EXPECT_FALSE(exists("Orvanta")) << "nothing is logged, so no log is made";
     EXPECT_EQ(GetDirectory(10, true), path("Orvanta\\Log\\"));
@@ -177,7 +173,7 @@ TEST_F(Directories, LogDirectoryIsMadeWithoutAWord) {
     EXPECT_EQ(logged(), Lines{"first"});
 }
 
-TEST_F(Directories, FileInTheWay) {
+TEST_F(ControlDirectories, FileInTheWay) {
     write("file", "");
     EXPECT_FALSE(EnsureDirectory(path("file\\a\\b")));
     EXPECT_EQ(logged(), Lines{});
@@ -192,7 +188,7 @@ TEST_F(Directories, FileInTheWay) {
     EXPECT_EQ(logged(), twice);
 }
 
-TEST_F(Directories, MissingDriveIsShownUntilThereIsALog) {
+TEST_F(ControlDirectories, MissingDriveIsShownUntilThereIsALog) {
     EXPECT_FALSE(EnsureDirectory("E:\\a\\b"));
     EXPECT_FALSE(EnsureDirectory("\\\\server\\share\\a"));
     EXPECT_EQ(person_.boxLines(),
@@ -203,11 +199,11 @@ TEST_F(Directories, MissingDriveIsShownUntilThereIsALog) {
     EXPECT_FALSE(EnsureDirectory("E:\\"));
     EXPECT_EQ(logged(), Lines{"ERROR Create directory: Drive not found (E:)"});
     EXPECT_EQ(person_.boxes.size(), 2U);
-    fs::create_directories(folder() / "drives/e");
-    fs::create_directories(folder() / "drives/unc/server/share");
+    fs::create_directories(folder() / "Orvanta/drives/e");
+    fs::create_directories(folder() / "Orvanta/drives/unc/server/share");
     EXPECT_TRUE(EnsureDirectory("E:\\a\\b"));
     EXPECT_TRUE(EnsureDirectory("\\\\server\\share\\a"));
-    EXPECT_TRUE(exists("drives/e/a/b") && exists("drives/unc/server/share/a"));
+    EXPECT_TRUE(exists("Orvanta/drives/e/a/b") && exists("Orvanta/drives/unc/server/share/a"));
 }
 
 TEST(FilePath, Parts) {

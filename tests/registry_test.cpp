@@ -21,8 +21,8 @@ using namespace std::string_literals;
 using namespace modRegistry;
 
 const std::string version5 = "Windows Registry Editor Version 5.00\r\n\r\n";
-const std::string workflowKey = R"([HKEY_LOCAL_MACHINE\SOFTWARE\Orvanta\WF\Test])"
-                                "\r\n";
+const std::string testKey = R"(Software\Orvanta\WF\Test\)";
+const std::string testHeader = "[HKEY_LOCAL_MACHINE\\SOFTWARE\\Orvanta\\WF\\Test]\r\n";
 
 class Registry : public tests::SettingsTest {
 public:
@@ -31,103 +31,80 @@ public:
         modFilePath::reset();
         resetLog();
     }
-    Registry(const Registry&) = delete;
-    Registry& operator=(const Registry&) = delete;
 
 protected:
     void use(const std::string& file) const {
         write("registry.reg", file);
         reloadRegistry();
     }
-    static std::string value(std::string_view name,
-                             std::string_view key = R"(Software\Orvanta\WF\Test\)") {
-        return RegistryGetValueEx(RegistryHive::localMachine, key, name, "(default)");
+    static std::string value(std::string_view name) {
+        return RegistryGetValueEx(RegistryHive::localMachine, testKey, name, "(default)");
     }
 };
 
-struct ValueCase {
-    const char* name;
-    std::string lines; // below the header of the key
-    const char* valueName;
-    std::string expected;
-};
-
-class RegistryValues : public Registry, public ::testing::WithParamInterface<ValueCase> {};
-
-TEST_P(RegistryValues, areReadInEveryEncoding) {
-    const std::string text = version5 + workflowKey + GetParam().lines;
-    use(text);
-    EXPECT_EQ(value(GetParam().valueName), GetParam().expected) << "UTF-8";
-    use("\xEF\xBB\xBF" + text);
-    EXPECT_EQ(value(GetParam().valueName), GetParam().expected) << "UTF-8 with mark";
-    use("\xFF\xFE" + utf8ToUtf16(text, false));
-    EXPECT_EQ(value(GetParam().valueName), GetParam().expected) << "UTF-16";
-    use("\xFE\xFF" + utf8ToUtf16(text, true));
-    EXPECT_EQ(value(GetParam().valueName), GetParam().expected) << "UTF-16, other byte order";
-}
-
-const ValueCase valueCases[] = {
-    {"text", R"("a"="b c")", "a", "b c"},
-    {"name in other case, with umlaut", "\"\xC3\xA4\"=\"\xC3\xB6\"", "\xC3\x84", "\xC3\xB6"},
-    {"escapes", R"("q\"\\"="C:\\Dict\\ \"x\"")", "q\"\\", R"(C:\Dict\ "x")"},
-    {"backslashes written by hand", R"("a"="C:\Dict")", "a", R"(C:\Dict)"},
-    {"empty text", R"("a"="")", "a", ""},
-    {"blanks and comment", R"( "a" = "b" ; "c")", "a", "b"},
-    {"default value", R"(@="d")", "", "d"},
-    {"missing value", R"("a"="b")", "c", "(default)"},
-    {"name with a blank behind it", R"("a"="b")", "a ", "(default)"},
-    {"commented out", R"(;"a"="b")", "a", "(default)"},
-    {"later value wins", "\"a\"=\"b\"\n\"A\"=\"c\"", "a", "c"},
-    {"removed value", "\"a\"=\"b\"\n\"a\"=-", "a", "(default)"},
-    {"removed key", "\"a\"=\"b\"\n[-HKEY_LOCAL_MACHINE\\Software\\Orvanta]", "a", "(default)"},
-    {"value below a removed key", "[-HKEY_LOCAL_MACHINE\\Software\\Orvanta]\n\"a\"=\"b\"", "a",
-     "(default)"},
-    {"value of another hive", "[HKEY_CLASSES_ROOT\\X]\n\"a\"=\"b\"", "a", "(default)"},
-    {"key in other case",
-     R"([hkey_local_machine\software\ORVANTA\wf\test\])"
-     "\n\"a\"=\"b\"",
-     "a", "b"},
-    {"number", R"("a"=dword:0000001F)", "a", "31"},
-    {"largest number", R"("a"=dword:7fffffff)", "a", "2147483647"},
-    {"number with the sign bit", R"("a"=dword:ffffffff)", "a", "-1"},
-    {"short number", R"("a"=dword:10)", "a", "16"},
-    {"number that is none", R"("a"=dword:xyz)", "a", "(default)"},
-    {"number that is too long", R"("a"=dword:123456789)", "a", "(default)"},
-    {"number given as bytes", R"("a"=hex(4):78,56,34,12)", "a", "305419896"},
-    {"short number given as bytes", R"("a"=hex(4):01,02)", "a", "513"},
-    {"expandable text", R"("a"=hex(2):25,00,58,00,25,00,e4,00,00,00)", "a", "%X%\xC3\xA4"},
-    {"text without zero", R"("a"=hex(1):48,00,69,00)", "a", "Hi"},
-    {"text up to its zero", R"("a"=hex(1):48,00,00,00,69,00,00,00)", "a", "H"},
-    {"continued over lines", "\"a\"=hex(2):48,00,\\\r\n  65,00,\\\r\n  79,00,00,00", "a", "Hey"},
-    {"value behind a continued one", "\"a\"=hex:01,\\\r\n  02\r\n\"b\"=\"c\"", "b", "c"},
-    {"binary", R"("a"=hex:48,00)", "a", "(default)"},
-    {"several texts", R"("a"=hex(7):48,00,00,00,00,00)", "a", "(default)"},
-    {"unknown type", R"("a"=hex(b):01,00,00,00,00,00,00,00)", "a", "(default)"},
-    {"byte that is none", R"("a"=hex(1):48,00,1ff)", "a", "(default)"},
-    {"text cut off", R"("a"="b)", "a", "(default)"},
-    {"text of 1023 bytes", R"("a"=")" + std::string(1023, 'x') + "\"", "a", std::string(1023, 'x')},
-    {"text of 1024 bytes", R"("a"=")" + std::string(1024, 'x') + "\"", "a", "(default)"},
-};
-
-INSTANTIATE_TEST_SUITE_P(Case, RegistryValues, ::testing::ValuesIn(valueCases));
-
-void PrintTo(const ValueCase& tested, std::ostream* out) {
-    *out << tested.name;
+TEST_F(Registry, valuesInEveryEncoding) {
+    const struct {
+        const char* rule;
+        std::string lines; // below the header of the key
+        const char* name;
+        std::string expected = "(default)";
+    } cases[] = {
+        {"name in other case, with umlaut", R"("ä"="ö")", "Ä", "ö"},
+        {"escapes", R"("q\"\\"="C:\\Dict\\ \"x\"")", "q\"\\", R"(C:\Dict\ "x")"},
+        {"backslashes written by hand", R"("a"="C:\Dict")", "a", R"(C:\Dict)"},
+        {"empty text", R"("a"="")", "a", ""},
+        {"blanks and comment", R"( "a" = "b" ; "c")", "a", "b"},
+        {"default value", R"(@="d")", "", "d"},
+        {"name with a blank behind it", R"("a"="b")", "a "},
+        {"commented out", R"(;"a"="b")", "a"},
+        {"later value wins", "\"a\"=\"b\"\n\"A\"=\"c\"", "a", "c"},
+        {"removed value", "\"a\"=\"b\"\n\"a\"=-", "a"},
+        {"removed key", "\"a\"=\"b\"\n[-HKEY_LOCAL_MACHINE\\Software\\Orvanta]", "a"},
+        {"no such key removed", "\"a\"=\"b\"\n[-HKEY_LOCAL_MACHINE\\\\Software]", "a", "b"},
+        {"value below a removed key", "[-HKEY_LOCAL_MACHINE\\Software\\Orvanta]\n\"a\"=\"b\"", "a"},
+        {"value of another hive", "[HKEY_CLASSES_ROOT\\X]\n\"a\"=\"b\"", "a"},
+        {"key in other case", "[hkey_local_machine\\software\\ORVANTA\\wf\\test\\]\n\"a\"=\"b\"",
+         "a", "b"},
+        {"number", R"("a"=dword:0000001F)", "a", "31"},
+        {"number with the sign bit", R"("a"=dword:ffffffff)", "a", "-1"},
+        {"number that is too long", R"("a"=dword:123456789)", "a"},
+        {"number behind a text", R"("a"="b"dword:1)", "a"},
+        {"number given as bytes", R"("a"=hex(4):78,56,34,12)", "a", "305419896"},
+        {"short number given as bytes", R"("a"=hex(4):01,02)", "a", "513"},
+        {"expandable text", R"("a"=hex(2):25,00,58,00,25,00,e4,00,00,00)", "a", "%X%ä"},
+        {"text without zero", R"("a"=hex(1):48,00,69,00)", "a", "Hi"},
+        {"text up to its zero", R"("a"=hex(1):48,00,00,00,69,00,00,00)", "a", "H"},
+        {"over lines", "\"a\"=hex(2):48,00,\\\r\n  65,00,\\\r\n  79,00,00,00", "a", "Hey"},
+        {"value behind one over lines", "\"a\"=hex:01,\\\r\n  02\r\n\"b\"=\"c\"", "b", "c"},
+        {"several texts", R"("a"=hex(7):48,00,00,00,00,00)", "a"},
+        {"unknown type", R"("a"=hex(b):01,00,00,00,00,00,00,00)", "a"},
+        {"byte that is none", R"("a"=hex(1):48,00,1ff)", "a"},
+        {"text cut off", R"("a"="b)", "a"},
+        {"longest text", "\"a\"=\"" + std::string(1023, 'x') + '"', "a", std::string(1023, 'x')},
+        {"longer text", "\"a\"=\"" + std::string(1024, 'x') + '"', "a"},
+    };
+    for (const auto& test : cases) {
+        const std::string text = version5 + testHeader + test.lines;
+        for (const std::string& file :
+             {text, "\xEF\xBB\xBF" + text, "\xFF\xFE" + utf8ToUtf16(text, false),
+              "\xFE\xFF" + utf8ToUtf16(text, true)}) {
+            use(file);
+            EXPECT_EQ(value(test.name), test.expected) << test.rule;
+        }
+    }
 }
 
 TEST_F(Registry, oldFilesHoldBytesOfTheCodePage) {
-    use("REGEDIT4\n\n" + workflowKey +
-        "\"a\"=\"\xE4\"\n\"b\"=hex(2):48,e4,00\n\"c\"=\"\xC3\xA4\"\n");
-    EXPECT_EQ(value("a"), "\xC3\xA4");
-    EXPECT_EQ(value("b"), "H\xC3\xA4");
-    EXPECT_EQ(value("c"), "\xC3\xA4");
+    use("REGEDIT4\n\n" + testHeader + "\"a\"=\"\xE4\"\n\"b\"=hex(2):48,e4,00\n\"c\"=\"ä\"\n");
+    EXPECT_EQ(value("a"), "ä");
+    EXPECT_EQ(value("b"), "Hä");
+    EXPECT_EQ(value("c"), "ä");
 }
 
 TEST_F(Registry, whatIsNoExportChangesNothing) {
-    const std::string entry = workflowKey + "\"a\"=\"b\"\n";
-    const std::string whole = version5 + entry;
+    const std::string entry = testHeader + "\"a\"=\"b\"\n";
     for (const std::string& file :
-         {""s, entry, "REGEDIT5\n" + entry, "\0\1\2"s + entry, "x" + whole}) {
+         {""s, entry, "REGEDIT5\n" + entry, "\0\1\2"s + entry, "x" + version5 + entry}) {
         use(file);
         EXPECT_EQ(value("a"), "(default)") << file;
     }
@@ -140,8 +117,8 @@ TEST_F(Registry, whatIsNoExportChangesNothing) {
 
 TEST_F(Registry, laterFilesWinValueByValue) {
     RegistryTree tree;
-    importRegistryFile(version5 + workflowKey + "\"a\"=\"system\"\n\"b\"=\"system\"\n", tree);
-    importRegistryFile(version5 + workflowKey + "\"a\"=\"user\"\n", tree);
+    importRegistryFile(version5 + testHeader + "\"a\"=\"system\"\n\"b\"=\"system\"\n", tree);
+    importRegistryFile(version5 + testHeader + "\"a\"=\"user\"\n", tree);
     const auto* key = findRegistryKey(tree.localMachine, R"(software\orvanta\wf\test)");
     ASSERT_NE(key, nullptr);
     EXPECT_EQ(key->values.at("A").data, "user\0"s);
@@ -163,46 +140,41 @@ TEST_F(Registry, keysAreTooDeepOrDamaged) {
 
 // Cut anywhere, with any byte changed: read as far as it goes, and never crash.
 TEST_F(Registry, damagedFiles) {
-    const std::string whole =
-        version5 + workflowKey +
-        "\"a\"=\"q\\\"\"\r\n\"b\"=dword:12\r\n\"c\"=hex(2):48,00,\\\r\n 00,00\r\n"
-        "[-HKEY_CURRENT_USER\\x]\r\n\"d\"=-\r\n";
-    for (const std::string& encoded : {whole, "\xFF\xFE" + utf8ToUtf16(whole, false)}) {
-        std::mt19937 random(1);
+    const std::string whole = version5 + testHeader +
+                              "\"a\"=\"q\\\"\"\r\n\"b\"=dword:12\r\n\"c\"=" +
+                              "hex(2):48,00,\\\r\n 00,00\r\n[-HKEY_CURRENT_USER\\x]\r\n\"d\"=-\r\n";
+    std::mt19937 random(1);
+    for (const std::string& encoded : {whole, "\xFF\xFE" + utf8ToUtf16(whole, false)})
         for (std::size_t length = 0; length < encoded.size(); ++length) {
             RegistryTree tree;
-            std::string damaged = encoded.substr(0, length);
-            importRegistryFile(damaged, tree);
+            importRegistryFile(encoded.substr(0, length), tree);
             EXPECT_LE(tree.keyCount, 4U);
-            damaged = encoded;
+            std::string damaged = encoded;
             damaged[length] = static_cast<char>(random());
             importRegistryFile(damaged, tree);
         }
-    }
 }
 
 TEST_F(Registry, opensKeysAsThePlatformDoes) {
-    use(version5 + workflowKey);
+    use(version5 + testHeader);
     RegistryKey key;
-    EXPECT_EQ(key.open(RegistryHive::localMachine, "Software\\Orvanta"), registry_result::success);
-    EXPECT_EQ(key.open(RegistryHive::localMachine, "SOFTWARE\\orvanta\\"),
-              registry_result::success);
-    EXPECT_EQ(key.open(RegistryHive::localMachine, ""), registry_result::success);
+    const auto open = [&key](std::string_view path) {
+        return key.open(RegistryHive::localMachine, path);
+    };
+    for (const char* path : {"Software\\Orvanta", "SOFTWARE\\orvanta\\", ""})
+        EXPECT_EQ(open(path), registry_result::success) << path;
+    for (const char* path : {"Software\\NoSuch\\Deep", "Software/Orvanta"})
+        EXPECT_EQ(open(path), registry_result::notFound) << path;
+    EXPECT_EQ(open("\\Software\\Orvanta"), registry_result::badPath);
     EXPECT_EQ(key.open(RegistryHive::currentUser, "Software\\Orvanta"), registry_result::notFound);
-    EXPECT_EQ(key.open(RegistryHive::localMachine, R"(Software\NoSuch\Deep)"),
-              registry_result::notFound);
-    EXPECT_EQ(key.open(RegistryHive::localMachine, "Software/Orvanta"), registry_result::notFound);
-    EXPECT_EQ(key.open(RegistryHive::localMachine, R"(\Software\Orvanta)"),
-              registry_result::badPath);
     std::vector<std::string> names;
     EXPECT_EQ(key.subkeys(names), registry_result::invalidHandle);
 }
 
 TEST_F(Registry, copiesOnlyWhatFits) {
-    use(version5 + workflowKey + "\"sz\"=\"Hello\"\n");
+    use(version5 + testHeader + "\"sz\"=\"Hello\"\n");
     RegistryKey key;
-    ASSERT_EQ(key.open(RegistryHive::localMachine, R"(Software\Orvanta\WF\Test)"),
-              registry_result::success);
+    ASSERT_EQ(key.open(RegistryHive::localMachine, testKey), registry_result::success);
     RegistryType type = RegistryType::none;
     std::size_t size = 0;
     std::array<char, 6> exact{};
@@ -220,16 +192,16 @@ TEST_F(Registry, copiesOnlyWhatFits) {
     EXPECT_EQ(key.queryValue("sz", type, exact, size), registry_result::invalidHandle);
 }
 
-TEST_F(Registry, isReadOnceUntilReloaded) {
-    use(version5 + workflowKey + "\"a\"=\"1\"\n");
+TEST_F(Registry, isReadOnceForAPerUserFolder) {
+    use(version5 + testHeader + "\"a\"=\"1\"\n");
     EXPECT_EQ(value("a"), "1");
-    write("registry.reg", version5 + workflowKey + "\"a\"=\"2\"\n");
+    write("registry.reg", version5 + testHeader + "\"a\"=\"2\"\n");
     EXPECT_EQ(value("a"), "1");
-    reloadRegistry();
+    setPerUserFolder(path(""));
     EXPECT_EQ(value("a"), "2");
 }
 
-TEST_F(Registry, shellFoldersComeFromTheEnvironment) {
+TEST_F(Registry, shellFoldersOfTheEnvironmentAndOfTheFile) {
     const tests::Environment config("XDG_CONFIG_HOME", "/home/x/settings");
     use("");
     EXPECT_EQ(GetShellFolder("AppData"), R"(\home\x\settings\)");
@@ -239,38 +211,20 @@ TEST_F(Registry, shellFoldersComeFromTheEnvironment) {
     const tests::Environment home("HOME", "/home/y");
     reloadRegistry();
     EXPECT_EQ(GetShellFolder("AppData"), R"(\home\y\.config\)");
-}
-
-TEST_F(Registry, shellFoldersOfTheFileWin) {
-    const std::string key = R"(\Software\Microsoft\Windows\CurrentVersion\Explorer\Shell Folders])";
-    use(version5 + "[HKEY_CURRENT_USER" + key + "\n\"AppData\"=\"C:\\\\Users\\\\x\"\n" +
-        "[HKEY_LOCAL_MACHINE" + key + "\n\"Common AppData\"=-\n");
+    const std::string key = "\\" + std::string(shellFoldersKey) + "]\n";
+    use(version5 + "[HKEY_CURRENT_USER" + key + "\"AppData\"=\"C:\\\\Users\\\\x\"\n" +
+        "[HKEY_LOCAL_MACHINE" + key + "\"Common AppData\"=-\n");
     EXPECT_EQ(GetShellFolder("AppData"), R"(C:\Users\x\)");
     EXPECT_EQ(GetShellFolder("Common AppData"), "");
 }
 
 TEST_F(Registry, thePerUserFolderMovesTheDriveFolder) {
-    EXPECT_EQ(toNativePath("D:\\x"), (folder() / "drives/d/x").native());
     setPerUserFolder("\\elsewhere");
     EXPECT_EQ(perUserFolder(), R"(\elsewhere\)");
     EXPECT_EQ(toNativePath("D:\\x"), "/elsewhere/drives/d/x");
     const tests::Environment config("XDG_CONFIG_HOME", "/home/x/settings");
     setPerUserFolder({});
     EXPECT_EQ(toNativePath("D:\\x"), "/home/x/settings/Orvanta/drives/d/x");
-}
-
-TEST_F(Registry, pathsAndBooleans) {
-    use(version5 + workflowKey + "\"path\"=\"\\\\no\\\\such\"\n\"on\"=dword:2\n\"off\"=\"0\"\n" +
-        "\"word\"=\"True\"\n");
-    const auto hive = RegistryHive::localMachine;
-    const std::string key = R"(Software\Orvanta\WF\Test\)";
-    EXPECT_EQ(RegistryGetPath(hive, key, "path", "", true), R"(\no\such\)");
-    EXPECT_EQ(RegistryGetPath(hive, key, "path", "", false), "");
-    EXPECT_EQ(RegistryGetPath(hive, key, "none", path(""), false), path(""));
-    EXPECT_TRUE(RegistryGetBoolean(hive, key, "on", false));
-    EXPECT_FALSE(RegistryGetBoolean(hive, key, "off", true));
-    EXPECT_FALSE(RegistryGetBoolean(hive, key, "word", true));
-    EXPECT_TRUE(RegistryGetBoolean(hive, key, "none", true));
 }
 
 TEST_F(Registry, subkeysInTheOrderOfTheFile) {
@@ -284,7 +238,7 @@ TEST_F(Registry, subkeysInTheOrderOfTheFile) {
 }
 
 TEST_F(Registry, unexpectedErrorsAreLoggedUnderTheProcedure) {
-    use(version5 + workflowKey + R"("a"=")" + std::string(2000, 'x') + "\"\n");
+    use(version5 + testHeader + R"("a"=")" + std::string(2000, 'x') + "\"\n");
     value("a");
     REGReadSubKeys(RegistryHive::currentUser, "\\k");
     REGReadSubKeyNames(RegistryHive::currentUser, "\\k");
@@ -298,11 +252,10 @@ TEST_F(Registry, unexpectedErrorsAreLoggedUnderTheProcedure) {
 // The log's own folder comes from the registry: reporting must not call itself.
 TEST_F(Registry, shellFolderThatIsTooLongIsReportedOnce) {
     const tests::Environment config("XDG_CONFIG_HOME", folder().native());
-    setPerUserFolder({});
     std::filesystem::create_directory(folder() / "Orvanta");
     write("Orvanta/registry.reg", version5 + "[HKEY_CURRENT_USER\\" + std::string(shellFoldersKey) +
                                       "]\n\"AppData\"=\"" + std::string(2000, 'x') + "\"\n");
-    reloadRegistry();
+    setPerUserFolder({});
     modFilePath::reset();
     modFilePath::SetDirectory(modFilePath::directory_id::module, path(""));
     EXPECT_EQ(GetShellFolder("AppData"), "");

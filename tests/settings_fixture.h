@@ -50,11 +50,9 @@ class SettingsTest : public ::testing::Test {
 public:
     SettingsTest() : folder_(makeFolder()), windowsDirectory_("OV_WINDIR", folder_.native()) {
         platform::setPerUserFolder(path(""));
-        platform::reloadRegistry();
     }
     ~SettingsTest() override {
         platform::setPerUserFolder({});
-        platform::reloadRegistry();
         fs::permissions(folder_, fs::perms::owner_all);
         fs::remove_all(folder_);
     }

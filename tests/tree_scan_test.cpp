@@ -1,53 +1,36 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
-#include "dictation/tree_scan.h"
-
 #include "dictation/criterion.h"
 #include "dictation/dictation_record.h"
 #include "dictation/result_order.h"
-#include "platform/user_interface.h"
+#include "dictation/tree_scan.h"
+#include "fake_host.h"
+#include "recording_interface.h"
 #include "settings_fixture.h"
+#include "support/modLanguage.h"
 #include "temporary_store.h"
+
+#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <filesystem>
-#include <functional>
 #include <random>
 #include <string>
 #include <vector>
-
-#include <gtest/gtest.h>
 
 namespace ov::modDictation {
 namespace {
 
 constexpr std::int32_t noLimit = 999999;
 
-// Runs a piece of the test whenever the search lets messages be processed.
-class Pump final : public platform::UserInterface {
-public:
-    explicit Pump(std::function<void()> handler)
-        : handler_(std::move(handler)), previous_(platform::installUserInterface(this)) {}
-    ~Pump() override { platform::installUserInterface(previous_); }
-    platform::MessageAnswer showMessage(const platform::MessageBox& box) override {
-        return box.defaultAnswer;
-    }
-    void processMessages() override { handler_(); }
-    void beep() override {}
-
-private:
-    std::function<void()> handler_;
-    platform::UserInterface* previous_;
-};
-
 class TreeScan : public tests::SettingsTest {
 protected:
     std::vector<std::string> search(const std::vector<std::string>& criteria = {},
                                     std::int32_t maxDepth = 50, std::int32_t limit = noLimit) {
         list_.clear();
-        const std::int32_t found = SearchDictations(store_.directory(), criteria, maxDepth, list_,
-                                                    true, true, limit);
+        const std::int32_t found =
+            SearchDictations(store_.directory(), criteria, maxDepth, list_, true, true, limit);
         EXPECT_EQ(found, list_.size());
         return sortedPaths();
     }
@@ -69,6 +52,7 @@ protected:
 };
 
 using Paths = std::vector<std::string>;
+using Lines = std::vector<std::string>;
 
 std::string criterion(std::int32_t field, std::int32_t operatorId, const char* value) {
     return BuildCriteriaString(field, operatorId, value, "");
@@ -121,7 +105,8 @@ TEST_F(TreeScan, FollowsLinksButNotInCircles) {
     store_.addLink("a/up", "..").addLink("a/self", ".").addLink("b/c/root", store_.native(""));
     store_.addLink("out", outside.native("")).addLink("again", "a");
     // "again" is another way into "a", not a circle.
-    EXPECT_EQ(search({}, noDepthLimit), (Paths{"a/x.WAV", "again/x.WAV", "b/c/y.WAV", "out/o.WAV"}));
+    EXPECT_EQ(search({}, noDepthLimit),
+              (Paths{"a/x.WAV", "again/x.WAV", "b/c/y.WAV", "out/o.WAV"}));
 }
 
 TEST_F(TreeScan, HostileNames) {
@@ -136,6 +121,16 @@ TEST_F(TreeScan, HostileNames) {
         << "read as Windows-1252, the path keeps its bytes";
     EXPECT_TRUE(std::filesystem::exists(store_.folder() / "2$@@14$M\xFCller.WAV"));
     EXPECT_TRUE(platform::fileExists(list_.path(1)));
+}
+
+TEST_F(TreeScan, FoldersThatAreNotUtf8) {
+    store_.add("\xC4rzte/x.WAV").add("M\xFCller/ERL/x.WAV").add("Möller/x.WAV");
+    const tests::StartedPlugIn plugIn;
+    EXPECT_EQ(search({criterion(1, 17, "müller\\erl")}), (Paths{"M\xFCller/ERL/x.WAV"}));
+    EXPECT_EQ(search({criterion(1, 17, "ä")}), (Paths{"\xC4rzte/x.WAV"}));
+    EXPECT_EQ(search({criterion(1, 17, "ö")}), (Paths{"Möller/x.WAV"}));
+    for (const std::string& call : plugIn.host->calls)
+        EXPECT_TRUE(platform::isValidUtf8(call)) << "the host gets text: " << call;
 }
 
 TEST_F(TreeScan, RootThatCannotBeRead) {
@@ -154,7 +149,7 @@ TEST_F(TreeScan, FoldersThatVanishHideNothingElse) {
         store_.add("ward" + std::to_string(i) + "/x.WAV");
     // At the first file all subfolders have been listed; two are gone when their turn comes.
     bool removed = false;
-    const Pump pump([&] {
+    const tests::RecordingInterface person([&] {
         if (lastScanReport().filesTested == 0 || std::exchange(removed, true))
             return;
         std::filesystem::remove_all(store_.folder() / "ward1");
@@ -170,7 +165,7 @@ TEST_F(TreeScan, StopKeepsWhatWasFound) {
     for (int i = 0; i < 200; ++i)
         store_.add(std::to_string(i) + ".WAV");
     {
-        const Pump pump([] { requestSearchAbort(); });
+        const tests::RecordingInterface person([] { requestSearchAbort(); });
         EXPECT_LT(search().size(), 200U);
         EXPECT_TRUE(lastScanReport().stopped);
     }
@@ -183,7 +178,7 @@ TEST_F(TreeScan, StopKeepsWhatWasFound) {
 TEST_F(TreeScan, SecondSearchInsideTheFirstDoesNothing) {
     store_.add("a.WAV").add("b/c.WAV");
     std::int32_t inner = -1;
-    const Pump pump([&] {
+    const tests::RecordingInterface person([&] {
         DictationList other;
         inner = SearchDictations(store_.directory(), {}, 50, other, true, true, noLimit);
         EXPECT_TRUE(isSearchRunning());
@@ -191,6 +186,82 @@ TEST_F(TreeScan, SecondSearchInsideTheFirstDoesNothing) {
     EXPECT_EQ(search().size(), 2U);
     EXPECT_EQ(inner, 0);
     EXPECT_FALSE(isSearchRunning());
+}
+
+TEST_F(TreeScan, FoldersWithoutEntriesCanBeStopped) {
+    store_.addFolder("empty");
+    const tests::RecordingInterface person([] { requestSearchAbort(); });
+    EXPECT_EQ(SearchDictations(store_.directory("empty"), {}, 50, list_, true, true, noLimit), 0);
+    EXPECT_TRUE(lastScanReport().stopped);
+}
+
+// What the host's progress display is told, with "@" for the store.
+class Progress : public TreeScan {
+public:
+    Progress() { modLanguage::SetLanguage(9, 0); }
+    ~Progress() override { modLanguage::reset(); }
+
+protected:
+    Lines callsOfSearch(std::int32_t maxDepth = 50, std::int32_t limit = noLimit) {
+        search({}, maxDepth, limit);
+        Lines calls = plugIn_.host->takeCalls();
+        for (std::string& call : calls)
+            if (const std::size_t at = call.find(store_.directory()); at != std::string::npos)
+                call.replace(at, store_.directory().size() - 1, "@");
+        return calls;
+    }
+
+    tests::StartedPlugIn plugIn_;
+};
+
+const std::string counting = R"(PI_ProgressInit(&0, &1, &0, &"Counting subfolders…"))";
+std::string searching(int folders) {
+    return "PI_ProgressInit(&0, &" + std::to_string(folders) + R"(, &0, &"Searching folders…"))";
+}
+constexpr const char* inRoot = R"(PI_ProgressText(&"@\"))";
+
+TEST_F(Progress, OfFoldersInFolders) {
+    store_.add("x.WAV").add("a/b/x.WAV").addFolder("_old");
+    EXPECT_EQ(callsOfSearch(), (Lines{inRoot, counting, searching(1), R"(PI_ProgressText(&"@\a\"))",
+                                      R"(PI_ProgressText(&"@\a\b\"))", "PI_ProgressValue(&1)",
+                                      "PI_ProgressClear()"}));
+    list_.clear();
+    const std::string root = store_.path(".");
+    SearchDictations(root, {}, 0, list_, true, true, noLimit);
+    EXPECT_EQ(plugIn_.host->takeCalls().front(), "PI_ProgressText(&\"" + root + "\\\")");
+}
+
+TEST_F(Progress, CountsTheFoldersOfTheRoot) {
+    store_.add("a/x.WAV").add("b/c/x.WAV").add("b/d/x.WAV").addFolder("e");
+    Lines calls = callsOfSearch();
+    std::erase_if(calls, [](const auto& call) { return call.starts_with("PI_ProgressText"); });
+    EXPECT_EQ(calls, (Lines{counting, searching(3), "PI_ProgressValue(&1)", "PI_ProgressValue(&2)",
+                            "PI_ProgressValue(&3)", "PI_ProgressClear()"}));
+}
+
+TEST_F(Progress, WhereTheWalkStaysInTheRoot) {
+    const Lines rootOnly = {inRoot, "PI_ProgressClear()"};
+    store_.add("x.WAV");
+    EXPECT_EQ(callsOfSearch(), (Lines{inRoot, counting, searching(0), "PI_ProgressClear()"}))
+        << "there are no subfolders";
+    store_.add("a/x.WAV");
+    EXPECT_EQ(callsOfSearch(0), rootOnly) << "they are too deep";
+    EXPECT_EQ(callsOfSearch(0, 1), rootOnly) << "the root has all the hits that are wanted";
+    requestSearchAbort();
+    EXPECT_EQ(callsOfSearch(), Lines()) << "stopped before it began";
+}
+
+TEST_F(Progress, HostThatRefusesEndsTheSearch) {
+    store_.add("x.WAV").add("a/x.WAV");
+    for (const char* call :
+         {"PI_ProgressText", "PI_ProgressInit", "PI_ProgressValue", "PI_ProgressClear"}) {
+        plugIn_.host->refused = {call};
+        EXPECT_THROW(search(), HostError) << call;
+        EXPECT_FALSE(isSearchRunning()) << call;
+        plugIn_.host->refused.clear();
+        EXPECT_EQ(search({}, 0), (Paths{"x.WAV"})) << "the next search counts from the root again";
+        EXPECT_EQ(search(), (Paths{"a/x.WAV", "x.WAV"})) << call;
+    }
 }
 
 TEST(DictationListTest, KeepsWhatIsAdded) {
@@ -208,6 +279,8 @@ TEST(DictationListTest, KeepsWhatIsAdded) {
         ASSERT_EQ(list.path(i), expected[static_cast<std::size_t>(i) - 1]);
     list.clear();
     EXPECT_TRUE(list.empty());
+    list.add("\\d\\", "x");
+    EXPECT_EQ(list.path(1), "\\d\\x");
 }
 
 TEST(ResultOrder, ByEveryKindOfValue) {

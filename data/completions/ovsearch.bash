@@ -46,12 +46,11 @@ _ovsearch_paths() { # -f|-d WORD
 
 _ovsearch() {
     local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}
-    local command=${COMP_WORDS[1]} common='--help --language --settings' options='' start
+    local command='' common='--help --language --settings' options='' word start
     COMPREPLY=()
-    if ((COMP_CWORD == 1)); then
-        mapfile -t COMPREPLY < <(compgen -W 'find show fields demo --help --version' -- "$current")
-        return
-    fi
+    for word in "${COMP_WORDS[@]:1:COMP_CWORD-1}"; do
+        [[ $word != @(find|show|fields|demo) ]] || { command=$word && break; }
+    done
     case $previous in
     -c | --criterion) _ovsearch_criterion "$current" && return ;;
     --format) options='table csv json paths' ;;
@@ -72,11 +71,12 @@ _ovsearch() {
             options="$common --criterion --any --criteria-file --max-depth --limit --columns --sort
                 --format --null" ;;
         demo) options="$common --count --seed" ;;
+        '') options="find show fields demo --version $common" ;;
         *) options=$common ;;
         esac
         ;;
     esac
-    if [[ $current == -* || $options != "$common"* ]]; then
+    if [[ $current == -* || ! $command || $options != "$common"* ]]; then
         mapfile -t COMPREPLY < <(compgen -W "$options" -- "$current")
     elif [[ $command == show ]]; then
         _ovsearch_paths -f "$current"

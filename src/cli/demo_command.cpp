@@ -26,14 +26,14 @@ ExitCode runDemo(const std::string& directory, int count, std::uint32_t seed,
     const DemoResult result = writeDemoStore(options, [&terminal](int done, int total) {
         terminal.showProgress(std::to_string(done) + " of " + std::to_string(total) +
                               " dictations");
-        return !terminal.interrupted();
+        return !TerminalInterface::interrupted();
     });
     terminal.clearProgress();
     if (!result.status.ok()) {
         complain(result.status.description());
         return ExitCode::unreadable;
     }
-    if (terminal.interrupted())
+    if (TerminalInterface::interrupted())
         complain("stopped");
     Output output(stdout);
     output.write(std::to_string(result.written) + " dictations in " +

@@ -67,9 +67,10 @@ constexpr std::array<Author, 7> germanAuthors{{{"MUE", "Dr. Müller"},
                                                {"HOF", "Hofmann"},
                                                {"LAN", "Dr. Lang"},
                                                {"BRA", "Brandt"}}};
+// The first two are no lawyers.
 constexpr std::array<Author, 5> englishAuthors{{{"HAR", "Dr Harris"},
-                                                {"WHI", "Whitfield"},
                                                 {"PAT", "Dr Patel"},
+                                                {"WHI", "Whitfield"},
                                                 {"BEN", "J. Bennett"},
                                                 {"CLA", "M. Clarke"}}};
 
@@ -134,7 +135,8 @@ TradeTexts textsOf(DemoTrade trade) {
     case DemoTrade::medicalEnglish:
         return {medicalEnglishSubjects, medicalEnglishWorktypes, englishAuthors, "H", true};
     case DemoTrade::legalEnglish:
-        return {legalEnglishSubjects, legalEnglishWorktypes, englishAuthors, "M", true};
+        return {legalEnglishSubjects, legalEnglishWorktypes,
+                std::span<const Author>(englishAuthors).subspan(2), "M", true};
     case DemoTrade::medicalGerman:
         break;
     }

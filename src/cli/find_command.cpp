@@ -14,6 +14,7 @@
 #include "platform/coarse_clock.h"
 #include "platform/files.h"
 #include "platform/terminal.h"
+#include "platform/text.h"
 #include "support/modFilePath.h"
 
 #include <cstdio>
@@ -70,8 +71,8 @@ bool readCriteriaFile(const std::string& native, std::vector<std::string>& crite
 }
 
 std::optional<Column> columnOfKey(const std::string& key) {
-    if (key == "path")
-        return Column{key, pathColumn};
+    if (platform::equalsIgnoringCase(key, "path"))
+        return Column{"path", pathColumn};
     const std::int32_t field = fieldOfKey(key);
     if (field == modDictation::noField) {
         complain("there is no column \"" + key + "\"; columns are: path, " + fieldKeys());
@@ -95,7 +96,7 @@ std::vector<std::string> usualColumns(HitFormat format) {
 bool readColumns(const FindOptions& options, std::vector<Column>& columns) {
     for (const std::string& key :
          options.columns.empty() ? usualColumns(options.format) : options.columns) {
-        const auto column = columnOfKey(key);
+        const auto column = columnOfKey(std::string(platform::trimmed(key)));
         if (!column)
             return false;
         columns.push_back(*column);
@@ -209,9 +210,8 @@ void reportProblems() {
         complain(std::to_string(all - told) + " more were left out");
 }
 
-void reportEnd(const FindOptions& options, const DictationList& hits,
-               const TerminalInterface& terminal) {
-    if (terminal.interrupted())
+void reportEnd(const FindOptions& options, const DictationList& hits) {
+    if (TerminalInterface::interrupted())
         complain("stopped; what was found until then is shown");
     else if (options.limit == usualLimit && hits.size() >= options.limit)
         complain("ended after " + std::to_string(hits.size()) +
@@ -250,7 +250,7 @@ ExitCode runFind(const FindOptions& options, const Session& session, TerminalInt
     writer->end();
     output.flush();
     reportProblems();
-    reportEnd(options, hits, terminal);
+    reportEnd(options, hits);
     return output.finish(result(hits));
 }
 

@@ -26,7 +26,8 @@ void Output::write(std::string_view text) {
 }
 
 void Output::flush() {
-    if (error_ == 0 && std::fflush(stream_) != 0)
+    // What others wrote to the stream, and could not, counts too.
+    if (error_ == 0 && (std::fflush(stream_) != 0 || std::ferror(stream_) != 0))
         error_ = lastError();
 }
 

@@ -36,12 +36,12 @@ std::int32_t languageNumber(const SessionOptions& options) {
 }
 
 std::string directoryAnswer(std::span<HostArgument> arguments) {
-    const auto* id = arguments.empty() ? nullptr : std::get_if<std::int32_t>(&arguments[0]);
+    const auto* id = arguments.empty() ? nullptr : std::get_if<std::int32_t>(&arguments.front());
     return id != nullptr ? modFilePath::GetDirectory(*id) : std::string();
 }
 
 std::string* textArgument(std::span<HostArgument> arguments) {
-    auto* const* text = arguments.empty() ? nullptr : std::get_if<std::string*>(&arguments[0]);
+    auto* const* text = arguments.empty() ? nullptr : std::get_if<std::string*>(&arguments.front());
     return text != nullptr ? *text : nullptr;
 }
 

@@ -8,6 +8,7 @@
 #include <unicode/uchar.h>
 #include <unicode/unistr.h>
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
 
@@ -41,10 +42,7 @@ std::size_t columnsOf(UChar32 c) {
 }
 
 bool isPlainAscii(std::string_view text) {
-    for (const char c : text)
-        if (static_cast<unsigned char>(c) < 0x20 || static_cast<unsigned char>(c) >= 0x7F)
-            return false;
-    return true;
+    return std::ranges::all_of(text, [](char c) { return c >= ' ' && c <= '~'; });
 }
 
 template <typename Visit>

@@ -17,7 +17,7 @@ namespace ov::cli {
 
 namespace {
 
-// Set by the signal handler, which may touch nothing else.
+// NOLINTNEXTLINE(*-avoid-non-const-global-variables): a signal handler may touch nothing else
 volatile std::sig_atomic_t interruptPressed = 0;
 
 extern "C" void onInterrupt(int signal) {
@@ -58,7 +58,7 @@ TerminalInterface::~TerminalInterface() {
     platform::installUserInterface(previous_);
 }
 
-bool TerminalInterface::interrupted() const noexcept {
+bool TerminalInterface::interrupted() noexcept {
     return interruptPressed != 0;
 }
 

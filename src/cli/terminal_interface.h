@@ -30,7 +30,7 @@ public:
     // Before something is printed: clears the progress if both share a terminal.
     void makeRoomForOutput();
 
-    bool interrupted() const noexcept;
+    static bool interrupted() noexcept;
 
     platform::MessageAnswer showMessage(const platform::MessageBox& box) override;
     void processMessages() override;

@@ -1,14 +1,14 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
-#include <chrono>
-
 #include "dictation/dictation_record.h"
 #include "dictation/field_codes.h"
 #include "dictation/field_date.h"
 #include "dictation/matching.h"
 #include "platform/text.h"
 #include "support/numbers.h"
+
+#include <chrono>
 
 // Criteria made ready for matching: every operator on dates, times and numbers becomes a range.
 

@@ -3,15 +3,15 @@
 
 #include "dictation/criterion.h"
 
-#include <algorithm>
-#include <array>
-
 #include "dictation/field_codes.h"
 #include "platform/locale.h"
-#include "platform/text.h"
+#include "platform/profile_encoding.h"
 #include "support/modLanguage.h"
 #include "support/numbers.h"
 #include "support/text_ids.h"
+
+#include <algorithm>
+#include <array>
 
 namespace ov::modDictation {
 
@@ -101,13 +101,14 @@ Criterion ParseCriteriaString(std::string_view criteriaString) {
 }
 
 CriteriaLines readCriteriaLines(std::string_view content) {
+    const std::string text = platform::settingsText(content);
     CriteriaLines lines;
-    while (!content.empty()) {
-        const std::size_t end = std::min(content.find_first_of("\r\n"), content.size());
-        const std::string_view line = content.substr(0, end);
-        content.remove_prefix(std::min(end + 1, content.size()));
+    for (std::string_view rest = text; !rest.empty();) {
+        const std::size_t end = std::min(rest.find_first_of("\r\n"), rest.size());
+        const std::string_view line = rest.substr(0, end);
+        rest.remove_prefix(std::min(end + 1, rest.size()));
         if (isCriteriaString(line))
-            lines.criteria.push_back(platform::textFromBytes(line));
+            lines.criteria.emplace_back(line);
         else if (!line.empty())
             ++lines.skipped;
     }
@@ -182,7 +183,7 @@ std::string GetCriterionValueText(std::int32_t field, std::string_view value1,
 
 std::string GetCriterionText(std::string_view criteriaString) {
     const Criterion criterion = ParseCriteriaString(criteriaString);
-    const std::string caption = GetSearchFieldCaption(criterion.Field, true);
+    std::string caption = GetSearchFieldCaption(criterion.Field, true);
     if (criterion.Field == noField)
         return caption;
     return '"' + caption + "\" " + GetOperatorText(criterion.Operator) + ' ' +

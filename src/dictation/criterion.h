@@ -3,14 +3,14 @@
 
 #pragma once
 
+#include "dictation/field_table.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <span>
 #include <string>
 #include <string_view>
 #include <vector>
-
-#include "dictation/field_table.h"
 
 // One criterion of a search, the text it is stored and passed around in, and how it reads.
 
@@ -72,7 +72,8 @@ Criterion ParseCriteriaString(std::string_view criteriaString);
 // True for a text of exactly four parts.
 bool isCriteriaString(std::string_view criteriaString) noexcept;
 
-// What a criteria file holds: one criteria string a line, nothing else.
+// What a criteria file holds: one criteria string a line, nothing else. Encodings are those of
+// settings files.
 struct CriteriaLines {
     std::vector<std::string> criteria;
     std::size_t skipped = 0; // lines that are none

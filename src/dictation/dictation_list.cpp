@@ -46,6 +46,11 @@ std::string DictationList::path(std::int32_t index) const {
     return std::string(directory(index)).append(fileName(index));
 }
 
-void DictationList::clear() noexcept { *this = DictationList(); }
+void DictationList::clear() noexcept {
+    entries_.clear();
+    directories_.clear();
+    blocks_.clear();
+    free_ = 0;
+}
 
 } // namespace ov::modDictation

@@ -21,8 +21,6 @@ public:
     DictationList() = default;
     DictationList(const DictationList&) = delete;
     DictationList& operator=(const DictationList&) = delete;
-    DictationList(DictationList&&) noexcept = default;
-    DictationList& operator=(DictationList&&) noexcept = default;
 
     // `directory` ends in "\", or is empty for hits that are stored as bare names. Directories
     // are expected in runs: only that of the hit before is recognised.

@@ -3,13 +3,13 @@
 
 #include "dictation/dictation_record.h"
 
-#include <algorithm>
-#include <array>
-#include <charconv>
-
 #include "dictation/field_date.h"
 #include "dictation/name_decoding.h"
 #include "platform/text.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
 
 namespace ov::modDictation {
 
@@ -54,8 +54,7 @@ std::size_t findTag(std::string_view name, std::string_view tag) noexcept {
         if (!blockHasTag(name.data() + at, tag))
             continue;
         // The tag may begin in the block and end behind it.
-        const std::size_t found =
-            name.substr(0, at + blockSize + tag.size() - 1).find(tag, at);
+        const std::size_t found = name.substr(0, at + blockSize + tag.size() - 1).find(tag, at);
         if (found != std::string_view::npos)
             return found;
     }
@@ -73,6 +72,14 @@ std::int32_t fieldBehindSerial(std::int32_t pseudoField) noexcept {
     default:
         return 0;
     }
+}
+
+// `bytes` as they are when they are UTF-8, else read as Windows-1252.
+void appendText(std::string_view bytes, std::string& out) {
+    if (platform::isValidUtf8(bytes))
+        out.append(bytes);
+    else
+        platform::appendWindows1252(bytes, out);
 }
 
 void readSerial(std::int32_t field, std::string_view path, std::string_view name,
@@ -138,14 +145,15 @@ void appendDirectoryText(std::string_view path, std::string& out) {
         path.remove_suffix(1);
     std::size_t at = path.rfind('\\');
     if (at == std::string_view::npos) {
-        out.append(path);
+        appendText(path, out);
         return;
     }
     // Finished dictations lie in "ERL" below every ward: the ward's name must be seen as well.
     if (at > 0 && platform::equalsIgnoringCase(path.substr(at + 1), "ERL"))
         if (const std::size_t above = path.rfind('\\', at - 1); above != std::string_view::npos)
             at = above;
-    out.append("...").append(path.substr(at));
+    out.append("...");
+    appendText(path.substr(at), out);
 }
 
 std::string GetDirectoryText(std::string_view path) {

@@ -37,7 +37,7 @@ constexpr std::int32_t changedSerial = -5;
 } // namespace dictation_field
 
 // Reads one field of a dictation into `value`, which is cleared first and whose memory is used
-// again. `path` is the dictation's directory, `name` its file name without ".WAV", as UTF-8.
+// again. `path` is the dictation's directory, `name` its dictationName().
 // False when the name has no such field; the derived ones (negative) are always there. A date
 // serial of a field that holds no date is empty.
 bool GetDictationField(std::int32_t fieldNumber, std::string_view path, std::string_view name,
@@ -51,7 +51,7 @@ std::optional<std::string_view> findFieldValue(std::string_view name,
                                                std::string_view tag) noexcept;
 
 // "...\Ward3", or "...\Ward3\ERL" when the last part is ERL, of a directory with or without its
-// final "\". A view into `path` where nothing is left out.
+// final "\"; what is no UTF-8 is read as Windows-1252. The whole of a path without any "\".
 std::string GetDirectoryText(std::string_view path);
 void appendDirectoryText(std::string_view path, std::string& out);
 

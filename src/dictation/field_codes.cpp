@@ -3,12 +3,12 @@
 
 #include "dictation/field_codes.h"
 
-#include <array>
-
 #include "dictation/dictation_record.h"
 #include "platform/text.h"
 #include "support/modLanguage.h"
 #include "support/numbers.h"
+
+#include <array>
 
 namespace ov::modDictation {
 

@@ -3,15 +3,15 @@
 
 #include "dictation/field_date.h"
 
+#include "platform/text.h"
+#include "support/numbers.h"
+
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <chrono>
 #include <cmath>
 #include <cstdio>
-#include <limits>
-
-#include "platform/text.h"
-#include "support/numbers.h"
 
 namespace ov::modDictation {
 
@@ -22,7 +22,7 @@ using std::chrono::sys_days;
 
 constexpr sys_days origin{std::chrono::year{1899} / 12 / 30};
 constexpr std::int32_t secondsPerDay = 86400;
-constexpr std::size_t shortestDate = 8;
+constexpr std::ptrdiff_t shortestDate = 8; // characters
 
 constexpr std::int32_t serialDay(int year, int month, int day) noexcept {
     const sys_days date{std::chrono::year{year} / month / day};
@@ -32,10 +32,18 @@ constexpr std::int32_t serialDay(int year, int month, int day) noexcept {
 constexpr std::int32_t firstDay = serialDay(100, 1, 1);
 constexpr std::int32_t lastDay = serialDay(9999, 12, 31);
 
+using Numbers = std::array<std::int32_t, 3>;
+
 struct Pieces {
     std::array<std::string_view, 3> text;
     std::size_t count = 0; // 4 stands for more than three
 };
+
+std::ptrdiff_t characterCount(std::string_view utf8) noexcept {
+    return std::count_if(utf8.begin(), utf8.end(), [](char c) {
+        return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U; // begins one
+    });
+}
 
 Pieces split(std::string_view text, char separator, char other) noexcept {
     Pieces pieces;
@@ -51,73 +59,70 @@ Pieces split(std::string_view text, char separator, char other) noexcept {
     return pieces;
 }
 
-// The whole number that a piece begins with; one that is too large stays out of any range.
-std::int32_t leadingDigits(std::string_view text) noexcept {
-    std::int32_t value = 0;
-    const std::string_view digits = platform::trimmed(text, ' ');
-    const auto result = std::from_chars(digits.data(), digits.data() + digits.size(), value);
-    if (result.ec == std::errc::result_out_of_range)
-        return std::numeric_limits<std::int32_t>::max();
-    return value;
+// The whole numbers that three pieces begin with, 0 for one without digits. Dates and times are
+// made of 16-bit numbers: with a larger one there is none.
+std::optional<Numbers> leadingNumbers(const Pieces& pieces) noexcept {
+    constexpr std::uint32_t largest = 32767;
+    Numbers numbers{};
+    for (std::size_t i = 0; i < numbers.size(); ++i) {
+        const std::string_view text = pieces.text[i];
+        std::uint32_t value = 0; // unsigned: a sign is no digit
+        const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
+        if (result.ec == std::errc::result_out_of_range || value > largest)
+            return std::nullopt;
+        numbers[i] = static_cast<std::int32_t>(value);
+    }
+    return numbers;
 }
 
-// Months beyond 1 to 12 and days beyond the month roll over. Parts that are out of all reason
-// (a date's pieces are 16-bit numbers) are no date.
-std::optional<std::int32_t> rolledDay(std::int32_t year, std::int32_t month,
-                                      std::int32_t day) noexcept {
-    constexpr std::int32_t limit = 32767;
-    if (std::abs(year) > limit || std::abs(month) > limit || std::abs(day) > limit)
+std::optional<DateSerial> serialAt(std::chrono::seconds sinceOrigin, bool hasTime) noexcept {
+    const auto day = std::chrono::floor<days>(sinceOrigin);
+    if (day.count() < firstDay || day.count() > lastDay)
         return std::nullopt;
-    if (year >= 0 && year < 100)
+    return DateSerial{static_cast<std::int32_t>(day.count()),
+                      static_cast<std::int32_t>((sinceOrigin - day).count()), hasTime};
+}
+
+// Months beyond 1 to 12 and days beyond the month roll over.
+std::optional<days> rolledDay(std::string_view date) noexcept {
+    const Pieces pieces = split(date, '.', '-');
+    const auto numbers = pieces.count == 3 ? leadingNumbers(pieces) : std::nullopt;
+    if (!numbers)
+        return std::nullopt;
+    auto [day, month, year] = *numbers;
+    if (year < 100)
         year += year < 30 ? 2000 : 1900;
     const auto first = std::chrono::year_month{std::chrono::year{year}, std::chrono::January} +
                        std::chrono::months{month - 1};
-    const auto date = sys_days{first / 1} + days{day - 1};
-    const auto serial = (date - origin).count();
-    if (serial < firstDay || serial > lastDay)
-        return std::nullopt;
-    return static_cast<std::int32_t>(serial);
+    return sys_days{first / 1} + days{day - 1} - origin;
 }
 
-// Adds a written time, rolling over into other days.
-std::optional<DateSerial> withTime(std::int32_t day, std::string_view time) noexcept {
-    DateSerial result{day, 0, false};
+// The day with the written time, which may roll over into the next ones.
+std::optional<DateSerial> withTime(days day, std::string_view time) noexcept {
     const Pieces pieces = split(time, '$', '$');
     if (pieces.count != 3)
-        return result;
-    std::int64_t seconds = 0;
-    for (const std::string_view piece : pieces.text)
-        seconds = seconds * 60 + leadingDigits(piece);
-    const std::int64_t rolled = seconds >= 0 ? seconds / secondsPerDay
-                                             : (seconds - secondsPerDay + 1) / secondsPerDay;
-    const std::int64_t newDay = day + rolled;
-    if (newDay < firstDay || newDay > lastDay)
+        return serialAt(day, false);
+    const auto numbers = leadingNumbers(pieces);
+    if (!numbers)
         return std::nullopt;
-    result.day = static_cast<std::int32_t>(newDay);
-    result.second = static_cast<std::int32_t>(seconds - rolled * secondsPerDay);
-    result.hasTime = true;
-    return result;
+    const auto [hour, minute, second] = *numbers;
+    return serialAt(day + std::chrono::hours{hour} + std::chrono::minutes{minute} +
+                        std::chrono::seconds{second},
+                    true);
 }
 
 std::optional<DateSerial> fromNumber(double value) noexcept {
-    const double wholeDay = std::floor(value);
-    if (!(wholeDay >= firstDay && wholeDay <= lastDay))
+    if (!(value >= firstDay && value < lastDay + 1))
         return std::nullopt;
-    DateSerial result{static_cast<std::int32_t>(wholeDay), 0, value != wholeDay};
-    result.second = static_cast<std::int32_t>(std::lround((value - wholeDay) * secondsPerDay));
-    if (result.second == secondsPerDay) {
-        result.second = 0;
-        ++result.day;
-    }
-    return result;
+    const std::chrono::seconds sinceOrigin{std::llround(value * secondsPerDay)};
+    return serialAt(sinceOrigin, value != std::floor(value));
 }
 
 // A whole text that is a plain decimal number.
 std::optional<double> wholeNumber(std::string_view text) noexcept {
     double value = 0;
     const char* end = text.data() + text.size();
-    const auto [stop, error] =
-        std::from_chars(text.data(), end, value);
+    const auto [stop, error] = std::from_chars(text.data(), end, value);
     if (text.empty() || error != std::errc{} || stop != end || !std::isfinite(value))
         return std::nullopt;
     return value;
@@ -126,18 +131,14 @@ std::optional<double> wholeNumber(std::string_view text) noexcept {
 } // namespace
 
 std::optional<DateSerial> ReadFieldDate(std::string_view text, bool dateOnly) noexcept {
-    if (text.size() < shortestDate)
+    if (characterCount(text) < shortestDate)
         return std::nullopt;
     const std::size_t blank = text.find(' ');
-    const Pieces date = split(text.substr(0, blank), '.', '-');
-    if (date.count != 3)
-        return std::nullopt;
-    const auto day = rolledDay(leadingDigits(date.text[2]), leadingDigits(date.text[1]),
-                               leadingDigits(date.text[0]));
+    const auto day = rolledDay(text.substr(0, blank));
     if (!day)
         return std::nullopt;
     if (dateOnly || blank == std::string_view::npos)
-        return DateSerial{*day, 0, false};
+        return serialAt(*day, false);
     const std::string_view rest = text.substr(blank + 1);
     return withTime(*day, rest.substr(0, rest.find(' ')));
 }
@@ -183,19 +184,19 @@ int weekdayOf(std::int32_t day) noexcept {
 }
 
 std::optional<std::int32_t> readSeconds(std::string_view text) noexcept {
-    constexpr std::int32_t mostHours = 9999;
     const Pieces pieces = split(platform::trimmed(text, ' '), ':', '$');
     if (pieces.count != 2 && pieces.count != 3)
         return std::nullopt;
-    std::array<std::int32_t, 3> parts{};
-    for (std::size_t i = 0; i < pieces.count; ++i) {
-        if (!isAllDigits(pieces.text[i]) || pieces.text[i].size() > 4)
+    for (std::size_t i = 0; i < pieces.count; ++i)
+        if (!isAllDigits(pieces.text[i]))
             return std::nullopt;
-        parts[i] = leadingDigits(pieces.text[i]);
-    }
-    if (parts[0] > mostHours || parts[1] > 59 || parts[2] > 59)
+    const auto numbers = leadingNumbers(pieces);
+    if (!numbers)
         return std::nullopt;
-    return (parts[0] * 60 + parts[1]) * 60 + parts[2];
+    const auto [hours, minutes, seconds] = *numbers;
+    if (minutes > 59 || seconds > 59)
+        return std::nullopt;
+    return (hours * 60 + minutes) * 60 + seconds;
 }
 
 std::string secondsText(std::int32_t seconds) {

@@ -3,12 +3,12 @@
 
 #pragma once
 
+#include "platform/locale.h"
+
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
-
-#include "platform/locale.h"
 
 // Dates of dictations: the written form in a file name, and the serial number.
 //
@@ -18,9 +18,9 @@
 namespace ov::modDictation {
 
 struct DateSerial {
-    std::int32_t day = 0;       // days since 30 December 1899
-    std::int32_t second = 0;    // of the day, 0 to 86399
-    bool hasTime = false;       // a time was written, also if it is midnight
+    std::int32_t day = 0;    // days since 30 December 1899
+    std::int32_t second = 0; // of the day, 0 to 86399
+    bool hasTime = false;    // a time was written, also if it is midnight
     bool operator==(const DateSerial&) const = default;
 };
 

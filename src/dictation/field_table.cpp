@@ -3,58 +3,59 @@
 
 #include "dictation/field_table.h"
 
-#include <algorithm>
-#include <array>
-#include <utility>
-
 #include "platform/files.h"
 #include "plugin/host_error.h"
 #include "plugin/modOVPlugIn.h"
 #include "support/log.h"
+#include "support/modFilePath.h"
 #include "support/modINI.h"
 #include "support/modLanguage.h"
 #include "support/modWFRoutines.h"
 #include "support/numbers.h"
 
+#include <algorithm>
+#include <array>
+#include <utility>
+
 namespace ov::modDictation {
 
 namespace {
 
-constexpr bool T = true;
-constexpr bool F = false;
+constexpr bool yes = true;
+constexpr bool no = false;
 
 // Columns 10, 12 and 17 hold the dates of 9, 11 and 16 as serials. They are visible but have no
 // width. 26 is as wide as a screen and stands before the last, rarely used ones.
 // clang-format off
 constexpr std::array<FieldDefinition, searchFieldCount> definitions = {{
-    // id vis sel type               kind                 field pos width  caption      host setting       key
-    { 0, F, F, ValueType::none,     ValueKind::none,       0,  0,     0, 25002, 25001, "",                ""},
-    { 1, T, T, ValueType::text,     ValueKind::textBox,   -2,  1,  1400, 25004, 25003, "",                "folder"},
-    { 2, T, T, ValueType::status,   ValueKind::codeList,   2,  2,   280, 25008, 25007, "",                "status"},
-    { 3, T, T, ValueType::marker,   ValueKind::none,      98,  3,   280, 25010, 25009, "",                "marker"},
-    { 4, T, T, ValueType::text,     ValueKind::textBox,    3,  4,   700, 25012, 25011, "",                "author-code"},
-    { 5, T, T, ValueType::text,     ValueKind::textBox,   14,  5,  1000, 25014, 25013, "",                "author"},
-    { 6, T, T, ValueType::text,     ValueKind::textBox,   16,  6,  1100, 25016, 25015, "",                "typist"},
-    { 7, T, T, ValueType::flag,     ValueKind::codeList,  17,  7,  1500, 25018, 25017, "",                "flags"},
-    { 8, T, T, ValueType::text,     ValueKind::textBox,   12,  8,   600, 25020, 25019, "",                "number"},
-    { 9, T, T, ValueType::date,     ValueKind::date,       7,  9,  1800, 25022, 25021, "",                "dictated"},
-    {10, T, F, ValueType::number,   ValueKind::none,      -3, 10,     0,     0,     0, "",                ""},
-    {11, T, T, ValueType::date,     ValueKind::date,      20, 11,  1800, 25040, 25039, "",                "changed"},
-    {12, T, F, ValueType::number,   ValueKind::none,      -5, 12,     0,     0,     0, "",                ""},
-    {13, T, T, ValueType::time,     ValueKind::time,       6, 13,  1000, 25024, 25023, "",                "length"},
-    {14, T, T, ValueType::text,     ValueKind::textBox,    8, 14,  1000, 25042, 25041, "ColFiles",        "file"},
-    {15, T, T, ValueType::priority, ValueKind::codeList,   5, 15,   280, 25026, 25025, "",                "priority"},
-    {16, T, T, ValueType::date,     ValueKind::date,       4, 16,  1100, 25044, 25043, "ColScheduleTime", "due"},
-    {17, T, F, ValueType::number,   ValueKind::none,      -4, 17,     0,     0,     0, "",                ""},
-    {18, T, T, ValueType::text,     ValueKind::textBox,   11, 18,  2000, 25028, 25027, "",                "subject"},
-    {19, T, T, ValueType::text,     ValueKind::textBox,   91, 19,  2000, 25030, 25029, "",                "note1"},
-    {20, T, T, ValueType::text,     ValueKind::textBox,   95, 20,  2000, 25032, 25031, "",                "note2"},
-    {21, T, T, ValueType::text,     ValueKind::textBox,    9, 21,  1000, 25046, 25045, "ColColumn1",      "column1"},
-    {22, T, T, ValueType::text,     ValueKind::textBox,   10, 23,  1000, 25048, 25047, "ColColumn2",      "column2"},
-    {23, T, T, ValueType::text,     ValueKind::textBox,   92, 24,  1500, 25034, 25033, "",                "group"},
-    {24, F, F, ValueType::text,     ValueKind::textBox,   13, 25,     0, 25036, 25035, "",                "worktype"},
-    {25, F, F, ValueType::status,   ValueKind::codeList,  99, 26,     0, 25038, 25037, "",                "status2"},
-    {26, T, T, ValueType::text,     ValueKind::textBox,   -1, 22, 15000, 25006, 25005, "",                "name"},
+    // id vis  sel  type               kind                 field pos width  caption      host setting       key
+    { 0, no,  no,  ValueType::none,     ValueKind::none,       0,  0,     0, 25002, 25001, "",                ""},
+    { 1, yes, yes, ValueType::text,     ValueKind::textBox,   -2,  1,  1400, 25004, 25003, "",                "folder"},
+    { 2, yes, yes, ValueType::status,   ValueKind::codeList,   2,  2,   280, 25008, 25007, "",                "status"},
+    { 3, yes, yes, ValueType::marker,   ValueKind::none,      98,  3,   280, 25010, 25009, "",                "marker"},
+    { 4, yes, yes, ValueType::text,     ValueKind::textBox,    3,  4,   700, 25012, 25011, "",                "author-code"},
+    { 5, yes, yes, ValueType::text,     ValueKind::textBox,   14,  5,  1000, 25014, 25013, "",                "author"},
+    { 6, yes, yes, ValueType::text,     ValueKind::textBox,   16,  6,  1100, 25016, 25015, "",                "typist"},
+    { 7, yes, yes, ValueType::flag,     ValueKind::codeList,  17,  7,  1500, 25018, 25017, "",                "flags"},
+    { 8, yes, yes, ValueType::text,     ValueKind::textBox,   12,  8,   600, 25020, 25019, "",                "number"},
+    { 9, yes, yes, ValueType::date,     ValueKind::date,       7,  9,  1800, 25022, 25021, "",                "dictated"},
+    {10, yes, no,  ValueType::number,   ValueKind::none,      -3, 10,     0,     0,     0, "",                ""},
+    {11, yes, yes, ValueType::date,     ValueKind::date,      20, 11,  1800, 25040, 25039, "",                "changed"},
+    {12, yes, no,  ValueType::number,   ValueKind::none,      -5, 12,     0,     0,     0, "",                ""},
+    {13, yes, yes, ValueType::time,     ValueKind::time,       6, 13,  1000, 25024, 25023, "",                "length"},
+    {14, yes, yes, ValueType::text,     ValueKind::textBox,    8, 14,  1000, 25042, 25041, "ColFiles",        "file"},
+    {15, yes, yes, ValueType::priority, ValueKind::codeList,   5, 15,   280, 25026, 25025, "",                "priority"},
+    {16, yes, yes, ValueType::date,     ValueKind::date,       4, 16,  1100, 25044, 25043, "ColScheduleTime", "due"},
+    {17, yes, no,  ValueType::number,   ValueKind::none,      -4, 17,     0,     0,     0, "",                ""},
+    {18, yes, yes, ValueType::text,     ValueKind::textBox,   11, 18,  2000, 25028, 25027, "",                "subject"},
+    {19, yes, yes, ValueType::text,     ValueKind::textBox,   91, 19,  2000, 25030, 25029, "",                "note1"},
+    {20, yes, yes, ValueType::text,     ValueKind::textBox,   95, 20,  2000, 25032, 25031, "",                "note2"},
+    {21, yes, yes, ValueType::text,     ValueKind::textBox,    9, 21,  1000, 25046, 25045, "ColColumn1",      "column1"},
+    {22, yes, yes, ValueType::text,     ValueKind::textBox,   10, 23,  1000, 25048, 25047, "ColColumn2",      "column2"},
+    {23, yes, yes, ValueType::text,     ValueKind::textBox,   92, 24,  1500, 25034, 25033, "",                "group"},
+    {24, no,  no,  ValueType::text,     ValueKind::textBox,   13, 25,     0, 25036, 25035, "",                "worktype"},
+    {25, no,  no,  ValueType::status,   ValueKind::codeList,  99, 26,     0, 25038, 25037, "",                "status2"},
+    {26, yes, yes, ValueType::text,     ValueKind::textBox,   -1, 22, 15000, 25006, 25005, "",                "name"},
 }};
 // clang-format on
 
@@ -71,7 +72,9 @@ State& state() {
     return threadState;
 }
 
-bool isFieldId(std::int32_t id) noexcept { return id >= 0 && id < searchFieldCount; }
+bool isFieldId(std::int32_t id) noexcept {
+    return id >= 0 && id < searchFieldCount;
+}
 
 SearchField makeField(const FieldDefinition& definition) {
     SearchField field;
@@ -80,17 +83,32 @@ SearchField makeField(const FieldDefinition& definition) {
     field.Selectable = definition.selectable;
     field.Caption = GetSearchFieldCaption(definition.id, true);
     field.ShortCaption = GetSearchFieldCaption(definition.id, false);
-    field.valueType = definition.valueType;
-    field.valueKind = definition.valueKind;
+    field.ValueType = definition.valueType;
+    field.ValueKind = definition.valueKind;
     field.DictationField = definition.dictationField;
     field.Position = definition.position;
     field.Width = definition.width;
     return field;
 }
 
+// Ends at the first key that cannot be written.
+bool writeColumnSettings(const std::string& file) {
+    return std::all_of(state().fields.begin(), state().fields.end(), [&](const SearchField& field) {
+        return !field.Selectable ||
+               modINI::WriteIniBoolean(columnsSection, std::to_string(field.Id), field.Visible,
+                                       file);
+    });
+}
+
+void reportUnsaved(const std::string& reason) {
+    WriteErrorLog(Error(0, reason), "SaveColumnSettings");
+}
+
 } // namespace
 
-std::span<const FieldDefinition> fieldDefinitions() noexcept { return definitions; }
+std::span<const FieldDefinition> fieldDefinitions() noexcept {
+    return definitions;
+}
 
 const FieldDefinition& fieldDefinition(std::int32_t id) noexcept {
     return definitions[static_cast<std::size_t>(isFieldId(id) ? id : noField)];
@@ -128,7 +146,9 @@ void BuildSearchFieldTable() {
     state().fields = std::move(fields);
 }
 
-std::span<SearchField> searchFields() { return state().fields; }
+std::span<SearchField> searchFields() {
+    return state().fields;
+}
 
 std::string GetSearchFieldCaption(std::int32_t id, bool longForm) {
     if (!isFieldId(id))
@@ -149,15 +169,14 @@ std::vector<const SearchField*> columnFields() {
     for (const SearchField& field : searchFields())
         if (field.Visible)
             columns.push_back(&field);
-    std::sort(columns.begin(), columns.end(), [](const SearchField* a, const SearchField* b) {
-        return a->Position < b->Position;
-    });
+    std::sort(columns.begin(), columns.end(),
+              [](const SearchField* a, const SearchField* b) { return a->Position < b->Position; });
     return columns;
 }
 
 std::string columnSettingsFile() {
-    const std::string directory =
-        modOVPlugIn::GetHostDirectory(modOVPlugIn::host_directory::settings);
+    const std::string directory = modFilePath::AddBackslash(
+        modOVPlugIn::GetHostDirectory(modOVPlugIn::host_directory::settings));
     // A bare name would be looked up in the Windows directory.
     return directory.empty() ? directory : directory + std::string(columnsFileName);
 }
@@ -176,16 +195,16 @@ void LoadColumnSettings() try {
 
 void SaveColumnSettings() try {
     const std::string file = columnSettingsFile();
-    bool written = !file.empty();
-    for (const SearchField& field : searchFields())
-        if (field.Selectable && written)
-            written = modINI::WriteIniBoolean(columnsSection, std::to_string(field.Id),
-                                              field.Visible, file);
-    if (!written)
-        WriteErrorLog(Error(0, platform::toNativePath(file) + ": cannot be written"),
-                      "SaveColumnSettings");
+    if (file.empty())
+        reportUnsaved(std::string(columnsFileName) + ": the host has no directory for it");
+    else if (!writeColumnSettings(file))
+        reportUnsaved(platform::toNativePath(file) + ": cannot be written");
 } catch (const HostError& error) {
     WriteErrorLog(Error(error.number(), error.description()), "SaveColumnSettings");
+}
+
+void resetSearchFieldTable() {
+    state() = {};
 }
 
 } // namespace ov::modDictation

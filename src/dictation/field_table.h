@@ -70,8 +70,8 @@ struct SearchField {
     bool Selectable = false;
     std::string Caption;
     std::string ShortCaption;
-    ValueType valueType = ValueType::none;
-    ValueKind valueKind = ValueKind::none;
+    modDictation::ValueType ValueType = modDictation::ValueType::none;
+    modDictation::ValueKind ValueKind = modDictation::ValueKind::none;
     std::int32_t DictationField = 0;
     std::int32_t Position = 0;
     std::int32_t Width = 0;
@@ -97,7 +97,10 @@ void SaveColumnSettings();
 std::string columnSettingsFile();
 
 // The visible fields by ascending position, hidden auxiliary ones (width 0) included: the columns
-// of the result list.
+// of the result list. Valid until the table is built anew.
 std::vector<const SearchField*> columnFields();
+
+// For tests: forgets the list.
+void resetSearchFieldTable();
 
 } // namespace ov::modDictation

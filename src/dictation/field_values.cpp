@@ -3,14 +3,14 @@
 
 #include "dictation/field_values.h"
 
-#include <utility>
-
 #include "dictation/dictation_record.h"
 #include "dictation/field_codes.h"
 #include "dictation/field_date.h"
 #include "dictation/field_table.h"
 #include "platform/locale.h"
 #include "support/numbers.h"
+
+#include <utility>
 
 namespace ov::modDictation {
 
@@ -29,17 +29,21 @@ std::string dateText(std::string value) {
 
 std::string timeText(std::string value) {
     const auto seconds = readSeconds(value);
-    return seconds ? secondsText(*seconds) : value;
+    if (!seconds)
+        return value;
+    return secondsText(*seconds);
 }
 
 // Sums of several flags mostly have no text of their own; then each set flag is named.
 std::string flagsText(std::string value) {
     const std::int32_t code = GetFieldCode(dictation_field::flags, value);
+    const auto bits = static_cast<std::uint32_t>(leadingInt32(value));
+    if (bits == 0 && isAllDigits(value))
+        return {};
     if (code == noCode)
-        return leadingInt32(value) == 0 ? std::string() : value;
+        return value;
     if (std::string text = GetStatusText(code); !text.empty())
         return text;
-    const auto bits = static_cast<std::uint32_t>(leadingInt32(value));
     std::string names;
     for (std::int32_t flag = firstFlagCode; flag <= lastFlagCode; ++flag)
         if ((bits >> static_cast<unsigned>(flag - firstFlagCode) & 1U) != 0)
@@ -49,7 +53,9 @@ std::string flagsText(std::string value) {
 
 std::string codeText(std::int32_t dictationField, std::string value) {
     const std::int32_t code = GetFieldCode(dictationField, value);
-    return code == noCode ? value : GetStatusText(code);
+    if (code == noCode)
+        return value;
+    return GetStatusText(code);
 }
 
 double dateNumber(std::string_view value) {

@@ -3,14 +3,14 @@
 
 #include "dictation/matching.h"
 
-#include <algorithm>
-
 #include "dictation/dictation_record.h"
 #include "dictation/field_codes.h"
 #include "dictation/field_date.h"
 #include "platform/text.h"
 #include "platform/user_interface.h"
 #include "support/numbers.h"
+
+#include <algorithm>
 
 namespace ov::modDictation {
 
@@ -179,14 +179,14 @@ void PreparedCriteria::start(std::string_view path, std::string_view name) noexc
     path_ = path;
     name_ = name;
     for (Slot& slot : slots_)
-        slot.read = false;
+        slot.isRead = false;
 }
 
-const PreparedCriteria::Slot& PreparedCriteria::value(std::size_t index) {
+const PreparedCriteria::Slot& PreparedCriteria::read(std::size_t index) {
     Slot& slot = slots_[index];
-    if (slot.read)
+    if (slot.isRead)
         return slot;
-    slot.read = true;
+    slot.isRead = true;
     std::string& target = slot.upperCase ? slot.raw : slot.value;
     slot.present = GetDictationField(slot.dictationField, path_, name_, target);
     if (slot.upperCase) {
@@ -198,7 +198,7 @@ const PreparedCriteria::Slot& PreparedCriteria::value(std::size_t index) {
 
 bool PreparedCriteria::matches(std::size_t index) {
     const PreparedCriterion& criterion = criteria_[index];
-    const Slot& slot = value(criterion.slot);
+    const Slot& slot = read(criterion.slot);
     return slot.present ? matchValue(slot.value, criterion) : missingFieldMatch(criterion);
 }
 

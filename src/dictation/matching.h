@@ -3,6 +3,9 @@
 
 #pragma once
 
+#include "dictation/criterion.h"
+#include "platform/locale.h"
+
 #include <cstdint>
 #include <limits>
 #include <optional>
@@ -10,9 +13,6 @@
 #include <string>
 #include <string_view>
 #include <vector>
-
-#include "dictation/criterion.h"
-#include "platform/locale.h"
 
 // The test of one dictation against the criteria of a search. It runs once per file of a store of
 // a million, so everything that depends on the criteria alone is worked out before the walk, and
@@ -36,8 +36,8 @@ struct PreparedCriterion {
     std::int32_t field = noField;
     std::int32_t operatorId = operator_id::any;
     ValueType valueType = ValueType::none;
-    std::string text;    // the first value in upper case, for text
-    NumberRange range;   // of serial days, seconds or numbers that satisfy the operator
+    std::string text;      // the first value in upper case, for text
+    NumberRange range;     // of serial days, seconds or numbers that satisfy the operator
     std::int32_t code = 0; // status, priority or flag code, for codes
     std::size_t slot = 0;  // of the field's value in PreparedCriteria
 };
@@ -62,14 +62,14 @@ private:
     struct Slot {
         std::int32_t dictationField = 0;
         bool upperCase = false; // compared as text
-        bool read = false;
+        bool isRead = false;
         bool present = false;
         std::string value;
         std::string raw; // scratch for values that are upper-cased
     };
 
     std::size_t slotFor(std::int32_t dictationField, bool upperCase);
-    const Slot& value(std::size_t slot);
+    const Slot& read(std::size_t index);
 
     std::vector<PreparedCriterion> criteria_;
     std::vector<Slot> slots_;

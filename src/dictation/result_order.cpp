@@ -3,19 +3,19 @@
 
 #include "dictation/result_order.h"
 
-#include <algorithm>
-#include <cstring>
-#include <memory>
-#include <string>
+#include "dictation/dictation_record.h"
+#include "dictation/field_table.h"
+#include "dictation/field_values.h"
+#include "support/modLanguage.h"
 
 #include <unicode/ucol.h>
 #include <unicode/uloc.h>
 #include <unicode/ustring.h>
 
-#include "dictation/dictation_record.h"
-#include "dictation/field_table.h"
-#include "dictation/field_values.h"
-#include "support/modLanguage.h"
+#include <algorithm>
+#include <cstring>
+#include <memory>
+#include <string>
 
 namespace ov::modDictation {
 
@@ -30,8 +30,8 @@ using Collator = std::unique_ptr<UCollator, CollatorCloser>;
 
 // The alphabet of the user's country; a process without a country takes that of the language.
 std::string alphabet() {
-    const std::string locale = uloc_getDefault();
-    if (!locale.starts_with("en_US_POSIX") && !locale.starts_with("c"))
+    std::string locale = uloc_getDefault();
+    if (!locale.starts_with("en_US_POSIX"))
         return locale;
     const std::int32_t language = modLanguage::Language();
     return language == 0 || language == german ? "de" : "en";
@@ -128,9 +128,9 @@ std::vector<std::int32_t> orderByNumber(const DictationList& list, std::int32_t 
     forEachHit(list, [&](std::int32_t i, std::string_view path, std::string_view name) {
         entries.push_back({fieldNumber(field, path, name), i});
     });
-    return indexesInOrder(
-        entries, descending,
-        [](const NumberEntry& a, const NumberEntry& b) { return a.number < b.number; });
+    return indexesInOrder(entries, descending, [](const NumberEntry& a, const NumberEntry& b) {
+        return a.number < b.number;
+    });
 }
 
 std::vector<std::int32_t> orderByText(const DictationList& list, std::int32_t field,

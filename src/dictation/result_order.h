@@ -3,10 +3,10 @@
 
 #pragma once
 
+#include "dictation/dictation_list.h"
+
 #include <cstdint>
 #include <vector>
-
-#include "dictation/dictation_list.h"
 
 namespace ov::modDictation {
 

@@ -3,20 +3,21 @@
 
 #include "dictation/tree_scan.h"
 
-#include <algorithm>
-#include <cerrno>
-#include <utility>
-
 #include "dictation/dictation_record.h"
 #include "dictation/matching.h"
 #include "platform/files.h"
 #include "platform/locale.h"
+#include "platform/text.h"
 #include "platform/user_interface.h"
 #include "plugin/modOVPlugIn.h"
 #include "support/log.h"
 #include "support/modFilePath.h"
 #include "support/modLanguage.h"
 #include "support/text_ids.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <utility>
 
 namespace ov::modDictation {
 
@@ -117,7 +118,8 @@ private:
 // The path is the walk's one growing buffer; it is as it was when a call returns.
 void TreeWalk::WalkDirectory() {
     const bool isRoot = state_.currentDepth == 0;
-    modOVPlugIn::ProgressText(path_);
+    modOVPlugIn::ProgressText(platform::textFromBytes(path_));
+    platform::processMessagesNowAndThen(); // a folder may have no entries
     Names subdirectories;
     inside_.push_back({});
     ScanDirectory(subdirectories);
@@ -236,10 +238,16 @@ std::int32_t SearchDictations(std::string_view root, std::span<const std::string
     return results.size() - before;
 }
 
-bool isSearchRunning() noexcept { return state().searchRunning; }
+bool isSearchRunning() noexcept {
+    return state().searchRunning;
+}
 
-void requestSearchAbort() noexcept { state().searchAbort = true; }
+void requestSearchAbort() noexcept {
+    state().searchAbort = true;
+}
 
-const ScanReport& lastScanReport() noexcept { return state().report; }
+const ScanReport& lastScanReport() noexcept {
+    return state().report;
+}
 
 } // namespace ov::modDictation

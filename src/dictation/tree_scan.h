@@ -3,14 +3,14 @@
 
 #pragma once
 
+#include "dictation/dictation_list.h"
+#include "platform/status.h"
+
 #include <cstdint>
 #include <span>
 #include <string>
 #include <string_view>
 #include <vector>
-
-#include "dictation/dictation_list.h"
-#include "platform/status.h"
 
 // The walk through the dictation tree: depth first, the files of a folder before its
 // subfolders, both in the order of the file system.
@@ -29,8 +29,8 @@ struct ScanReport {
     std::int64_t filesTested = 0;
     std::int64_t foldersRead = 0;
     std::int64_t foldersUnreadable = 0;
-    std::int64_t namesSkipped = 0; // with a "\"
-    bool stopped = false;          // by a request, before the end
+    std::int64_t namesSkipped = 0;          // with a "\"
+    bool stopped = false;                   // by a request, before the end
     std::vector<platform::Status> problems; // the first of them
 };
 

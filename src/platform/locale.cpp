@@ -3,14 +3,14 @@
 
 #include "platform/locale.h"
 
+#include "platform/process_locale.h"
+#include "platform/text.h"
+
 #include <array>
 #include <charconv>
 #include <chrono>
 #include <cstdio>
 #include <utility>
-
-#include "platform/process_locale.h"
-#include "platform/text.h"
 
 namespace ov::platform {
 

@@ -3,9 +3,9 @@
 
 #pragma once
 
-#include <string_view>
-
 #include "platform/locale.h"
+
+#include <string_view>
 
 namespace ov::platform {
 

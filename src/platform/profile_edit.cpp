@@ -93,13 +93,12 @@ bool readsBackAsSection(std::string_view name) {
 
 // The line that `scanner` stands on gets another value; its line end stays.
 ProfileEdit replaceValue(std::string& content, const ProfileScanner& scanner,
-                         std::string_view value) {
+                         const Encoder& encode, std::string_view value) {
     const ProfileLine& line = scanner.line();
     if (line.hasValue && textFromBytes(line.value) == withoutBlanks(value))
         return ProfileEdit::unchanged;
     if (!readsBackAsKey(line.name, value))
         return ProfileEdit::refused;
-    const Encoder encode(content);
     return splice(content, scanner.lines().begin(), scanner.lines().bytes(false).size(),
                   encode.stored(line.name) + encode("=") + encode(value));
 }
@@ -121,7 +120,7 @@ ProfileEdit setChecked(std::string& content, std::string_view section, std::stri
     std::size_t lastLine = scanner.lines().end();
     while (scanner.nextInSection()) {
         if (scanner.isKey(withoutBlanks(key)))
-            return replaceValue(content, scanner, value);
+            return replaceValue(content, scanner, encode, value);
         if (scanner.line().kind != ProfileLine::Kind::blank)
             lastLine = scanner.lines().end();
     }

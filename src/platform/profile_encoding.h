@@ -43,7 +43,7 @@ public:
     bool next() noexcept;
 
     SettingsEncoding encoding() const noexcept { return encoding_; }
-    // What has characters: without an odd byte at the end of UTF-16.
+    // The bytes that make characters: an odd one at the end of UTF-16 is left out.
     std::size_t size() const noexcept { return bytes_.size(); }
     std::size_t begin() const noexcept { return begin_; }
     // Behind the line's end, where the next line begins.

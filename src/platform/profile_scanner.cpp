@@ -12,6 +12,7 @@ namespace ov::platform {
 namespace {
 
 constexpr std::string_view blanks = " \t\v\f";
+
 char asciiLower(char c) noexcept {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }

@@ -65,8 +65,8 @@ private:
     std::shared_ptr<const RegistryKeyData> data_;
 };
 
-// Forgets what was read, so that the next open() reads the files again. For tests, and after
-// the per-user folder has changed.
+// Forgets what was read, so that the next open() reads the files again: when the per-user folder
+// is replaced, and for tests.
 void reloadRegistry();
 
 } // namespace ov::platform

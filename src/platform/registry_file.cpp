@@ -81,6 +81,13 @@ bool takeWord(std::string_view& text, std::string_view prefix) {
     return true;
 }
 
+bool takeCharacter(std::string_view& text, char character) noexcept {
+    if (!text.starts_with(character))
+        return false;
+    text.remove_prefix(1);
+    return true;
+}
+
 // Takes a hexadecimal number of at most 32 bits off the front of `text`.
 std::optional<std::uint32_t> takeHex(std::string_view& text) noexcept {
     text = trimmed(text);
@@ -141,8 +148,7 @@ private:
         if (close == std::string_view::npos)
             return;
         std::string_view path = header.substr(0, close);
-        const bool removal = path.starts_with('-');
-        path.remove_prefix(removal ? 1 : 0);
+        const bool removal = takeCharacter(path, '-');
         RegistryKeyData* hive = takeHive(path);
         if (hive == nullptr)
             return;
@@ -153,6 +159,8 @@ private:
     }
 
     static void removeKey(RegistryKeyData& hive, std::string_view path) {
+        if (!isWellFormed(path))
+            return;
         if (path.ends_with('\\'))
             path.remove_suffix(1);
         const std::size_t parentEnd = path.rfind('\\');
@@ -164,16 +172,14 @@ private:
 
     void readValue(std::string_view line) {
         std::optional<std::string> name;
-        if (line.starts_with('@')) {
+        if (takeCharacter(line, '@'))
             name.emplace();
-            line.remove_prefix(1);
-        } else {
+        else
             name = takeString(line);
-        }
         line = trimmed(line);
-        if (!name || !line.starts_with('='))
+        if (!name || !takeCharacter(line, '='))
             return;
-        line = trimmed(line.substr(1));
+        line = trimmed(line);
         const std::string upperName = upperCase(*name);
         if (line.starts_with('-') && isEndOrComment(line.substr(1)))
             key_->values.erase(upperName);
@@ -182,9 +188,11 @@ private:
     }
 
     std::optional<RegistryValue> readData(std::string_view data) {
-        if (auto text = takeString(data); text && isEndOrComment(data)) {
-            text->push_back('\0');
-            return RegistryValue{RegistryType::text, *std::move(text)};
+        if (data.starts_with('"')) {
+            auto text = takeString(data);
+            if (!text || !isEndOrComment(data))
+                return std::nullopt;
+            return RegistryValue{RegistryType::text, *std::move(text) + '\0'};
         }
         if (takeWord(data, "dword:")) {
             const auto number = takeHex(data);
@@ -192,21 +200,19 @@ private:
                 return std::nullopt;
             return RegistryValue{RegistryType::number, littleEndian(*number)};
         }
-        if (takeWord(data, "hex"))
-            return readHex(data);
-        return std::nullopt;
+        return takeWord(data, "hex") ? readHex(data) : std::nullopt;
     }
 
     // Behind "hex": the type and the bytes, with the lines that they go on in.
     std::optional<RegistryValue> readHex(std::string_view data) {
         RegistryValue value{RegistryType::binary, {}};
-        if (takeWord(data, "(")) {
+        if (takeCharacter(data, '(')) {
             const auto type = takeHex(data);
-            if (!type || !takeWord(data, ")"))
+            if (!type || !takeCharacter(data, ')'))
                 return std::nullopt;
             value.type = static_cast<RegistryType>(*type); // any number may be stored
         }
-        if (!takeWord(data, ":"))
+        if (!takeCharacter(data, ':'))
             return std::nullopt;
         bool complete = readBytes(data, value.data);
         while (complete && data == "\\") {
@@ -226,7 +232,7 @@ private:
             if (*number > 0xFF)
                 return false;
             bytes.push_back(static_cast<char>(*number));
-            if (!takeWord(data, ","))
+            if (!takeCharacter(data, ','))
                 break;
         }
         return true;

@@ -3,12 +3,12 @@
 
 #include "platform/text.h"
 
-#include <array>
-#include <cstdint>
-
 #include <unicode/uchar.h>
 #include <unicode/utf16.h>
 #include <unicode/utf8.h>
+
+#include <array>
+#include <cstdint>
 
 namespace ov::platform {
 
@@ -116,8 +116,8 @@ std::string utf16ToUtf8(std::string_view bytes, bool bigEndian) {
     for (std::size_t i = 0; i + 1 < bytes.size(); i += 2) {
         const auto first = static_cast<unsigned char>(bytes[i]);
         const auto second = static_cast<unsigned char>(bytes[i + 1]);
-        units.push_back(static_cast<char16_t>(bigEndian ? (first << 8) | second
-                                                        : (second << 8) | first));
+        units.push_back(
+            static_cast<char16_t>(bigEndian ? (first << 8) | second : (second << 8) | first));
     }
     if (bytes.size() % 2 != 0)
         units.push_back(replacementCharacter);

@@ -3,11 +3,11 @@
 
 #include "platform/user_interface.h"
 
+#include "platform/coarse_clock.h"
+
 #include <cstdint>
 #include <cstdio>
 #include <utility>
-
-#include "platform/coarse_clock.h"
 
 namespace ov::platform {
 

@@ -3,13 +3,13 @@
 
 #include "plugin/Connector.h"
 
-#include <array>
-#include <cstdio>
-
 #include "platform/text.h"
 #include "plugin/modOVPlugIn.h"
 #include "support/modLanguage.h"
 #include "support/version.h"
+
+#include <array>
+#include <cstdio>
 
 namespace ov {
 

@@ -3,10 +3,10 @@
 
 #pragma once
 
+#include "plugin/host_interfaces.h"
+
 #include <memory>
 #include <string>
-
-#include "plugin/host_interfaces.h"
 
 namespace ov {
 

@@ -48,7 +48,7 @@ public:
 
 // Codes of the events. They travel between programs that are built apart: never renumber.
 namespace action_event {
-constexpr std::int32_t update = 1; // parameter "UPDATE"
+constexpr std::int32_t update = 1;  // parameter "UPDATE"
 constexpr std::int32_t changed = 2; // parameter "LANGUAGE" or "DIR_NETDICTATIONTREE"
 } // namespace action_event
 

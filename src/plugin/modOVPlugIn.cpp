@@ -3,9 +3,9 @@
 
 #include "plugin/modOVPlugIn.h"
 
-#include <array>
-
 #include "support/numbers.h"
+
+#include <array>
 
 namespace ov::modOVPlugIn {
 
@@ -22,9 +22,13 @@ State& state() {
 
 } // namespace
 
-void setCallingPlugIn(IPlugin* plugIn) { state().caller = plugIn; }
+void setCallingPlugIn(IPlugin* plugIn) {
+    state().caller = plugIn;
+}
 
-IPlugin* callingPlugIn() { return state().caller; }
+IPlugin* callingPlugIn() {
+    return state().caller;
+}
 
 std::string callHost(IPlugin& caller, std::string_view function,
                      std::span<HostArgument> arguments) {
@@ -50,7 +54,9 @@ std::int32_t GetSubLanguage(IPlugin& caller) {
     return leadingInt32(callHost(caller, "PI_GetSubLanguage"));
 }
 
-std::string GetLocalINIFile() { return callHost("PI_GetLocalINIFile"); }
+std::string GetLocalINIFile() {
+    return callHost("PI_GetLocalINIFile");
+}
 
 std::string GetHostDirectory(std::int32_t id) {
     std::array<HostArgument, 1> arguments{id};
@@ -72,7 +78,9 @@ void ProgressValue(std::int32_t value) {
     callHost("PI_ProgressValue", arguments);
 }
 
-void ProgressClear() { callHost("PI_ProgressClear"); }
+void ProgressClear() {
+    callHost("PI_ProgressClear");
+}
 
 void LogView(std::string path) {
     std::string empty;

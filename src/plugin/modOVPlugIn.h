@@ -3,13 +3,13 @@
 
 #pragma once
 
+#include "plugin/host_error.h"
+#include "plugin/host_interfaces.h"
+
 #include <cstdint>
 #include <span>
 #include <string>
 #include <string_view>
-
-#include "plugin/host_error.h"
-#include "plugin/host_interfaces.h"
 
 // The host functions that the plug-in calls by name. Each is asked of the host services of the
 // calling plug-in's application; what the host throws (HostError) passes through. Without a

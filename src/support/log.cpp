@@ -3,14 +3,14 @@
 
 #include "support/log.h"
 
-#include <array>
-#include <cstdio>
-
 #include "platform/files.h"
 #include "platform/locale.h"
 #include "platform/text.h"
 #include "support/modFilePath.h"
 #include "support/modUtil.h"
+
+#include <array>
+#include <cstdio>
 
 namespace ov {
 
@@ -36,8 +36,8 @@ std::string defaultFileName(const platform::DateTime& now) {
     std::string name = "OVSearch_";
     if (platform::upperCase(LogFileNaming) == "DATE") {
         std::array<char, 32> date{};
-        const int length = std::snprintf(date.data(), date.size(), "%04d%02d%02d", now.year,
-                                         now.month, now.day);
+        const int length =
+            std::snprintf(date.data(), date.size(), "%04d%02d%02d", now.year, now.month, now.day);
         name.append(date.data(), static_cast<std::size_t>(length));
     }
     return name + ".log";
@@ -77,8 +77,8 @@ platform::Status writeLine(const std::string& file, const std::string& line, boo
 
 void showFailure(const platform::Status& failure, const std::string& file) {
     modUtil::ShowMessage("ERROR (" + std::to_string(failure.number()) + "): WriteErrorLog - " +
-                             failure.description() + "\r\n\r\n(Log file: " +
-                             platform::toNativePath(file) + ")",
+                             failure.description() +
+                             "\r\n\r\n(Log file: " + platform::toNativePath(file) + ")",
                          platform::MessageIcon::information);
 }
 
@@ -128,6 +128,8 @@ std::vector<std::string> recentLogLines() {
     return lines;
 }
 
-void resetLog() { state() = {}; }
+void resetLog() {
+    state() = {};
+}
 
 } // namespace ov

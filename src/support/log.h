@@ -2,13 +2,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/status.h"
+
 #include <cstddef>
 #include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
-
-#include "platform/status.h"
 
 // The one logging path. Lines go to the log directory (id 10), each opened, appended and closed,
 // ended by CR LF: "<short date> <long time> - <message>". The last 25 lines of this thread are
@@ -23,8 +23,7 @@ struct Error {
     std::string description;
 
     Error() = default;
-    Error(int errorNumber, std::string text)
-        : number(errorNumber), description(std::move(text)) {}
+    Error(int errorNumber, std::string text) : number(errorNumber), description(std::move(text)) {}
     Error(const platform::Status& status) // NOLINT(google-explicit-constructor): same thing
         : number(status.number()), description(status.description()) {}
 };

@@ -3,9 +3,6 @@
 
 #include "support/modFilePath.h"
 
-#include <array>
-#include <map>
-
 #include "platform/files.h"
 #include "platform/known_folders.h"
 #include "support/log.h"
@@ -13,6 +10,9 @@
 #include "support/modRegistry.h"
 #include "support/modUtil.h"
 #include "support/modWFRoutines.h"
+
+#include <array>
+#include <map>
 
 namespace ov::modFilePath {
 
@@ -35,10 +35,22 @@ struct Child {
 };
 
 constexpr std::array<Child, 17> children = {{
-    {10, 2, "Log"},       {11, 1, "PlugIns"},  {12, 1, "DRL"},      {30, 2, "Data"},
-    {31, 30, "TServer"},  {32, 30, "DAss"},    {33, 30, "WF"},      {34, 30, "Lumeron"},
-    {40, 3, "Data"},      {41, 40, "TServer"}, {42, 40, "DAss"},    {43, 40, "WF"},
-    {44, 40, "Lumeron"},  {102, 100, "Data"},  {103, 102, "TServer"}, {104, 102, "DAss"},
+    {10, 2, "Log"},
+    {11, 1, "PlugIns"},
+    {12, 1, "DRL"},
+    {30, 2, "Data"},
+    {31, 30, "TServer"},
+    {32, 30, "DAss"},
+    {33, 30, "WF"},
+    {34, 30, "Lumeron"},
+    {40, 3, "Data"},
+    {41, 40, "TServer"},
+    {42, 40, "DAss"},
+    {43, 40, "WF"},
+    {44, 40, "Lumeron"},
+    {102, 100, "Data"},
+    {103, 102, "TServer"},
+    {104, 102, "DAss"},
     {105, 102, "WF"},
 }};
 
@@ -64,8 +76,8 @@ std::string configurationFile() {
 }
 
 std::string dictationRoot() {
-    std::string root = modINI::ReadIniPath("Directories", "DictationDir", "", configurationFile(),
-                                           true);
+    std::string root =
+        modINI::ReadIniPath("Directories", "DictationDir", "", configurationFile(), true);
     if (root.empty()) {
         root = lookUp(directory_id::networkBase);
         if (!root.empty())
@@ -100,11 +112,12 @@ std::string lookUp(std::int32_t id) {
     }
 }
 
-bool logDirectoryExists() { return platform::directoryExists(GetDirectory(directory_id::log)); }
+bool logDirectoryExists() {
+    return platform::directoryExists(GetDirectory(directory_id::log));
+}
 
 bool reportMissingDrive(std::string_view drive) {
-    const std::string text =
-        "ERROR Create directory: Drive not found (" + std::string(drive) + ")";
+    const std::string text = "ERROR Create directory: Drive not found (" + std::string(drive) + ")";
     if (logDirectoryExists())
         WriteLog(text);
     else
@@ -179,6 +192,8 @@ std::string_view namePart(std::string_view path) noexcept {
     return at == std::string_view::npos ? path : path.substr(at + 1);
 }
 
-void reset() { state() = {}; }
+void reset() {
+    state() = {};
+}
 
 } // namespace ov::modFilePath

@@ -12,9 +12,9 @@ namespace ov::modFilePath {
 
 // Stored in callers' code and in the host's; the numbers are fixed.
 namespace directory_id {
-constexpr std::int32_t module = 1;       // where the control's file was loaded from
-constexpr std::int32_t perUser = 2;      // per-user application data + "Orvanta\"
-constexpr std::int32_t common = 3;       // common application data + "Orvanta\"
+constexpr std::int32_t module = 1;  // where the control's file was loaded from
+constexpr std::int32_t perUser = 2; // per-user application data + "Orvanta\"
+constexpr std::int32_t common = 3;  // common application data + "Orvanta\"
 constexpr std::int32_t log = 10;
 constexpr std::int32_t plugIns = 11;
 constexpr std::int32_t languages = 12;

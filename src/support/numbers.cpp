@@ -12,7 +12,9 @@ namespace ov {
 
 namespace {
 
-bool isDigit(char c) noexcept { return c >= '0' && c <= '9'; }
+bool isDigit(char c) noexcept {
+    return c >= '0' && c <= '9';
+}
 
 std::size_t skipDigits(std::string_view text, std::size_t at) noexcept {
     while (at < text.size() && isDigit(text[at]))

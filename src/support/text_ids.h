@@ -66,16 +66,6 @@ constexpr std::int32_t menuCopyPath = 1205;
 constexpr std::int32_t menuOpenFolder = 1206;
 constexpr std::int32_t menuSelectAll = 1207;
 
-// The terminal
-constexpr std::int32_t unknownField = 1301;    // %1%: as typed
-constexpr std::int32_t unknownOperator = 1302; // %1%: as typed, %2%: the field
-constexpr std::int32_t badDate = 1303;         // %1%: as typed
-constexpr std::int32_t badTime = 1304;         // %1%: as typed
-constexpr std::int32_t valueMissing = 1305;    // %1%: the operator
-constexpr std::int32_t notADictation = 1306;   // %1%: the file
-constexpr std::int32_t playbackFailed = 1307;  // %1%: the file, %2%: why
-constexpr std::int32_t demoCreated = 1308;     // %1%: how many dictations, %2%: where
-
 // The criterion editor
 constexpr std::int32_t newCriterionTitle = 4001;
 constexpr std::int32_t editCriterionTitle = 4002;
@@ -146,7 +136,6 @@ constexpr std::int32_t ok = 20101;
 constexpr std::int32_t cancel = 20102;
 constexpr std::int32_t yes = 20103;
 constexpr std::int32_t no = 20104;
-constexpr std::int32_t close = 20105;
 constexpr std::int32_t valueRequired = 29001;
 
 // Captions of the search fields: odd numbers short, even ones long; which belongs to which field

@@ -1,18 +1,17 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
+#include "platform/files.h"
+#include "platform/posix/file_descriptor.h"
+
 #include <cerrno>
 #include <cstring>
-#include <utility>
-
 #include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
 #include <unistd.h>
-
-#include "platform/files.h"
-#include "platform/posix/file_descriptor.h"
+#include <utility>
 
 namespace ov::platform {
 
@@ -35,7 +34,9 @@ bool isDotOrDotDot(const char* name) noexcept {
 
 DirectoryReader::DirectoryReader() : buffer_(listingBufferSize, '\0') {}
 
-DirectoryReader::~DirectoryReader() { close(); }
+DirectoryReader::~DirectoryReader() {
+    close();
+}
 
 void DirectoryReader::close() noexcept {
     FileDescriptor(std::exchange(handle_, -1)).reset();

@@ -3,13 +3,12 @@
 
 #pragma once
 
+#include "platform/status.h"
+
 #include <string>
 #include <string_view>
-#include <utility>
-
 #include <unistd.h>
-
-#include "platform/status.h"
+#include <utility>
 
 // Small things that every file of this folder needs.
 

@@ -3,17 +3,16 @@
 
 #include "platform/files.h"
 
+#include "platform/posix/file_descriptor.h"
+
 #include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstring>
-#include <filesystem>
-
 #include <fcntl.h>
+#include <filesystem>
 #include <sys/stat.h>
 #include <unistd.h>
-
-#include "platform/posix/file_descriptor.h"
 
 namespace ov::platform {
 
@@ -90,8 +89,8 @@ public:
         constexpr int leftovers = 1000; // of crashed processes with the same number
         for (int i = 0; i < leftovers && !file_.valid() && (i == 0 || errno == EEXIST); ++i) {
             name_ = prefix + std::to_string(i);
-            file_ = FileDescriptor(
-                open(name_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode));
+            file_ =
+                FileDescriptor(open(name_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode));
         }
     }
     ~TemporaryFile() {
@@ -150,9 +149,13 @@ FileKind fileKind(std::string_view path) {
     return kindOfMode(info.st_mode);
 }
 
-bool fileExists(std::string_view path) { return fileKind(path) == FileKind::file; }
+bool fileExists(std::string_view path) {
+    return fileKind(path) == FileKind::file;
+}
 
-bool directoryExists(std::string_view path) { return fileKind(path) == FileKind::directory; }
+bool directoryExists(std::string_view path) {
+    return fileKind(path) == FileKind::directory;
+}
 
 Status createDirectory(std::string_view path) {
     const std::string native = toNativePath(path);

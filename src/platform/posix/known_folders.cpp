@@ -4,6 +4,7 @@
 #include "platform/known_folders.h"
 
 #include "platform/files.h"
+#include "platform/registry.h"
 
 #include <cstdlib>
 #include <pwd.h>
@@ -83,6 +84,7 @@ void setPerUserFolder(std::string directory) {
         directory.push_back('\\');
     state().perUserFolder = std::move(directory);
     setDriveFolder({}); // asks for the new one at its next use
+    reloadRegistry();
 }
 
 } // namespace ov::platform

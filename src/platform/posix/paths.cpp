@@ -1,16 +1,15 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
-#include <algorithm>
-#include <array>
-#include <filesystem>
-
-#include <dlfcn.h>
-#include <link.h>
-
 #include "platform/files.h"
 #include "platform/known_folders.h"
 #include "platform/registry.h"
+
+#include <algorithm>
+#include <array>
+#include <dlfcn.h>
+#include <filesystem>
+#include <link.h>
 
 namespace ov::platform {
 
@@ -25,13 +24,17 @@ State& state() {
     return threadState;
 }
 
-bool isLetter(char c) noexcept { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
+bool isLetter(char c) noexcept {
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+}
 
 bool startsWithDrive(std::string_view path) noexcept {
     return path.size() >= 2 && isLetter(path[0]) && path[1] == ':';
 }
 
-bool startsWithShare(std::string_view path) noexcept { return path.starts_with("\\\\"); }
+bool startsWithShare(std::string_view path) noexcept {
+    return path.starts_with("\\\\");
+}
 
 void appendNative(std::string_view path, std::string& native) {
     const std::size_t start = native.size();
@@ -92,7 +95,9 @@ const std::string& driveFolder() {
     return folder;
 }
 
-void setDriveFolder(std::string native) { state().driveFolder = std::move(native); }
+void setDriveFolder(std::string native) {
+    state().driveFolder = std::move(native);
+}
 
 std::string toNativePath(std::string_view path) {
     std::string native;

@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <cstdint>
 #include <ctime>
-
 #include <langinfo.h>
 
 namespace ov::platform {

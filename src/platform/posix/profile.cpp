@@ -12,7 +12,6 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdlib>
-#include <unistd.h>
 
 namespace ov::platform {
 
@@ -88,8 +87,7 @@ bool writePrivateProfileString(std::optional<std::string_view> section,
     const std::string path = profilePath(file);
     if (!section || path.empty())
         return false;
-    const std::string native = toNativePath(path);
-    const ProfileLock lock(native);
+    const ProfileLock lock(toNativePath(path));
     if (!lock.mayGoOn())
         return false;
     std::string content;
@@ -99,9 +97,6 @@ bool writePrivateProfileString(std::optional<std::string_view> section,
     const ProfileEdit result = edit(content, *section, key, value);
     if (result != ProfileEdit::changed)
         return result == ProfileEdit::unchanged;
-    // Replacing needs rights on the directory only; a write-protected file stays as it is.
-    if (read.ok() && access(native.c_str(), W_OK) != 0)
-        return false;
     return replaceFile(path, content).ok();
 }
 

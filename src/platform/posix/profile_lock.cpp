@@ -20,7 +20,7 @@ namespace {
 
 using std::chrono::milliseconds;
 
-constexpr milliseconds patience{10'000};
+constexpr milliseconds patience{3000}; // the user-interface thread waits
 constexpr milliseconds longestPause{16};
 
 std::string directoryOf(const std::string& nativeFile) {

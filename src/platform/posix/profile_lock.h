@@ -13,7 +13,7 @@ namespace ov::platform {
 // would be left behind.
 class ProfileLock {
 public:
-    // Waits up to ten seconds for another writer. `nativeFile` need not exist; for a link the
+    // Waits up to three seconds for another writer. `nativeFile` need not exist; for a link the
     // directory that the link leads to is locked.
     explicit ProfileLock(const std::string& nativeFile);
     ~ProfileLock();

@@ -8,7 +8,9 @@
 
 namespace ov::platform {
 
-bool isTerminal(std::FILE* stream) noexcept { return isatty(fileno(stream)) == 1; }
+bool isTerminal(std::FILE* stream) noexcept {
+    return isatty(fileno(stream)) == 1;
+}
 
 int terminalWidth(std::FILE* stream) noexcept {
     constexpr int usual = 80;

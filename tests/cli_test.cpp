@@ -1,0 +1,565 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#include "run_program.h"
+#include "temporary_store.h"
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <regex>
+#include <set>
+#include <sstream>
+#include <string>
+#include <vector>
+
+// The terminal program, run as a person or a script runs it.
+
+namespace ov::cli {
+namespace {
+
+namespace fs = std::filesystem;
+using namespace std::string_literals;
+using tests::ProgramResult;
+using tests::ProgramRun;
+using tests::TemporaryStore;
+using Texts = std::vector<std::string>;
+
+constexpr const char* highPriority =
+    "2$ROH@@5$HOCH@@6$00$01$30@@7$21-11-2026 10$00$00@@14$Müller@@11$'eilig', heute.WAV";
+constexpr const char* sentByMail = "2$MAI@@5$NORMAL@@6$00$00$20@@7$01-02-2026@@14$Zeh.wav";
+constexpr const char* marked = "2$WAV@@14$öztürk@@98$D@@7$30-12-2025@@23$more.WAV";
+
+Texts split(const std::string& text, char separator) {
+    Texts parts;
+    std::istringstream stream(text);
+    for (std::string part; std::getline(stream, part, separator);)
+        parts.push_back(part);
+    return parts;
+}
+
+std::string joined(const Texts& texts) {
+    std::string all;
+    for (const std::string& text : texts)
+        all.append(all.empty() ? "" : " ").append(text);
+    return all;
+}
+
+std::set<std::string> setOf(const Texts& texts) {
+    return {texts.begin(), texts.end()};
+}
+
+bool holds(const std::string& text, const std::string& part) {
+    return text.find(part) != std::string::npos;
+}
+
+class Cli : public ::testing::Test {
+protected:
+    // A folder has one file each, so that the order found is known.
+    void addThree() {
+        store_.add(highPriority).add(std::string("ward/") + sentByMail);
+        store_.add(std::string("ward/ERL/") + marked);
+        store_.add(std::string("_old/") + highPriority).add("ward/ERL/notes.txt");
+    }
+
+    ProgramResult run(Texts arguments, ProgramRun how = {}) const {
+        how.arguments = std::move(arguments);
+        how.arguments.insert(how.arguments.begin(), {"--settings", settings_.folder().native()});
+        how.environment.insert({"LC_ALL", "C"});
+        return tests::runProgram(OV_SEARCH_PROGRAM, how);
+    }
+    // Searches the store.
+    ProgramResult find(const Texts& options, ProgramRun how = {}) const {
+        Texts arguments = {"find", root()};
+        arguments.insert(arguments.end(), options.begin(), options.end());
+        return run(arguments, std::move(how));
+    }
+    // Paths in the store, sorted.
+    Texts foundFiles(const Texts& options = {}, const ProgramRun& how = {}) const {
+        Texts all = options;
+        all.insert(all.end(), {"--format", "paths", "-0"});
+        Texts files = split(find(all, how).output, '\0');
+        for (std::string& file : files)
+            file = file.substr(std::min(root().size() + 1, file.size()));
+        std::sort(files.begin(), files.end());
+        return files;
+    }
+    // "Müller Zeh", in the order printed.
+    static std::string authors(const ProgramResult& result) {
+        Texts lines = split(result.output, '\n');
+        std::string all;
+        for (std::size_t i = 1; i < lines.size(); ++i)
+            all.append(i == 1 ? "" : " ").append(lines[i].substr(0, lines[i].find('\r')));
+        return all;
+    }
+    std::string authors(Texts options) const {
+        options.insert(options.end(), {"--columns", "author", "--format", "csv"});
+        return authors(find(options));
+    }
+
+    std::string root() const { return store_.folder().native(); }
+
+    TemporaryStore store_;
+    TemporaryStore settings_;
+};
+
+TEST_F(Cli, Formats) {
+    addThree();
+    const std::string first = store_.native(highPriority);
+    const std::string second = store_.native(std::string("ward/") + sentByMail);
+    const std::string third = store_.native(std::string("ward/ERL/") + marked);
+    EXPECT_EQ(find({"--columns", "author,length,subject"}).output,
+              "Author  Length    Subject\n"
+              "Müller  00:01:30  \"eilig\", heute\n"
+              "Zeh     00:00:20\n"
+              "öztürk\n");
+    EXPECT_EQ(
+        find({"--columns", "subject, AUTHOR,3", "--format", "csv"}).output,
+        "subject,author,marker\r\n\"\"\"eilig\"\", heute\",Müller,\r\n,Zeh,\r\n,öztürk,D\r\n");
+    EXPECT_EQ(find({"--format", "paths"}).output, first + "\n" + second + "\n" + third + "\n");
+    EXPECT_EQ(find({"--format", "paths", "-0"}).output,
+              first + '\0' + second + '\0' + third + '\0');
+
+    const auto json = nlohmann::json::parse(
+        find({"--format", "json", "--columns", "author,folder,dictated"}).output);
+    EXPECT_EQ(json.size(), 3U);
+    const nlohmann::json expected = {{"path", third},
+                                     {"author", "öztürk"},
+                                     {"folder", R"(...\ward\ERL)"},
+                                     {"dictated", "12/30/2025"}};
+    EXPECT_EQ(json[2], expected);
+}
+
+// Nothing found is still a table without rows, an array, or no path at all.
+TEST_F(Cli, NothingFound) {
+    addThree();
+    const std::vector<std::pair<std::string, std::string>> cases = {
+        {"table", ""}, {"csv", "path\r\n"}, {"json", "[]\n"}, {"paths", ""}};
+    for (const auto& [format, output] : cases) {
+        const ProgramResult result =
+            find({"-c", "author is nobody", "--columns", "path", "--format", format});
+        EXPECT_EQ(result.exitCode, 1) << format;
+        EXPECT_EQ(result.output, output);
+        EXPECT_EQ(result.errors, "");
+    }
+}
+
+TEST_F(Cli, SelectsAndSorts) {
+    addThree();
+    const std::vector<std::pair<Texts, std::string>> cases = {
+        {{}, "Müller Zeh öztürk"},
+        {{"-c", "author contains ü"}, "Müller öztürk"},
+        {{"-c", "author contains Ü", "-c", "priority = HOCH"}, "Müller"},
+        {{"-c", "author contains zeh", "-c", "marker marked", "--any"}, "Zeh öztürk"},
+        {{"--any"}, "Müller Zeh öztürk"},
+        {{"-c", "5 17 M\xDCLLER"}, "Müller"},
+        {{"--language", "de", "-c", "priority = hoch"}, "Müller"},
+        {{"--language", "en", "-c", "status = dictated"}, "öztürk"},
+        {{"-c", "dictated between 2025-12-30..2/1/2026"}, "Zeh öztürk"},
+        {{"--limit", "2"}, "Müller Zeh"},
+        {{"--limit", "2147483647"}, "Müller Zeh öztürk"},
+        {{"--max-depth", "0"}, "Müller"},
+        {{"--max-depth", "1"}, "Müller Zeh"},
+        {{"--max-depth", "-1"}, "Müller Zeh öztürk"},
+        {{"--sort", "author"}, "Müller öztürk Zeh"},
+        {{"--sort", "author:desc"}, "Zeh öztürk Müller"},
+        {{"--sort", "dictated"}, "öztürk Zeh Müller"},
+        {{"--sort", "Dictated:desc"}, "Müller Zeh öztürk"},
+        {{"--sort", "length"}, "öztürk Zeh Müller"},
+        {{"--sort", "status:asc"}, "öztürk Müller Zeh"},
+        {{"--sort", "priority:desc"}, "Müller Zeh öztürk"},
+        {{"--sort", "marker:desc"}, "öztürk Müller Zeh"},
+    };
+    for (const auto& [options, expected] : cases)
+        EXPECT_EQ(authors(options), expected) << joined(options);
+}
+
+TEST_F(Cli, WrongUsage) {
+    addThree();
+    const std::vector<std::pair<Texts, std::string>> cases = {
+        {{}, "subcommand is required"},
+        {{"find", root(), "more"}, "more"},
+        {{"find", ""}, "ROOT: must not be empty"},
+        {{"find", root(), "--format", "xml"}, "xml not in {csv,json,paths,table}"},
+        {{"find", root(), "--columns", "author,shoe"}, "no column \"shoe\"; columns are: path, "},
+        {{"find", root(), "--columns", ""}, "no column \"\""},
+        {{"find", root(), "--sort", "shoe"}, "cannot sort by \"shoe\""},
+        {{"find", root(), "--sort", "author:up"}, "KEY:desc"},
+        {{"find", root(), "--limit", "0"}, "--limit"},
+        {{"find", root(), "--limit", "2147483648"}, "--limit"},
+        {{"find", root(), "--max-depth", "-2"}, "--max-depth"},
+        {{"find", root(), "--language", "fr"}, "fr not in {de,en}"},
+        {{"find", root(), "-c"}, "CRITERION"},
+        {{"find", root(), "-c", "length > 5"}, "criterion \"length > 5\""},
+        {{"find", root(), "-c", "[author is x]"}, "no field \"[author\""},
+        {{"find", root(), "-0"}, "--format paths"},
+        {{"find", root(), "--\x1B[31m"}, "--\\u001B[31m"},
+        {{"show"}, "FILE"},
+        {{"demo", root(), "--count", "-1"}, "--count"},
+        {{"demo", root(), "--seed", "x"}, "--seed"},
+    };
+    for (const auto& [arguments, message] : cases) {
+        const ProgramResult result = run(arguments);
+        EXPECT_EQ(result.exitCode, 2) << joined(arguments);
+        EXPECT_TRUE(holds(result.errors, message)) << result.errors;
+        EXPECT_EQ(result.output, "");
+    }
+}
+
+TEST_F(Cli, Unreadable) {
+    addThree();
+    settings_.add("empty.dat").add("notes.dat", "not a criterion\r\n");
+    const std::string missing = store_.native("missing");
+    const std::vector<std::pair<Texts, std::string>> cases = {
+        {{"find", missing}, "missing/: No such file"},
+        {{"find", store_.native(highPriority)}, "Not a directory"},
+        {{"find"}, "DictationDir"},
+        {{"find", root(), "--criteria-file", missing}, "missing: No such file"},
+        {{"find", root(), "--criteria-file", root()}, "Is a directory"},
+        {{"find", root(), "--criteria-file", settings_.native("empty.dat")}, "no criteria"},
+        {{"find", root(), "--criteria-file", settings_.native("notes.dat")}, "no criteria"},
+        {{"show", missing}, "no such file"},
+        {{"show", store_.native("ward")}, "no such file"},
+        {{"show", store_.native("ward/ERL/notes.txt")}, "not a dictation"},
+        {{"demo", root()}, root()},
+    };
+    for (const auto& [arguments, message] : cases) {
+        const ProgramResult result = run(arguments);
+        EXPECT_EQ(result.exitCode, 3) << joined(arguments);
+        EXPECT_TRUE(holds(result.errors, message)) << result.errors;
+        EXPECT_EQ(result.output, "");
+    }
+    EXPECT_EQ(foundFiles().size(), 3U); // demo touched nothing
+}
+
+TEST_F(Cli, OutputThatCannotBeWritten) {
+    addThree();
+    ProgramRun full;
+    full.outputFile = "/dev/full";
+    const std::vector<Texts> cases = {
+        {"find", root()},
+        {"find", root(), "--format", "csv"},
+        {"find", root(), "--format", "json", "--sort", "author"},
+        {"find", root(), "--format", "paths"},
+        {"show", store_.native(highPriority)},
+        {"fields"},
+        {"--version"},
+        {"demo", store_.native("new"), "--count", "1"},
+    };
+    for (const Texts& arguments : cases) {
+        const ProgramResult result = run(arguments, full);
+        EXPECT_EQ(result.exitCode, 3) << joined(arguments);
+        EXPECT_TRUE(holds(result.errors, "No space left on device")) << result.errors;
+    }
+}
+
+TEST_F(Cli, CriteriaFile) {
+    addThree();
+    struct Case {
+        std::string content;
+        std::string authors;
+        std::string errors;
+    };
+    const std::string muller = "5\x01"
+                               "17\x01M\xFCLLER\x01";
+    const std::string high = "15\x01"
+                             "25\x01"
+                             "3\x01";
+    const std::vector<Case> cases = {
+        {"5\x01"
+         "17\x01müller\x01",
+         "Müller", ""},
+        {muller + "\r\n" + high + "\r\n", "Müller", ""},
+        {high + "\n\n", "Müller", ""},
+        {"junk\r\n5\x01"
+         "17\r\n" +
+             high +
+             "\x01"
+             "5\r\n" +
+             high,
+         "Müller", "lines that are no criteria: 3"},
+        {muller + "\r\n9\x01"
+                  "15\x01"
+                  "01.02.2026\x01\r\n",
+         "", ""},
+    };
+    for (const Case& c : cases) {
+        settings_.add("SearchCriteria.dat", c.content);
+        const ProgramResult result =
+            find({"--criteria-file", settings_.native("SearchCriteria.dat"), "--columns", "author",
+                  "--format", "csv"});
+        EXPECT_EQ(authors(result), c.authors) << c.content;
+        EXPECT_EQ(result.errors.empty(), c.errors.empty()) << result.errors;
+        EXPECT_TRUE(holds(result.errors, c.errors)) << result.errors;
+    }
+    settings_.add("SearchCriteria.dat", muller);
+    EXPECT_EQ(authors({"--criteria-file", settings_.native("SearchCriteria.dat"), "--any", "-c",
+                       "author is zeh"}),
+              "Müller Zeh");
+}
+
+// Settings files that are not what they should be change nothing.
+TEST_F(Cli, Settings) {
+    addThree();
+    const std::string directories = "[Directories]\r\nDictationDir=" + store_.directory() + "\r\n";
+    const std::string longLine(4U << 20U, 'x');
+    const std::string binary = "MZ\0\x01\xFF\xFE[Directories\0]\r\n\x80=\0"s;
+    const std::vector<std::pair<std::string, std::string>> cases = {
+        {"OVSearch.cfg", directories},
+        {"OVSearch.cfg", longLine + "\r\n" + directories + longLine},
+        {"OVSearch.cfg", binary + "\r\n" + directories},
+        {"registry.reg", binary},
+        {"registry.reg", "Windows Registry Editor Version 5.00\r\n[" + longLine},
+        {"Data/DAss/SearchColumns.dat", binary},
+        {"Log/OVSearch_.log/x", "a folder in the place of the log"},
+    };
+    settings_.add("OVSearch.cfg", directories);
+    for (const auto& [file, content] : cases) {
+        settings_.add(file, content);
+        const ProgramResult result = run({"find", "--columns", "author", "--format", "csv"});
+        EXPECT_EQ(authors(result), "Müller Zeh öztürk") << file << result.errors;
+        EXPECT_EQ(result.exitCode, 0) << file;
+    }
+    ProgramRun inStore;
+    inStore.workingDirectory = root();
+    inStore.arguments = {"find", "ward/..", "--format", "paths", "--settings", "../none"};
+    EXPECT_EQ(split(tests::runProgram(OV_SEARCH_PROGRAM, inStore).output, '\n')[0],
+              store_.native(highPriority));
+}
+
+TEST_F(Cli, ChosenColumnsAreTheUsualOnes) {
+    addThree();
+    std::string hidden = "[ColumnVisible]\r\n";
+    for (int id = 1; id <= 26; ++id)
+        if (id != 5 && id != 13)
+            hidden += std::to_string(id) + "=0\r\n";
+    settings_.add("Data/DAss/SearchColumns.dat", hidden);
+    EXPECT_EQ(split(find({"--format", "csv"}).output, '\r')[0], "path,author,length");
+    const auto json = nlohmann::json::parse(find({"--format", "json"}).output);
+    EXPECT_EQ(json[1].size(), 3U) << json[1];
+    EXPECT_EQ(json[1]["length"], "00:00:20");
+}
+
+TEST_F(Cli, ShowAndFields) {
+    addThree();
+    const std::string file = store_.native(std::string("ward/ERL/") + marked);
+    const std::string shown = run({"show", file}).output;
+    for (const char* line :
+         {"status  +Status  +Dictated  +WAV\n", "author  +Author  +öztürk  +öztürk\n",
+          "dictated  +Dictated  +12/30/2025  +30-12-2025\n", "priority  +Priority  +Normal  +-\n",
+          "-  +@@23\\$  +more  +more\n",
+          "folder  +Folder  +\\.\\.\\.\\\\ward\\\\ERL  +/.*/ward/ERL/\n"})
+        EXPECT_TRUE(std::regex_search(shown, std::regex(line))) << line << shown;
+
+    ProgramRun germanUser;
+    germanUser.environment = {{"LC_ALL", ""}, {"LC_MESSAGES", ""}, {"LANG", "de_DE.UTF-8"}};
+    const std::vector<std::pair<ProgramResult, std::string>> cases = {
+        {run({"fields"}), "file  +File number  +text  +contains, is, =, not-contains, "},
+        {run({"fields", "--language", "de"}), "length  +Länge  +time  +is, =, <=, "},
+        {run({"fields"}, germanUser), "due  +Termin  +date  +yesterday, today, "},
+        {run({"show", file, "--language", "de"}), "status  +Status  +Diktiert  +WAV\n"},
+    };
+    for (const auto& [result, line] : cases)
+        EXPECT_TRUE(std::regex_search(result.output, std::regex(line))) << line << result.output;
+}
+
+TEST_F(Cli, DemoStoreIsFound) {
+    EXPECT_EQ(run({"demo", store_.native("new/demo"), "--count", "12"}).exitCode, 0);
+    EXPECT_EQ(foundFiles().size(), 12U);
+}
+
+TEST_F(Cli, NamesOfAllKinds) {
+    const std::string rightToLeft = "\xE2\x80"s + '\xAE'; // what follows is shown backwards
+    const Texts names = {rightToLeft + "gpj.WAV",
+                         "M\xFCller.WAV",
+                         "c1 \xC2\x9B"
+                         "31m.WAV",
+                         "dir.WAV/in.WAV",
+                         "esc\x1B[31m.WAV",
+                         "line\nend\r.WAV",
+                         "link.WAV",
+                         "quote\", comma.WAV",
+                         std::string(251, 'x') + ".WAV"};
+    for (const std::string& name : names)
+        store_.add(name);
+    store_.addLink("link.WAV", "quote\", comma.WAV").addLink("dangling.WAV", "nowhere");
+    store_.add("back\\slash.WAV").add("back\\dir/x.WAV").addPipe("pipe.WAV");
+
+    EXPECT_EQ(setOf(foundFiles()), setOf(names));
+    const ProgramResult json = find({"--format", "json", "--columns", "name"});
+    EXPECT_TRUE(holds(json.errors, "back\\slash.WAV: left out")) << json.errors;
+    std::set<std::string> decoded;
+    for (const auto& hit : nlohmann::json::parse(json.output))
+        decoded.insert(hit["name"]);
+    EXPECT_TRUE(decoded.contains("Müller") && decoded.contains("line\nend\r")) << json.output;
+    EXPECT_EQ(split(find({"--columns", "name"}).output, '\n').size(), names.size() + 1);
+
+    ProgramRun terminal;
+    terminal.onTerminal = true;
+    for (const char* format : {"table", "csv", "json", "paths"}) {
+        const ProgramResult result = find({"--format", format, "--columns", "name,path"}, terminal);
+        for (const std::string& obeyed : {"\x1B[31m"s, "\xC2\x9B"s, "end\r."s, rightToLeft})
+            EXPECT_FALSE(holds(result.output, obeyed)) << format << result.output;
+        for (const char* shown : {"esc\\u001", "c1 \\u009B31m", "\\u202Egpj", "line\\nend\\r"})
+            EXPECT_TRUE(holds(result.output, shown)) << format << result.output;
+        if (std::string(format) == "json") {
+            const std::size_t start = result.output.find("[\r\n");
+            const std::size_t end = result.output.rfind("\n]") + 2;
+            EXPECT_EQ(nlohmann::json::parse(result.output.substr(start, end - start)).size(),
+                      names.size());
+        }
+    }
+    const ProgramResult shown = run({"show", store_.native("esc\x1B[31m.WAV")});
+    EXPECT_TRUE(holds(shown.output, "esc\\u001B[31m")) << shown.output;
+}
+
+TEST_F(Cli, LinksAndDepth) {
+    TemporaryStore other;
+    other.add("o.WAV").add("_x/never.WAV");
+    store_.add("a/b/x.WAV").addLink("a/b/up", "../..").addLink("a/b/self", ".");
+    store_.addLink("outer", other.folder().native()).addLink("a/twice", "b");
+    EXPECT_EQ(foundFiles(), (Texts{"a/b/x.WAV", "a/twice/x.WAV", "outer/o.WAV"}));
+
+    store_.addDeep(60, "y.WAV");
+    EXPECT_EQ(foundFiles({"-c", "name is y"}).size(), 50U);
+    EXPECT_EQ(foundFiles({"-c", "name is y", "--max-depth", "-1"}).size(), 60U);
+}
+
+TEST_F(Cli, FolderWithoutPermission) {
+    if (geteuid() == 0 && prctl(PR_CAPBSET_READ, CAP_SETPCAP) != 1)
+        GTEST_SKIP() << "this root cannot give up its rights";
+    store_.add("closed/x.WAV").add("open/y.WAV");
+    fs::permissions(store_.folder() / "closed", fs::perms::none);
+    ProgramRun how;
+    how.withRights = false;
+    EXPECT_EQ(foundFiles({}, how), Texts{"open/y.WAV"});
+    struct Case {
+        Texts arguments;
+        int exitCode;
+    };
+    const std::vector<Case> cases = {
+        {{"find", root()}, 0},
+        // What is looked for may lie where nobody could look.
+        {{"find", root(), "-c", "author is nobody"}, 3},
+        {{"find", store_.native("closed")}, 3},
+    };
+    for (const Case& c : cases) {
+        const ProgramResult result = run(c.arguments, how);
+        EXPECT_EQ(result.exitCode, c.exitCode) << joined(c.arguments);
+        EXPECT_TRUE(holds(result.errors, store_.native("closed/") + ": Permission denied"))
+            << result.errors;
+    }
+    fs::permissions(store_.folder() / "closed", fs::perms::owner_all);
+}
+
+// A few folders, each linked three times from the one before: more ways than any walk ends.
+void addEndlessTree(TemporaryStore& store) {
+    for (int level = 0; level < 30; ++level) {
+        const std::string folder = "_" + std::to_string(level) + "/";
+        store.add(folder + "x.WAV");
+        for (const char* link : {"a", "b", "c"})
+            store.addLink(folder + link, "../_" + std::to_string(level + 1));
+    }
+    store.add("_30/x.WAV").addLink("start", "_0");
+}
+
+TEST_F(Cli, InterruptKeepsWhatWasFound) {
+    addEndlessTree(store_);
+    ProgramRun how;
+    how.interruptAt = ".WAV\n";
+    const ProgramResult result = find({"--format", "paths"}, how);
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_TRUE(holds(result.errors, "stopped")) << result.errors;
+    for (const std::string& path : split(result.output, '\n'))
+        ASSERT_TRUE(path.starts_with(root()) && path.ends_with("/x.WAV")) << path;
+}
+
+// What a terminal shows in the end.
+Texts screen(const std::string& sent) {
+    Texts lines = {""};
+    std::size_t column = 0;
+    for (std::size_t i = 0; i < sent.size(); ++i) {
+        std::string& line = lines.back();
+        if (sent[i] == '\r') {
+            column = 0;
+        } else if (sent[i] == '\n') {
+            lines.emplace_back();
+            column = 0;
+        } else if (sent.compare(i, 3, "\x1B[K") == 0) {
+            line.resize(column);
+            i += 2;
+        } else {
+            line.resize(std::max(line.size(), column + 1));
+            line[column++] = sent[i];
+        }
+    }
+    return lines;
+}
+
+TEST_F(Cli, ProgressAndHitsShareATerminal) {
+    addEndlessTree(store_);
+    ProgramRun how;
+    how.onTerminal = true;
+    how.interruptAt = " hits, in " + root();
+    for (const Texts& options :
+         {Texts{"--format", "paths"}, Texts{"--format", "paths", "--sort", "folder"}}) {
+        const ProgramResult result = find(options, how);
+        EXPECT_EQ(result.exitCode, 0);
+        Texts lines = screen(result.output);
+        ASSERT_GE(lines.size(), 3U) << result.output;
+        EXPECT_EQ(lines.back(), "");
+        EXPECT_TRUE(holds(lines[lines.size() - 2], "stopped")) << lines[lines.size() - 2];
+        lines.resize(lines.size() - 2);
+        for (const std::string& path : lines)
+            ASSERT_TRUE(path.starts_with(root()) && path.ends_with("/x.WAV")) << path;
+    }
+}
+
+std::set<std::string> longOptions(const std::string& text) {
+    const std::regex option("--[a-z][a-z-]*");
+    std::set<std::string> options;
+    for (std::sregex_iterator at(text.begin(), text.end(), option), end; at != end; ++at)
+        options.insert(at->str());
+    return options;
+}
+
+std::string readData(const std::string& name) {
+    std::ifstream file(std::string(OV_SOURCE_DIR "/data/") + name);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+// A ".SS" part of the manual, with plain hyphens.
+std::string manualPart(const std::string& name) {
+    const std::string manual =
+        std::regex_replace(readData("ovsearch.1"), std::regex(R"(\\-)"), "-");
+    const std::size_t start = manual.find(".SS " + name + "\n");
+    return start == std::string::npos ? ""
+                                      : manual.substr(start, manual.find("\n.S", start) - start);
+}
+
+TEST_F(Cli, ManualAndCompletionNameTheOptions) {
+    const std::string script =
+        "source '" OV_SOURCE_DIR "/data/completions/ovsearch.bash'; COMP_WORDS=(ovsearch $0 -) "
+        "COMP_CWORD=2; _ovsearch; echo \"${COMPREPLY[@]}\"";
+    std::set<std::string> common = longOptions(manualPart("Options of every command"));
+    EXPECT_EQ(common.erase("--version"), 1U);
+    for (const std::string command : {"find", "show", "fields", "demo"}) {
+        const std::set<std::string> options = longOptions(run({command, "--help"}).output);
+        std::set<std::string> manual = longOptions(manualPart(command));
+        manual.insert(common.begin(), common.end());
+        EXPECT_EQ(manual, options) << command;
+        ProgramRun shell;
+        shell.arguments = {"-c", script, command};
+        EXPECT_EQ(longOptions(tests::runProgram("/bin/bash", shell).output), options) << command;
+    }
+    const std::string manual = readData("ovsearch.1");
+    for (const char* shortOption : {"\\-c ", "\\-0 ", "\\-h "})
+        EXPECT_TRUE(holds(manual, shortOption)) << shortOption;
+}
+
+} // namespace
+} // namespace ov::cli

@@ -1,0 +1,180 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#include "cli/criterion_text.h"
+#include "platform/locale.h"
+#include "support/modLanguage.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <map>
+#include <set>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace ov::cli {
+namespace {
+
+class CriterionText : public ::testing::Test {
+public:
+    CriterionText() {
+        platform::Locale german;
+        german.dateOrder = platform::DateOrder::dayMonthYear;
+        german.dateSeparator = '.';
+        german.decimalSign = ',';
+        platform::setLocale(german);
+        speak(9);
+    }
+    ~CriterionText() override {
+        platform::setLocale(std::nullopt);
+        modLanguage::reset();
+    }
+    CriterionText(const CriterionText&) = delete;
+    CriterionText& operator=(const CriterionText&) = delete;
+
+protected:
+    static void speak(std::int32_t language) {
+        modLanguage::SetLanguage(language, 0);
+        ASSERT_TRUE(modLanguage::LoadLanguageFile());
+    }
+
+    // "5|17|müller|", or the error.
+    static std::string parse(const std::string& text) {
+        const ParsedCriterion parsed = parseCriterion(text);
+        if (!parsed.ok())
+            return parsed.error;
+        const modDictation::Criterion& c = parsed.criterion;
+        std::string stored =
+            modDictation::BuildCriteriaString(c.Field, c.Operator, c.Value1, c.Value2);
+        std::replace(stored.begin(), stored.end(), modDictation::criteriaSeparator, '|');
+        return stored;
+    }
+};
+
+struct Case {
+    const char* text;
+    const char* stored;
+};
+
+TEST_F(CriterionText, TextFields) {
+    const std::vector<Case> cases = {
+        {"author contains müller", "5|17|müller|"},
+        {"  author\t contains \t von der  Au \t", "5|17|von der  Au|"},
+        {"AUTHOR Contains MÜLLER", "5|17|MÜLLER|"},
+        {"author contains M\xFCller", "5|17|Müller|"},
+        {"author is a..b", "5|18|a..b|"},
+        {"author not-contains x", "5|19|x|"},
+        {"author is-empty", "5|20||"},
+        {"author is-not-empty", "5|21||"},
+        {"14 17 H652/26", "14|17|H652/26|"},
+        {"author-code 18 ÖZ", "4|18|ÖZ|"},
+        {"name contains @@23$", "26|17|@@23$|"},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(parse(c.text), c.stored) << c.text;
+}
+
+TEST_F(CriterionText, DatesTimesNumbers) {
+    const std::vector<Case> cases = {
+        {"dictated next-7-days", "9|6||"},
+        {"due LAST-MONTH", "16|10||"},
+        {"due on 2026-11-01", "16|13|01.11.2026|"},
+        {"due = 1/11/2026", "16|13|01.11.2026|"},
+        {"changed >= 29.2.2024", "11|14|29.02.2024|"},
+        {"due between 2026-11-01..30.11.2026", "16|16|01.11.2026|30.11.2026"},
+        {"due between 1.11.2026 .. 30.11.2026", "16|16|01.11.2026|30.11.2026"},
+        {"length is 1:30", "13|25|01:30:00|"},
+        {"length != 00$02$15", "13|24|00:02:15|"},
+        {"length at-least 100:00:01", "13|27|100:00:01|"},
+        {"length between 00:00:10..00:01:00", "13|31|00:00:10|00:01:00"},
+        {"10 > 37979,6", "10|28|37980|"},
+        {"10 between -5..1e3", "10|30|-5|1000"},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(parse(c.text), c.stored) << c.text;
+}
+
+TEST_F(CriterionText, CodesByNumberWordAndShownText) {
+    const std::vector<Case> both = {
+        {"priority = 3", "15|25|3|"},          {"priority is hoch", "15|25|3|"},
+        {"priority != FRIST", "15|24|2|"},     {"status = roh", "2|25|7|"},
+        {"status2 is-not MAI", "25|24|9|"},    {"flags = 17", "7|25|17|"},
+        {"flags is (status 128)", "7|25|17|"}, {"marker marked", "3|32||"},
+        {"marker not-marked", "3|33||"},       {"priority is-empty", "15|20||"},
+    };
+    for (const std::int32_t language : {7, 9}) {
+        speak(language);
+        for (const Case& c : both)
+            EXPECT_EQ(parse(c.text), c.stored) << c.text << ", language " << language;
+    }
+    EXPECT_EQ(parse("priority = HIGH"), "15|25|3|");
+    EXPECT_EQ(parse("status = DICTATED"), "2|25|6|");
+    speak(7);
+    EXPECT_EQ(parse("flags = zurückGESTELLT"), "7|25|12|");
+    EXPECT_EQ(parse("status = diktiert"), "2|25|6|");
+}
+
+// An error names what is wrong and what may stand there instead.
+TEST_F(CriterionText, Errors) {
+    const std::vector<Case> cases = {
+        {"", "there is no field \"\"; fields are: folder, status,"},
+        {"auhtor is x", "there is no field \"auhtor\"; fields are: folder, status,"},
+        {"27 is x", "there is no field \"27\""},
+        {"99999999999999999999 is x", "there is no field"},
+        {"path contains x", "there is no field \"path\""},
+        {"author", "has no operator \"\"; it offers: contains, is, =, not-contains, is-empty,"},
+        {"author < x", "it offers: contains, is,"},
+        {"length > 00:00:01", "has no operator \">\"; it offers: is, =, <=,"},
+        {"marker is D", "it offers: marked, not-marked"},
+        {"due contains 5", "it offers: yesterday, today, tomorrow,"},
+        {"priority 22 x", "has no operator \"22\""},
+        {"author contains", "a value is missing"},
+        {"author contains a\x01"
+         "b",
+         "is not a text without control characters"},
+        {"author is-empty x", "takes no value, but \"x\" follows"},
+        {"due on 30.2.2026", "\"30.2.2026\" is not a date such as 2026-11-21 or 21.11.2026"},
+        {"due on 11/21/2026", "is not a date"},
+        {"due between 2026-11-01", "takes two values, A..B, each a date"},
+        {"due between ..2026-11-01", "a value is missing: a date"},
+        {"length = 90", "\"90\" is not a time such as 00:05:00"},
+        {"length = 00:61:00", "is not a time"},
+        {"10 = 5x", "is not a number"},
+        {"priority = 6", "one of 1 NORMAL (Normal), 2 FRIST"},
+        {"status2 = urgent", "one of 6 WAV"},
+        {"flags = 18", "one of 10 ("},
+    };
+    for (const Case& c : cases) {
+        const std::string error = parse(c.text);
+        EXPECT_FALSE(parseCriterion(c.text).ok()) << c.text;
+        EXPECT_NE(error.find(c.stored), std::string::npos) << c.text << ": " << error;
+    }
+}
+
+// The words that a field is said to offer can be typed, and reach every operator it has.
+TEST_F(CriterionText, OfferedWordsReachAllOperators) {
+    using modDictation::ValueType;
+    const std::map<ValueType, std::string> samples = {
+        {ValueType::text, "x"},      {ValueType::date, "2026-11-21"}, {ValueType::time, "0:10"},
+        {ValueType::number, "1"},    {ValueType::status, "6"},        {ValueType::priority, "1"},
+        {ValueType::marker, "none"}, {ValueType::flag, "10"}};
+    for (const modDictation::FieldDefinition& field : modDictation::fieldDefinitions().subspan(1)) {
+        std::set<std::int32_t> reached;
+        std::istringstream words(operatorWords(field.id));
+        for (std::string word; std::getline(words >> std::ws, word, ',');) {
+            const std::string start = std::to_string(field.id) + " " + word + " ";
+            const std::string& value = samples.at(field.valueType);
+            const std::string range = std::string(value).append("..").append(value);
+            for (const std::string& rest : {std::string(), value, range})
+                if (const ParsedCriterion parsed = parseCriterion(start + rest); parsed.ok())
+                    reached.insert(parsed.criterion.Operator);
+        }
+        const auto offered = modDictation::offeredOperators(field.valueType);
+        EXPECT_EQ(reached, std::set<std::int32_t>(offered.begin(), offered.end())) << field.id;
+    }
+}
+
+} // namespace
+} // namespace ov::cli

@@ -1,0 +1,245 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#include "dictation/field_table.h"
+#include "fake_host.h"
+#include "settings_fixture.h"
+#include "support/log.h"
+#include "support/modFilePath.h"
+#include "support/modLanguage.h"
+#include "support/modWFRoutines.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+namespace ov::modDictation {
+namespace {
+
+using Lines = std::vector<std::string>;
+
+constexpr const char* askForDirectory = "PI_GetDirectory(32)";
+constexpr const char* columnsFile = "columns/SearchColumns.dat";
+
+// The host's directory 32 is "columns" of the folder; the folder is the control's own directory
+// too, where a "reg.ov" decides for "Orvanta.ini".
+class FieldTable : public tests::SettingsTest {
+public:
+    FieldTable() {
+        std::filesystem::create_directory(folder() / "columns");
+        host().answers[askForDirectory] = path("columns") + "\\";
+        forget();
+        modFilePath::SetDirectory(modFilePath::directory_id::module, path(""));
+        modLanguage::SetLanguage(9, 0);
+        BuildSearchFieldTable();
+    }
+    ~FieldTable() override {
+        forget();
+        modLanguage::reset();
+    }
+
+protected:
+    tests::FakeHost& host() { return *plugIn_.host; }
+
+    // A settings store that is decided anew.
+    void useSettings(const std::string& name, std::string_view content) const {
+        write(name, content);
+        platform::reloadRegistry();
+        modWFRoutines::reset();
+    }
+
+    static void show(std::int32_t id, bool visible) {
+        searchFields()[static_cast<std::size_t>(id)].Visible = visible;
+    }
+    static std::string hidden() {
+        return ids([](const SearchField& f) { return !f.Visible; });
+    }
+    template <typename Condition>
+    static std::string ids(Condition condition) {
+        std::string list;
+        for (const SearchField& field : searchFields())
+            if (condition(field))
+                list += std::to_string(field.Id) + " ";
+        return list;
+    }
+
+    // What was logged, without time stamps.
+    static Lines logged() {
+        Lines lines = recentLogLines();
+        for (std::string& line : lines)
+            line.erase(0, line.find(" - ") + 3);
+        return lines;
+    }
+
+private:
+    static void forget() {
+        resetSearchFieldTable();
+        modFilePath::reset();
+        modWFRoutines::reset();
+        resetLog();
+    }
+
+    tests::StartedPlugIn plugIn_;
+};
+
+TEST_F(FieldTable, CaptionsInTheLanguageOfTheUser) {
+    const Lines english = {
+        "(no field)", "Folder",        "Status",      "Marker",   "Author code", "Author",
+        "Typist",     "State flags",   "Number",      "Dictated", "-",           "Changed",
+        "-",          "Length",        "File number", "Priority", "Due date",    "-",
+        "Subject",    "Note 1",        "Note 2",      "Column 1", "Column 2",    "Work group",
+        "Work type",  "Second status", "File name",
+    };
+    Lines captions;
+    for (const SearchField& field : searchFields())
+        captions.push_back(field.Caption);
+    EXPECT_EQ(captions, english);
+
+    EXPECT_EQ(searchFields()[14].ShortCaption, "File no.");
+    EXPECT_EQ(searchFields()[17].ShortCaption, "-");
+    EXPECT_EQ(GetSearchFieldCaption(27, true) + GetSearchFieldCaption(-1, false), "<?><?>");
+
+    modLanguage::SetLanguage(7, 0);
+    EXPECT_EQ(searchFields()[11].Caption, "Changed") << "until the table is built anew";
+    BuildSearchFieldTable();
+    EXPECT_EQ(searchFields()[11].Caption, "Geändert am");
+    EXPECT_EQ(searchFields()[14].ShortCaption, "Az.");
+}
+
+TEST_F(FieldTable, CaptionsOfTheHost) {
+    const auto captions = [] {
+        Lines lines;
+        for (const std::int32_t id : {14, 16, 21, 22, 5})
+            lines.push_back(GetSearchFieldCaption(id, true) + "/" +
+                            GetSearchFieldCaption(id, false));
+        return lines;
+    };
+    const Lines own = {"File number/File no.", "Due date/Due", "Column 1/Column 1",
+                       "Column 2/Column 2", "Author/Author"};
+    EXPECT_EQ(captions(), own);
+
+    useSettings("registry.reg", "REGEDIT4\n[HKEY_LOCAL_MACHINE\\Software\\Orvanta\\WF\\OVGRID]\n"
+                                "\"ColFiles\"=\"Fall\"\n\"ColScheduleTime\"=\"Frist\"\n"
+                                "\"ColColumn1\"=\"Raum\"\n\"ColColumn2\"=\"\"\n\"Author\"=\"x\"\n");
+    EXPECT_EQ(captions(), (Lines{"Fall/Fall", "Frist/Frist", "Raum/Raum", own[3], own[4]}));
+
+    write("Orvanta.ini", "[OVGRID]\nColColumn2=Geb\xE4ude\n");
+    useSettings("reg.ov", "");
+    EXPECT_EQ(captions(), (Lines{own[0], own[1], own[2], "Gebäude/Gebäude", own[4]}));
+}
+
+TEST_F(FieldTable, ColumnsStandByPosition) {
+    const auto columns = [] {
+        std::string list;
+        for (const SearchField* field : columnFields())
+            list += std::to_string(field->Id) + " ";
+        return list;
+    };
+    EXPECT_EQ(columns(), "1 2 3 4 5 6 7 8 9 10 11 12 13 14 15 16 17 18 19 20 21 26 22 23 ");
+    show(26, false);
+    show(9, false);
+    show(24, true);
+    EXPECT_EQ(columns(), "1 2 3 4 5 6 7 8 10 11 12 13 14 15 16 17 18 19 20 21 22 23 24 ");
+}
+
+TEST_F(FieldTable, DateColumnsSortByTheirHiddenNeighbours) {
+    const std::pair<std::int32_t, std::int32_t> cases[] = {{9, 10}, {11, 12}, {16, 17}, {5, 5}};
+    for (const auto& [field, neighbour] : cases)
+        EXPECT_EQ(sortField(field), neighbour);
+}
+
+TEST_F(FieldTable, KeysOfTheTerminal) {
+    const std::pair<const char*, std::int32_t> cases[] = {
+        {"author", 5}, {"name", 26}, {"5", 5},   {"0", 0},           {"10", 10},     {"27", -1},
+        {"-1", -1},    {"", -1},     {"5x", -1}, {"4294967301", -1}, {"Author", -1},
+    };
+    for (const auto& [key, id] : cases)
+        EXPECT_EQ(fieldIdOfKey(key), id) << key;
+}
+
+TEST_F(FieldTable, WithoutAFileAllSelectableColumnsShow) {
+    EXPECT_EQ(hidden(), "0 24 25 ");
+    show(5, false);
+    LoadColumnSettings();
+    EXPECT_EQ(hidden(), "0 24 25 ");
+    EXPECT_EQ(host().takeCalls(), Lines{askForDirectory});
+    EXPECT_EQ(logged(), Lines());
+}
+
+TEST_F(FieldTable, ReadsOnlyTheColumnsThatCanBeChosen) {
+    write(columnsFile, "[ColumnVisible]\n4=0\n7=no\n8=&H1\n9=2\n10=0\n12=0\n18=0.2\n24=-1\n0=-1\n"
+                       "27=0\n[Other]\n5=0\n");
+    LoadColumnSettings();
+    EXPECT_EQ(hidden(), "0 4 7 18 24 25 ");
+}
+
+TEST_F(FieldTable, SavedColumnsAreReadBack) {
+    show(4, false);
+    show(26, false);
+    SaveColumnSettings();
+    EXPECT_EQ(read(columnsFile),
+              "[ColumnVisible]\r\n1=-1\r\n2=-1\r\n3=-1\r\n4=0\r\n5=-1\r\n6=-1\r\n7=-1\r\n8=-1\r\n"
+              "9=-1\r\n11=-1\r\n13=-1\r\n14=-1\r\n15=-1\r\n16=-1\r\n18=-1\r\n19=-1\r\n20=-1\r\n"
+              "21=-1\r\n22=-1\r\n23=-1\r\n26=0\r\n");
+    resetSearchFieldTable();
+    BuildSearchFieldTable();
+    EXPECT_EQ(hidden(), "0 24 25 ");
+    LoadColumnSettings();
+    EXPECT_EQ(hidden(), "0 4 24 25 26 ");
+    EXPECT_EQ(logged(), Lines());
+}
+
+TEST_F(FieldTable, HostThatWritesADirectoryWithoutItsEnd) {
+    host().answers[askForDirectory] = path("columns");
+    show(4, false);
+    SaveColumnSettings();
+    EXPECT_NE(read(columnsFile).find("4=0"), std::string::npos);
+}
+
+TEST_F(FieldTable, FileThatCannotBeWrittenIsLoggedOnce) {
+    std::filesystem::create_directory(folder() / columnsFile);
+    show(4, false);
+    SaveColumnSettings();
+    EXPECT_EQ(logged(), Lines{"ERROR (0): SaveColumnSettings - " +
+                              (folder() / columnsFile).native() + ": cannot be written"});
+    EXPECT_EQ(hidden(), "0 4 24 25 ");
+}
+
+TEST_F(FieldTable, HostThatRefuses) {
+    host().refused = {"PI_GetDirectory"};
+    show(4, false);
+    LoadColumnSettings();
+    SaveColumnSettings();
+    EXPECT_EQ(logged(), (Lines{"ERROR (5): LoadColumnSettings - refused",
+                               "ERROR (5): SaveColumnSettings - refused"}));
+    EXPECT_EQ(hidden(), "0 4 24 25 ");
+}
+
+// A bare file name would mean the Windows directory, which is the folder here.
+TEST_F(FieldTable, HostWithoutTheDirectory) {
+    const std::string others = "[ColumnVisible]\n5=0\n";
+    write("SearchColumns.dat", others);
+    host().answers.clear();
+    show(4, false);
+    LoadColumnSettings();
+    EXPECT_EQ(hidden(), "0 4 24 25 ");
+    SaveColumnSettings();
+    EXPECT_EQ(read("SearchColumns.dat"), others);
+    EXPECT_EQ(logged(), Lines{"ERROR (0): SaveColumnSettings - SearchColumns.dat: the host has no "
+                              "directory for it"});
+}
+
+TEST_F(FieldTable, BuildingAnewKeepsTheChoiceOfColumns) {
+    show(4, false);
+    show(24, true);
+    modLanguage::SetLanguage(7, 0);
+    BuildSearchFieldTable();
+    EXPECT_EQ(hidden(), "0 4 25 ");
+    EXPECT_EQ(searchFields()[4].Caption, "Autorkürzel");
+    EXPECT_EQ(searchFields().size(), 27U);
+}
+
+} // namespace
+} // namespace ov::modDictation

@@ -1,0 +1,147 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cerrno>
+#include <chrono>
+#include <csignal>
+#include <cstdlib>
+#include <fcntl.h>
+#include <linux/capability.h>
+#include <map>
+#include <poll.h>
+#include <pty.h>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+#include <vector>
+
+// Runs the real program as a shell would, and gives back all that it said.
+
+namespace ov::tests {
+
+struct ProgramRun {
+    std::vector<std::string> arguments;
+    std::map<std::string, std::string> environment; // added to that of the tests
+    std::string workingDirectory;                   // empty: that of the tests
+    std::string outputFile;  // takes the standard output, which is then not captured
+    std::string interruptAt; // Ctrl-C is pressed once, as soon as the program has said this
+    bool onTerminal = false; // all streams are one terminal; `output` has what it was sent
+    bool withRights = true;  // false: file permissions count, for root too
+};
+
+struct ProgramResult {
+    int exitCode = -1; // -signal when one ended the program
+    std::string output;
+    std::string errors;
+};
+
+namespace run_program {
+
+constexpr std::chrono::seconds hangsAfter{120};
+
+// What runs in the child; a failure here shows as exit code 127.
+[[noreturn]] inline void become(ProgramRun run, std::string program) {
+    std::vector<char*> arguments = {program.data()};
+    for (std::string& argument : run.arguments)
+        arguments.push_back(argument.data());
+    arguments.push_back(nullptr);
+    for (const auto& [name, value] : run.environment)
+        setenv(name.c_str(), value.c_str(), 1);
+    bool ready = run.workingDirectory.empty() || chdir(run.workingDirectory.c_str()) == 0;
+    if (!run.outputFile.empty())
+        ready = ready && dup2(open(run.outputFile.c_str(), O_WRONLY | O_CREAT, 0600), 1) == 1;
+    if (!run.withRights && geteuid() == 0)
+        ready = ready && prctl(PR_CAPBSET_DROP, CAP_DAC_OVERRIDE) == 0 &&
+                prctl(PR_CAPBSET_DROP, CAP_DAC_READ_SEARCH) == 0;
+    if (ready)
+        execv(program.c_str(), arguments.data());
+    _exit(127);
+}
+
+struct Child {
+    pid_t id = -1;
+    std::array<int, 2> streams{-1, -1}; // output and errors; -1 once they have ended
+};
+
+inline Child startOnTerminal(const ProgramRun& run, const std::string& program) {
+    Child child;
+    const winsize size{50, 200, 0, 0};
+    child.id = forkpty(child.streams.data(), nullptr, nullptr, &size);
+    if (child.id == 0)
+        become(run, program);
+    return child;
+}
+
+inline Child startOnPipes(const ProgramRun& run, const std::string& program) {
+    std::array<int, 2> output{};
+    std::array<int, 2> errors{};
+    if (pipe2(output.data(), O_CLOEXEC) != 0 || pipe2(errors.data(), O_CLOEXEC) != 0)
+        throw std::runtime_error("no pipe");
+    const pid_t id = fork();
+    if (id == 0) {
+        dup2(open("/dev/null", O_RDONLY), 0);
+        dup2(output[1], 1);
+        dup2(errors[1], 2);
+        become(run, program);
+    }
+    close(output[1]);
+    close(errors[1]);
+    return {id, {output[0], errors[0]}};
+}
+
+// Appends what has come; closes the stream at its end.
+inline void readSome(int& stream, std::string& text) {
+    std::array<char, 65536> buffer; // NOLINT(*-member-init): filled by read
+    const ssize_t got = read(stream, buffer.data(), buffer.size());
+    if (got > 0)
+        text.append(buffer.data(), static_cast<std::size_t>(got));
+    else if (got == 0 || errno != EINTR) // a terminal ends with an error
+        close(std::exchange(stream, -1));
+}
+
+inline void collect(Child& child, std::string interruptAt, ProgramResult& result) {
+    const auto deadline = std::chrono::steady_clock::now() + hangsAfter;
+    while (child.streams != std::array<int, 2>{-1, -1}) {
+        std::array<pollfd, 2> waiting{
+            {{child.streams[0], POLLIN, 0}, {child.streams[1], POLLIN, 0}}};
+        poll(waiting.data(), waiting.size(), 1000);
+        if (waiting[0].revents != 0)
+            readSome(child.streams[0], result.output);
+        if (waiting[1].revents != 0)
+            readSome(child.streams[1], result.errors);
+        if (!interruptAt.empty() && (result.output.find(interruptAt) != std::string::npos ||
+                                     result.errors.find(interruptAt) != std::string::npos)) {
+            kill(child.id, SIGINT);
+            interruptAt.clear();
+        }
+        if (std::chrono::steady_clock::now() > deadline) {
+            ADD_FAILURE() << "the program hangs";
+            kill(child.id, SIGKILL);
+            return;
+        }
+    }
+}
+
+} // namespace run_program
+
+inline ProgramResult runProgram(const std::string& program, const ProgramRun& run) {
+    run_program::Child child = run.onTerminal ? run_program::startOnTerminal(run, program)
+                                              : run_program::startOnPipes(run, program);
+    if (child.id < 0)
+        throw std::runtime_error("cannot start a process");
+    ProgramResult result;
+    run_program::collect(child, run.interruptAt, result);
+    int status = 0;
+    waitpid(child.id, &status, 0);
+    result.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
+    return result;
+}
+
+} // namespace ov::tests
