@@ -376,8 +376,7 @@ TEST_F(Cli, NamesOfAllKinds) {
     const std::string rightToLeft = "\xE2\x80"s + '\xAE'; // what follows is shown backwards
     const Texts names = {rightToLeft + "gpj.WAV",
                          "M\xFCller.WAV",
-                         "c1 \xC2\x9B"
-                         "31m.WAV",
+                         "c1 \xC2\x9B[m.WAV",
                          "dir.WAV/in.WAV",
                          "esc\x1B[31m.WAV",
                          "line\nend\r.WAV",
@@ -404,7 +403,7 @@ TEST_F(Cli, NamesOfAllKinds) {
         const ProgramResult result = find({"--format", format, "--columns", "name,path"}, terminal);
         for (const std::string& obeyed : {"\x1B[31m"s, "\xC2\x9B"s, "end\r."s, rightToLeft})
             EXPECT_FALSE(holds(result.output, obeyed)) << format << result.output;
-        for (const char* shown : {"esc\\u001", "c1 \\u009B31m", "\\u202Egpj", "line\\nend\\r"})
+        for (const char* shown : {"esc\\u001", "c1 \\u009B[m", "\\u202Egpj", "line\\nend\\r"})
             EXPECT_TRUE(holds(result.output, shown)) << format << result.output;
         if (std::string(format) == "json") {
             const std::size_t start = result.output.find("[\r\n");

@@ -169,10 +169,10 @@ TEST_F(FieldTable, WithoutAFileAllSelectableColumnsShow) {
 }
 
 TEST_F(FieldTable, ReadsOnlyTheColumnsThatCanBeChosen) {
-    write(columnsFile, "[ColumnVisible]\n4=0\n7=no\n8=&H1\n9=2\n10=0\n12=0\n18=0.2\n24=-1\n0=-1\n"
+    write(columnsFile, "[ColumnVisible]\n4=0\n7=no\n8=&H1\n9=2\n10=0\n12=0\n24=-1\n0=-1\n"
                        "27=0\n[Other]\n5=0\n");
     LoadColumnSettings();
-    EXPECT_EQ(hidden(), "0 4 7 18 24 25 ");
+    EXPECT_EQ(hidden(), "0 4 7 24 25 ");
 }
 
 TEST_F(FieldTable, SavedColumnsAreReadBack) {

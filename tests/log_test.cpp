@@ -72,8 +72,11 @@ TEST_F(Log, LinesOfErrors) {
         EXPECT_TRUE(WriteErrorLog(tested.error, tested.procedure, false, tested.description));
         expected.emplace_back(tested.expected);
     }
-    EXPECT_EQ(messages(), expected);
     EXPECT_EQ(person_.boxLines(), Lines{});
+    EXPECT_TRUE(WriteErrorLog({1, "Two\nlines"}, "Load", true));
+    EXPECT_EQ(person_.boxLines(), Lines{"exclamation, OVSearch: ERROR (1): Load - Two\nlines"});
+    expected.emplace_back("ERROR (1): Load - Two\\nlines");
+    EXPECT_EQ(messages(), expected);
 }
 
 TEST_F(Log, MessagesStayOneLine) {
@@ -113,13 +116,6 @@ TEST_F(Log, KeepsTheLast25Lines) {
         EXPECT_TRUE(recent.back().ends_with(" - " + std::to_string(i))) << recent.back();
     }
     EXPECT_TRUE(read("Log/OVSearch_.log").ends_with(recentLogLines().back() + "\r\n"));
-}
-
-TEST_F(Log, ShowsErrorsOnRequest) {
-    WriteErrorLog({53, "File\nnot found"}, "Load", true);
-    EXPECT_EQ(person_.boxLines(),
-              Lines{"exclamation, OVSearch: ERROR (53): Load - File\nnot found"});
-    EXPECT_EQ(messages(), Lines{"ERROR (53): Load - File\\nnot found"});
 }
 
 TEST_F(Log, ShowsWhatCannotBeWritten) {

@@ -1,12 +1,10 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
-#include "dictation/matching.h"
-
+#include "allocation_fixture.h"
 #include "dictation/dictation_record.h"
 #include "dictation/field_date.h"
-
-#include "allocation_fixture.h"
+#include "dictation/matching.h"
 
 #include <gtest/gtest.h>
 
@@ -244,10 +242,10 @@ TEST_F(Matching, AndOr) {
 }
 
 std::vector<Criterion> manyCriteria() {
-    return {{5, 17, "öztürk", ""},   {26, 19, "xyz", ""},   {15, 25, "3", ""},
-            {9, 8, "", ""},          {13, 27, "0:01", ""},  {7, 25, "12", ""},
-            {1, 17, "ward", ""},     {18, 21, "", ""},      {10, 28, "1", ""},
-            {16, 14, "2026-01-01", ""}, {3, 33, "", ""},    {23, 20, "", ""}};
+    return {
+        {5, 17, "öztürk", ""}, {26, 19, "xyz", ""},        {15, 25, "3", ""},   {9, 8, "", ""},
+        {13, 27, "0:01", ""},  {7, 25, "12", ""},          {1, 17, "ward", ""}, {18, 21, "", ""},
+        {10, 28, "1", ""},     {16, 14, "2026-01-01", ""}, {3, 33, "", ""},     {23, 20, "", ""}};
 }
 
 TEST_F(Matching, AllocatesNothingOnceWarm) {
@@ -259,7 +257,9 @@ TEST_F(Matching, AllocatesNothingOnceWarm) {
     const auto matchAll = [&] {
         std::size_t hits = 0;
         for (const std::string& name : names)
-            hits += MatchDictation("\\store\\Ward3\\", name, prepared, true) ? 1U : 0U;
+            hits += MatchDictation(R"(\store\Ward3, Haupthaus und Ambulanz\)", name, prepared, true)
+                        ? 1U
+                        : 0U;
         return hits;
     };
     matchAll();
@@ -270,10 +270,9 @@ TEST_F(Matching, AllocatesNothingOnceWarm) {
 
 // Values are kept from one criterion to the next, but never to the next dictation.
 TEST_F(Matching, AgreesWithOneCriterionAtATime) {
-    const std::vector<std::string> pieces = {"@@14$Öztürk", "@@14$x",       "@@5$HOCH",
-                                             "@@5$",        "@@6$0$02$00",  "@@7$20.11.2026",
-                                             "@@7$soon",    "@@17$4",       "@@98$D",
-                                             "@@11$Brief",  "@@4$1.1.2027", "@@92$G"};
+    const std::vector<std::string> pieces = {
+        "@@14$Öztürk", "@@14$x", "@@5$HOCH", "@@5$",       "@@6$0$02$00",  "@@7$20.11.2026",
+        "@@7$soon",    "@@17$4", "@@98$D",   "@@11$Brief", "@@4$1.1.2027", "@@92$G"};
     const std::vector<Criterion> criteria = manyCriteria();
     const unsigned seed = std::random_device{}();
     std::mt19937 random(seed);

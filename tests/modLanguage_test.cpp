@@ -138,9 +138,10 @@ TEST_F(LanguageFolder, GatewayFindsInstalledFiles) {
         std::filesystem::create_directories(folder() / test.texts);
         write(test.texts + "/x.drl", "");
         const std::string expected = (test.isFound ? test.texts : test.module + "/DRL") + "/x.drl";
-        EXPECT_EQ(platform::toNativePath(
-                      resource_gateway::defaultPath(path(test.module + "\\"), "x.drl")),
-                  (folder() / expected).native())
+        const std::string module =
+            path("") + platform::fromNativePath("/" + test.module).substr(1) + "\\";
+        EXPECT_EQ(platform::toNativePath(resource_gateway::defaultPath(module, "x.drl")),
+                  folder() / expected)
             << test.layout;
     }
 }

@@ -121,15 +121,6 @@ TEST_F(Profile, listsAreCutBetweenCharacters) {
     EXPECT_EQ(getPrivateProfileString("S", "k", {}, keys, path("f.ini")), 1U);
 }
 
-TEST_F(Profile, keepsALink) {
-    std::filesystem::create_directory(folder() / "real");
-    write("real/f.ini", "[S]\nk=1\n");
-    std::filesystem::create_symlink("real/f.ini", folder() / "f.ini");
-    EXPECT_TRUE(set("S", "k", "2"));
-    EXPECT_TRUE(std::filesystem::is_symlink(folder() / "f.ini"));
-    EXPECT_EQ(read("real/f.ini"), "[S]\nk=2\n");
-}
-
 TEST_F(Profile, whatIsNoReadableFileIsEmpty) {
     std::filesystem::create_directory(folder() / "f.ini");
     EXPECT_EQ(value("S", "k"), "(none)");
@@ -183,14 +174,14 @@ TEST_F(Profile, windowsDirectoryComesFromTheEnvironment) {
 }
 
 TEST(ProfileContent, hugeLinesAndManyLines) {
-    const std::string megabyte(1U << 20U, 'x');
-    const std::string blanks(megabyte.size(), '\n');
+    const std::string longLine(1U << 18U, 'x');
+    const std::string blanks(longLine.size(), '\n');
     std::string content =
-        "[" + megabyte + "\n" + megabyte + "=1\n[" + blanks + "[S]\nk=" + megabyte;
-    EXPECT_EQ(profileValue(content, "S", "k"), megabyte);
+        "[" + longLine + "\n" + longLine + "=1\n[" + blanks + "[S]\nk=" + longLine;
+    EXPECT_EQ(profileValue(content, "S", "k"), longLine);
     EXPECT_EQ(setProfileValue(content, "S", "k", "2"), ProfileEdit::changed);
     EXPECT_EQ(profileValue(content, "S", "k"), "2");
-    EXPECT_EQ(profileValue(content, "", megabyte), "1");
+    EXPECT_EQ(profileValue(content, "", longLine), "1");
 }
 
 std::vector<std::string> linesOf(const std::string& content) {
@@ -200,12 +191,19 @@ std::vector<std::string> linesOf(const std::string& content) {
     return lines;
 }
 
-// Lines that stand in both, from the beginning and from the end.
+// How many lines stand in both, from the beginning and from the end.
 std::ptrdiff_t sharedLines(const std::vector<std::string>& a, const std::vector<std::string>& b) {
     const auto front = std::mismatch(a.begin(), a.end(), b.begin(), b.end());
     const auto back = std::mismatch(a.rbegin(), std::make_reverse_iterator(front.first), b.rbegin(),
                                     std::make_reverse_iterator(front.second));
     return (front.first - a.begin()) + (back.first - a.rbegin());
+}
+
+bool isWithoutOneLine(const std::string& content, const std::string& before) {
+    for (SettingsLines at(before); at.next();)
+        if (content == before.substr(0, at.begin()) + before.substr(at.end()))
+            return true;
+    return false;
 }
 
 // Whatever the bytes: an edit that is not refused is read back and touches one line.
@@ -254,9 +252,9 @@ TEST(ProfileContent, anyBytesSurviveAnEdit) {
         EXPECT_GE(sharedLines(old, linesOf(content)), std::ssize(old) - 1);
         EXPECT_EQ(setProfileValue(content, "S", key, "vö"), ProfileEdit::unchanged);
 
-        const auto written = linesOf(content);
+        const std::string written = content;
         EXPECT_EQ(removeProfileKey(content, "S", key), ProfileEdit::changed);
-        EXPECT_GE(sharedLines(written, linesOf(content)), std::ssize(written) - 1);
+        EXPECT_TRUE(isWithoutOneLine(content, written));
     }
     EXPECT_GT(changes, 1000);
 }

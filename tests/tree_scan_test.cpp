@@ -6,6 +6,7 @@
 #include "dictation/result_order.h"
 #include "dictation/tree_scan.h"
 #include "fake_host.h"
+#include "platform/text.h"
 #include "recording_interface.h"
 #include "settings_fixture.h"
 #include "support/modLanguage.h"

@@ -17,6 +17,7 @@ namespace {
 
 constexpr std::string_view separator = "@@";
 constexpr std::string_view ending = ".WAV";
+constexpr std::string_view finishedFolder = "ERL";
 constexpr std::size_t longestTag = 16; // "@@-2147483648$" and a spare
 
 using TagBuffer = std::array<char, longestTag>;
@@ -72,6 +73,13 @@ std::int32_t fieldBehindSerial(std::int32_t pseudoField) noexcept {
     default:
         return 0;
     }
+}
+
+// For `capitals` that are the capitals of no other characters than their own small letters, which
+// differ from them in one bit.
+bool isInAnyCase(std::string_view text, std::string_view capitals) noexcept {
+    return std::equal(text.begin(), text.end(), capitals.begin(), capitals.end(),
+                      [](char c, char capital) { return c == capital || (c & ~0x20) == capital; });
 }
 
 // `bytes` as they are when they are UTF-8, else read as Windows-1252.
@@ -149,7 +157,7 @@ void appendDirectoryText(std::string_view path, std::string& out) {
         return;
     }
     // Finished dictations lie in "ERL" below every ward: the ward's name must be seen as well.
-    if (at > 0 && platform::equalsIgnoringCase(path.substr(at + 1), "ERL"))
+    if (at > 0 && isInAnyCase(path.substr(at + 1), finishedFolder))
         if (const std::size_t above = path.rfind('\\', at - 1); above != std::string_view::npos)
             at = above;
     out.append("...");
@@ -163,12 +171,8 @@ std::string GetDirectoryText(std::string_view path) {
 }
 
 bool hasDictationEnding(std::string_view fileName) noexcept {
-    if (fileName.size() < ending.size())
-        return false;
-    const std::string_view last = fileName.substr(fileName.size() - ending.size());
-    // Letters differ from their capitals in one bit; the four characters have no other twins.
-    return last[0] == '.' && (last[1] & ~0x20) == 'W' && (last[2] & ~0x20) == 'A' &&
-           (last[3] & ~0x20) == 'V';
+    return fileName.size() >= ending.size() &&
+           isInAnyCase(fileName.substr(fileName.size() - ending.size()), ending);
 }
 
 std::string_view dictationName(std::string_view fileName, std::string& buffer) {

@@ -6,7 +6,6 @@
 #include "platform/text.h"
 #include "support/numbers.h"
 
-#include <algorithm>
 #include <array>
 #include <charconv>
 #include <chrono>
@@ -22,7 +21,7 @@ using std::chrono::sys_days;
 
 constexpr sys_days origin{std::chrono::year{1899} / 12 / 30};
 constexpr std::int32_t secondsPerDay = 86400;
-constexpr std::ptrdiff_t shortestDate = 8; // characters
+constexpr std::size_t shortestDate = 8;
 
 constexpr std::int32_t serialDay(int year, int month, int day) noexcept {
     const sys_days date{std::chrono::year{year} / month / day};
@@ -39,10 +38,15 @@ struct Pieces {
     std::size_t count = 0; // 4 stands for more than three
 };
 
-std::ptrdiff_t characterCount(std::string_view utf8) noexcept {
-    return std::count_if(utf8.begin(), utf8.end(), [](char c) {
-        return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U; // begins one
-    });
+// Counted in characters, not bytes.
+bool isLongEnough(std::string_view utf8) noexcept {
+    std::size_t characters = 0;
+    for (const char c : utf8) {
+        const bool begins = (static_cast<unsigned char>(c) & 0xC0U) != 0x80U;
+        if (begins && ++characters == shortestDate)
+            return true;
+    }
+    return false;
 }
 
 Pieces split(std::string_view text, char separator, char other) noexcept {
@@ -131,7 +135,7 @@ std::optional<double> wholeNumber(std::string_view text) noexcept {
 } // namespace
 
 std::optional<DateSerial> ReadFieldDate(std::string_view text, bool dateOnly) noexcept {
-    if (characterCount(text) < shortestDate)
+    if (!isLongEnough(text))
         return std::nullopt;
     const std::size_t blank = text.find(' ');
     const auto day = rolledDay(text.substr(0, blank));
