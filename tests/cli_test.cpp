@@ -74,8 +74,9 @@ protected:
     }
     // Searches the store.
     ProgramResult find(const Texts& options, ProgramRun how = {}) const {
-        Texts arguments = {"find", root()};
+        Texts arguments = {"find"};
         arguments.insert(arguments.end(), options.begin(), options.end());
+        arguments.push_back(root());
         return run(arguments, std::move(how));
     }
     // Paths in the store, sorted.
@@ -97,7 +98,7 @@ protected:
         return all;
     }
     std::string authors(Texts options) const {
-        options.insert(options.end(), {"--columns", "author", "--format", "csv"});
+        options.insert(options.begin(), {"--columns", "author", "--format", "csv"});
         return authors(find(options));
     }
 

@@ -167,7 +167,7 @@ TEST_F(Plugin, HostFunctions) {
     EXPECT_EQ(modOVPlugIn::GetLocalINIFile(), "/x.ini");
     EXPECT_EQ(modOVPlugIn::GetLanguage(connector()), 0) << "not known to the host";
     modOVPlugIn::ProgressInit(0, 26, 0, "Filling");
-    modOVPlugIn::ProgressText("\\home\\x\\");
+    modOVPlugIn::ProgressText(R"(\home\x\)");
     modOVPlugIn::ProgressValue(3);
     modOVPlugIn::ProgressClear();
     modOVPlugIn::LogView("\\home\\x.WAV");

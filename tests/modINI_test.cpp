@@ -28,8 +28,8 @@ protected:
 
 TEST_F(ModIni, readsNumbers) {
     const struct {
-        const char* text;
-        std::int32_t expected;
+        const char* text = "";
+        std::int32_t expected = 0;
         char decimalSign = '.';
     } cases[] = {
         {"25", 25},

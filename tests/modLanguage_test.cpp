@@ -86,9 +86,9 @@ TEST(LanguageFile, Languages) {
         LanguageFile::parse("[7]\n1=Straße\n2=Januar\n[7.2]\n1=Strasse\n[9]\n1=Street\n3=only\n"
                             "[12]\n2=janvier\n");
     const struct {
-        const char* rule;
-        std::int32_t number, language, subLanguage;
-        OptionalText text{};
+        const char* rule = "";
+        std::int32_t number = 0, language = 0, subLanguage = 0;
+        OptionalText text;
     } cases[] = {
         {"German", 1, 7, 0, "Straße"},
         {"0 is German", 1, 0, 0, "Straße"},
@@ -99,7 +99,7 @@ TEST(LanguageFile, Languages) {
         {"negative language", 1, -7, -1, "Street"},
         {"language that lacks a text", 1, 12, 0, "Street"},
         {"text in English only", 3, 7, 2, "only"},
-        {"text in German only", 2, 9, 0},
+        {"text in German only", 2, 9, 0, std::nullopt},
     };
     for (const auto& test : cases)
         EXPECT_EQ(file.find(test.number, test.language, test.subLanguage), test.text) << test.rule;
@@ -199,10 +199,10 @@ TEST_F(LanguageFolder, TextsFollowLanguageArgumentsAndReferences) {
 TEST(TextExpansion, Places) {
     using Arguments = std::vector<std::string_view>;
     const struct {
-        const char* rule;
-        const char* text;
+        const char* rule = "";
+        const char* text = "";
         std::optional<Arguments> arguments;
-        const char* expected;
+        const char* expected = "";
     } cases[] = {
         {"empty text", "", Arguments{"x"}, ""},
         {"lone percent sign", "100 %", Arguments{"x"}, "100 %"},

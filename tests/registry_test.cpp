@@ -80,8 +80,8 @@ TEST_F(Registry, valuesInEveryEncoding) {
         {"unknown type", R"("a"=hex(b):01,00,00,00,00,00,00,00)", "a"},
         {"byte that is none", R"("a"=hex(1):48,00,1ff)", "a"},
         {"text cut off", R"("a"="b)", "a"},
-        {"longest text", "\"a\"=\"" + std::string(1023, 'x') + '"', "a", std::string(1023, 'x')},
-        {"longer text", "\"a\"=\"" + std::string(1024, 'x') + '"', "a"},
+        {"longest text", R"("a"=")" + std::string(1023, 'x') + '"', "a", std::string(1023, 'x')},
+        {"longer text", R"("a"=")" + std::string(1024, 'x') + '"', "a"},
     };
     for (const auto& test : cases) {
         const std::string text = version5 + testHeader + test.lines;
@@ -103,8 +103,9 @@ TEST_F(Registry, oldFilesHoldBytesOfTheCodePage) {
 
 TEST_F(Registry, whatIsNoExportChangesNothing) {
     const std::string entry = testHeader + "\"a\"=\"b\"\n";
+    const std::string whole = version5 + entry;
     for (const std::string& file :
-         {""s, entry, "REGEDIT5\n" + entry, "\0\1\2"s + entry, "x" + version5 + entry}) {
+         {""s, entry, "REGEDIT5\n" + entry, "\0\1\2"s + entry, "x" + whole}) {
         use(file);
         EXPECT_EQ(value("a"), "(default)") << file;
     }

@@ -211,7 +211,7 @@ void reportProblems() {
 }
 
 void reportEnd(const FindOptions& options, const DictationList& hits) {
-    if (TerminalInterface::interrupted())
+    if (TerminalInterface::interrupted() && modDictation::lastScanReport().stopped)
         complain("stopped; what was found until then is shown");
     else if (options.limit == usualLimit && hits.size() >= options.limit)
         complain("ended after " + std::to_string(hits.size()) +

@@ -40,7 +40,6 @@ SettingsLines::SettingsLines(std::string_view bytes) noexcept
     : bytes_(bytes),
       encoding_(settingsEncoding(bytes)),
       unit_(isUtf16(encoding_) ? 2 : 1),
-      begin_(0),
       end_(markSize(encoding_)),
       zero_(end_),
       textEnd_(end_) {
@@ -48,10 +47,10 @@ SettingsLines::SettingsLines(std::string_view bytes) noexcept
 }
 
 unsigned SettingsLines::characterAt(std::size_t at) const noexcept {
-    const auto first = static_cast<unsigned char>(bytes_[at]);
+    const unsigned first = static_cast<unsigned char>(bytes_[at]);
     if (unit_ == 1)
         return first;
-    const auto second = static_cast<unsigned char>(bytes_[at + 1]);
+    const unsigned second = static_cast<unsigned char>(bytes_[at + 1]);
     return encoding_ == SettingsEncoding::utf16BigEndian ? (first << 8U) | second
                                                          : (second << 8U) | first;
 }

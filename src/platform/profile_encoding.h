@@ -57,7 +57,7 @@ private:
     std::string_view bytes_;
     SettingsEncoding encoding_;
     std::size_t unit_; // bytes of a character, 1 or 2
-    std::size_t begin_;
+    std::size_t begin_ = 0;
     std::size_t end_;
     std::size_t zero_; // the first zero character, or textEnd_
     std::size_t textEnd_;

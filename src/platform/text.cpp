@@ -28,7 +28,7 @@ constexpr UChar32 replacementCharacter = 0xFFFD;
 // The character at `i`, which moves behind it; negative for bytes that are no UTF-8.
 UChar32 nextCodePoint(std::string_view utf8, std::size_t& i) noexcept {
     UChar32 c = 0;
-    U8_NEXT(utf8.data(), i, utf8.size(), c);
+    U8_NEXT(utf8, i, utf8.size(), c);
     return c;
 }
 #pragma GCC diagnostic pop
@@ -36,7 +36,7 @@ UChar32 nextCodePoint(std::string_view utf8, std::size_t& i) noexcept {
 void appendCodePoint(UChar32 c, std::string& out) {
     std::array<char, U8_MAX_LENGTH> bytes{};
     std::int32_t length = 0;
-    U8_APPEND_UNSAFE(bytes.data(), length, c);
+    U8_APPEND_UNSAFE(bytes, length, c);
     out.append(bytes.data(), static_cast<std::size_t>(length));
 }
 
@@ -125,7 +125,7 @@ std::string utf16ToUtf8(std::string_view bytes, bool bigEndian) {
     utf8.reserve(units.size());
     for (std::size_t i = 0; i < units.size();) {
         UChar32 c = 0;
-        U16_NEXT(units.data(), i, units.size(), c);
+        U16_NEXT(units, i, units.size(), c);
         appendCodePoint(U_IS_SURROGATE(c) ? replacementCharacter : c, utf8);
     }
     return utf8;
@@ -159,7 +159,7 @@ std::string_view truncateUtf8(std::string_view utf8, std::size_t limit) noexcept
         return utf8;
     std::size_t end = limit;
     if (U8_IS_TRAIL(static_cast<std::uint8_t>(utf8[limit])))
-        U8_TRUNCATE_IF_INCOMPLETE(utf8.data(), 0, end);
+        U8_TRUNCATE_IF_INCOMPLETE(utf8, 0, end);
     return utf8.substr(0, end);
 }
 

@@ -17,7 +17,7 @@ namespace ov {
 namespace {
 
 // "DATE" would give one file per day. One file is what administrators collect.
-constexpr std::string_view LogFileNaming;
+constexpr std::string_view LogFileNaming; // NOLINT(readability-identifier-naming): a given name
 
 // The number that runtime errors carry for "path not found".
 constexpr int pathNotFound = 76;

@@ -64,7 +64,7 @@ bool usesTwelveHours(std::string_view format) {
 // glibc counts the first weekday (1 to 7) from the day that _NL_TIME_WEEK_1STDAY names: a Sunday
 // (19971130) or a Monday (19971201).
 int readFirstWeekday() {
-    const int first = *nl_langinfo(_NL_TIME_FIRST_WEEKDAY);
+    const int first = static_cast<unsigned char>(*nl_langinfo(_NL_TIME_FIRST_WEEKDAY));
     // The word itself is returned in the place of the pointer.
     const auto origin = static_cast<unsigned>(
         reinterpret_cast<std::uintptr_t>(nl_langinfo(_NL_TIME_WEEK_1STDAY)) & 0xFFFFFFFFU);
