@@ -21,12 +21,12 @@ using namespace ov::modDictation;
 constexpr const char* name = "2$ROH@@3$OEZ@@4$24.12.2026@@5$HOCH@@6$00$02$15@@7$20.11.2026 "
                              "17$05$00@@8$A²²4711@@11$Arztbrief_Entlassung@@14$Dr!!"
                              " Öztürk@@16$Müller@@17$5@@92$²1Chirurgie@@98$D";
-constexpr const char* directory = "\\store\\Chirurgie\\2026-11\\ERL\\";
+constexpr const char* directory = R"(\store\Chirurgie\2026-11\ERL\)";
 constexpr ov::platform::DateTime today{2026, 11, 21, 12, 0, 0};
 
 void decodeGeneral(benchmark::State& state) {
     std::string out;
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         out.clear();
         appendDecodedFieldText(name, out);
         benchmark::DoNotOptimize(out.data());
@@ -36,7 +36,7 @@ BENCHMARK(decodeGeneral);
 
 void decodeSecondScheme(benchmark::State& state) {
     std::string out;
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         out.clear();
         appendDecodedFieldText2("²1Chirurgie²2Ost²9 ²0²4", out);
         benchmark::DoNotOptimize(out.data());
@@ -47,7 +47,7 @@ BENCHMARK(decodeSecondScheme);
 void readField(benchmark::State& state) {
     std::string value;
     const auto field = static_cast<std::int32_t>(state.range(0));
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         benchmark::DoNotOptimize(GetDictationField(field, directory, name, value));
         benchmark::DoNotOptimize(value.data());
     }
@@ -57,21 +57,21 @@ void readField(benchmark::State& state) {
 BENCHMARK(readField)->Arg(2)->Arg(14)->Arg(98)->Arg(95)->Arg(-1)->Arg(-2)->Arg(-3);
 
 void readDate(benchmark::State& state) {
-    for (auto _ : state)
+    while (state.KeepRunning())
         benchmark::DoNotOptimize(ReadFieldDate("20.11.2026 17$05$00", false));
 }
 BENCHMARK(readDate);
 
 void checkUtf8(benchmark::State& state) {
     const std::string text(name);
-    for (auto _ : state)
+    while (state.KeepRunning())
         benchmark::DoNotOptimize(ov::platform::isValidUtf8(text));
 }
 BENCHMARK(checkUtf8);
 
 void upperCase(benchmark::State& state, const char* text) {
     std::string out;
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         out.clear();
         ov::platform::appendUpperCase(text, out);
         benchmark::DoNotOptimize(out.data());
@@ -82,7 +82,7 @@ BENCHMARK_CAPTURE(upperCase, umlauts, "Dr. Öztürk-Müller");
 
 void match(benchmark::State& state, const std::vector<Criterion>& criteria) {
     PreparedCriteria prepared(criteria, today);
-    for (auto _ : state)
+    while (state.KeepRunning())
         benchmark::DoNotOptimize(MatchDictation(directory, name, prepared, true));
 }
 BENCHMARK_CAPTURE(match, text, {{5, 17, "öztürk", ""}});

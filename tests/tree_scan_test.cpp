@@ -173,6 +173,7 @@ TEST_F(TreeScan, StopKeepsWhatWasFound) {
     EXPECT_EQ(search().size(), 200U) << "the next search is a whole one";
     requestSearchAbort();
     EXPECT_EQ(search().size(), 0U) << "a stop before the start";
+    EXPECT_TRUE(lastScanReport().stopped);
     EXPECT_EQ(search().size(), 200U);
 }
 

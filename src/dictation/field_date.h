@@ -26,8 +26,8 @@ struct DateSerial {
 
 // The written form: day, month and year parted by "-" or ".", then, unless `dateOnly`, a blank
 // and hours, minutes and seconds parted by "$" ("24.12.2003 17$05$00"). Months, days and times
-// beyond their range roll over. Two digits of the year: 0 to 29 are 2000 to 2029, 30 to 99 are
-// 1930 to 1999. Never allocates.
+// beyond their range roll over; with a number above 32767 it is no date. Two digits of the year:
+// 0 to 29 are 2000 to 2029, 30 to 99 are 1930 to 1999. Never allocates.
 std::optional<DateSerial> ReadFieldDate(std::string_view text, bool dateOnly) noexcept;
 
 // A written date, or a whole text that is a serial ("37979.7118"). Blanks around are ignored.

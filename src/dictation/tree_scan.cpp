@@ -80,7 +80,6 @@ public:
         path_ = modFilePath::AddBackslash(root);
         if (!path_.empty())
             WalkDirectory();
-        state_.report.stopped = state_.searchAbort;
     }
 
 private:
@@ -235,6 +234,7 @@ std::int32_t SearchDictations(std::string_view root, std::span<const std::string
         TreeWalk walk(parseAll(criteria), compareAnd, results, storeFullPath, maxResults);
         walk.start(root);
     }
+    state().report.stopped = state().searchAbort;
     return results.size() - before;
 }
 

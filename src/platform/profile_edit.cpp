@@ -92,8 +92,8 @@ bool readsBackAsSection(std::string_view name) {
 }
 
 // The line that `scanner` stands on gets another value; its line end stays.
-ProfileEdit replaceValue(std::string& content, const ProfileScanner& scanner,
-                         const Encoder& encode, std::string_view value) {
+ProfileEdit replaceValue(std::string& content, const ProfileScanner& scanner, const Encoder& encode,
+                         std::string_view value) {
     const ProfileLine& line = scanner.line();
     if (line.hasValue && textFromBytes(line.value) == withoutBlanks(value))
         return ProfileEdit::unchanged;
