@@ -6,6 +6,9 @@
 #include <cstdlib>
 #include <new>
 
+// This is the memory manager itself, so it cannot leave the work to one.
+// NOLINTBEGIN(cppcoreguidelines-no-malloc,cppcoreguidelines-owning-memory,cppcoreguidelines-avoid-non-const-global-variables)
+
 namespace {
 
 thread_local std::size_t allocations = 0;
@@ -24,6 +27,8 @@ void operator delete(void* memory) noexcept {
 void operator delete(void* memory, std::size_t) noexcept {
     std::free(memory);
 }
+
+// NOLINTEND(cppcoreguidelines-no-malloc,cppcoreguidelines-owning-memory,cppcoreguidelines-avoid-non-const-global-variables)
 
 std::size_t ov::tests::allocationCount() noexcept {
     return allocations;

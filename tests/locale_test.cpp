@@ -47,8 +47,8 @@ TEST_F(LocaleTest, WritesDatesAndTimes) {
     twelve.am = "vorm.";
     const struct {
         Locale locale;
-        const char* early;
-        const char* late;
+        const char* early = nullptr;
+        const char* late = nullptr;
     } cases[] = {
         {german(), "05.03.2026 00:07:09", "21.11.0987 12:00:59"},
         {czech, "5.3.2026 00:07:09", "21.11.0987 12:00:59"},

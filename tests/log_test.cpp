@@ -57,9 +57,9 @@ protected:
 TEST_F(Log, LinesOfErrors) {
     const struct {
         Error error;
-        const char* procedure;
-        const char* description;
-        const char* expected;
+        const char* procedure = nullptr;
+        const char* description = nullptr;
+        const char* expected = nullptr;
     } cases[] = {
         {{53, "File not found"}, "LoadSettings", "", "ERROR (53): LoadSettings - File not found"},
         {{53, "File not found"}, "", "", "ERROR (53): File not found"},

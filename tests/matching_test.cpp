@@ -20,7 +20,7 @@ namespace {
 constexpr platform::DateTime today{2026, 11, 21, 12, 0, 0};
 
 class Matching : public ::testing::Test {
-protected:
+public:
     Matching() {
         platform::Locale german;
         german.dateOrder = platform::DateOrder::dayMonthYear;
@@ -30,6 +30,7 @@ protected:
     }
     ~Matching() override { platform::setLocale(std::nullopt); }
 
+protected:
     static bool match(const std::vector<Criterion>& criteria, const std::string& name,
                       bool compareAnd = true) {
         PreparedCriteria prepared(criteria, today);
