@@ -1,14 +1,11 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
-#include "platform/terminal.h"
 #include "recording_interface.h"
 
 #include <gtest/gtest.h>
 
 #include <cstdlib>
-#include <fcntl.h>
-#include <sys/ioctl.h>
 #include <thread>
 
 namespace ov::platform {
@@ -64,21 +61,6 @@ TEST(UserInterface, HandlerThatPumpsDoesNotStartItselfOver) {
     });
     processMessagesNowAndThen();
     EXPECT_LT(depth, enough);
-}
-
-TEST(Terminal, WidthIsThatOfTheWindow) {
-    std::FILE* const terminal = fdopen(posix_openpt(O_RDWR | O_NOCTTY), "r+");
-    std::FILE* const file = std::tmpfile();
-    ASSERT_TRUE(terminal != nullptr && file != nullptr);
-    EXPECT_FALSE(isTerminal(file));
-    EXPECT_EQ(terminalWidth(file), 80);
-    EXPECT_TRUE(isTerminal(terminal));
-    EXPECT_EQ(terminalWidth(terminal), 80) << "a new one has no size yet";
-    const winsize size{.ws_row = 24, .ws_col = 132, .ws_xpixel = 0, .ws_ypixel = 0};
-    ASSERT_EQ(ioctl(fileno(terminal), TIOCSWINSZ, &size), 0);
-    EXPECT_EQ(terminalWidth(terminal), 132);
-    std::fclose(terminal);
-    std::fclose(file);
 }
 
 } // namespace
