@@ -16,6 +16,7 @@ using tests::StartedPlugIn;
 class NoControl final : public IFormExtension {
 public:
     void IFormExtension_Init(IPlugin& /*plugIn*/, IHostForm& /*form*/) override {}
+    WindowHandle IFormExtension_Window() noexcept override { return nullptr; }
 };
 
 class Plugin : public ::testing::Test {

@@ -6,6 +6,7 @@
 #include "plugin/modOVPlugIn.h"
 
 #include <algorithm>
+#include <functional>
 #include <map>
 #include <memory>
 #include <set>
@@ -40,6 +41,8 @@ struct HostRecord {
     // Calls or functions that throw HostError(number 5, "refused").
     std::set<std::string, std::less<>> refused;
     const IPlugin* caller = nullptr; // of the last call that has one
+    // Hears of every call before it is answered.
+    std::function<void(const std::string&)> onCall;
 
     std::vector<std::string> takeCalls() { return std::exchange(calls, {}); }
     void forget(std::string_view function) {
@@ -49,6 +52,8 @@ struct HostRecord {
     std::string add(const std::string& function, const std::string& arguments = {}) {
         const std::string call = function + "(" + arguments + ")";
         calls.push_back(call);
+        if (onCall)
+            onCall(call);
         if (refused.contains(call) || refused.contains(function))
             throw HostError(5, "refused");
         const auto byCall = answers.find(call);

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "environment.h"
 #include "platform/files.h"
 #include "platform/known_folders.h"
 #include "platform/registry.h"
@@ -22,28 +23,6 @@
 namespace ov::tests {
 
 namespace fs = std::filesystem;
-
-// Sets an environment variable while it lives.
-class Environment {
-public:
-    Environment(const char* name, const std::string& value) : name_(name) {
-        if (const char* old = std::getenv(name))
-            old_ = old;
-        setenv(name, value.c_str(), 1);
-    }
-    ~Environment() {
-        if (old_)
-            setenv(name_, old_->c_str(), 1);
-        else
-            unsetenv(name_);
-    }
-    Environment(const Environment&) = delete;
-    Environment& operator=(const Environment&) = delete;
-
-private:
-    const char* name_;
-    std::optional<std::string> old_;
-};
 
 // An empty folder that is also the Windows directory and the per-user folder.
 class SettingsTest : public ::testing::Test {

@@ -5,6 +5,7 @@
 #include "cli/find_command.h"
 #include "cli/messages.h"
 #include "cli/output.h"
+#include "cli/play_command.h"
 #include "cli/session.h"
 #include "cli/show_command.h"
 #include "cli/shown_text.h"
@@ -29,6 +30,7 @@ struct Arguments {
     SessionOptions session;
     FindOptions find;
     std::string show;
+    std::string play;
     std::string demoDirectory;
     int demoCount = 500;
     std::uint32_t demoSeed = 1;
@@ -124,6 +126,12 @@ CLI::App* addShow(CLI::App& app, Arguments& arguments) {
     return command;
 }
 
+CLI::App* addPlay(CLI::App& app, Arguments& arguments) {
+    CLI::App* command = app.add_subcommand("play", "Play a dictation; q or Ctrl-C ends it");
+    addPath(*command, "FILE", arguments.play, "The sound file");
+    return command;
+}
+
 CLI::App* addDemo(CLI::App& app, Arguments& arguments) {
     CLI::App* command = app.add_subcommand("demo", "Write a store of made-up dictations");
     addPath(*command, "DIR", arguments.demoDirectory, "Folder, missing or empty");
@@ -148,8 +156,9 @@ ExitCode run(int argc, char** argv) {
     CLI::App* find = addFind(app, arguments);
     CLI::App* show = addShow(app, arguments);
     CLI::App* fields = app.add_subcommand("fields", "List the fields and their operators");
+    CLI::App* play = addPlay(app, arguments);
     CLI::App* demo = addDemo(app, arguments);
-    for (CLI::App* command : {&app, find, show, fields, demo})
+    for (CLI::App* command : {&app, find, show, fields, play, demo})
         addCommonOptions(*command, arguments);
     try {
         app.parse(argc, argv);
@@ -163,6 +172,8 @@ ExitCode run(int argc, char** argv) {
         return runFind(arguments.find, session, terminal);
     if (*show)
         return runShow(arguments.show);
+    if (*play)
+        return runPlay(arguments.play, terminal);
     if (*demo)
         return runDemo(arguments.demoDirectory, arguments.demoCount, arguments.demoSeed, terminal);
     return runFields();

@@ -3,30 +3,28 @@
 
 #include "dictation/result_order.h"
 
+#include "dictation/collation_key.h"
 #include "dictation/dictation_record.h"
 #include "dictation/field_table.h"
 #include "dictation/field_values.h"
+#include "dictation/ordered_steps.h"
+#include "platform/user_interface.h"
 #include "support/modLanguage.h"
 
-#include <unicode/ucol.h>
 #include <unicode/uloc.h>
-#include <unicode/ustring.h>
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <memory>
 #include <string>
+#include <utility>
 
 namespace ov::modDictation {
 
 namespace {
 
 constexpr std::int32_t german = 7;
-
-struct CollatorCloser {
-    void operator()(UCollator* collator) const noexcept { ucol_close(collator); }
-};
-using Collator = std::unique_ptr<UCollator, CollatorCloser>;
 
 // The alphabet of the user's country; a process without a country takes that of the language.
 std::string alphabet() {
@@ -37,83 +35,64 @@ std::string alphabet() {
     return language == 0 || language == german ? "de" : "en";
 }
 
-Collator openCollator() {
-    UErrorCode error = U_ZERO_ERROR;
-    Collator collator(ucol_open(alphabet().c_str(), &error));
-    if (U_FAILURE(error))
-        return nullptr;
-    ucol_setStrength(collator.get(), UCOL_SECONDARY); // accents count, case does not
-    ucol_setAttribute(collator.get(), UCOL_NUMERIC_COLLATION, UCOL_ON, &error);
-    return collator;
-}
-
-// Turns texts into bytes that compare as the alphabet orders them.
-class SortKeyMaker {
-public:
-    std::string_view key(std::string_view text) {
-        if (!collator_)
-            return text;
-        units_.resize(text.size() + 1);
-        UErrorCode error = U_ZERO_ERROR;
-        std::int32_t length = 0;
-        u_strFromUTF8WithSub(units_.data(), static_cast<std::int32_t>(units_.size()), &length,
-                             text.data(), static_cast<std::int32_t>(text.size()), 0xFFFD, nullptr,
-                             &error);
-        std::int32_t size = sortKey(length);
-        if (static_cast<std::size_t>(size) > key_.size()) {
-            key_.resize(static_cast<std::size_t>(size));
-            size = sortKey(length);
-        }
-        return {reinterpret_cast<const char*>(key_.data()), static_cast<std::size_t>(size)};
-    }
-
-private:
-    std::int32_t sortKey(std::int32_t length) {
-        return ucol_getSortKey(collator_.get(), units_.data(), length, key_.data(),
-                               static_cast<std::int32_t>(key_.size()));
-    }
-
-    Collator collator_ = openCollator();
-    std::vector<char16_t> units_;
-    std::vector<std::uint8_t> key_ = std::vector<std::uint8_t>(256);
-};
-
 struct NumberEntry {
     double number;
     std::int32_t index;
 };
 
-// The first bytes decide most comparisons without leaving the array.
+// `chunk` holds the eight bytes of the key that are being compared.
 struct TextEntry {
-    std::uint64_t prefix;
-    std::size_t start;
+    std::uint64_t chunk;
+    const char* key;
     std::uint32_t length;
     std::int32_t index;
 };
 
-std::uint64_t prefixOf(std::string_view key) noexcept {
-    std::uint64_t prefix = 0;
-    for (std::size_t i = 0; i < sizeof prefix; ++i)
-        prefix = prefix << 8U | (i < key.size() ? static_cast<unsigned char>(key[i]) : 0U);
-    return prefix;
+// Keys in blocks, so that nothing is moved while they grow: moving them would stall the window.
+class KeyStore {
+public:
+    const char* keep(std::string_view key) {
+        if (key.size() > static_cast<std::size_t>(end_ - free_)) {
+            constexpr std::size_t blockSize = std::size_t{1} << 20U;
+            const std::size_t size = std::max(blockSize, key.size());
+            blocks_.emplace_back(new char[size]);
+            free_ = blocks_.back().get();
+            end_ = free_ + size;
+        }
+        char* place = std::exchange(free_, free_ + key.size());
+        std::copy(key.begin(), key.end(), place);
+        return place;
+    }
+
+private:
+    std::vector<std::unique_ptr<char[]>> blocks_;
+    char* free_ = nullptr;
+    char* end_ = nullptr;
+};
+
+constexpr std::size_t chunkSize = sizeof(std::uint64_t);
+
+// As a number that compares as the bytes do.
+std::uint64_t chunkOf(std::string_view key) noexcept {
+    std::array<unsigned char, chunkSize> bytes{};
+    std::memcpy(bytes.data(), key.data(), std::min(key.size(), chunkSize));
+    const auto at = [&bytes](std::size_t i) { return std::uint64_t{bytes[i]}; };
+    return at(0) << 56U | at(1) << 48U | at(2) << 40U | at(3) << 32U | at(4) << 24U | at(5) << 16U |
+           at(6) << 8U | at(7);
 }
 
 // Calls `visit(index, directory, name)` for every hit.
 template <typename Visit>
 void forEachHit(const DictationList& list, Visit visit) {
     std::string buffer;
-    for (std::int32_t i = 1; i <= list.size(); ++i)
+    for (std::int32_t i = 1; i <= list.size(); ++i) {
         visit(i, list.directory(i), dictationName(list.fileName(i), buffer));
+        platform::processMessagesNowAndThen();
+    }
 }
 
-// Equal entries keep their order in both directions.
-template <typename Entry, typename Less>
-std::vector<std::int32_t> indexesInOrder(std::vector<Entry>& entries, bool descending, Less less) {
-    std::sort(entries.begin(), entries.end(), [&](const Entry& a, const Entry& b) {
-        const bool aFirst = descending ? less(b, a) : less(a, b);
-        const bool bFirst = descending ? less(a, b) : less(b, a);
-        return aFirst || (!bFirst && a.index < b.index);
-    });
+template <typename Entry>
+std::vector<std::int32_t> indexesOf(const std::vector<Entry>& entries) {
     std::vector<std::int32_t> order;
     order.reserve(entries.size());
     for (const Entry& entry : entries)
@@ -126,31 +105,83 @@ std::vector<std::int32_t> orderByNumber(const DictationList& list, std::int32_t 
     std::vector<NumberEntry> entries;
     entries.reserve(static_cast<std::size_t>(list.size()));
     forEachHit(list, [&](std::int32_t i, std::string_view path, std::string_view name) {
-        entries.push_back({fieldNumber(field, path, name), i});
+        const double number = fieldNumber(field, path, name);
+        entries.push_back({descending ? -number : number, i});
     });
-    return indexesInOrder(entries, descending, [](const NumberEntry& a, const NumberEntry& b) {
-        return a.number < b.number;
-    });
+    std::vector<NumberEntry> spare(entries.size());
+    sortInSteps(entries.data(), entries.data() + entries.size(), spare.data(),
+                [](const NumberEntry& a, const NumberEntry& b) {
+                    return a.number != b.number ? a.number < b.number : a.index < b.index;
+                });
+    return indexesOf(entries);
+}
+
+// Sorts by eight bytes of the keys at a time: what a comparison needs lies in the entry, and only
+// entries that are equal so far look at their next bytes.
+class TextSorter {
+public:
+    TextSorter(std::vector<TextEntry>& entries, bool descending)
+        : entries_(entries), spare_(entries.size()), descending_(descending) {}
+
+    void sort() { sortFrom(entries_.data(), entries_.data() + entries_.size(), 0); }
+
+private:
+    void sortFrom(TextEntry* first, TextEntry* last, std::size_t depth);
+    bool readChunks(TextEntry* first, TextEntry* last, std::size_t depth);
+
+    std::vector<TextEntry>& entries_;
+    std::vector<TextEntry> spare_;
+    bool descending_;
+};
+
+// False when no entry has any byte left.
+bool TextSorter::readChunks(TextEntry* first, TextEntry* last, std::size_t depth) {
+    bool any = false;
+    for (TextEntry* entry = first; entry != last; ++entry) {
+        const std::size_t left = entry->length > depth ? entry->length - depth : 0;
+        any = any || left > 0;
+        const std::uint64_t chunk =
+            chunkOf(std::string_view(entry->key + (left > 0 ? depth : 0), left));
+        entry->chunk = descending_ ? ~chunk : chunk;
+        platform::processMessagesNowAndThen();
+    }
+    return any;
+}
+
+void TextSorter::sortFrom(TextEntry* first, TextEntry* last, std::size_t depth) {
+    for (; readChunks(first, last, depth); depth += chunkSize) {
+        const auto differs = [first](const TextEntry& e) { return e.chunk != first->chunk; };
+        if (std::none_of(first, last, differs))
+            continue; // a long beginning that all have in common
+        sortInSteps(first, last, spare_.data(), [](const TextEntry& a, const TextEntry& b) {
+            return a.chunk != b.chunk ? a.chunk < b.chunk : a.index < b.index;
+        });
+        for (TextEntry* start = first; start != last;) {
+            TextEntry* end = start + 1;
+            while (end != last && end->chunk == start->chunk)
+                ++end;
+            if (end - start > 1)
+                sortFrom(start, end, depth + chunkSize);
+            start = end;
+        }
+        return;
+    }
 }
 
 std::vector<std::int32_t> orderByText(const DictationList& list, std::int32_t field,
                                       bool descending) {
-    SortKeyMaker maker;
-    std::string keys;
+    CollationKeys collation(alphabet());
+    KeyStore keys;
+    std::string key;
     std::vector<TextEntry> entries;
     entries.reserve(static_cast<std::size_t>(list.size()));
     forEachHit(list, [&](std::int32_t i, std::string_view path, std::string_view name) {
-        const std::string text = fieldText(field, path, name);
-        const std::string_view key = maker.key(text);
-        entries.push_back({prefixOf(key), keys.size(), static_cast<std::uint32_t>(key.size()), i});
-        keys.append(key);
+        key.clear();
+        collation.append(fieldText(field, path, name), key);
+        entries.push_back({0, keys.keep(key), static_cast<std::uint32_t>(key.size()), i});
     });
-    const auto keyOf = [&keys](const TextEntry& entry) {
-        return std::string_view(keys).substr(entry.start, entry.length);
-    };
-    return indexesInOrder(entries, descending, [&](const TextEntry& a, const TextEntry& b) {
-        return a.prefix != b.prefix ? a.prefix < b.prefix : keyOf(a) < keyOf(b);
-    });
+    TextSorter(entries, descending).sort();
+    return indexesOf(entries);
 }
 
 } // namespace

@@ -14,7 +14,7 @@ namespace ov::modDictation {
 // day and time, lengths by seconds, codes by number, text by the alphabet of the user's language
 // without regard to case, digits in it by their value (9 before 10). Hits without a value come
 // first. Equal ones keep the order in which they were found, also when `descending`. Each field
-// value is read once.
+// value is read once. Lets window messages be handled; `list` must not change meanwhile.
 std::vector<std::int32_t> sortedOrder(const DictationList& list, std::int32_t field,
                                       bool descending);
 

@@ -12,10 +12,11 @@
 
 // What a host and a plug-in are to each other. A host implements IHostApplication,
 // IHostServices, EventSource, IHostWindow and IHostForm; the plug-in implements IPlugin and, for
-// its control, IFormExtension.
+// its control, IFormExtension. plugin_library.h tells how the host gets at them.
 //
 // Threads: every call, in both directions, is made on the host's user-interface thread.
-// Text: UTF-8. A string_view lives as long as the call.
+// Text: UTF-8. A string_view lives as long as the call. Paths part their names with "\" on every
+// system and keep the bytes of file names that are no UTF-8; a directory ends in "\".
 // Lifetime: objects are shared; a side that keeps one holds a reference. An IPlugin& is the
 // caller itself and outlives the call.
 // Errors: every operation may throw HostError and nothing else; the caller then regards the
@@ -28,11 +29,38 @@ class IHostApplication;
 class IHostWindow;
 class IPlugin;
 
+// A window of the user interface, owned by neither side of the call: a QWidget* of Qt 6.
+using WindowHandle = void*;
+
 // One argument of a host function: a number, or the caller's own variable, which the host may
 // write to during the call.
 using HostArgument = std::variant<std::int32_t, std::int32_t*, std::string*>;
 
 // The host's generic entry for functions that are known by name.
+//
+// The functions that the plug-in calls, all from the control unless said otherwise. A result
+// that is a number is a text that begins with it.
+//
+//   function             arguments                      result
+//   PI_GetLanguage       none                           language: 7 German, 9 English, 0 German
+//   PI_GetSubLanguage    none                           its number, 0 for none
+//   PI_GetLocalINIFile   none                           path of the user's settings file
+//   PI_GetDirectory      204                            the dictation tree
+//                        32                             where the plug-in keeps the user's data
+//   PI_ProgressInit      0, &steps, &0, &caption        -
+//   PI_ProgressText      &text: the directory that is   -
+//                        being searched, ending in "\",
+//                        or what was found so far
+//   PI_ProgressValue     &value: the step reached,      -
+//                        counted from 1; also without
+//                        PI_ProgressInit
+//   PI_ProgressClear     none; also without             -
+//                        PI_ProgressInit
+//   PI_LogView           &path of a dictation, &""      -
+//
+// The progress functions come at the pace of the disk, some hundred thousand a second: a host
+// takes note and repaints later. It need not handle window messages inside the call, the plug-in
+// lets them be handled.
 class IHostServices {
 public:
     virtual ~IHostServices() = default;
@@ -125,8 +153,11 @@ class IFormExtension {
 public:
     virtual ~IFormExtension() = default;
 
-    // Called once, before anything else.
+    // Called once, before anything else. `plugIn` and `form` outlive the control.
     virtual void IFormExtension_Init(IPlugin& plugIn, IHostForm& form) = 0;
+
+    // The control's own window, for the host to place, size and show. It belongs to the control.
+    virtual WindowHandle IFormExtension_Window() noexcept = 0;
 };
 
 // The plug-in as the host sees it. The order of the members is part of the interface.

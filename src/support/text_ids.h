@@ -26,7 +26,9 @@ constexpr std::int32_t searchStopped = 1012;
 constexpr std::int32_t directoriesSkipped = 1013; // %1%: how many
 constexpr std::int32_t dictation = 1017;
 constexpr std::int32_t dictations = 1018;
-constexpr std::int32_t resultList = 1019; // accessible name
+constexpr std::int32_t resultList = 1019;   // accessible name
+constexpr std::int32_t criteriaHint = 1061; // in the empty list
+constexpr std::int32_t resultHint = 1062;
 
 // Its buttons and their tooltips
 constexpr std::int32_t searchButton = 1020;
@@ -65,6 +67,7 @@ constexpr std::int32_t menuCopyRows = 1204;
 constexpr std::int32_t menuCopyPath = 1205;
 constexpr std::int32_t menuOpenFolder = 1206;
 constexpr std::int32_t menuSelectAll = 1207;
+constexpr std::int32_t menuColumns = 1208;
 
 // The criterion editor
 constexpr std::int32_t newCriterionTitle = 4001;
@@ -125,6 +128,7 @@ constexpr std::int32_t printFailed = 4334;
 constexpr std::int32_t fillingList = 10001;
 constexpr std::int32_t nothingFound = 10002;
 constexpr std::int32_t searchWithoutCriteria = 10003;
+constexpr std::int32_t foundSoFar = 10004; // %1%: how many dictations
 constexpr std::int32_t defaultPrintTitle = 10011;
 constexpr std::int32_t nothingToPrint = 19001;
 

@@ -1,0 +1,249 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+// How quickly the sound device answers, and how well it knows what is heard: plays a two-hour
+// file into a sound server of its own and looks at what was recorded when.
+
+#include "platform/wave_overview.h"
+#include "playback/modMultimedia.h"
+#include "sound_server.h"
+#include "sound_signal.h"
+#include "wave_files.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <cstdio>
+#include <fstream>
+#include <string>
+#include <sys/resource.h>
+#include <vector>
+
+namespace {
+
+using namespace ov::modMultimedia;
+using ov::tests::Recorder;
+using Clock = std::chrono::steady_clock;
+using Samples = std::vector<float>;
+
+constexpr const char* alias = "PBWave";
+constexpr std::size_t perSecond = ov::tests::SoundServer::rate;
+constexpr int rate = 16000;
+constexpr int twoHours = 7200;
+
+double milliseconds(Clock::duration time) {
+    return std::chrono::duration<double, std::milli>(time).count();
+}
+
+template <typename Work>
+double timed(Work work) {
+    const auto start = Clock::now();
+    work();
+    return milliseconds(Clock::now() - start);
+}
+
+// Of several measurements of the same thing.
+struct Figures {
+    std::vector<double> values;
+    void print(const char* name, const char* limit) {
+        std::sort(values.begin(), values.end());
+        std::printf("%-34s median %6.1f  worst %6.1f ms   (%s)\n", name, values[values.size() / 2],
+                    values.back(), limit);
+    }
+};
+
+void pause(int time) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(time));
+}
+
+std::size_t waitForSound(const Recorder& recorder, std::size_t from) {
+    for (;;) {
+        const Samples heard = recorder.samples(from, recorder.count());
+        const std::size_t found = ov::tests::startOfSound(heard);
+        if (found < heard.size())
+            return from + found;
+        pause(1);
+    }
+}
+
+// The sample after the last that is no silence, once a tenth of a second of it has come.
+std::size_t waitForSilence(const Recorder& recorder, std::size_t from) {
+    for (;;) {
+        const Samples heard = recorder.samples(from, recorder.count());
+        std::size_t last = heard.size();
+        while (last > 0 && std::fabs(heard[last - 1]) < 1e-3F)
+            --last;
+        if (heard.size() > last + perSecond / 10)
+            return from + last;
+        pause(1);
+    }
+}
+
+void measureAnswers(const Recorder& recorder) {
+    Figures play;
+    Figures calls;
+    Figures silence;
+    for (int i = 0; i < 20; ++i) {
+        std::size_t start = recorder.count();
+        auto asked = Clock::now();
+        const std::int32_t place = 1000 * ((i * 337) % (twoHours - 60));
+        calls.values.push_back(timed([&] { MciSeek(alias, place); }));
+        calls.values.push_back(timed([&] { MciPlay(alias, -1, -1, -1); }));
+        play.values.push_back(
+            milliseconds(recorder.arrival(waitForSound(recorder, start)) - asked));
+        pause(300);
+        start = recorder.count();
+        asked = Clock::now();
+        calls.values.push_back(timed([&] { i % 2 == 0 ? MciPause(alias) : MciStop(alias); }));
+        const std::size_t last = waitForSilence(recorder, start);
+        silence.values.push_back(last > start ? milliseconds(recorder.arrival(last - 1) - asked)
+                                              : 0);
+        pause(i % 3 == 0 ? 500 : 0); // the output has been closed by then
+    }
+    play.print("seek anywhere and play to first sound", "at most 60");
+    silence.print("pause or stop to silence", "at most 50");
+    calls.print("the calls themselves", "never wait for sound");
+}
+
+// Seeks while playing: a place that is marked by being loud where all else is soft.
+void measureSeekInPlay(const Recorder& recorder) {
+    Figures seek;
+    for (int i = 0; i < 10; ++i) {
+        MciSeekAndPlay(alias, 1000 * (600 + 30 * i));
+        pause(200);
+        const std::size_t start = recorder.count();
+        const auto asked = Clock::now();
+        MciSeekAndPlay(alias, 1000 * (twoHours - 50)); // the loud end
+        for (bool found = false; !found; pause(1)) {
+            const Samples heard = recorder.samples(start, recorder.count());
+            const auto loud = std::find_if(heard.begin(), heard.end(),
+                                           [](float s) { return std::fabs(s) > 0.9F; });
+            if ((found = loud != heard.end()))
+                seek.values.push_back(milliseconds(
+                    recorder.arrival(start + static_cast<std::size_t>(loud - heard.begin())) -
+                    asked));
+        }
+    }
+    MciStop(alias);
+    seek.print("seek in play to the new place", "at most 60");
+}
+
+// Compares positions that were told with what arrived from the server at that time.
+void measurePosition(const Recorder& recorder, const Samples& file) {
+    struct Told {
+        Clock::time_point time;
+        double position; // seconds
+    };
+    std::vector<Told> told;
+    const std::size_t start = recorder.count();
+    MciPlay(alias, -1, 0, -1);
+    for (int i = 0; i < 150; ++i) {
+        pause(20);
+        told.push_back({Clock::now(), MciGetPosition(alias) / 1000.0});
+    }
+    MciStop(alias);
+    waitForSilence(recorder, start);
+    const Samples heard = recorder.samples(start, recorder.count());
+    Figures late;
+    double sum = 0;
+    for (std::size_t i = 5; i < told.size(); i += 10) {
+        const auto place = static_cast<std::size_t>(told[i].position * perSecond);
+        const auto match =
+            ov::tests::findPiece(std::span(file).subspan(place, perSecond / 5), heard,
+                                 place > perSecond ? place - perSecond : 0, place + perSecond);
+        const double error = milliseconds(told[i].time - recorder.arrival(start + match.place));
+        late.values.push_back(std::fabs(error));
+        sum += error;
+    }
+    late.print("position told, off by", "at most 50");
+    std::printf("%-34s %.1f ms\n", "  told after what is heard, mean",
+                sum / static_cast<double>(late.values.size()));
+}
+
+long residentKilobytes() {
+    std::ifstream status("/proc/self/statm");
+    long total = 0;
+    long resident = 0;
+    status >> total >> resident;
+    return resident * 4;
+}
+
+double processorSeconds() {
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    return static_cast<double>(usage.ru_utime.tv_sec + usage.ru_stime.tv_sec) +
+           static_cast<double>(usage.ru_utime.tv_usec + usage.ru_stime.tv_usec) / 1e6;
+}
+
+void measureFormat(const char* name, const ov::tests::WaveSpec& spec, const Samples& minute,
+                   const ov::tests::TemporaryStore& store) {
+    const std::string file = std::string(name) + ".WAV";
+    {
+        SF_INFO info{0, spec.rate, 1, SF_FORMAT_WAV | spec.format, 0, 0};
+        SNDFILE* sound = sf_open(store.native(file).c_str(), SFM_WRITE, &info);
+        for (int i = 0; i < twoHours / 60; ++i)
+            sf_writef_float(sound, minute.data(), static_cast<sf_count_t>(minute.size()));
+        sf_close(sound);
+    }
+    const long before = residentKilobytes();
+    const double open = timed([&] { MciOpen("Format", store.path(file), "waveaudio"); });
+    const std::int32_t length = MciGetLength("Format");
+    double worst = 0;
+    for (int i = 0; i < 8; ++i) {
+        worst = std::max(worst, timed([&] { MciSeek("Format", 7'000'000 / 8 * i); }) +
+                                    timed([&] { MciPlay("Format", -1, -1, -1); }));
+        pause(150);
+    }
+    const long grown = residentKilobytes() - before;
+    const double processor = processorSeconds();
+    pause(1000);
+    std::printf("two hours of %-9s open %.1f ms, seek and play answer in %.1f ms, length %d ms, "
+                "%ld kB more, %.1f %% of a processor\n",
+                name, open, worst, length, grown, (processorSeconds() - processor) * 100);
+    MciClose("Format");
+    std::vector<ov::platform::WavePeaks> peaks;
+    const double overview = timed(
+        [&] { ov::platform::readWaveOverview(store.path(file), 1000, std::stop_token(), peaks); });
+    std::printf("%-22s overview %.0f ms\n", "", overview);
+}
+
+} // namespace
+
+int main() {
+    std::printf("compiler %s%s\n", __VERSION__,
+#ifdef NDEBUG
+                "");
+#else
+                ", WITHOUT OPTIMISATION");
+#endif
+    ov::tests::SoundServer server;
+    if (!server.isRunning()) {
+        std::puts("no sound server can be started");
+        return 1;
+    }
+    const Recorder recorder(server);
+    const ov::tests::TemporaryStore store;
+    Samples minute = ov::tests::sweep(rate, 60 * rate);
+    const std::string path = store.native("two hours.WAV");
+    {
+        SF_INFO info{0, rate, 1, SF_FORMAT_WAV | SF_FORMAT_PCM_16, 0, 0};
+        SNDFILE* sound = sf_open(path.c_str(), SFM_WRITE, &info);
+        for (int i = 0; i < twoHours / 60 - 1; ++i)
+            sf_writef_float(sound, minute.data(), static_cast<sf_count_t>(minute.size()));
+        const Samples loud(minute.size(), 0.95F);
+        sf_writef_float(sound, loud.data(), static_cast<sf_count_t>(loud.size()));
+        sf_close(sound);
+    }
+    std::printf("%-34s %.1f ms   (at most 20)\n", "open two hours",
+                timed([&] { MciOpen(alias, store.path("two hours.WAV"), "waveaudio"); }));
+    measureAnswers(recorder);
+    measureSeekInPlay(recorder);
+    measurePosition(recorder, ov::tests::resampled(minute, rate, perSecond));
+    MciClose(alias);
+    minute.resize(static_cast<std::size_t>(60) * 8000);
+    measureFormat("PCM", {SF_FORMAT_PCM_16, 8000}, minute, store);
+    measureFormat("GSM 6.10", {SF_FORMAT_GSM610, 8000}, minute, store);
+    measureFormat("IMA ADPCM", {SF_FORMAT_IMA_ADPCM, 8000}, minute, store);
+    measureFormat("mu-law", {SF_FORMAT_ULAW, 8000}, minute, store);
+    return 0;
+}

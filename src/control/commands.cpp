@@ -1,0 +1,176 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+// What the buttons, keys and menus of the control do.
+
+#include "control/ctrlOVSearch.h"
+#include "control/search_run.h"
+#include "dialogs/frmCriteria.h"
+#include "dialogs/frmSearchResultColumns.h"
+#include "dictation/tree_scan.h"
+#include "platform/files.h"
+#include "platform/user_interface.h"
+#include "plugin/modOVPlugIn.h"
+#include "support/modLanguage.h"
+#include "support/modUtil.h"
+#include "support/text_ids.h"
+#include "widgets/text.h"
+
+#include <QGuiApplication>
+#include <QPointer>
+
+namespace ov {
+
+namespace {
+
+class WaitCursor {
+public:
+    WaitCursor() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }
+    ~WaitCursor() { QGuiApplication::restoreOverrideCursor(); }
+    WaitCursor(const WaitCursor&) = delete;
+    WaitCursor& operator=(const WaitCursor&) = delete;
+};
+
+} // namespace
+
+void ctrlOVSearch::cmdSearchOptions_Click(int index) {
+    searching_ = searching_ || (operations_ == 0 && index == ControlView::search);
+    command("cmdSearchOptions_Click", [this, index] {
+        if (!checkDictationTree(dictationTree_, *this))
+            return;
+        switch (index) {
+        case ControlView::search:
+            runSearch();
+            break;
+        case ControlView::print:
+            exportResults();
+            break;
+        case ControlView::columns:
+            chooseColumns();
+            break;
+        case ControlView::log:
+            showLog();
+            break;
+        default:
+            break;
+        }
+    });
+}
+
+void ctrlOVSearch::cmdSearchKriteriaOptions_Click(int index) {
+    command("cmdSearchKriteriaOptions_Click", [this, index] {
+        switch (index) {
+        case ControlView::addCriterion:
+            addCriterion();
+            break;
+        case ControlView::editCriterion:
+            editCriterion();
+            break;
+        case ControlView::deleteCriterion:
+            deleteCriterion();
+            break;
+        default:
+            break;
+        }
+    });
+}
+
+void ctrlOVSearch::runSearch() {
+    SearchRun run(
+        view_, *this, [this] { stopPlayer(); }, [this] { return terminating_; });
+    if (run.run(dictationTree_) && !terminating_)
+        hitCount_ = run.hitCount();
+}
+
+void ctrlOVSearch::stopSearch() {
+    if (modDictation::isSearchRunning())
+        modDictation::requestSearchAbort();
+}
+
+void ctrlOVSearch::exportResults() {
+    if (view_.lvSearchResult->isEmpty())
+        modUtil::ShowMessage(modLanguage::GetText(text_id::nothingToPrint),
+                             platform::MessageIcon::information, {}, this);
+}
+
+void ctrlOVSearch::chooseColumns() {
+    frmSearchResultColumns dialog(this);
+    dialog.exec();
+    if (!dialog.OKPressed() || terminating_)
+        return;
+    modDictation::SaveColumnSettings();
+    view_.lvSearchResult->ApplyColumns();
+}
+
+void ctrlOVSearch::showLog() {
+    const std::string path = view_.lvSearchResult->selectedPath();
+    if (path.empty() || !platform::fileExists(path))
+        platform::userInterface().beep();
+    else
+        modOVPlugIn::LogView(path);
+}
+
+void ctrlOVSearch::sortResults() {
+    command("lvSearchResult_ColumnClick", [this] {
+        const WaitCursor waiting;
+        view_.lvSearchResult->showSorted();
+    });
+}
+
+// Empty when the editor was left without a new criterion.
+std::optional<std::string> ctrlOVSearch::openEditor(const std::string& criteriaString) {
+    frmCriteria editor(this);
+    editor.EditMode = !criteriaString.empty();
+    editor.CriteriaString = criteriaString;
+    editor.exec();
+    if (!editor.OKPressed() || terminating_)
+        return std::nullopt;
+    return editor.CriteriaString;
+}
+
+void ctrlOVSearch::addCriterion() {
+    const auto made = openEditor({});
+    if (!made)
+        return;
+    const bool isNew = view_.lvSearchCriteria->addOnce(*made);
+    saveCriteria();
+    if (!isNew)
+        modUtil::ShowMessage(modLanguage::GetText(text_id::duplicateCriterion),
+                             platform::MessageIcon::information, {}, this);
+}
+
+void ctrlOVSearch::editCriterion() {
+    if (!view_.lvSearchCriteria->hasSelected())
+        return;
+    const auto changed = openEditor(view_.lvSearchCriteria->selected());
+    if (!changed)
+        return;
+    const bool isNew = view_.lvSearchCriteria->replaceSelected(*changed);
+    saveCriteria();
+    if (!isNew)
+        modUtil::ShowMessage(modLanguage::GetText(text_id::duplicateCriterion),
+                             platform::MessageIcon::information, {}, this);
+}
+
+void ctrlOVSearch::deleteCriterion() {
+    view_.lvSearchCriteria->removeSelected();
+    saveCriteria();
+}
+
+// After every change, not only at the end: the host may crash.
+void ctrlOVSearch::saveCriteria() {
+    criteriaFile_.save(view_.lvSearchCriteria->criteria());
+}
+
+void ctrlOVSearch::compareChanged() {
+    if (initialising_)
+        return;
+    settings_.setSearchCompareAnd(view_.isCompareAnd());
+    view_.describeCompare();
+}
+
+void ctrlOVSearch::play() {}
+
+void ctrlOVSearch::stopPlayer() {}
+
+} // namespace ov

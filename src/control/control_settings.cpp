@@ -1,0 +1,131 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#include "control/control_settings.h"
+
+#include "dictation/field_table.h"
+#include "support/modINI.h"
+#include "support/numbers.h"
+
+#include <limits>
+
+namespace ov {
+
+namespace {
+
+constexpr std::string_view section = "OVSearch.ctrlOVSearch";
+
+// Stored: never rename.
+namespace key {
+constexpr std::string_view listSortKey = "ListSortKey";
+constexpr std::string_view listSortOrder = "ListSortOrder";
+constexpr std::string_view searchCompareAnd = "SearchCompareAnd";
+constexpr std::string_view settingsCopied = "SettingsCopied";
+constexpr std::string_view columnOrder = "ColumnOrder";   // "1,2,9"
+constexpr std::string_view columnWidths = "ColumnWidths"; // "1:1400,9:1800", twips
+constexpr std::string_view criteriaShare = "CriteriaShare";
+} // namespace key
+
+constexpr std::int32_t lowest = std::numeric_limits<std::int32_t>::min();
+constexpr std::int32_t highest = std::numeric_limits<std::int32_t>::max();
+
+// Calls `visit` for each part of a text that commas part.
+template <typename Visit>
+void forEachPart(std::string_view text, Visit visit) {
+    while (!text.empty()) {
+        const std::size_t comma = text.find(',');
+        visit(text.substr(0, comma));
+        text.remove_prefix(comma == std::string_view::npos ? text.size() : comma + 1);
+    }
+}
+
+bool isField(std::int32_t id) {
+    return id > modDictation::noField && id < modDictation::searchFieldCount;
+}
+
+} // namespace
+
+std::string ControlSettings::read(std::string_view settingKey) const {
+    return file_.empty() ? std::string()
+                         : modINI::ReadIniValueDirect(section, settingKey, {}, file_);
+}
+
+std::int32_t ControlSettings::readNumber(std::string_view settingKey, std::int32_t defaultValue,
+                                         std::int32_t minimum, std::int32_t maximum) const {
+    return file_.empty()
+               ? defaultValue
+               : modINI::ReadIniNumber(section, settingKey, defaultValue, minimum, maximum, file_);
+}
+
+void ControlSettings::markAsCopied() const {
+    if (!file_.empty() && !modINI::ReadIniBoolean(section, key::settingsCopied, false, file_))
+        modINI::WriteIniBoolean(section, key::settingsCopied, true, file_);
+}
+
+std::int32_t ControlSettings::listSortKey() const {
+    return readNumber(key::listSortKey, 1, lowest, highest);
+}
+
+std::int32_t ControlSettings::listSortOrder() const {
+    return readNumber(key::listSortOrder, 0, 0, 1);
+}
+
+void ControlSettings::setListSort(std::int32_t sortKey, std::int32_t order) const {
+    if (file_.empty())
+        return;
+    modINI::WriteIniNumber(section, key::listSortKey, sortKey, file_);
+    modINI::WriteIniNumber(section, key::listSortOrder, order, file_);
+}
+
+bool ControlSettings::searchCompareAnd() const {
+    return file_.empty() || modINI::ReadIniBoolean(section, key::searchCompareAnd, true, file_);
+}
+
+void ControlSettings::setSearchCompareAnd(bool compareAnd) const {
+    if (!file_.empty())
+        modINI::WriteIniBoolean(section, key::searchCompareAnd, compareAnd, file_);
+}
+
+ControlSettings::ColumnLayout ControlSettings::columnLayout() const {
+    ColumnLayout layout;
+    forEachPart(read(key::columnOrder), [&](std::string_view part) {
+        if (const std::int32_t id = leadingInt32(part); isField(id))
+            layout.order.push_back(id);
+    });
+    forEachPart(read(key::columnWidths), [&](std::string_view part) {
+        const std::size_t colon = part.find(':');
+        const std::int32_t id = leadingInt32(part);
+        if (colon == std::string_view::npos || !isField(id))
+            return;
+        if (const std::int32_t width = leadingInt32(part.substr(colon + 1)); width > 0)
+            layout.widths.emplace_back(id, width);
+    });
+    return layout;
+}
+
+void ControlSettings::setColumnLayout(const ColumnLayout& layout) const {
+    if (file_.empty())
+        return;
+    std::string order;
+    for (const std::int32_t id : layout.order)
+        order.append(order.empty() ? "" : ",").append(std::to_string(id));
+    std::string widths;
+    for (const auto& [id, width] : layout.widths)
+        widths.append(widths.empty() ? "" : ",")
+            .append(std::to_string(id))
+            .append(":")
+            .append(std::to_string(width));
+    modINI::WriteIniString(section, key::columnOrder, order, file_);
+    modINI::WriteIniString(section, key::columnWidths, widths, file_);
+}
+
+std::int32_t ControlSettings::criteriaShare() const {
+    return readNumber(key::criteriaShare, 300, 0, 1000);
+}
+
+void ControlSettings::setCriteriaShare(std::int32_t thousandths) const {
+    if (!file_.empty())
+        modINI::WriteIniNumber(section, key::criteriaShare, thousandths, file_);
+}
+
+} // namespace ov

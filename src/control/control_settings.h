@@ -1,0 +1,57 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace ov {
+
+// What the control remembers from one use to the next, in the host's per-user INI file, section
+// "OVSearch.ctrlOVSearch". Reading gives the default for what is missing; writing without a file
+// does nothing.
+class ControlSettings {
+public:
+    // By how the columns were left: field ids in their order from left to right, and widths in
+    // twips of the columns that the user widened or narrowed.
+    struct ColumnLayout {
+        std::vector<std::int32_t> order;
+        std::vector<std::pair<std::int32_t, std::int32_t>> widths;
+        bool operator==(const ColumnLayout&) const = default;
+    };
+
+    ControlSettings() = default;
+    explicit ControlSettings(std::string file) : file_(std::move(file)) {}
+
+    const std::string& file() const { return file_; }
+
+    // Sets the marker that older versions looked for; nothing else is copied.
+    void markAsCopied() const;
+
+    std::int32_t listSortKey() const;   // zero-based index of a column, 1
+    std::int32_t listSortOrder() const; // 0 ascending, 1 descending; 0
+    void setListSort(std::int32_t key, std::int32_t order) const;
+
+    bool searchCompareAnd() const; // true
+    void setSearchCompareAnd(bool compareAnd) const;
+
+    ColumnLayout columnLayout() const;
+    void setColumnLayout(const ColumnLayout& layout) const;
+
+    // How high the criteria's half of the window is, in thousandths; 300.
+    std::int32_t criteriaShare() const;
+    void setCriteriaShare(std::int32_t thousandths) const;
+
+private:
+    std::string read(std::string_view key) const;
+    std::int32_t readNumber(std::string_view key, std::int32_t defaultValue, std::int32_t minimum,
+                            std::int32_t maximum) const;
+
+    std::string file_;
+};
+
+} // namespace ov

@@ -1,0 +1,233 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#include "control/control_view.h"
+
+#include "support/text_ids.h"
+#include "widgets/captions.h"
+#include "widgets/icons.h"
+#include "widgets/text.h"
+
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+
+namespace ov {
+
+using widgets::indexedName;
+using widgets::setCaption;
+using widgets::setTip;
+
+namespace {
+
+struct ButtonTexts {
+    const char* icon;
+    std::int32_t caption;
+    std::int32_t tip;
+};
+
+constexpr std::array<ButtonTexts, 5> searchButtons{
+    {{"search", text_id::searchButton, text_id::searchTip},
+     {"", 0, 0},
+     {"print", text_id::printButton, text_id::printTip},
+     {"columns", text_id::columnsButton, text_id::columnsTip},
+     {"log", text_id::logButton, text_id::logTip}}};
+
+constexpr std::array<ButtonTexts, 3> criteriaButtons{
+    {{"add", text_id::addCriterionButton, text_id::addCriterionTip},
+     {"edit", text_id::editCriterionButton, text_id::editCriterionTip},
+     {"delete", text_id::deleteCriterionButton, text_id::deleteCriterionTip}}};
+
+QPushButton* makeButton(QWidget* parent, const QString& name, const ButtonTexts& texts) {
+    auto* button = new QPushButton(parent);
+    button->setObjectName(name);
+    button->setAutoDefault(false);
+    if (texts.caption == 0)
+        return button;
+    button->setIcon(widgets::icon(texts.icon));
+    setCaption(*button, texts.caption);
+    setTip(*button, texts.tip);
+    return button;
+}
+
+// Widgets at the edge of the control stand as close to it as the host likes.
+template <typename Box>
+Box* tight(QWidget* parent) {
+    auto* box = new Box(parent);
+    box->setContentsMargins(0, 0, 0, 0);
+    return box;
+}
+
+} // namespace
+
+ControlView::ControlView(QWidget& control) : splitter(new QSplitter(Qt::Vertical, &control)) {
+    splitter->setChildrenCollapsible(false);
+    splitter->addWidget(buildCriteriaHalf());
+    splitter->addWidget(buildResultHalf());
+    splitter->setStretchFactor(0, 0);
+    splitter->setStretchFactor(1, 1);
+    auto* column = new QVBoxLayout(&control);
+    constexpr int margin = 6;
+    column->setContentsMargins(margin, margin, margin, margin);
+    column->addWidget(splitter);
+    setTabOrder();
+    enableCriteriaButtons();
+    setBusy(false, false);
+}
+
+QWidget* ControlView::buildCriteriaHalf() {
+    auto* half = new QWidget(splitter);
+    auto* column = tight<QVBoxLayout>(half);
+    lvSearchCriteria = new CriteriaList(half);
+    column->addWidget(lvSearchCriteria, 1);
+
+    auto* row = new QHBoxLayout;
+    for (std::size_t i = 0; i < cmdSearchKriteriaOptions.size(); ++i) {
+        cmdSearchKriteriaOptions[i] = makeButton(
+            half, indexedName("cmdSearchKriteriaOptions", static_cast<int>(i)), criteriaButtons[i]);
+        row->addWidget(cmdSearchKriteriaOptions[i]);
+    }
+    row->addStretch(1);
+    for (const Compare mode : {all, any}) {
+        optCriteriaCompare[mode] = new QRadioButton(half);
+        optCriteriaCompare[mode]->setObjectName(indexedName("optCriteriaCompare", mode));
+        setCaption(*optCriteriaCompare[mode],
+                   mode == all ? text_id::compareAll : text_id::compareAny);
+        row->addWidget(optCriteriaCompare[mode]);
+    }
+    column->addLayout(row);
+
+    lblCriteriaDescription = new QLabel(half);
+    lblCriteriaDescription->setObjectName(QStringLiteral("lblCriteriaDescription"));
+    lblCriteriaDescription->setForegroundRole(QPalette::PlaceholderText);
+    lblCriteriaDescription->setAlignment(Qt::AlignRight);
+    lblCriteriaDescription->setWordWrap(true);
+    column->addWidget(lblCriteriaDescription);
+    return half;
+}
+
+QWidget* ControlView::buildResultHalf() {
+    auto* half = new QWidget(splitter);
+    auto* column = tight<QVBoxLayout>(half);
+    column->addLayout(buildSearchRow(half));
+
+    lblSearchResult = new QLabel(half);
+    lblSearchResult->setObjectName(QStringLiteral("lblSearchResult"));
+    lblSearchResult->setTextFormat(Qt::PlainText);
+    column->addWidget(lblSearchResult);
+    lvSearchResult = new ResultList(half);
+    column->addWidget(lvSearchResult, 1);
+    column->addLayout(buildNoticeRow(half));
+
+    picPlayer = new QFrame(half);
+    picPlayer->setObjectName(QStringLiteral("picPlayer"));
+    picPlayer->setFrameShape(QFrame::StyledPanel);
+    widgets::setSpokenName(*picPlayer, text_id::playerPanel);
+    constexpr int playerHeight = 48;
+    picPlayer->setMinimumHeight(playerHeight);
+    column->addWidget(picPlayer);
+    return half;
+}
+
+QBoxLayout* ControlView::buildSearchRow(QWidget* parent) {
+    auto* row = new QHBoxLayout;
+    cmdSearchStop = makeButton(parent, QStringLiteral("cmdSearchStop"),
+                               {"abort", text_id::stopButton, text_id::stopTip});
+    for (std::size_t i = 0; i < cmdSearchOptions.size(); ++i) {
+        cmdSearchOptions[i] = makeButton(
+            parent, indexedName("cmdSearchOptions", static_cast<int>(i)), searchButtons[i]);
+        row->addWidget(cmdSearchOptions[i]);
+        if (i == search)
+            row->addWidget(cmdSearchStop);
+    }
+    cmdSearchOptions[unused]->hide();
+    row->addStretch(1);
+    return row;
+}
+
+QBoxLayout* ControlView::buildNoticeRow(QWidget* parent) {
+    lblSearchNoticeIcon = new QLabel(parent);
+    constexpr int side = 16;
+    lblSearchNoticeIcon->setPixmap(widgets::icon("notice").pixmap(side, side));
+    lblSearchNotice = new QLabel(parent);
+    lblSearchNotice->setObjectName(QStringLiteral("lblSearchNotice"));
+    lblSearchNotice->setTextFormat(Qt::PlainText);
+    lblSearchNotice->setWordWrap(true);
+    auto* row = new QHBoxLayout;
+    row->addWidget(lblSearchNoticeIcon);
+    row->addWidget(lblSearchNotice, 1);
+    setNotice({});
+    return row;
+}
+
+// As the eye goes: criteria, their buttons, how they are joined, the search, its hits.
+void ControlView::setTabOrder() {
+    QWidget* before = lvSearchCriteria;
+    const auto next = [&before](QWidget* widget) {
+        QWidget::setTabOrder(before, widget);
+        before = widget;
+    };
+    for (QPushButton* button : cmdSearchKriteriaOptions)
+        next(button);
+    next(optCriteriaCompare[all]);
+    next(optCriteriaCompare[any]);
+    next(cmdSearchOptions[search]);
+    next(cmdSearchStop);
+    for (const SearchOption option : {print, columns, log})
+        next(cmdSearchOptions[option]);
+    next(lvSearchResult);
+    next(picPlayer);
+}
+
+void ControlView::retranslate(QWidget& control) {
+    widgets::translate(control);
+    lvSearchCriteria->retranslate();
+    lvSearchResult->retranslate();
+    describeCompare();
+}
+
+void ControlView::setCompareAnd(bool compareAnd) {
+    optCriteriaCompare[compareAnd ? all : any]->setChecked(true);
+    describeCompare();
+}
+
+void ControlView::describeCompare() {
+    lblCriteriaDescription->setText(
+        widgets::text(isCompareAnd() ? text_id::describeAll : text_id::describeAny));
+}
+
+void ControlView::setBusy(bool busy, bool searching) {
+    busy_ = busy;
+    for (QPushButton* button : cmdSearchOptions)
+        button->setEnabled(!busy);
+    cmdSearchStop->setEnabled(searching);
+    lvSearchResult->setBusy(busy);
+    enableCriteriaButtons();
+}
+
+void ControlView::enableCriteriaButtons() {
+    const bool selected = lvSearchCriteria->hasSelected();
+    cmdSearchKriteriaOptions[addCriterion]->setEnabled(!busy_);
+    cmdSearchKriteriaOptions[editCriterion]->setEnabled(!busy_ && selected);
+    cmdSearchKriteriaOptions[deleteCriterion]->setEnabled(!busy_ && selected);
+}
+
+void ControlView::setNotice(const QString& notice) {
+    lblSearchNotice->setText(notice);
+    lblSearchNotice->setVisible(!notice.isEmpty());
+    lblSearchNoticeIcon->setVisible(!notice.isEmpty());
+}
+
+std::int32_t ControlView::criteriaShare() const {
+    const QList<int> heights = splitter->sizes();
+    const int whole = heights[0] + heights[1];
+    return whole > 0 ? heights[0] * 1000 / whole : 0;
+}
+
+void ControlView::setCriteriaShare(std::int32_t thousandths) {
+    const QList<int> heights = splitter->sizes();
+    const int whole = heights[0] + heights[1];
+    const int criteria = whole * thousandths / 1000;
+    splitter->setSizes({criteria, whole - criteria});
+}
+
+} // namespace ov

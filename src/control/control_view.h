@@ -1,0 +1,74 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "control/criteria_list.h"
+#include "control/result_list.h"
+
+#include <QFrame>
+#include <QLabel>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSplitter>
+#include <QToolButton>
+#include <array>
+#include <cstdint>
+
+class QBoxLayout;
+
+namespace ov {
+
+// The widgets of the search control and their places: the criteria above, the hits below, each
+// with its row of buttons, and the player under the hits. It holds no rules.
+class ControlView {
+public:
+    // Buttons of the search row, by their index; 1 has never had a function and is not shown.
+    enum SearchOption { search = 0, unused = 1, print = 2, columns = 3, log = 4 };
+    enum CriteriaOption { addCriterion = 0, editCriterion = 1, deleteCriterion = 2 };
+    enum Compare { any = 0, all = 1 };
+
+    // The widgets are children of `control`.
+    explicit ControlView(QWidget& control);
+
+    void retranslate(QWidget& control);
+    void setCompareAnd(bool compareAnd);
+    bool isCompareAnd() const { return optCriteriaCompare[all]->isChecked(); }
+    void describeCompare();
+
+    // Buttons and lists as they are while nothing runs, or while something does. `searching`
+    // shows the stop button.
+    void setBusy(bool busy, bool searching);
+    void enableCriteriaButtons();
+
+    // Below the hits: what the last search could not do; empty hides it.
+    void setNotice(const QString& notice);
+
+    // Share of the height that the criteria take, in thousandths.
+    std::int32_t criteriaShare() const;
+    void setCriteriaShare(std::int32_t thousandths);
+
+    QSplitter* splitter;
+    CriteriaList* lvSearchCriteria;
+    std::array<QPushButton*, 3> cmdSearchKriteriaOptions;
+    std::array<QRadioButton*, 2> optCriteriaCompare;
+    QLabel* lblCriteriaDescription;
+    std::array<QPushButton*, 5> cmdSearchOptions;
+    QPushButton* cmdSearchStop;
+    QLabel* lblSearchResult;
+    ResultList* lvSearchResult;
+    QLabel* lblSearchNoticeIcon;
+    QLabel* lblSearchNotice;
+    QFrame* picPlayer;
+
+private:
+    QWidget* buildCriteriaHalf();
+    QWidget* buildResultHalf();
+    QBoxLayout* buildSearchRow(QWidget* parent);
+    QBoxLayout* buildNoticeRow(QWidget* parent);
+    void setTabOrder();
+
+    bool busy_ = false;
+};
+
+} // namespace ov

@@ -1,0 +1,39 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <span>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace ov {
+
+// The criteria as they are kept from one use of the control to the next: "SearchCriteria.dat",
+// one criteria string a line.
+class CriteriaFile {
+public:
+    CriteriaFile() = default;
+    // `directory` is used as it stands, so it ends in "\". Empty: nothing is kept.
+    explicit CriteriaFile(std::string directory) : directory_(std::move(directory)) {}
+
+    // The criteria, in their order; none when there is no file. Lines that are no criteria are
+    // left out; what the file held is then added to "SearchCriteria.bak" beside it. A file that
+    // cannot be read is logged.
+    std::vector<std::string> load();
+
+    // Replaces the file, or removes it when there are no criteria. A failure leaves what was
+    // there and is not reported: the control is going away. A file that load() could not read is
+    // not removed.
+    void save(std::span<const std::string> criteria) const;
+
+private:
+    std::string path(const char* name) const { return directory_ + name; }
+    void keepUnreadable(const std::string& content) const;
+
+    std::string directory_;
+    bool unreadable_ = false;
+};
+
+} // namespace ov

@@ -1,0 +1,100 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "control/control_settings.h"
+#include "control/control_view.h"
+#include "control/criteria_file.h"
+#include "plugin/host_interfaces.h"
+#include "widgets/window_interface.h"
+
+#include <QWidget>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace ov {
+
+// The search control that the host places in its main window: criteria, the hits of a search,
+// the player. The host drives it through the object that makeControl() gives.
+class ctrlOVSearch final : public QWidget, public IEventSink {
+    Q_OBJECT
+
+public:
+    explicit ctrlOVSearch(QWidget* parent);
+    ~ctrlOVSearch() override;
+
+    // The start sequence. A host function that fails counts as one that answers nothing.
+    void IFormExtension_Init(IPlugin& plugIn, IHostForm& form);
+
+    // The host lets go. Ends what runs, saves what the user entered, and deletes the control as
+    // soon as nothing of it is on the stack any more.
+    void letGo();
+
+    void EventSource_ActionEvent(std::int32_t action, std::int32_t second,
+                                 std::string_view parameter) override;
+    void EventSource_WindowEvent(std::int32_t event, std::int32_t windowId, std::int32_t third,
+                                 std::int32_t fourth, IHostWindow& window) override;
+
+    void cmdSearchOptions_Click(int index);
+    void cmdSearchKriteriaOptions_Click(int index);
+
+protected:
+    void changeEvent(QEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+
+private:
+    // Marks that code of the control is on the stack which lets window messages be handled.
+    class Operation;
+
+    void UserControl_Terminate();
+    void readFromHost();
+    void buildControl(IPlugin& plugIn);
+    void connectAll();
+    void addShortcuts();
+    void retranslate();
+    void refresh() {} // hook of the host's "UPDATE": nothing to refresh
+
+    // Runs a user's command; what it throws is logged and shown. A command inside another is
+    // not run, except where `nested` says so.
+    void command(const char* procedure, const std::function<void()>& run);
+
+    void runSearch();
+    void stopSearch();
+    void exportResults();
+    void chooseColumns();
+    void showLog();
+    void sortResults();
+    void addCriterion();
+    void editCriterion();
+    void deleteCriterion();
+    std::optional<std::string> openEditor(const std::string& criteriaString);
+    void saveCriteria();
+    void compareChanged();
+    void play();
+    void stopPlayer();
+
+    widgets::WindowInterface windowInterface_;
+    ControlView view_;
+    std::shared_ptr<EventSource> m_cEventSource_;
+    IHostForm* m_icExtendableForm_ = nullptr;
+    IPlugin* plugIn_ = nullptr;
+    ControlSettings settings_;
+    CriteriaFile criteriaFile_;
+    std::string dictationTree_;
+    bool initialising_ = false;
+    bool terminating_ = false;
+    bool built_ = false;
+    bool shown_ = false;
+    bool searching_ = false;
+    int operations_ = 0;
+    std::optional<std::int32_t> hitCount_; // of the last search
+};
+
+// The control as the host holds it: letting go of it ends the control, wherever it is.
+std::shared_ptr<IFormExtension> makeControl(WindowHandle parent);
+
+} // namespace ov

@@ -1,0 +1,156 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#include "control/search_run.h"
+
+#include "dictation/tree_scan.h"
+#include "platform/files.h"
+#include "platform/user_interface.h"
+#include "plugin/modOVPlugIn.h"
+#include "support/modLanguage.h"
+#include "support/modUtil.h"
+#include "support/text_ids.h"
+#include "widgets/text.h"
+
+#include <QTimer>
+#include <string_view>
+
+namespace ov {
+
+using modLanguage::GetText;
+
+namespace {
+
+constexpr std::int32_t maximumDepth = 50;
+constexpr std::int32_t maximumHits = 999999;
+// Fewer rows are filled before a progress display could be seen.
+constexpr std::int32_t mostHitsWithoutProgress = 25;
+
+std::string groupedNumber(std::int32_t number) {
+    return widgets::toUtf8(widgets::languageLocale().toString(number));
+}
+
+// Counts the hits in the host's progress display while the walk goes on. A timer, since the walk
+// has no time for it.
+class LiveCount {
+public:
+    explicit LiveCount(const modDictation::DictationList& hits) : hits_(hits) {
+        constexpr int interval = 100;
+        QObject::connect(&timer_, &QTimer::timeout, [this] { tell(); });
+        timer_.start(interval);
+    }
+
+private:
+    // What the host throws must not pass through the event loop; the walk meets it by itself.
+    void tell() const {
+        try {
+            modOVPlugIn::ProgressText(GetText(text_id::foundSoFar, {groupedNumber(hits_.size())}));
+        } catch (const HostError&) {
+            modDictation::requestSearchAbort();
+        }
+    }
+
+    const modDictation::DictationList& hits_;
+    QTimer timer_;
+};
+
+} // namespace
+
+bool checkDictationTree(const std::string& root, QWidget& owner) {
+    if (platform::directoryExists(root))
+        return true;
+    modUtil::ShowMessage(GetText(text_id::directoryMissing, {platform::toNativePath(root)}),
+                         platform::MessageIcon::information, {}, &owner);
+    return false;
+}
+
+bool SearchRun::run(const std::string& root) {
+    if (!checkDictationTree(root, owner_))
+        return false;
+    const std::vector<std::string> searched = criteria();
+    if (searched.empty() || isEnding_())
+        return false;
+    stopPlayer_();
+    hitCount_ = 0;
+    view_.setNotice({});
+    view_.lblSearchResult->setText(widgets::text(text_id::resultLabel, {""}));
+    view_.lvSearchResult->removeAllRows();
+    view_.lvSearchResult->viewport()->repaint();
+
+    auto hits = walk(root, searched);
+    if (isEnding_())
+        return true;
+    hitCount_ = hits->size();
+    if (hitCount_ > 0) {
+        view_.lvSearchResult->setHits(std::move(hits));
+        fill(hitCount_);
+    }
+    if (!isEnding_())
+        tellOutcome();
+    return true;
+}
+
+// A single empty criterion, which every dictation satisfies, when the user wants all of them.
+std::vector<std::string> SearchRun::criteria() {
+    std::vector<std::string> all = view_.lvSearchCriteria->criteria();
+    if (all.empty() && modUtil::AskYesNo(GetText(text_id::searchWithoutCriteria), {}, &owner_))
+        all.emplace_back();
+    return all;
+}
+
+std::unique_ptr<modDictation::DictationList>
+SearchRun::walk(const std::string& root, const std::vector<std::string>& criteria) {
+    auto hits = std::make_unique<modDictation::DictationList>();
+    const LiveCount liveCount(*hits);
+    modDictation::SearchDictations(root, criteria, maximumDepth, *hits, true, view_.isCompareAnd(),
+                                   maximumHits);
+    return hits;
+}
+
+// The host hears of every row; the list shows them in the steps in which a person can see them
+// come.
+void SearchRun::fill(std::int32_t count) {
+    if (count > mostHitsWithoutProgress)
+        modOVPlugIn::ProgressInit(0, count, 0, GetText(text_id::fillingList));
+    constexpr std::int32_t step = 4096;
+    for (std::int32_t i = 1; i <= count && !isEnding_(); ++i) {
+        if (i % step == 0 || i == count)
+            view_.lvSearchResult->showFirst(i);
+        modOVPlugIn::ProgressValue(i);
+        platform::processMessagesNowAndThen();
+    }
+    if (isEnding_())
+        return;
+    view_.lvSearchResult->showSorted();
+    modOVPlugIn::ProgressClear();
+}
+
+void SearchRun::tellOutcome() {
+    view_.lvSearchResult->viewport()->update();
+    view_.lblSearchResult->setText(searchResultText(hitCount_));
+    view_.setNotice(searchNotice());
+    // Who stopped the search knows why nothing was found.
+    if (hitCount_ == 0 && !modDictation::lastScanReport().stopped)
+        modUtil::ShowMessage(GetText(text_id::nothingFound), platform::MessageIcon::information, {},
+                             &owner_);
+}
+
+QString searchResultText(std::int32_t hitCount) {
+    const std::string suffix = " (" + std::to_string(hitCount) + " " +
+                               GetText(hitCount == 1 ? text_id::dictation : text_id::dictations) +
+                               ")";
+    return widgets::text(text_id::resultLabel, {suffix});
+}
+
+QString searchNotice() {
+    const modDictation::ScanReport& report = modDictation::lastScanReport();
+    QStringList sentences;
+    if (report.stopped)
+        sentences << widgets::text(text_id::searchStopped);
+    if (report.foldersUnreadable > 0)
+        sentences << widgets::text(text_id::directoriesSkipped,
+                                   {std::to_string(report.foldersUnreadable)});
+    return sentences.join(QLatin1Char(' '));
+}
+
+} // namespace ov

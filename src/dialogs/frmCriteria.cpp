@@ -1,0 +1,305 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#include "dialogs/frmCriteria.h"
+
+#include "support/modUtil.h"
+#include "support/text_ids.h"
+#include "widgets/captions.h"
+#include "widgets/text.h"
+
+#include <QDialogButtonBox>
+#include <QEvent>
+#include <QGridLayout>
+#include <QScreen>
+
+namespace ov {
+
+using modDictation::ValueKind;
+using widgets::toQt;
+
+namespace {
+
+constexpr std::int32_t presetField = 4; // of a new criterion: the author is looked for most
+
+// Selects the entry that carries `id`; none when there is no such entry.
+void select(QComboBox& list, std::int32_t id) {
+    list.setCurrentIndex(list.findData(id));
+}
+
+// The id of the selected entry, 0 without one.
+std::int32_t selectedId(const QComboBox& list) {
+    return list.currentIndex() < 0 ? 0 : list.currentData().toInt();
+}
+
+} // namespace
+
+frmCriteria::frmCriteria(QWidget* parent)
+    : QDialog(parent),
+      lblField_(new QLabel(this)),
+      lblOperator_(new QLabel(this)),
+      lblValue_(new QLabel(this)),
+      cboField_(new QComboBox(this)),
+      cboOperator_(new QComboBox(this)),
+      places_{new ValuePlace(0, this), new ValuePlace(1, this)},
+      lblValueAnd_(new QLabel(this)),
+      lblValueOhne_(new QLabel(this)),
+      lblOperatorOhne_(new QLabel(this)),
+      cmdOK_(new QPushButton(this)),
+      cmdCancel_(new QPushButton(this)) {
+    setObjectName(QStringLiteral("frmCriteria"));
+    buildWindow();
+    connectAll();
+}
+
+void frmCriteria::buildWindow() {
+    lblField_->setObjectName(widgets::indexedName("lblLabel", 0));
+    lblOperator_->setObjectName(widgets::indexedName("lblLabel", 1));
+    lblValue_->setObjectName(widgets::indexedName("lblLabel", 2));
+    cboField_->setObjectName(QStringLiteral("cboField"));
+    cboOperator_->setObjectName(QStringLiteral("cboOperator"));
+    lblValueAnd_->setObjectName(QStringLiteral("lblValueAnd"));
+    lblValueOhne_->setObjectName(QStringLiteral("lblValueOhne"));
+    lblOperatorOhne_->setObjectName(QStringLiteral("lblOperatorOhne"));
+
+    auto* column = new QVBoxLayout(this);
+    auto* grid = new QGridLayout;
+    addFieldRows(*grid);
+    addValueRow(*grid);
+    grid->setColumnStretch(1, 1);
+    column->addLayout(grid);
+    column->addStretch(1);
+    addButtons(*column);
+}
+
+void frmCriteria::addFieldRows(QGridLayout& grid) {
+    widgets::setCaption(*lblField_, text_id::fieldLabel);
+    widgets::setCaption(*lblOperator_, text_id::operatorLabel);
+    lblField_->setBuddy(cboField_);
+    lblOperator_->setBuddy(cboOperator_);
+    grid.addWidget(lblField_, 0, 0);
+    grid.addWidget(cboField_, 0, 1);
+    grid.addWidget(lblOperator_, 1, 0);
+    grid.addWidget(cboOperator_, 1, 1);
+    constexpr int allFields = 30; // so that no field is hidden behind a scroll arrow
+    cboField_->setMaxVisibleItems(allFields);
+    cboOperator_->setMaxVisibleItems(allFields);
+}
+
+void frmCriteria::addValueRow(QGridLayout& grid) {
+    widgets::setCaption(*lblValue_, text_id::valueLabel);
+    widgets::setCaption(*lblValueAnd_, text_id::valueAnd);
+    widgets::setCaption(*lblValueOhne_, text_id::noValueNeeded);
+    widgets::setCaption(*lblOperatorOhne_, text_id::noOperators);
+    lblOperatorOhne_->setWordWrap(true);
+
+    // As high as the highest that it may show, so that the window does not jump.
+    auto* row = new QHBoxLayout;
+    row->addWidget(places_[0], 1);
+    row->addWidget(lblValueAnd_);
+    row->addWidget(places_[1], 1);
+    row->addWidget(lblValueOhne_, 1);
+    row->addWidget(lblOperatorOhne_, 1);
+    grid.addWidget(lblValue_, 2, 0);
+    grid.addLayout(row, 2, 1);
+    constexpr int lines = 2;
+    grid.setRowMinimumHeight(
+        2, std::max(cboField_->sizeHint().height(), lines * fontMetrics().lineSpacing()));
+}
+
+void frmCriteria::addButtons(QBoxLayout& column) {
+    cmdOK_->setObjectName(QStringLiteral("cmdOK"));
+    cmdCancel_->setObjectName(QStringLiteral("cmdCancel"));
+    widgets::setCaption(*cmdOK_, text_id::ok);
+    widgets::setCaption(*cmdCancel_, text_id::cancel);
+    cmdOK_->setDefault(true);
+    auto* buttons = new QDialogButtonBox(this);
+    buttons->addButton(cmdOK_, QDialogButtonBox::AcceptRole);
+    buttons->addButton(cmdCancel_, QDialogButtonBox::RejectRole);
+    column.addWidget(buttons);
+}
+
+void frmCriteria::connectAll() {
+    connect(cboField_, &QComboBox::currentIndexChanged, this, &frmCriteria::fieldChanged);
+    connect(cboOperator_, &QComboBox::currentIndexChanged, this, &frmCriteria::operatorChanged);
+    for (const ValuePlace* place : places_)
+        connect(place, &ValuePlace::changed, this, &frmCriteria::markChanged);
+    connect(cmdOK_, &QPushButton::clicked, this, &frmCriteria::cmdOK_Click);
+    connect(cmdCancel_, &QPushButton::clicked, this, &QDialog::reject);
+}
+
+void frmCriteria::setVisible(bool visible) {
+    if (visible && !loaded_)
+        load();
+    QDialog::setVisible(visible);
+}
+
+void frmCriteria::load() {
+    loaded_ = true;
+    loading_ = true;
+    criterion_ = modDictation::ParseCriteriaString(CriteriaString);
+    retranslate();
+    for (ValuePlace* place : places_)
+        place->hideAll();
+    fillFields();
+    showCriterion();
+    loading_ = false;
+    busy_ = false;
+    changed_ = false;
+    constexpr int comfortable = 460;
+    resize(std::max(comfortable, sizeHint().width()), sizeHint().height());
+    place();
+    cboField_->setFocus();
+}
+
+// A place that was asked for is taken as it is, also off the screen: the host may know screens
+// that are not there yet.
+void frmCriteria::place() {
+    if (StartLeft != 0 && StartTop != 0) {
+        move(StartLeft, StartTop);
+        return;
+    }
+    const QWidget* owner = parentWidget() != nullptr ? parentWidget() : this;
+    const QRect area = owner->screen()->geometry();
+    move(area.left() + area.width() / 2 - width() / 2,
+         area.top() + area.height() / 2 - height() / 2);
+}
+
+void frmCriteria::fillFields() {
+    cboField_->clear();
+    cboField_->addItem(toQt(modDictation::GetSearchFieldCaption(modDictation::noField, true)), 0);
+    for (const modDictation::SearchField& field : modDictation::searchFields())
+        if (field.Id != modDictation::noField && field.Selectable)
+            cboField_->addItem(toQt(field.Caption), field.Id);
+}
+
+void frmCriteria::showCriterion() {
+    if (!EditMode) {
+        select(*cboField_, presetField);
+        return;
+    }
+    select(*cboField_, criterion_.Field);
+    select(*cboOperator_, criterion_.Operator);
+    showValueControls();
+    showValues();
+}
+
+void frmCriteria::showValues() {
+    const ValueKind kind = currentField().ValueKind;
+    places_[0]->setValue(kind, criterion_.Value1);
+    places_[1]->setValue(kind, criterion_.Value2);
+}
+
+const modDictation::SearchField& frmCriteria::currentField() const {
+    const auto fields = modDictation::searchFields();
+    return fields[static_cast<std::size_t>(selectedId(*cboField_))];
+}
+
+void frmCriteria::fieldChanged() {
+    const modDictation::SearchField& field = currentField();
+    const QSignalBlocker quiet(cboOperator_);
+    cboOperator_->clear();
+    for (const std::int32_t id : modDictation::offeredOperators(field.ValueType))
+        cboOperator_->addItem(toQt(modDictation::GetOperatorText(id)), id);
+    for (ValuePlace* place : places_)
+        place->prepare(field);
+    showValueControls();
+    markChanged();
+}
+
+void frmCriteria::operatorChanged() {
+    if (loading_)
+        return;
+    showValueControls();
+    markChanged();
+}
+
+void frmCriteria::showValueControls() {
+    const bool hasOperator = cboOperator_->count() > 0;
+    const int values =
+        hasOperator ? modDictation::operatorValueCount(selectedId(*cboOperator_)) : 0;
+    for (int i = 0; i < 2; ++i)
+        places_[static_cast<std::size_t>(i)]->showKind(i < values ? currentField().ValueKind
+                                                                  : ValueKind::none);
+    lblValueAnd_->setVisible(values == 2);
+    lblValueOhne_->setVisible(hasOperator && values == 0);
+    lblOperatorOhne_->setVisible(!hasOperator);
+    lblValue_->setVisible(values > 0);
+    lblValue_->setBuddy(places_[0]->shownControl());
+    cboOperator_->setEnabled(hasOperator);
+    cmdOK_->setEnabled(hasOperator);
+}
+
+// Also for another field or operator: what was chosen must not be lost because no value changed.
+void frmCriteria::markChanged() {
+    changed_ = changed_ || !loading_;
+}
+
+void frmCriteria::cmdOK_Click() {
+    if (busy_)
+        return;
+    busy_ = true;
+    if (EditMode && !changed_) {
+        reject();
+    } else if (valuesAreValid()) {
+        CriteriaString =
+            modDictation::BuildCriteriaString(selectedId(*cboField_), selectedId(*cboOperator_),
+                                              places_[0]->value(), places_[1]->value());
+        accept();
+    }
+    busy_ = false;
+}
+
+void frmCriteria::done(int result) {
+    okPressed_ = result == Accepted;
+    QDialog::done(result);
+}
+
+bool frmCriteria::valuesAreValid() {
+    if (currentField().ValueKind == ValueKind::textBox)
+        for (const ValuePlace* place : places_)
+            if (place->shownControl() != nullptr && place->value().empty())
+                return refuse(text_id::valueRequired, place->shownControl());
+    return places_[1]->shownControl() == nullptr || rangeIsInOrder();
+}
+
+bool frmCriteria::rangeIsInOrder() {
+    const ValuePlace& first = *places_[0];
+    const ValuePlace& second = *places_[1];
+    const ValueKind kind = currentField().ValueKind;
+    if (kind == ValueKind::time && second.time() < first.time())
+        return refuse(text_id::timesReversed, first.shownControl());
+    if (kind == ValueKind::date && first.date() > second.date())
+        return refuse(text_id::datesReversed, first.shownControl());
+    return true;
+}
+
+// Tells what is wrong and stays open.
+bool frmCriteria::refuse(std::int32_t textId, QWidget* focus) {
+    modUtil::ShowMessage(widgets::toUtf8(widgets::text(textId)), platform::MessageIcon::information,
+                         {}, this);
+    focus->setFocus();
+    return false;
+}
+
+void frmCriteria::changeEvent(QEvent* event) {
+    QDialog::changeEvent(event);
+    if (event->type() == QEvent::LanguageChange && loaded_)
+        retranslate();
+}
+
+// What is chosen stays; only its texts change.
+void frmCriteria::retranslate() {
+    widgets::setCaption(*this, EditMode ? text_id::editCriterionTitle : text_id::newCriterionTitle);
+    widgets::translate(*this);
+    for (int i = 0; i < cboField_->count(); ++i)
+        cboField_->setItemText(
+            i, toQt(modDictation::GetSearchFieldCaption(cboField_->itemData(i).toInt(), true)));
+    for (int i = 0; i < cboOperator_->count(); ++i)
+        cboOperator_->setItemText(
+            i, toQt(modDictation::GetOperatorText(cboOperator_->itemData(i).toInt())));
+    for (ValuePlace* place : places_)
+        place->retranslateCodes();
+}
+
+} // namespace ov

@@ -1,0 +1,239 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#include "dialogs/frmSearchResultColumns.h"
+
+#include "dictation/field_table.h"
+#include "support/text_ids.h"
+#include "widgets/captions.h"
+#include "widgets/icons.h"
+#include "widgets/text.h"
+
+#include <QDialogButtonBox>
+#include <QEvent>
+#include <QGridLayout>
+#include <utility>
+
+namespace ov {
+
+using widgets::toQt;
+
+namespace {
+
+std::int32_t fieldOf(const QListWidgetItem& item) {
+    return item.data(Qt::UserRole).toInt();
+}
+
+QListWidgetItem* entryOf(const modDictation::SearchField& field) {
+    auto* entry = new QListWidgetItem(toQt(field.Caption));
+    entry->setData(Qt::UserRole, field.Id);
+    return entry;
+}
+
+// A list with its heading above it.
+QVBoxLayout* titled(QLabel* title, QListWidget& list, std::int32_t textId) {
+    widgets::setCaption(*title, textId);
+    title->setBuddy(&list);
+    auto* column = new QVBoxLayout;
+    column->addWidget(title);
+    column->addWidget(&list, 1);
+    return column;
+}
+
+// Buttons one below the other, in the middle.
+QVBoxLayout* stacked(const std::array<QPushButton*, 2>& buttons) {
+    auto* column = new QVBoxLayout;
+    column->addStretch(1);
+    for (QPushButton* button : buttons)
+        column->addWidget(button);
+    column->addStretch(1);
+    return column;
+}
+
+void setUp(QPushButton& button, const QString& name, std::int32_t textId, const char* iconName) {
+    button.setObjectName(name);
+    button.setIcon(widgets::icon(iconName));
+    button.setAutoDefault(false);
+    widgets::setCaption(button, textId);
+}
+
+// Lists are filled anew while the user looks at them: no flicker in between.
+class UpdatesOff {
+public:
+    explicit UpdatesOff(QWidget& widget) : widget_(widget) { widget_.setUpdatesEnabled(false); }
+    ~UpdatesOff() { widget_.setUpdatesEnabled(true); }
+    UpdatesOff(const UpdatesOff&) = delete;
+    UpdatesOff& operator=(const UpdatesOff&) = delete;
+
+private:
+    QWidget& widget_;
+};
+
+} // namespace
+
+frmSearchResultColumns::frmSearchResultColumns(QWidget* parent)
+    : QDialog(parent),
+      lblLabel_(new QLabel(this)),
+      lstLeft_(new QListWidget(this)),
+      lstRight_(new QListWidget(this)),
+      lstNonCustomizable_(new QListWidget(this)),
+      cmdTransfer_{new QPushButton(this), new QPushButton(this)},
+      cmdUpDown_{new QPushButton(this), new QPushButton(this)},
+      cmdOK_(new QPushButton(this)),
+      cmdCancel_(new QPushButton(this)) {
+    setObjectName(QStringLiteral("frmSearchResultColumns"));
+    buildWindow();
+    connectAll();
+}
+
+void frmSearchResultColumns::buildWindow() {
+    lblLabel_->setObjectName(QStringLiteral("lblLabel"));
+    lstLeft_->setObjectName(QStringLiteral("lstLeft"));
+    lstRight_->setObjectName(QStringLiteral("lstRight"));
+    lstNonCustomizable_->setObjectName(QStringLiteral("lstNonCustomizable"));
+    setUp(*cmdTransfer_[0], widgets::indexedName("cmdTransfer", 0), text_id::addColumn, "right");
+    setUp(*cmdTransfer_[1], widgets::indexedName("cmdTransfer", 1), text_id::removeColumn, "left");
+    setUp(*cmdUpDown_[0], widgets::indexedName("cmdUpDown", 0), text_id::moveUp, "up");
+    setUp(*cmdUpDown_[1], widgets::indexedName("cmdUpDown", 1), text_id::moveDown, "down");
+    widgets::setCaption(*this, text_id::columnsTitle);
+    widgets::setCaption(*lblLabel_, text_id::columnsHint);
+    lblLabel_->setWordWrap(true);
+
+    auto* column = new QVBoxLayout(this);
+    column->addWidget(lblLabel_);
+    auto* grid = new QGridLayout;
+    addLists(*grid);
+    column->addLayout(grid, 1);
+    addButtons(*column);
+}
+
+void frmSearchResultColumns::addLists(QGridLayout& grid) {
+    grid.addLayout(titled(new QLabel(this), *lstLeft_, text_id::availableFields), 0, 0);
+    grid.addLayout(stacked(cmdTransfer_), 0, 1);
+    grid.addLayout(titled(new QLabel(this), *lstRight_, text_id::shownColumns), 0, 2);
+    grid.addLayout(stacked(cmdUpDown_), 0, 3);
+    grid.addLayout(titled(new QLabel(this), *lstNonCustomizable_, text_id::fixedFields), 1, 0, 1,
+                   3);
+    grid.setColumnStretch(0, 1);
+    grid.setColumnStretch(2, 1);
+    grid.setRowStretch(0, 1);
+    constexpr int lines = 4;
+    lstNonCustomizable_->setFixedHeight(lines * (fontMetrics().lineSpacing() + 3));
+    lstNonCustomizable_->setSelectionMode(QAbstractItemView::NoSelection);
+}
+
+void frmSearchResultColumns::addButtons(QBoxLayout& column) {
+    cmdOK_->setObjectName(QStringLiteral("cmdOK"));
+    cmdCancel_->setObjectName(QStringLiteral("cmdCancel"));
+    widgets::setCaption(*cmdOK_, text_id::ok);
+    widgets::setCaption(*cmdCancel_, text_id::cancel);
+    cmdOK_->setDefault(true);
+    auto* buttons = new QDialogButtonBox(this);
+    buttons->addButton(cmdOK_, QDialogButtonBox::AcceptRole);
+    buttons->addButton(cmdCancel_, QDialogButtonBox::RejectRole);
+    column.addWidget(buttons);
+}
+
+void frmSearchResultColumns::connectAll() {
+    const auto toRight = [this] { transfer(*lstLeft_, *lstRight_); };
+    const auto toLeft = [this] { transfer(*lstRight_, *lstLeft_); };
+    connect(cmdTransfer_[0], &QPushButton::clicked, this, toRight);
+    connect(cmdTransfer_[1], &QPushButton::clicked, this, toLeft);
+    connect(lstLeft_, &QListWidget::itemDoubleClicked, this, toRight);
+    connect(lstRight_, &QListWidget::itemDoubleClicked, this, toLeft);
+    connect(cmdUpDown_[0], &QPushButton::clicked, this, [this] { moveSelected(-1); });
+    connect(cmdUpDown_[1], &QPushButton::clicked, this, [this] { moveSelected(1); });
+    connect(lstLeft_, &QListWidget::currentRowChanged, this,
+            &frmSearchResultColumns::enableButtons);
+    connect(lstRight_, &QListWidget::currentRowChanged, this,
+            &frmSearchResultColumns::enableButtons);
+    connect(cmdOK_, &QPushButton::clicked, this, &frmSearchResultColumns::cmdOK_Click);
+    connect(cmdCancel_, &QPushButton::clicked, this, &QDialog::reject);
+}
+
+void frmSearchResultColumns::setVisible(bool visible) {
+    if (visible && !loaded_)
+        load();
+    QDialog::setVisible(visible);
+}
+
+void frmSearchResultColumns::load() {
+    loaded_ = true;
+    retranslate();
+    for (const modDictation::SearchField& field : modDictation::searchFields()) {
+        if (!field.Selectable)
+            lstNonCustomizable_->addItem(entryOf(field));
+        else
+            (field.Visible ? lstRight_ : lstLeft_)->addItem(entryOf(field));
+    }
+    changed_ = false;
+    enableButtons();
+    constexpr QSize comfortable(560, 480);
+    resize(comfortable.expandedTo(sizeHint()));
+    lstLeft_->setFocus();
+}
+
+void frmSearchResultColumns::transfer(QListWidget& source, QListWidget& target) {
+    const int row = source.currentRow();
+    if (row < 0)
+        return;
+    changed_ = true;
+    target.addItem(source.takeItem(row));
+    source.setCurrentRow(std::min(row, source.count() - 1));
+    target.setCurrentRow(target.count() - 1);
+    enableButtons();
+}
+
+void frmSearchResultColumns::moveSelected(int distance) {
+    const int row = lstRight_->currentRow();
+    const int place = row + distance;
+    if (row < 0 || place < 0 || place >= lstRight_->count())
+        return;
+    const UpdatesOff still(*lstRight_);
+    lstRight_->insertItem(place, lstRight_->takeItem(row));
+    lstRight_->setCurrentRow(place);
+    enableButtons();
+}
+
+void frmSearchResultColumns::enableButtons() {
+    const int row = lstRight_->currentRow();
+    cmdTransfer_[0]->setEnabled(lstLeft_->currentRow() >= 0);
+    cmdTransfer_[1]->setEnabled(row >= 0);
+    cmdUpDown_[0]->setEnabled(row > 0);
+    cmdUpDown_[1]->setEnabled(row >= 0 && row < lstRight_->count() - 1);
+}
+
+void frmSearchResultColumns::cmdOK_Click() {
+    if (busy_)
+        return;
+    busy_ = true;
+    const auto fields = modDictation::searchFields();
+    for (modDictation::SearchField& field : fields)
+        if (field.Selectable)
+            field.Visible = false;
+    for (int i = 0; i < lstRight_->count(); ++i)
+        fields[static_cast<std::size_t>(fieldOf(*lstRight_->item(i)))].Visible = true;
+    busy_ = false;
+    accept();
+}
+
+void frmSearchResultColumns::done(int result) {
+    okPressed_ = result == Accepted;
+    QDialog::done(result);
+}
+
+void frmSearchResultColumns::changeEvent(QEvent* event) {
+    QDialog::changeEvent(event);
+    if (event->type() == QEvent::LanguageChange && loaded_)
+        retranslate();
+}
+
+void frmSearchResultColumns::retranslate() {
+    widgets::translate(*this);
+    for (QListWidget* list : {lstLeft_, lstRight_, lstNonCustomizable_})
+        for (int i = 0; i < list->count(); ++i)
+            list->item(i)->setText(
+                toQt(modDictation::GetSearchFieldCaption(fieldOf(*list->item(i)), true)));
+}
+
+} // namespace ov

@@ -1,0 +1,63 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QDialog>
+#include <QLabel>
+#include <QListWidget>
+#include <QPushButton>
+#include <array>
+#include <cstdint>
+
+class QBoxLayout;
+class QGridLayout;
+
+namespace ov {
+
+// The column chooser, made for one use: show it modally, then read OKPressed(). It works on the
+// Visible flags of the search field table and touches them only with OK. The order of the shown
+// fields is not handed back: columns are ordered by dragging them in the list.
+class frmSearchResultColumns final : public QDialog {
+    Q_OBJECT
+
+public:
+    explicit frmSearchResultColumns(QWidget* parent = nullptr);
+
+    bool OKPressed() const { return okPressed_; }
+
+    void setVisible(bool visible) override;
+    void done(int result) override;
+
+protected:
+    void changeEvent(QEvent* event) override;
+
+private:
+    void buildWindow();
+    void addLists(QGridLayout& grid);
+    void addButtons(QBoxLayout& column);
+    void connectAll();
+    void load();
+    void retranslate();
+
+    void transfer(QListWidget& source, QListWidget& target);
+    void moveSelected(int distance);
+    void enableButtons();
+    void cmdOK_Click();
+
+    QLabel* lblLabel_;
+    QListWidget* lstLeft_;
+    QListWidget* lstRight_;
+    QListWidget* lstNonCustomizable_;
+    std::array<QPushButton*, 2> cmdTransfer_;
+    std::array<QPushButton*, 2> cmdUpDown_;
+    QPushButton* cmdOK_;
+    QPushButton* cmdCancel_;
+
+    bool loaded_ = false;
+    bool changed_ = false; // something was moved from one list to the other
+    bool busy_ = false;
+    bool okPressed_ = false;
+};
+
+} // namespace ov

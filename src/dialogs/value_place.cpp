@@ -1,0 +1,224 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#include "dialogs/value_place.h"
+
+#include "dictation/criterion.h"
+#include "dictation/field_codes.h"
+#include "dictation/field_date.h"
+#include "platform/locale.h"
+#include "support/numbers.h"
+#include "support/text_ids.h"
+#include "widgets/captions.h"
+#include "widgets/text.h"
+
+#include <QCalendarWidget>
+#include <QRegularExpressionValidator>
+#include <QVBoxLayout>
+#include <array>
+
+namespace ov {
+
+using modDictation::ValueKind;
+using modDictation::ValueType;
+using widgets::toQt;
+using widgets::toUtf8;
+
+namespace {
+
+constexpr std::array kinds{ValueKind::textBox, ValueKind::codeList, ValueKind::date,
+                           ValueKind::time};
+
+struct TextLimit {
+    std::int32_t field;
+    int length;
+};
+
+// What the host's own entry forms take; other fields have no limit.
+constexpr std::array<TextLimit, 14> textLimits{{{3, 6},
+                                                {4, 256},
+                                                {5, 25},
+                                                {6, 256},
+                                                {8, 9},
+                                                {14, 19},
+                                                {18, 55},
+                                                {19, 64},
+                                                {20, 64},
+                                                {21, 14},
+                                                {22, 15},
+                                                {23, 20},
+                                                {25, 8},
+                                                {26, 256}}};
+
+int textLimit(std::int32_t field) {
+    constexpr int noLimit = 32767;
+    for (const TextLimit& limit : textLimits)
+        if (limit.field == field)
+            return limit.length;
+    return noLimit;
+}
+
+// The characters that may be typed. No value may hold the separator of criteria strings.
+QString allowedText(ValueType type) {
+    switch (type) {
+    case ValueType::none:
+        return QString();
+    case ValueType::time:
+        return QStringLiteral("[0-9:]*");
+    case ValueType::number:
+        return QStringLiteral("[0-9]*");
+    default:
+        return QStringLiteral("[^\\x01]*");
+    }
+}
+
+QDate readDate(const std::string& value) {
+    const auto date = platform::parseDate(value);
+    return date ? QDate(date->year, date->month, date->day) : QDate();
+}
+
+QTime readTime(const std::string& value) {
+    const auto seconds = modDictation::readSeconds(value);
+    constexpr std::int32_t secondsPerDay = 86400;
+    if (!seconds || *seconds >= secondsPerDay)
+        return {};
+    return QTime(0, 0).addSecs(*seconds);
+}
+
+} // namespace
+
+ValuePlace::ValuePlace(int index, QWidget* parent)
+    : QLabel(parent),
+      txtValue_(new QLineEdit(this)),
+      cboValue_(new QComboBox(this)),
+      dtpValue_(new QDateEdit(QDate::currentDate(), this)),
+      dtpValueTime_(new QTimeEdit(QTime(0, 0), this)) {
+    setObjectName(widgets::indexedName("lblPlaceholder", index));
+    txtValue_->setObjectName(widgets::indexedName("txtValue", index));
+    cboValue_->setObjectName(widgets::indexedName("cboValue", index));
+    dtpValue_->setObjectName(widgets::indexedName("dtpValue", index));
+    dtpValueTime_->setObjectName(widgets::indexedName("dtpValueTime", index));
+
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    for (const ValueKind kind : kinds) {
+        widgets::setSpokenName(*control(kind),
+                               index == 0 ? text_id::firstValue : text_id::secondValue);
+        column->addWidget(control(kind));
+    }
+    dtpValue_->setCalendarPopup(true);
+    dtpValue_->setDisplayFormat(widgets::shortDateFormat());
+    constexpr int sunday = 7;
+    const int firstWeekday = platform::locale().firstWeekday;
+    dtpValue_->calendarWidget()->setFirstDayOfWeek(
+        static_cast<Qt::DayOfWeek>(firstWeekday == 0 ? sunday : firstWeekday));
+    dtpValueTime_->setDisplayFormat(QStringLiteral("HH:mm:ss"));
+
+    connect(txtValue_, &QLineEdit::textChanged, this, &ValuePlace::changed);
+    connect(cboValue_, &QComboBox::currentIndexChanged, this, &ValuePlace::changed);
+    connect(dtpValue_, &QDateEdit::dateChanged, this, &ValuePlace::changed);
+    connect(dtpValueTime_, &QTimeEdit::timeChanged, this, &ValuePlace::changed);
+    hideAll();
+}
+
+void ValuePlace::prepare(const modDictation::SearchField& field) {
+    cboValue_->clear();
+    for (const std::int32_t code : modDictation::offeredCodes(field.Id))
+        cboValue_->addItem(toQt(modDictation::GetStatusText(code)), code);
+    txtValue_->setMaxLength(textLimit(field.Id));
+    setKeyFilter(field.ValueType);
+    if (field.ValueKind == ValueKind::date)
+        dtpValue_->setDate(QDate::currentDate());
+    if (field.ValueKind == ValueKind::time)
+        dtpValueTime_->setTime(QTime(0, 0));
+}
+
+void ValuePlace::retranslateCodes() {
+    for (int i = 0; i < cboValue_->count(); ++i)
+        cboValue_->setItemText(i,
+                               toQt(modDictation::GetStatusText(cboValue_->itemData(i).toInt())));
+}
+
+void ValuePlace::setKeyFilter(ValueType type) {
+    const auto* before = txtValue_->validator();
+    txtValue_->setValidator(
+        new QRegularExpressionValidator(QRegularExpression(allowedText(type)), txtValue_));
+    delete before;
+}
+
+QWidget* ValuePlace::control(ValueKind kind) const {
+    switch (kind) {
+    case ValueKind::textBox:
+        return txtValue_;
+    case ValueKind::codeList:
+        return cboValue_;
+    case ValueKind::date:
+        return dtpValue_;
+    case ValueKind::time:
+        return dtpValueTime_;
+    case ValueKind::none:
+        break;
+    }
+    return nullptr;
+}
+
+void ValuePlace::hideAll() {
+    for (const ValueKind kind : kinds) {
+        control(kind)->setVisible(false);
+        control(kind)->setEnabled(false);
+    }
+    setVisible(false);
+}
+
+void ValuePlace::showKind(ValueKind kind) {
+    hideAll();
+    if (QWidget* shown = control(kind)) {
+        shown->setEnabled(true);
+        shown->setVisible(true);
+        setVisible(true);
+    }
+}
+
+QWidget* ValuePlace::shownControl() const {
+    for (const ValueKind kind : kinds)
+        if (control(kind)->isEnabledTo(this))
+            return control(kind);
+    return nullptr;
+}
+
+void ValuePlace::setValue(ValueKind kind, const std::string& value) {
+    switch (kind) {
+    case ValueKind::textBox:
+        txtValue_->setText(toQt(value));
+        break;
+    case ValueKind::codeList:
+        cboValue_->setCurrentIndex(value.empty() ? -1 : cboValue_->findData(leadingInt32(value)));
+        break;
+    case ValueKind::date:
+        if (const QDate date = readDate(value); date.isValid())
+            dtpValue_->setDate(date);
+        break;
+    case ValueKind::time:
+        if (const QTime time = readTime(value); time.isValid())
+            dtpValueTime_->setTime(time);
+        break;
+    case ValueKind::none:
+        break;
+    }
+}
+
+std::string ValuePlace::value() const {
+    const QWidget* shown = shownControl();
+    if (shown == txtValue_)
+        return toUtf8(txtValue_->text().trimmed());
+    if (shown == cboValue_)
+        return cboValue_->currentIndex() < 0 ? std::string()
+                                             : std::to_string(cboValue_->currentData().toInt());
+    if (shown == dtpValue_)
+        return platform::formatShortDate({date().year(), date().month(), date().day(), 0, 0, 0});
+    if (shown == dtpValueTime_)
+        return toUtf8(time().toString(QStringLiteral("HH:mm:ss")));
+    return {};
+}
+
+} // namespace ov

@@ -1,0 +1,63 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "dictation/field_table.h"
+
+#include <QComboBox>
+#include <QDateEdit>
+#include <QLabel>
+#include <QLineEdit>
+#include <QTimeEdit>
+#include <string>
+
+namespace ov {
+
+// One place for a value of a criterion: a text box, a list of codes, a date picker and a time
+// picker, of which at most one is shown. Values travel as a criterion stores them: text as typed,
+// codes as their number, dates in the locale's short form, times as "HH:mm:ss".
+class ValuePlace final : public QLabel {
+    Q_OBJECT
+
+public:
+    // `index` is 0 for the first value, 1 for the second.
+    ValuePlace(int index, QWidget* parent);
+
+    // Makes the controls ready for a field: its codes, its greatest length, the characters that
+    // may be typed, and where the pickers start.
+    void prepare(const modDictation::SearchField& field);
+
+    // Hides all, or shows the control of that kind.
+    void hideAll();
+    void showKind(modDictation::ValueKind kind);
+    // The control that is shown, nullptr for none.
+    QWidget* shownControl() const;
+
+    // A value that the control cannot hold (no date, an unknown code) leaves it as it is, a list
+    // without a selection.
+    void setValue(modDictation::ValueKind kind, const std::string& value);
+    // Of the control that is shown; text is trimmed. Empty for none.
+    std::string value() const;
+
+    // Shows the codes in the current language.
+    void retranslateCodes();
+
+    QDate date() const { return dtpValue_->date(); }
+    QTime time() const { return dtpValueTime_->time(); }
+
+Q_SIGNALS:
+    // The user, or setValue(), changed the value of a control.
+    void changed();
+
+private:
+    QWidget* control(modDictation::ValueKind kind) const;
+    void setKeyFilter(modDictation::ValueType type);
+
+    QLineEdit* txtValue_;
+    QComboBox* cboValue_;
+    QDateEdit* dtpValue_;
+    QTimeEdit* dtpValueTime_;
+};
+
+} // namespace ov

@@ -1,0 +1,43 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#include "dictation/dictation_facts.h"
+
+#include "dictation/dictation_record.h"
+#include "dictation/field_table.h"
+#include "dictation/field_values.h"
+#include "support/modFilePath.h"
+
+#include <algorithm>
+#include <string>
+
+namespace ov::modDictation {
+
+namespace {
+
+// All but the auxiliary ones, also those that the user does not show.
+std::vector<SearchField> describedFields() {
+    const auto all = searchFields();
+    std::vector<SearchField> fields;
+    for (const SearchField& field : all)
+        if (!fieldDefinition(field.Id).key.empty())
+            fields.push_back(field);
+    std::sort(fields.begin(), fields.end(),
+              [](const SearchField& a, const SearchField& b) { return a.Position < b.Position; });
+    return fields;
+}
+
+} // namespace
+
+std::vector<DictationFact> describeDictation(std::string_view path) {
+    const std::string_view directory = modFilePath::directoryPart(path);
+    std::string buffer;
+    const std::string_view name = dictationName(modFilePath::namePart(path), buffer);
+    std::vector<DictationFact> facts;
+    for (const SearchField& field : describedFields())
+        if (std::string value = fieldText(field.Id, directory, name); !value.empty())
+            facts.push_back({field.Caption, std::move(value)});
+    return facts;
+}
+
+} // namespace ov::modDictation

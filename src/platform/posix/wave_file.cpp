@@ -1,0 +1,185 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+#include "platform/posix/wave_file.h"
+
+#include "platform/media.h"
+
+#include <algorithm>
+#include <cmath>
+#include <fcntl.h>
+#include <numeric>
+#include <sys/stat.h>
+#include <utility>
+
+namespace ov::platform {
+
+namespace {
+
+// What outputs and the stretcher take.
+constexpr int slowestRate = 1000;
+constexpr int fastestRate = 384000;
+constexpr int mostChannels = 32; // keeps the buffer of a mix small
+
+constexpr std::uint32_t unknownSize = 0x7FFFFF00; // from here on, the writer did not know
+
+int bitsOf(int format) noexcept {
+    switch (format & SF_FORMAT_SUBMASK) {
+    case SF_FORMAT_PCM_S8:
+    case SF_FORMAT_PCM_U8:
+        return 8;
+    case SF_FORMAT_PCM_24:
+        return 24;
+    case SF_FORMAT_PCM_32:
+    case SF_FORMAT_FLOAT:
+        return 32;
+    default:
+        return 16;
+    }
+}
+
+// For a file without a header of the usual kind: counted as if it were plain PCM.
+WaveLayout plainLayout(const SF_INFO& info) noexcept {
+    WaveLayout layout;
+    layout.channels = info.channels;
+    layout.rate = info.samplerate;
+    layout.bitsPerSample = bitsOf(info.format);
+    layout.blockSize = static_cast<std::uint32_t>(info.channels * layout.bitsPerSample / 8);
+    layout.bytesPerSecond = layout.blockSize * static_cast<std::uint32_t>(info.samplerate);
+    layout.length = static_cast<double>(info.frames);
+    return layout;
+}
+
+bool isPacked(std::uint16_t tag) noexcept {
+    return tag == 2 || tag == 17 || tag == 49; // MS ADPCM, IMA ADPCM, GSM 6.10
+}
+
+double framesPerBlock(const WaveHeader& header, const SF_INFO& info, double dataBytes) noexcept {
+    if (isPacked(header.formatTag) && header.framesPerBlock > 0)
+        return header.framesPerBlock;
+    if (header.blockSize * 8 == header.channels * header.bitsPerSample || dataBytes <= 0)
+        return 1;
+    return std::max(1.0,
+                    std::round(static_cast<double>(info.frames) * header.blockSize / dataBytes));
+}
+
+std::uint32_t believableRate(std::uint32_t told, double computed) noexcept {
+    constexpr double tolerance = 0.01;
+    return std::abs(told - computed) <= computed * tolerance
+               ? told
+               : static_cast<std::uint32_t>(std::max(1.0, std::round(computed)));
+}
+
+// Bytes of sound between the header and the end of the file.
+double dataThatIsThere(int file, const WaveHeader& header) noexcept {
+    struct stat info {};
+    if (fstat(file, &info) != 0)
+        return 0;
+    return static_cast<double>(std::clamp<std::int64_t>(info.st_size - header.dataStart, 0,
+                                                        std::int64_t{header.dataSize}));
+}
+
+} // namespace
+
+std::uint32_t WaveFile::open(const std::string& native, std::unique_ptr<WaveFile>& file) {
+    // Non-blocking, so that a pipe in a file's place cannot hold us up.
+    FileDescriptor descriptor(::open(native.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+    struct stat info {};
+    if (!descriptor.valid() || fstat(descriptor.get(), &info) != 0 || !S_ISREG(info.st_mode))
+        return media_error::fileNotFound;
+    file.reset(new WaveFile());
+    file->header_ = readWaveHeader(descriptor.get());
+    const auto& header = file->header_;
+    const std::int64_t end = header && header->dataSize < unknownSize
+                                 ? header->dataStart + header->dataSize
+                                 : std::int64_t{info.st_size};
+    file->stream_ = WaveStream(std::move(descriptor), header ? header->dataStart : 0, end);
+    SF_INFO sound{};
+    if (!file->openSound(sound))
+        return media_error::invalidFile;
+    file->readLayout(sound);
+    return media_error::none;
+}
+
+bool WaveFile::openSound(SF_INFO& info) {
+    sound_ = stream_.open(info);
+    seekable_ = info.seekable != 0;
+    return sound_ && info.channels >= 1 && info.channels <= mostChannels &&
+           info.samplerate >= slowestRate && info.samplerate <= fastestRate;
+}
+
+void WaveFile::readLayout(const SF_INFO& info) {
+    frames_ = std::max<std::int64_t>(info.frames, 0);
+    layout_ = plainLayout(info);
+    if (!header_ || header_->channels != info.channels || header_->blockSize == 0)
+        return;
+    const double there = dataThatIsThere(stream_.descriptor(), *header_);
+    layout_.formatTag = header_->formatTag;
+    layout_.bitsPerSample = header_->bitsPerSample;
+    layout_.blockSize = header_->blockSize;
+    layout_.framesPerBlock = framesPerBlock(*header_, info, there);
+    layout_.bytesPerSecond = believableRate(
+        header_->bytesPerSecond, layout_.rate * layout_.blockSize / layout_.framesPerBlock);
+    // A recorder that could not come back to its header leaves the largest number there.
+    if (header_->dataSize < unknownSize || there >= header_->dataSize)
+        layout_.length =
+            header_->dataSize / static_cast<double>(layout_.blockSize) * layout_.framesPerBlock;
+    frames_ = std::min(frames_, static_cast<std::int64_t>(std::ceil(layout_.length)));
+}
+
+bool WaveFile::seek(std::int64_t frame) {
+    const std::int64_t target = std::clamp<std::int64_t>(frame, 0, frames_);
+    failed_ = seekable_ ? sf_seek(sound_.get(), target, SEEK_SET) != target : !reopenAt(target);
+    return !failed_;
+}
+
+// Some encodings can only be read from their start on, so that is moved. A few blocks before the
+// target are decoded in vain, because the first ones sound of what was before them.
+bool WaveFile::reopenAt(std::int64_t frame) {
+    constexpr std::int64_t settling = 6;
+    const bool inBlocks = header_ && layout_.framesPerBlock > 1;
+    const auto perBlock = static_cast<std::int64_t>(layout_.framesPerBlock);
+    const std::int64_t block =
+        inBlocks ? std::max<std::int64_t>(frame / perBlock - settling, 0) : 0;
+    SF_INFO info{};
+    sound_.reset();
+    sound_ = stream_.open(info, block * layout_.blockSize);
+    if (!sound_)
+        return false;
+    std::vector<float> unheard(4096);
+    const auto perRead = static_cast<std::int64_t>(unheard.size()) / layout_.channels;
+    for (std::int64_t left = frame - block * perBlock; left > 0;) {
+        const sf_count_t got =
+            sf_readf_float(sound_.get(), unheard.data(), std::min(left, perRead));
+        if (got <= 0)
+            return false;
+        left -= got;
+    }
+    return true;
+}
+
+std::size_t WaveFile::read(std::span<float> samples) {
+    if (!sound_)
+        return 0;
+    if (layout_.channels > 2)
+        return readMixed(samples);
+    const auto wanted = static_cast<sf_count_t>(samples.size()) / layout_.channels;
+    const sf_count_t got = sf_readf_float(sound_.get(), samples.data(), wanted);
+    failed_ = got < wanted && sf_error(sound_.get()) != SF_ERR_NO_ERROR;
+    return static_cast<std::size_t>(std::max<sf_count_t>(got, 0));
+}
+
+std::size_t WaveFile::readMixed(std::span<float> samples) {
+    const auto channels = static_cast<std::size_t>(layout_.channels);
+    manyChannels_.resize(samples.size() * channels);
+    const sf_count_t got =
+        sf_readf_float(sound_.get(), manyChannels_.data(), static_cast<sf_count_t>(samples.size()));
+    failed_ = sf_error(sound_.get()) != SF_ERR_NO_ERROR;
+    const auto frames = static_cast<std::size_t>(std::max<sf_count_t>(got, 0));
+    for (std::size_t i = 0; i < frames; ++i) {
+        const float* frame = manyChannels_.data() + i * channels;
+        samples[i] = std::accumulate(frame, frame + channels, 0.0F) / static_cast<float>(channels);
+    }
+    return frames;
+}
+
+} // namespace ov::platform

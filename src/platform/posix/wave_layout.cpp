@@ -1,0 +1,39 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+#include "platform/posix/wave_layout.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace ov::platform {
+
+namespace {
+
+// Units of that format in a byte.
+double unitsPerByte(const WaveLayout& layout, TimeFormat format) noexcept {
+    switch (format) {
+    case TimeFormat::milliseconds:
+        return 1000.0 / layout.bytesPerSecond;
+    case TimeFormat::samples:
+        return static_cast<double>(layout.rate) / layout.bytesPerSecond;
+    case TimeFormat::bytes:
+        break;
+    }
+    return 1;
+}
+
+} // namespace
+
+std::int64_t WaveLayout::toUnits(double frame, TimeFormat format) const noexcept {
+    return std::llround(bytesOf(frame) * unitsPerByte(*this, format));
+}
+
+double WaveLayout::fromUnits(std::int64_t value, TimeFormat format) const noexcept {
+    if (value >= toUnits(length, format))
+        return length;
+    const double bytes = static_cast<double>(value) / unitsPerByte(*this, format);
+    const double block = std::ceil(std::round(bytes) / blockSize - 0.5);
+    return std::clamp(block * framesPerBlock, 0.0, length);
+}
+
+} // namespace ov::platform

@@ -1,0 +1,50 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/posix/file_descriptor.h"
+
+#include <sndfile.h>
+
+#include <cstdint>
+#include <memory>
+
+// The bytes of a sound file as libsndfile is to see them: nothing behind the sound, and, for
+// encodings that it cannot seek in, the sound from a later place on.
+
+namespace ov::platform {
+
+struct SoundCloser {
+    void operator()(SNDFILE* sound) const noexcept { sf_close(sound); }
+};
+using Sound = std::unique_ptr<SNDFILE, SoundCloser>;
+
+class WaveStream {
+public:
+    WaveStream() = default;
+    WaveStream(WaveStream&&) = default;
+    WaveStream& operator=(WaveStream&&) = default;
+    // `dataStart` and `dataEnd` are where the sound lies in the file; the end may lie beyond it.
+    WaveStream(FileDescriptor file, std::int64_t dataStart, std::int64_t dataEnd);
+
+    int descriptor() const noexcept { return file_.get(); }
+
+    // Leaves out that many bytes at the start of the sound. Empty when libsndfile cannot make
+    // sense of it. The stream must stay where it is while the sound is open.
+    Sound open(SF_INFO& info, std::int64_t leftOut = 0);
+
+private:
+    static sf_count_t length(void* self);
+    static sf_count_t seek(sf_count_t offset, int whence, void* self);
+    static sf_count_t read(void* target, sf_count_t count, void* self);
+    static sf_count_t write(const void* source, sf_count_t count, void* self);
+    static sf_count_t tell(void* self);
+
+    FileDescriptor file_;
+    std::int64_t dataStart_ = 0;
+    std::int64_t end_ = 0;
+    std::int64_t leftOut_ = 0;
+    std::int64_t position_ = 0; // without what is left out
+};
+
+} // namespace ov::platform

@@ -1,0 +1,72 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#include "widgets/captions.h"
+
+#include "widgets/text.h"
+
+#include <QVariant>
+#include <QWidget>
+#include <array>
+
+namespace ov::widgets {
+
+namespace {
+
+// Where an object keeps a number, and the property that shows its text.
+struct Role {
+    const char* number;
+    const char* shown; // nullptr: as captionProperty() says
+};
+
+constexpr Role caption{"ovCaption", nullptr};
+constexpr Role tip{"ovTip", "toolTip"};
+constexpr Role spokenName{"ovSpokenName", "accessibleName"};
+
+const char* captionProperty(const QObject& object) {
+    if (const auto* widget = qobject_cast<const QWidget*>(&object);
+        widget != nullptr && widget->isWindow() && !widget->inherits("QMenu"))
+        return "windowTitle";
+    return object.metaObject()->indexOfProperty("title") >= 0 ? "title" : "text";
+}
+
+void apply(QObject& object, const Role& role) {
+    const QVariant number = object.property(role.number);
+    if (number.isValid())
+        object.setProperty(role.shown != nullptr ? role.shown : captionProperty(object),
+                           text(number.toInt()));
+}
+
+void give(QObject& object, const Role& role, std::int32_t textId) {
+    object.setProperty(role.number, textId);
+    apply(object, role);
+}
+
+} // namespace
+
+void setCaption(QObject& object, std::int32_t textId) {
+    give(object, caption, textId);
+}
+
+void setTip(QObject& object, std::int32_t textId) {
+    give(object, tip, textId);
+}
+
+void setSpokenName(QWidget& widget, std::int32_t textId) {
+    give(widget, spokenName, textId);
+}
+
+void translate(QWidget& root) {
+    root.setLocale(languageLocale());
+    QList<QObject*> objects = root.findChildren<QObject*>();
+    objects.append(&root);
+    for (QObject* object : std::as_const(objects))
+        for (const Role& role : {caption, tip, spokenName})
+            apply(*object, role);
+}
+
+QString indexedName(const char* name, int index) {
+    return QStringLiteral("%1(%2)").arg(QLatin1String(name)).arg(index);
+}
+
+} // namespace ov::widgets

@@ -1,0 +1,234 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#include "run_program.h"
+#include "temporary_store.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <regex>
+#include <set>
+#include <string>
+#include <vector>
+
+// The host program, run without a screen: with the real plug-in, with files that are none, and
+// with a scripted one that prints what it sees of the host (plugins/scripted_plugin.cpp).
+
+namespace ov {
+namespace {
+
+namespace fs = std::filesystem;
+using tests::ProgramResult;
+using tests::ProgramRun;
+using tests::TemporaryStore;
+
+bool holds(const std::string& text, const std::string& part) {
+    return text.find(part) != std::string::npos;
+}
+
+std::string contentOf(const fs::path& file) {
+    std::ifstream stream(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+std::string dataFile(const std::string& name) {
+    return contentOf(fs::path(OV_SOURCE_DIR) / "data" / name);
+}
+
+// The first group of every match.
+std::set<std::string> allOf(const std::string& text, const std::string& pattern) {
+    const std::regex expression(pattern);
+    std::set<std::string> found;
+    for (std::sregex_iterator match(text.begin(), text.end(), expression), end; match != end;
+         ++match)
+        found.insert((*match)[1].str());
+    return found;
+}
+
+class Host : public ::testing::Test {
+protected:
+    ProgramResult run(std::vector<std::string> arguments, const std::string& steps = {}) const {
+        ProgramRun how;
+        how.environment = {{"QT_QPA_PLATFORM", "offscreen"},
+                           {"XDG_RUNTIME_DIR", place_.native("")},
+                           {"OV_TEST_STEPS", steps}};
+        how.arguments = std::move(arguments);
+        return tests::runProgram(OV_HOST_PROGRAM, how);
+    }
+    // The self-test, with settings of its own.
+    ProgramResult selfTest(const std::string& plugIn, std::vector<std::string> more = {},
+                           const std::string& steps = {}) const {
+        more.insert(more.end(), {"--self-test", "--settings", place_.native("settings")});
+        if (!plugIn.empty())
+            more.insert(more.end(), {"--plugin", plugIn});
+        return run(more, steps);
+    }
+    // What the scripted plug-in saw between the load of the window and its end.
+    std::string seen(const std::string& steps, std::vector<std::string> more = {}) const {
+        if (std::find(more.begin(), more.end(), "--language") == more.end())
+            more.insert(more.end(), {"--language", "en"});
+        const ProgramResult result = selfTest(OV_SCRIPTED_PLUGIN, more, steps);
+        EXPECT_EQ(result.exitCode, 0) << result.errors;
+        return between(result.output);
+    }
+    static std::string between(const std::string& output) {
+        const std::string start = "window event 1 of 1\n";
+        const std::string end = "window event 4 of 1\ncontrol gone\nplug-in gone\n";
+        if (!output.starts_with(start) || !output.ends_with(end))
+            return "not loaded and ended as agreed:\n" + output;
+        return output.substr(start.size(), output.size() - start.size() - end.size());
+    }
+
+    TemporaryStore place_;
+};
+
+TEST_F(Host, LoadsThePlugInShowsItAndEnds) {
+    for (const std::string language : {"de", "en"}) {
+        const std::string picture = place_.native(language + ".png");
+        const ProgramResult result = selfTest(
+            {}, {"--language", language, "--screenshot", picture, "--store", place_.native("")});
+        EXPECT_EQ(result.exitCode, 0) << result.errors;
+        EXPECT_EQ(contentOf(picture).substr(1, 3), "PNG");
+    }
+    EXPECT_TRUE(fs::exists(place_.native("settings/Orvanta/OVHostWindow.ini")));
+    EXPECT_TRUE(fs::exists(place_.native("settings/Orvanta/OVHost.ini"))); // the plug-in's
+}
+
+TEST_F(Host, RefusesFilesItCannotUseAndSaysWhy) {
+    place_.add("text.so", "no program").addFolder("folder.so");
+    struct Case {
+        std::string file;
+        std::string reason;
+    };
+    for (const Case& one : std::vector<Case>{
+             {place_.native("text.so"), "the file is no plug-in."},
+             {place_.native("folder.so"), "the file is no plug-in."},
+             {place_.native("missing.so"), "there is no such file."},
+             {OV_HOST_PROGRAM, "the file is no plug-in."},
+             {OV_OTHER_INTERFACE_PLUGIN, "the plug-in has the interface OVSearch.IPlugInLibrary/0; "
+                                         "this program needs OVSearch.IPlugInLibrary/1."},
+             {OV_OTHER_VERSION_PLUGIN,
+              "the plug-in has version 999 of the interface; this program needs 1 to 1."}}) {
+        const ProgramResult result = selfTest(one.file, {"--language", "en"});
+        EXPECT_EQ(result.exitCode, 1) << one.file;
+        const std::string message = "ovhost: " + one.file + ": " + one.reason;
+        EXPECT_TRUE(holds(result.errors, message)) << result.errors;
+        EXPECT_EQ(result.output, ""); // no code of the file ran
+    }
+}
+
+TEST_F(Host, TellsWhatThePlugInFailedWith) {
+    struct Case {
+        std::string steps;
+        std::string error;
+        std::string output;
+    };
+    for (const Case& one : std::vector<Case>{
+             {"refuse-start", "could not be started: no licence (error 7)", "plug-in gone\n"},
+             {"no-plug-in", "does not know OVSearch.Connector", ""},
+             {"refuse-init", "no sound (error 9)",
+              "window event 1 of 1\ncontrol gone\nwindow event 4 of 1\nplug-in gone\n"},
+             {"no-control", "Scripted could not create its control",
+              "window event 1 of 1\nwindow event 4 of 1\nplug-in gone\n"},
+             {"failing-sink", "refused (Fehler 5)",
+              "window event 1 of 1\nfailing hears 2 LANGUAGE\nlast hears 2 LANGUAGE\n"
+              "window event 4 of 1\ncontrol gone\nplug-in gone\n"}}) {
+        const ProgramResult result = selfTest(OV_SCRIPTED_PLUGIN, {"--language", "en"}, one.steps);
+        EXPECT_EQ(result.exitCode, 1) << one.steps;
+        EXPECT_TRUE(holds(result.errors, one.error)) << result.errors;
+        EXPECT_EQ(result.output, one.output) << one.steps;
+    }
+}
+
+TEST_F(Host, AnswersThePlugIn) {
+    const std::string latin1 = "stor\xE9"; // no UTF-8
+    place_.addFolder(latin1);
+    const std::string settings = place_.directory("settings") + "Orvanta\\";
+    EXPECT_EQ(seen("answers", {"--store", place_.native(latin1)}),
+              "PI_GetLanguage=9\nPI_GetSubLanguage=0\nPI_GetLocalINIFile=" + settings +
+                  "OVHost.ini\nPI_NoSuchThing=\nPI_GetDirectory 204=" + place_.directory(latin1) +
+                  "\nPI_GetDirectory 32=" + settings +
+                  "Data\\DAss\\\nPI_GetDirectory 7=\nPI_GetDirectory=\n");
+    EXPECT_TRUE(fs::is_directory(place_.native("settings/Orvanta/Data/DAss")));
+}
+
+TEST_F(Host, RemembersWhatIsChosenButNotWhatIsGivenForOneRun) {
+    place_.addFolder("old & new").addFolder("last");
+    place_.add("settings/Orvanta/OVHostWindow.ini",
+               "[General]\nlanguage=7\nrecentFolders=" + place_.native("last") + ", " +
+                   place_.native("old & new") + "\n");
+    const auto language = [&] {
+        return seen("answers", {"--language", "de"}).substr(0, 17); // of this run
+    };
+    EXPECT_EQ(language(), "PI_GetLanguage=7\n");
+    EXPECT_EQ(seen("events,recent-folder"),
+              "first hears 2 LANGUAGE\nthird hears 2 LANGUAGE\nlanguage=7\n"
+              "first hears 2 LANGUAGE\nthird hears 2 LANGUAGE\nlanguage=9\n"
+              "sink hears 2 DIR_NETDICTATIONTREE\n");
+    EXPECT_EQ(language(), "PI_GetLanguage=7\n");
+
+    const ProgramResult result = selfTest(OV_SCRIPTED_PLUGIN, {}, "answers");
+    EXPECT_TRUE(holds(result.output, "PI_GetLanguage=9\n")) << result.output;
+    EXPECT_TRUE(holds(result.output, "204=" + place_.directory("old & new") + "\n"))
+        << result.output;
+    EXPECT_TRUE(
+        holds(contentOf(place_.native("settings/Orvanta/OVHostWindow.ini")),
+              "recentFolders=" + place_.native("old & new") + ", " + place_.native("last") + "\n"));
+}
+
+TEST_F(Host, ShowsProgressWithoutPaintingInCalls) {
+    EXPECT_EQ(seen("progress"), "found: -1 of 0\nfilling: 0 of 40\npainted in calls: 0\n"
+                                "filling: 40 of 40\n");
+}
+
+TEST_F(Host, ShowsTheLogOfADictationWhoseNameIsNoText) {
+    EXPECT_EQ(seen("log"), "latin-1=kept\nline 1\nline 2\n");
+}
+
+TEST_F(Host, ClosesInTheMiddleOfASearch) {
+    const ProgramResult result = selfTest(OV_SCRIPTED_PLUGIN, {}, "search");
+    EXPECT_EQ(result.exitCode, 0) << result.errors;
+    EXPECT_EQ(result.output, "window event 1 of 1\nwindow event 4 of 1\ncontrol gone\n"
+                             "search unwound\nplug-in gone\n");
+}
+
+TEST_F(Host, RefusesWrongOptions) {
+    const std::vector<std::vector<std::string>> wrong = {
+        {"--frobnicate"}, {"folder"},      {"--language", "fr"}, {"--language"},
+        {"--store"},      {"--store", ""}, {"--settings", ""},   {"--store", "/no/such/folder"}};
+    for (const auto& arguments : wrong) {
+        const ProgramResult result = run(arguments);
+        EXPECT_EQ(result.exitCode, 2) << arguments.front();
+        EXPECT_TRUE(holds(result.errors, "ovhost: ")) << arguments.front();
+        EXPECT_EQ(result.output, "");
+    }
+}
+
+TEST_F(Host, IsDescribedAsItIs) {
+    const std::string help = run({"--help"}).output;
+    std::string page = dataFile("ovhost.1");
+    std::erase(page, '\\');
+    const std::string option = "(--[a-z-]+)";
+    EXPECT_EQ(allOf(page, option), allOf(help, option));
+
+    const std::string id = "org.orvanta.OVHost";
+    const std::string metainfo = dataFile(id + ".metainfo.xml");
+    const std::string entry = dataFile(id + ".desktop");
+    EXPECT_TRUE(holds(metainfo, "<id>" + id + "</id>"));
+    EXPECT_TRUE(holds(metainfo, ">" + id + ".desktop</launchable>"));
+    EXPECT_TRUE(holds(entry, "Icon=" + id + "\n"));
+    EXPECT_TRUE(holds(dataFile(id + ".svg"), "<svg"));
+    const std::string version = run({"--version"}).output;
+    const auto newest = metainfo.find("<release version=\"");
+    EXPECT_EQ("ovhost " +
+                  metainfo.substr(newest + 18, metainfo.find('"', newest + 18) - newest - 18) +
+                  "\n",
+              version);
+}
+
+} // namespace
+} // namespace ov

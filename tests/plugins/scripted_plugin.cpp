@@ -1,0 +1,296 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#include "scripted_plugin.h"
+
+#include "plugin/host_error.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QEvent>
+#include <QLabel>
+#include <QMenu>
+#include <QPlainTextEdit>
+#include <QPointer>
+#include <QProgressBar>
+#include <QTableWidget>
+#include <QTimer>
+#include <array>
+#include <cstdio>
+#include <functional>
+#include <map>
+
+namespace {
+
+using namespace ov;
+using namespace Qt::StringLiterals;
+
+QStringList steps() {
+    return qEnvironmentVariable("OV_TEST_STEPS").split(u',');
+}
+
+void print(const std::string& line) {
+    std::fputs((line + "\n").c_str(), stdout);
+    std::fflush(stdout);
+}
+
+template <typename Widget>
+Widget* hostWidget(const QString& name) {
+    for (QWidget* window : QApplication::topLevelWidgets())
+        if (auto* found = window->findChild<Widget*>(name))
+            return found;
+    throw HostError(1, "the host has no " + name.toStdString());
+}
+
+// The test that runs the host ends it when this never comes.
+void waitUntil(const std::function<bool()>& holds) {
+    while (!holds())
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+}
+
+class ScriptedPlugIn final : public IPlugin {
+public:
+    ScriptedPlugIn() = default;
+    ~ScriptedPlugIn() override {
+        if (application_)
+            application_->EventSource()->unsubscribe(sink_);
+        print("plug-in gone");
+    }
+    ScriptedPlugIn(const ScriptedPlugIn&) = delete;
+    ScriptedPlugIn& operator=(const ScriptedPlugIn&) = delete;
+
+    void ApplicationStart(std::shared_ptr<IHostApplication> application) override {
+        if (steps().contains(u"refuse-start"_s))
+            throw HostError(7, "no licence");
+        application_ = std::move(application);
+        sink_.plugIn = this;
+        application_->EventSource()->subscribe(sink_);
+    }
+    std::shared_ptr<IHostApplication> Application() const override { return application_; }
+    void setPlugInDescription(std::string_view) override {}
+    std::string PlugInName() const override { return "Scripted"; }
+    std::string PlugInVersion() const override { return "1.00.0000"; }
+    std::string PlugInDescription() const override { return "Runs steps"; }
+    std::string PlugInControlName() const override { return {}; }
+    void setPlugInControlName(std::string_view) override {}
+    std::string PlugInControlContainerName() const override { return {}; }
+    void setPlugInControlContainerName(std::string_view) override {}
+    std::int32_t PlugInControlReferenceNumber() const override { return 0; }
+    void setPlugInControlReferenceNumber(std::int32_t) override {}
+    std::int32_t PlugInControlTabNumber() const override { return 0; }
+    void setPlugInControlTabNumber(std::int32_t) override {}
+
+private:
+    struct Sink final : IEventSink {
+        ScriptedPlugIn* plugIn = nullptr;
+
+        void EventSource_ActionEvent(std::int32_t, std::int32_t, std::string_view) override {}
+        void EventSource_WindowEvent(std::int32_t event, std::int32_t windowId, std::int32_t,
+                                     std::int32_t, IHostWindow& window) override {
+            if (event != window_event::resize)
+                print("window event " + std::to_string(event) + " of " + std::to_string(windowId));
+            if (event == window_event::load && !window.AddPlugInControl("Scripted.ctrl", *plugIn))
+                plugIn->application_->ReportPlugInFailure("Scripted");
+            if (event == window_event::queryUnload)
+                window.RemovePlugInControl(*plugIn);
+        }
+    };
+
+    Sink sink_;
+    std::shared_ptr<IHostApplication> application_;
+};
+
+// Prints what it hears; takes others off the list or fails when told to.
+struct PrintingSink final : IEventSink {
+    explicit PrintingSink(std::string sinkName) : name(std::move(sinkName)) {}
+
+    void EventSource_ActionEvent(std::int32_t action, std::int32_t,
+                                 std::string_view parameter) override {
+        print(name + " hears " + std::to_string(action) + " " + std::string(parameter));
+        if (then)
+            then();
+    }
+    void EventSource_WindowEvent(std::int32_t, std::int32_t, std::int32_t, std::int32_t,
+                                 IHostWindow&) override {}
+
+    std::string name;
+    std::function<void()> then;
+};
+
+struct PaintCounter final : QObject {
+    int paints = 0;
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        paints += event->type() == QEvent::Paint ? 1 : 0;
+        return QObject::eventFilter(watched, event);
+    }
+};
+
+class ScriptedControl final : public IFormExtension {
+public:
+    explicit ScriptedControl(WindowHandle parent)
+        : window_(new QLabel(u"control"_s, static_cast<QWidget*>(parent))) {}
+    ~ScriptedControl() override {
+        delete window_;
+        print("control gone");
+    }
+    ScriptedControl(const ScriptedControl&) = delete;
+    ScriptedControl& operator=(const ScriptedControl&) = delete;
+
+    void IFormExtension_Init(IPlugin& plugIn, IHostForm& form) override {
+        plugIn_ = &plugIn;
+        form_ = &form;
+        const std::map<QString, void (ScriptedControl::*)()> known = {
+            {u"answers"_s, &ScriptedControl::askAll},
+            {u"events"_s, &ScriptedControl::hearEvents},
+            {u"failing-sink"_s, &ScriptedControl::failInEvent},
+            {u"recent-folder"_s, &ScriptedControl::openRecentFolder},
+            {u"progress"_s, &ScriptedControl::showProgress},
+            {u"log"_s, &ScriptedControl::showLog},
+            {u"search"_s, &ScriptedControl::startSearch}};
+        for (const QString& step : steps())
+            if (const auto found = known.find(step); found != known.end())
+                (this->*found->second)();
+        if (steps().contains(u"refuse-init"_s))
+            throw HostError(9, "no sound");
+        form.ReportControlReady(plugIn);
+    }
+    WindowHandle IFormExtension_Window() noexcept override { return window_.data(); }
+
+private:
+    std::string call(std::string_view function, std::vector<HostArgument> arguments = {}) {
+        std::string result;
+        plugIn_->Application()->HostServices()->CallPlugInFunction(*plugIn_, function, arguments,
+                                                                   result);
+        return result;
+    }
+    void text(std::string text) { call("PI_ProgressText", {&text}); }
+    void value(std::int32_t value) { call("PI_ProgressValue", {&value}); }
+
+    void askAll() {
+        for (const char* name :
+             {"PI_GetLanguage", "PI_GetSubLanguage", "PI_GetLocalINIFile", "PI_NoSuchThing"})
+            print(std::string(name) + "=" + call(name));
+        for (const std::int32_t id : {204, 32, 7})
+            print("PI_GetDirectory " + std::to_string(id) + "=" + call("PI_GetDirectory", {id}));
+        print("PI_GetDirectory=" + call("PI_GetDirectory"));
+    }
+
+    void hearEvents() {
+        const auto source = form_->EventSource();
+        PrintingSink first("first");
+        PrintingSink second("second");
+        PrintingSink third("third");
+        for (PrintingSink* sink : {&first, &second, &third, &first})
+            source->subscribe(*sink);
+        first.then = [&] { source->unsubscribe(second); };
+        for (const auto& name : {u"actionGerman"_s, u"actionEnglish"_s}) {
+            hostWidget<QAction>(name)->trigger();
+            print("language=" + call("PI_GetLanguage"));
+        }
+        source->unsubscribe(first);
+        source->unsubscribe(third);
+    }
+
+    void failInEvent() {
+        const auto source = form_->EventSource();
+        PrintingSink failing("failing");
+        PrintingSink last("last");
+        failing.then = [] { throw HostError(5, "refused"); };
+        source->subscribe(failing);
+        source->subscribe(last);
+        hostWidget<QAction>(u"actionGerman"_s)->trigger();
+        source->unsubscribe(failing);
+        source->unsubscribe(last);
+    }
+
+    // The last of the list, so that it has to move to the front.
+    void openRecentFolder() {
+        const auto source = form_->EventSource();
+        PrintingSink sink("sink");
+        source->subscribe(sink);
+        auto* recent = hostWidget<QMenu>(u"menuRecentFolders"_s);
+        emit qobject_cast<QMenu*>(recent->parent())->aboutToShow();
+        QList<QAction*> folders = recent->actions();
+        folders.removeIf([](QAction* action) { return !action->text().startsWith(u'/'); });
+        folders.constLast()->trigger();
+        source->unsubscribe(sink);
+    }
+
+    void showProgress() {
+        auto* panel = hostWidget<QWidget>(u"progressPanel"_s);
+        auto* bar = hostWidget<QProgressBar>(u"progressBar"_s);
+        auto* caption = hostWidget<QLabel>(u"progressCaption"_s);
+        PaintCounter counter;
+        bar->installEventFilter(&counter);
+        const auto shown = [&](const std::string& what) {
+            waitUntil([&] { return caption->text().toStdString() == what; });
+            print(what + ": " + std::to_string(bar->value()) + " of " +
+                  std::to_string(bar->maximum()));
+        };
+        value(3);
+        call("PI_ProgressClear");
+        text("found"); // without init
+        waitUntil([&] { return panel->isVisible(); });
+        shown("found");
+        std::int32_t steps = 40;
+        std::int32_t none = 0;
+        std::string text10001 = "filling";
+        call("PI_ProgressInit", {0, &steps, &none, &text10001});
+        shown("filling");
+        counter.paints = 0;
+        for (std::int32_t i = 0; i <= 100000; ++i) {
+            value(i);
+            text("\\store\\ward\\");
+        }
+        print("painted in calls: " + std::to_string(counter.paints));
+        waitUntil([&] { return bar->value() == 40; });
+        shown("filling");
+        call("PI_ProgressInit"); // nothing that it needs
+        call("PI_ProgressClear");
+        waitUntil([&] { return !panel->isVisible(); });
+    }
+
+    void showLog() {
+        std::string path = "\\store\\M\xFCller.WAV";
+        std::string empty;
+        call("PI_LogView", {&path, &empty});
+        auto* facts = hostWidget<QTableWidget>(u"facts"_s);
+        print((facts->item(0, 0)->text() + u'=' + facts->item(0, 1)->text()).toStdString());
+        print(hostWidget<QPlainTextEdit>(u"logLines"_s)->toPlainText().toStdString());
+    }
+
+    // A search that pumps messages; the window is closed below it.
+    void startSearch() {
+        QTimer::singleShot(0, qApp, [control = QPointer<QWidget>(window_)] {
+            waitUntil([&] { return control.isNull(); });
+            print("search unwound");
+        });
+    }
+
+    QPointer<QWidget> window_;
+    IPlugin* plugIn_ = nullptr;
+    IHostForm* form_ = nullptr;
+};
+
+} // namespace
+
+std::shared_ptr<IPlugin> ScriptedLibrary::createPlugIn(std::string_view /*progId*/) {
+    if (steps().contains(u"no-plug-in"_s))
+        return nullptr;
+    return std::make_shared<ScriptedPlugIn>();
+}
+
+std::shared_ptr<IFormExtension> ScriptedLibrary::createControl(std::string_view /*progId*/,
+                                                               WindowHandle parent) {
+    if (steps().contains(u"no-control"_s))
+        return nullptr;
+    return std::make_shared<ScriptedControl>(parent);
+}
+
+std::vector<DictationFact> ScriptedLibrary::describeDictation(std::string_view path) const {
+    return {{"latin-1", path.find('\xFC') != std::string_view::npos ? "kept" : "lost"}};
+}
+
+std::vector<std::string> ScriptedLibrary::recentLogLines() const {
+    return {"line 1", "line 2"};
+}
