@@ -112,7 +112,7 @@ TEST_F(Host, RefusesFilesItCannotUseAndSaysWhy) {
              {OV_OTHER_INTERFACE_PLUGIN, "the plug-in has the interface OVSearch.IPlugInLibrary/0; "
                                          "this program needs OVSearch.IPlugInLibrary/1."},
              {OV_OTHER_VERSION_PLUGIN,
-              "the plug-in has version 999 of the interface; this program needs 1 to 1."}}) {
+              "the plug-in has version 999 of the interface; this program needs 1."}}) {
         const ProgramResult result = selfTest(one.file, {"--language", "en"});
         EXPECT_EQ(result.exitCode, 1) << one.file;
         const std::string message = "ovhost: " + one.file + ": " + one.reason;

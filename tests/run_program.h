@@ -32,6 +32,8 @@ struct ProgramRun {
     std::string workingDirectory;                   // empty: that of the tests
     std::string outputFile;  // takes the standard output, which is then not captured
     std::string interruptAt; // Ctrl-C is pressed once, as soon as the program has said this
+    std::string typeAt;      // `typed` is typed once, as soon as the program has said this
+    std::string typed;       // on a terminal only
     bool onTerminal = false; // all streams are one terminal; `output` has what it was sent
     bool withRights = true;  // false: file permissions count, for root too
 };
@@ -106,7 +108,17 @@ inline void readSome(int& stream, std::string& text) {
         close(std::exchange(stream, -1));
 }
 
-inline void collect(Child& child, std::string interruptAt, ProgramResult& result) {
+inline bool hasSaid(const ProgramResult& result, const std::string& text) {
+    return !text.empty() && (result.output.find(text) != std::string::npos ||
+                             result.errors.find(text) != std::string::npos);
+}
+
+inline void type(const Child& child, std::string_view keys) {
+    if (write(child.streams[0], keys.data(), keys.size()) < 0)
+        ADD_FAILURE() << "cannot type";
+}
+
+inline void collect(Child& child, ProgramRun run, ProgramResult& result) {
     const auto deadline = std::chrono::steady_clock::now() + hangsAfter;
     while (child.streams != std::array<int, 2>{-1, -1}) {
         std::array<pollfd, 2> waiting{
@@ -116,10 +128,13 @@ inline void collect(Child& child, std::string interruptAt, ProgramResult& result
             readSome(child.streams[0], result.output);
         if (waiting[1].revents != 0)
             readSome(child.streams[1], result.errors);
-        if (!interruptAt.empty() && (result.output.find(interruptAt) != std::string::npos ||
-                                     result.errors.find(interruptAt) != std::string::npos)) {
+        if (hasSaid(result, run.interruptAt)) {
             kill(child.id, SIGINT);
-            interruptAt.clear();
+            run.interruptAt.clear();
+        }
+        if (hasSaid(result, run.typeAt)) {
+            type(child, run.typed);
+            run.typeAt.clear();
         }
         if (std::chrono::steady_clock::now() > deadline) {
             ADD_FAILURE() << "the program hangs";
@@ -137,7 +152,7 @@ inline ProgramResult runProgram(const std::string& program, const ProgramRun& ru
     if (child.id < 0)
         throw std::runtime_error("cannot start a process");
     ProgramResult result;
-    run_program::collect(child, run.interruptAt, result);
+    run_program::collect(child, run, result);
     int status = 0;
     waitpid(child.id, &status, 0);
     result.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);

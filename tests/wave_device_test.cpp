@@ -4,9 +4,11 @@
 // The waveaudio device against recorded answers, data/waveaudio.txt, and what it does with files
 // and outputs that are not as they should be. Plays into an output that throws everything away.
 
+#include "environment.h"
 #include "platform/posix/wave_devices.h"
-#include "playback/modMultimedia.h"
-#include "settings_fixture.h"
+#include "platform/posix/wave_file.h"
+#include "platform/wave_overview.h"
+#include "sound_signal.h"
 #include "temporary_store.h"
 #include "wave_files.h"
 
@@ -123,6 +125,143 @@ TEST_F(Recorded, Answers) {
         }
     }
     EXPECT_GT(answers, 500);
+}
+
+TEST_F(WaveDevice, TakesFilesAsTheyAre) {
+    write("good", {SF_FORMAT_PCM_16}, 8000);
+    write("float", {SF_FORMAT_FLOAT, 96000, 6}, 96000);
+    write("big", {SF_FORMAT_WAV | SF_FORMAT_PCM_16 | SF_ENDIAN_BIG}, 8000);
+    write("odd", {SF_FORMAT_PCM_16, 11025, 2}, 33333);
+    const std::string good = bytes("good");
+    const auto with = [&](std::size_t at, std::uint32_t number) {
+        std::string changed = good;
+        tests::setNumber(changed, at, number);
+        return changed;
+    };
+    store_.add("huge", with(40, 0xFFFFFFFF)).add("unaware", with(40, 0x7FFFFFFF));
+    store_.add("no rate", with(24, 0)).add("wild rate", with(24, 0x7FFFFFFF));
+    store_.add("lying rate", with(28, 3)).add("cut header", good.substr(0, 30));
+    store_.add("riff 0", with(4, 0)).add("no block", with(32, 0x00100000));
+    store_.add("long format", good.substr(0, 16) + "\xF0\xFF\xFF\xFF"s + good.substr(20));
+    store_.addPipe("pipe").addFolder("folder").addLink("nowhere", "gone");
+    store_.add("caf\xE9.WAV", good).add("ümlaut \"x\".WAV", good);
+    const std::vector<std::pair<const char*, const char*>> lengths = {
+        {"good", "1000"},      {"float", "1000"},       {"big", "1000"},
+        {"odd", "3023"},       {"huge", "1000"},        {"unaware", "1000"},
+        {"no rate", "296"},    {"wild rate", "296"},    {"lying rate", "1000"},
+        {"cut header", "296"}, {"riff 0", "1000"},      {"long format", "296"},
+        {"pipe", "275"},       {"folder", "275"},       {"nowhere", "275"},
+        {"gone", "275"},       {"caf\xE9.WAV", "1000"}, {"ümlaut \"x\".WAV", "1000"}};
+    for (const auto& [name, length] : lengths) {
+        SCOPED_TRACE(name);
+        std::array<char, 255> path{};
+        devices_.getShortPathName(store_.path(name), path);
+        const std::string opened = answer("open "s + path.data() + " type waveaudio alias PBWave");
+        EXPECT_EQ(opened == "0 1" ? answer("status PBWave length") : opened,
+                  (opened == "0 1" ? "0 "s : ""s) + length);
+        answer("close all");
+    }
+    EXPECT_EQ(open("no block").substr(0, 3).find_first_not_of("0123456789 "), std::string::npos);
+}
+
+TEST_F(WaveDevice, GivesShortNames) {
+    const std::string name = std::string(200, 'n') + " with blanks.WAV";
+    store_.add(name).add("other " + name.substr(50));
+    const auto shortName = [this](const std::string& path, std::size_t room = 255) {
+        std::string buffer(room, '.');
+        const std::size_t length = devices_.getShortPathName(path, buffer);
+        return std::pair(length, buffer.substr(0, std::min(length, room)));
+    };
+    const auto [length, text] = shortName(store_.path(name));
+    EXPECT_TRUE(length > 0 && length < 64 && text.find(' ') == std::string::npos) << text;
+    EXPECT_TRUE(text.ends_with(".WAV"));
+    EXPECT_EQ(shortName(store_.path(name)).second, text);
+    EXPECT_NE(shortName(store_.path("other " + name.substr(50))).second, text);
+    EXPECT_EQ(shortName(store_.path("gone")).first, 0U);
+    EXPECT_EQ(shortName(store_.path(name), length),
+              std::pair(length + 1, std::string(length, '.')));
+    EXPECT_EQ(shortName("\\tmp").second, "\\tmp");
+}
+
+TEST_F(WaveDevice, WithoutAnOutput) {
+    const tests::Environment none("SDL_AUDIODRIVER", "no such output");
+    write("a.wav", {}, 8000);
+    EXPECT_EQ(open("a.wav"), "0 1");
+    EXPECT_EQ(answer("set PBWave output 0"), "282");
+    EXPECT_EQ(answer("play PBWave from 100"), "326");
+    EXPECT_EQ(answer("status PBWave mode"), "0 stopped");
+    EXPECT_EQ(answer("status PBWave position"), "0 100");
+    EXPECT_EQ(answer("pause PBWave"), "302");
+}
+
+TEST_F(WaveDevice, TempoIsAVerbOfItsOwn) {
+    write("a.wav", {}, 8000);
+    ASSERT_EQ(open("a.wav"), "0 1");
+    for (const auto& [command, expected] :
+         std::vector<std::pair<const char*, const char*>>{{"status PBWave tempo", "0 100"},
+                                                          {"set PBWave tempo 49", "282"},
+                                                          {"set PBWave tempo 201", "282"},
+                                                          {"set PBWave tempo fast", "270"},
+                                                          {"set PBWave tempo 50", "0"},
+                                                          {"set PBWave tempo 200", "0"},
+                                                          {"status PBWave tempo", "0 200"},
+                                                          {"play PBWave from 500", "0"},
+                                                          {"set PBWave tempo 150", "0"},
+                                                          {"status PBWave mode", "0 playing"}})
+        EXPECT_EQ(answer(command), expected) << command;
+    waitUntilSilent();
+    EXPECT_EQ(answer("status PBWave position"), "0 1000");
+}
+
+// What is behind a jump sounds as if the file had been read from its start.
+TEST_F(WaveDevice, SeeksInEveryEncoding) {
+    for (const int format : {SF_FORMAT_PCM_16, SF_FORMAT_ULAW, SF_FORMAT_IMA_ADPCM,
+                             SF_FORMAT_MS_ADPCM, SF_FORMAT_GSM610, SF_FORMAT_FLOAT}) {
+        SCOPED_TRACE(format);
+        write("a.wav", {format, 8000}, 20000);
+        const std::vector<float> whole = tests::readWave(store_.native("a.wav"));
+        std::unique_ptr<WaveFile> file;
+        ASSERT_EQ(WaveFile::open(store_.native("a.wav"), file), 0U);
+        for (const std::int64_t frame : {7777, 1, 0, 319, 12800, 19500, 640}) {
+            std::vector<float> piece(400);
+            ASSERT_TRUE(file->seek(frame));
+            ASSERT_EQ(file->read(piece), piece.size());
+            const auto expected = std::span(whole).subspan(static_cast<std::size_t>(frame), 400);
+            EXPECT_GT(tests::correlation(piece, expected), 0.98) << frame;
+        }
+        EXPECT_TRUE(file->seek(1'000'000'000));
+        std::vector<float> nothing(10);
+        EXPECT_EQ(file->read(nothing), 0U);
+        EXPECT_FALSE(file->failed());
+    }
+}
+
+TEST_F(WaveDevice, DrawsOverviews) {
+    std::vector<float> samples(10 * 1000 * 2, 0.0F);
+    samples[2 * 2500] = 0.5F;       // left, third stretch
+    samples[2 * 2999 + 1] = -0.25F; // right, its end
+    samples[2 * 9999] = -1;
+    tests::writeWave(store_.native("a.wav"), {SF_FORMAT_PCM_16, 8000, 2}, samples);
+    std::vector<WavePeaks> expected(10);
+    expected[2] = {-8192, 16384};
+    expected[9] = {-32767, 0};
+    std::vector<WavePeaks> peaks;
+    EXPECT_TRUE(readWaveOverview(store_.path("a.wav"), 10, {}, peaks));
+    EXPECT_EQ(peaks, expected);
+
+    std::string cut = bytes("a.wav");
+    store_.add("cut.wav", cut.substr(0, cut.size() / 2));
+    expected[9] = {};
+    EXPECT_TRUE(readWaveOverview(store_.path("cut.wav"), 10, {}, peaks));
+    EXPECT_EQ(peaks, expected);
+    EXPECT_TRUE(readWaveOverview(store_.path("a.wav"), 30000, {}, peaks)) << "more than frames";
+    EXPECT_EQ(peaks.size(), 30000U);
+
+    std::stop_source source;
+    source.request_stop();
+    EXPECT_FALSE(readWaveOverview(store_.path("a.wav"), 10, source.get_token(), peaks));
+    EXPECT_TRUE(peaks.empty());
+    EXPECT_FALSE(readWaveOverview(store_.path("gone"), 10, {}, peaks));
 }
 
 } // namespace

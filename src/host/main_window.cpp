@@ -98,7 +98,7 @@ void MainWindow::placeControl() {
     disconnect(listening);
     if (!pane_->hasControl() && !failures.isEmpty())
         notLoaded_ = Failure{Text::startFailed,
-                             {QDir::toNativeSeparators(session_.file()), failures.join(u' ')}};
+                             {QDir::toNativeSeparators(session_.file()), failures.join("; "_L1)}};
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {

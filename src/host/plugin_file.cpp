@@ -46,6 +46,14 @@ QString native(const QString& path) {
     return QDir::toNativeSeparators(path);
 }
 
+// "1", or "1–3" when older ones do as well.
+QString wantedVersions() {
+    const QString newest = QString::number(pluginInterfaceVersion);
+    if constexpr (oldestPluginInterfaceVersion == pluginInterfaceVersion)
+        return newest;
+    return QString::number(oldestPluginInterfaceVersion) + u'–' + newest;
+}
+
 // Looks at what the file tells of itself before any of its code runs.
 std::optional<Failure> mismatch(const QPluginLoader& loader, const QString& path) {
     const QJsonObject data = loader.metaData();
@@ -59,9 +67,7 @@ std::optional<Failure> mismatch(const QPluginLoader& loader, const QString& path
     const int number = version.toInt(0);
     if (number < oldestPluginInterfaceVersion || number > pluginInterfaceVersion)
         return Failure{Text::otherVersion,
-                       {native(path), QString::number(number),
-                        QString::number(oldestPluginInterfaceVersion),
-                        QString::number(pluginInterfaceVersion)}};
+                       {native(path), QString::number(number), wantedVersions()}};
     return std::nullopt;
 }
 

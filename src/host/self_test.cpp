@@ -5,7 +5,8 @@
 
 #include "main_window.h"
 
-#include <QCoreApplication>
+#include <QApplication>
+#include <QMessageBox>
 #include <chrono>
 #include <utility>
 
@@ -17,6 +18,12 @@ constexpr std::chrono::seconds patience{30};
 // The window system has placed the window and everything is painted.
 constexpr std::chrono::milliseconds settled{400};
 
+// What a message box in front says, which nobody is there to answer.
+QString question() {
+    const auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    return box != nullptr ? box->text() : QStringLiteral("it asks nothing");
+}
+
 } // namespace
 
 SelfTest::SelfTest(MainWindow& window, QString screenshot)
@@ -25,7 +32,7 @@ SelfTest::SelfTest(MainWindow& window, QString screenshot)
     connect(&window_, &MainWindow::failed, this, &SelfTest::finish);
     connect(&window_, &MainWindow::controlReady, this, &SelfTest::finish);
     connect(&deadline_, &QTimer::timeout, this, [this] {
-        note(QStringLiteral("the plug-in's control did not become ready"));
+        note(QStringLiteral("the plug-in's control did not become ready; %1").arg(question()));
         savePicture();
         QCoreApplication::exit(); // also out of a message box that the plug-in asks
     });

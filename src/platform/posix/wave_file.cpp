@@ -128,6 +128,7 @@ void WaveFile::readLayout(const SF_INFO& info) {
 
 bool WaveFile::seek(std::int64_t frame) {
     const std::int64_t target = std::clamp<std::int64_t>(frame, 0, frames_);
+    position_ = target;
     failed_ = seekable_ ? sf_seek(sound_.get(), target, SEEK_SET) != target : !reopenAt(target);
     return !failed_;
 }
@@ -158,28 +159,27 @@ bool WaveFile::reopenAt(std::int64_t frame) {
 }
 
 std::size_t WaveFile::read(std::span<float> samples) {
-    if (!sound_)
+    const std::int64_t room = static_cast<std::int64_t>(samples.size()) / channels();
+    const std::int64_t wanted = std::min(room, frames_ - position_);
+    if (!sound_ || wanted <= 0)
         return 0;
-    if (layout_.channels > 2)
-        return readMixed(samples);
-    const auto wanted = static_cast<sf_count_t>(samples.size()) / layout_.channels;
-    const sf_count_t got = sf_readf_float(sound_.get(), samples.data(), wanted);
+    const sf_count_t got = channels() == layout_.channels
+                               ? sf_readf_float(sound_.get(), samples.data(), wanted)
+                               : readMixed(samples, wanted);
     failed_ = got < wanted && sf_error(sound_.get()) != SF_ERR_NO_ERROR;
+    position_ += std::max<sf_count_t>(got, 0);
     return static_cast<std::size_t>(std::max<sf_count_t>(got, 0));
 }
 
-std::size_t WaveFile::readMixed(std::span<float> samples) {
+std::int64_t WaveFile::readMixed(std::span<float> samples, std::int64_t wanted) {
     const auto channels = static_cast<std::size_t>(layout_.channels);
-    manyChannels_.resize(samples.size() * channels);
-    const sf_count_t got =
-        sf_readf_float(sound_.get(), manyChannels_.data(), static_cast<sf_count_t>(samples.size()));
-    failed_ = sf_error(sound_.get()) != SF_ERR_NO_ERROR;
-    const auto frames = static_cast<std::size_t>(std::max<sf_count_t>(got, 0));
-    for (std::size_t i = 0; i < frames; ++i) {
+    manyChannels_.resize(static_cast<std::size_t>(wanted) * channels);
+    const sf_count_t got = sf_readf_float(sound_.get(), manyChannels_.data(), wanted);
+    for (std::size_t i = 0; std::cmp_less(i, got); ++i) {
         const float* frame = manyChannels_.data() + i * channels;
         samples[i] = std::accumulate(frame, frame + channels, 0.0F) / static_cast<float>(channels);
     }
-    return frames;
+    return got;
 }
 
 } // namespace ov::platform

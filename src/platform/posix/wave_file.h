@@ -44,13 +44,14 @@ private:
     bool openSound(SF_INFO& info);
     void readLayout(const SF_INFO& info);
     bool reopenAt(std::int64_t frame);
-    std::size_t readMixed(std::span<float> samples);
+    std::int64_t readMixed(std::span<float> samples, std::int64_t wanted);
 
     std::optional<WaveHeader> header_;
     WaveStream stream_;
     Sound sound_; // reads the stream
     WaveLayout layout_;
     std::int64_t frames_ = 0;
+    std::int64_t position_ = 0; // of the next frame
     bool seekable_ = true;
     bool failed_ = false;
     std::vector<float> manyChannels_;

@@ -1,0 +1,214 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+// ovbench_window STORE [--without-sorts]
+//
+// Drives the real control on a big store (ovbench_store) as a typist would, without criteria, and
+// prints what the window takes: the search beyond the walk, the longest time without a handled
+// timer event, sorts by every column, paging, selecting all, memory.
+
+#include "control/ctrlOVSearch.h"
+#include "dictation/tree_scan.h"
+#include "platform/files.h"
+#include "plugin/Connector.h"
+#include "support/modFilePath.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QHeaderView>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QSysInfo>
+#include <QTableView>
+#include <QTimer>
+#include <algorithm>
+#include <cstdio>
+#include <stdexcept>
+
+namespace {
+
+using namespace ov;
+
+// Answers what the control needs and takes note of progress as cheaply as a host should.
+class QuietHost final : public IHostApplication,
+                        public IHostServices,
+                        public IHostForm,
+                        public EventSource,
+                        public std::enable_shared_from_this<QuietHost> {
+public:
+    explicit QuietHost(std::string store) : store_(std::move(store)) {}
+
+    std::shared_ptr<ov::EventSource> EventSource() override { return shared_from_this(); }
+    std::shared_ptr<IHostServices> HostServices() override { return shared_from_this(); }
+    void ReportPlugInFailure(std::string_view) override {}
+    void CallPlugInFunction(IPlugin&, std::string_view function, std::span<HostArgument> arguments,
+                            std::string& result) override {
+        if (function == "PI_GetLanguage")
+            result.assign(1, '9');
+        else if (function == "PI_GetDirectory" && std::get<std::int32_t>(arguments[0]) == 204)
+            result = store_;
+        else if (function == "PI_ProgressValue")
+            lastValue = *std::get<std::int32_t*>(arguments[0]);
+    }
+    void WriteTrace(std::string_view, IPlugin&) override {}
+    void ReportControlReady(IPlugin&) override {}
+    void subscribe(IEventSink&) override {}
+    void unsubscribe(IEventSink&) noexcept override {}
+
+    std::int32_t lastValue = 0;
+
+private:
+    std::string store_;
+};
+
+// The longest time between two events of a timer that is always due.
+class StallWatch {
+public:
+    StallWatch() {
+        QObject::connect(&timer_, &QTimer::timeout, [this] { note(); });
+        timer_.start(1);
+        clock_.start();
+    }
+    double worstMilliseconds() {
+        note();
+        return static_cast<double>(worst_) / 1e6;
+    }
+
+private:
+    void note() {
+        worst_ = std::max(worst_, clock_.nsecsElapsed());
+        clock_.restart();
+    }
+
+    QTimer timer_;
+    QElapsedTimer clock_;
+    qint64 worst_ = 0;
+};
+
+double megabytesResident() {
+    QFile status(QStringLiteral("/proc/self/statm"));
+    if (!status.open(QIODevice::ReadOnly))
+        return 0;
+    constexpr double pageSize = 4096;
+    return status.readAll().split(' ').value(1).toDouble() * pageSize / 1e6;
+}
+
+template <typename Run>
+double milliseconds(Run run) {
+    QElapsedTimer clock;
+    clock.start();
+    run();
+    return static_cast<double>(clock.nsecsElapsed()) / 1e6;
+}
+
+double walkMilliseconds(const std::string& root, std::size_t& pathBytes) {
+    modDictation::DictationList hits;
+    const std::vector<std::string> criteria{""};
+    const double time = milliseconds(
+        [&] { modDictation::SearchDictations(root, criteria, 50, hits, true, true, 999999); });
+    pathBytes = 0;
+    for (std::int32_t i = 1; i <= hits.size(); ++i)
+        pathBytes += hits.path(i).size();
+    return time;
+}
+
+// Says Yes to the question about a search without criteria.
+void answerYes() {
+    QTimer::singleShot(0, [] {
+        if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget()))
+            box->button(QMessageBox::Yes)->click();
+    });
+}
+
+void measurePaging(QTableView& list) {
+    double worst = 0;
+    QScrollBar* bar = list.verticalScrollBar();
+    constexpr int pages = 200;
+    for (int page = 0; page < pages; ++page)
+        worst = std::max(worst, milliseconds([&] {
+                             bar->setValue(static_cast<int>(static_cast<qint64>(bar->maximum()) *
+                                                            (page * 37 % pages) / pages));
+                             list.viewport()->repaint();
+                         }));
+    std::printf("jump to another page, worst of %d        %8.1f ms\n", pages, worst);
+}
+
+void measureSorts(QTableView& list) {
+    const auto* model = list.model();
+    for (int column = 0; column < model->columnCount(); ++column) {
+        if (list.isColumnHidden(column))
+            continue;
+        const double time =
+            milliseconds([&] { Q_EMIT list.horizontalHeader()->sectionClicked(column); });
+        std::printf("sort by %-12s                      %8.0f ms\n",
+                    qPrintable(model->headerData(column, Qt::Horizontal).toString()), time);
+    }
+}
+
+// Searches as the user would: presses the button and says Yes to the question.
+double searchMilliseconds(QWidget& window) {
+    answerYes();
+    return milliseconds(
+        [&] { window.findChild<QPushButton*>(QStringLiteral("cmdSearchOptions(0)"))->click(); });
+}
+
+void measureSearch(QWidget& window, QuietHost& host, const std::string& root) {
+    const auto& list = *window.findChild<QTableView*>(QStringLiteral("lvSearchResult"));
+    // The first search, while no memory of an earlier one is there to be used again.
+    const double before = megabytesResident();
+    searchMilliseconds(window);
+    const double memory = (megabytesResident() - before) * 1e6;
+    const int rows = list.model()->rowCount();
+    if (rows == 0 || host.lastValue != rows)
+        throw std::runtime_error("the list and the host do not agree on the hits");
+
+    std::size_t pathBytes = 0;
+    const double walk = walkMilliseconds(root, pathBytes);
+    StallWatch watch;
+    const double search = searchMilliseconds(window);
+    const double stall = watch.worstMilliseconds();
+    std::printf("dictations                                %8d\n", rows);
+    std::printf("walk alone                                %8.0f ms\n", walk);
+    std::printf("search in the window, beyond the walk     %8.0f ms\n", search - walk);
+    std::printf("longest time without a timer event        %8.1f ms\n", stall);
+    std::printf("memory a row beyond its path              %8.0f bytes\n",
+                (memory - static_cast<double>(pathBytes)) / rows);
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    if (argc < 2) {
+        std::fprintf(stderr, "usage: ovbench_window STORE [--without-sorts]\n");
+        return 2;
+    }
+#ifndef NDEBUG
+    std::fprintf(stderr, "warning: built without optimisation\n");
+#endif
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QApplication application(argc, argv);
+    std::printf("%s, Qt %s\n", qPrintable(QSysInfo::prettyProductName()), qVersion());
+
+    const std::string root = modFilePath::AddBackslash(platform::fromNativePath(argv[1]));
+    const auto host = std::make_shared<QuietHost>(root);
+    Connector plugIn;
+    plugIn.ApplicationStart(host);
+    const auto control = makeControl(nullptr);
+    control->IFormExtension_Init(plugIn, *host);
+    auto& window = *static_cast<QWidget*>(control->IFormExtension_Window());
+    window.resize(1200, 800);
+    window.show();
+    QCoreApplication::processEvents();
+
+    measureSearch(window, *host, root);
+    auto& list = *window.findChild<QTableView*>(QStringLiteral("lvSearchResult"));
+    measurePaging(list);
+    std::printf("select all                                %8.1f ms\n",
+                milliseconds([&] { list.selectAll(); }));
+    list.clearSelection();
+    if (argc < 3)
+        measureSorts(list);
+    return 0;
+}

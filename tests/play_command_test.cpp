@@ -1,0 +1,92 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+#include "run_program.h"
+#include "temporary_store.h"
+#include "wave_files.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+// `ovsearch play`, into an output that throws everything away.
+
+namespace ov::cli {
+namespace {
+
+using tests::ProgramResult;
+using tests::ProgramRun;
+
+class PlayCommand : public ::testing::Test {
+protected:
+    PlayCommand() {
+        tests::writeWave(store_.native("short.WAV"), {}, tests::sweep(8000, 2400));
+        tests::writeWave(store_.native("long one.WAV"), {}, tests::sweep(8000, 800000));
+        store_.add("text.WAV", "no sound");
+    }
+    ProgramRun playing(const std::string& name, const char* driver = "dummy") const {
+        ProgramRun run;
+        run.arguments = {"play", store_.native(name)};
+        run.environment = {{"SDL_AUDIODRIVER", driver}, {"LC_ALL", "C"}};
+        return run;
+    }
+    static ProgramResult run(const ProgramRun& how) {
+        return tests::runProgram(OV_SEARCH_PROGRAM, how);
+    }
+    // In a shell that tells afterwards how the terminal was left.
+    ProgramResult runInShell(ProgramRun how) const {
+        how.onTerminal = true;
+        how.arguments = {"-c",
+                         "before=$(stty -g); \"$0\" play \"$1\"; echo \"code $?\"; "
+                         "test \"$before\" = \"$(stty -g)\" && echo restored",
+                         OV_SEARCH_PROGRAM, how.arguments.back()};
+        return tests::runProgram("/bin/sh", how);
+    }
+
+    tests::TemporaryStore store_;
+};
+
+TEST_F(PlayCommand, PlaysToTheEndInSilenceWithoutATerminal) {
+    const ProgramResult result = run(playing("short.WAV"));
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(result.output + result.errors, "");
+}
+
+TEST_F(PlayCommand, TellsWhatItCannotPlay) {
+    const struct {
+        ProgramRun run;
+        const char* reason;
+    } cases[] = {{playing("text.WAV"), "cannot be played"},
+                 {playing("gone.WAV"), "Cannot find the specified file"},
+                 {playing("short.WAV", "no such output"), "No wave device"}};
+    for (const auto& test : cases) {
+        const ProgramResult result = run(test.run);
+        EXPECT_EQ(result.exitCode, 3);
+        EXPECT_TRUE(result.errors.starts_with("ovsearch: " + test.run.arguments.back() + ": "))
+            << result.errors;
+        EXPECT_NE(result.errors.find(test.reason), std::string::npos) << result.errors;
+    }
+}
+
+TEST_F(PlayCommand, ShowsPositionAndEndsAsAskedFor) {
+    const std::string later = "0:00:01 / 0:01:40";
+    ProgramRun quits = playing("long one.WAV");
+    quits.typeAt = later;
+    quits.typed = "q";
+    ProgramRun pauses = quits;
+    pauses.typed = " ";
+    pauses.interruptAt = "paused";
+    ProgramRun controlC = quits;
+    controlC.typed = "\x03";
+    for (const ProgramRun& how : {quits, controlC}) {
+        const ProgramResult result = runInShell(how);
+        EXPECT_NE(result.output.find("code 0"), std::string::npos) << result.output;
+        EXPECT_NE(result.output.find("restored"), std::string::npos) << result.output;
+        EXPECT_NE(result.output.find('#'), std::string::npos) << "no level was shown";
+    }
+    pauses.onTerminal = true;
+    EXPECT_EQ(run(pauses).exitCode, 0);
+}
+
+} // namespace
+} // namespace ov::cli
