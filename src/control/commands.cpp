@@ -77,7 +77,7 @@ void ctrlOVSearch::cmdSearchKriteriaOptions_Click(int index) {
 
 void ctrlOVSearch::runSearch() {
     SearchRun run(
-        view_, *this, [this] { stopPlayer(); }, [this] { return terminating_; });
+        view_, *this, [this] { view_.picPlayer->PlayerStop(); }, [this] { return terminating_; });
     if (run.run(dictationTree_) && !terminating_)
         hitCount_ = run.hitCount();
 }
@@ -168,9 +168,5 @@ void ctrlOVSearch::compareChanged() {
     settings_.setSearchCompareAnd(view_.isCompareAnd());
     view_.describeCompare();
 }
-
-void ctrlOVSearch::play() {}
-
-void ctrlOVSearch::stopPlayer() {}
 
 } // namespace ov

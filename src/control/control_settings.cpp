@@ -24,6 +24,8 @@ constexpr std::string_view settingsCopied = "SettingsCopied";
 constexpr std::string_view columnOrder = "ColumnOrder";   // "1,2,9"
 constexpr std::string_view columnWidths = "ColumnWidths"; // "1:1400,9:1800", twips
 constexpr std::string_view criteriaShare = "CriteriaShare";
+constexpr std::string_view backUpSeconds = "PlayerBackUpSeconds";
+constexpr std::string_view speedPercent = "PlayerSpeed";
 } // namespace key
 
 constexpr std::int32_t lowest = std::numeric_limits<std::int32_t>::min();
@@ -71,10 +73,8 @@ std::int32_t ControlSettings::listSortOrder() const {
 }
 
 void ControlSettings::setListSort(std::int32_t sortKey, std::int32_t order) const {
-    if (file_.empty())
-        return;
-    modINI::WriteIniNumber(section, key::listSortKey, sortKey, file_);
-    modINI::WriteIniNumber(section, key::listSortOrder, order, file_);
+    writeNumber(key::listSortKey, sortKey);
+    writeNumber(key::listSortOrder, order);
 }
 
 bool ControlSettings::searchCompareAnd() const {
@@ -119,13 +119,33 @@ void ControlSettings::setColumnLayout(const ColumnLayout& layout) const {
     modINI::WriteIniString(section, key::columnWidths, widths, file_);
 }
 
+void ControlSettings::writeNumber(std::string_view settingKey, std::int32_t number) const {
+    if (!file_.empty())
+        modINI::WriteIniNumber(section, settingKey, number, file_);
+}
+
+std::int32_t ControlSettings::backUpSeconds() const {
+    return readNumber(key::backUpSeconds, 0, 0, 10);
+}
+
+void ControlSettings::setBackUpSeconds(std::int32_t seconds) const {
+    writeNumber(key::backUpSeconds, seconds);
+}
+
+std::int32_t ControlSettings::speedPercent() const {
+    return readNumber(key::speedPercent, 100, 50, 200);
+}
+
+void ControlSettings::setSpeedPercent(std::int32_t percent) const {
+    writeNumber(key::speedPercent, percent);
+}
+
 std::int32_t ControlSettings::criteriaShare() const {
     return readNumber(key::criteriaShare, 300, 0, 1000);
 }
 
 void ControlSettings::setCriteriaShare(std::int32_t thousandths) const {
-    if (!file_.empty())
-        modINI::WriteIniNumber(section, key::criteriaShare, thousandths, file_);
+    writeNumber(key::criteriaShare, thousandths);
 }
 
 } // namespace ov

@@ -42,12 +42,18 @@ public:
     ColumnLayout columnLayout() const;
     void setColumnLayout(const ColumnLayout& layout) const;
 
+    std::int32_t backUpSeconds() const; // of the player, 0 to 10; 0
+    void setBackUpSeconds(std::int32_t seconds) const;
+    std::int32_t speedPercent() const; // of the player, 50 to 200; 100
+    void setSpeedPercent(std::int32_t percent) const;
+
     // How high the criteria's half of the window is, in thousandths; 300.
     std::int32_t criteriaShare() const;
     void setCriteriaShare(std::int32_t thousandths) const;
 
 private:
     std::string read(std::string_view key) const;
+    void writeNumber(std::string_view key, std::int32_t number) const;
     std::int32_t readNumber(std::string_view key, std::int32_t defaultValue, std::int32_t minimum,
                             std::int32_t maximum) const;
 

@@ -118,12 +118,8 @@ QWidget* ControlView::buildResultHalf() {
     column->addWidget(lvSearchResult, 1);
     column->addLayout(buildNoticeRow(half));
 
-    picPlayer = new QFrame(half);
-    picPlayer->setObjectName(QStringLiteral("picPlayer"));
-    picPlayer->setFrameShape(QFrame::StyledPanel);
-    widgets::setSpokenName(*picPlayer, text_id::playerPanel);
-    constexpr int playerHeight = 48;
-    picPlayer->setMinimumHeight(playerHeight);
+    picPlayer = new PlayerPanel(half);
+    picPlayer->setSelection([this] { return lvSearchResult->selectedPath(); });
     column->addWidget(picPlayer);
     return half;
 }
@@ -175,13 +171,13 @@ void ControlView::setTabOrder() {
     for (const SearchOption option : {print, columns, log})
         next(cmdSearchOptions[option]);
     next(lvSearchResult);
-    next(picPlayer);
 }
 
 void ControlView::retranslate(QWidget& control) {
     widgets::translate(control);
     lvSearchCriteria->retranslate();
     lvSearchResult->retranslate();
+    picPlayer->retranslate();
     describeCompare();
 }
 

@@ -5,8 +5,8 @@
 
 #include "control/criteria_list.h"
 #include "control/result_list.h"
+#include "playback/panel/player_panel.h"
 
-#include <QFrame>
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
@@ -59,7 +59,7 @@ public:
     ResultList* lvSearchResult;
     QLabel* lblSearchNoticeIcon;
     QLabel* lblSearchNotice;
-    QFrame* picPlayer;
+    PlayerPanel* picPlayer;
 
 private:
     QWidget* buildCriteriaHalf();

@@ -6,6 +6,7 @@
 #include "control/search_run.h"
 #include "dictation/tree_scan.h"
 #include "platform/text.h"
+#include "playback/modMultimedia.h"
 #include "plugin/modOVPlugIn.h"
 #include "support/log.h"
 #include "support/modLanguage.h"
@@ -113,6 +114,7 @@ void ctrlOVSearch::IFormExtension_Init(IPlugin& plugIn, IHostForm& form) {
             m_cEventSource_->subscribe(*this);
         return 0;
     });
+    view_.picPlayer->createMixer();
     readFromHost();
     if (!modLanguage::LoadLanguageFile()) {
         modLanguage::ShowLanguageLoadFailure();
@@ -149,6 +151,9 @@ void ctrlOVSearch::buildControl(IPlugin& plugIn) {
     view_.setCompareAnd(settings_.searchCompareAnd());
     view_.lvSearchResult->setSettings(settings_);
     view_.lvSearchResult->ApplyColumns();
+    view_.picPlayer->PlayerInitControls();
+    view_.picPlayer->setBackUpSeconds(settings_.backUpSeconds());
+    view_.picPlayer->setSpeedPercent(settings_.speedPercent());
     built_ = true;
     retranslate();
     for (const std::string& criterion : criteriaFile_.load())
@@ -185,8 +190,15 @@ void ctrlOVSearch::connectAll() {
             [this] { view_.enableCriteriaButtons(); });
 
     const ResultList* results = view_.lvSearchResult;
-    connect(results, &ResultList::playRequested, this, &ctrlOVSearch::play);
-    connect(results, &ResultList::stopPlayingRequested, this, &ctrlOVSearch::stopPlayer);
+    const PlayerPanel* player = view_.picPlayer;
+    connect(results, &ResultList::playRequested, player, &PlayerPanel::PlayerPlay);
+    connect(results, &ResultList::playOrPauseRequested, player, &PlayerPanel::playOrPause);
+    connect(results, &ResultList::skipRequested, player, &PlayerPanel::skip);
+    connect(results, &ResultList::stopPlayingRequested, player, &PlayerPanel::PlayerStop);
+    connect(player, &PlayerPanel::backUpSecondsChosen, this,
+            [this](std::int32_t seconds) { settings_.setBackUpSeconds(seconds); });
+    connect(player, &PlayerPanel::speedChosen, this,
+            [this](std::int32_t percent) { settings_.setSpeedPercent(percent); });
     connect(results, &ResultList::showLogRequested, this,
             [this] { cmdSearchOptions_Click(ControlView::log); });
     connect(results, &ResultList::columnsRequested, this,
@@ -232,7 +244,7 @@ void ctrlOVSearch::UserControl_Terminate() {
     const QList<QDialog*> dialogs = findChildren<QDialog*>();
     for (QDialog* dialog : dialogs)
         dialog->reject();
-    stopPlayer();
+    endPlayer();
     if (built_) {
         saveCriteria();
         view_.lvSearchResult->saveSettings();
@@ -242,6 +254,15 @@ void ctrlOVSearch::UserControl_Terminate() {
     }
     if (modOVPlugIn::callingPlugIn() == plugIn_)
         modOVPlugIn::setCallingPlugIn(nullptr); // the host's objects may go from now on
+}
+
+// The level timer is ended twice and the status timer not at all, which ends with the control.
+void ctrlOVSearch::endPlayer() {
+    view_.picPlayer->PlayerStop();
+    view_.picPlayer->stopLevelTimer();
+    view_.picPlayer->stopLevelTimer();
+    modMultimedia::MciCloseAll();
+    view_.picPlayer->releaseMixer();
 }
 
 // ---- What the host tells

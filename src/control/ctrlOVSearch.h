@@ -74,8 +74,7 @@ private:
     std::optional<std::string> openEditor(const std::string& criteriaString);
     void saveCriteria();
     void compareChanged();
-    void play();
-    void stopPlayer();
+    void endPlayer();
 
     widgets::WindowInterface windowInterface_;
     ControlView view_;

@@ -24,6 +24,8 @@ namespace {
 
 constexpr int twipsPerInch = 1440;
 
+constexpr std::int32_t skipSeconds = 5;
+
 // Typing a letter jumps to a row that begins with it; beyond this the search for it would stall.
 constexpr int mostRowsToJumpIn = 20000;
 
@@ -335,6 +337,11 @@ void ResultList::keyPressEvent(QKeyEvent* event) {
         Q_EMIT copyRequested();
     else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
         Q_EMIT playRequested();
+    else if (event->key() == Qt::Key_Space && event->modifiers() == Qt::NoModifier)
+        Q_EMIT playOrPauseRequested();
+    else if (event->modifiers() == Qt::ControlModifier &&
+             (event->key() == Qt::Key_Left || event->key() == Qt::Key_Right))
+        Q_EMIT skipRequested(event->key() == Qt::Key_Left ? -skipSeconds : skipSeconds);
     else
         QTableView::keyPressEvent(event);
 }

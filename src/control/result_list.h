@@ -56,6 +56,10 @@ public:
 Q_SIGNALS:
     // Enter, or a double click on a row.
     void playRequested();
+    // Space.
+    void playOrPauseRequested();
+    // Ctrl with the arrow to the left or right.
+    void skipRequested(std::int32_t seconds);
     void stopPlayingRequested();
     void showLogRequested();
     void columnsRequested();

@@ -48,7 +48,7 @@ QString native(const QString& path) {
 
 // "1", or "1–3" when older ones do as well.
 QString wantedVersions() {
-    const QString newest = QString::number(pluginInterfaceVersion);
+    QString newest = QString::number(pluginInterfaceVersion);
     if constexpr (oldestPluginInterfaceVersion == pluginInterfaceVersion)
         return newest;
     return QString::number(oldestPluginInterfaceVersion) + u'–' + newest;

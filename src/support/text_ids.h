@@ -58,6 +58,19 @@ constexpr std::int32_t volumeTip = 1105;
 constexpr std::int32_t levelTip = 1106;
 constexpr std::int32_t playerStateTip = 1107;
 constexpr std::int32_t elapsedTimeTip = 1108;
+constexpr std::int32_t lengthTip = 1109;
+constexpr std::int32_t modeError = 1110; // states of the device
+constexpr std::int32_t modeStopped = 1111;
+constexpr std::int32_t modePlaying = 1112;
+constexpr std::int32_t modePaused = 1113;
+constexpr std::int32_t modeNotReady = 1114;
+constexpr std::int32_t modeOpen = 1115;
+constexpr std::int32_t modeParked = 1116;
+constexpr std::int32_t modeRecording = 1117;
+constexpr std::int32_t modeSeeking = 1118;
+constexpr std::int32_t speedTip = 1120;
+constexpr std::int32_t speedMenu = 1121;
+constexpr std::int32_t backUpMenu = 1122;
 
 // Context menu of the result list
 constexpr std::int32_t menuPlay = 1201;

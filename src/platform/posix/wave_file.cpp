@@ -17,7 +17,7 @@ namespace {
 
 // What outputs and the stretcher take.
 constexpr int slowestRate = 1000;
-constexpr int fastestRate = 384000;
+constexpr int fastestRate = 192000;
 constexpr int mostChannels = 32; // keeps the buffer of a mix small
 
 constexpr std::uint32_t unknownSize = 0x7FFFFF00; // from here on, the writer did not know
@@ -118,7 +118,7 @@ void WaveFile::readLayout(const SF_INFO& info) {
     layout_.blockSize = header_->blockSize;
     layout_.framesPerBlock = framesPerBlock(*header_, info, there);
     layout_.bytesPerSecond = believableRate(
-        header_->bytesPerSecond, layout_.rate * layout_.blockSize / layout_.framesPerBlock);
+        header_->bytesPerSecond, layout_.blockSize / layout_.framesPerBlock * layout_.rate);
     // A recorder that could not come back to its header leaves the largest number there.
     if (header_->dataSize < unknownSize || there >= header_->dataSize)
         layout_.length =

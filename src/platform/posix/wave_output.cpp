@@ -119,6 +119,10 @@ int WaveOutput::count() {
     return SDL_GetNumAudioDevices(0);
 }
 
+void WaveOutput::leaveThread() noexcept {
+    SDL_TLSCleanup(); // SDL does so for its own threads only
+}
+
 std::unique_ptr<WaveOutput> WaveOutput::open(int rate, int channels, int device,
                                              WaveSource& source) {
     // Some outputs can be opened only once, and the one before may take a moment to close.

@@ -36,6 +36,9 @@ public:
     // in use. `source` must live longer.
     static std::unique_ptr<WaveOutput> open(int rate, int channels, int device, WaveSource& source);
 
+    // At the end of a thread that has opened or closed an output.
+    static void leaveThread() noexcept;
+
     // Waits until what was filled has been heard or the device is gone; fill() is not called any
     // more after that.
     virtual ~WaveOutput() = default;

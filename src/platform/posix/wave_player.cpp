@@ -176,6 +176,7 @@ void WavePlayer::work() {
     }
     lock.unlock();
     output_.reset();
+    WaveOutput::leaveThread();
     finished_ = true;
 }
 

@@ -1,0 +1,133 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "playback/clsMixer.h"
+#include "playback/panel/overview_loader.h"
+#include "playback/panel/seek_slider.h"
+
+#include <QFrame>
+#include <QLabel>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QTimer>
+#include <QToolButton>
+#include <array>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+
+class QActionGroup;
+class QBoxLayout;
+class QMenu;
+
+namespace ov {
+
+// The small player of the search control. It plays one dictation at a time through the media
+// commands, shows where it is, and moves through it. Errors of the device are shown as its state
+// and as the tooltip of the state; nothing is thrown.
+class PlayerPanel final : public QFrame {
+    Q_OBJECT
+
+public:
+    explicit PlayerPanel(QWidget* parent);
+
+    // Where button 0 finds what to play: the path of the selected dictation, empty for none.
+    void setSelection(std::function<std::string()> selectedPath) {
+        selectedPath_ = std::move(selectedPath);
+    }
+
+    void createMixer() { mixer_ = std::make_unique<clsMixer>(); }
+    void releaseMixer() { mixer_ = nullptr; }
+    // Sets up mixer, volume slider, level bar, progress bar, seek slider, time label. Needs the
+    // mixer.
+    void PlayerInitControls();
+
+    // Opens the file unless it is the open one or does not exist.
+    void PlayerOpenFile(const std::string& path);
+    void PlayerPlay();
+    void PlayerPauseResume();
+    // Closes the file too; playing it again starts at its beginning.
+    void PlayerStop();
+    void PlayerClose();
+
+    // Plays the selected dictation or, when that is the open one, pauses or goes on.
+    void playOrPause();
+    // Moves by that many seconds, within the dictation. Goes on playing if it was.
+    void skip(std::int32_t seconds);
+    bool isOpen() const { return !alias_.empty(); }
+
+    // No more ticks of the level timer: the panel goes away.
+    void stopLevelTimer();
+
+    // Seconds that the player goes back before it goes on after a pause, 0 to 10.
+    void setBackUpSeconds(std::int32_t seconds);
+    // Speed in percent, 50 to 200, pitch unchanged.
+    void setSpeedPercent(std::int32_t percent);
+
+    void retranslate();
+
+Q_SIGNALS:
+    // The user chose another.
+    void backUpSecondsChosen(std::int32_t seconds);
+    void speedChosen(std::int32_t percent);
+
+private:
+    void buildPanel();
+    QBoxLayout* buildButtons();
+    QBoxLayout* buildPosition();
+    void buildVolume();
+    void buildMenu();
+    QActionGroup* addChoices(QMenu& menu, const char* format,
+                             std::initializer_list<std::int32_t> values);
+    void connectAll();
+
+    void cmdSearchPlayer_Click(int index);
+    void PlayerLoad(const std::string& alias);
+    void PlayerRefresh();
+    void refreshOpen();
+    void setUpVolume();
+    void setUpLevel();
+    void timerSearchPlayerStatus_Timer();
+    void timerSearchPlayerVU_Timer();
+    void startTimers();
+    void stopTimers();
+    void seekSliderMoved(int value);
+    void volumeSliderMoved(int value);
+    void seekTo(std::int32_t position);
+    double seekScale() const;
+    void applySpeed();
+
+    std::array<QPushButton*, 3> cmdSearchPlayer_{};
+    SeekSlider* slSearchPlayerSeek_;
+    QSlider* slSearchPlayerVolume_;
+    QProgressBar* prgSearchPlayerVU_;
+    QProgressBar* prgSearchPlayerStatus_;
+    QLabel* lblSeachPlayerStatus_;
+    QLabel* lblSearchPlayerLength_;
+    QToolButton* cmdSearchPlayerOptions_;
+    QMenu* speedMenu_ = nullptr;
+    QMenu* backUpMenu_ = nullptr;
+    QActionGroup* speeds_ = nullptr;
+    QActionGroup* backUps_ = nullptr;
+    QTimer timerSearchPlayerStatus_;
+    QTimer timerSearchPlayerVU_;
+    OverviewLoader overview_;
+
+    std::function<std::string()> selectedPath_;
+    std::unique_ptr<clsMixer> mixer_;
+    std::string alias_; // "PBWave" while a file is open
+    std::string file_;
+    std::int32_t length_ = 0;
+    std::int32_t lengthMs_ = 0;
+    std::int32_t rate_ = 0; // of the device's units in a second
+    std::int32_t speed_ = 0;
+    std::int32_t position_ = -1;
+    std::int32_t backUpSeconds_ = 0;
+    std::int32_t speedPercent_ = 100;
+    bool showing_ = false; // sliders are being set, nobody moves them
+};
+
+} // namespace ov

@@ -1,0 +1,20 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QString>
+#include <cstdint>
+#include <string_view>
+
+namespace ov {
+
+// What the panel shows for a mode word of the device, in the user's language: "-" for none, empty
+// for a word it does not know.
+QString MciModeText(std::string_view mode);
+
+// "01:02:03" for a position in the device's units, `rate` of which make a second; "00:00:00" for
+// a rate that is none.
+QString FormatPlayTime(std::int32_t position, std::int32_t rate);
+
+} // namespace ov

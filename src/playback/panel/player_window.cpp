@@ -1,0 +1,202 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+// The widgets of the player panel and their places.
+
+#include "playback/panel/player_panel.h"
+#include "playback/panel/player_texts.h"
+#include "support/text_ids.h"
+#include "widgets/captions.h"
+#include "widgets/icons.h"
+#include "widgets/text.h"
+
+#include <QActionGroup>
+#include <QHBoxLayout>
+#include <QMenu>
+#include <QVBoxLayout>
+
+namespace ov {
+
+namespace {
+
+constexpr std::int32_t usualSpeed = 100;
+constexpr std::int32_t mostBackUpSeconds = 10;
+
+struct ButtonTexts {
+    const char* icon;
+    std::int32_t tip;
+};
+
+constexpr std::array<ButtonTexts, 3> buttonTexts{
+    {{"play", text_id::playTip}, {"pause", text_id::pauseTip}, {"stop", text_id::stopPlayingTip}}};
+
+template <typename Widget>
+void name(Widget& widget, const char* objectName, std::int32_t textId) {
+    widget.setObjectName(QLatin1String(objectName));
+    widgets::setTip(widget, textId);
+    widgets::setSpokenName(widget, textId);
+}
+
+void check(QActionGroup& group, std::int32_t value) {
+    const QList<QAction*> actions = group.actions();
+    for (QAction* action : actions)
+        if (action->data().toInt() == value)
+            action->setChecked(true);
+}
+
+} // namespace
+
+PlayerPanel::PlayerPanel(QWidget* parent)
+    : QFrame(parent),
+      slSearchPlayerSeek_(new SeekSlider(this)),
+      slSearchPlayerVolume_(new QSlider(Qt::Vertical, this)),
+      prgSearchPlayerVU_(new QProgressBar(this)),
+      prgSearchPlayerStatus_(new QProgressBar(this)),
+      lblSeachPlayerStatus_(new QLabel(QStringLiteral("00:00:00"), this)),
+      lblSearchPlayerLength_(new QLabel(QStringLiteral("00:00:00"), this)),
+      cmdSearchPlayerOptions_(new QToolButton(this)) {
+    setObjectName(QStringLiteral("picPlayer"));
+    setFrameShape(QFrame::StyledPanel);
+    widgets::setSpokenName(*this, text_id::playerPanel);
+    timerSearchPlayerStatus_.setObjectName(QStringLiteral("timerSearchPlayerStatus"));
+    timerSearchPlayerVU_.setObjectName(QStringLiteral("timerSearchPlayerVU"));
+    buildPanel();
+    buildMenu();
+    connectAll();
+}
+
+void PlayerPanel::buildPanel() {
+    name(*slSearchPlayerSeek_, "slSearchPlayerSeek", text_id::seekTip);
+    name(*prgSearchPlayerStatus_, "prgSearchPlayerStatus", text_id::playerStateTip);
+    name(*lblSeachPlayerStatus_, "lblSeachPlayerStatus", text_id::elapsedTimeTip);
+    name(*lblSearchPlayerLength_, "lblSearchPlayerLength", text_id::lengthTip);
+    buildVolume();
+    auto* row = new QHBoxLayout(this);
+    constexpr int margin = 4;
+    row->setContentsMargins(margin, margin, margin, margin);
+    row->addLayout(buildButtons());
+    row->addLayout(buildPosition(), 1);
+    row->addWidget(prgSearchPlayerVU_);
+    row->addWidget(slSearchPlayerVolume_);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+}
+
+QBoxLayout* PlayerPanel::buildButtons() {
+    auto* row = new QHBoxLayout;
+    row->setSpacing(2);
+    for (int i = 0; i < static_cast<int>(cmdSearchPlayer_.size()); ++i) {
+        const auto at = static_cast<std::size_t>(i);
+        auto* button = new QPushButton(this);
+        button->setObjectName(widgets::indexedName("cmdSearchPlayer", i));
+        button->setIcon(widgets::icon(buttonTexts[at].icon));
+        button->setAutoDefault(false);
+        constexpr int width = 34;
+        button->setFixedWidth(width);
+        widgets::setTip(*button, buttonTexts[at].tip);
+        widgets::setSpokenName(*button, buttonTexts[at].tip);
+        cmdSearchPlayer_[at] = button;
+        row->addWidget(button);
+    }
+    cmdSearchPlayerOptions_->setPopupMode(QToolButton::InstantPopup);
+    name(*cmdSearchPlayerOptions_, "cmdSearchPlayerOptions", text_id::speedTip);
+    row->addWidget(cmdSearchPlayerOptions_);
+    return row;
+}
+
+QBoxLayout* PlayerPanel::buildPosition() {
+    QPalette colours = prgSearchPlayerStatus_->palette();
+    colours.setColor(QPalette::Highlight, QColor(0x20, 0x5C, 0xC0));
+    prgSearchPlayerStatus_->setPalette(colours);
+    prgSearchPlayerStatus_->setTextVisible(true);
+    prgSearchPlayerStatus_->setAlignment(Qt::AlignCenter);
+    prgSearchPlayerStatus_->setRange(0, 1);
+
+    auto* state = new QHBoxLayout;
+    state->addWidget(lblSeachPlayerStatus_);
+    state->addWidget(prgSearchPlayerStatus_, 1);
+    state->addWidget(lblSearchPlayerLength_);
+    auto* column = new QVBoxLayout;
+    column->setSpacing(2);
+    column->addWidget(slSearchPlayerSeek_);
+    column->addLayout(state);
+    return column;
+}
+
+void PlayerPanel::buildVolume() {
+    name(*slSearchPlayerVolume_, "slSearchPlayerVolume", text_id::volumeTip);
+    name(*prgSearchPlayerVU_, "prgSearchPlayerVU", text_id::levelTip);
+    slSearchPlayerVolume_->setInvertedAppearance(true);
+    slSearchPlayerVolume_->setInvertedControls(true); // the up key makes it louder
+    slSearchPlayerVolume_->setTickPosition(QSlider::TicksRight);
+    prgSearchPlayerVU_->setOrientation(Qt::Vertical);
+    prgSearchPlayerVU_->setTextVisible(false);
+    constexpr int width = 12;
+    constexpr int height = 56;
+    prgSearchPlayerVU_->setFixedSize(width, height);
+    slSearchPlayerVolume_->setFixedHeight(height);
+}
+
+void PlayerPanel::buildMenu() {
+    auto* menu = new QMenu(cmdSearchPlayerOptions_);
+    speedMenu_ = menu->addMenu(QString());
+    speeds_ = addChoices(*speedMenu_, "%1 %", {50, 75, 90, 100, 110, 125, 150, 175, 200});
+    backUpMenu_ = menu->addMenu(QString());
+    backUps_ = addChoices(*backUpMenu_, "%1 s", {0, 1, 2, 3, 5, 10});
+    widgets::setCaption(*speedMenu_, text_id::speedMenu);
+    widgets::setCaption(*backUpMenu_, text_id::backUpMenu);
+    cmdSearchPlayerOptions_->setMenu(menu);
+    setSpeedPercent(usualSpeed);
+    setBackUpSeconds(0);
+}
+
+QActionGroup* PlayerPanel::addChoices(QMenu& menu, const char* format,
+                                      std::initializer_list<std::int32_t> values) {
+    auto* group = new QActionGroup(this);
+    for (const std::int32_t value : values) {
+        QAction* action = menu.addAction(QString::fromLatin1(format).arg(value));
+        action->setCheckable(true);
+        action->setData(value);
+        group->addAction(action);
+    }
+    return group;
+}
+
+void PlayerPanel::connectAll() {
+    for (int i = 0; i < static_cast<int>(cmdSearchPlayer_.size()); ++i)
+        connect(cmdSearchPlayer_[static_cast<std::size_t>(i)], &QPushButton::clicked, this,
+                [this, i] { cmdSearchPlayer_Click(i); });
+    connect(slSearchPlayerSeek_, &QSlider::valueChanged, this, &PlayerPanel::seekSliderMoved);
+    connect(slSearchPlayerVolume_, &QSlider::valueChanged, this, &PlayerPanel::volumeSliderMoved);
+    connect(&timerSearchPlayerStatus_, &QTimer::timeout, this,
+            &PlayerPanel::timerSearchPlayerStatus_Timer);
+    connect(&timerSearchPlayerVU_, &QTimer::timeout, this, &PlayerPanel::timerSearchPlayerVU_Timer);
+    connect(&overview_, &OverviewLoader::ready, slSearchPlayerSeek_, &SeekSlider::setOverview);
+    connect(speeds_, &QActionGroup::triggered, this, [this](const QAction* action) {
+        setSpeedPercent(action->data().toInt());
+        Q_EMIT speedChosen(speedPercent_);
+    });
+    connect(backUps_, &QActionGroup::triggered, this, [this](const QAction* action) {
+        setBackUpSeconds(action->data().toInt());
+        Q_EMIT backUpSecondsChosen(backUpSeconds_);
+    });
+}
+
+void PlayerPanel::setBackUpSeconds(std::int32_t seconds) {
+    backUpSeconds_ = std::clamp(seconds, 0, mostBackUpSeconds);
+    check(*backUps_, backUpSeconds_);
+}
+
+void PlayerPanel::setSpeedPercent(std::int32_t percent) {
+    constexpr std::int32_t slowest = 50;
+    constexpr std::int32_t fastest = 200;
+    speedPercent_ = std::clamp(percent, slowest, fastest);
+    check(*speeds_, speedPercent_);
+    cmdSearchPlayerOptions_->setText(QStringLiteral("%1 %").arg(speedPercent_));
+    applySpeed();
+}
+
+void PlayerPanel::retranslate() {
+    PlayerRefresh();
+}
+
+} // namespace ov
