@@ -207,33 +207,22 @@ void measureFormat(const char* name, const ov::tests::WaveSpec& spec, const Samp
     std::printf("%-22s overview %.0f ms\n", "", overview);
 }
 
-} // namespace
+// The last minute is as loud as nothing before it.
+void writeTwoHours(const std::string& path, const Samples& minute) {
+    SF_INFO info{0, rate, 1, SF_FORMAT_WAV | SF_FORMAT_PCM_16, 0, 0};
+    SNDFILE* sound = sf_open(path.c_str(), SFM_WRITE, &info);
+    const auto frames = static_cast<sf_count_t>(minute.size());
+    for (int i = 0; i < twoHours / 60 - 1; ++i)
+        sf_writef_float(sound, minute.data(), frames);
+    sf_writef_float(sound, Samples(minute.size(), 0.95F).data(), frames);
+    sf_close(sound);
+}
 
-int main() {
-    std::printf("compiler %s%s\n", __VERSION__,
-#ifdef NDEBUG
-                "");
-#else
-                ", WITHOUT OPTIMISATION");
-#endif
-    ov::tests::SoundServer server;
-    if (!server.isRunning()) {
-        std::puts("no sound server can be started");
-        return 1;
-    }
+void measure(const ov::tests::SoundServer& server) {
     const Recorder recorder(server);
     const ov::tests::TemporaryStore store;
-    Samples minute = ov::tests::sweep(rate, 60 * rate);
-    const std::string path = store.native("two hours.WAV");
-    {
-        SF_INFO info{0, rate, 1, SF_FORMAT_WAV | SF_FORMAT_PCM_16, 0, 0};
-        SNDFILE* sound = sf_open(path.c_str(), SFM_WRITE, &info);
-        for (int i = 0; i < twoHours / 60 - 1; ++i)
-            sf_writef_float(sound, minute.data(), static_cast<sf_count_t>(minute.size()));
-        const Samples loud(minute.size(), 0.95F);
-        sf_writef_float(sound, loud.data(), static_cast<sf_count_t>(loud.size()));
-        sf_close(sound);
-    }
+    Samples minute = ov::tests::sweep(rate, std::size_t{60} * rate);
+    writeTwoHours(store.native("two hours.WAV"), minute);
     std::printf("%-34s %.1f ms   (at most 20)\n", "open two hours",
                 timed([&] { MciOpen(alias, store.path("two hours.WAV"), "waveaudio"); }));
     measureAnswers(recorder);
@@ -245,5 +234,26 @@ int main() {
     measureFormat("GSM 6.10", {SF_FORMAT_GSM610, 8000}, minute, store);
     measureFormat("IMA ADPCM", {SF_FORMAT_IMA_ADPCM, 8000}, minute, store);
     measureFormat("mu-law", {SF_FORMAT_ULAW, 8000}, minute, store);
-    return 0;
+}
+
+} // namespace
+
+int main() {
+    std::printf("compiler %s%s\n", __VERSION__,
+#ifdef NDEBUG
+                "");
+#else
+                ", WITHOUT OPTIMISATION");
+#endif
+    try {
+        ov::tests::SoundServer server;
+        if (server.isRunning()) {
+            measure(server);
+            return 0;
+        }
+        std::puts("no sound server can be started");
+    } catch (const std::exception& error) {
+        std::puts(error.what());
+    }
+    return 1;
 }

@@ -12,6 +12,7 @@
 #include "platform/files.h"
 #include "plugin/Connector.h"
 #include "support/modFilePath.h"
+#include "tests/quiet_host.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -31,37 +32,7 @@ namespace {
 
 using namespace ov;
 
-// Answers what the control needs and takes note of progress as cheaply as a host should.
-class QuietHost final : public IHostApplication,
-                        public IHostServices,
-                        public IHostForm,
-                        public EventSource,
-                        public std::enable_shared_from_this<QuietHost> {
-public:
-    explicit QuietHost(std::string store) : store_(std::move(store)) {}
-
-    std::shared_ptr<ov::EventSource> EventSource() override { return shared_from_this(); }
-    std::shared_ptr<IHostServices> HostServices() override { return shared_from_this(); }
-    void ReportPlugInFailure(std::string_view) override {}
-    void CallPlugInFunction(IPlugin&, std::string_view function, std::span<HostArgument> arguments,
-                            std::string& result) override {
-        if (function == "PI_GetLanguage")
-            result.assign(1, '9');
-        else if (function == "PI_GetDirectory" && std::get<std::int32_t>(arguments[0]) == 204)
-            result = store_;
-        else if (function == "PI_ProgressValue")
-            lastValue = *std::get<std::int32_t*>(arguments[0]);
-    }
-    void WriteTrace(std::string_view, IPlugin&) override {}
-    void ReportControlReady(IPlugin&) override {}
-    void subscribe(IEventSink&) override {}
-    void unsubscribe(IEventSink&) noexcept override {}
-
-    std::int32_t lastValue = 0;
-
-private:
-    std::string store_;
-};
+using tests::QuietHost;
 
 // The longest time between two events of a timer that is always due.
 class StallWatch {
@@ -192,7 +163,7 @@ int main(int argc, char** argv) {
     std::printf("%s, Qt %s\n", qPrintable(QSysInfo::prettyProductName()), qVersion());
 
     const std::string root = modFilePath::AddBackslash(platform::fromNativePath(argv[1]));
-    const auto host = std::make_shared<QuietHost>(root);
+    const auto host = std::make_shared<QuietHost>(root, "9");
     Connector plugIn;
     plugIn.ApplicationStart(host);
     const auto control = makeControl(nullptr);

@@ -131,7 +131,8 @@ TEST_F(Cli, Formats) {
     const nlohmann::json expected = {{"path", third},
                                      {"author", "öztürk"},
                                      {"folder", R"(...\ward\ERL)"},
-                                     {"dictated", "12/30/2025"}};
+                                     {"dictated", "12/30/2025"},
+                                     {"values", {{"dictated", "2025-12-30"}}}};
     EXPECT_EQ(json[2], expected);
 }
 
@@ -341,8 +342,9 @@ TEST_F(Cli, ChosenColumnsAreTheUsualOnes) {
     settings_.add("Data/DAss/SearchColumns.dat", hidden);
     EXPECT_EQ(split(find({"--format", "csv"}).output, '\r')[0], "path,author,length");
     const auto json = nlohmann::json::parse(find({"--format", "json"}).output);
-    EXPECT_EQ(json[1].size(), 3U) << json[1];
+    EXPECT_EQ(json[1].size(), 4U) << json[1];
     EXPECT_EQ(json[1]["length"], "00:00:20");
+    EXPECT_EQ(json[1]["values"], nlohmann::json({{"length", 20}}));
 }
 
 TEST_F(Cli, ShowAndFields) {

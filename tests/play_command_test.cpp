@@ -34,7 +34,7 @@ protected:
         return tests::runProgram(OV_SEARCH_PROGRAM, how);
     }
     // In a shell that tells afterwards how the terminal was left.
-    ProgramResult runInShell(ProgramRun how) const {
+    static ProgramResult runInShell(ProgramRun how) {
         how.onTerminal = true;
         how.arguments = {"-c",
                          "before=$(stty -g); \"$0\" play \"$1\"; echo \"code $?\"; "
@@ -55,7 +55,7 @@ TEST_F(PlayCommand, PlaysToTheEndInSilenceWithoutATerminal) {
 TEST_F(PlayCommand, TellsWhatItCannotPlay) {
     const struct {
         ProgramRun run;
-        const char* reason;
+        const char* reason = "";
     } cases[] = {{playing("text.WAV"), "cannot be played"},
                  {playing("gone.WAV"), "Cannot find the specified file"},
                  {playing("short.WAV", "no such output"), "No wave device"}};

@@ -32,10 +32,11 @@ public:
     // Its standard output goes to `output`, or nowhere; it gets HOME and the runtime folder.
     Process(std::vector<std::string> arguments, const std::string& home, int output = -1) {
         std::vector<char*> pointers;
+        pointers.reserve(arguments.size() + 1);
         for (std::string& argument : arguments)
             pointers.push_back(argument.data());
         pointers.push_back(nullptr);
-        id_ = fork();
+        id_ = fork(); // NOLINT(*-prefer-member-initializer): the pointers come first
         if (id_ != 0)
             return;
         const int nowhere = open("/dev/null", O_RDWR | O_CLOEXEC);

@@ -99,9 +99,10 @@ protected:
         const std::string folder = store_.directory().substr(0, store_.directory().size() - 1);
         command = std::regex_replace(command, std::regex("%W"), folder);
         command = std::regex_replace(command, std::regex("<tab>"), "\t");
-        if (const std::size_t pad = command.find("<pad>"); pad != std::string::npos)
-            command.replace(pad, std::string::npos,
-                            std::string(128 - std::min<std::size_t>(pad, 128), ' '));
+        if (const std::size_t pad = command.find("<pad>"); pad != std::string::npos) {
+            command.erase(pad);
+            command.resize(std::max<std::size_t>(pad, 128), ' ');
+        }
         return command;
     }
 };
@@ -237,10 +238,10 @@ TEST_F(WaveDevice, SeeksInEveryEncoding) {
 }
 
 TEST_F(WaveDevice, DrawsOverviews) {
-    std::vector<float> samples(10 * 1000 * 2, 0.0F);
-    samples[2 * 2500] = 0.5F;       // left, third stretch
-    samples[2 * 2999 + 1] = -0.25F; // right, its end
-    samples[2 * 9999] = -1;
+    std::vector<float> samples(20000, 0.0F); // ten thousand frames
+    samples[5000] = 0.5F;                    // left, third stretch
+    samples[5999] = -0.25F;                  // right, its end
+    samples[19998] = -1;
     tests::writeWave(store_.native("a.wav"), {SF_FORMAT_PCM_16, 8000, 2}, samples);
     std::vector<WavePeaks> expected(10);
     expected[2] = {-8192, 16384};

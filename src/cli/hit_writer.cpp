@@ -4,13 +4,8 @@
 #include "cli/hit_writer.h"
 
 #include "cli/shown_text.h"
-#include "dictation/dictation_record.h"
-#include "dictation/field_table.h"
-#include "dictation/field_values.h"
-#include "platform/files.h"
-#include "platform/text.h"
-
-#include <nlohmann/json.hpp>
+#include "export/cell.h"
+#include "export/row_writer.h"
 
 #include <utility>
 
@@ -18,26 +13,13 @@ namespace ov::cli {
 
 namespace {
 
-std::string nativePath(std::string_view directory, std::string_view fileName) {
-    return platform::toNativePath(std::string(directory).append(fileName));
-}
-
-std::string columnText(const Column& column, std::string_view directory,
-                       std::string_view fileName) {
-    if (column.field == pathColumn)
-        return nativePath(directory, fileName);
-    std::string buffer;
-    return modDictation::fieldText(column.field, directory,
-                                   modDictation::dictationName(fileName, buffer));
-}
-
 class PathsWriter final : public HitWriter {
 public:
     PathsWriter(Output& output, bool escaped, bool zeroEnded)
         : output_(output), escaped_(escaped && !zeroEnded), end_(zeroEnded ? '\0' : '\n') {}
 
     void write(std::string_view directory, std::string_view fileName) override {
-        std::string line = nativePath(directory, fileName);
+        std::string line = exporting::nativePath({directory, fileName});
         if (escaped_)
             line = shownText(line);
         line.push_back(end_);
@@ -60,7 +42,7 @@ public:
     void write(std::string_view directory, std::string_view fileName) override {
         Row row;
         for (const Column& column : columns_)
-            row.push_back(shownText(columnText(column, directory, fileName)));
+            row.push_back(shownText(exporting::cellBytes(column, {directory, fileName})));
         if (!widths_.empty()) {
             output_.write(tableLine(row, widths_));
             return;
@@ -89,9 +71,8 @@ private:
     Row header() const {
         Row row;
         for (const Column& column : columns_)
-            row.push_back(shownText(column.field == pathColumn
-                                        ? column.key
-                                        : modDictation::GetSearchFieldCaption(column.field, true)));
+            row.push_back(
+                shownText(column.field == exporting::pathColumn ? column.key : column.caption));
         return row;
     }
 
@@ -101,84 +82,33 @@ private:
     std::vector<Row> held_;
 };
 
-// RFC 4180: CR LF, quotes around what needs them, doubled inside.
-class CsvWriter final : public HitWriter {
+// The forms that exports have too.
+class SharedWriter final : public HitWriter {
 public:
-    CsvWriter(Output& output, std::vector<Column> columns, bool escaped)
-        : output_(output), columns_(std::move(columns)), escaped_(escaped) {}
+    explicit SharedWriter(std::unique_ptr<exporting::RowWriter> writer)
+        : writer_(std::move(writer)) {}
 
-    void begin() override {
-        std::string line;
-        for (const Column& column : columns_)
-            appendCell(column.key, line);
-        print(std::move(line));
-    }
-
+    void begin() override { writer_->begin(); }
     void write(std::string_view directory, std::string_view fileName) override {
-        std::string line;
-        for (const Column& column : columns_) {
-            const std::string text = columnText(column, directory, fileName);
-            appendCell(escaped_ ? shownText(text) : platform::textFromBytes(text), line);
-        }
-        print(std::move(line));
+        writer_->write({directory, fileName});
     }
+    void end() override { writer_->end(); }
 
 private:
-    // Every cell begins with its comma; the first one's is cut off here.
-    void print(std::string line) { output_.write(line.append("\r\n").substr(1)); }
-
-    static void appendCell(std::string_view text, std::string& line) {
-        line.push_back(',');
-        if (text.find_first_of("\",\r\n") == std::string_view::npos) {
-            line.append(text);
-            return;
-        }
-        line.push_back('"');
-        for (const char c : text)
-            line.append(c == '"' ? 2 : 1, c);
-        line.push_back('"');
-    }
-
-    Output& output_;
-    std::vector<Column> columns_;
-    bool escaped_;
-};
-
-class JsonWriter final : public HitWriter {
-public:
-    JsonWriter(Output& output, std::vector<Column> columns, bool escaped)
-        : output_(output), columns_(std::move(columns)), escaped_(escaped) {}
-
-    void begin() override { output_.write("["); }
-
-    void write(std::string_view directory, std::string_view fileName) override {
-        nlohmann::ordered_json hit;
-        hit["path"] = platform::textFromBytes(nativePath(directory, fileName));
-        for (const Column& column : columns_)
-            if (column.field != pathColumn)
-                hit[column.key] = platform::textFromBytes(columnText(column, directory, fileName));
-        output_.write(std::exchange(first_, false) ? "\n  " : ",\n  ");
-        // The escapes of shownText are those of JSON.
-        output_.write(escaped_ ? shownText(hit.dump()) : hit.dump());
-    }
-
-    void end() override { output_.write(first_ ? "]\n" : "\n]\n"); }
-
-private:
-    Output& output_;
-    std::vector<Column> columns_;
-    bool escaped_;
-    bool first_ = true;
+    std::unique_ptr<exporting::RowWriter> writer_;
 };
 
 } // namespace
 
 std::unique_ptr<HitWriter> makeHitWriter(const WriterOptions& options, Output& output) {
+    const exporting::TextFilter filter = options.escaped ? shownText : nullptr;
     switch (options.format) {
     case HitFormat::csv:
-        return std::make_unique<CsvWriter>(output, options.columns, options.escaped);
+        return std::make_unique<SharedWriter>(
+            exporting::makeCsvWriter(options.columns, {false, filter}, output));
     case HitFormat::json:
-        return std::make_unique<JsonWriter>(output, options.columns, options.escaped);
+        return std::make_unique<SharedWriter>(
+            exporting::makeJsonWriter(options.columns, filter, output));
     case HitFormat::paths:
         return std::make_unique<PathsWriter>(output, options.escaped, options.zeroEnded);
     case HitFormat::table:

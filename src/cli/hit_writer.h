@@ -4,10 +4,9 @@
 #pragma once
 
 #include "cli/output.h"
+#include "export/document.h"
 
-#include <cstdint>
 #include <memory>
-#include <string>
 #include <string_view>
 #include <vector>
 
@@ -15,12 +14,7 @@
 
 namespace ov::cli {
 
-// What a column shows: a search field, or the full native path.
-struct Column {
-    std::string key;
-    std::int32_t field = 0; // pathColumn for the path
-};
-constexpr std::int32_t pathColumn = -1;
+using exporting::Column;
 
 enum class HitFormat { table, csv, json, paths };
 

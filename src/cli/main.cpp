@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "cli/demo_command.h"
+#include "cli/export_command.h"
 #include "cli/find_command.h"
 #include "cli/messages.h"
 #include "cli/output.h"
@@ -29,6 +30,7 @@ using namespace ov::cli;
 struct Arguments {
     SessionOptions session;
     FindOptions find;
+    ExportOptions exported;
     std::string show;
     std::string play;
     std::string demoDirectory;
@@ -84,39 +86,54 @@ void addFormat(CLI::App& command, HitFormat& format) {
         ->check(CLI::IsMember(formats).description(""));
 }
 
-CLI::App* addFind(CLI::App& app, Arguments& arguments) {
-    FindOptions& find = arguments.find;
-    CLI::App* command = app.add_subcommand("find", "Search a store of dictations");
-    command->footer(criterionHelp);
-    command->add_option("ROOT", find.root, "Folder to search; else that of the settings")
+void addSearchOptions(CLI::App& command, SearchOptions& search) {
+    command.footer(criterionHelp);
+    command.add_option("ROOT", search.root, "Folder to search; else that of the settings")
         ->type_name("")
         ->check(notEmpty);
-    command->add_option("-c,--criterion", find.criteria, "Criterion to match; may repeat")
+    command.add_option("-c,--criterion", search.criteria, "Criterion to match; may repeat")
         ->type_name("CRITERION")
         ->expected(1)
         ->take_all()
         ->allow_extra_args(false); // what follows is ROOT
-    command->add_flag("--any", find.any, "One matching criterion is enough");
-    command->add_option("--criteria-file", find.criteriaFile, "Also the criteria of this file")
+    command.add_flag("--any", search.any, "One matching criterion is enough");
+    command.add_option("--criteria-file", search.criteriaFile, "Also the criteria of this file")
         ->type_name("FILE")
         ->check(notEmpty);
-    command->add_option("--max-depth", find.maxDepth, "Levels of folders below ROOT; -1 for all")
+    command.add_option("--max-depth", search.maxDepth, "Levels of folders below ROOT; -1 for all")
         ->type_name("N")
         ->check(inRange(-1))
         ->capture_default_str();
-    command->add_option("--limit", find.limit, "End after this many hits")
+    command.add_option("--limit", search.limit, "End after this many hits")
         ->type_name("N")
         ->check(inRange(1))
         ->capture_default_str();
-    command->add_option("--columns", find.columns, "Columns to print, parted by commas")
+    command.add_option("--columns", search.columns, "Columns to print, parted by commas")
         ->type_name("KEYS")
         ->delimiter(',')
         ->expected(1)
         ->take_all()
         ->allow_extra_args(false);
-    command->add_option("--sort", find.sort, "Field to sort by")->type_name("KEY[:desc]");
-    addFormat(*command, find.format);
-    command->add_flag("-0,--null", find.zeroEnded, "End paths by a zero byte");
+    command.add_option("--sort", search.sort, "Field to sort by")->type_name("KEY[:desc]");
+}
+
+CLI::App* addFind(CLI::App& app, Arguments& arguments) {
+    CLI::App* command = app.add_subcommand("find", "Search a store of dictations");
+    addSearchOptions(*command, arguments.find.search);
+    addFormat(*command, arguments.find.format);
+    command->add_flag("-0,--null", arguments.find.zeroEnded, "End paths by a zero byte");
+    return command;
+}
+
+CLI::App* addExport(CLI::App& app, Arguments& arguments) {
+    ExportOptions& options = arguments.exported;
+    CLI::App* command =
+        app.add_subcommand("export", "Search, and write a list for other programs or for paper");
+    addPath(*command, "FILE", options.file,
+            "File to write; its ending is .pdf, .xlsx, .csv, .html, .json or .txt");
+    addSearchOptions(*command, options.search);
+    command->add_option("--title", options.title, "Title of the list")->type_name("TEXT");
+    command->add_flag("--force", options.force, "Replace FILE when it exists");
     return command;
 }
 
@@ -158,7 +175,8 @@ ExitCode run(int argc, char** argv) {
     CLI::App* fields = app.add_subcommand("fields", "List the fields and their operators");
     CLI::App* play = addPlay(app, arguments);
     CLI::App* demo = addDemo(app, arguments);
-    for (CLI::App* command : {&app, find, show, fields, play, demo})
+    CLI::App* exported = addExport(app, arguments);
+    for (CLI::App* command : {&app, find, show, fields, play, demo, exported})
         addCommonOptions(*command, arguments);
     try {
         app.parse(argc, argv);
@@ -170,6 +188,8 @@ ExitCode run(int argc, char** argv) {
     const Session session(arguments.session);
     if (*find)
         return runFind(arguments.find, session, terminal);
+    if (*exported)
+        return runExport(arguments.exported, session, terminal);
     if (*show)
         return runShow(arguments.show);
     if (*play)

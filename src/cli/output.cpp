@@ -20,9 +20,10 @@ int lastError() noexcept {
 
 } // namespace
 
-void Output::write(std::string_view text) {
+bool Output::write(std::string_view text) {
     if (error_ == 0 && std::fwrite(text.data(), 1, text.size(), stream_) != text.size())
         error_ = lastError();
+    return error_ == 0;
 }
 
 void Output::flush() {

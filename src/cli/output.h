@@ -4,6 +4,7 @@
 #pragma once
 
 #include "cli/exit_code.h"
+#include "export/row_writer.h"
 
 #include <cstdio>
 #include <string>
@@ -15,10 +16,10 @@
 namespace ov::cli {
 
 // A stream that remembers whether anything could not be written.
-class Output {
+class Output final : public exporting::Sink {
 public:
     explicit Output(std::FILE* stream) : stream_(stream) {}
-    void write(std::string_view text);
+    bool write(std::string_view text) override;
     void flush();
     bool failed() const noexcept { return error_ != 0; }
     // Flushes. When anything could not be written complains with the reason and answers

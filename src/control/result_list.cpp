@@ -298,12 +298,12 @@ void ResultList::layoutChangedByUser() {
     saveLayout_.start();
 }
 
-// The widths were chosen for lists whose average character is a sixteenth of an inch wide. Where
-// the desktop's font is wider, so are the columns, or no date would fit.
+// The widths were chosen for lists whose digits are a sixteenth of an inch wide. Where those of the
+// desktop's font are wider, so are the columns, or no date would fit.
 double ResultList::pixelsPerTwip() const {
-    constexpr double twipsPerCharacter = twipsPerInch / 16.0;
+    constexpr double twipsPerDigit = twipsPerInch / 16.0;
     const double perInch = static_cast<double>(logicalDpiX()) / twipsPerInch;
-    return std::max(perInch, fontMetrics().averageCharWidth() / twipsPerCharacter);
+    return std::max(perInch, fontMetrics().horizontalAdvance(QLatin1Char('0')) / twipsPerDigit);
 }
 
 int ResultList::pixelsOf(std::int32_t twips) const {

@@ -8,19 +8,23 @@ namespace ov::platform {
 
 namespace {
 
-MediaCalls*& installed() {
-    thread_local MediaCalls* calls = nullptr;
-    return calls;
+struct State {
+    MediaCalls* installed = nullptr;
+};
+
+State& state() {
+    thread_local State threadState;
+    return threadState;
 }
 
 } // namespace
 
 MediaCalls* installMediaCalls(MediaCalls* calls) {
-    return std::exchange(installed(), calls);
+    return std::exchange(state().installed, calls);
 }
 
 MediaCalls& mediaCalls() {
-    return installed() != nullptr ? *installed() : systemMediaCalls();
+    return state().installed != nullptr ? *state().installed : systemMediaCalls();
 }
 
 } // namespace ov::platform

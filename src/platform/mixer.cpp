@@ -8,19 +8,23 @@ namespace ov::platform {
 
 namespace {
 
-MixerCalls*& installed() {
-    thread_local MixerCalls* calls = nullptr;
-    return calls;
+struct State {
+    MixerCalls* installed = nullptr;
+};
+
+State& state() {
+    thread_local State threadState;
+    return threadState;
 }
 
 } // namespace
 
 MixerCalls* installMixerCalls(MixerCalls* calls) {
-    return std::exchange(installed(), calls);
+    return std::exchange(state().installed, calls);
 }
 
 MixerCalls& mixerCalls() {
-    return installed() != nullptr ? *installed() : systemMixerCalls();
+    return state().installed != nullptr ? *state().installed : systemMixerCalls();
 }
 
 } // namespace ov::platform

@@ -4,7 +4,6 @@
 
 #include "platform/text.h"
 
-#include <algorithm>
 #include <cstring>
 
 namespace ov {
@@ -31,8 +30,8 @@ std::string nameOfDevice(MixerHandle handle) {
     MixerCaps caps;
     if (mixerCalls().getDevCaps(handle, caps, sizeof caps) != mixer_result::success)
         return {};
-    const auto end = std::find(caps.name.begin(), caps.name.end(), '\0');
-    return std::string(trimmed(std::string_view(caps.name.begin(), end), ' '));
+    const std::string_view name(caps.name.data(), caps.name.size());
+    return std::string(trimmed(name.substr(0, name.find('\0')), ' '));
 }
 
 MixerHandle openDevice(std::uint32_t device) {
@@ -117,7 +116,7 @@ bool clsMixer::Init_VUMeterControl() {
     return initControl(mixer_control::peakMeter, peakMeter_, peakMeterBounds_);
 }
 
-bool clsMixer::SetVolumeValue(std::int32_t value) {
+bool clsMixer::SetVolumeValue(std::int32_t value) const {
     if (handle_ == 0)
         return false;
     const MemoryHandle block = mixerCalls().globalAlloc(zeroedMemory, valueSize);

@@ -28,7 +28,7 @@ public:
     // process.
     bool Init_MixerControl();
     // Within the bounds of the volume; the mixer refuses other values.
-    bool SetVolumeValue(std::int32_t value);
+    bool SetVolumeValue(std::int32_t value) const;
 
     std::int32_t VUMeterMaximum() const noexcept { return peakMeterBounds_.maximum; }
     std::int32_t VolumeMaximum() const noexcept { return volumeBounds_.maximum; }

@@ -125,17 +125,46 @@ constexpr std::int32_t printRangeSelected = 4211;
 // Export and print
 constexpr std::int32_t exportTitle = 4300;
 constexpr std::int32_t menuPrint = 4301;
-constexpr std::int32_t menuExport = 4302;
-constexpr std::int32_t fileTypeCsv = 4310;
-constexpr std::int32_t fileTypeTabs = 4311;
+constexpr std::int32_t menuPreview = 4303;
+constexpr std::int32_t menuExportPdf = 4304;
+constexpr std::int32_t menuExportXlsx = 4305;
+constexpr std::int32_t menuExportCsv = 4306;
+constexpr std::int32_t menuExportHtml = 4307;
+constexpr std::int32_t menuExportJson = 4308;
+constexpr std::int32_t menuCopyText = 4309;
+constexpr std::int32_t fileTypePdf = 4313;
+constexpr std::int32_t fileTypeXlsx = 4314;
+constexpr std::int32_t fileTypeCsv = 4315;
 constexpr std::int32_t fileTypeHtml = 4312;
-constexpr std::int32_t pageNumber = 4320;   // %1%: the page, %2%: of how many
-constexpr std::int32_t printedOn = 4321;    // %1%: the date
+constexpr std::int32_t fileTypeJson = 4316;
+constexpr std::int32_t fileTypeText = 4317;
+constexpr std::int32_t pageNumber = 4320; // %1%: the page, %2%: of how many
+constexpr std::int32_t printedOn = 4321;  // %1%: the date
+constexpr std::int32_t printedWithoutCriteria = 4322;
+constexpr std::int32_t exporting = 4323; // while it goes on
+constexpr std::int32_t layingOutPages = 4324;
+constexpr std::int32_t printing = 4325;
 constexpr std::int32_t exportFailed = 4330; // %1%: the file, %2%: why
-constexpr std::int32_t exported = 4331;     // %1%: how many dictations, %2%: the file
 constexpr std::int32_t nothingSelected = 4332;
 constexpr std::int32_t noPrinter = 4333;
 constexpr std::int32_t printFailed = 4334;
+constexpr std::int32_t exportStopped = 4335;       // a new file
+constexpr std::int32_t replacementStopped = 4336;  // %1%: the file that is as it was
+constexpr std::int32_t printStopped = 4337;
+constexpr std::int32_t replaceFileQuestion = 4338; // %1%: the file
+
+// The print preview
+constexpr std::int32_t previewTitle = 4350;
+constexpr std::int32_t previewPrint = 4351;
+constexpr std::int32_t previewClose = 4352;
+constexpr std::int32_t firstPage = 4353;
+constexpr std::int32_t previousPage = 4354;
+constexpr std::int32_t nextPage = 4355;
+constexpr std::int32_t lastPage = 4356;
+constexpr std::int32_t zoomIn = 4357;
+constexpr std::int32_t zoomOut = 4358;
+constexpr std::int32_t wholePage = 4359;
+constexpr std::int32_t previewPage = 4360; // accessible name
 
 // The search
 constexpr std::int32_t fillingList = 10001;

@@ -3,9 +3,15 @@
 
 #include "widgets/icons.h"
 
+#include <QBuffer>
 #include <QFile>
+#include <QGuiApplication>
 #include <QHash>
+#include <QImageReader>
+#include <QPalette>
+#include <QPixmap>
 #include <QString>
+#include <array>
 
 // A static library's resources are linked in only when somebody asks for them; the macro must
 // stand outside of any namespace.
@@ -15,6 +21,39 @@ static void initWidgetResources() {
 
 namespace ov::widgets {
 
+namespace {
+
+// Large enough for any icon of ours on a screen with three pixels to the point.
+constexpr std::array<int, 6> sides{16, 20, 24, 32, 48, 64};
+
+void addDrawing(QIcon& icon, QByteArray drawing, QIcon::Mode mode) {
+    for (const int side : sides) {
+        QBuffer buffer(&drawing);
+        QImageReader reader(&buffer, "svg");
+        reader.setScaledSize({side, side});
+        if (const QImage image = reader.read(); !image.isNull())
+            icon.addPixmap(QPixmap::fromImage(image), mode);
+    }
+}
+
+QIcon load(const QString& path) {
+    QFile file(path);
+    QIcon icon;
+    if (!file.open(QIODevice::ReadOnly))
+        return icon;
+    QByteArray drawing = file.readAll();
+    addDrawing(icon, drawing, QIcon::Normal);
+    // In a selected row the blue and grey lines of the set would vanish in the highlight.
+    const QByteArray highlighted =
+        QGuiApplication::palette().color(QPalette::HighlightedText).name().toLatin1();
+    for (const char* colour : {"#3d6fb4", "#6b7480", "#9aa3ad"})
+        drawing.replace(colour, highlighted);
+    addDrawing(icon, drawing, QIcon::Selected);
+    return icon;
+}
+
+} // namespace
+
 QIcon icon(const char* name) {
     thread_local QHash<QString, QIcon> loaded;
     if (loaded.isEmpty())
@@ -22,7 +61,7 @@ QIcon icon(const char* name) {
     const QString path = QStringLiteral(":/ovsearch/%1.svg").arg(QLatin1String(name));
     auto found = loaded.find(path);
     if (found == loaded.end())
-        found = loaded.insert(path, QFile::exists(path) ? QIcon(path) : QIcon());
+        found = loaded.insert(path, load(path));
     return *found;
 }
 

@@ -377,7 +377,7 @@ TEST_F(Control, SpeaksTheLanguageTheHostChangesTo) {
                    action("language");
                    EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Neues Suchkriterium"));
                });
-    EXPECT_EQ(button("cmdSearchOptions(0)").text(), QStringLiteral("&Suchen"));
+    EXPECT_EQ(button("cmdSearchOptions(0)").text(), QStringLiteral("S&uchen"));
     EXPECT_EQ(criteria().topLevelItem(0)->text(0), QStringLiteral("\"Priorität\" ist Hoch"));
     EXPECT_EQ(columnTexts(15), "Hoch; ");
     EXPECT_EQ(label(), "Suchergebnis (1 Diktat)");

@@ -43,6 +43,9 @@ private:
     int handle_ = -1;
 };
 
+// The whole content; false with errno set.
+bool writeAll(int handle, std::string_view content);
+
 // errno as a Status: "<path>: <reason>".
 Status systemError(std::string_view nativePath);
 

@@ -3,6 +3,7 @@
 
 #include "platform/files.h"
 
+#include "platform/file_replacement.h"
 #include "platform/posix/file_descriptor.h"
 
 #include <algorithm>
@@ -10,7 +11,6 @@
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
-#include <filesystem>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -22,19 +22,6 @@ FileKind kindOfMode(mode_t mode) noexcept {
     if (S_ISREG(mode))
         return FileKind::file;
     return S_ISDIR(mode) ? FileKind::directory : FileKind::other;
-}
-
-// False with errno set.
-bool writeAll(int handle, std::string_view content) {
-    while (!content.empty()) {
-        const ssize_t written = ::write(handle, content.data(), content.size());
-        if (written < 0 && errno == EINTR)
-            continue;
-        if (written < 0)
-            return false;
-        content.remove_prefix(static_cast<std::size_t>(written));
-    }
-    return true;
 }
 
 // Reads to the end; `expected` is the size to reserve. False with errno set, also when there are
@@ -58,81 +45,19 @@ bool readAll(int handle, std::size_t expected, std::uint64_t limit, std::string&
     return false;
 }
 
-// Where a link leads to, also when nothing is there yet; the path itself when it is no link.
-std::string linkTarget(std::string native) {
-    constexpr int longestChain = 40;
-    std::error_code error;
-    for (int i = 0; i < longestChain; ++i) {
-        const auto target = std::filesystem::read_symlink(native, error);
-        if (error)
-            break;
-        native = std::filesystem::path(native).parent_path() / target;
-    }
-    return native;
-}
-
-// A rename asks for rights on the directory only and would also take the place of a device.
-bool mayBeReplaced(const std::string& native, mode_t mode) {
-    if (S_ISREG(mode))
-        return faccessat(AT_FDCWD, native.c_str(), W_OK, AT_EACCESS) == 0;
-    errno = S_ISDIR(mode) ? EISDIR : EINVAL;
-    return false;
-}
-
-// The temporary file beside a file that is being replaced; removed unless it was renamed. False
-// comes with errno set.
-class TemporaryFile {
-public:
-    // Not mkostemp(): only open() applies the user's mask to `mode`.
-    TemporaryFile(const std::string& target, mode_t mode) {
-        const std::string prefix = target + "." + std::to_string(getpid()) + ".";
-        constexpr int leftovers = 1000; // of crashed processes with the same number
-        for (int i = 0; i < leftovers && !file_.valid() && (i == 0 || errno == EEXIST); ++i) {
-            name_ = prefix + std::to_string(i);
-            file_ =
-                FileDescriptor(open(name_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode));
-        }
-    }
-    ~TemporaryFile() {
-        if (file_.valid() && !renamed_)
-            unlink(name_.c_str());
-    }
-    TemporaryFile(const TemporaryFile&) = delete;
-    TemporaryFile& operator=(const TemporaryFile&) = delete;
-
-    bool valid() const noexcept { return file_.valid(); }
-
-    // The owner can be kept by root only, the group by its members; the mode by everyone.
-    bool takeRightsOf(const struct stat& old) {
-        if (fchown(file_.get(), old.st_uid, old.st_gid) != 0)
-            static_cast<void>(!fchown(file_.get(), static_cast<uid_t>(-1), old.st_gid));
-        return fchmod(file_.get(), old.st_mode & 07777U) == 0;
-    }
-
-    bool write(std::string_view content) {
-        return writeAll(file_.get(), content) && fsync(file_.get()) == 0;
-    }
-
-    bool renameTo(const std::string& target) {
-        renamed_ = rename(name_.c_str(), target.c_str()) == 0;
-        return renamed_;
-    }
-
-private:
-    std::string name_;
-    FileDescriptor file_;
-    bool renamed_ = false;
-};
-
-void syncDirectoryOf(const std::string& native) {
-    const std::size_t slash = native.rfind('/');
-    const std::string directory = slash == std::string::npos ? "." : native.substr(0, slash + 1);
-    const FileDescriptor handle(open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (handle.valid())
-        fsync(handle.get());
-}
-
 } // namespace
+
+bool writeAll(int handle, std::string_view content) {
+    while (!content.empty()) {
+        const ssize_t written = ::write(handle, content.data(), content.size());
+        if (written < 0 && errno == EINTR)
+            continue;
+        if (written < 0)
+            return false;
+        content.remove_prefix(static_cast<std::size_t>(written));
+    }
+    return true;
+}
 
 Status systemError(std::string_view nativePath) {
     const int number = errno;
@@ -191,17 +116,11 @@ Status readFile(std::string_view path, std::string& content, std::uint64_t limit
 }
 
 Status replaceFile(std::string_view path, std::string_view content) {
-    const std::string native = linkTarget(toNativePath(path));
-    struct stat old {};
-    const bool exists = stat(native.c_str(), &old) == 0;
-    if (exists ? !mayBeReplaced(native, old.st_mode) : errno != ENOENT)
-        return systemError(native);
-    TemporaryFile file(native, exists ? 0600 : 0666);
-    if (!file.valid() || (exists && !file.takeRightsOf(old)) || !file.write(content) ||
-        !file.renameTo(native))
-        return systemError(native);
-    syncDirectoryOf(native);
-    return {};
+    FileReplacement file;
+    Status status = file.open(path);
+    if (status.ok())
+        status = file.write(content);
+    return status.ok() ? file.commit() : status;
 }
 
 Status appendToFile(std::string_view path, std::string_view content) {

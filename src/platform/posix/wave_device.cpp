@@ -51,6 +51,24 @@ bool needsFile(WaveVerb verb) noexcept {
     return verb >= WaveVerb::play && verb <= WaveVerb::set && verb != WaveVerb::stop;
 }
 
+std::uint32_t capability(const Words& words, std::string& reply) {
+    const auto item = std::find_if(words.begin(), words.end(),
+                                   [](const WaveWord& word) { return !isFlag(word); });
+    if (item == words.end())
+        return media_error::missingParameter;
+    if (item->phrase == "device type")
+        reply = "waveaudio";
+    else if (item->phrase == "inputs")
+        reply = "0";
+    else if (item->phrase == "outputs")
+        reply = std::to_string(WaveOutput::count());
+    else
+        reply = isOneOf(item->phrase, {"has audio", "can play", "uses files", "compound device"})
+                    ? "true"
+                    : "false";
+    return media_error::none;
+}
+
 } // namespace
 
 WaveDevice::WaveDevice(std::string file, std::unique_ptr<WavePlayer> player)
@@ -280,24 +298,6 @@ std::string WaveDevice::statusOfPlay(std::string_view item) const {
     if (isOneOf(item, {"input", "output"}))
         return "mapper";
     return "true"; // ready, media present
-}
-
-std::uint32_t WaveDevice::capability(const Words& words, std::string& reply) const {
-    const auto item = std::find_if(words.begin(), words.end(),
-                                   [](const WaveWord& word) { return !isFlag(word); });
-    if (item == words.end())
-        return media_error::missingParameter;
-    if (item->phrase == "device type")
-        reply = "waveaudio";
-    else if (item->phrase == "inputs")
-        reply = "0";
-    else if (item->phrase == "outputs")
-        reply = std::to_string(WaveOutput::count());
-    else
-        reply = isOneOf(item->phrase, {"has audio", "can play", "uses files", "compound device"})
-                    ? "true"
-                    : "false";
-    return media_error::none;
 }
 
 std::uint32_t WaveDevice::info(const Words& words, std::string& reply) const {

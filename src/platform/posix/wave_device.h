@@ -66,7 +66,6 @@ private:
     std::uint32_t statusOfMode(std::string& reply) const;
     bool statusOfFile(const WaveWord& word, std::string& reply) const;
     std::string statusOfPlay(std::string_view item) const;
-    std::uint32_t capability(const std::vector<WaveWord>& words, std::string& reply) const;
     std::uint32_t info(const std::vector<WaveWord>& words, std::string& reply) const;
 
     std::string file_;

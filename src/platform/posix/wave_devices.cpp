@@ -3,6 +3,7 @@
 #include "platform/posix/wave_devices.h"
 
 #include "platform/files.h"
+#include "platform/posix/wave_control.h"
 #include "platform/posix/wave_errors.h"
 #include "platform/posix/wave_file.h"
 #include "platform/text.h"
@@ -19,6 +20,8 @@ namespace {
 constexpr std::string_view deviceType = "waveaudio";
 constexpr std::string_view typedFile = "waveaudio!";
 constexpr std::uint32_t allAsDevice = 279;
+constexpr std::chrono::milliseconds pollInterval(5);
+constexpr std::chrono::seconds longestGoodbye(3);
 
 using Words = std::vector<WaveWord>;
 
@@ -88,9 +91,21 @@ std::uint32_t checkType(const WaveCommand& command, const Words& words) {
 
 } // namespace
 
+WaveDevices::WaveDevices() {
+    WaveControl::instance(); // made first, so that it outlives the last player
+}
+
 WaveDevices::~WaveDevices() {
     while (!devices_.empty())
         close(devices_.begin());
+    const auto deadline = std::chrono::steady_clock::now() + longestGoodbye;
+    for (auto& player : closing_) {
+        while (!player->isFinished() && std::chrono::steady_clock::now() < deadline)
+            std::this_thread::sleep_for(pollInterval);
+        // One that is held by a sound service that hangs must not hold the program's end.
+        if (!player->isFinished())
+            static_cast<void>(player.release());
+    }
 }
 
 std::uint32_t WaveDevices::sendString(std::string_view command, std::span<char> reply) {
@@ -115,7 +130,6 @@ std::uint32_t WaveDevices::sendString(std::string_view command, std::span<char> 
 }
 
 void WaveDevices::waitForEnd(const std::string& name) {
-    constexpr std::chrono::milliseconds interval(10);
     for (;;) {
         {
             const std::lock_guard<std::mutex> lock(mutex_);
@@ -123,7 +137,7 @@ void WaveDevices::waitForEnd(const std::string& name) {
             if (found == devices_.end() || !found->second.device.isPlaying())
                 return;
         }
-        std::this_thread::sleep_for(interval);
+        std::this_thread::sleep_for(pollInterval);
     }
 }
 

@@ -28,7 +28,7 @@ namespace ov::platform {
 
 class WaveDevices final : public MediaCalls {
 public:
-    WaveDevices() = default;
+    WaveDevices();
     ~WaveDevices() override;
     WaveDevices(const WaveDevices&) = delete;
     WaveDevices& operator=(const WaveDevices&) = delete;

@@ -129,7 +129,7 @@ constexpr std::array<ErrorText, 74> errorTexts{
 } // namespace
 
 std::string_view mediaErrorText(std::uint32_t code) noexcept {
-    const auto found = std::lower_bound(
+    const auto* found = std::lower_bound(
         errorTexts.begin(), errorTexts.end(), code,
         [](const ErrorText& entry, std::uint32_t number) { return entry.code < number; });
     return found != errorTexts.end() && found->code == code ? found->text : std::string_view();

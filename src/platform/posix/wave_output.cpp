@@ -19,11 +19,29 @@ constexpr int chunksPerSecond = 45;
 constexpr auto longestWait = 800ms;
 constexpr auto retryInterval = 5ms;
 
-// Keeps SDL's audio part open. SDL counts its users, but is not ready for two threads.
+// SDL's audio part is not ready for two threads. A desktop whose sound service hangs holds the one
+// that asked, for ever; nobody else shall be held with it.
+class SdlLock {
+public:
+    SdlLock() : lock_(mutex(), longestWait) {}
+    explicit operator bool() const noexcept { return lock_.owns_lock(); }
+
+private:
+    static std::timed_mutex& mutex() {
+        static std::timed_mutex theMutex;
+        return theMutex;
+    }
+
+    std::unique_lock<std::timed_mutex> lock_;
+};
+
+// Keeps SDL's audio part open; SDL counts its users.
 class AudioSystem {
 public:
     AudioSystem() {
-        const std::lock_guard<std::mutex> lock(mutex());
+        const SdlLock lock;
+        if (!lock)
+            return;
         // Ctrl-C is not SDL's.
         SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
         SDL_SetHint(SDL_HINT_AUDIO_DEVICE_APP_NAME, "OVSearch");
@@ -31,19 +49,13 @@ public:
         ready_ = SDL_InitSubSystem(SDL_INIT_AUDIO) == 0;
     }
     ~AudioSystem() {
-        const std::lock_guard<std::mutex> lock(mutex());
-        if (ready_)
+        if (const SdlLock lock; ready_ && lock)
             SDL_QuitSubSystem(SDL_INIT_AUDIO);
     }
     AudioSystem(const AudioSystem&) = delete;
     AudioSystem& operator=(const AudioSystem&) = delete;
 
     bool ready() const noexcept { return ready_; }
-
-    static std::mutex& mutex() {
-        static std::mutex theMutex;
-        return theMutex;
-    }
 
 private:
     bool ready_ = false;
@@ -67,8 +79,7 @@ public:
         wanted.samples = static_cast<Uint16>(chunkFrames(rate));
         wanted.callback = fillFrom;
         wanted.userdata = &source;
-        {
-            const std::lock_guard<std::mutex> lock(AudioSystem::mutex());
+        if (const SdlLock lock; lock) {
             const char* name = device < 0 ? nullptr : SDL_GetAudioDeviceName(device, 0);
             SDL_AudioSpec obtained{};
             device_ = SDL_OpenAudioDevice(name, 0, &wanted, &obtained, 0);
@@ -113,10 +124,8 @@ std::int64_t WaveOutput::latency(int rate) noexcept {
 
 int WaveOutput::count() {
     const AudioSystem system;
-    if (!system.ready())
-        return 0;
-    const std::lock_guard<std::mutex> lock(AudioSystem::mutex());
-    return SDL_GetNumAudioDevices(0);
+    const SdlLock lock;
+    return system.ready() && lock ? SDL_GetNumAudioDevices(0) : 0;
 }
 
 void WaveOutput::leaveThread() noexcept {

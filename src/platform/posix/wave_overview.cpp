@@ -40,7 +40,8 @@ void addFrames(std::span<const float> samples, std::size_t channels, double fram
         const auto piece = samples.first(std::min(frames * channels, samples.size()));
         widen(peaks[stretch], piece);
         samples = samples.subspan(piece.size());
-        frame += static_cast<double>(piece.size() / channels);
+        const std::size_t used = piece.size() / channels;
+        frame += static_cast<double>(used);
     }
 }
 

@@ -168,7 +168,7 @@ void WavePlayer::work() {
         lock.unlock();
         if (request)
             begin(*request);
-        decode(ring_.size());
+        decode(WaveRing::size());
         lookAfterOutput();
         lock.lock();
         changed_.wait_for(lock, hasBegun_ ? watchInterval : startInterval,

@@ -7,6 +7,8 @@
 #include "platform/text.h"
 #include "playback/modMultimedia.h"
 #include "playback/panel/player_texts.h"
+#include "support/text_ids.h"
+#include "widgets/captions.h"
 
 #include <QScopedValueRollback>
 #include <QToolTip>
@@ -107,6 +109,13 @@ void PlayerPanel::PlayerPlay() {
     if (problem.empty())
         startTimers();
     PlayerRefresh();
+    if (!problem.empty())
+        showProblem(problem);
+}
+
+// As the state; what the device says about it is the tooltip.
+void PlayerPanel::showProblem(const std::string& problem) {
+    prgSearchPlayerStatus_->setFormat(MciModeText("error"));
     prgSearchPlayerStatus_->setToolTip(QString::fromStdString(problem).toHtmlEscaped());
 }
 
@@ -116,13 +125,13 @@ void PlayerPanel::PlayerOpenFile(const std::string& path) {
     PlayerClose();
     file_ = path;
     const std::string problem = MciOpen(playerAlias, path, deviceType);
-    prgSearchPlayerStatus_->setToolTip(QString::fromStdString(problem).toHtmlEscaped());
-    if (problem.empty()) {
-        PlayerLoad(playerAlias);
-        overview_.load(path);
-    } else {
-        prgSearchPlayerStatus_->setFormat(MciModeText("error"));
+    if (!problem.empty()) {
+        showProblem(problem);
+        return;
     }
+    widgets::setTip(*prgSearchPlayerStatus_, text_id::playerStateTip);
+    PlayerLoad(playerAlias);
+    overview_.load(path);
 }
 
 void PlayerPanel::PlayerLoad(const std::string& alias) {

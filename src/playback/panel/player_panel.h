@@ -88,6 +88,7 @@ private:
     void PlayerLoad(const std::string& alias);
     void PlayerRefresh();
     void refreshOpen();
+    void showProblem(const std::string& problem);
     void setUpVolume();
     void setUpLevel();
     void timerSearchPlayerStatus_Timer();

@@ -1,0 +1,26 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "cli/search_request.h"
+
+#include <optional>
+#include <string>
+
+namespace ov::cli {
+
+// What `ovsearch export` was asked for, as typed.
+struct ExportOptions {
+    std::string file; // native; its ending chooses the form
+    SearchOptions search;
+    std::optional<std::string> title;
+    bool force = false; // replace an existing file
+};
+
+// Searches, then writes the list. Without a hit nothing is written. Ctrl-C during the search ends
+// that and writes what was found; during the writing it leaves the file as it was.
+ExitCode runExport(const ExportOptions& options, const Session& session,
+                   TerminalInterface& terminal);
+
+} // namespace ov::cli

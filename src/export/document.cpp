@@ -1,0 +1,56 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#include "export/document.h"
+
+#include "dictation/criterion.h"
+#include "dictation/field_table.h"
+#include "platform/files.h"
+#include "platform/locale.h"
+#include "platform/text.h"
+#include "support/modLanguage.h"
+#include "support/text_ids.h"
+
+namespace ov::exporting {
+
+using modLanguage::GetText;
+
+namespace {
+
+constexpr std::int32_t german = 7;
+
+std::vector<std::string> criteriaInWords(const Searched& searched) {
+    std::vector<std::string> lines;
+    for (const std::string& criterion : searched.criteria)
+        if (!criterion.empty())
+            lines.push_back(platform::textFromBytes(modDictation::GetCriterionText(criterion)));
+    if (lines.empty())
+        return {GetText(text_id::printedWithoutCriteria)};
+    if (lines.size() > 1)
+        lines.insert(lines.begin(),
+                     GetText(searched.all ? text_id::describeAll : text_id::describeAny));
+    return lines;
+}
+
+} // namespace
+
+Column columnOf(std::int32_t field) {
+    const modDictation::FieldDefinition& definition = modDictation::fieldDefinition(field);
+    return {std::string(definition.key), field, modDictation::GetSearchFieldCaption(field, true),
+            modDictation::GetSearchFieldCaption(field, false), definition.width};
+}
+
+Document describe(const Searched& searched) {
+    Document document;
+    document.title = GetText(text_id::defaultPrintTitle);
+    const std::int32_t language = modLanguage::Language();
+    document.language = language == 0 || language == german ? "de" : "en";
+    document.criteria = criteriaInWords(searched);
+    document.madeOn = GetText(text_id::printedOn, {platform::formatShortDate(platform::now())});
+    document.storeFolder = platform::textFromBytes(platform::toNativePath(searched.storeFolder));
+    document.pageNumber = GetText(text_id::pageNumber);
+    document.sheetName = GetText(text_id::defaultPrintTitle);
+    return document;
+}
+
+} // namespace ov::exporting

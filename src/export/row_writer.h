@@ -1,0 +1,61 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "export/document.h"
+#include "export/rows.h"
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+// Lists as text, in forms that other programs read. Exports and `ovsearch find` share them.
+
+namespace ov::exporting {
+
+// Takes the bytes. Once a write has failed, so does every further one.
+class Sink {
+public:
+    virtual ~Sink() = default;
+    virtual bool write(std::string_view bytes) = 0;
+};
+
+// begin() first, then any number of rows, then end().
+class RowWriter {
+public:
+    virtual ~RowWriter() = default;
+    virtual void begin() {}
+    virtual void write(const Hit& hit) = 0;
+    virtual void end() {}
+};
+
+// Makes text fit for a terminal.
+using TextFilter = std::string (*)(std::string_view text);
+
+// RFC 4180 in UTF-8.
+struct CsvOptions {
+    bool forSpreadsheets = false; // a byte-order mark, captions in place of keys, and no cell that
+                                  // would be run as a formula: those get a "'" before them
+    TextFilter filter = nullptr;  // for cells
+};
+std::unique_ptr<RowWriter> makeCsvWriter(const std::vector<Column>& columns,
+                                         const CsvOptions& options, Sink& sink);
+
+// An array of objects: "path", the cells as shown by their columns' keys, and in "values" by the
+// same keys those that are dates (ISO 8601), lengths (seconds) or numbers.
+// `filter` is for whole objects and knows the escapes of JSON.
+std::unique_ptr<RowWriter> makeJsonWriter(const std::vector<Column>& columns, TextFilter filter,
+                                          Sink& sink);
+
+// A page that stands by itself, with a table that screen readers and printers understand.
+std::unique_ptr<RowWriter> makeHtmlWriter(const Document& document, Sink& sink);
+
+// Cells with tabs between them, captions first. Tabs and line ends in a cell become blanks.
+std::unique_ptr<RowWriter> makeTextWriter(const std::vector<Column>& columns, Sink& sink);
+
+// True for a text that a spreadsheet would take for a formula.
+bool looksLikeFormula(std::string_view text) noexcept;
+
+} // namespace ov::exporting

@@ -1,0 +1,49 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#include "export/cell.h"
+#include "export/row_writer.h"
+
+#include <utility>
+
+namespace ov::exporting {
+
+namespace {
+
+class TextWriter final : public RowWriter {
+public:
+    TextWriter(std::vector<Column> columns, Sink& sink)
+        : columns_(std::move(columns)), sink_(sink) {}
+
+    void begin() override {
+        writeLine([](const Column& column) { return column.caption; });
+    }
+    void write(const Hit& hit) override {
+        writeLine([&hit](const Column& column) { return cellText(column, hit); });
+    }
+
+private:
+    template <typename TextOf>
+    void writeLine(TextOf textOf) {
+        std::string line;
+        for (const Column& column : columns_) {
+            for (const char c : textOf(column))
+                line.push_back(c == '\t' || c == '\r' || c == '\n' ? ' ' : c);
+            line.push_back('\t');
+        }
+        if (!line.empty())
+            line.back() = '\n';
+        sink_.write(line);
+    }
+
+    std::vector<Column> columns_;
+    Sink& sink_;
+};
+
+} // namespace
+
+std::unique_ptr<RowWriter> makeTextWriter(const std::vector<Column>& columns, Sink& sink) {
+    return std::make_unique<TextWriter>(columns, sink);
+}
+
+} // namespace ov::exporting

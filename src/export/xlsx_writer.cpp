@@ -1,0 +1,223 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#include "export/xlsx_writer.h"
+
+#include "export/cell.h"
+#include "platform/locale.h"
+#include "platform/text.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <filesystem>
+#include <system_error>
+#include <type_traits>
+#include <xlsxwriter.h>
+
+namespace ov::exporting {
+
+namespace {
+
+constexpr double secondsPerDay = 86400;
+// Spreadsheets hold 29 February 1900 for a day, so only from here on do their serials agree.
+constexpr std::int32_t firstSafeDay = 61;
+
+// Day and month in the order of the user's country. The backslash keeps a spreadsheet from
+// putting in the separator of its own.
+std::string dateFormat() {
+    const platform::Locale& locale = platform::locale();
+    const std::string separator = {'\\', locale.dateSeparator};
+    const std::string day = locale.dayTwoDigits ? "dd" : "d";
+    const std::string month = locale.dayTwoDigits ? "mm" : "m";
+    switch (locale.dateOrder) {
+    case platform::DateOrder::dayMonthYear:
+        return day + separator + month + separator + "yyyy";
+    case platform::DateOrder::monthDayYear:
+        return month + separator + day + separator + "yyyy";
+    case platform::DateOrder::yearMonthDay:
+        break;
+    }
+    return "yyyy" + separator + month + separator + day;
+}
+
+// A name of a sheet has no brackets, slashes and the like, no quote at its ends, and 31
+// characters at most.
+std::string sheetName(std::string_view wanted) {
+    constexpr std::size_t longest = 31;
+    std::string name;
+    for (const char c : platform::truncateUtf8(wanted, longest))
+        name.push_back(std::string_view("[]:*?/\\'").find(c) == std::string_view::npos ? c : ' ');
+    return std::string(platform::trimmed(name));
+}
+
+// What the library makes into something else: it takes "_x0041_" for an escaped letter, and
+// leaves in what XML cannot hold.
+std::string sheetText(std::string_view text) {
+    std::string out;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const std::string_view rest = text.substr(i);
+        if (rest.starts_with("_x") && rest.size() >= 7 && rest[6] == '_') {
+            out.append("_x005F_");
+        } else if (rest.starts_with("\xEF\xBF\xBE") || rest.starts_with("\xEF\xBF\xBF")) {
+            out.append("\xEF\xBF\xBD");
+            i += 2;
+        } else {
+            out.push_back(text[i]);
+        }
+    }
+    return out;
+}
+
+class Workbook {
+public:
+    Workbook(const Document& document, const std::string& native)
+        : document_(document),
+          directory_(std::filesystem::path(native).parent_path().native()),
+          native_(native) {
+        lxw_workbook_options options{};
+        options.constant_memory = LXW_TRUE;
+        options.tmpdir = directory_.data(); // a full disk shall be the one that the user knows of
+        book_ = workbook_new_opt(native.c_str(), &options);
+        const std::string name = sheetName(document.sheetName);
+        sheet_ = workbook_add_worksheet(book_, name.empty() ? nullptr : name.c_str());
+        addFormats();
+    }
+    ~Workbook() {
+        if (book_ != nullptr)
+            lxw_workbook_free(book_);
+    }
+    Workbook(const Workbook&) = delete;
+    Workbook& operator=(const Workbook&) = delete;
+
+    void writeCaptions(std::int64_t rows) {
+        for (std::size_t i = 0; i < document_.columns.size(); ++i) {
+            const Column& column = document_.columns[i];
+            const auto place = static_cast<lxw_col_t>(i);
+            constexpr double twipsPerCharacter = 100;
+            worksheet_set_column(sheet_, place, place,
+                                 std::clamp(column.width / twipsPerCharacter, 8.0, 60.0), nullptr);
+            note(
+                worksheet_write_string(sheet_, 0, place, sheetText(column.caption).c_str(), bold_));
+        }
+        if (document_.columns.empty())
+            return;
+        worksheet_freeze_panes(sheet_, 1, 0);
+        worksheet_repeat_rows(sheet_, 0, 0);
+        worksheet_set_landscape(sheet_);
+        worksheet_autofilter(sheet_, 0, 0, static_cast<lxw_row_t>(rows),
+                             static_cast<lxw_col_t>(document_.columns.size() - 1));
+    }
+
+    void write(std::int64_t row, const Hit& hit) {
+        const auto line = static_cast<lxw_row_t>(row + 1);
+        for (std::size_t i = 0; i < document_.columns.size(); ++i) {
+            const Column& column = document_.columns[i];
+            const auto place = static_cast<lxw_col_t>(i);
+            const auto value = cellValue(column, hit);
+            const bool written =
+                value &&
+                std::visit([&](const auto& v) { return writeValue(line, place, v); }, *value);
+            if (!written)
+                writeText(line, place, cellText(column, hit));
+        }
+    }
+
+    // What could not be written so far; rows are noticed when their buffer goes to the disk.
+    bool failed() {
+        if (sheet_ == nullptr ||
+            (sheet_->optimize_tmpfile != nullptr && std::ferror(sheet_->optimize_tmpfile) != 0))
+            note(LXW_ERROR_CREATING_TMPFILE);
+        return error_ != LXW_NO_ERROR;
+    }
+
+    platform::Status finish() {
+        if (sheet_ != nullptr && sheet_->optimize_tmpfile != nullptr)
+            static_cast<void>(std::fflush(sheet_->optimize_tmpfile));
+        if (failed())
+            return status();
+        errno = 0;
+        note(workbook_close(std::exchange(book_, nullptr)));
+        return status();
+    }
+
+    platform::Status status() const {
+        if (error_ == LXW_NO_ERROR)
+            return {};
+        const int number = errno != 0 ? errno : EIO;
+        return {number, native_ + ": " + std::generic_category().message(number)};
+    }
+
+private:
+    void addFormats() {
+        bold_ = workbook_add_format(book_);
+        format_set_bold(bold_);
+        date_ = workbook_add_format(book_);
+        format_set_num_format(date_, dateFormat().c_str());
+        dateTime_ = workbook_add_format(book_);
+        format_set_num_format(dateTime_, (dateFormat() + " hh:mm:ss").c_str());
+        length_ = workbook_add_format(book_);
+        format_set_num_format(length_, "[hh]:mm:ss");
+        text_ = workbook_add_format(book_);
+        format_set_num_format(text_, "@"); // stays text when somebody edits it
+    }
+
+    void note(lxw_error error) {
+        if (error_ == LXW_NO_ERROR)
+            error_ = error;
+    }
+
+    bool writeValue(lxw_row_t row, lxw_col_t column, const modDictation::DateSerial& date) {
+        if (date.day < firstSafeDay)
+            return false;
+        note(worksheet_write_number(sheet_, row, column, date.day + date.second / secondsPerDay,
+                                    date.hasTime ? dateTime_ : date_));
+        return true;
+    }
+    bool writeValue(lxw_row_t row, lxw_col_t column, Seconds seconds) {
+        note(worksheet_write_number(sheet_, row, column, seconds.count / secondsPerDay, length_));
+        return true;
+    }
+    bool writeValue(lxw_row_t row, lxw_col_t column, std::int64_t number) {
+        note(worksheet_write_number(sheet_, row, column, static_cast<double>(number), nullptr));
+        return true;
+    }
+    void writeText(lxw_row_t row, lxw_col_t column, const std::string& text) {
+        if (!text.empty())
+            note(worksheet_write_string(sheet_, row, column, sheetText(text).c_str(), text_));
+    }
+
+    const Document& document_;
+    std::string directory_;
+    std::string native_;
+    lxw_workbook* book_ = nullptr;
+    lxw_worksheet* sheet_ = nullptr;
+    lxw_format* bold_ = nullptr;
+    lxw_format* date_ = nullptr;
+    lxw_format* dateTime_ = nullptr;
+    lxw_format* length_ = nullptr;
+    lxw_format* text_ = nullptr;
+    lxw_error error_ = LXW_NO_ERROR;
+};
+
+} // namespace
+
+platform::Status writeWorkbook(const Document& document, const RowSource& rows,
+                               const std::string& native, const GoOn& goOn, bool& stopped) {
+    stopped = false;
+    errno = 0;
+    Workbook book(document, native);
+    if (book.failed())
+        return book.status();
+    book.writeCaptions(rows.count());
+    for (std::int64_t row = 0; row < rows.count() && !book.failed(); ++row) {
+        book.write(row, rows.hit(row));
+        if (!goOn(row + 1)) {
+            stopped = true;
+            return {};
+        }
+    }
+    return book.finish();
+}
+
+} // namespace ov::exporting

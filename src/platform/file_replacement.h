@@ -1,0 +1,44 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/status.h"
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace ov::platform {
+
+// New content for a file, written piece by piece. It is written beside the file, which keeps its
+// old content until commit() renames the new one into its place: a reader or a crash sees the one
+// or the other. Keeps the permissions of the file and, when the path is a link, the link. Without
+// commit() the file stays untouched and nothing is left beside it.
+class FileReplacement {
+public:
+    FileReplacement();
+    ~FileReplacement();
+    FileReplacement(const FileReplacement&) = delete;
+    FileReplacement& operator=(const FileReplacement&) = delete;
+
+    // Once. Refused for a file that the user may not write and for what is no file.
+    Status open(std::string_view path);
+
+    // Appends. Every piece is a system call.
+    Status write(std::string_view content);
+
+    // The native name of what is being written, for a library that opens files by itself. Whoever
+    // uses it does not call write().
+    const std::string& nativeName() const;
+
+    // Syncs and renames.
+    Status commit();
+
+private:
+    class TemporaryFile;
+
+    std::string target_; // native
+    std::unique_ptr<TemporaryFile> file_;
+};
+
+} // namespace ov::platform
