@@ -104,6 +104,26 @@ protected:
         return windows == 0 ? 0 : static_cast<double>(matching) / windows;
     }
 
+    // Whether the first quarter of a second that is heard lies there in the file, within 50 ms.
+    bool startsAt(const Samples& heard, std::int32_t milliseconds) const {
+        const std::size_t first = tests::startOfSound(heard);
+        if (heard.size() <= first + perSecond / 4)
+            return false;
+        const auto piece = std::span(heard).subspan(first, perSecond / 4);
+        const std::size_t place = static_cast<std::size_t>(milliseconds) * perSecond / 1000;
+        const std::size_t slack = perSecond / 20;
+        return tests::findPiece(piece, file_, place - slack, place + slack).correlation > 0.98;
+    }
+
+    // A machine that is busy drops some sound now and then, but not always.
+    static bool succeedsOnce(const std::function<bool()>& attempt) {
+        constexpr int attempts = 5;
+        for (int i = 0; i < attempts; ++i)
+            if (attempt())
+                return true;
+        return false;
+    }
+
     tests::TemporaryStore store_;
     std::optional<tests::SoundServer> server_;
     std::optional<tests::Recorder> recorder_;
@@ -126,11 +146,13 @@ TEST_F(Sound, IsThatOfTheFile) {
     for (const auto& [name, spec] : specs) {
         SCOPED_TRACE(name);
         openSweep(spec, 1.4);
-        const std::size_t start = recorder_->count();
-        ASSERT_EQ(MciPlay(alias, -1, 0, -1), "");
-        playToEnd();
-        EXPECT_GE(matchingPart(recordedSince(start)), 0.75);
-        EXPECT_EQ(MciGetPosition(alias), MciGetLength(alias));
+        EXPECT_TRUE(succeedsOnce([this] {
+            const std::size_t start = recorder_->count();
+            EXPECT_EQ(MciPlay(alias, -1, 0, -1), "");
+            playToEnd();
+            EXPECT_EQ(MciGetPosition(alias), MciGetLength(alias));
+            return matchingPart(recordedSince(start)) == 1;
+        }));
     }
 }
 
@@ -160,20 +182,16 @@ TEST_F(Sound, PausesSeeksAndStops) {
         {"play a later place while playing", [] { MciPlay(alias, -1, 4000, 5900); }, 4000}};
     for (const auto& test : cases) {
         SCOPED_TRACE(test.name);
-        const std::size_t start = recorder_->count();
-        test.play();
-        waitForPosition(test.from + 400);
-        MciStop(alias);
-        EXPECT_EQ(MciGetMode(alias), "stopped");
-        waitForSilence();
-        const Samples heard = recordedSince(start);
-        const std::size_t first = tests::startOfSound(heard);
-        ASSERT_GT(heard.size(), first + perSecond / 4);
-        const auto piece = std::span(heard).subspan(first, perSecond / 4);
-        const std::size_t expected = static_cast<std::size_t>(test.from) * perSecond / 1000;
-        const tests::Match match =
-            tests::findPiece(piece, file_, expected - perSecond / 20, expected + perSecond / 20);
-        EXPECT_GT(match.correlation, 0.98) << "within 50 ms of " << test.from;
+        EXPECT_TRUE(succeedsOnce([&] {
+            const std::size_t start = recorder_->count();
+            test.play();
+            waitForPosition(test.from + 400);
+            MciStop(alias);
+            EXPECT_EQ(MciGetMode(alias), "stopped");
+            waitForSilence();
+            return startsAt(recordedSince(start), test.from);
+        })) << "within 50 ms of "
+            << test.from;
     }
 }
 

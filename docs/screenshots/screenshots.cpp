@@ -39,6 +39,7 @@ public:
         picture("empty");
         editors();
         search();
+        sortAndSelect();
         picture("few");
         nothingFound();
         while (criteria().topLevelItemCount() > 0)
@@ -47,7 +48,7 @@ public:
                    [](QDialog& box) {
                        dynamic_cast<QMessageBox&>(box).button(QMessageBox::Yes)->click();
                    });
-        showMany();
+        sortAndSelect();
         picture("many");
         withDialog([this] { press("cmdSearchOptions(3)"); },
                    [this](QDialog& dialog) {
@@ -137,12 +138,14 @@ private:
         withDialog([this] { search(); }, [this](QDialog& box) { save(box, "message"); });
     }
 
-    void showMany() {
+    void sortAndSelect() {
         auto& list = child<QTableView>(window_, "lvSearchResult");
         const auto* model = list.model();
         for (int column = 0; column < model->columnCount(); ++column)
             if (model->headerData(column, Qt::Horizontal, ResultModel::fieldRole).toInt() == 9)
-                Q_EMIT list.horizontalHeader()->sectionClicked(column);
+                while (list.horizontalHeader()->sortIndicatorSection() != column ||
+                       list.horizontalHeader()->sortIndicatorOrder() != Qt::DescendingOrder)
+                    Q_EMIT list.horizontalHeader()->sectionClicked(column); // the newest first
         list.selectRow(3);
     }
 

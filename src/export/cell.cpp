@@ -58,6 +58,10 @@ std::string cellText(const Column& column, const Hit& hit) {
     return platform::isValidUtf8(text) ? text : platform::textFromBytes(text);
 }
 
+std::string HitRows::text(const Column& column, std::int64_t row) const {
+    return cellText(column, hit(row));
+}
+
 std::optional<RealValue> cellValue(const Column& column, const Hit& hit) {
     if (column.field == pathColumn)
         return std::nullopt;

@@ -4,10 +4,12 @@
 #pragma once
 
 #include "dictation/dictation_list.h"
+#include "export/document.h"
 
 #include <cstdint>
 #include <functional>
 #include <span>
+#include <string>
 #include <string_view>
 #include <utility>
 
@@ -28,6 +30,9 @@ public:
     virtual ~RowSource() = default;
     virtual std::int64_t count() const = 0;
     virtual Hit hit(std::int64_t row) const = 0;
+    // The cell as the result list shows it. Virtual, since codes read in the language of whoever
+    // made the source; a module with pages knows none.
+    virtual std::string text(const Column& column, std::int64_t row) const = 0;
 };
 
 // The hits of a search. Both are borrowed.
@@ -47,6 +52,7 @@ public:
             all_ ? static_cast<std::int32_t>(row + 1) : indexes_[static_cast<std::size_t>(row)];
         return {hits_.directory(index), hits_.fileName(index)};
     }
+    std::string text(const Column& column, std::int64_t row) const override;
 
 private:
     const modDictation::DictationList& hits_;

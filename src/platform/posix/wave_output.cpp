@@ -4,7 +4,6 @@
 
 #include <SDL.h>
 #include <atomic>
-#include <bit>
 #include <chrono>
 #include <mutex>
 #include <thread>
@@ -15,7 +14,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr int chunksPerSecond = 45;
+constexpr int chunksPerSecond = 50;
 constexpr auto longestWait = 800ms;
 constexpr auto retryInterval = 5ms;
 
@@ -114,7 +113,7 @@ private:
 } // namespace
 
 std::size_t WaveOutput::chunkFrames(int rate) noexcept {
-    return std::bit_floor(static_cast<std::size_t>(rate) / chunksPerSecond);
+    return static_cast<std::size_t>(rate / chunksPerSecond);
 }
 
 std::int64_t WaveOutput::latency(int rate) noexcept {

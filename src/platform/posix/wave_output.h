@@ -22,7 +22,8 @@ public:
 
 class WaveOutput {
 public:
-    // Frames that fill() is asked for at a time: about 20 ms, a power of two.
+    // Frames that fill() is asked for at a time: 20 ms. The output holds about as much again; less
+    // would drop out on a busy machine, more would be heard after a pause.
     static std::size_t chunkFrames(int rate) noexcept;
 
     // From asking for a chunk until it is heard, as good as one can know, in nanoseconds.

@@ -168,7 +168,7 @@ void WavePlayer::work() {
         lock.unlock();
         if (request)
             begin(*request);
-        decode(WaveRing::size());
+        decode(WaveRing::size(), firstBlocks);
         lookAfterOutput();
         lock.lock();
         changed_.wait_for(lock, hasBegun_ ? watchInterval : startInterval,
@@ -187,13 +187,14 @@ void WavePlayer::begin(const Request& request) {
     // Without an output nobody else takes what is left of the play before.
     if (!output_)
         static_cast<void>(nextBlock(request.run));
-    decode(firstBlocks);
+    // There is room, also while the ring is full of the play before.
+    decode(firstBlocks, 0);
     openOutput(request);
 }
 
-void WavePlayer::decode(std::size_t blocks) {
+void WavePlayer::decode(std::size_t blocks, std::size_t reserve) {
     while (decoding_ != 0 && blocks-- > 0 && !interrupt_) {
-        WaveBlock* block = ring_.writable();
+        WaveBlock* block = ring_.writable(hasBegun_ ? reserve : 0);
         if (block == nullptr)
             return;
         block->run = decoding_;

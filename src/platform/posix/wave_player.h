@@ -77,7 +77,7 @@ private:
     // On the player's own thread.
     void work();
     void begin(const Request& request);
-    void decode(std::size_t blocks);
+    void decode(std::size_t blocks, std::size_t reserve);
     void openOutput(const Request& request);
     void lookAfterOutput();
 

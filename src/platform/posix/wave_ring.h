@@ -29,11 +29,11 @@ public:
 
     static constexpr std::size_t size() noexcept { return count; }
 
-    // The block to write next, nullptr while all are full; commit() hands it over.
-    WaveBlock* writable() noexcept {
+    // The block to write next, nullptr unless more than `reserve` are free; commit() hands it over.
+    WaveBlock* writable(std::size_t reserve = 0) noexcept {
         const std::size_t end = end_.load(std::memory_order_relaxed);
-        const bool full = end - begin_.load(std::memory_order_acquire) == blocks_.size();
-        return full ? nullptr : &blocks_[end % blocks_.size()];
+        const std::size_t used = end - begin_.load(std::memory_order_acquire);
+        return used + reserve >= count ? nullptr : &blocks_[end % count];
     }
     void commit() noexcept { end_.fetch_add(1, std::memory_order_release); }
 

@@ -54,7 +54,9 @@ PlayerPanel::PlayerPanel(QWidget* parent)
       prgSearchPlayerStatus_(new QProgressBar(this)),
       lblSeachPlayerStatus_(new QLabel(QStringLiteral("00:00:00"), this)),
       lblSearchPlayerLength_(new QLabel(QStringLiteral("00:00:00"), this)),
-      cmdSearchPlayerOptions_(new QToolButton(this)) {
+      cmdSearchPlayerOptions_(new QToolButton(this)),
+      timerSearchPlayerStatus_(this),
+      timerSearchPlayerVU_(this) {
     setObjectName(QStringLiteral("picPlayer"));
     setFrameShape(QFrame::StyledPanel);
     widgets::setSpokenName(*this, text_id::playerPanel);

@@ -1,0 +1,97 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#include "export/print/page_columns.h"
+
+#include <algorithm>
+#include <numeric>
+
+namespace ov::exporting::print {
+
+namespace {
+
+double sumOf(const std::vector<double>& widths) {
+    return std::accumulate(widths.begin(), widths.end(), 0.0);
+}
+
+double gapsOf(std::size_t columns, double gap) {
+    return columns == 0 ? 0 : static_cast<double>(columns - 1) * gap;
+}
+
+std::vector<double> cappedAt(double cap, const std::vector<ColumnNeed>& needs) {
+    std::vector<double> widths;
+    widths.reserve(needs.size());
+    for (const ColumnNeed& need : needs)
+        widths.push_back(std::clamp(cap, need.least, need.natural));
+    return widths;
+}
+
+// The highest cap on the widths with which they fit; they do with none.
+std::vector<double> sharedOut(const std::vector<ColumnNeed>& needs, double room) {
+    double low = 0;
+    double high = room;
+    constexpr int steps = 30; // halves a metre down to less than a unit
+    for (int i = 0; i < steps; ++i) {
+        const double cap = (low + high) / 2;
+        (sumOf(cappedAt(cap, needs)) <= room ? low : high) = cap;
+    }
+    return cappedAt(low, needs);
+}
+
+} // namespace
+
+QString pageText(const std::string& utf8) {
+    QString text = QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
+    for (QChar& c : text)
+        if (c.category() == QChar::Other_Control || c.unicode() == 0x2028 || c.unicode() == 0x2029)
+            c = QLatin1Char(' ');
+    return text;
+}
+
+std::vector<ColumnNeed> columnNeeds(const std::vector<Column>& columns, const RowSource& rows,
+                                    const PageFont& font, const PageFont& captionFont) {
+    constexpr double widest = 70 * unitsPerMillimetre; // what is longer is broken
+    constexpr double widestWord = 17 * unitsPerMillimetre;
+    constexpr std::int64_t sampleSize = 400;
+    std::vector<ColumnNeed> needs;
+    for (const Column& column : columns)
+        needs.push_back({captionFont.width(pageText(column.caption)),
+                         captionFont.width(pageText(column.shortCaption))});
+    const std::int64_t step = std::max<std::int64_t>(rows.count() / sampleSize, 1);
+    for (std::int64_t row = 0; row < rows.count(); row += step)
+        for (std::size_t i = 0; i < columns.size(); ++i) {
+            const QString text = pageText(rows.text(columns[i], row));
+            const double whole = font.width(text);
+            needs[i].natural = std::max(needs[i].natural, std::min(whole, widest));
+            needs[i].least = std::max(needs[i].least, std::min(font.longestWord(text), widestWord));
+        }
+    for (ColumnNeed& need : needs)
+        need.natural = std::max(need.natural, need.least);
+    return needs;
+}
+
+bool fits(const std::vector<ColumnNeed>& needs, double width, double gap) {
+    return sumOf(cappedAt(0, needs)) + gapsOf(needs.size(), gap) <= width;
+}
+
+std::vector<double> columnWidths(const std::vector<ColumnNeed>& needs, double width, double gap) {
+    const double room = width - gapsOf(needs.size(), gap);
+    const double natural = sumOf(cappedAt(width, needs));
+    if (natural <= room) {
+        std::vector<double> widths = cappedAt(width, needs);
+        constexpr double loosest = 1.4; // wider, and rows would be hard to follow
+        const double stretch = natural > 0 ? std::min(room / natural, loosest) : 1;
+        for (double& each : widths)
+            each *= stretch;
+        return widths;
+    }
+    if (fits(needs, width, gap))
+        return sharedOut(needs, room);
+    // Dates and numbers are short; they stay whole for longest.
+    std::vector<ColumnNeed> given;
+    for (const ColumnNeed& need : needs)
+        given.push_back({need.least, 0});
+    return sharedOut(given, room);
+}
+
+} // namespace ov::exporting::print

@@ -1,0 +1,185 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#include "export/print/page_font.h"
+
+#include <QPainter>
+#include <algorithm>
+#include <cmath>
+
+namespace ov::exporting::print {
+
+namespace {
+
+constexpr std::size_t tableSize = 0x2100;
+constexpr QChar ellipsis(0x2026);
+
+// Latin letters, digits and punctuation: what stands side by side without touching its neighbour.
+bool isSimple(char16_t c) {
+    const bool latin = (c >= u' ' && c < 0x7F) || (c >= 0xA0 && c < 0x250 && c != 0xAD);
+    const bool punctuation = (c >= 0x2010 && c <= 0x2027) || (c >= 0x2030 && c <= 0x205E);
+    return latin || punctuation || c == 0x20AC;
+}
+
+bool mayBreakAfter(QChar c) {
+    return c == QLatin1Char(' ') || c == QLatin1Char('-') || c == QLatin1Char('/') ||
+           c == QLatin1Char('\\') || c == QLatin1Char(',') || c == QLatin1Char(';') ||
+           c == QLatin1Char('@');
+}
+
+QFont pageFont(QFont font, double points, bool bold) {
+    font.setPixelSize(static_cast<int>(std::lround(points * unitsPerPoint)));
+    font.setBold(bold);
+    font.setHintingPreference(QFont::PreferNoHinting);
+    font.setKerning(false); // so that both ways look the same
+    return font;
+}
+
+} // namespace
+
+PageFont::PageFont(const QFont& font, double points, bool bold)
+    : font_(pageFont(font, points, bold)),
+      metrics_(font_),
+      raw_(QRawFont::fromFont(font_)),
+      table_(tableSize) {
+    for (char16_t c = u' '; c < tableSize; ++c) {
+        if (!isSimple(c))
+            continue;
+        const QList<quint32> indexes = raw_.glyphIndexesForString(QString(QChar(c)));
+        if (indexes.size() == 1 && indexes[0] != 0)
+            table_[c] = {indexes[0],
+                         static_cast<float>(raw_.advancesForGlyphIndexes(indexes)[0].x())};
+    }
+    lineHeight_ = metrics_.ascent() + metrics_.descent();
+    ascent_ = metrics_.ascent();
+    ellipsisWidth_ = width(QStringView(&ellipsis, 1));
+}
+
+std::optional<double> PageFont::simpleWidth(QStringView text) const {
+    double sum = 0;
+    for (const QChar c : text) {
+        if (c.unicode() >= tableSize || table_[c.unicode()].index == 0)
+            return std::nullopt;
+        sum += static_cast<double>(advanceOf(c));
+    }
+    return sum;
+}
+
+double PageFont::width(QStringView text) const {
+    const auto simple = simpleWidth(text);
+    return simple ? *simple : metrics_.horizontalAdvance(text.toString());
+}
+
+double PageFont::longestWord(QStringView text) const {
+    double longest = 0;
+    qsizetype start = 0;
+    for (qsizetype i = 0; i <= text.size(); ++i) {
+        if (i < text.size() && !mayBreakAfter(text[i]))
+            continue;
+        longest = std::max(longest, width(text.sliced(start, i - start)));
+        start = i;
+    }
+    return longest;
+}
+
+// How many characters of a simple text the width holds, one at least.
+qsizetype PageFont::fitting(QStringView text, double width) const {
+    double sum = 0;
+    qsizetype count = 0;
+    while (count < text.size() && (sum += static_cast<double>(advanceOf(text[count]))) <= width)
+        ++count;
+    return std::max<qsizetype>(count, 1);
+}
+
+// Where to break a text of which `most` characters fit; blanks may hang over.
+qsizetype PageFont::breakBefore(QStringView text, qsizetype most) const {
+    if (text[most] == QLatin1Char(' '))
+        return most;
+    qsizetype place = most;
+    while (place > 0 && !mayBreakAfter(text[place - 1]))
+        --place;
+    return place > most / 3 ? place : most; // no lines with next to nothing
+}
+
+template <typename Visit>
+void PageFont::forEachLine(QStringView text, double width, int mostLines, Visit visit) const {
+    qsizetype start = 0;
+    for (int line = 1; start < text.size(); ++line) {
+        const QStringView rest = text.sliced(start);
+        const qsizetype most = fitting(rest, width);
+        if (most == rest.size()) {
+            visit(rest, false);
+            return;
+        }
+        if (line == mostLines) {
+            visit(rest.first(fitting(rest, width - ellipsisWidth_)), true);
+            return;
+        }
+        const qsizetype place = breakBefore(rest, most);
+        visit(rest.first(place), false);
+        start += place;
+        while (start < text.size() && text[start] == QLatin1Char(' '))
+            ++start;
+    }
+}
+
+std::vector<TextLine> PageFont::broken(const QString& text, double width, int mostLines) const {
+    std::vector<TextLine> lines;
+    if (text.isEmpty())
+        return lines;
+    const auto whole = simpleWidth(text);
+    if (whole && *whole <= width) {
+        lines.push_back({text, *whole});
+    } else if (!whole) {
+        QString cut = metrics_.elidedText(text, Qt::ElideRight, width);
+        const double cutWidth = metrics_.horizontalAdvance(cut);
+        lines.push_back({std::move(cut), cutWidth});
+    } else {
+        forEachLine(text, width, mostLines, [&](QStringView line, bool isCut) {
+            QString shown = line.toString();
+            if (isCut)
+                shown += ellipsis;
+            lines.push_back({shown, simpleWidth(shown).value_or(width)});
+        });
+    }
+    return lines;
+}
+
+int PageFont::lineCount(const QString& text, double width, int mostLines) const {
+    if (text.isEmpty())
+        return 0;
+    const auto whole = simpleWidth(text);
+    if (!whole || *whole <= width)
+        return 1;
+    int count = 0;
+    forEachLine(text, width, mostLines, [&count](QStringView, bool) { ++count; });
+    return count;
+}
+
+void PageFont::draw(QPainter& painter, QPointF place, const QString& text) const {
+    if (!simpleWidth(text)) {
+        painter.setFont(font_);
+        painter.drawText(place, text);
+        return;
+    }
+    for (const QChar c : text) {
+        const Glyph& glyph = table_[c.unicode()];
+        glyphs_.append(glyph.index);
+        places_.append(place);
+        place.rx() += static_cast<double>(glyph.advance);
+    }
+}
+
+void PageFont::flush(QPainter& painter) const {
+    if (glyphs_.isEmpty())
+        return;
+    QGlyphRun run;
+    run.setRawFont(raw_);
+    run.setGlyphIndexes(glyphs_);
+    run.setPositions(places_);
+    painter.drawGlyphRun({0, 0}, run);
+    glyphs_.clear();
+    places_.clear();
+}
+
+} // namespace ov::exporting::print

@@ -1,0 +1,28 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "export/file_export.h"
+
+#include <QPageSize>
+
+class QPrinter;
+
+namespace ov::exporting::print {
+
+class ListPages;
+
+// A4, or Letter where that is the paper.
+QPageSize usualPaper();
+
+// An exporting::PdfWriter. Needs a Qt application with a graphical interface. The rows done count
+// once for finding the pages and once for drawing them, each as half a row.
+bool writePdf(const Document& document, const RowSource& rows, Sink& sink, const GoOn& goOn);
+
+// Sends the pages to the printer, the range that it was set to and each as often as it does not do
+// by itself. `pages` have been laid out for its paper. False when `goOn`, which is told the rows
+// drawn, stopped it or the printer failed; nothing is printed then.
+bool printPages(const ListPages& pages, QPrinter& printer, const GoOn& goOn);
+
+} // namespace ov::exporting::print
