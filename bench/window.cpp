@@ -150,7 +150,7 @@ void measureSearch(QWidget& window, QuietHost& host, const std::string& root) {
 
 } // namespace
 
-int main(int argc, char** argv) {
+int main(int argc, char** argv) try {
     if (argc < 2) {
         std::fprintf(stderr, "usage: ovbench_window STORE [--without-sorts]\n");
         return 2;
@@ -182,4 +182,7 @@ int main(int argc, char** argv) {
     if (argc < 3)
         measureSorts(list);
     return 0;
+} catch (const std::exception& error) {
+    std::fprintf(stderr, "ovbench_window: %s\n", error.what());
+    return 1;
 }

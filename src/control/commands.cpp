@@ -82,6 +82,7 @@ void ctrlOVSearch::runSearch() {
         hitCount_ = run.hitCount();
 }
 
+// Only the walk: filling the list is quick.
 void ctrlOVSearch::stopSearch() {
     if (modDictation::isSearchRunning())
         modDictation::requestSearchAbort();
@@ -102,7 +103,7 @@ void ctrlOVSearch::chooseColumns() {
     view_.lvSearchResult->ApplyColumns();
 }
 
-void ctrlOVSearch::showLog() {
+void ctrlOVSearch::showLog() const {
     const std::string path = view_.lvSearchResult->selectedPath();
     if (path.empty() || !platform::fileExists(path))
         platform::userInterface().beep();
@@ -114,6 +115,19 @@ void ctrlOVSearch::sortResults() {
     command("lvSearchResult_ColumnClick", [this] {
         const WaitCursor waiting;
         view_.lvSearchResult->showSorted();
+    });
+}
+
+void ctrlOVSearch::copyRows(const std::function<void()>& copy) {
+    command("CopyRows", [this, &copy] {
+        if (view_.lvSearchResult->selectedRowCount() > ResultList::mostCopiedRows) {
+            modUtil::ShowMessage(modLanguage::GetText(text_id::tooManyRows,
+                                                      {std::to_string(ResultList::mostCopiedRows)}),
+                                 platform::MessageIcon::information, {}, this);
+            return;
+        }
+        const WaitCursor waiting;
+        copy();
     });
 }
 

@@ -186,7 +186,7 @@ void ControlView::setCompareAnd(bool compareAnd) {
     describeCompare();
 }
 
-void ControlView::describeCompare() {
+void ControlView::describeCompare() const {
     lblCriteriaDescription->setText(
         widgets::text(isCompareAnd() ? text_id::describeAll : text_id::describeAny));
 }
@@ -207,7 +207,7 @@ void ControlView::enableCriteriaButtons() {
     cmdSearchKriteriaOptions[deleteCriterion]->setEnabled(!busy_ && selected);
 }
 
-void ControlView::setNotice(const QString& notice) {
+void ControlView::setNotice(const QString& notice) const {
     lblSearchNotice->setText(notice);
     lblSearchNotice->setVisible(!notice.isEmpty());
     lblSearchNoticeIcon->setVisible(!notice.isEmpty());
@@ -219,7 +219,7 @@ std::int32_t ControlView::criteriaShare() const {
     return whole > 0 ? heights[0] * 1000 / whole : 0;
 }
 
-void ControlView::setCriteriaShare(std::int32_t thousandths) {
+void ControlView::setCriteriaShare(std::int32_t thousandths) const {
     const QList<int> heights = splitter->sizes();
     const int whole = heights[0] + heights[1];
     const int criteria = whole * thousandths / 1000;

@@ -34,7 +34,7 @@ public:
     void retranslate(QWidget& control);
     void setCompareAnd(bool compareAnd);
     bool isCompareAnd() const { return optCriteriaCompare[all]->isChecked(); }
-    void describeCompare();
+    void describeCompare() const;
 
     // Buttons and lists as they are while nothing runs, or while something does. `searching`
     // shows the stop button.
@@ -42,24 +42,24 @@ public:
     void enableCriteriaButtons();
 
     // Below the hits: what the last search could not do; empty hides it.
-    void setNotice(const QString& notice);
+    void setNotice(const QString& notice) const;
 
     // Share of the height that the criteria take, in thousandths.
     std::int32_t criteriaShare() const;
-    void setCriteriaShare(std::int32_t thousandths);
+    void setCriteriaShare(std::int32_t thousandths) const;
 
-    QSplitter* splitter;
-    CriteriaList* lvSearchCriteria;
-    std::array<QPushButton*, 3> cmdSearchKriteriaOptions;
-    std::array<QRadioButton*, 2> optCriteriaCompare;
-    QLabel* lblCriteriaDescription;
-    std::array<QPushButton*, 5> cmdSearchOptions;
-    QPushButton* cmdSearchStop;
-    QLabel* lblSearchResult;
-    ResultList* lvSearchResult;
-    QLabel* lblSearchNoticeIcon;
-    QLabel* lblSearchNotice;
-    PlayerPanel* picPlayer;
+    QSplitter* splitter = nullptr;
+    CriteriaList* lvSearchCriteria = nullptr;
+    std::array<QPushButton*, 3> cmdSearchKriteriaOptions{};
+    std::array<QRadioButton*, 2> optCriteriaCompare{};
+    QLabel* lblCriteriaDescription = nullptr;
+    std::array<QPushButton*, 5> cmdSearchOptions{};
+    QPushButton* cmdSearchStop = nullptr;
+    QLabel* lblSearchResult = nullptr;
+    ResultList* lvSearchResult = nullptr;
+    QLabel* lblSearchNoticeIcon = nullptr;
+    QLabel* lblSearchNotice = nullptr;
+    PlayerPanel* picPlayer = nullptr;
 
 private:
     QWidget* buildCriteriaHalf();

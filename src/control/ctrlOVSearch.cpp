@@ -106,12 +106,12 @@ ctrlOVSearch::~ctrlOVSearch() {
 void ctrlOVSearch::IFormExtension_Init(IPlugin& plugIn, IHostForm& form) {
     initialising_ = true;
     plugIn_ = &plugIn;
-    m_icExtendableForm_ = &form;
+    m_icExtendableForm = &form;
     modOVPlugIn::setCallingPlugIn(&plugIn);
     asked("IFormExtension_Init", [this] {
-        m_cEventSource_ = m_icExtendableForm_->EventSource();
-        if (m_cEventSource_)
-            m_cEventSource_->subscribe(*this);
+        m_cEventSource = m_icExtendableForm->EventSource();
+        if (m_cEventSource)
+            m_cEventSource->subscribe(*this);
         return 0;
     });
     view_.picPlayer->createMixer();
@@ -161,7 +161,7 @@ void ctrlOVSearch::buildControl(IPlugin& plugIn) {
     connectAll();
     addShortcuts();
     asked("IFormExtension_Init", [&] {
-        m_icExtendableForm_->ReportControlReady(plugIn);
+        m_icExtendableForm->ReportControlReady(plugIn);
         return 0;
     });
 }
@@ -205,10 +205,9 @@ void ctrlOVSearch::connectAll() {
             [this] { cmdSearchOptions_Click(ControlView::columns); });
     connect(results, &ResultList::sortRequested, this, &ctrlOVSearch::sortResults);
     connect(results, &ResultList::copyRequested, this,
-            [this] { command("CopyRows", [this] { view_.lvSearchResult->copySelectedRows(); }); });
-    connect(results, &ResultList::copyPathsRequested, this, [this] {
-        command("CopyPaths", [this] { view_.lvSearchResult->copySelectedPaths(); });
-    });
+            [this] { copyRows([this] { view_.lvSearchResult->copySelectedRows(); }); });
+    connect(results, &ResultList::copyPathsRequested, this,
+            [this] { copyRows([this] { view_.lvSearchResult->copySelectedPaths(); }); });
 }
 
 void ctrlOVSearch::addShortcuts() {
@@ -237,8 +236,8 @@ void ctrlOVSearch::UserControl_Terminate() {
     if (terminating_)
         return;
     terminating_ = true;
-    if (m_cEventSource_)
-        m_cEventSource_->unsubscribe(*this);
+    if (m_cEventSource)
+        m_cEventSource->unsubscribe(*this);
     if (modDictation::isSearchRunning())
         modDictation::requestSearchAbort();
     const QList<QDialog*> dialogs = findChildren<QDialog*>();

@@ -63,11 +63,12 @@ private:
     void command(const char* procedure, const std::function<void()>& run);
 
     void runSearch();
-    void stopSearch();
+    static void stopSearch();
     void exportResults();
     void chooseColumns();
-    void showLog();
+    void showLog() const;
     void sortResults();
+    void copyRows(const std::function<void()>& copy);
     void addCriterion();
     void editCriterion();
     void deleteCriterion();
@@ -78,8 +79,10 @@ private:
 
     widgets::WindowInterface windowInterface_;
     ControlView view_;
-    std::shared_ptr<EventSource> m_cEventSource_;
-    IHostForm* m_icExtendableForm_ = nullptr;
+    // NOLINTBEGIN(readability-identifier-naming): the host's documentation names these two
+    std::shared_ptr<EventSource> m_cEventSource;
+    IHostForm* m_icExtendableForm = nullptr;
+    // NOLINTEND(readability-identifier-naming)
     IPlugin* plugIn_ = nullptr;
     ControlSettings settings_;
     CriteriaFile criteriaFile_;

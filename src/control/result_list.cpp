@@ -13,6 +13,7 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QScopedValueRollback>
+#include <QScrollBar>
 #include <algorithm>
 #include <cmath>
 
@@ -208,6 +209,12 @@ void ResultList::select(const SelectedRows& rows) {
     selectionModel()->select(selection, QItemSelectionModel::Select | QItemSelectionModel::Rows);
 }
 
+int ResultList::selectedRowCount() const {
+    int count = 0;
+    forEachSelectedRow([&count](int /*row*/) { return ++count > 0; });
+    return count;
+}
+
 std::string ResultList::selectedPath() const {
     const QModelIndex current = currentIndex();
     if (current.isValid() && selectionModel()->isRowSelected(current.row()))
@@ -330,6 +337,26 @@ void ResultList::retranslate() {
     setAccessibleName(text(text_id::resultList));
     model_->retranslate();
     viewport()->update();
+}
+
+// Keys move by rows, as in a list: there is nothing to do in a single cell.
+QModelIndex ResultList::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
+    const int column = currentIndex().isValid() ? currentIndex().column() : 0;
+    switch (action) {
+    case MoveHome:
+        return model_->index(0, column);
+    case MoveEnd:
+        return model_->index(model_->rowCount() - 1, column);
+    case MoveLeft:
+    case MoveRight: {
+        QScrollBar* bar = horizontalScrollBar();
+        bar->triggerAction(action == MoveLeft ? QAbstractSlider::SliderSingleStepSub
+                                              : QAbstractSlider::SliderSingleStepAdd);
+        return currentIndex();
+    }
+    default:
+        return QTableView::moveCursor(action, modifiers);
+    }
 }
 
 void ResultList::keyPressEvent(QKeyEvent* event) {

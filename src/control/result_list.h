@@ -72,12 +72,16 @@ public:
     // While the caller works on the rows, headers cannot be clicked.
     void setBusy(bool busy);
 
+    int selectedRowCount() const;
+    // More than fits a clipboard sensibly; such a list is exported.
+    static constexpr int mostCopiedRows = 100000;
     // The selected rows as lines of text with tabs, headers first, and their paths, on the
     // clipboard. Lets window messages be handled.
     void copySelectedRows();
     void copySelectedPaths();
 
 protected:
+    QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
     void keyPressEvent(QKeyEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;

@@ -11,8 +11,13 @@
 // "play PBWave from 0 to 2000". On Linux they drive a device of our own, see
 // posix/wave_devices.h.
 //
-// Everything is called from one thread and answers at once; sound is made behind it. Devices
-// belong to the process: "close all" closes those of every thread.
+// Ours also plays slower or faster at the same pitch: "set PBWave tempo 150" (50 to 200 percent,
+// at once), "status PBWave tempo". Lengths and positions stay those of the file. Other devices
+// refuse it (261).
+//
+// Sound is made behind the calls: they answer at once, from any thread. Only a play may take a
+// moment, a second at most, when the sound service of the desktop does not answer. Devices belong
+// to the process: "close all" closes those of every thread.
 
 namespace ov::platform {
 

@@ -21,10 +21,12 @@ bool isSimple(char16_t c) {
     return latin || punctuation || c == 0x20AC;
 }
 
-bool mayBreakAfter(QChar c) {
-    return c == QLatin1Char(' ') || c == QLatin1Char('-') || c == QLatin1Char('/') ||
-           c == QLatin1Char('\\') || c == QLatin1Char(',') || c == QLatin1Char(';') ||
-           c == QLatin1Char('@');
+// Not within a date or a number.
+bool mayBreakAfter(QStringView text, qsizetype i) {
+    constexpr QStringView always = u" \\;@";
+    constexpr QStringView betweenWords = u"-/,";
+    return always.contains(text[i]) ||
+           (betweenWords.contains(text[i]) && i + 1 < text.size() && !text[i + 1].isDigit());
 }
 
 QFont pageFont(QFont font, double points, bool bold) {
@@ -74,7 +76,7 @@ double PageFont::longestWord(QStringView text) const {
     double longest = 0;
     qsizetype start = 0;
     for (qsizetype i = 0; i <= text.size(); ++i) {
-        if (i < text.size() && !mayBreakAfter(text[i]))
+        if (i < text.size() && !mayBreakAfter(text, i))
             continue;
         longest = std::max(longest, width(text.sliced(start, i - start)));
         start = i;
@@ -91,14 +93,19 @@ qsizetype PageFont::fitting(QStringView text, double width) const {
     return std::max<qsizetype>(count, 1);
 }
 
-// Where to break a text of which `most` characters fit; blanks may hang over.
-qsizetype PageFont::breakBefore(QStringView text, qsizetype most) const {
+// Where to break a text of which `most` characters fit; blanks may hang over. A word is broken only
+// when it has no room on a line of its own.
+qsizetype PageFont::breakBefore(QStringView text, qsizetype most, double width) const {
     if (text[most] == QLatin1Char(' '))
         return most;
-    qsizetype place = most;
-    while (place > 0 && !mayBreakAfter(text[place - 1]))
-        --place;
-    return place > most / 3 ? place : most; // no lines with next to nothing
+    qsizetype start = most;
+    while (start > 0 && !mayBreakAfter(text, start - 1))
+        --start;
+    qsizetype end = most;
+    while (end < text.size() && text[end] != QLatin1Char(' ') && !mayBreakAfter(text, end))
+        ++end;
+    const bool hasRoom = simpleWidth(text.sliced(start, end - start)).value_or(width) <= width;
+    return start > 0 && (hasRoom || start > most / 2) ? start : most;
 }
 
 template <typename Visit>
@@ -115,7 +122,7 @@ void PageFont::forEachLine(QStringView text, double width, int mostLines, Visit 
             visit(rest.first(fitting(rest, width - ellipsisWidth_)), true);
             return;
         }
-        const qsizetype place = breakBefore(rest, most);
+        const qsizetype place = breakBefore(rest, most, width);
         visit(rest.first(place), false);
         start += place;
         while (start < text.size() && text[start] == QLatin1Char(' '))

@@ -64,7 +64,7 @@ private:
     std::optional<double> simpleWidth(QStringView text) const;
     float advanceOf(QChar c) const { return table_[c.unicode()].advance; }
     qsizetype fitting(QStringView text, double width) const;
-    qsizetype breakBefore(QStringView text, qsizetype most) const;
+    qsizetype breakBefore(QStringView text, qsizetype most, double width) const;
     // Calls visit(start, length, isCut) for each line of a simple text.
     template <typename Visit>
     void forEachLine(QStringView text, double width, int mostLines, Visit visit) const;
