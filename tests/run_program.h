@@ -159,4 +159,11 @@ inline ProgramResult runProgram(const std::string& program, const ProgramRun& ru
     return result;
 }
 
+// What a shell's command prints.
+inline std::string shellOutput(const std::string& command) {
+    ProgramRun run;
+    run.arguments = {"-c", command};
+    return runProgram("/bin/sh", run).output;
+}
+
 } // namespace ov::tests

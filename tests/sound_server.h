@@ -12,10 +12,12 @@
 #include <csignal>
 #include <cstdint>
 #include <fcntl.h>
-#include <filesystem>
 #include <memory>
 #include <mutex>
+#include <stdexcept>
 #include <string>
+#include <sys/socket.h>
+#include <sys/un.h>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
@@ -75,13 +77,14 @@ public:
     static constexpr int rate = 48000;
 
     SoundServer()
+        // The sink first: once the socket is there, everything is.
         : process_({"pulseaudio", "-n", "--daemonize=no", "--exit-idle-time=-1", "--disable-shm",
                     "--use-pid-file=no", "-L",
-                    "module-native-protocol-unix auth-anonymous=1 socket=" + socket(), "-L",
                     "module-null-sink sink_name=nowhere format=float32le channels=2 rate=" +
-                        std::to_string(rate)},
+                        std::to_string(rate),
+                    "-L", "module-native-protocol-unix auth-anonymous=1 socket=" + socket()},
                    home()) {
-        while (process_.isRunning() && !std::filesystem::exists(socket()))
+        while (process_.isRunning() && !answers())
             std::this_thread::sleep_for(std::chrono::milliseconds(2));
     }
 
@@ -92,6 +95,16 @@ public:
 
 private:
     std::string socket() const { return folder_.native("native"); }
+    bool answers() const {
+        sockaddr_un address{};
+        address.sun_family = AF_UNIX;
+        socket().copy(address.sun_path, sizeof address.sun_path - 1);
+        const int connection = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+        const bool connected =
+            connect(connection, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
+        close(connection);
+        return connected;
+    }
 
     TemporaryStore folder_;
     Process process_;
@@ -115,6 +128,10 @@ public:
         thread_ = std::thread([this, from = ends[0]] { read(from); });
         // Runs already, so that the sink works in small pieces.
         waitForMore(SoundServer::rate / 50);
+        if (ended_) {
+            thread_.join();
+            throw std::runtime_error("nothing can be recorded");
+        }
     }
     ~Recorder() {
         process_->end(SIGKILL);

@@ -70,11 +70,14 @@ protected:
     static void waitForPosition(std::int32_t milliseconds) {
         waitUntil([=] { return MciGetPosition(alias) >= milliseconds; });
     }
-    // A fifth of a second of silence was recorded.
+    // A fifth of a second of silence was recorded from now on.
     void waitForSilence() {
-        waitUntil([this] {
+        const std::size_t start = recorder_->count();
+        waitUntil([this, start] {
             const std::size_t end = recorder_->count();
-            const Samples recent = recorder_->samples(end - std::min(end, perSecond / 5), end);
+            if (end < start + perSecond / 5)
+                return false;
+            const Samples recent = recorder_->samples(end - perSecond / 5, end);
             return tests::startOfSound(recent) == recent.size();
         });
     }

@@ -17,6 +17,7 @@
 #include "widgets/text.h"
 
 #include <QGuiApplication>
+#include <QMenu>
 #include <QPointer>
 
 namespace ov {
@@ -76,22 +77,59 @@ void ctrlOVSearch::cmdSearchKriteriaOptions_Click(int index) {
 }
 
 void ctrlOVSearch::runSearch() {
+    exporting::Searched searched{view_.lvSearchCriteria->criteria(), view_.isCompareAnd(),
+                                 dictationTree_};
+    hitCount_.reset();
     SearchRun run(
         view_, *this, [this] { view_.picPlayer->PlayerStop(); }, [this] { return terminating_; });
-    if (run.run(dictationTree_) && !terminating_)
-        hitCount_ = run.hitCount();
+    if (!run.run(dictationTree_) || terminating_)
+        return;
+    hitCount_ = run.hitCount();
+    searched_ = std::move(searched);
 }
 
-// Only the walk: filling the list is quick.
 void ctrlOVSearch::stopSearch() {
+    stopRequested_ = true;
     if (modDictation::isSearchRunning())
         modDictation::requestSearchAbort();
 }
 
+// The menu of the button.
 void ctrlOVSearch::exportResults() {
-    if (view_.lvSearchResult->isEmpty())
+    if (view_.lvSearchResult->isEmpty()) {
         modUtil::ShowMessage(modLanguage::GetText(text_id::nothingToPrint),
                              platform::MessageIcon::information, {}, this);
+        return;
+    }
+    auto* menu = new QMenu(this);
+    menu->setObjectName(QStringLiteral("ExportMenu"));
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    exporting::print::addCommands(*menu, !view_.lvSearchResult->selectedHits().empty(),
+                                  [this](exporting::print::Command what, bool selectedOnly) {
+                                      command("ExportRows",
+                                              [=, this] { exportRows(what, selectedOnly); });
+                                  });
+    const QPushButton* button = view_.cmdSearchOptions[ControlView::print];
+    menu->popup(button->mapToGlobal(button->rect().bottomLeft()));
+}
+
+void ctrlOVSearch::exportRows(exporting::print::Command what, bool selectedOnly) {
+    const ResultList& list = *view_.lvSearchResult;
+    if (list.isEmpty()) {
+        modUtil::ShowMessage(modLanguage::GetText(text_id::nothingToPrint),
+                             platform::MessageIcon::information, {}, this);
+        return;
+    }
+    exporting::Document document = exporting::describe(searched_);
+    for (const std::int32_t field : list.shownFields())
+        document.columns.push_back(exporting::columnOf(field));
+    const std::vector<std::int32_t> all = list.shownHits();
+    const std::vector<std::int32_t> selected = list.selectedHits();
+    const exporting::HitRows allRows(list.results().hits(), all);
+    const exporting::HitRows selectedRows(list.results().hits(), selected);
+    exporting::print::ListExport({std::move(document), allRows, selectedRows, settings_.file(),
+                                  this, [this] { return terminating_; }})
+        .run(what, selectedOnly);
 }
 
 void ctrlOVSearch::chooseColumns() {
@@ -111,14 +149,14 @@ void ctrlOVSearch::showLog() const {
         modOVPlugIn::LogView(path);
 }
 
-void ctrlOVSearch::sortResults() {
-    command("lvSearchResult_ColumnClick", [this] {
+void ctrlOVSearch::sortResults(int column) {
+    command("lvSearchResult_ColumnClick", [this, column] {
         const WaitCursor waiting;
-        view_.lvSearchResult->showSorted();
+        view_.lvSearchResult->sortByColumn(column);
     });
 }
 
-void ctrlOVSearch::copyRows(const std::function<void()>& copy) {
+void ctrlOVSearch::copyRows(const std::function<void(const std::function<bool()>&)>& copy) {
     command("CopyRows", [this, &copy] {
         if (view_.lvSearchResult->selectedRowCount() > ResultList::mostCopiedRows) {
             modUtil::ShowMessage(modLanguage::GetText(text_id::tooManyRows,
@@ -127,7 +165,7 @@ void ctrlOVSearch::copyRows(const std::function<void()>& copy) {
             return;
         }
         const WaitCursor waiting;
-        copy();
+        copy([this] { return !terminating_ && !stopRequested_; });
     });
 }
 

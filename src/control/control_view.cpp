@@ -216,7 +216,7 @@ void ControlView::setNotice(const QString& notice) const {
 std::int32_t ControlView::criteriaShare() const {
     const QList<int> heights = splitter->sizes();
     const int whole = heights[0] + heights[1];
-    return whole > 0 ? heights[0] * 1000 / whole : 0;
+    return whole > 0 ? (heights[0] * 1000 + whole / 2) / whole : 0;
 }
 
 void ControlView::setCriteriaShare(std::int32_t thousandths) const {

@@ -45,15 +45,28 @@ void CriteriaFile::keepUnreadable(const std::string& content) const {
         WriteErrorLog(written, "LoadCriteria");
 }
 
-void CriteriaFile::save(std::span<const std::string> criteria) const {
-    if (directory_.empty())
+// A file that could not be read may hold criteria that nobody has seen: only when it can be read
+// by now, and was kept, it gives way.
+bool CriteriaFile::mayReplace() {
+    std::string content;
+    if (unreadable_ && platform::fileExists(path(fileName))) {
+        if (!platform::readFile(path(fileName), content).ok())
+            return false;
+        keepUnreadable(content);
+    }
+    unreadable_ = false;
+    return true;
+}
+
+void CriteriaFile::save(std::span<const std::string> criteria) {
+    if (directory_.empty() || !mayReplace())
         return;
     std::string content;
     for (const std::string& line : criteria)
         content.append(line).append("\r\n");
     if (!content.empty())
         static_cast<void>(platform::replaceFile(path(fileName), content));
-    else if (!unreadable_ && platform::fileExists(path(fileName)))
+    else if (platform::fileExists(path(fileName)))
         static_cast<void>(platform::removeFile(path(fileName)));
 }
 

@@ -25,11 +25,12 @@ public:
 
     // Replaces the file, or removes it when there are no criteria. A failure leaves what was
     // there and is not reported: the control is going away. A file that load() could not read is
-    // not removed.
-    void save(std::span<const std::string> criteria) const;
+    // kept in the backup first, and left alone while it cannot be read.
+    void save(std::span<const std::string> criteria);
 
 private:
     std::string path(const char* name) const { return directory_ + name; }
+    bool mayReplace();
     void keepUnreadable(const std::string& content) const;
 
     std::string directory_;

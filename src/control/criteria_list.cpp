@@ -31,7 +31,7 @@ void setCriterion(QTreeWidgetItem& entry, const std::string& criteriaString) {
     entry.setData(0, Qt::UserRole, QByteArray::fromStdString(criteriaString));
     const QString shown = toQt(modDictation::GetCriterionText(criteriaString));
     entry.setText(0, shown);
-    entry.setToolTip(0, shown.toHtmlEscaped());
+    entry.setToolTip(0, widgets::toolTipText(shown));
 }
 
 } // namespace
@@ -148,7 +148,7 @@ void CriteriaList::keyPressEvent(QKeyEvent* event) {
 void CriteriaList::contextMenuEvent(QContextMenuEvent* event) {
     auto* menu = new QMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
-    const auto addAction = [&](const char* iconName, std::int32_t textId, QKeySequence key,
+    const auto addAction = [&](const char* iconName, std::int32_t textId, const QKeySequence& key,
                                void (CriteriaList::*request)(), bool enabled) {
         QAction* action = menu->addAction(widgets::icon(iconName), text(textId));
         action->setShortcut(key);

@@ -14,7 +14,7 @@
 #include "support/text_ids.h"
 #include "widgets/text.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QDialog>
 #include <QEvent>
 #include <QLayout>
@@ -33,8 +33,10 @@ auto asked(const char* procedure, Call call) -> decltype(call()) {
         return call();
     } catch (const HostError& error) {
         WriteErrorLog(Error(error.number(), error.description()), procedure);
-        return {};
+    } catch (...) {
+        WriteErrorLog(Error(0, "the host threw what it may not throw"), procedure);
     }
+    return {};
 }
 
 // Every action that the host announces by name; letter case does not matter.
@@ -72,9 +74,12 @@ std::shared_ptr<IFormExtension> makeControl(WindowHandle parent) {
 
 class ctrlOVSearch::Operation {
 public:
-    explicit Operation(ctrlOVSearch& control) : control_(control) {
-        if (control_.operations_++ == 0)
-            control_.view_.setBusy(true, control_.searching_);
+    explicit Operation(ctrlOVSearch& control)
+        : control_(control), focused_(QApplication::focusWidget()) {
+        if (control_.operations_++ > 0)
+            return;
+        control_.stopRequested_ = false;
+        control_.view_.setBusy(true, control_.searching_);
     }
     ~Operation() {
         if (--control_.operations_ > 0)
@@ -83,13 +88,25 @@ public:
         if (control_.terminating_)
             control_.deleteLater();
         else
-            control_.view_.setBusy(false, false);
+            giveBack();
     }
     Operation(const Operation&) = delete;
     Operation& operator=(const Operation&) = delete;
 
 private:
+    // A button that is disabled meanwhile loses the focus; a key must not land on another one.
+    void giveBack() {
+        control_.view_.setBusy(false, false);
+        if (!focused_ || !control_.isAncestorOf(focused_) || focused_->hasFocus())
+            return;
+        if (focused_->isEnabled())
+            focused_->setFocus();
+        else
+            control_.view_.lvSearchCriteria->setFocus();
+    }
+
     ctrlOVSearch& control_;
+    QPointer<QWidget> focused_;
 };
 
 ctrlOVSearch::ctrlOVSearch(QWidget* parent) : QWidget(parent), view_(*this) {
@@ -177,6 +194,8 @@ void ctrlOVSearch::connectAll() {
     for (QRadioButton* option : view_.optCriteriaCompare)
         connect(option, &QRadioButton::clicked, this, &ctrlOVSearch::compareChanged);
 
+    connect(view_.splitter, &QSplitter::splitterMoved, this, [this] { shareMoved_ = true; });
+
     const CriteriaList* criteria = view_.lvSearchCriteria;
     const auto criteriaOption = [this](int index) {
         return [this, index] { cmdSearchKriteriaOptions_Click(index); };
@@ -204,14 +223,16 @@ void ctrlOVSearch::connectAll() {
     connect(results, &ResultList::columnsRequested, this,
             [this] { cmdSearchOptions_Click(ControlView::columns); });
     connect(results, &ResultList::sortRequested, this, &ctrlOVSearch::sortResults);
-    connect(results, &ResultList::copyRequested, this,
-            [this] { copyRows([this] { view_.lvSearchResult->copySelectedRows(); }); });
-    connect(results, &ResultList::copyPathsRequested, this,
-            [this] { copyRows([this] { view_.lvSearchResult->copySelectedPaths(); }); });
+    connect(results, &ResultList::copyRequested, this, [this] {
+        copyRows([this](const auto& goOn) { view_.lvSearchResult->copySelectedRows(goOn); });
+    });
+    connect(results, &ResultList::copyPathsRequested, this, [this] {
+        copyRows([this](const auto& goOn) { view_.lvSearchResult->copySelectedPaths(goOn); });
+    });
 }
 
 void ctrlOVSearch::addShortcuts() {
-    const auto add = [this](QKeySequence key, auto slot) {
+    const auto add = [this](const QKeySequence& key, auto slot) {
         auto* shortcut = new QShortcut(key, this);
         shortcut->setContext(Qt::WidgetWithChildrenShortcut);
         connect(shortcut, &QShortcut::activated, this, slot);
@@ -220,6 +241,16 @@ void ctrlOVSearch::addShortcuts() {
     add(Qt::Key_F5, search);
     add(QKeySequence::Find, search);
     add(Qt::Key_Escape, &ctrlOVSearch::stopSearch);
+    const auto addExport = [&](QKeySequence key, exporting::print::Command what) {
+        add(key, [this, what] {
+            command("ExportRows", [this, what] {
+                if (checkDictationTree(dictationTree_, *this))
+                    exportRows(what, false);
+            });
+        });
+    };
+    addExport(QKeySequence::Print, exporting::print::Command::print);
+    addExport(QKeySequence::Save, exporting::print::Command::saveAs);
 }
 
 // ---- End
@@ -243,20 +274,20 @@ void ctrlOVSearch::UserControl_Terminate() {
     const QList<QDialog*> dialogs = findChildren<QDialog*>();
     for (QDialog* dialog : dialogs)
         dialog->reject();
+    windowInterface_->closeBoxes();
     endPlayer();
     if (built_) {
         saveCriteria();
         view_.lvSearchResult->saveSettings();
-        if (const std::int32_t share = view_.criteriaShare();
-            shown_ && share != settings_.criteriaShare())
-            settings_.setCriteriaShare(share);
+        if (shareMoved_)
+            settings_.setCriteriaShare(view_.criteriaShare());
     }
     if (modOVPlugIn::callingPlugIn() == plugIn_)
         modOVPlugIn::setCallingPlugIn(nullptr); // the host's objects may go from now on
 }
 
 // The level timer is ended twice and the status timer not at all, which ends with the control.
-void ctrlOVSearch::endPlayer() {
+void ctrlOVSearch::endPlayer() const {
     view_.picPlayer->PlayerStop();
     view_.picPlayer->stopLevelTimer();
     view_.picPlayer->stopLevelTimer();
@@ -327,10 +358,18 @@ void ctrlOVSearch::command(const char* procedure, const std::function<void()>& r
     try {
         run();
     } catch (const HostError& error) {
-        WriteErrorLog(Error(error.number(), error.description()), procedure, !terminating_);
+        report(Error(error.number(), error.description()), procedure);
     } catch (const std::exception& error) {
-        WriteErrorLog(Error(0, error.what()), procedure, !terminating_);
+        report(Error(0, error.what()), procedure);
+    } catch (...) {
+        report(Error(0, "unknown"), procedure);
     }
+}
+
+void ctrlOVSearch::report(const Error& error, const char* procedure) {
+    WriteErrorLog(error, procedure);
+    if (!terminating_)
+        modUtil::ShowMessage(error.description, platform::MessageIcon::exclamation, {}, this);
 }
 
 } // namespace ov

@@ -6,7 +6,9 @@
 #include "control/control_settings.h"
 #include "control/control_view.h"
 #include "control/criteria_file.h"
+#include "export/print/list_export.h"
 #include "plugin/host_interfaces.h"
+#include "support/log.h"
 #include "widgets/window_interface.h"
 
 #include <QWidget>
@@ -58,26 +60,28 @@ private:
     void retranslate();
     void refresh() {} // hook of the host's "UPDATE": nothing to refresh
 
-    // Runs a user's command; what it throws is logged and shown. A command inside another is
-    // not run, except where `nested` says so.
+    // Runs a user's command; what it throws is logged and shown. A command inside another is not
+    // run.
     void command(const char* procedure, const std::function<void()>& run);
+    void report(const Error& error, const char* procedure);
 
     void runSearch();
-    static void stopSearch();
+    void stopSearch();
     void exportResults();
+    void exportRows(exporting::print::Command what, bool selectedOnly);
     void chooseColumns();
     void showLog() const;
-    void sortResults();
-    void copyRows(const std::function<void()>& copy);
+    void sortResults(int column);
+    void copyRows(const std::function<void(const std::function<bool()>&)>& copy);
     void addCriterion();
     void editCriterion();
     void deleteCriterion();
     std::optional<std::string> openEditor(const std::string& criteriaString);
     void saveCriteria();
     void compareChanged();
-    void endPlayer();
+    void endPlayer() const;
 
-    widgets::WindowInterface windowInterface_;
+    std::shared_ptr<widgets::WindowInterface> windowInterface_ = widgets::WindowInterface::shared();
     ControlView view_;
     // NOLINTBEGIN(readability-identifier-naming): the host's documentation names these two
     std::shared_ptr<EventSource> m_cEventSource;
@@ -91,9 +95,12 @@ private:
     bool terminating_ = false;
     bool built_ = false;
     bool shown_ = false;
+    bool shareMoved_ = false; // the user moved the line between the halves
     bool searching_ = false;
+    bool stopRequested_ = false; // by Esc or the stop button
     int operations_ = 0;
     std::optional<std::int32_t> hitCount_; // of the last search
+    exporting::Searched searched_;         // what it looked for
 };
 
 // The control as the host holds it: letting go of it ends the control, wherever it is.

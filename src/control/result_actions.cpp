@@ -15,7 +15,6 @@
 #include <QClipboard>
 #include <QContextMenuEvent>
 #include <QDesktopServices>
-#include <QFile>
 #include <QMenu>
 #include <QMimeData>
 #include <QUrl>
@@ -34,13 +33,14 @@ QString cellText(QString text) {
 }
 
 QUrl fileUrl(const std::string& path) {
-    return QUrl::fromLocalFile(
-        QFile::decodeName(QByteArray::fromStdString(platform::toNativePath(path))));
+    // By its bytes: a name need not be UTF-8.
+    const QByteArray native = QByteArray::fromStdString(platform::toNativePath(path));
+    return QUrl::fromEncoded("file://" + native.toPercentEncoding("/!$&'()*+,;=:@"));
 }
 
 } // namespace
 
-void ResultList::copySelectedRows() {
+void ResultList::copySelectedRows(const std::function<bool()>& goOn) {
     const std::vector<int> columns = shownColumns();
     QString rows;
     const auto addRow = [&](const auto& textOf) {
@@ -55,9 +55,9 @@ void ResultList::copySelectedRows() {
         addRow([&](int column) { return cellText(model_->text(row, column)); });
         files.append(fileUrl(model_->path(row)));
         platform::processMessagesNowAndThen();
-        return true;
+        return goOn();
     });
-    if (files.isEmpty())
+    if (files.isEmpty() || !goOn())
         return;
     auto* content = new QMimeData; // the clipboard owns it
     content->setText(rows);
@@ -65,18 +65,18 @@ void ResultList::copySelectedRows() {
     QApplication::clipboard()->setMimeData(content);
 }
 
-void ResultList::copySelectedPaths() {
+void ResultList::copySelectedPaths(const std::function<bool()>& goOn) {
     QString paths;
     forEachSelectedRow([&](int row) {
         paths += widgets::nativePathText(model_->path(row)) + QLatin1Char('\n');
         platform::processMessagesNowAndThen();
-        return true;
+        return goOn();
     });
-    if (!paths.isEmpty())
+    if (!paths.isEmpty() && goOn())
         QApplication::clipboard()->setText(paths.chopped(1));
 }
 
-void ResultList::openFolder() {
+void ResultList::openFolder() const {
     if (const std::string path = selectedPath(); !path.empty())
         QDesktopServices::openUrl(fileUrl(std::string(modFilePath::directoryPart(path))));
 }
@@ -85,8 +85,8 @@ QMenu* ResultList::buildMenu() {
     auto* menu = new QMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
     const bool any = selectionModel()->hasSelection();
-    const auto add = [&](const char* iconName, std::int32_t textId, QKeySequence key, bool enabled,
-                         auto action) {
+    const auto add = [&](const char* iconName, std::int32_t textId, const QKeySequence& key,
+                         bool enabled, auto action) {
         QAction* entry = menu->addAction(widgets::icon(iconName), widgets::text(textId));
         entry->setShortcut(key);
         entry->setShortcutContext(Qt::WidgetShortcut); // shown; the list handles the key

@@ -5,6 +5,7 @@
 
 #include "control/result_model.h"
 #include "widgets/icons.h"
+#include "widgets/text.h"
 
 #include <QAbstractItemView>
 #include <QApplication>
@@ -28,6 +29,15 @@ bool isMark(const QModelIndex& index) {
         index.model()->headerData(index.column(), Qt::Horizontal, ResultModel::fieldRole);
     return modDictation::fieldDefinition(field.toInt()).valueType ==
            modDictation::ValueType::marker;
+}
+
+// What a cell does not show of its text.
+QString hiddenText(const QStyleOptionViewItem& shown, const QModelIndex& index) {
+    if (isMark(index) && !index.data(ResultModel::codeIconRole).toString().isEmpty())
+        return index.model()
+            ->headerData(index.column(), Qt::Horizontal, ResultModel::captionRole)
+            .toString();
+    return shown.text.isEmpty() || fits(shown) ? QString() : shown.text;
 }
 
 } // namespace
@@ -55,8 +65,7 @@ bool ResultDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view,
         return QStyledItemDelegate::helpEvent(event, view, option, index);
     QStyleOptionViewItem shown = option;
     QStyledItemDelegate::initStyleOption(&shown, index);
-    const bool isWhole = shown.text.isEmpty() || fits(shown);
-    QToolTip::showText(event->globalPos(), isWhole ? QString() : shown.text.toHtmlEscaped(), view,
+    QToolTip::showText(event->globalPos(), widgets::toolTipText(hiddenText(shown, index)), view,
                        view->visualRect(index));
     return true;
 }

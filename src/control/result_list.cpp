@@ -16,6 +16,7 @@
 #include <QScrollBar>
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace ov {
 
@@ -66,7 +67,7 @@ ResultList::ResultList(QWidget* parent) : QTableView(parent), model_(new ResultM
     header->setSortIndicatorShown(true);
     constexpr int narrowest = 18;
     header->setMinimumSectionSize(narrowest);
-    connect(header, &QHeaderView::sectionClicked, this, &ResultList::sortByColumn);
+    connect(header, &QHeaderView::sectionClicked, this, &ResultList::sortRequested);
     connect(header, &QHeaderView::sectionResized, this, &ResultList::columnResized);
     connect(header, &QHeaderView::sectionMoved, this, &ResultList::layoutChangedByUser);
     header->setContextMenuPolicy(Qt::CustomContextMenu);
@@ -114,13 +115,20 @@ int ResultList::sortColumnOf(int column) const {
 }
 
 void ResultList::sortByColumn(int column) {
-    const std::int32_t sortKey = sortColumnOf(column);
-    if (sortKey == listSortKey_)
-        listSortOrder_ = listSortOrder_ == 0 ? 1 : 0;
-    listSortKey_ = sortKey;
+    const std::int32_t key = std::exchange(listSortKey_, sortColumnOf(column));
+    const std::int32_t order = listSortOrder_;
+    if (key == listSortKey_)
+        listSortOrder_ = order == 0 ? 1 : 0;
+    try {
+        showSorted();
+    } catch (...) {
+        listSortKey_ = key;
+        listSortOrder_ = order;
+        showSortIndicator();
+        throw;
+    }
     settings_.setListSort(listSortKey_, listSortOrder_);
     showSortIndicator();
-    Q_EMIT sortRequested();
 }
 
 // -1 for a sort key that is no column.
@@ -237,8 +245,9 @@ void ResultList::ApplyColumns() {
     const std::int32_t sortedField =
         listSortKey_ >= 0 && key < columns.size() ? columns[key].field : modDictation::noField;
     model_->setColumns();
-    // The key is an index, so it must follow its column.
-    if (const int column = model_->columnOf(sortedField); column >= 0 && column != listSortKey_) {
+    // The key is an index, so it must follow its column; -1 when that is gone.
+    if (const int column = model_->columnOf(sortedField);
+        sortedField != modDictation::noField && column != listSortKey_) {
         listSortKey_ = column;
         settings_.setListSort(listSortKey_, listSortOrder_);
     }
@@ -298,10 +307,20 @@ void ResultList::layoutChangedByUser() {
     if (applying_)
         return;
     const QHeaderView* header = horizontalHeader();
-    layout_.order.clear();
+    std::vector<std::int32_t> shown;
     for (int place = 0; place < header->count(); ++place)
-        layout_.order.push_back(
+        shown.push_back(
             model_->columns().at(static_cast<std::size_t>(header->logicalIndex(place))).field);
+    // Fields that are not shown now keep their place behind the one before them.
+    std::vector<std::int32_t>& order = layout_.order;
+    auto behind = shown.begin();
+    for (const std::int32_t field : order) {
+        auto place = std::find(shown.begin(), shown.end(), field);
+        if (place == shown.end())
+            place = shown.insert(behind, field);
+        behind = place + 1;
+    }
+    order = std::move(shown);
     saveLayout_.start();
 }
 
@@ -331,12 +350,45 @@ std::vector<int> ResultList::shownColumns() const {
     return columns;
 }
 
+std::vector<std::int32_t> ResultList::shownFields() const {
+    std::vector<std::int32_t> fields;
+    for (const int column : shownColumns())
+        fields.push_back(model_->columns().at(static_cast<std::size_t>(column)).field);
+    return fields;
+}
+
+std::vector<std::int32_t> ResultList::shownHits() const {
+    std::vector<std::int32_t> hits;
+    for (int row = 0; row < model_->rowCount(); ++row)
+        hits.push_back(model_->hitOf(row));
+    return hits;
+}
+
+std::vector<std::int32_t> ResultList::selectedHits() const {
+    std::vector<std::int32_t> hits;
+    forEachSelectedRow([&](int row) {
+        hits.push_back(model_->hitOf(row));
+        return true;
+    });
+    return hits;
+}
+
 // ---- Texts, keys and drawing
 
 void ResultList::retranslate() {
     setAccessibleName(text(text_id::resultList));
     model_->retranslate();
     viewport()->update();
+}
+
+// A key that is held down counts once.
+void ResultList::playKeyPressed(const QKeyEvent& event, bool enter) {
+    if (event.isAutoRepeat())
+        return;
+    if (!enter)
+        Q_EMIT playOrPauseRequested();
+    else if (selectionModel()->hasSelection())
+        Q_EMIT playRequested();
 }
 
 // Keys move by rows, as in a list: there is nothing to do in a single cell.
@@ -360,12 +412,12 @@ QModelIndex ResultList::moveCursor(CursorAction action, Qt::KeyboardModifiers mo
 }
 
 void ResultList::keyPressEvent(QKeyEvent* event) {
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    const bool space = event->key() == Qt::Key_Space && event->modifiers() == Qt::NoModifier;
     if (event->matches(QKeySequence::Copy))
         Q_EMIT copyRequested();
-    else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
-        Q_EMIT playRequested();
-    else if (event->key() == Qt::Key_Space && event->modifiers() == Qt::NoModifier)
-        Q_EMIT playOrPauseRequested();
+    else if (enter || space)
+        playKeyPressed(*event, enter);
     else if (event->modifiers() == Qt::ControlModifier &&
              (event->key() == Qt::Key_Left || event->key() == Qt::Key_Right))
         Q_EMIT skipRequested(event->key() == Qt::Key_Left ? -skipSeconds : skipSeconds);

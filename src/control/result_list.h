@@ -50,7 +50,14 @@ public:
 
     const ResultModel& results() const { return *model_; }
 
-    // What a click on a column's header does.
+    // The fields of the columns from left to right, without the hidden ones.
+    std::vector<std::int32_t> shownFields() const;
+    // The hits of the rows, from top to bottom.
+    std::vector<std::int32_t> shownHits() const;
+    std::vector<std::int32_t> selectedHits() const;
+
+    // Sorts by that column, or the other way round when it is the one already, and remembers it.
+    // Lets window messages be handled. When it throws, all is as it was before.
     void sortByColumn(int column);
 
 Q_SIGNALS:
@@ -63,8 +70,8 @@ Q_SIGNALS:
     void stopPlayingRequested();
     void showLogRequested();
     void columnsRequested();
-    // The rows are to be sorted as the user has just chosen.
-    void sortRequested();
+    // A click on a column's header; sortByColumn() then does what it asks for.
+    void sortRequested(int column);
     void copyRequested();
     void copyPathsRequested();
 
@@ -76,9 +83,9 @@ public:
     // More than fits a clipboard sensibly; such a list is exported.
     static constexpr int mostCopiedRows = 100000;
     // The selected rows as lines of text with tabs, headers first, and their paths, on the
-    // clipboard. Lets window messages be handled.
-    void copySelectedRows();
-    void copySelectedPaths();
+    // clipboard. Lets window messages be handled; nothing is copied when `goOn` answers no.
+    void copySelectedRows(const std::function<bool()>& goOn);
+    void copySelectedPaths(const std::function<bool()>& goOn);
 
 protected:
     QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
@@ -95,6 +102,7 @@ private:
         std::vector<std::int32_t> hits;
     };
 
+    void playKeyPressed(const QKeyEvent& event, bool enter);
     int sortColumnOf(int column) const;
     int indicatedColumn() const;
     void showSortIndicator();
@@ -114,7 +122,7 @@ private:
     std::int32_t twipsOf(int pixels) const;
 
     QMenu* buildMenu();
-    void openFolder();
+    void openFolder() const;
 
     ResultModel* model_;
     ControlSettings settings_;

@@ -139,9 +139,11 @@ QVariant ResultModel::headerData(int section, Qt::Orientation orientation, int r
     case Qt::DisplayRole:
         return column.title;
     case Qt::ToolTipRole:
-        return column.caption.toHtmlEscaped();
+        return widgets::toolTipText(column.caption);
     case Qt::TextAlignmentRole:
         return QVariant::fromValue(Qt::Alignment(Qt::AlignVCenter | Qt::AlignLeft));
+    case captionRole:
+        return column.caption;
     case fieldRole:
         return column.field;
     case keyRole:

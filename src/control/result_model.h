@@ -24,6 +24,7 @@ public:
     enum Role {
         fieldRole = Qt::UserRole, // of a header: the search field's id
         keyRole,                  // of a header: "_9"
+        captionRole,              // of a header: the long caption
         codeIconRole,             // of a cell: name of the icon that stands for its code
     };
 

@@ -45,7 +45,7 @@ private:
     void tell() const {
         try {
             modOVPlugIn::ProgressText(GetText(text_id::foundSoFar, {groupedNumber(hits_.size())}));
-        } catch (const HostError&) {
+        } catch (...) {
             modDictation::requestSearchAbort();
         }
     }
@@ -80,6 +80,7 @@ bool SearchRun::run(const std::string& root) {
     auto hits = walk(root, searched);
     if (isEnding_())
         return true;
+    view_.cmdSearchStop->setEnabled(false); // what is left is over before one could press it
     hitCount_ = hits->size();
     if (hitCount_ > 0) {
         view_.lvSearchResult->setHits(std::move(hits));
@@ -113,11 +114,17 @@ void SearchRun::fill(std::int32_t count) {
     if (count > mostHitsWithoutProgress)
         modOVPlugIn::ProgressInit(0, count, 0, GetText(text_id::fillingList));
     constexpr std::int32_t step = 4096;
-    for (std::int32_t i = 1; i <= count && !isEnding_(); ++i) {
-        if (i % step == 0 || i == count)
-            view_.lvSearchResult->showFirst(i);
-        modOVPlugIn::ProgressValue(i);
-        platform::processMessagesNowAndThen();
+    std::int32_t i = 1;
+    try {
+        for (; i <= count && !isEnding_(); ++i) {
+            if (i % step == 0 || i == count)
+                view_.lvSearchResult->showFirst(i);
+            modOVPlugIn::ProgressValue(i);
+            platform::processMessagesNowAndThen();
+        }
+    } catch (...) {
+        view_.lvSearchResult->showFirst(i); // the host was to hear of this one
+        throw;
     }
     if (isEnding_())
         return;

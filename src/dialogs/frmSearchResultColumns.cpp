@@ -24,6 +24,12 @@ std::int32_t fieldOf(const QListWidgetItem& item) {
     return item.data(Qt::UserRole).toInt();
 }
 
+// -1 without a selection: a list that merely has the focus has a current row too.
+int selectedRow(const QListWidget& list) {
+    const QList<QListWidgetItem*> selected = list.selectedItems();
+    return selected.isEmpty() ? -1 : list.row(selected.first());
+}
+
 QListWidgetItem* entryOf(const modDictation::SearchField& field) {
     auto* entry = new QListWidgetItem(toQt(field.Caption));
     entry->setData(Qt::UserRole, field.Id);
@@ -143,9 +149,9 @@ void frmSearchResultColumns::connectAll() {
     connect(lstRight_, &QListWidget::itemDoubleClicked, this, toLeft);
     connect(cmdUpDown_[0], &QPushButton::clicked, this, [this] { moveSelected(-1); });
     connect(cmdUpDown_[1], &QPushButton::clicked, this, [this] { moveSelected(1); });
-    connect(lstLeft_, &QListWidget::currentRowChanged, this,
+    connect(lstLeft_, &QListWidget::itemSelectionChanged, this,
             &frmSearchResultColumns::enableButtons);
-    connect(lstRight_, &QListWidget::currentRowChanged, this,
+    connect(lstRight_, &QListWidget::itemSelectionChanged, this,
             &frmSearchResultColumns::enableButtons);
     connect(cmdOK_, &QPushButton::clicked, this, &frmSearchResultColumns::cmdOK_Click);
     connect(cmdCancel_, &QPushButton::clicked, this, &QDialog::reject);
@@ -174,7 +180,7 @@ void frmSearchResultColumns::load() {
 }
 
 void frmSearchResultColumns::transfer(QListWidget& source, QListWidget& target) {
-    const int row = source.currentRow();
+    const int row = selectedRow(source);
     if (row < 0)
         return;
     changed_ = true;
@@ -185,7 +191,7 @@ void frmSearchResultColumns::transfer(QListWidget& source, QListWidget& target) 
 }
 
 void frmSearchResultColumns::moveSelected(int distance) {
-    const int row = lstRight_->currentRow();
+    const int row = selectedRow(*lstRight_);
     const int place = row + distance;
     if (row < 0 || place < 0 || place >= lstRight_->count())
         return;
@@ -196,8 +202,8 @@ void frmSearchResultColumns::moveSelected(int distance) {
 }
 
 void frmSearchResultColumns::enableButtons() {
-    const int row = lstRight_->currentRow();
-    cmdTransfer_[0]->setEnabled(lstLeft_->currentRow() >= 0);
+    const int row = selectedRow(*lstRight_);
+    cmdTransfer_[0]->setEnabled(selectedRow(*lstLeft_) >= 0);
     cmdTransfer_[1]->setEnabled(row >= 0);
     cmdUpDown_[0]->setEnabled(row > 0);
     cmdUpDown_[1]->setEnabled(row >= 0 && row < lstRight_->count() - 1);

@@ -29,6 +29,9 @@ namespace {
 constexpr std::array kinds{ValueKind::textBox, ValueKind::codeList, ValueKind::date,
                            ValueKind::time};
 
+constexpr std::int32_t dictatedField = 9;
+constexpr std::int32_t changedField = 11;
+
 struct TextLimit {
     std::int32_t field;
     int length;
@@ -58,23 +61,33 @@ int textLimit(std::int32_t field) {
     return noLimit;
 }
 
-// The characters that may be typed. No value may hold the separator of criteria strings.
+// The characters that may be typed.
 QString allowedText(ValueType type) {
     switch (type) {
     case ValueType::none:
-        return QString();
+        return QStringLiteral("(?!)"); // nothing at all
     case ValueType::time:
         return QStringLiteral("[0-9:]*");
     case ValueType::number:
         return QStringLiteral("[0-9]*");
     default:
-        return QStringLiteral("[^\\x01]*");
+        return QStringLiteral("(?s).*");
     }
+}
+
+// On one line and without the separator of criteria strings, also when it was pasted.
+QString storable(QString text) {
+    for (QChar& character : text)
+        if (character < QLatin1Char(' '))
+            character = QLatin1Char(' ');
+    return text.trimmed();
 }
 
 QDate readDate(const std::string& value) {
     const auto date = platform::parseDate(value);
-    return date ? QDate(date->year, date->month, date->day) : QDate();
+    if (!date)
+        return {};
+    return {date->year, date->month, date->day};
 }
 
 QTime readTime(const std::string& value) {
@@ -127,8 +140,8 @@ void ValuePlace::prepare(const modDictation::SearchField& field) {
         cboValue_->addItem(toQt(modDictation::GetStatusText(code)), code);
     txtValue_->setMaxLength(textLimit(field.Id));
     setKeyFilter(field.ValueType);
-    if (field.ValueKind == ValueKind::date)
-        dtpValue_->setDate(QDate::currentDate());
+    if (field.Id == dictatedField || field.Id == changedField)
+        dtpValue_->setDate(QDate::currentDate()); // a due date may be any day
     if (field.ValueKind == ValueKind::time)
         dtpValueTime_->setTime(QTime(0, 0));
 }
@@ -210,7 +223,7 @@ void ValuePlace::setValue(ValueKind kind, const std::string& value) {
 std::string ValuePlace::value() const {
     const QWidget* shown = shownControl();
     if (shown == txtValue_)
-        return toUtf8(txtValue_->text().trimmed());
+        return toUtf8(storable(txtValue_->text()));
     if (shown == cboValue_)
         return cboValue_->currentIndex() < 0 ? std::string()
                                              : std::to_string(cboValue_->currentData().toInt());

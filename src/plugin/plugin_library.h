@@ -23,7 +23,9 @@
 // "interfaceVersion" in its "MetaData" object with the two numbers below; it refuses the file
 // with a message that names both.
 //
-// The host lets go of every object that came from the file before it unloads it.
+// The host lets go of every object that came from the file before it unloads it, and unloads it
+// only when its event loop has ended: a control that was let go of in the middle of a search still
+// has to come back from it.
 
 // Raised with the major number in it when a change breaks hosts that are already built.
 #define OV_PLUGIN_LIBRARY_IID "OVSearch.IPlugInLibrary/1"
@@ -51,7 +53,8 @@ public:
     // The control of that ProgID ("OVSearch.ctrlOVSearch") as a child of the window `parent`;
     // nothing for any other ProgID. The host then calls its IFormExtension_Init. Letting go of
     // the control ends it, wherever it is: a search that runs is stopped, the user's criteria are
-    // saved, its windows are closed. The host does that while `parent` still lives.
+    // saved, its windows are closed. The host must do that before `parent` is destroyed, which
+    // would tear the control away from under the search that it is in.
     virtual std::shared_ptr<IFormExtension> createControl(std::string_view progId,
                                                           WindowHandle parent) = 0;
 

@@ -153,15 +153,14 @@ constexpr std::int32_t exportStopped = 4335;       // a new file
 constexpr std::int32_t replacementStopped = 4336;  // %1%: the file that is as it was
 constexpr std::int32_t printStopped = 4337;
 constexpr std::int32_t replaceFileQuestion = 4338; // %1%: the file
+constexpr std::int32_t menuSelectedOnly = 4339;
 
 // The print preview
 constexpr std::int32_t previewTitle = 4350;
 constexpr std::int32_t previewPrint = 4351;
 constexpr std::int32_t previewClose = 4352;
-constexpr std::int32_t firstPage = 4353;
 constexpr std::int32_t previousPage = 4354;
 constexpr std::int32_t nextPage = 4355;
-constexpr std::int32_t lastPage = 4356;
 constexpr std::int32_t zoomIn = 4357;
 constexpr std::int32_t zoomOut = 4358;
 constexpr std::int32_t wholePage = 4359;

@@ -39,6 +39,13 @@ QString text(std::int32_t textId, std::initializer_list<std::string_view> argume
     return withQtLineBreaks(modLanguage::GetText(textId, arguments));
 }
 
+QString toolTipText(const QString& text) {
+    if (text.isEmpty())
+        return {};
+    return QStringLiteral("<qt>%1</qt>")
+        .arg(text.toHtmlEscaped().replace(QLatin1Char('\n'), QLatin1String("<br>")));
+}
+
 QString nativePathText(std::string_view path) {
     return toQt(platform::toNativePath(path));
 }

@@ -22,6 +22,9 @@ std::string toUtf8(const QString& text);
 QString text(std::int32_t textId);
 QString text(std::int32_t textId, std::initializer_list<std::string_view> arguments);
 
+// `text` as it stands for a tooltip, whatever markup it may look like.
+QString toolTipText(const QString& text);
+
 // A path of the engine as a person reads it on this system.
 QString nativePathText(std::string_view path);
 

@@ -35,22 +35,45 @@ QPushButton* addButton(QMessageBox& window, QMessageBox::StandardButton button,
     return added;
 }
 
-platform::MessageAnswer askYesNo(QMessageBox& window, platform::MessageAnswer defaultAnswer) {
-    QPushButton* yes = addButton(window, QMessageBox::Yes, text_id::yes);
-    QPushButton* no = addButton(window, QMessageBox::No, text_id::no);
-    window.setDefaultButton(defaultAnswer == platform::MessageAnswer::yes ? yes : no);
-    window.setEscapeButton(no);
-    window.exec();
-    return window.clickedButton() == yes ? platform::MessageAnswer::yes
-                                         : platform::MessageAnswer::no;
-}
-
 } // namespace
+
+std::shared_ptr<WindowInterface> WindowInterface::shared() {
+    thread_local std::weak_ptr<WindowInterface> inUse;
+    std::shared_ptr<WindowInterface> one = inUse.lock();
+    if (!one) {
+        one.reset(new WindowInterface);
+        inUse = one;
+    }
+    return one;
+}
 
 WindowInterface::WindowInterface() : before_(platform::installUserInterface(this)) {}
 
 WindowInterface::~WindowInterface() {
     platform::installUserInterface(before_);
+}
+
+void WindowInterface::run(QMessageBox& window) {
+    open_.append(&window);
+    window.exec();
+    open_.removeOne(&window);
+}
+
+void WindowInterface::closeBoxes() {
+    const QList<QMessageBox*> boxes = open_;
+    for (QMessageBox* box : boxes)
+        box->reject();
+}
+
+platform::MessageAnswer WindowInterface::askYesNo(QMessageBox& window,
+                                                  platform::MessageAnswer defaultAnswer) {
+    QPushButton* yes = addButton(window, QMessageBox::Yes, text_id::yes);
+    QPushButton* no = addButton(window, QMessageBox::No, text_id::no);
+    window.setDefaultButton(defaultAnswer == platform::MessageAnswer::yes ? yes : no);
+    window.setEscapeButton(no);
+    run(window);
+    return window.clickedButton() == yes ? platform::MessageAnswer::yes
+                                         : platform::MessageAnswer::no;
 }
 
 platform::MessageAnswer WindowInterface::showMessage(const platform::MessageBox& box) {
@@ -65,7 +88,7 @@ platform::MessageAnswer WindowInterface::showMessage(const platform::MessageBox&
     if (box.buttons == platform::MessageButtons::yesNo)
         return askYesNo(window, box.defaultAnswer);
     addButton(window, QMessageBox::Ok, text_id::ok);
-    window.exec();
+    run(window);
     return platform::MessageAnswer::ok;
 }
 

@@ -75,6 +75,17 @@ protected:
                 results().model()->index(row, column(field)).data().toString().toStdString() + "; ";
         return all;
     }
+    // By their places in the list of the shown ones; each place counts without those before it.
+    void hideColumns(const std::vector<int>& places) {
+        withDialog([&] { press("cmdSearchOptions(3)"); },
+                   [&](QDialog& dialog) {
+                       for (const int place : places) {
+                           child<QListWidget>(dialog, "lstRight").setCurrentRow(place);
+                           child<QPushButton>(dialog, "cmdTransfer(1)").click();
+                       }
+                       child<QPushButton>(dialog, "cmdOK").click();
+                   });
+    }
     void clickHeader(int field) {
         QHeaderView* header = results().horizontalHeader();
         results().scrollTo(results().model()->index(0, column(field)));
@@ -105,9 +116,8 @@ TEST_F(Control, StartsWithDefaultsAndRemembersTheChoices) {
     EXPECT_EQ(results().horizontalHeader()->sortIndicatorSection(), column(2));
     EXPECT_TRUE(results().isColumnHidden(column(10)));
 
-    const auto before = host().calls.size();
     press("cmdSearchOptions(1)");
-    EXPECT_EQ(host().calls.size(), before) << "never had a function";
+    EXPECT_TRUE(user->boxes.empty()) << "never had a function";
 
     QTest::mouseClick(&widget<QRadioButton>("optCriteriaCompare(0)"), Qt::LeftButton);
     EXPECT_EQ(setting("SearchCompareAnd"), "0");
@@ -252,13 +262,7 @@ TEST_F(Control, RemembersHowTheColumnsWereLeft) {
                                               0);
     results().setColumnWidth(column(18), 333);
     const int sortKey = column(2);
-    withDialog([&] { press("cmdSearchOptions(3)"); },
-               [](QDialog& dialog) {
-                   auto& right = child<QListWidget>(dialog, "lstRight");
-                   right.setCurrentRow(0);
-                   child<QPushButton>(dialog, "cmdTransfer(1)").click();
-                   child<QPushButton>(dialog, "cmdOK").click();
-               });
+    hideColumns({0});
     EXPECT_EQ(column(1), -1);
     EXPECT_EQ(results().horizontalHeader()->sortIndicatorSection(), column(2));
     EXPECT_EQ(setting("ListSortKey"), std::to_string(sortKey - 1)) << "follows its column";
@@ -268,6 +272,19 @@ TEST_F(Control, RemembersHowTheColumnsWereLeft) {
     EXPECT_EQ(column(1), -1);
     EXPECT_EQ(results().horizontalHeader()->visualIndex(column(5)), 0);
     EXPECT_EQ(results().columnWidth(column(18)), 333);
+
+    // Hide the column that the list is sorted by, and the one that was moved to the front.
+    hideColumns({0, 2});
+    EXPECT_EQ(column(5), -1);
+    EXPECT_EQ(results().horizontalHeader()->sortIndicatorSection(), -1);
+    results().horizontalHeader()->moveSection(3, 5);
+    withDialog([&] { press("cmdSearchOptions(3)"); },
+               [](QDialog& dialog) {
+                   child<QListWidget>(dialog, "lstLeft").setCurrentRow(2);
+                   child<QPushButton>(dialog, "cmdTransfer(0)").click();
+                   child<QPushButton>(dialog, "cmdOK").click();
+               });
+    EXPECT_EQ(results().horizontalHeader()->visualIndex(column(5)), 0) << "back at its place";
 }
 
 TEST_F(Control, StopsASearchWithEscape) {
@@ -310,7 +327,12 @@ TEST_F(Control, SurvivesWhatTheHostDoesInTheMiddleOfASearch) {
              modLanguage::SetLanguage(7, 0);
              action("LANGUAGE");
          }},
-        {"changes the folder", [&] { action("DIR_NETDICTATIONTREE"); }},
+        {"changes the folder",
+         [&] {
+             host().answers["PI_GetDirectory(204)"] = path("gone\\");
+             action("DIR_NETDICTATIONTREE");
+             host().answers["PI_GetDirectory(204)"] = store.directory();
+         }},
         {"fails", [&] { host().refused.insert("PI_ProgressText"); }},
     };
     for (const Case& c : cases) {
@@ -363,6 +385,47 @@ TEST_F(Control, OpensWhateverTheHostCannotDo) {
     user->boxes.clear();
     press("cmdSearchOptions(4)");
     EXPECT_EQ(user->boxes.size(), 1U) << "the user hears of a command that failed";
+}
+
+TEST_F(Control, EndsItsBoxesAndMakesRoomForTheNext) {
+    openControl();
+    user = nullptr; // the real boxes
+    withDialog([&] { search(); },
+               [&](QDialog& box) {
+                   control_ = nullptr;
+                   EXPECT_FALSE(box.isVisible()) << "the question is answered with No";
+                   openControl();
+                   user = nullptr;
+               });
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    withDialog([&] { search(); },
+               [&](QDialog& box) {
+                   EXPECT_EQ(box.windowTitle(), QStringLiteral("Dictation search"));
+                   QTest::keyClick(&box, Qt::Key_Return); // No is the default
+               });
+    EXPECT_EQ(label(), "Search result");
+}
+
+TEST_F(Control, KeepsTheKeyboardWhereItWas) {
+    write("SearchCriteria.dat", criterion("5|17|Anna|\r\n5|17|Berta|\r\n"));
+    openControl();
+    criteria().topLevelItem(0)->setSelected(true);
+    button("cmdSearchKriteriaOptions(2)").setFocus();
+    press("cmdSearchKriteriaOptions(2)");
+    EXPECT_TRUE(button("cmdSearchKriteriaOptions(2)").hasFocus());
+    press("cmdSearchKriteriaOptions(2)");
+    EXPECT_TRUE(criteria().hasFocus()) << "the button has nothing to delete any more";
+}
+
+TEST_F(Control, ShowsTheRowsThatTheHostHeardOf) {
+    for (int i = 0; i < 30; ++i)
+        store.add("2$WAV@@14$" + std::to_string(i) + ".WAV");
+    openControl();
+    host().refused = {"PI_ProgressValue(&3)"};
+    searchAll();
+    EXPECT_EQ(results().model()->rowCount(), 3);
+    EXPECT_EQ(user->boxes.back().text, "refused");
+    EXPECT_EQ(label(), "Search result");
 }
 
 TEST_F(Control, SpeaksTheLanguageTheHostChangesTo) {

@@ -73,9 +73,9 @@ TEST_F(Editor, ShowsTheValuesThatFieldAndOperatorNeed) {
 
 TEST_F(Editor, GivesBackWhatWasChosen) {
     open();
-    textBox().insert(QStringLiteral("  Müller "));
+    textBox().insert(QStringLiteral("  Müller\n\x01Lüdenscheidt ")); // as pasted
     pressOK();
-    EXPECT_EQ(result(), "4|17|Müller|");
+    EXPECT_EQ(result(), "4|17|Müller  Lüdenscheidt|") << "on one line, in four parts";
 
     open();
     choose(fields(), 15);
@@ -159,6 +159,7 @@ TEST_F(Editor, ShowsTheCriterionThatIsEdited) {
             }
         EXPECT_EQ(text, c.text) << c.before;
         pressOK();
+        EXPECT_EQ(form_->isVisible(), c.before == "no criterion") << c.before;
         EXPECT_EQ(result(), "cancelled") << c.before << ": nothing was changed";
     }
     open("5|18|Weber|");
@@ -175,7 +176,6 @@ TEST_F(Editor, TakesOnlyWhatTheFieldHolds) {
     EXPECT_EQ(textBox().text().size(), 25);
     textBox().setText(QString());
     QTest::keyClick(&textBox(), Qt::Key_A, Qt::NoModifier);
-    textBox().insert(QStringLiteral("\x01")); // as pasted
     EXPECT_EQ(textBox().text(), QStringLiteral("a"));
 }
 

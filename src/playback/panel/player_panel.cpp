@@ -9,6 +9,7 @@
 #include "playback/panel/player_texts.h"
 #include "support/text_ids.h"
 #include "widgets/captions.h"
+#include "widgets/text.h"
 
 #include <QScopedValueRollback>
 #include <QToolTip>
@@ -27,6 +28,7 @@ constexpr const char* playerAlias = "PBWave";
 constexpr const char* deviceType = "waveaudio";
 constexpr const char* usualMixer = "SB16 Mixer [220]";
 constexpr std::int32_t anyDevice = -1;
+constexpr std::int32_t usualSpeed = 100;
 constexpr int seekSteps = 32767;
 constexpr int statusInterval = 200; // ms
 constexpr int levelInterval = 50;
@@ -116,7 +118,7 @@ void PlayerPanel::PlayerPlay() {
 // As the state; what the device says about it is the tooltip.
 void PlayerPanel::showProblem(const std::string& problem) {
     prgSearchPlayerStatus_->setFormat(MciModeText("error"));
-    prgSearchPlayerStatus_->setToolTip(QString::fromStdString(problem).toHtmlEscaped());
+    prgSearchPlayerStatus_->setToolTip(widgets::toolTipText(widgets::toQt(problem)));
 }
 
 void PlayerPanel::PlayerOpenFile(const std::string& path) {
@@ -126,6 +128,8 @@ void PlayerPanel::PlayerOpenFile(const std::string& path) {
     file_ = path;
     const std::string problem = MciOpen(playerAlias, path, deviceType);
     if (!problem.empty()) {
+        PlayerLoad({});
+        PlayerRefresh();
         showProblem(problem);
         return;
     }
@@ -157,7 +161,8 @@ void PlayerPanel::PlayerLoad(const std::string& alias) {
     const int maximum = static_cast<int>(std::lround(length_ / scale));
     slSearchPlayerSeek_->setRange(0, maximum);
     setSteps(*slSearchPlayerSeek_, maximum);
-    applySpeed();
+    if (speedPercent_ != usualSpeed)
+        applySpeed();
 }
 
 void PlayerPanel::PlayerPauseResume() {

@@ -81,6 +81,13 @@ void PlayerPanel::buildPanel() {
     row->addWidget(prgSearchPlayerVU_);
     row->addWidget(slSearchPlayerVolume_);
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    QWidget* before = cmdSearchPlayer_[0];
+    for (QWidget* next : std::initializer_list<QWidget*>{
+             cmdSearchPlayer_[1], cmdSearchPlayer_[2], cmdSearchPlayerOptions_, slSearchPlayerSeek_,
+             slSearchPlayerVolume_}) {
+        setTabOrder(before, next);
+        before = next;
+    }
 }
 
 QBoxLayout* PlayerPanel::buildButtons() {

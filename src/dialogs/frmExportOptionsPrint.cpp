@@ -1,0 +1,210 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#include "dialogs/frmExportOptionsPrint.h"
+
+#include "platform/text.h"
+#include "support/text_ids.h"
+#include "widgets/captions.h"
+#include "widgets/text.h"
+
+#include <QDialogButtonBox>
+#include <QEvent>
+#include <QFormLayout>
+#include <QGroupBox>
+#include <QGuiApplication>
+#include <QPrintDialog>
+#include <QPrinterInfo>
+#include <QVBoxLayout>
+#include <exception>
+
+namespace ov {
+
+namespace {
+
+constexpr int longestTitle = 64;
+
+QLabel* namedLabel(const char* name, QWidget* parent) {
+    auto* label = new QLabel(parent);
+    label->setObjectName(QLatin1String(name));
+    label->setTextFormat(Qt::PlainText); // a printer may be named like markup
+    label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    return label;
+}
+
+QPushButton* namedButton(const char* name, std::int32_t textId, QWidget* parent) {
+    auto* button = new QPushButton(parent);
+    button->setObjectName(QLatin1String(name));
+    button->setAutoDefault(false);
+    widgets::setCaption(*button, textId);
+    return button;
+}
+
+} // namespace
+
+frmExportOptionsPrint::frmExportOptionsPrint(QWidget* parent)
+    : QDialog(parent),
+      printer_(QPrinter::HighResolution),
+      lblPrinterDevice_(namedLabel("lblPrinterDevice", this)),
+      lblPrinterPort_(namedLabel("lblPrinterPort", this)),
+      lblCopies_(namedLabel("lblCopies", this)),
+      cmdChangePrinter_(namedButton("cmdChangePrinter", text_id::changePrinter, this)),
+      optBereich_{new QRadioButton(this), new QRadioButton(this)},
+      ranges_(new QButtonGroup(this)),
+      txtTitel_(new QLineEdit(this)),
+      btnChooseListItemFont_(namedButton("btnChooseListItemFont", text_id::listFont, this)),
+      btnPageSetup_(namedButton("btnPageSetup", text_id::pageSetup, this)),
+      cmdOK_(namedButton("cmdOK", text_id::ok, this)),
+      cmdCancel_(namedButton("cmdCancel", text_id::cancel, this)) {
+    setObjectName(QStringLiteral("frmExportOptionsPrint"));
+    widgets::setCaption(*this, text_id::printTitle);
+    buildWindow();
+    connectAll();
+}
+
+void frmExportOptionsPrint::buildWindow() {
+    auto* column = new QVBoxLayout(this);
+    column->addWidget(buildPrinterGroup());
+    column->addWidget(buildRangeGroup());
+    column->addLayout(buildTitleRow());
+    column->addStretch(1);
+    column->addLayout(buildButtons());
+}
+
+QWidget* frmExportOptionsPrint::buildPrinterGroup() {
+    auto* group = new QGroupBox(this);
+    widgets::setCaption(*group, text_id::printerGroup);
+    auto* rows = new QFormLayout(group);
+    const auto add = [&](std::int32_t textId, QLabel* value) {
+        auto* caption = new QLabel(group);
+        widgets::setCaption(*caption, textId);
+        caption->setBuddy(value);
+        rows->addRow(caption, value);
+    };
+    add(text_id::printerName, lblPrinterDevice_);
+    add(text_id::printerPort, lblPrinterPort_);
+    add(text_id::printerCopies, lblCopies_);
+    rows->addRow(cmdChangePrinter_);
+    return group;
+}
+
+QWidget* frmExportOptionsPrint::buildRangeGroup() {
+    auto* group = new QGroupBox(this);
+    widgets::setCaption(*group, text_id::printRangeGroup);
+    auto* rows = new QVBoxLayout(group);
+    for (int i = 0; i < static_cast<int>(optBereich_.size()); ++i) {
+        QRadioButton* option = optBereich_[static_cast<std::size_t>(i)];
+        option->setObjectName(widgets::indexedName("optBereich", i));
+        widgets::setCaption(*option, text_id::printRangeAll + i);
+        ranges_->addButton(option, i);
+        rows->addWidget(option);
+    }
+    return group;
+}
+
+QBoxLayout* frmExportOptionsPrint::buildTitleRow() {
+    auto* row = new QHBoxLayout;
+    auto* caption = new QLabel(this);
+    widgets::setCaption(*caption, text_id::printoutTitle);
+    caption->setBuddy(txtTitel_);
+    txtTitel_->setObjectName(QStringLiteral("txtTitel"));
+    row->addWidget(caption);
+    row->addWidget(txtTitel_, 1);
+    return row;
+}
+
+QBoxLayout* frmExportOptionsPrint::buildButtons() {
+    cmdOK_->setAutoDefault(true);
+    cmdOK_->setDefault(true);
+    auto* buttons = new QDialogButtonBox(this);
+    buttons->addButton(cmdOK_, QDialogButtonBox::AcceptRole);
+    buttons->addButton(cmdCancel_, QDialogButtonBox::RejectRole);
+    auto* row = new QHBoxLayout;
+    row->addWidget(btnChooseListItemFont_);
+    row->addWidget(btnPageSetup_);
+    row->addStretch(1);
+    row->addWidget(buttons);
+    return row;
+}
+
+// The buttons for font and page have never had a function.
+void frmExportOptionsPrint::connectAll() {
+    connect(cmdChangePrinter_, &QPushButton::clicked, this,
+            &frmExportOptionsPrint::cmdChangePrinter_Click);
+    connect(ranges_, &QButtonGroup::idClicked, this,
+            [this](int index) { DruckBereichIndex = static_cast<std::int16_t>(index); });
+    connect(cmdOK_, &QPushButton::clicked, this, &frmExportOptionsPrint::cmdOK_Click);
+    connect(cmdCancel_, &QPushButton::clicked, this, &QDialog::reject);
+}
+
+void frmExportOptionsPrint::setVisible(bool visible) {
+    if (visible && !loaded_)
+        load();
+    QDialog::setVisible(visible);
+}
+
+void frmExportOptionsPrint::load() {
+    loaded_ = true;
+    if (Titel.empty())
+        Titel = widgets::toUtf8(widgets::text(text_id::defaultPrintTitle));
+    retranslate();
+    showPrinter();
+    if (QAbstractButton* option = ranges_->button(DruckBereichIndex))
+        option->setChecked(true);
+    txtTitel_->setMaxLength(longestTitle);
+    txtTitel_->setText(widgets::toQt(Titel));
+    constexpr int comfortable = 440;
+    resize(std::max(comfortable, sizeHint().width()), sizeHint().height());
+    txtTitel_->setFocus();
+}
+
+void frmExportOptionsPrint::retranslate() {
+    widgets::translate(*this);
+}
+
+void frmExportOptionsPrint::showPrinter() {
+    QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+    const QString name = printer_.printerName();
+    const QPrinterInfo info = QPrinterInfo::printerInfo(name);
+    lblPrinterDevice_->setText(name);
+    lblPrinterPort_->setText(info.location().isEmpty() ? info.description() : info.location());
+    lblCopies_->setText(name.isEmpty() ? QString() : QString::number(printer_.copyCount()));
+    QGuiApplication::restoreOverrideCursor();
+}
+
+// Neither printing to a file nor a selection is offered: the one is an export, the other stands
+// here.
+void frmExportOptionsPrint::cmdChangePrinter_Click() {
+    try {
+        QPrintDialog chooser(&printer_, this);
+        chooser.setOption(QAbstractPrintDialog::PrintToFile, false);
+        chooser.setOption(QAbstractPrintDialog::PrintSelection, false);
+        chooser.exec();
+    } catch (const std::exception&) {
+        return; // the old printer stays
+    }
+    showPrinter();
+}
+
+void frmExportOptionsPrint::cmdOK_Click() {
+    if (busy_)
+        return;
+    busy_ = true;
+    const std::string typed = widgets::toUtf8(txtTitel_->text());
+    Titel = platform::trimmed(typed, ' ');
+    accept();
+    busy_ = false;
+}
+
+void frmExportOptionsPrint::done(int result) {
+    okPressed_ = result == Accepted;
+    QDialog::done(result);
+}
+
+void frmExportOptionsPrint::changeEvent(QEvent* event) {
+    QDialog::changeEvent(event);
+    if (event->type() == QEvent::LanguageChange && loaded_)
+        retranslate();
+}
+
+} // namespace ov

@@ -1,0 +1,83 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QButtonGroup>
+#include <QDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPrinter>
+#include <QPushButton>
+#include <QRadioButton>
+#include <array>
+#include <cstdint>
+#include <string>
+
+class QBoxLayout;
+
+namespace ov {
+
+// What is asked before the list is printed, made for one use: set the properties, show it modally,
+// then read OKPressed() and, when that is true, the properties. Cancel leaves the title, but not
+// the range, as it was.
+class frmExportOptionsPrint final : public QDialog {
+    Q_OBJECT
+
+public:
+    explicit frmExportOptionsPrint(QWidget* parent = nullptr);
+
+    bool OKPressed() const { return okPressed_; }
+
+    // Print ranges, in the order of optBereich.
+    enum Bereich : std::int16_t { alle = 0, markierte = 1 };
+
+    std::int16_t DruckBereichIndex = alle;
+    std::string Titel; // at most 64 characters; empty: the usual one
+    // Carried through: nothing here shows or changes them.
+    std::int32_t Orientation = 0;
+    std::string Font_Name;
+    std::int32_t Font_Size = 0;
+
+    // The printer that was chosen. Without one its name is empty.
+    QPrinter& printer() { return printer_; }
+
+    void setVisible(bool visible) override;
+    void done(int result) override;
+
+protected:
+    void changeEvent(QEvent* event) override;
+
+private:
+    void buildWindow();
+    QWidget* buildPrinterGroup();
+    QWidget* buildRangeGroup();
+    QBoxLayout* buildTitleRow();
+    QBoxLayout* buildButtons();
+    void connectAll();
+    void load();
+    void retranslate();
+    void showPrinter();
+
+    void cmdChangePrinter_Click();
+    void cmdOK_Click();
+
+    QPrinter printer_;
+    QLabel* lblPrinterDevice_;
+    QLabel* lblPrinterPort_;
+    QLabel* lblCopies_;
+    QPushButton* cmdChangePrinter_;
+    std::array<QRadioButton*, 2> optBereich_;
+    QButtonGroup* ranges_;
+    QLineEdit* txtTitel_;
+    QPushButton* btnChooseListItemFont_;
+    QPushButton* btnPageSetup_;
+    QPushButton* cmdOK_;
+    QPushButton* cmdCancel_;
+
+    bool loaded_ = false;
+    bool busy_ = false;
+    bool okPressed_ = false;
+};
+
+} // namespace ov

@@ -1,0 +1,47 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#include "export/print/export_progress.h"
+
+#include "platform/coarse_clock.h"
+#include "platform/user_interface.h"
+#include "support/text_ids.h"
+#include "widgets/text.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace ov::exporting::print {
+
+namespace {
+
+constexpr int steps = 1000;
+constexpr int patience = 400; // milliseconds before the dialog comes up
+constexpr std::int64_t lookInterval = 50;
+
+} // namespace
+
+ExportProgress::ExportProgress(std::int32_t textId, std::int64_t rows, QWidget* owner,
+                               std::function<bool()> isEnding)
+    : dialog_(widgets::text(textId), widgets::text(text_id::cancel), 0, steps, owner),
+      isEnding_(std::move(isEnding)),
+      rows_(std::max<std::int64_t>(rows, 1)) {
+    dialog_.setObjectName(QStringLiteral("ExportProgress"));
+    dialog_.setWindowTitle(widgets::text(text_id::exportTitle));
+    dialog_.setWindowModality(Qt::WindowModal);
+    dialog_.setMinimumDuration(patience);
+    dialog_.setAutoReset(false);
+    dialog_.setAutoClose(false);
+    dialog_.setValue(0);
+}
+
+bool ExportProgress::goOn(std::int64_t rowsDone) {
+    if (const std::int64_t now = platform::coarseMilliseconds(); now >= nextLook_) {
+        nextLook_ = now + lookInterval;
+        dialog_.setValue(static_cast<int>(rowsDone * steps / rows_));
+    }
+    platform::processMessagesNowAndThen();
+    return !dialog_.wasCanceled() && !isEnding_();
+}
+
+} // namespace ov::exporting::print

@@ -1,0 +1,69 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "export/export_settings.h"
+#include "export/file_export.h"
+#include "export/print/list_pages.h"
+#include "export/rows.h"
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+
+class QMenu;
+class QPrinter;
+class QWidget;
+
+// What a window offers for a list: printing, a preview, files, the clipboard.
+
+namespace ov::exporting::print {
+
+enum class Command { print, preview, saveAs, pdf, xlsx, csv, html, json, copyText };
+
+// Adds the commands, for all rows and, when some are selected, in a menu below for those alone.
+// `run(command, selectedOnly)` is called when one is chosen.
+void addCommands(QMenu& menu, bool someSelected,
+                 const std::function<void(Command command, bool selectedOnly)>& run);
+
+// What the window hands over. Everything is borrowed and stays as it is while a command runs; the
+// commands let window messages be handled, so the window keeps the user from changing the list.
+struct ListToExport {
+    Document document; // as describe() gives it, with the columns shown from left to right
+    const RowSource& all;
+    const RowSource& selected; // maybe without a row
+    std::string settingsFile;  // empty: nothing is remembered
+    QWidget* owner = nullptr;  // of dialogs and boxes
+    // True once the window goes away: the command then ends without a word. Whoever says so has
+    // rejected the dialogs below the owner.
+    std::function<bool()> isEnding;
+};
+
+// Runs one command to its end, with all questions and messages.
+class ListExport {
+public:
+    explicit ListExport(ListToExport list);
+
+    void run(Command command, bool selectedOnly);
+
+private:
+    void print(bool selectedOnly);
+    void preview(bool selectedOnly);
+    // Asks for a file of that format, or of any.
+    void save(std::optional<Format> format, bool selectedOnly);
+    void copyText(bool selectedOnly);
+
+    const RowSource& rows(bool selectedOnly) const;
+    void printOn(QPrinter& printer, const Document& document, const RowSource& rows);
+    std::optional<std::string> askForFile(std::optional<Format> format, Format& chosen);
+    bool mayReplace(const std::string& path);
+    void tell(const std::string& text);
+    void tellResult(const ExportResult& result, const std::string& path, bool existed);
+
+    ListToExport list_;
+    ExportSettings settings_;
+};
+
+} // namespace ov::exporting::print

@@ -1,0 +1,105 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#include "run_program.h"
+#include "temporary_store.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+// `ovsearch export`, run as a person or a script runs it.
+
+namespace ov::cli {
+namespace {
+
+using tests::ProgramResult;
+using tests::shellOutput;
+using Texts = std::vector<std::string>;
+
+class ExportCommand : public ::testing::Test {
+protected:
+    ProgramResult run(Texts arguments, tests::ProgramRun how = {}) const {
+        how.arguments = std::move(arguments);
+        how.arguments.insert(how.arguments.begin(), {"--settings", out_.folder().native()});
+        how.environment.insert({"LC_ALL", "C.UTF-8"});
+        return tests::runProgram(OV_SEARCH_PROGRAM, how);
+    }
+    ProgramResult exportTo(const std::string& name, Texts options = {}) const {
+        options.insert(options.begin(), {"export", out_.native(name), store_.folder().native()});
+        return run(options);
+    }
+    std::string content(const std::string& name) const {
+        std::ifstream file(out_.native(name), std::ios::binary);
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+
+    tests::TemporaryStore store_;
+    tests::TemporaryStore out_;
+};
+
+TEST_F(ExportCommand, WritesWhatFindFinds) {
+    store_.add("2$WAV@@14$Zeh@@6$00$00$20.WAV").add("a/2$ROH@@14$Müller@@5$HOCH.WAV");
+    EXPECT_EQ(exportTo("l.csv", {"--columns", "author,priority", "--sort", "author"}).exitCode, 0);
+    EXPECT_EQ(content("l.csv"), "\xEF\xBB\xBF"
+                                "Author,Priority\r\nMüller,High\r\nZeh,\r\n");
+    EXPECT_EQ(exportTo("l.json", {"--columns", "author,length"}).exitCode, 0);
+    EXPECT_EQ(content("l.json"), run({"find", store_.folder().native(), "--format", "json",
+                                      "--columns", "author,length"})
+                                     .output);
+    EXPECT_EQ(exportTo("l.txt", {"-c", "author is nobody"}).exitCode, 1);
+    EXPECT_FALSE(std::filesystem::exists(out_.native("l.txt"))) << "nothing found";
+}
+
+TEST_F(ExportCommand, RefusesWhatItShould) {
+    store_.add("2$WAV@@14$Zeh.WAV");
+    out_.add("there.csv", "old");
+    EXPECT_EQ(exportTo("list").exitCode, 2);
+    EXPECT_EQ(exportTo("list.doc").exitCode, 2);
+    const ProgramResult there = exportTo("there.csv");
+    EXPECT_EQ(there.exitCode, 3);
+    EXPECT_NE(there.errors.find("--force"), std::string::npos);
+    EXPECT_EQ(content("there.csv"), "old");
+    EXPECT_EQ(exportTo("missing/l.csv").exitCode, 3);
+    EXPECT_EQ(exportTo("there.csv", {"--force"}).exitCode, 0);
+}
+
+#ifdef OV_PDF_MODULE
+// Read back by others.
+TEST_F(ExportCommand, WritesPages) {
+    for (int i = 100; i < 300; ++i)
+        store_.add("2$WAV@@14$Author " + std::to_string(i) + "@@6$00$00$20.WAV");
+    for (const char* name : {"2$ROH@@14$=1+1.WAV", "2$ROH@@14$two\nlines.WAV",
+                             "2$ROH@@14$\xE2\x80\xAEtxet.WAV", "2$ROH@@14$\xD7\xA9\xD7\x9C.WAV"})
+        store_.add(name);
+    store_.add("2$ROH@@14$" + std::string(235, 'W') + ".WAV");
+    ASSERT_EQ(
+        exportTo("l.pdf", {"--columns", "author,length,status", "--sort", "author", "--language",
+                           "de", "--title", "Liste (Ä)", "-c", "author is-not-empty"})
+            .exitCode,
+        0);
+    const std::string file = "'" + out_.native("l.pdf") + "'";
+    EXPECT_NE(shellOutput("qpdf --check " + file).find("No syntax or stream encoding errors"),
+              std::string::npos);
+    const std::string pages = shellOutput("pdftotext -layout " + file + " -");
+    for (const char* part :
+         {"Liste (Ä)", "\"Autor\" ist nicht leer", "Author 100", "Author 299", "00:00:20", "=1+1",
+          "two lines", "Diktiert", "Seite 1 von 5", "Seite 5 von 5", "Gedruckt am"})
+        EXPECT_NE(pages.find(part), std::string::npos) << part;
+    std::size_t captions = 0;
+    for (std::size_t at = 0; (at = pages.find("Autor ", at)) != std::string::npos; ++at)
+        ++captions;
+    EXPECT_EQ(captions, 5U) << "above the rows of each page\n" << pages;
+    EXPECT_EQ(pages.find(std::string(236, 'W')), std::string::npos);
+    EXPECT_NE(pages.find("W…"), std::string::npos) << "what is too long is cut";
+    // With every column the paper lies across.
+    exportTo("wide.pdf");
+    EXPECT_NE(shellOutput("pdfinfo '" + out_.native("wide.pdf") + "'").find("842 x 595"),
+              std::string::npos);
+}
+#endif
+
+} // namespace
+} // namespace ov::cli

@@ -1,0 +1,256 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#include "child_process.h"
+#include "dictation/criterion.h"
+#include "dictation/field_table.h"
+#include "export/cell.h"
+#include "export/export_settings.h"
+#include "export/file_export.h"
+#include "platform/locale.h"
+#include "run_program.h"
+#include "settings_fixture.h"
+#include "support/modLanguage.h"
+#include "temporary_store.h"
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <filesystem>
+#include <map>
+
+namespace ov::exporting {
+namespace {
+
+using namespace std::string_literals;
+namespace fs = std::filesystem;
+using tests::shellOutput;
+using Cells = std::vector<std::string>;
+
+const GoOn always = [](std::int64_t) { return true; };
+
+// Authors of dictations, as the fields of their names say. What a file name cannot hold as it is
+// stands in its escape.
+const Cells hostile = {"=HYPERLINK(1)",
+                       "+1",
+                       "-1",
+                       "@SUM(1)",
+                       "\t=1",
+                       "\r=1",
+                       "<script>alert(1)</script>&amp;",
+                       "\"quoted\", comma; semicolon",
+                       "line\nend\r\nagain",
+                       "\xE2\x80\xAEgpj.exe\xE2\x80\xAC",
+                       "\x1B[31m\x01\x7F",
+                       "_x0041_ \xEF\xBF\xBE",
+                       "\xD7\xA9\xD7\x9C\xD7\x95\xD7\x9D",
+                       std::string(200, 'x'),
+                       "  "};
+
+class Export : public tests::SettingsTest {
+protected:
+    Export() {
+        platform::setLocale(platform::Locale{platform::DateOrder::dayMonthYear, '.', true, false,
+                                             "AM", "PM", ',', 1});
+        modLanguage::SetLanguage(9, 0);
+        modLanguage::LoadLanguageFile();
+        modDictation::BuildSearchFieldTable();
+        document_ = describe({{}, true, "\\store\\"});
+        document_.columns = {columnOf(5), columnOf(8), columnOf(9), columnOf(13)};
+    }
+    ~Export() override {
+        modDictation::resetSearchFieldTable();
+        modLanguage::reset();
+        platform::setLocale(std::nullopt);
+    }
+    Export(const Export&) = delete;
+    Export& operator=(const Export&) = delete;
+
+    void add(const std::string& author, const std::string& more = {}) {
+        hits_.add("\\store\\", "2$WAV@@14$" + escaped(author) + more + ".WAV");
+    }
+    void addHostile() {
+        for (const std::string& author : hostile)
+            add(author);
+        hits_.add("\\store\\", "2$WAV@@14$M\xFCller.WAV");
+    }
+    static std::string escaped(const std::string& text) {
+        static const std::map<char, std::string> escapes = {{'"', "'"}, {'<', "³³"}, {'>', "%%"},
+                                                            {'/', "_"}, {':', "$#"}, {'.', "!!"}};
+        std::string out;
+        for (const char c : text)
+            out += escapes.contains(c) ? escapes.at(c) : std::string(1, c);
+        return out;
+    }
+    // What is shown of the author of each hit.
+    Cells authors() const {
+        Cells all;
+        for (std::int64_t row = 0; row < rows_.count(); ++row)
+            all.push_back(rows_.text(document_.columns[0], row));
+        return all;
+    }
+    std::string text(Format format) const { return *exportText(document_, rows_, format, always); }
+    ExportResult toFile(const std::string& name, Format format, const GoOn& goOn = always) const {
+        return exportFile(document_, rows_, format, path(name), goOn, nullptr);
+    }
+
+    modDictation::DictationList hits_;
+    HitRows rows_{hits_};
+    Document document_;
+};
+
+// Reads RFC 4180 as its grammar says; nothing is forgiven.
+std::vector<Cells> parseCsv(const std::string& text) {
+    std::vector<Cells> rows(1, Cells(1));
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        std::string& cell = rows.back().back();
+        if (text[i] == '"') {
+            EXPECT_EQ(cell, "");
+            for (++i; text.at(i) != '"' || (i + 1 < text.size() && text[i + 1] == '"'); ++i)
+                cell += text[text[i] == '"' ? i++ : i];
+            EXPECT_TRUE(text.at(i + 1) == ',' || text.at(i + 1) == '\r');
+        } else if (text[i] == ',') {
+            rows.back().emplace_back();
+        } else if (text.compare(i, 2, "\r\n") == 0) {
+            rows.emplace_back(1);
+            ++i;
+        } else {
+            EXPECT_FALSE(text[i] == '\r' || text[i] == '\n');
+            cell += text[i];
+        }
+    }
+    EXPECT_EQ(rows.back(), Cells{""}) << "the last line has an end too";
+    rows.pop_back();
+    return rows;
+}
+
+TEST_F(Export, CsvHoldsEveryNameAndNoFormula) {
+    addHostile();
+    const std::string csv = text(Format::csv);
+    ASSERT_TRUE(csv.starts_with("\xEF\xBB\xBF"));
+    const auto rows = parseCsv(csv.substr(3));
+    EXPECT_EQ(rows[0], (Cells{"Author", "Number", "Dictated", "Length"}));
+    const Cells shown = authors();
+    ASSERT_EQ(rows.size(), shown.size() + 1);
+    for (std::size_t i = 0; i < shown.size(); ++i) {
+        EXPECT_EQ(rows[i + 1].size(), 4U);
+        EXPECT_EQ(rows[i + 1][0], (i < 6 ? "'" : "") + shown[i]);
+    }
+}
+
+TEST_F(Export, JsonHoldsEveryNameAndWhatItIs) {
+    addHostile();
+    add("a", "@@7$20.11.2026 17$05$00@@6$00$02$15@@12$42");
+    add("b", "@@7$20.11.2026@@6$later@@12$007");
+    const auto json = nlohmann::json::parse(text(Format::json));
+    const Cells shown = authors();
+    ASSERT_EQ(json.size(), shown.size());
+    for (std::size_t i = 0; i < shown.size(); ++i)
+        EXPECT_EQ(json[i]["author"], shown[i]);
+    EXPECT_EQ(json[shown.size() - 3]["author"], "Müller");
+    EXPECT_EQ(json[shown.size() - 2]["dictated"], "20.11.2026 17:05:00");
+    EXPECT_EQ(json[shown.size() - 2]["values"].dump(),
+              R"({"dictated":"2026-11-20T17:05:00","length":135,"number":42})");
+    EXPECT_EQ(json[shown.size() - 1]["values"].dump(), R"({"dictated":"2026-11-20"})");
+    EXPECT_EQ(json[shown.size() - 1]["number"], "007");
+}
+
+TEST_F(Export, HtmlHasNoMarkupOfOthers) {
+    addHostile();
+    document_.title = "<b>&\"";
+    document_.criteria = {"\"Author\" contains <i>"};
+    const std::string html = text(Format::html);
+    for (const char* never : {"<script", "<b>", "<i>", "\x1B", "\x01", "\r", "\xEF\xBF\xBE"})
+        EXPECT_EQ(html.find(never), std::string::npos) << never;
+    for (const char* part :
+         {"&lt;script&gt;alert(1)&lt;/script&gt;&amp;amp;", "<title>&lt;b&gt;&amp;&quot;</title>",
+          "<th scope=\"col\" dir=\"auto\">Author</th>", "<caption>", "<html lang=\"en\">", "Müller",
+          "\xE2\x90\x9B[31m", "\\store\\"})
+        EXPECT_NE(html.find(std::string(part) == "\\store\\" ? "/store/" : part), std::string::npos)
+            << part;
+    std::size_t cells = 0;
+    for (std::size_t at = 0; (at = html.find("<td ", at)) != std::string::npos; ++at)
+        ++cells;
+    EXPECT_EQ(cells, 4 * authors().size());
+}
+
+TEST_F(Export, TextHasALineForEveryRow) {
+    addHostile();
+    const std::string lines = text(Format::text);
+    EXPECT_EQ(std::count(lines.begin(), lines.end(), '\n'), rows_.count() + 1);
+    EXPECT_EQ(std::count(lines.begin(), lines.end(), '\t'), 3 * (rows_.count() + 1));
+}
+
+// The sheet's own XML, as any spreadsheet reads it.
+TEST_F(Export, SheetHasTextDatesLengthsAndNumbers) {
+    addHostile();
+    add("dated", "@@7$20.11.2026 17$05$00@@6$00$02$15@@12$42");
+    add("early", "@@7$01.01.1900@@12$007");
+    ASSERT_TRUE(toFile("out.xlsx", Format::xlsx).ok());
+    const std::string file = (folder() / "out.xlsx").native();
+    const std::string sheet = shellOutput("unzip -p '" + file + "' xl/worksheets/sheet1.xml");
+    EXPECT_EQ(sheet.find("<f>"), std::string::npos) << "a formula";
+    for (const char* part :
+         {"=HYPERLINK(1)", "&lt;script&gt;", "line\nend_x000D_\nagain", "_x001B_[31m",
+          "_x005F_x0041_ \xEF\xBF\xBD", "<v>46346.711805555555</v>", "<v>0.0015625</v>",
+          "<v>42</v>", ">007<", ">01.01.1900<", "Müller", "<autoFilter "})
+        EXPECT_NE(sheet.find(part), std::string::npos) << part;
+    EXPECT_NE(shellOutput("unzip -p '" + file + "' xl/styles.xml").find(R"(dd\.mm\.yyyy hh:mm:ss)"),
+              std::string::npos);
+    EXPECT_EQ(shellOutput("unzip -tq '" + file + "' && echo whole").find("No errors"), 0U);
+    EXPECT_EQ(entryCount(), 1U) << "nothing is left beside it";
+}
+
+TEST_F(Export, FailuresLeaveTheFileAsItWas) {
+    for (int i = 0; i < 2000; ++i)
+        add("author " + std::to_string(i));
+    for (const FormatInfo& info : formats()) {
+        if (info.format == Format::pdf)
+            continue;
+        const std::string name = "out" + std::string(info.ending);
+        write(name, "old");
+        const auto stopped =
+            toFile(name, info.format, [](std::int64_t done) { return done < 1500; });
+        EXPECT_TRUE(stopped.stopped && stopped.status.ok()) << name;
+        EXPECT_TRUE(tests::isTrueWithFileLimit(8192, [&] {
+            const auto full = toFile(name, info.format);
+            return full.status.number() == EFBIG && !full.stopped &&
+                   full.status.description().find(name + ":") != std::string::npos;
+        })) << name;
+        fs::permissions(folder(), fs::perms::owner_read | fs::perms::owner_exec);
+        EXPECT_TRUE(tests::isTrueUnprivileged([&] { return !toFile(name, info.format).ok(); }));
+        fs::permissions(folder(), fs::perms::owner_all);
+        EXPECT_EQ(read(name), "old");
+        EXPECT_EQ(entryCount(), 1U) << name;
+        EXPECT_TRUE(toFile(name, info.format).ok());
+        EXPECT_GT(read(name).size(), 8192U);
+        fs::remove(folder() / name);
+    }
+}
+
+TEST_F(Export, CriteriaStandInWords) {
+    const std::string one = modDictation::BuildCriteriaString(5, 17, "M", "");
+    EXPECT_EQ(describe({{""}, true, ""}).criteria, Cells{"No search criteria: all dictations"});
+    EXPECT_EQ(describe({{one}, true, ""}).criteria, Cells{"\"Author\" contains M"});
+    EXPECT_EQ(describe({{one, one}, false, ""}).criteria[0],
+              "Finds dictations that meet at least one criterion.");
+}
+
+TEST_F(Export, RemembersFolderAndFormat) {
+    const ExportSettings settings(path("local.ini"));
+    EXPECT_EQ(settings.format(), Format::pdf);
+    EXPECT_EQ(settings.folder(), "");
+    settings.setFormat(Format::html);
+    settings.setFolder(path(""));
+    EXPECT_EQ(settings.format(), Format::html);
+    EXPECT_EQ(settings.folder(), path(""));
+    EXPECT_EQ(formatOfFile("a.b/c"), std::nullopt);
+    EXPECT_EQ(formatOfFile("a.XLSX"), Format::xlsx);
+    write("local.ini", "[OVSearch.ctrlOVSearch]\r\nPrintOrientation=7\r\nPrintFontSize=1000\r\n");
+    EXPECT_EQ(settings.pageStyle().orientation, Orientation::landscape);
+    EXPECT_EQ(settings.pageStyle().fontSize, 36);
+}
+
+} // namespace
+} // namespace ov::exporting
