@@ -257,7 +257,10 @@ void PlayerPanel::timerSearchPlayerStatus_Timer() {
 
 void PlayerPanel::timerSearchPlayerVU_Timer() {
     if (!alias_.empty()) {
-        prgSearchPlayerVU_->setValue(mixer_ ? std::abs(mixer_->GetVUMeterValue()) : 0);
+        // The lowest level is one step further from silence than the highest.
+        prgSearchPlayerVU_->setValue(
+            mixer_ ? std::min(std::abs(mixer_->GetVUMeterValue()), prgSearchPlayerVU_->maximum())
+                   : 0);
         return;
     }
     PlayerStop();
