@@ -173,7 +173,7 @@ void ControlView::setTabOrder() {
     next(lvSearchResult);
 }
 
-void ControlView::retranslate(QWidget& control) {
+void ControlView::retranslate(QWidget& control) const {
     widgets::translate(control);
     lvSearchCriteria->retranslate();
     lvSearchResult->retranslate();

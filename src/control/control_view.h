@@ -31,7 +31,7 @@ public:
     // The widgets are children of `control`.
     explicit ControlView(QWidget& control);
 
-    void retranslate(QWidget& control);
+    void retranslate(QWidget& control) const;
     void setCompareAnd(bool compareAnd);
     bool isCompareAnd() const { return optCriteriaCompare[all]->isChecked(); }
     void describeCompare() const;

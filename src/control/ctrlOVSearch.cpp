@@ -241,7 +241,7 @@ void ctrlOVSearch::addShortcuts() {
     add(Qt::Key_F5, search);
     add(QKeySequence::Find, search);
     add(Qt::Key_Escape, &ctrlOVSearch::stopSearch);
-    const auto addExport = [&](QKeySequence key, exporting::print::Command what) {
+    const auto addExport = [&](const QKeySequence& key, exporting::print::Command what) {
         add(key, [this, what] {
             command("ExportRows", [this, what] {
                 if (checkDictationTree(dictationTree_, *this))

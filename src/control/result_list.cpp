@@ -308,6 +308,7 @@ void ResultList::layoutChangedByUser() {
         return;
     const QHeaderView* header = horizontalHeader();
     std::vector<std::int32_t> shown;
+    shown.reserve(static_cast<std::size_t>(header->count()));
     for (int place = 0; place < header->count(); ++place)
         shown.push_back(
             model_->columns().at(static_cast<std::size_t>(header->logicalIndex(place))).field);

@@ -222,6 +222,8 @@ void ValuePlace::setValue(ValueKind kind, const std::string& value) {
 
 std::string ValuePlace::value() const {
     const QWidget* shown = shownControl();
+    if (shown == nullptr)
+        return {};
     if (shown == txtValue_)
         return toUtf8(storable(txtValue_->text()));
     if (shown == cboValue_)

@@ -38,7 +38,7 @@ void sortInSteps(Entry* first, Entry* last, Entry* spare, Less less) {
             }
         }
     if (from != first)
-        std::copy(from, from + count, first);
+        std::copy_n(spare, count, first);
 }
 
 } // namespace ov::modDictation

@@ -127,7 +127,7 @@ public:
 
 private:
     void sortFrom(TextEntry* first, TextEntry* last, std::size_t depth);
-    bool readChunks(TextEntry* first, TextEntry* last, std::size_t depth);
+    bool readChunks(TextEntry* first, TextEntry* last, std::size_t depth) const;
 
     std::vector<TextEntry>& entries_;
     std::vector<TextEntry> spare_;
@@ -135,7 +135,7 @@ private:
 };
 
 // False when no entry has any byte left.
-bool TextSorter::readChunks(TextEntry* first, TextEntry* last, std::size_t depth) {
+bool TextSorter::readChunks(TextEntry* first, TextEntry* last, std::size_t depth) const {
     bool any = false;
     for (TextEntry* entry = first; entry != last; ++entry) {
         const std::size_t left = entry->length > depth ? entry->length - depth : 0;

@@ -4,6 +4,7 @@
 #include "control/ctrlOVSearch.h"
 #include "dialogs/frmCriteria.h"
 #include "dictation/tree_scan.h"
+#include "tests/recording_media.h"
 #include "tests/window/window_fixture.h"
 
 #include <QClipboard>
@@ -445,6 +446,46 @@ TEST_F(Control, SpeaksTheLanguageTheHostChangesTo) {
     EXPECT_EQ(columnTexts(15), "Hoch; ");
     EXPECT_EQ(label(), "Suchergebnis (1 Diktat)");
     EXPECT_EQ(plugIn_.connector.PlugInDescription(), "Diktatsuche");
+}
+
+TEST_F(Control, PlaysByKeyAndByMouse) {
+    store.add("2$WAV.WAV");
+    tests::RecordingMedia media;
+    const std::string path = store.path("2$WAV.WAV");
+    media.shortPaths[path] = "x.WAV";
+    media.answers["status PBWave length"] = {0, "1000"};
+    openControl();
+    searchAll();
+    const QPoint row = results().visualRect(results().model()->index(0, 0)).center();
+    const auto opened = [&media] {
+        const auto count = std::count(media.sent.begin(), media.sent.end(),
+                                      "open x.WAV type waveaudio Alias PBWave");
+        media.sent.clear();
+        return count;
+    };
+    struct Case {
+        std::string what;
+        std::function<void()> act;
+        int opened;
+    };
+    const std::vector<Case> cases = {
+        {"Enter without a row", [&] { QTest::keyClick(&results(), Qt::Key_Return); }, 0},
+        {"a click", [&] { QTest::mouseClick(results().viewport(), Qt::LeftButton, {}, row); }, 0},
+        {"Enter", [&] { QTest::keyClick(&results(), Qt::Key_Return); }, 1},
+        {"Space", [&] { QTest::keyClick(&results(), Qt::Key_Space); }, 1},
+        {"a double click",
+         [&] { QTest::mouseDClick(results().viewport(), Qt::LeftButton, {}, row); }, 1},
+        {"a double click below the rows",
+         [&] { QTest::mouseDClick(results().viewport(), Qt::LeftButton, {}, row + QPoint(0, 60)); },
+         0},
+    };
+    results().clearSelection();
+    for (const Case& c : cases) {
+        media.sent.clear();
+        c.act();
+        EXPECT_EQ(opened(), c.opened) << c.what;
+        press("cmdSearchPlayer(2)");
+    }
 }
 
 TEST_F(Control, HandsOutTheSelectedRows) {
