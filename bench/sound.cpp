@@ -175,11 +175,11 @@ double processorSeconds() {
            static_cast<double>(usage.ru_utime.tv_usec + usage.ru_stime.tv_usec) / 1e6;
 }
 
-void measureFormat(const char* name, const ov::tests::WaveSpec& spec, const Samples& minute,
+void measureFormat(const char* name, const ov::tests::WaveKind& kind, const Samples& minute,
                    const ov::tests::TemporaryStore& store) {
     const std::string file = std::string(name) + ".WAV";
     {
-        SF_INFO info{0, spec.rate, 1, SF_FORMAT_WAV | spec.format, 0, 0};
+        SF_INFO info{0, kind.rate, 1, SF_FORMAT_WAV | kind.format, 0, 0};
         SNDFILE* sound = sf_open(store.native(file).c_str(), SFM_WRITE, &info);
         for (int i = 0; i < twoHours / 60; ++i)
             sf_writef_float(sound, minute.data(), static_cast<sf_count_t>(minute.size()));

@@ -21,7 +21,7 @@
 namespace ov::modMultimedia {
 namespace {
 
-using tests::WaveSpec;
+using tests::WaveKind;
 using Samples = std::vector<float>;
 
 constexpr std::size_t perSecond = tests::SoundServer::rate;
@@ -38,26 +38,26 @@ protected:
     void TearDown() override { MciCloseAll(); }
 
     // Writes and opens a file; keeps what it holds, as the server plays it.
-    void open(const WaveSpec& spec, const Samples& samples) {
+    void open(const WaveKind& kind, const Samples& samples) {
         const std::string native = store_.native("a dictation.WAV");
-        tests::writeWave(native, spec, samples);
-        file_ = tests::resampled(tests::mono(tests::readWave(native), spec.channels), spec.rate,
+        tests::writeWave(native, kind, samples);
+        file_ = tests::resampled(tests::mono(tests::readWave(native), kind.channels), kind.rate,
                                  tests::SoundServer::rate);
         MciClose(alias);
         ASSERT_EQ(MciOpen(alias, store_.path("a dictation.WAV"), "waveaudio"), "");
     }
-    void openSweep(const WaveSpec& spec, double seconds) {
-        const auto frames = static_cast<std::size_t>(seconds * spec.rate);
-        open(spec, tests::sweep(spec.rate, frames, spec.channels));
+    void openSweep(const WaveKind& kind, double seconds) {
+        const auto frames = static_cast<std::size_t>(seconds * kind.rate);
+        open(kind, tests::sweep(kind.rate, frames, kind.channels));
     }
     // A tone of that loudness.
     void openTone(double frequency, double loudness, double seconds) {
-        const WaveSpec spec{SF_FORMAT_PCM_16, 16000};
+        const WaveKind kind{SF_FORMAT_PCM_16, 16000};
         Samples samples;
-        for (int i = 0; i < static_cast<int>(seconds * spec.rate); ++i)
+        for (int i = 0; i < static_cast<int>(seconds * kind.rate); ++i)
             samples.push_back(
-                static_cast<float>(loudness * std::sin(2 * M_PI * frequency * i / spec.rate)));
-        open(spec, samples);
+                static_cast<float>(loudness * std::sin(2 * M_PI * frequency * i / kind.rate)));
+        open(kind, samples);
     }
 
     static void waitUntil(const std::function<bool()>& state) {
@@ -134,7 +134,7 @@ protected:
 };
 
 TEST_F(Sound, IsThatOfTheFile) {
-    const std::vector<std::pair<const char*, WaveSpec>> specs = {
+    const std::vector<std::pair<const char*, WaveKind>> kinds = {
         {"16 bit", {SF_FORMAT_PCM_16, 16000}},
         {"8 bit", {SF_FORMAT_PCM_U8, 11025}},
         {"24 bit stereo", {SF_FORMAT_PCM_24, 44100, 2}},
@@ -146,9 +146,9 @@ TEST_F(Sound, IsThatOfTheFile) {
         {"GSM 6.10", {SF_FORMAT_GSM610, 8000}},
         {"big-endian", {SF_FORMAT_WAV | SF_FORMAT_PCM_16 | SF_ENDIAN_BIG, 16000}},
         {"another kind of file", {SF_FORMAT_AIFF | SF_FORMAT_PCM_16, 48000}}};
-    for (const auto& [name, spec] : specs) {
+    for (const auto& [name, kind] : kinds) {
         SCOPED_TRACE(name);
-        openSweep(spec, 1.4);
+        openSweep(kind, 1.4);
         EXPECT_TRUE(succeedsOnce([this] {
             const std::size_t start = recorder_->count();
             EXPECT_EQ(MciPlay(alias, -1, 0, -1), "");

@@ -26,7 +26,7 @@ namespace {
 
 using namespace std::string_literals;
 using tests::TemporaryStore;
-using tests::WaveSpec;
+using tests::WaveKind;
 
 class WaveDevice : public ::testing::Test {
 protected:
@@ -47,8 +47,8 @@ protected:
             std::this_thread::sleep_for(std::chrono::milliseconds(2));
         }
     }
-    void write(const std::string& name, const WaveSpec& spec, std::size_t frames) {
-        tests::writeWave(store_.native(name), spec, tests::sweep(spec.rate, frames, spec.channels));
+    void write(const std::string& name, const WaveKind& kind, std::size_t frames) {
+        tests::writeWave(store_.native(name), kind, tests::sweep(kind.rate, frames, kind.channels));
     }
     std::string bytes(const std::string& name) { return tests::readBytes(store_.native(name)); }
 

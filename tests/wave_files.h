@@ -20,7 +20,7 @@
 
 namespace ov::tests {
 
-struct WaveSpec {
+struct WaveKind {
     int format = SF_FORMAT_PCM_16; // libsndfile's sub-format; a WAV file unless it names another
     int rate = 8000;
     int channels = 1;
@@ -42,16 +42,16 @@ inline std::vector<float> sweep(int rate, std::size_t frames, int channels = 1) 
 }
 
 // Writes interleaved samples as the file of that native path.
-inline void writeWave(const std::string& path, const WaveSpec& spec,
+inline void writeWave(const std::string& path, const WaveKind& kind,
                       const std::vector<float>& samples) {
     SF_INFO info{};
-    info.samplerate = spec.rate;
-    info.channels = spec.channels;
+    info.samplerate = kind.rate;
+    info.channels = kind.channels;
     info.format =
-        (spec.format & SF_FORMAT_TYPEMASK) != 0 ? spec.format : (SF_FORMAT_WAV | spec.format);
+        (kind.format & SF_FORMAT_TYPEMASK) != 0 ? kind.format : (SF_FORMAT_WAV | kind.format);
     const std::unique_ptr<SNDFILE, int (*)(SNDFILE*)> file(sf_open(path.c_str(), SFM_WRITE, &info),
                                                            sf_close);
-    const auto frames = static_cast<sf_count_t>(samples.size()) / spec.channels;
+    const auto frames = static_cast<sf_count_t>(samples.size()) / kind.channels;
     if (!file || sf_writef_float(file.get(), samples.data(), frames) != frames)
         throw std::runtime_error("cannot write " + path);
 }

@@ -3,12 +3,12 @@
 
 #include "dialogs/frmCriteria.h"
 
+#include "dialogs/dialog_buttons.h"
 #include "support/modUtil.h"
 #include "support/text_ids.h"
 #include "widgets/captions.h"
 #include "widgets/text.h"
 
-#include <QDialogButtonBox>
 #include <QEvent>
 #include <QGridLayout>
 #include <QScreen>
@@ -69,7 +69,7 @@ void frmCriteria::buildWindow() {
     grid->setColumnStretch(1, 1);
     column->addLayout(grid);
     column->addStretch(1);
-    addButtons(*column);
+    addOkAndCancel(*column, *cmdOK_, *cmdCancel_);
 }
 
 void frmCriteria::addFieldRows(QGridLayout& grid) {
@@ -105,18 +105,6 @@ void frmCriteria::addValueRow(QGridLayout& grid) {
     constexpr int lines = 2;
     grid.setRowMinimumHeight(
         2, std::max(cboField_->sizeHint().height(), lines * fontMetrics().lineSpacing()));
-}
-
-void frmCriteria::addButtons(QBoxLayout& column) {
-    cmdOK_->setObjectName(QStringLiteral("cmdOK"));
-    cmdCancel_->setObjectName(QStringLiteral("cmdCancel"));
-    widgets::setCaption(*cmdOK_, text_id::ok);
-    widgets::setCaption(*cmdCancel_, text_id::cancel);
-    cmdOK_->setDefault(true);
-    auto* buttons = new QDialogButtonBox(this);
-    buttons->addButton(cmdOK_, QDialogButtonBox::AcceptRole);
-    buttons->addButton(cmdCancel_, QDialogButtonBox::RejectRole);
-    column.addWidget(buttons);
 }
 
 void frmCriteria::connectAll() {

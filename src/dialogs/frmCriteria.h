@@ -14,7 +14,6 @@
 #include <cstdint>
 #include <string>
 
-class QBoxLayout;
 class QGridLayout;
 
 namespace ov {
@@ -44,7 +43,6 @@ private:
     void buildWindow();
     void addFieldRows(QGridLayout& grid);
     void addValueRow(QGridLayout& grid);
-    void addButtons(QBoxLayout& column);
     void connectAll();
 
     void load();

@@ -3,13 +3,13 @@
 
 #include "dialogs/frmSearchResultColumns.h"
 
+#include "dialogs/dialog_buttons.h"
 #include "dictation/field_table.h"
 #include "support/text_ids.h"
 #include "widgets/captions.h"
 #include "widgets/icons.h"
 #include "widgets/text.h"
 
-#include <QDialogButtonBox>
 #include <QEvent>
 #include <QGridLayout>
 #include <utility>
@@ -110,7 +110,7 @@ void frmSearchResultColumns::buildWindow() {
     auto* grid = new QGridLayout;
     addLists(*grid);
     column->addLayout(grid, 1);
-    addButtons(*column);
+    addOkAndCancel(*column, *cmdOK_, *cmdCancel_);
 }
 
 void frmSearchResultColumns::addLists(QGridLayout& grid) {
@@ -126,18 +126,6 @@ void frmSearchResultColumns::addLists(QGridLayout& grid) {
     constexpr int lines = 4;
     lstNonCustomizable_->setFixedHeight(lines * (fontMetrics().lineSpacing() + 3));
     lstNonCustomizable_->setSelectionMode(QAbstractItemView::NoSelection);
-}
-
-void frmSearchResultColumns::addButtons(QBoxLayout& column) {
-    cmdOK_->setObjectName(QStringLiteral("cmdOK"));
-    cmdCancel_->setObjectName(QStringLiteral("cmdCancel"));
-    widgets::setCaption(*cmdOK_, text_id::ok);
-    widgets::setCaption(*cmdCancel_, text_id::cancel);
-    cmdOK_->setDefault(true);
-    auto* buttons = new QDialogButtonBox(this);
-    buttons->addButton(cmdOK_, QDialogButtonBox::AcceptRole);
-    buttons->addButton(cmdCancel_, QDialogButtonBox::RejectRole);
-    column.addWidget(buttons);
 }
 
 void frmSearchResultColumns::connectAll() {

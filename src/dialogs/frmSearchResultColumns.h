@@ -10,7 +10,6 @@
 #include <array>
 #include <cstdint>
 
-class QBoxLayout;
 class QGridLayout;
 
 namespace ov {
@@ -35,7 +34,6 @@ protected:
 private:
     void buildWindow();
     void addLists(QGridLayout& grid);
-    void addButtons(QBoxLayout& column);
     void connectAll();
     void load();
     void retranslate();
