@@ -71,8 +71,9 @@ TEST_F(ExportCommand, RefusesWhatItShould) {
 TEST_F(ExportCommand, WritesPages) {
     for (int i = 100; i < 300; ++i)
         store_.add("2$WAV@@14$Author " + std::to_string(i) + "@@6$00$00$20.WAV");
-    for (const char* name : {"2$ROH@@14$=1+1.WAV", "2$ROH@@14$two\nlines.WAV",
-                             "2$ROH@@14$\xE2\x80\xAEtxet.WAV", "2$ROH@@14$\xD7\xA9\xD7\x9C.WAV"})
+    for (const char* name :
+         {"2$ROH@@14$=1+1.WAV", "2$ROH@@14$two\nlines.WAV",
+          "2$ROH@@14$\xE2\x80\xAEtxet\xE2\x80\xAC.WAV", "2$ROH@@14$\xD7\xA9\xD7\x9C.WAV"})
         store_.add(name);
     store_.add("2$ROH@@14$" + std::string(235, 'W') + ".WAV");
     ASSERT_EQ(
@@ -86,7 +87,7 @@ TEST_F(ExportCommand, WritesPages) {
     const std::string pages = shellOutput("pdftotext -layout " + file + " -");
     for (const char* part :
          {"Liste (Ä)", "\"Autor\" ist nicht leer", "Author 100", "Author 299", "00:00:20", "=1+1",
-          "two lines", "Diktiert", "Seite 1 von 4", "Seite 5 von 4", "Gedruckt am"})
+          "two lines", "Diktiert", "Seite 1 von 4", "Seite 4 von 4", "Gedruckt am"})
         EXPECT_NE(pages.find(part), std::string::npos) << part;
     std::size_t captions = 0;
     for (std::size_t at = 0; (at = pages.find("Autor ", at)) != std::string::npos; ++at)

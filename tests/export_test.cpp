@@ -43,13 +43,13 @@ const Cells hostile = {"=HYPERLINK(1)",
                        "line\nend\r\nagain",
                        "\xE2\x80\xAEgpj.exe\xE2\x80\xAC",
                        "\x1B[31m\x01\x7F",
-                       "_x0041_ \xEF\xBF\xBE",
+                       "mark \xEF\xBF\xBE",
                        "\xD7\xA9\xD7\x9C\xD7\x95\xD7\x9D",
                        std::string(200, 'x'),
                        "  "};
 
 class Export : public tests::SettingsTest {
-protected:
+public:
     Export() {
         platform::setLocale(platform::Locale{platform::DateOrder::dayMonthYear, '.', true, false,
                                              "AM", "PM", ',', 1});
@@ -67,6 +67,7 @@ protected:
     Export(const Export&) = delete;
     Export& operator=(const Export&) = delete;
 
+protected:
     void add(const std::string& author, const std::string& more = {}) {
         hits_.add("\\store\\", "2$WAV@@14$" + escaped(author) + more + ".WAV");
     }
@@ -187,13 +188,15 @@ TEST_F(Export, SheetHasTextDatesLengthsAndNumbers) {
     addHostile();
     add("dated", "@@7$20.11.2026 17$05$00@@6$00$02$15@@12$42");
     add("early", "@@7$01.01.1900@@12$007");
+    add("_x0041_");
+    document_.columns.push_back({"path", pathColumn, "path", "path", 0});
     ASSERT_TRUE(toFile("out.xlsx", Format::xlsx).ok());
     const std::string file = (folder() / "out.xlsx").native();
     const std::string sheet = shellOutput("unzip -p '" + file + "' xl/worksheets/sheet1.xml");
     EXPECT_EQ(sheet.find("<f>"), std::string::npos) << "a formula";
     for (const char* part :
          {"=HYPERLINK(1)", "&lt;script&gt;", "line\nend_x000D_\nagain", "_x001B_[31m",
-          "_x005F_x0041_ \xEF\xBF\xBD", "<v>46346.711805555555</v>", "<v>0.0015625</v>",
+          "mark \xEF\xBF\xBD", "_x005F_x0041_.", "<v>46346.71180555555</v>", "<v>0.0015625</v>",
           "<v>42</v>", ">007<", ">01.01.1900<", "Müller", "<autoFilter "})
         EXPECT_NE(sheet.find(part), std::string::npos) << part;
     EXPECT_NE(shellOutput("unzip -p '" + file + "' xl/styles.xml").find(R"(dd\.mm\.yyyy hh:mm:ss)"),

@@ -49,7 +49,7 @@ _ovsearch() {
     local command='' common='--help --language --settings' options='' word start
     COMPREPLY=()
     for word in "${COMP_WORDS[@]:1:COMP_CWORD-1}"; do
-        [[ $word != @(find|show|fields|play|demo) ]] || { command=$word && break; }
+        [[ $word != @(find|export|show|fields|play|demo) ]] || { command=$word && break; }
     done
     case $previous in
     -c | --criterion) _ovsearch_criterion "$current" && return ;;
@@ -64,21 +64,24 @@ _ovsearch() {
         ;;
     --settings) _ovsearch_paths -d "$current" && return ;;
     --criteria-file) _ovsearch_paths -f "$current" && return ;;
-    --max-depth | --limit | --count | --seed) return ;;
+    --max-depth | --limit | --count | --seed | --title) return ;;
     *)
         case $command in
         find)
             options="$common --criterion --any --criteria-file --max-depth --limit --columns --sort
                 --format --null" ;;
+        export)
+            options="$common --criterion --any --criteria-file --max-depth --limit --columns --sort
+                --title --force" ;;
         demo) options="$common --count --seed" ;;
-        '') options="find show fields play demo --version $common" ;;
+        '') options="find export show fields play demo --version $common" ;;
         *) options=$common ;;
         esac
         ;;
     esac
     if [[ $current == -* || ! $command || $options != "$common"* ]]; then
         mapfile -t COMPREPLY < <(compgen -W "$options" -- "$current")
-    elif [[ $command == @(show|play) ]]; then
+    elif [[ $command == @(show|play|export) ]]; then
         _ovsearch_paths -f "$current"
     elif [[ $command == find || $command == demo ]]; then
         _ovsearch_paths -d "$current"

@@ -17,7 +17,7 @@ namespace {
 std::string findModule() {
     const std::string name = platform::moduleFileName(pdfModuleName);
     std::string directory = platform::moduleDirectory();
-    const std::string beside = directory + name;
+    std::string beside = directory + name;
     if (platform::fileExists(beside))
         return beside;
     std::string installed = OV_MODULE_FOLDER "\\";

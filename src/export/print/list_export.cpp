@@ -128,7 +128,7 @@ const RowSource& ListExport::rows(bool selectedOnly) const {
     return selectedOnly ? list_.selected : list_.all;
 }
 
-void ListExport::tell(const std::string& text) {
+void ListExport::tell(const std::string& text) const {
     if (!list_.isEnding())
         modUtil::ShowMessage(text, platform::MessageIcon::information, {}, list_.owner);
 }
@@ -234,7 +234,7 @@ std::optional<std::string> ListExport::askForFile(std::optional<Format> format, 
         withEnding(nativeOf(dialog.selectedFiles().value(0)), dialog.selectedNameFilter(), chosen));
 }
 
-bool ListExport::mayReplace(const std::string& path) {
+bool ListExport::mayReplace(const std::string& path) const {
     return !platform::fileExists(path) ||
            (modUtil::AskYesNo(GetText(text_id::replaceFileQuestion, {platform::toNativePath(path)}),
                               {}, list_.owner) &&

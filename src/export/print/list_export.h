@@ -56,10 +56,10 @@ private:
     void copyText(bool selectedOnly);
 
     const RowSource& rows(bool selectedOnly) const;
-    void printOn(QPrinter& printer, const Document& document, const RowSource& rows);
+    void printOn(QPrinter& printer, const Document& document, const RowSource& chosen);
     std::optional<std::string> askForFile(std::optional<Format> format, Format& chosen);
-    bool mayReplace(const std::string& path);
-    void tell(const std::string& text);
+    bool mayReplace(const std::string& path) const;
+    void tell(const std::string& text) const;
     void tellResult(const ExportResult& result, const std::string& path, bool existed);
 
     ListToExport list_;

@@ -12,9 +12,9 @@ namespace ov::exporting::print {
 
 namespace {
 
-constexpr double margin = 12 * unitsPerMillimetre; // more than any printer keeps free
+constexpr double margin = 10 * unitsPerMillimetre; // more than any printer keeps free
 constexpr double usualPoints = 9;
-constexpr std::array<double, 5> smallerPoints = {8.5, 8, 7.5, 7, 6.5};
+constexpr std::array<double, 6> smallerPoints = {8.5, 8, 7.5, 7, 6.5, 6};
 
 QFont fontOf(const PageStyle& style) {
     QFont font;
@@ -80,7 +80,7 @@ void ListPages::makeFonts(double points) {
 }
 
 double ListPages::columnGap() const {
-    constexpr double share = 0.7; // of the height of a line
+    constexpr double share = 0.55; // of the height of a line
     return fonts_->body.lineHeight() * share;
 }
 

@@ -3,6 +3,8 @@
 
 #include "export/print/page_columns.h"
 
+#include "dictation/field_table.h"
+
 #include <algorithm>
 #include <numeric>
 
@@ -38,6 +40,16 @@ std::vector<double> sharedOut(const std::vector<ColumnNeed>& needs, double room)
     return cappedAt(low, needs);
 }
 
+// The caption of a column without values may be broken.
+void addCaption(const Column& column, const PageFont& font, double widestWord, ColumnNeed& need) {
+    const double shortest = font.width(pageText(column.shortCaption));
+    need.least =
+        std::max(need.least, std::min(shortest, need.natural > 0 ? widestWord : widestWord / 2));
+    need.natural = std::max({need.natural, need.least, font.width(pageText(column.caption))});
+    const auto type = modDictation::fieldDefinition(column.field).valueType;
+    need.isRigid = type == modDictation::ValueType::date || type == modDictation::ValueType::time;
+}
+
 } // namespace
 
 QString pageText(const std::string& utf8) {
@@ -51,22 +63,19 @@ QString pageText(const std::string& utf8) {
 std::vector<ColumnNeed> columnNeeds(const std::vector<Column>& columns, const RowSource& rows,
                                     const PageFont& font, const PageFont& captionFont) {
     constexpr double widest = 70 * unitsPerMillimetre; // what is longer is broken
-    constexpr double widestWord = 17 * unitsPerMillimetre;
+    constexpr double charactersOfWord = 11;
+    const double widestWord = charactersOfWord * font.width(u"0");
     constexpr std::int64_t sampleSize = 400;
-    std::vector<ColumnNeed> needs;
-    for (const Column& column : columns)
-        needs.push_back({captionFont.width(pageText(column.caption)),
-                         captionFont.width(pageText(column.shortCaption))});
+    std::vector<ColumnNeed> needs(columns.size());
     const std::int64_t step = std::max<std::int64_t>(rows.count() / sampleSize, 1);
     for (std::int64_t row = 0; row < rows.count(); row += step)
         for (std::size_t i = 0; i < columns.size(); ++i) {
             const QString text = pageText(rows.text(columns[i], row));
-            const double whole = font.width(text);
-            needs[i].natural = std::max(needs[i].natural, std::min(whole, widest));
+            needs[i].natural = std::max(needs[i].natural, std::min(font.width(text), widest));
             needs[i].least = std::max(needs[i].least, std::min(font.longestWord(text), widestWord));
         }
-    for (ColumnNeed& need : needs)
-        need.natural = std::max(need.natural, need.least);
+    for (std::size_t i = 0; i < columns.size(); ++i)
+        addCaption(columns[i], captionFont, widestWord, needs[i]);
     return needs;
 }
 
@@ -89,8 +98,9 @@ std::vector<double> columnWidths(const std::vector<ColumnNeed>& needs, double wi
         return sharedOut(needs, room);
     // Dates and numbers are short; they stay whole for longest.
     std::vector<ColumnNeed> given;
+    given.reserve(needs.size());
     for (const ColumnNeed& need : needs)
-        given.push_back({need.least, 0});
+        given.push_back({need.least, need.isRigid ? need.least : 0});
     return sharedOut(given, room);
 }
 

@@ -19,6 +19,7 @@ QString pageText(const std::string& utf8);
 struct ColumnNeed {
     double natural = 0;
     double least = 0;
+    bool isRigid = false; // dates and lengths: half of one is worse than none
 };
 
 // Judged by some hundred rows from all over the list.
@@ -29,7 +30,7 @@ std::vector<ColumnNeed> columnNeeds(const std::vector<Column>& columns, const Ro
 bool fits(const std::vector<ColumnNeed>& needs, double width, double gap);
 
 // Widths that take all of `width` but the gaps, as far as that helps: the widest columns give way
-// first. When not even the least widths fit, the widest of those do.
+// first. When not even the least widths fit, the widest of those do, rigid ones last.
 std::vector<double> columnWidths(const std::vector<ColumnNeed>& needs, double width, double gap);
 
 } // namespace ov::exporting::print

@@ -45,7 +45,7 @@ QPageLayout fullPage(const ListPages& pages) {
 
 QPageSize usualPaper() {
     const bool metric = QLocale::system().measurementSystem() != QLocale::ImperialUSSystem;
-    return QPageSize(metric ? QPageSize::A4 : QPageSize::Letter);
+    return {metric ? QPageSize::A4 : QPageSize::Letter};
 }
 
 bool writePdf(const Document& document, const RowSource& rows, Sink& sink, const GoOn& goOn) {

@@ -20,9 +20,9 @@ QPageSize usualPaper();
 // once for finding the pages and once for drawing them, each as half a row.
 bool writePdf(const Document& document, const RowSource& rows, Sink& sink, const GoOn& goOn);
 
-// Sends the pages to the printer, the range that it was set to and each as often as it does not do
-// by itself. `pages` have been laid out for its paper. False when `goOn`, which is told the rows
-// drawn, stopped it or the printer failed; nothing is printed then.
+// Sends the pages to the printer, all or the range that it was set to; copies are the printer's
+// affair. `pages` have been laid out for its paper. False when `goOn`, which is told the rows
+// drawn, stopped it or the printer failed; the job is then given up.
 bool printPages(const ListPages& pages, QPrinter& printer, const GoOn& goOn);
 
 } // namespace ov::exporting::print

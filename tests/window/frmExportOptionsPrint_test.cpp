@@ -1,0 +1,81 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#include "dialogs/frmExportOptionsPrint.h"
+#include "tests/window/window_fixture.h"
+
+namespace ov {
+namespace {
+
+using tests::child;
+
+class PrintOptions : public tests::WindowTest {
+protected:
+    frmExportOptionsPrint& open(const std::string& title, std::int16_t range = 0) {
+        form_ = std::make_unique<frmExportOptionsPrint>();
+        form_->Titel = title;
+        form_->DruckBereichIndex = range;
+        form_->Orientation = 2;
+        form_->Font_Name = "Any <font>";
+        form_->Font_Size = -7;
+        form_->show();
+        return *form_;
+    }
+    QLineEdit& title() { return child<QLineEdit>(*form_, "txtTitel"); }
+    void press(const char* name) { child<QPushButton>(*form_, name).click(); }
+
+    std::unique_ptr<frmExportOptionsPrint> form_;
+};
+
+TEST_F(PrintOptions, GivesBackTitleAndRange) {
+    struct Case {
+        std::string before;
+        std::string shown;
+        std::string typed;
+        std::string after;
+    };
+    const std::vector<Case> cases = {
+        {"", "Dictations found", "Dictations found", "Dictations found"},
+        {"Mine", "Mine", "  Ward 3\t ", "Ward 3\t"},
+        {"Mine", "Mine", "   ", ""},
+    };
+    for (const Case& c : cases) {
+        open(c.before, frmExportOptionsPrint::markierte);
+        EXPECT_TRUE(child<QRadioButton>(*form_, "optBereich(1)").isChecked());
+        EXPECT_EQ(title().text().toStdString(), c.shown);
+        title().setText(QString::fromStdString(c.typed));
+        press("cmdOK");
+        EXPECT_TRUE(form_->OKPressed());
+        EXPECT_EQ(form_->Titel, c.after);
+        EXPECT_EQ(form_->DruckBereichIndex, 1);
+        EXPECT_EQ(form_->Orientation, 2);
+        EXPECT_EQ(form_->Font_Name, "Any <font>");
+        EXPECT_EQ(form_->Font_Size, -7);
+    }
+}
+
+TEST_F(PrintOptions, CancelKeepsTheTitleButNotTheRange) {
+    open("Mine");
+    QTest::keyClicks(&title(), QString(100, QLatin1Char('x')));
+    EXPECT_EQ(title().text().size(), 64);
+    press("btnChooseListItemFont");
+    press("btnPageSetup");
+    EXPECT_TRUE(form_->isVisible());
+    child<QRadioButton>(*form_, "optBereich(1)").click();
+    press("cmdCancel");
+    EXPECT_FALSE(form_->OKPressed());
+    EXPECT_EQ(form_->Titel, "Mine");
+    EXPECT_EQ(form_->DruckBereichIndex, 1);
+}
+
+TEST_F(PrintOptions, OpensTheSystemsPrinterDialog) {
+    open("Mine");
+    const QString before = child<QLabel>(*form_, "lblPrinterDevice").text();
+    tests::withDialog([this] { press("cmdChangePrinter"); },
+                      [](QDialog& dialog) { EXPECT_TRUE(dialog.inherits("QPrintDialog")); });
+    EXPECT_EQ(child<QLabel>(*form_, "lblPrinterDevice").text(), before);
+    EXPECT_EQ(child<QLabel>(*form_, "lblCopies").text().isEmpty(), before.isEmpty());
+}
+
+} // namespace
+} // namespace ov

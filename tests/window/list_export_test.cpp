@@ -1,0 +1,193 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+// Export and print as the user reaches them from the control.
+
+#include "export/print/print_preview.h"
+#include "tests/window/window_fixture.h"
+
+#include <QClipboard>
+#include <QFileDialog>
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSpinBox>
+#include <QTableView>
+#include <QToolButton>
+
+namespace ov {
+namespace {
+
+using tests::child;
+using tests::withDialog;
+
+class ListExport : public tests::WindowTest {
+protected:
+    void searchAll() {
+        openControl();
+        user->saysYes = true;
+        press("cmdSearchOptions(0)");
+        user->saysYes = false;
+        user->boxes.clear();
+    }
+    void press(const char* name) { QTest::mouseClick(&widget<QPushButton>(name), Qt::LeftButton); }
+    QTableView& results() { return widget<QTableView>("lvSearchResult"); }
+    // Menus have taken the keyboard.
+    void focusRows() {
+        window().activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&window()));
+        results().setFocus();
+    }
+    void key(QKeySequence::StandardKey standard) {
+        QTest::keyClick(&results(), Qt::Key(QKeySequence(standard)[0].key()), Qt::ControlModifier);
+    }
+    // Chooses an entry of the button's menu, or of the one for selected rows.
+    void choose(const char* part, bool selectedOnly = false) {
+        press("cmdSearchOptions(2)");
+        QMenu& menu = *window().findChildren<QMenu*>(QStringLiteral("ExportMenu")).last();
+        menu.close(); // as a click does before the action runs
+        const QMenu* chosen = selectedOnly ? menu.findChild<QMenu*>() : &menu;
+        for (QAction* action : chosen->actions())
+            if (action->text().remove(QLatin1Char('&')).contains(QLatin1String(part)))
+                return action->trigger();
+        FAIL() << part;
+    }
+    // Drives the preview that `open` brings up, behind the progress.
+    void withPreview(const std::function<void()>& open,
+                     const std::function<void(QDialog&)>& drive) {
+        QTimer look;
+        look.callOnTimeout([&] {
+            auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            if (dialog == nullptr || dialog->objectName() != QLatin1String("PrintPreview"))
+                return;
+            look.stop();
+            drive(*dialog);
+            if (control_)
+                dialog->reject();
+        });
+        look.start(0);
+        open();
+        EXPECT_FALSE(look.isActive()) << "no preview came up";
+    }
+    // Answers the file dialog that `open` brings up.
+    static void save(const std::function<void()>& open, const std::string& name) {
+        withDialog(open, [&](QDialog& dialog) {
+            dialog.findChild<QLineEdit*>()->setText(QString::fromStdString(name));
+            dialog.accept();
+        });
+    }
+    std::string saved(const std::string& name) {
+        save([this] { choose("CSV"); }, native(name));
+        return read(name);
+    }
+    std::string native(const std::string& name) { return (folder() / name).native(); }
+};
+
+TEST_F(ListExport, WritesTheRowsAsTheyAreShown) {
+    store.add("2$WAV@@14$Zeh.WAV").add("a/2$WAV@@14$Anna.WAV").add("b/2$WAV@@14$Max.WAV");
+    searchAll();
+    for (int column = 0; column < results().model()->columnCount(); ++column)
+        if (results().model()->headerData(column, Qt::Horizontal).toString() !=
+            QStringLiteral("Author"))
+            results().setColumnHidden(column, true);
+        else
+            results().sortByColumn(column, Qt::AscendingOrder);
+    const std::string all = saved("all.csv");
+    EXPECT_EQ(std::count(all.begin(), all.end(), '\n'), 4);
+    EXPECT_TRUE(all.starts_with("\xEF\xBB\xBF"
+                                "Author\r\n"))
+        << all;
+    results().selectRow(1);
+    choose("Copy", true);
+    EXPECT_EQ(QApplication::clipboard()->text().count(QLatin1Char('\n')), 2);
+
+    EXPECT_NE(read("local.ini").find("ExportFormat=.csv"), std::string::npos);
+    focusRows();
+    save([this] { key(QKeySequence::Save); }, native("again"));
+    EXPECT_EQ(read("again.csv"), all) << "the last form is offered first";
+}
+
+TEST_F(ListExport, AsksBeforeItReplacesAndTellsWhatFailed) {
+    store.add("2$WAV@@14$Zeh.WAV");
+    searchAll();
+    write("there.csv", "old");
+    EXPECT_EQ(saved("there.csv"), "old");
+    ASSERT_EQ(user->boxes.size(), 1U);
+    user->saysYes = true;
+    EXPECT_NE(saved("there.csv"), "old");
+    user->boxes.clear();
+    save([this] { choose("CSV"); }, native("missing/x.csv"));
+    ASSERT_EQ(user->boxes.size(), 1U);
+    EXPECT_NE(user->boxes[0].text.find("No such file"), std::string::npos);
+}
+
+TEST_F(ListExport, NeedsRowsAndAPrinter) {
+    store.add("2$WAV@@14$Zeh.WAV");
+    openControl();
+    press("cmdSearchOptions(2)");
+    key(QKeySequence::Print);
+    EXPECT_EQ(user->boxes.size(), 2U) << "the list is empty";
+    closeControl();
+    searchAll();
+    withDialog([this] { key(QKeySequence::Print); },
+               [](QDialog& dialog) {
+                   EXPECT_EQ(dialog.objectName().toStdString(), "frmExportOptionsPrint");
+               });
+    EXPECT_TRUE(user->boxes.empty()) << "cancelled";
+    withDialog([this] { choose("Print"); },
+               [](QDialog& dialog) {
+                   child<QRadioButton>(dialog, "optBereich(1)").click();
+                   child<QPushButton>(dialog, "cmdOK").click();
+               });
+    ASSERT_EQ(user->boxes.size(), 1U) << "nothing is selected";
+}
+
+TEST_F(ListExport, PreviewTurnsItsPages) {
+    for (int i = 0; i < 120; ++i)
+        store.add("2$WAV@@14$Author " + std::to_string(i) + ".WAV");
+    searchAll();
+    withPreview([this] { choose("preview"); },
+                [](QDialog& dialog) {
+                    auto& view = child<QWidget>(dialog, "PageView");
+                    auto& number = child<QSpinBox>(dialog, "PageNumber");
+                    ASSERT_GT(number.maximum(), 2);
+                    const QImage first = view.grab().toImage();
+                    QTest::keyClick(&dialog, Qt::Key_End);
+                    EXPECT_EQ(number.value(), number.maximum());
+                    EXPECT_NE(view.grab().toImage(), first);
+                    child<QToolButton>(dialog, "cmdPreviousPage").click();
+                    EXPECT_EQ(number.value(), number.maximum() - 1);
+                    QTest::keyClick(&dialog, Qt::Key_Home);
+                    EXPECT_EQ(view.grab().toImage(), first);
+                });
+}
+
+// .ci/check-exports runs it where there is a printer, and reads what that got.
+TEST_F(ListExport, DISABLED_PrintsOnTheSystemsPrinter) {
+    for (int i = 0; i < 40; ++i)
+        store.add("2$WAV@@14$A" + std::to_string(i) + ".WAV");
+    searchAll();
+    withDialog([this] { choose("Print"); },
+               [](QDialog& dialog) {
+                   EXPECT_FALSE(child<QLabel>(dialog, "lblPrinterDevice").text().isEmpty());
+                   child<QLineEdit>(dialog, "txtTitel").setText(QStringLiteral("On paper"));
+                   child<QPushButton>(dialog, "cmdOK").click();
+               });
+    EXPECT_EQ(user->boxLines(), std::vector<std::string>());
+}
+
+TEST_F(ListExport, EndsWithItsWindow) {
+    store.add("2$WAV@@14$Zeh.WAV");
+    searchAll();
+    withPreview([this] { choose("preview"); },
+                [this](QDialog& dialog) {
+                    control_ = nullptr;
+                    EXPECT_FALSE(dialog.isVisible());
+                });
+    EXPECT_TRUE(user->boxes.empty());
+}
+
+} // namespace
+} // namespace ov
