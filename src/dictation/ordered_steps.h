@@ -11,17 +11,17 @@
 
 namespace ov::modDictation {
 
-// Sorts [first, last) in steps of a few milliseconds, between which window messages are handled.
-// `spare` holds at least as many entries and is overwritten.
+// Sorts [entries, entriesEnd) in steps of a few milliseconds, between which window messages are
+// handled. `spare` holds at least as many entries and is overwritten.
 template <typename Entry, typename Less>
-void sortInSteps(Entry* first, Entry* last, Entry* spare, Less less) {
+void sortInSteps(Entry* entries, Entry* entriesEnd, Entry* spare, Less less) {
     constexpr std::ptrdiff_t step = 16384;
-    const std::ptrdiff_t count = last - first;
+    const std::ptrdiff_t count = entriesEnd - entries;
     for (std::ptrdiff_t start = 0; start < count; start += step) {
-        std::sort(first + start, first + std::min(start + step, count), less);
+        std::sort(entries + start, entries + std::min(start + step, count), less);
         platform::processMessagesNowAndThen();
     }
-    Entry* from = first;
+    Entry* from = entries;
     Entry* to = spare;
     for (std::ptrdiff_t width = step; width < count; width *= 2, std::swap(from, to))
         for (std::ptrdiff_t start = 0; start < count; start += 2 * width) {
@@ -37,8 +37,8 @@ void sortInSteps(Entry* first, Entry* last, Entry* spare, Less less) {
                     platform::processMessagesNowAndThen();
             }
         }
-    if (from != first)
-        std::copy_n(spare, count, first);
+    if (from != entries)
+        std::copy_n(spare, count, entries);
 }
 
 } // namespace ov::modDictation

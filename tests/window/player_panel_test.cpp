@@ -21,7 +21,7 @@ const std::string openTwo = "open two.WAV type waveaudio Alias PBWave";
 
 // The panel before a device that only answers: 100 seconds long, a thousand units a second.
 class Player : public tests::WindowTest {
-protected:
+public:
     Player() {
         for (const char* name : {"one.WAV", "two.WAV"}) {
             store.add(name);
@@ -42,7 +42,10 @@ protected:
         mixer.Init_VolumeControl();
         mixer.SetVolumeValue(mixer.VolumeMaximum());
     }
+    Player(const Player&) = delete;
+    Player& operator=(const Player&) = delete;
 
+protected:
     void set(const char* command, const char* reply) { media.answers[command] = {0, reply}; }
     void atPosition(const char* position, const char* mode) {
         set("status PBWave position", position);
