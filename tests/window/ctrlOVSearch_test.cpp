@@ -42,7 +42,7 @@ protected:
     }
 
     // Answers the editor that `open` brings up: the author is to contain `text`.
-    void enter(const std::function<void()>& open, const char* text) {
+    static void enter(const std::function<void()>& open, const char* text) {
         withDialog(open, [text](QDialog& dialog) {
             choose(child<QComboBox>(dialog, "cboField"), 5);
             child<QLineEdit>(dialog, "txtValue(0)").setText(QString::fromLatin1(text));
