@@ -178,6 +178,8 @@ TEST_F(Cli, SelectsAndSorts) {
     };
     for (const auto& [options, expected] : cases)
         EXPECT_EQ(authors(options), expected) << joined(options);
+    EXPECT_TRUE(holds(find({"--limit", "2"}).errors, "after 2 dictations, there may be more"));
+    EXPECT_EQ(find({"--limit", "4"}).errors, "");
 }
 
 TEST_F(Cli, WrongUsage) {

@@ -94,9 +94,11 @@ TEST_F(TreeScan, DepthLimit) {
 TEST_F(TreeScan, EndsAtTheHitLimit) {
     for (int i = 0; i < 30; ++i)
         store_.add("a/" + std::to_string(i) + ".WAV").add("b/" + std::to_string(i) + ".WAV");
-    for (const std::int32_t limit : {1, 29, 30, 31, 60})
-        EXPECT_EQ(search({}, 50, limit).size(), static_cast<std::size_t>(limit));
-    EXPECT_EQ(search({}, 50, 1000).size(), 60U);
+    store_.add("root.WAV");
+    for (const std::int32_t limit : {1, 30, 31, 32, 60, 61, 1000}) {
+        EXPECT_EQ(search({}, 50, limit).size(), static_cast<std::size_t>(std::min(limit, 61)));
+        EXPECT_EQ(lastScanReport().limitReached, limit < 61) << limit;
+    }
 }
 
 TEST_F(TreeScan, FollowsLinksButNotInCircles) {

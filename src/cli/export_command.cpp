@@ -104,7 +104,7 @@ ExitCode runExport(const ExportOptions& options, const Session& session,
 
     DictationList hits;
     search(request, session, terminal, hits, [] {});
-    reportSearch(request, hits);
+    reportSearch(hits);
     const ExitCode found = searchResult(hits);
     if (found != ExitCode::found)
         return found;

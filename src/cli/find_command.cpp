@@ -87,7 +87,7 @@ ExitCode runFind(const FindOptions& options, const Session& session, TerminalInt
         printer.printNew();
     writer->end();
     output.flush();
-    reportSearch(request, hits);
+    reportSearch(hits);
     return output.finish(searchResult(hits));
 }
 

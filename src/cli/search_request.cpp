@@ -165,13 +165,13 @@ void search(const SearchRequest& request, const Session& session, TerminalInterf
     terminal.clearProgress();
 }
 
-void reportSearch(const SearchRequest& request, const DictationList& hits) {
+void reportSearch(const DictationList& hits) {
     reportProblems();
     if (TerminalInterface::interrupted() && modDictation::lastScanReport().stopped)
         complain("stopped; what was found until then is shown");
-    else if (request.limit == usualLimit && hits.size() >= request.limit)
+    else if (modDictation::lastScanReport().limitReached)
         complain("ended after " + std::to_string(hits.size()) +
-                 " dictations; --limit allows for more");
+                 " dictations, there may be more; --limit sets how many");
 }
 
 ExitCode searchResult(const DictationList& hits) {

@@ -64,7 +64,7 @@ void search(const SearchRequest& request, const Session& session, TerminalInterf
             modDictation::DictationList& hits, const std::function<void()>& idle);
 
 // Tells what was left out and whether the search ended early.
-void reportSearch(const SearchRequest& request, const modDictation::DictationList& hits);
+void reportSearch(const modDictation::DictationList& hits);
 
 ExitCode searchResult(const modDictation::DictationList& hits);
 

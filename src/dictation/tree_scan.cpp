@@ -87,6 +87,7 @@ private:
 
     bool isFull() const noexcept { return results_.size() >= maxResults_; }
     bool isOver() const noexcept { return state_.searchAbort || isFull(); }
+    bool leavesTheRest() const noexcept;
     bool mayDescend() const noexcept {
         return state_.maxDepth == noDepthLimit || state_.currentDepth < state_.maxDepth;
     }
@@ -114,6 +115,12 @@ private:
     std::string nameBuffer_;
 };
 
+// Asked where there is more to see.
+bool TreeWalk::leavesTheRest() const noexcept {
+    state_.report.limitReached = state_.report.limitReached || isFull();
+    return isOver();
+}
+
 // The path is the walk's one growing buffer; it is as it was when a call returns.
 void TreeWalk::WalkDirectory() {
     const bool isRoot = state_.currentDepth == 0;
@@ -129,6 +136,8 @@ void TreeWalk::WalkDirectory() {
                                       modLanguage::GetText(text_id::searchingDirectories));
         }
         WalkSubdirectories(subdirectories);
+    } else if (!subdirectories.empty()) {
+        leavesTheRest();
     }
     inside_.pop_back();
     if (isRoot)
@@ -140,13 +149,13 @@ void TreeWalk::WalkSubdirectories(const Names& subdirectories) {
     ++state_.currentDepth;
     std::int32_t done = 0;
     for (const std::string& name : subdirectories) {
+        if (leavesTheRest())
+            break;
         path_.append(name).push_back('\\');
         WalkDirectory();
         path_.resize(length);
         if (state_.currentDepth == 1)
             modOVPlugIn::ProgressValue(++done);
-        if (isOver())
-            break;
     }
     --state_.currentDepth;
 }
@@ -157,7 +166,7 @@ void TreeWalk::ScanDirectory(Names& subdirectories) {
     if (!openDirectory())
         return;
     platform::DirectoryEntry entry;
-    while (!isOver() && reader_.next(entry))
+    while (reader_.next(entry) && !leavesTheRest())
         visit(entry, subdirectories);
     if (!reader_.status().ok())
         reportUnreadable(reader_.status());

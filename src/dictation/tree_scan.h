@@ -29,8 +29,9 @@ struct ScanReport {
     std::int64_t filesTested = 0;
     std::int64_t foldersRead = 0;
     std::int64_t foldersUnreadable = 0;
-    std::int64_t namesSkipped = 0;          // with a "\"
+    std::int64_t namesSkipped = 0;          // of dictations and folders, with a "\"
     bool stopped = false;                   // by a request, before the end
+    bool limitReached = false;              // the hit limit ended it; there may be more
     std::vector<platform::Status> problems; // the first of them
 };
 
