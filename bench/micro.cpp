@@ -79,6 +79,8 @@ void upperCase(benchmark::State& state, const char* text) {
 }
 BENCHMARK_CAPTURE(upperCase, ascii, "Dr. Meier-Schmitz");
 BENCHMARK_CAPTURE(upperCase, umlauts, "Dr. Öztürk-Müller");
+BENCHMARK_CAPTURE(upperCase, decomposed, "Dr. O\u0308ztu\u0308rk-Mu\u0308ller");
+BENCHMARK_CAPTURE(upperCase, greek, "γεωργιος παπαδοπουλος");
 
 void match(benchmark::State& state, const std::vector<Criterion>& criteria) {
     PreparedCriteria prepared(criteria, today);

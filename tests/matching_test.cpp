@@ -59,6 +59,8 @@ TEST_F(Matching, Text) {
         {
             {"contains, other case, umlaut", {5, 17, "müller", ""}, name, true},
             {"contains, value in capitals", {5, 17, "STRAßE", ""}, name, true},
+            {"umlaut typed as two characters", {5, 17, "mu\u0308ller", ""}, name, true},
+            {"umlaut stored as two", {5, 18, "MÜLLER", ""}, "2$@@14$mu\u0308ller", true},
             {"sharp s is not two s", {5, 17, "strasse", ""}, name, false},
             {"u is not umlaut", {5, 17, "muller", ""}, name, false},
             {"contains the empty text", {5, 17, "", ""}, name, true},
@@ -109,6 +111,7 @@ TEST_F(Matching, Codes) {
             {"status", {2, 25, "7", ""}, "2$ROH", true},
             {"status, small letters", {2, 18, "7", ""}, "2$roh", true},
             {"status differs", {2, 24, "7", ""}, "2$MAI", true},
+            {"status differs, but does not", {2, 24, "7", ""}, "2$ROH", false},
             {"no value stands for WAV", {2, 25, "", ""}, "2$WAV", true},
             {"an unknown word is no code", {2, 25, "7", ""}, "2$FOO", false},
             {"and differs from all", {2, 24, "7", ""}, "2$FOO", true},
@@ -118,9 +121,11 @@ TEST_F(Matching, Codes) {
             {"the digit 3 is FRIST", {15, 25, "2", ""}, "2$@@5$3", true},
             {"no value stands for NORMAL", {15, 25, "", ""}, "2$@@5$NORMAL", true},
             {"priority differs", {15, 24, "3", ""}, "2$@@5$FRIST", true},
+            {"priority differs, but does not", {15, 24, "3", ""}, "2$@@5$2", false},
             {"bit set", {7, 25, "12", ""}, "2$@@17$5", true},
             {"bit not set", {7, 25, "11", ""}, "2$@@17$5", false},
             {"bit wanted unset", {7, 24, "11", ""}, "2$@@17$5", true},
+            {"bit wanted unset, but set", {7, 24, "12", ""}, "2$@@17$5", false},
             {"bit 256", {7, 18, "18", ""}, "2$@@17$256", true},
             {"bit 512", {7, 18, "19", ""}, "2$@@17$512", true},
             {"a code beyond the bits", {7, 25, "20", ""}, "2$@@17$1023", false},
@@ -253,7 +258,7 @@ TEST_F(Matching, AllocatesNothingOnceWarm) {
     const std::vector<std::string> names = {
         "2$ROH@@14$Dr. Öztürk-Mühlenbrock von Hohenstein@@5$HOCH@@6$00$02$15@@17$5",
         "2$WAV@@14$" + std::string(120, 'x') + "@@7$20.11.2026 10$00$00@@11$Brief~~@@4$01.12.2026",
-        "2$", std::string(250, '@')};
+        "2$", "2$@@14$O\u0308ztu\u0308rk \u4E2D\u0301", std::string(250, '@')};
     PreparedCriteria prepared(manyCriteria(), today);
     const auto matchAll = [&] {
         std::size_t hits = 0;

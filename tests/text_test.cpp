@@ -45,6 +45,10 @@ TEST(Text, UpperCase) {
         {"\xC3\xBF\xEF\xAC\x81", "\xC5\xB8\xEF\xAC\x81"},         // y with dots, fi ligature
         {"\xF0\x90\x90\xA8", "\xF0\x90\x90\x80"},                 // beyond the first plane
         {"a\xE4z\xC3", "A\xE4Z\xC3"},                             // no UTF-8
+        {"u\u0308 \u03B1\u0301", "\u00DC \u0386"},                // decomposed
+        {"s\u0323\u0307 s\u0307\u0323", "\u1E68 \u1E68"},         // two marks in either order
+        {"\u212B \u1112\u1161", "\u00C5 \uD558"},                 // Angstrom, Hangul
+        {"u\u0308\xE4z", "\u00DC\xE4Z"},
     };
     behindAscii([&](std::size_t count) {
         for (const auto& [text, expected] : cases)

@@ -3,12 +3,15 @@
 
 #include "platform/text.h"
 
+#include <unicode/bytestream.h>
+#include <unicode/normalizer2.h>
 #include <unicode/uchar.h>
 #include <unicode/utf16.h>
 #include <unicode/utf8.h>
 
 #include <array>
 #include <cstdint>
+#include <new>
 
 namespace ov::platform {
 
@@ -69,6 +72,52 @@ std::size_t asciiPrefix(std::string_view bytes) noexcept {
 char asciiUpper(char c) noexcept {
     return c >= 'a' && c <= 'z' ? static_cast<char>(c - ('a' - 'A')) : c;
 }
+
+// Composing could change what is around the character. All below the combining marks stay.
+bool mayCompose(UChar32 c) noexcept {
+    constexpr UChar32 firstMark = 0x300;
+    return c >= firstMark && (u_getIntPropertyValue(c, UCHAR_NFC_QUICK_CHECK) != UNORM_YES ||
+                              u_getCombiningClass(c) != 0);
+}
+
+enum class Composed { certainly, unknown };
+
+// False, with part of the text appended, for a text that may have to be composed first.
+template <Composed composed>
+bool appendUpper(std::string_view utf8, std::string& out) {
+    while (!utf8.empty()) {
+        const std::size_t ascii = asciiPrefix(utf8);
+        const std::size_t start = out.size();
+        out.append(utf8.substr(0, ascii));
+        for (std::size_t i = start; i < out.size(); ++i)
+            out[i] = asciiUpper(out[i]);
+        utf8.remove_prefix(ascii);
+        if (utf8.empty())
+            break;
+        std::size_t length = 0;
+        const UChar32 c = nextCodePoint(utf8, length);
+        if (composed == Composed::unknown && mayCompose(c))
+            return false;
+        if (c < 0)
+            out.append(utf8.substr(0, length));
+        else
+            appendCodePoint(u_toupper(c), out);
+        utf8.remove_prefix(length);
+    }
+    return true;
+}
+
+// Takes whole characters from the normaliser, some at a time.
+class UpperCaseSink final : public icu::ByteSink {
+public:
+    explicit UpperCaseSink(std::string& out) : out_(out) {}
+    void Append(const char* bytes, std::int32_t size) override {
+        appendUpper<Composed::certainly>({bytes, static_cast<std::size_t>(size)}, out_);
+    }
+
+private:
+    std::string& out_;
+};
 
 } // namespace
 
@@ -164,23 +213,18 @@ std::string_view truncateUtf8(std::string_view utf8, std::size_t limit) noexcept
 }
 
 void appendUpperCase(std::string_view utf8, std::string& out) {
-    while (!utf8.empty()) {
-        const std::size_t ascii = asciiPrefix(utf8);
-        const std::size_t start = out.size();
-        out.append(utf8.substr(0, ascii));
-        for (std::size_t i = start; i < out.size(); ++i)
-            out[i] = asciiUpper(out[i]);
-        utf8.remove_prefix(ascii);
-        if (utf8.empty())
-            return;
-        std::size_t length = 0;
-        const UChar32 c = nextCodePoint(utf8, length);
-        if (c < 0)
-            out.append(utf8.substr(0, length));
-        else
-            appendCodePoint(u_toupper(c), out);
-        utf8.remove_prefix(length);
-    }
+    const std::size_t start = out.size();
+    if (appendUpper<Composed::unknown>(utf8, out))
+        return;
+    out.resize(start);
+    UErrorCode error = U_ZERO_ERROR;
+    const icu::Normalizer2* nfc = icu::Normalizer2::getNFCInstance(error);
+    UpperCaseSink sink(out);
+    if (U_SUCCESS(error))
+        nfc->normalizeUTF8(0, {utf8.data(), static_cast<std::int32_t>(utf8.size())}, sink, nullptr,
+                           error);
+    if (U_FAILURE(error)) // its data are built in: only memory can be missing
+        throw std::bad_alloc();
 }
 
 std::string upperCase(std::string_view utf8) {

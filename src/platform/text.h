@@ -41,9 +41,10 @@ constexpr std::string_view trimmed(std::string_view text, char other = '\t') noe
 // The longest prefix of at most `limit` bytes that does not cut a character.
 std::string_view truncateUtf8(std::string_view utf8, std::size_t limit) noexcept;
 
-// Appends `utf8` with the Unicode simple upper-case mapping applied to every code point. One
-// character stays one character: the sharp s and the dotted capital I are left alone, and no
-// locale can change the result. Bytes that are not UTF-8 are copied.
+// Appends `utf8` for comparing: composed (NFC), so that an umlaut is the same whether it was
+// written as one character or as two, then with the Unicode simple upper-case mapping applied to
+// every code point. One character stays one character: the sharp s and the dotted capital I are
+// left alone, and no locale can change the result. Bytes that are not UTF-8 are copied.
 void appendUpperCase(std::string_view utf8, std::string& out);
 std::string upperCase(std::string_view utf8);
 
