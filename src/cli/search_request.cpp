@@ -175,6 +175,8 @@ void reportSearch(const DictationList& hits) {
 }
 
 ExitCode searchResult(const DictationList& hits) {
+    if (modDictation::lastScanReport().rootVanished)
+        return ExitCode::unreadable;
     if (!hits.empty())
         return ExitCode::found;
     // What could not be read may hold what was looked for.

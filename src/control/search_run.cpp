@@ -154,7 +154,9 @@ QString searchNotice() {
     QStringList sentences;
     if (report.stopped)
         sentences << widgets::text(text_id::searchStopped);
-    if (report.foldersUnreadable > 0)
+    if (report.rootVanished)
+        sentences << widgets::text(text_id::storeVanished);
+    else if (report.foldersUnreadable > 0)
         sentences << widgets::text(text_id::directoriesSkipped,
                                    {std::to_string(report.foldersUnreadable)});
     return sentences.join(QLatin1Char(' '));

@@ -76,17 +76,15 @@ public:
           storeFullPath_(storeFullPath),
           maxResults_(maxResults) {}
 
-    void start(std::string_view root) {
-        path_ = modFilePath::AddBackslash(root);
-        if (!path_.empty())
-            WalkDirectory();
-    }
+    void start(std::string_view root);
 
 private:
     using Names = std::vector<std::string>;
 
     bool isFull() const noexcept { return results_.size() >= maxResults_; }
-    bool isOver() const noexcept { return state_.searchAbort || isFull(); }
+    bool isOver() const noexcept {
+        return state_.searchAbort || isFull() || state_.report.rootVanished;
+    }
     bool leavesTheRest() const noexcept;
     bool mayDescend() const noexcept {
         return state_.maxDepth == noDepthLimit || state_.currentDepth < state_.maxDepth;
@@ -98,6 +96,9 @@ private:
     bool openDirectory();
     void visit(const platform::DirectoryEntry& entry, Names& subdirectories);
     void test(std::string_view fileName);
+    bool isParentThere() const;
+    void checkRoot();
+    void reportProblem(const platform::Status& problem);
     void reportUnreadable(const platform::Status& problem);
     void report(const platform::Status& problem);
 
@@ -112,8 +113,22 @@ private:
     platform::DirectoryReader reader_; // one for all: a folder is listed before its subfolders
     std::vector<platform::DirectoryId> inside_; // the folders from the root to the current one
     std::string path_;                          // of the current folder, ends in "\"
+    // Kept open: some file systems number a directory anew once nobody uses it.
+    platform::DirectoryReader root_;
+    std::size_t rootLength_ = 0;
     std::string nameBuffer_;
 };
+
+void TreeWalk::start(std::string_view root) {
+    path_ = modFilePath::AddBackslash(root);
+    rootLength_ = path_.size();
+    if (path_.empty())
+        return;
+    const bool wasThere = root_.open(path_).ok();
+    WalkDirectory();
+    if (wasThere && !isOver())
+        checkRoot();
+}
 
 // Asked where there is more to see.
 bool TreeWalk::leavesTheRest() const noexcept {
@@ -169,16 +184,14 @@ void TreeWalk::ScanDirectory(Names& subdirectories) {
     while (reader_.next(entry) && !leavesTheRest())
         visit(entry, subdirectories);
     if (!reader_.status().ok())
-        reportUnreadable(reader_.status());
+        reportProblem(reader_.status());
     reader_.close();
 }
 
 bool TreeWalk::openDirectory() {
     const platform::Status opened = reader_.open(path_);
     if (!opened.ok()) {
-        // A subfolder that is gone was there a moment ago: somebody moved it.
-        if (opened.number() != ENOENT || state_.currentDepth == 0)
-            reportUnreadable(opened);
+        reportProblem(opened);
         return false;
     }
     inside_.back() = reader_.id();
@@ -214,6 +227,32 @@ void TreeWalk::test(std::string_view fileName) {
     const std::string_view name = dictationName(fileName, nameBuffer_);
     if (MatchDictation(path_, name, criteria_, compareAnd_))
         results_.add(storeFullPath_ ? std::string_view(path_) : std::string_view(), fileName);
+}
+
+bool TreeWalk::isParentThere() const {
+    const std::string_view parent(path_.data(), path_.find_last_of('\\', path_.size() - 2) + 1);
+    return platform::directoryId(parent) == inside_[inside_.size() - 2];
+}
+
+void TreeWalk::checkRoot() {
+    const std::string_view root(path_.data(), rootLength_);
+    if (platform::directoryId(root) == root_.id())
+        return;
+    state_.report.rootVanished = true;
+    reportUnreadable({ENOENT, platform::toNativePath(root) +
+                                  ": unmounted or moved during the search, what was found until "
+                                  "then is not all"});
+}
+
+// A subfolder that is gone was there a moment ago: somebody moved it. Where what it lies in is
+// gone too, its dictations were never looked at.
+void TreeWalk::reportProblem(const platform::Status& problem) {
+    if (problem.number() == ENOENT && root_.status().ok()) {
+        checkRoot();
+        if (state_.report.rootVanished || (state_.currentDepth > 0 && isParentThere()))
+            return;
+    }
+    reportUnreadable(problem);
 }
 
 void TreeWalk::reportUnreadable(const platform::Status& problem) {

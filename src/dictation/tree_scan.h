@@ -18,7 +18,8 @@
 // Left out: folders whose name begins with "_" (the host keeps what is not to be searched
 // there), names that hold a "\" (no path could name them), what ends in ".WAV" but is no file,
 // and a link into a folder that the walk is already inside of. What cannot be read is logged and
-// counted; the walk goes on.
+// counted; the walk goes on. A subfolder that is removed or moved away while its own folder stays
+// is no error; when the root itself goes away or becomes another folder, the walk ends.
 
 namespace ov::modDictation {
 
@@ -32,6 +33,7 @@ struct ScanReport {
     std::int64_t namesSkipped = 0;          // of dictations and folders, with a "\"
     bool stopped = false;                   // by a request, before the end
     bool limitReached = false;              // the hit limit ended it; there may be more
+    bool rootVanished = false;              // unmounted or moved; counts as unreadable
     std::vector<platform::Status> problems; // the first of them
 };
 

@@ -5,6 +5,7 @@
 #include "platform/status.h"
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -73,6 +74,9 @@ struct DirectoryId {
     bool operator==(const DirectoryId&) const = default;
 };
 
+// Of the directory that the path names now; nothing when there is none.
+std::optional<DirectoryId> directoryId(std::string_view path);
+
 struct DirectoryEntry {
     std::string_view name; // bytes as stored, never "." or ".."; valid until the next call
     FileKind kind = FileKind::missing; // links followed; missing: a link that leads nowhere
@@ -92,7 +96,7 @@ public:
     Status open(std::string_view directory);
     DirectoryId id() const noexcept { return id_; }
 
-    // False at the end. A failure in the middle (the directory vanished, a bad disk) also ends
+    // False at the end. A failure in the middle (the directory was removed, a bad disk) also ends
     // the pass; status() then tells.
     bool next(DirectoryEntry& entry);
     const Status& status() const noexcept { return status_; }

@@ -24,6 +24,7 @@ constexpr std::int32_t describeAll = 1006;
 constexpr std::int32_t resultLabel = 1011; // %1%: empty, or a suffix like " (12 dictations)"
 constexpr std::int32_t searchStopped = 1012;
 constexpr std::int32_t directoriesSkipped = 1013; // %1%: how many
+constexpr std::int32_t storeVanished = 1280;
 constexpr std::int32_t dictation = 1017;
 constexpr std::int32_t dictations = 1018;
 constexpr std::int32_t resultList = 1019;   // accessible name

@@ -32,6 +32,13 @@ bool isDotOrDotDot(const char* name) noexcept {
 
 } // namespace
 
+std::optional<DirectoryId> directoryId(std::string_view path) {
+    struct stat info {};
+    if (stat(toNativePath(path).c_str(), &info) != 0 || !S_ISDIR(info.st_mode))
+        return std::nullopt;
+    return DirectoryId{info.st_dev, info.st_ino};
+}
+
 DirectoryReader::DirectoryReader() : buffer_(listingBufferSize, '\0') {}
 
 DirectoryReader::~DirectoryReader() {
@@ -59,8 +66,7 @@ Status DirectoryReader::open(std::string_view directory) {
 
 bool DirectoryReader::fill() {
     const long bytes = syscall(SYS_getdents64, handle_, buffer_.data(), buffer_.size());
-    // A directory that was removed while it is open has no more entries: that is its end.
-    if (bytes < 0 && errno != ENOENT)
+    if (bytes < 0)
         status_ = systemError(native_);
     position_ = 0;
     end_ = bytes > 0 ? static_cast<std::size_t>(bytes) : 0;
