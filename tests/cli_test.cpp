@@ -367,6 +367,7 @@ TEST_F(Cli, ShowAndFields) {
         {run({"fields", "--language", "de"}), "length  +Länge  +time  +is, =, <=, "},
         {run({"fields"}, germanUser), "due  +Termin  +date  +yesterday, today, "},
         {run({"show", file, "--language", "de"}), "status  +Status  +Diktiert  +WAV\n"},
+        {run({"show", file}, germanUser), "dictated  +Diktiert am  +30\\.12\\.2025  "},
     };
     for (const auto& [result, line] : cases)
         EXPECT_TRUE(std::regex_search(result.output, std::regex(line))) << line << result.output;

@@ -134,7 +134,7 @@ std::optional<std::string> codeValue(const FieldDefinition& field, std::string_v
 
 std::optional<std::string> dateValue(std::string_view text) {
     const auto date = platform::parseDate(text);
-    return date ? std::optional(platform::formatShortDate(*date)) : std::nullopt;
+    return date ? std::optional(platform::formatIsoDate(*date)) : std::nullopt;
 }
 
 std::optional<std::string> timeValue(std::string_view text) {

@@ -7,13 +7,12 @@
 #include "dictation/field_table.h"
 #include "platform/files.h"
 #include "platform/known_folders.h"
+#include "platform/process_locale.h"
 #include "plugin/modOVPlugIn.h"
 #include "support/modFilePath.h"
 #include "support/modLanguage.h"
 #include "support/modUtil.h"
 #include "support/text_ids.h"
-
-#include <cstdlib>
 
 namespace ov::cli {
 
@@ -22,16 +21,9 @@ namespace {
 constexpr std::int32_t german = 7;
 constexpr std::int32_t english = 9;
 
-// The first of these that is set decides, as for any program.
-std::string environmentLanguage() {
-    for (const char* name : {"LC_ALL", "LC_MESSAGES", "LANG"})
-        if (const char* value = std::getenv(name); value != nullptr && *value != '\0')
-            return value;
-    return {};
-}
-
 std::int32_t languageNumber(const SessionOptions& options) {
-    const std::string name = options.language ? *options.language : environmentLanguage();
+    const std::string name =
+        options.language ? *options.language : platform::environmentLocale("LC_MESSAGES");
     return name.starts_with("de") ? german : english;
 }
 

@@ -230,7 +230,7 @@ std::string ValuePlace::value() const {
         return cboValue_->currentIndex() < 0 ? std::string()
                                              : std::to_string(cboValue_->currentData().toInt());
     if (shown == dtpValue_)
-        return platform::formatShortDate({date().year(), date().month(), date().day(), 0, 0, 0});
+        return platform::formatIsoDate({date().year(), date().month(), date().day(), 0, 0, 0});
     if (shown == dtpValueTime_)
         return toUtf8(time().toString(QStringLiteral("HH:mm:ss")));
     return {};

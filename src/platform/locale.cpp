@@ -31,18 +31,27 @@ std::string padded(int value, int digits) {
     return {text.data(), static_cast<std::size_t>(length)};
 }
 
+std::string joined(const std::string& a, const std::string& b, const std::string& c, char between) {
+    return a + between + b + between + c;
+}
+
 struct Piece {
     int value = 0;
     std::size_t digits = 0;
 };
 
+struct SplitDate {
+    std::array<Piece, 3> pieces{};
+    char separator = '\0';
+};
+
 // Three numbers with the same one of ".", "/" or "-" between them and nothing else.
-std::optional<std::array<Piece, 3>> splitDate(std::string_view text) {
+std::optional<SplitDate> splitDate(std::string_view text) {
     const std::size_t at = text.find_first_of("./-");
     if (at == std::string_view::npos)
         return std::nullopt;
-    const char separator = text[at];
-    std::array<Piece, 3> pieces{};
+    SplitDate split{{}, text[at]};
+    auto& [pieces, separator] = split;
     for (std::size_t i = 0; i < pieces.size(); ++i) {
         const std::size_t end = i < 2 ? text.find(separator) : text.size();
         if (end == std::string_view::npos || end == 0 || end > 4)
@@ -53,7 +62,7 @@ std::optional<std::array<Piece, 3>> splitDate(std::string_view text) {
         pieces[i].digits = end;
         text.remove_prefix(i < 2 ? end + 1 : end);
     }
-    return pieces;
+    return split;
 }
 
 std::optional<int> fullYear(const Piece& year) {
@@ -99,16 +108,20 @@ std::string formatShortDate(const DateTime& date) {
     const std::string day = padded(date.day, dayDigits);
     const std::string month = padded(date.month, dayDigits);
     const std::string year = padded(date.year, 4);
-    const char s = own.dateSeparator;
+    const char separator = own.dateSeparator;
     switch (own.dateOrder) {
     case DateOrder::dayMonthYear:
-        return day + s + month + s + year;
+        return joined(day, month, year, separator);
     case DateOrder::monthDayYear:
-        return month + s + day + s + year;
+        return joined(month, day, year, separator);
     case DateOrder::yearMonthDay:
         break;
     }
-    return year + s + month + s + day;
+    return joined(year, month, day, separator);
+}
+
+std::string formatIsoDate(const DateTime& date) {
+    return joined(padded(date.year, 4), padded(date.month, 2), padded(date.day, 2), '-');
 }
 
 std::string formatLongTime(const DateTime& time) {
@@ -121,12 +134,14 @@ std::string formatLongTime(const DateTime& time) {
 }
 
 std::optional<DateTime> parseDate(std::string_view text) {
-    const auto pieces = splitDate(trimmed(text));
-    if (!pieces)
+    const auto split = splitDate(trimmed(text));
+    if (!split)
         return std::nullopt;
-    const auto& [a, b, c] = *pieces;
+    const auto& [a, b, c] = split->pieces;
     if (a.digits == 4)
         return checkedDate(a, b, c);
+    if (split->separator == '.')
+        return checkedDate(c, b, a);
     switch (locale().dateOrder) {
     case DateOrder::dayMonthYear:
         return checkedDate(c, b, a);

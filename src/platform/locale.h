@@ -6,8 +6,8 @@
 #include <string>
 #include <string_view>
 
-// How the user's country writes dates, times and numbers: on Linux from the C locale of the
-// process, LC_TIME and LC_NUMERIC.
+// How the user's country writes dates, times and numbers: on Linux from the locale that the
+// environment names, LC_TIME and LC_NUMERIC.
 
 namespace ov::platform {
 
@@ -34,20 +34,27 @@ struct Locale {
     int firstWeekday = 0; // 0 Sunday to 6 Saturday
 };
 
-// Read from the process at the first use of each thread.
+// What is known of "de_DE.UTF-8" or "en_GB", whether the system has it installed or not; "C",
+// "POSIX" and the empty name are as above.
+Locale localeNamed(const std::string& name);
+
+// That of the process, read at the first use of each thread.
 const Locale& locale();
 
 // Replaces this thread's locale, for tests and for a host that has its own settings; nothing
 // goes back to that of the process.
 void setLocale(std::optional<Locale> locale);
 
-// "21.11.2026": always with a four-digit year.
+// "21.11.2026": always with a four-digit year. To be shown.
 std::string formatShortDate(const DateTime& date);
+// "2026-11-21". To be kept, since a change of locale must not change the day.
+std::string formatIsoDate(const DateTime& date);
 // "17:05:00"
 std::string formatLongTime(const DateTime& time);
 
-// A date in the locale's order with ".", "/" or "-" between, two or four digits of the year
-// (0 to 29 are 2000 to 2029, 30 to 99 are 1930 to 1999), or ISO "2026-11-21" in every locale.
+// A date in the locale's order with "/" or "-" between, in every locale "21.11.2026" and ISO
+// "2026-11-21"; two or four digits of the year (0 to 29 are 2000 to 2029, 30 to 99 are 1930 to
+// 1999).
 // Blanks around it are ignored. Nothing for a text that is no date or names a day that is not.
 std::optional<DateTime> parseDate(std::string_view text);
 

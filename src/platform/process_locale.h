@@ -5,15 +5,15 @@
 
 #include "platform/locale.h"
 
-#include <string_view>
+#include <string>
 
 namespace ov::platform {
 
-// What the C locale of the process says now.
-Locale processLocale();
+// The locale that the environment names for a category, "LC_TIME": that of LC_ALL, else of the
+// category, else of LANG, whether it is installed or not; "C" without any.
+std::string environmentLocale(const char* category);
 
-// Puts what a date format of the C library, "%d.%m.%Y", tells into `result`: the order, the
-// separator when it is one of ".", "/" and "-", and whether days have two digits.
-void readDateFormat(std::string_view format, Locale& result);
+// What the environment says now.
+Locale processLocale();
 
 } // namespace ov::platform

@@ -91,7 +91,7 @@ TEST_F(Editor, GivesBackWhatWasChosen) {
     child<QDateEdit>(*form_, "dtpValue(0)").setDate({2026, 3, 5});
     child<QDateEdit>(*form_, "dtpValue(1)").setDate({2026, 3, 5});
     pressOK();
-    EXPECT_EQ(result(), "9|16|05.03.2026|05.03.2026");
+    EXPECT_EQ(result(), "9|16|2026-03-05|2026-03-05");
 
     open();
     choose(fields(), 13);
