@@ -67,6 +67,22 @@ TEST(Criterion, LinesOfAFile) {
         << "a byte-order mark";
 }
 
+TEST(Criterion, SameQuestion) {
+    const auto same = [](const Criterion& a, const Criterion& b) {
+        const auto text = [](const Criterion& c) {
+            return BuildCriteriaString(c.Field, c.Operator, c.Value1, c.Value2);
+        };
+        return isSameCriterion(text(a), text(b));
+    };
+    EXPECT_TRUE(same({5, 17, "Müller", ""}, {5, 17, "mu\u0308LLER", ""}));
+    EXPECT_TRUE(same({9, 16, "21.11.2026", "2026-12-24"}, {9, 16, "2026-11-21", "24.12.2026"}));
+    EXPECT_FALSE(same({9, 16, "21.11.2026", "2026-12-24"}, {9, 16, "2026-11-21", "2026-12-23"}));
+    EXPECT_FALSE(same({9, 13, "soon", ""}, {9, 13, "later", ""}));
+    EXPECT_FALSE(same({5, 17, "x", ""}, {5, 19, "x", ""}));
+    EXPECT_FALSE(same({4, 17, "x", ""}, {5, 17, "x", ""}));
+    EXPECT_FALSE(isSameCriterion("rubbish", "other rubbish"));
+}
+
 // Every operator that a field offers takes the number of values that its controls can give.
 TEST(Criterion, ValueCounts) {
     std::string counts;

@@ -110,7 +110,7 @@ QTreeWidgetItem* CriteriaList::selectedEntry() const {
 
 QTreeWidgetItem* CriteriaList::find(const std::string& criteriaString) const {
     for (int i = 0; i < topLevelItemCount(); ++i)
-        if (criterionOf(*topLevelItem(i)) == criteriaString)
+        if (modDictation::isSameCriterion(criterionOf(*topLevelItem(i)), criteriaString))
             return topLevelItem(i);
     return nullptr;
 }

@@ -136,8 +136,9 @@ void SearchRun::tellOutcome() {
     view_.lvSearchResult->viewport()->update();
     view_.lblSearchResult->setText(searchResultText(hitCount_));
     view_.setNotice(searchNotice());
+    const modDictation::ScanReport& report = modDictation::lastScanReport();
     // Who stopped the search knows why nothing was found.
-    if (hitCount_ == 0 && !modDictation::lastScanReport().stopped)
+    if (hitCount_ == 0 && !report.stopped && !report.rootVanished)
         modUtil::ShowMessage(GetText(text_id::nothingFound), platform::MessageIcon::information, {},
                              &owner_);
 }

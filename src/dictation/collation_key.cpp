@@ -62,6 +62,8 @@ CollationKeys::CollationKeys(const std::string& locale) {
         error = U_ZERO_ERROR;
         collator_.reset(ucol_open("", &error)); // the order common to all alphabets
     }
+    // Marks in any order; costs only texts that the table does not have.
+    ucol_setAttribute(collator_.get(), UCOL_NORMALIZATION_MODE, UCOL_ON, &error);
     if (collator_)
         iterator_.reset(ucol_openElements(collator_.get(), u"", 0, &error));
     if (!iterator_)

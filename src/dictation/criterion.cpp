@@ -6,6 +6,7 @@
 #include "dictation/field_codes.h"
 #include "platform/locale.h"
 #include "platform/profile_encoding.h"
+#include "platform/text.h"
 #include "support/modLanguage.h"
 #include "support/numbers.h"
 #include "support/text_ids.h"
@@ -73,6 +74,13 @@ std::string valueText(ValueType type, std::string_view value) {
     return {};
 }
 
+bool isSameValue(ValueType type, std::string_view one, std::string_view other) {
+    if (type == ValueType::text)
+        return platform::equalsIgnoringCase(one, other);
+    const auto date = type == ValueType::date ? platform::parseDate(one) : std::nullopt;
+    return one == other || (date && date == platform::parseDate(other));
+}
+
 } // namespace
 
 std::string BuildCriteriaString(std::int32_t field, std::int32_t operatorId,
@@ -98,6 +106,16 @@ Criterion ParseCriteriaString(std::string_view criteriaString) {
     criterion.Value1 = parts[2];
     criterion.Value2 = parts[3];
     return criterion;
+}
+
+bool isSameCriterion(std::string_view one, std::string_view other) {
+    if (one == other || !isCriteriaString(one) || !isCriteriaString(other))
+        return one == other;
+    const Criterion a = ParseCriteriaString(one);
+    const Criterion b = ParseCriteriaString(other);
+    const ValueType type = fieldDefinition(a.Field).valueType;
+    return a.Field == b.Field && a.Operator == b.Operator &&
+           isSameValue(type, a.Value1, b.Value1) && isSameValue(type, a.Value2, b.Value2);
 }
 
 CriteriaLines readCriteriaLines(std::string_view content) {

@@ -72,6 +72,10 @@ Criterion ParseCriteriaString(std::string_view criteriaString);
 // True for a text of exactly four parts.
 bool isCriteriaString(std::string_view criteriaString) noexcept;
 
+// True when both ask for the same: texts that differ only in letter case or in how their umlauts
+// are written, and the same date in another form, are one.
+bool isSameCriterion(std::string_view one, std::string_view other);
+
 // What a criteria file holds: one criteria string a line, nothing else. Encodings are those of
 // settings files.
 struct CriteriaLines {
