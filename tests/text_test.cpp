@@ -38,16 +38,14 @@ TEST(Text, ValidUtf8) {
 TEST(Text, UpperCase) {
     const std::pair<std::string, std::string> cases[] = {
         {"az AZ 09 {}@`\0z"s, "AZ AZ 09 {}@`\0Z"s},
-        {"\xC3\xA4\xC3\xB6\xC3\xBC", "\xC3\x84\xC3\x96\xC3\x9C"}, // umlauts
-        {"s\xC3\x9F\xE1\xBA\x9E", "S\xC3\x9F\xE1\xBA\x9E"},       // sharp s, both cases
-        {"i\xC4\xB0\xC4\xB1", "I\xC4\xB0I"},                      // dotted and dotless i
-        {"\xCF\x83\xCF\x82\xCE\xAC", "\xCE\xA3\xCE\xA3\xCE\x86"}, // Greek, both sigmas
-        {"\xC3\xBF\xEF\xAC\x81", "\xC5\xB8\xEF\xAC\x81"},         // y with dots, fi ligature
-        {"\xF0\x90\x90\xA8", "\xF0\x90\x90\x80"},                 // beyond the first plane
-        {"a\xE4z\xC3", "A\xE4Z\xC3"},                             // no UTF-8
-        {"u\u0308 \u03B1\u0301", "\u00DC \u0386"},                // decomposed
-        {"s\u0323\u0307 s\u0307\u0323", "\u1E68 \u1E68"},         // two marks in either order
-        {"\u212B \u1112\u1161", "\u00C5 \uD558"},                 // Angstrom, Hangul
+        {"\xC3\xA4\xC3\xB6\xC3\xBC", "\xC3\x84\xC3\x96\xC3\x9C"},  // umlauts
+        {"s\u00DF\u1E9E i\u0130\u0131", "S\u00DF\u1E9E I\u0130I"}, // no letter becomes two
+        {"\u03C3\u03C2\u03AC", "\u03A3\u03A3\u0386"},              // Greek, both sigmas
+        {"\xF0\x90\x90\xA8", "\xF0\x90\x90\x80"},                  // beyond the first plane
+        {"a\xE4z\xC3", "A\xE4Z\xC3"},                              // no UTF-8
+        {"u\u0308 \u03B1\u0301", "\u00DC \u0386"},                 // decomposed
+        {"s\u0323\u0307 s\u0307\u0323", "\u1E68 \u1E68"},          // two marks in either order
+        {"\u212B \u1112\u1161", "\u00C5 \uD558"},                  // Angstrom, Hangul
         {"u\u0308\xE4z", "\u00DC\xE4Z"},
     };
     behindAscii([&](std::size_t count) {
@@ -60,7 +58,6 @@ TEST(Text, UpperCase) {
     EXPECT_EQ(text, "kept \xC3\x84");
     EXPECT_TRUE(equalsIgnoringCase("M\xC3\xBCller", "m\xC3\x9CLLER"));
     EXPECT_FALSE(equalsIgnoringCase("Muller", "M\xC3\xBCller"));
-    EXPECT_FALSE(equalsIgnoringCase("ss", "\xC3\x9F"));
 }
 
 TEST(Text, Windows1252HoldsEveryByte) {

@@ -16,6 +16,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <numeric>
 #include <random>
 #include <string>
 #include <vector>
@@ -335,6 +336,34 @@ TEST(ResultOrder, ByEveryKindOfValue) {
          }) {
         EXPECT_EQ(sortedOrder(list, c.field, false), c.up) << c.what;
         EXPECT_EQ(sortedOrder(list, c.field, true), c.down) << c.what << ", descending";
+    }
+}
+
+// Sorted in steps that are merged; what is equal stays as it was found.
+TEST(ResultOrder, OfManyRows) {
+    constexpr std::int32_t numberField = 8;
+    constexpr std::int32_t lengthField = 13;
+    std::mt19937 dice(1);
+    for (const std::size_t count : {40'000U, 70'000U}) {
+        DictationList list;
+        std::vector<std::uint_fast32_t> values;
+        for (std::size_t i = 0; i < count; ++i) {
+            values.push_back(dice() % 600 + 100);
+            const std::string digits = std::to_string(values.back());
+            list.add("\\s\\", "2$@@6$" + digits + "$00$00@@12$" + digits + ".WAV");
+        }
+        std::vector<std::int32_t> expected(count);
+        std::iota(expected.begin(), expected.end(), 1);
+        const auto value = [&](std::int32_t i) { return values[static_cast<std::size_t>(i) - 1]; };
+        for (const bool descending : {false, true}) {
+            std::sort(expected.begin(), expected.end(), [&](std::int32_t a, std::int32_t b) {
+                if (value(a) != value(b))
+                    return descending ? value(a) > value(b) : value(a) < value(b);
+                return a < b;
+            });
+            EXPECT_TRUE(sortedOrder(list, numberField, descending) == expected) << count;
+            EXPECT_TRUE(sortedOrder(list, lengthField, descending) == expected) << count;
+        }
     }
 }
 
