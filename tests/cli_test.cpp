@@ -461,23 +461,12 @@ TEST_F(Cli, FolderWithoutPermission) {
     fs::permissions(store_.folder() / "closed", fs::perms::owner_all);
 }
 
-// A few folders, each linked three times from the one before: more ways than any walk ends.
-void addEndlessTree(TemporaryStore& store) {
-    for (int level = 0; level < 30; ++level) {
-        const std::string folder = "_" + std::to_string(level) + "/";
-        store.add(folder + "x.WAV");
-        for (const char* link : {"a", "b", "c"})
-            store.addLink(folder + link, "../_" + std::to_string(level + 1));
-    }
-    store.add("_30/x.WAV").addLink("start", "_0");
-}
-
 TEST_F(Cli, InterruptKeepsWhatWasFound) {
-    addEndlessTree(store_);
+    tests::addEndlessTree(store_);
     ProgramRun how;
     how.interruptAt = ".WAV\n";
     const ProgramResult result = find({"--format", "paths"}, how);
-    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(result.exitCode, -SIGINT);
     EXPECT_TRUE(holds(result.errors, "stopped")) << result.errors;
     for (const std::string& path : split(result.output, '\n'))
         ASSERT_TRUE(path.starts_with(root()) && path.ends_with("/x.WAV")) << path;
@@ -506,14 +495,14 @@ Texts screen(const std::string& sent) {
 }
 
 TEST_F(Cli, ProgressAndHitsShareATerminal) {
-    addEndlessTree(store_);
+    tests::addEndlessTree(store_);
     ProgramRun how;
     how.onTerminal = true;
     how.interruptAt = " hits, in " + root();
     for (const Texts& options :
          {Texts{"--format", "paths"}, Texts{"--format", "paths", "--sort", "folder"}}) {
         const ProgramResult result = find(options, how);
-        EXPECT_EQ(result.exitCode, 0);
+        EXPECT_EQ(result.exitCode, -SIGINT);
         Texts lines = screen(result.output);
         ASSERT_GE(lines.size(), 3U) << result.output;
         EXPECT_EQ(lines.back(), "");

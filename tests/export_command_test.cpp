@@ -27,9 +27,10 @@ protected:
         how.environment.insert({"LC_ALL", "C.UTF-8"});
         return tests::runProgram(OV_SEARCH_PROGRAM, how);
     }
-    ProgramResult exportTo(const std::string& name, Texts options = {}) const {
+    ProgramResult exportTo(const std::string& name, Texts options = {},
+                           const tests::ProgramRun& how = {}) const {
         options.insert(options.begin(), {"export", out_.native(name), store_.folder().native()});
-        return run(options);
+        return run(options, how);
     }
     std::string content(const std::string& name) const {
         std::ifstream file(out_.native(name), std::ios::binary);
@@ -63,7 +64,24 @@ TEST_F(ExportCommand, RefusesWhatItShould) {
     EXPECT_NE(there.errors.find("--force"), std::string::npos);
     EXPECT_EQ(content("there.csv"), "old");
     EXPECT_EQ(exportTo("missing/l.csv").exitCode, 3);
+    tests::ProgramRun full;
+    full.longestFile = 10;
+    const ProgramResult failed = exportTo("there.csv", {"--force"}, full);
+    EXPECT_EQ(failed.exitCode, 3);
+    EXPECT_NE(failed.errors.find("there.csv: File too large"), std::string::npos) << failed.errors;
+    EXPECT_EQ(content("there.csv"), "old");
     EXPECT_EQ(exportTo("there.csv", {"--force"}).exitCode, 0);
+}
+
+TEST_F(ExportCommand, InterruptedWritesNothing) {
+    tests::addEndlessTree(store_);
+    tests::ProgramRun how;
+    how.onTerminal = true;
+    how.interruptAt = " hits, in ";
+    const ProgramResult result = exportTo("l.csv", {}, how);
+    EXPECT_EQ(result.exitCode, -SIGINT);
+    EXPECT_NE(result.output.find("l.csv was not written"), std::string::npos) << result.output;
+    EXPECT_FALSE(std::filesystem::exists(out_.native("l.csv")));
 }
 
 #ifdef OV_PDF_MODULE
@@ -95,6 +113,20 @@ TEST_F(ExportCommand, WritesPages) {
     EXPECT_EQ(captions, 4U) << "above the rows of each page\n" << pages;
     EXPECT_EQ(pages.find(std::string(236, 'W')), std::string::npos);
     EXPECT_NE(pages.find("W…"), std::string::npos) << "what is too long is cut";
+    // A module is taken from the installation of the program, and from no folder above that.
+    namespace fs = std::filesystem;
+    for (const char* folder : {"a/b/bin", "bin"})
+        fs::create_directories(out_.native(folder));
+    out_.add(OV_MODULE_FOLDER "/libOVSearchPdf.so");
+    fs::copy_file(OV_PDF_MODULE, out_.native(OV_MODULE_FOLDER "/libOVSearchPdf.so"),
+                  fs::copy_options::overwrite_existing);
+    for (const auto& [folder, exitCode] : {std::pair("a/b/bin", 3), std::pair("bin", 0)}) {
+        const std::string program = out_.native(std::string(folder) + "/ovsearch");
+        fs::copy_file(OV_SEARCH_PROGRAM, program);
+        tests::ProgramRun how;
+        how.arguments = {"export", "--force", out_.native("planted.pdf"), store_.folder().native()};
+        EXPECT_EQ(tests::runProgram(program, how).exitCode, exitCode) << folder;
+    }
     // With every column the paper lies across.
     exportTo("wide.pdf");
     EXPECT_NE(shellOutput("pdfinfo '" + out_.native("wide.pdf") + "'").find("842 x 595"),

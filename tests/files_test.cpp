@@ -2,7 +2,9 @@
 // SPDX-License-Identifier: MIT
 
 #include "child_process.h"
+#include "platform/file_replacement.h"
 #include "platform/files.h"
+#include "platform/program_end.h"
 #include "temporary_store.h"
 
 #include <gtest/gtest.h>
@@ -10,7 +12,10 @@
 #include <algorithm>
 #include <atomic>
 #include <cerrno>
+#include <chrono>
+#include <csignal>
 #include <fcntl.h>
+#include <sstream>
 #include <sys/stat.h>
 #include <thread>
 
@@ -180,8 +185,7 @@ TEST_F(Files, ReadsWholeFilesUpToALimit) {
 }
 
 TEST_F(Files, ReplacesKeepingRightsAndLinks) {
-    const std::string leftover = "old." + std::to_string(getpid()) + ".0"; // of a crash
-    store_.addFolder("sub").add("old", "1").add(leftover).addLink("link", "sub/target");
+    store_.addFolder("sub").add("old", "1").addLink("link", "sub/target");
     store_.addLink("chain", "link").addLink("absolute", store_.native("old"));
     setMode("old", 0640);
     EXPECT_TRUE(replaceFile(store_.path("old"), "2\0"s).ok());
@@ -196,7 +200,7 @@ TEST_F(Files, ReplacesKeepingRightsAndLinks) {
     EXPECT_TRUE(replaceFile(store_.path("made"), "").ok());
     umask(mask);
     EXPECT_EQ(mode("made"), 0640U);
-    EXPECT_EQ(names(), "absolute chain link made old " + leftover + " sub ");
+    EXPECT_EQ(names(), "absolute chain link made old sub ");
     EXPECT_TRUE(fs::is_symlink(store_.native("link")) && fs::is_symlink(store_.native("chain")));
     EXPECT_EQ(fs::read_symlink(store_.native("absolute")), store_.native("old"));
 }
@@ -242,6 +246,57 @@ TEST_F(Files, FailedReplacementLeavesTheOldFile) {
     Lines found;
     EXPECT_TRUE(listNames(store_.directory("sub"), found).ok());
     EXPECT_EQ(found, (Lines{"f", "readonly"}));
+}
+
+// What a signal ends removes its unfinished file; what is killed leaves it to the next writer,
+// who removes nothing that may belong to anybody else.
+TEST_F(Files, UnfinishedFilesDoNotStay) {
+    store_.add("f", "old");
+    const auto writeAndEnd = [this](int signal) {
+        return tests::isTrueInChild([&] {
+            endWithoutLeftovers();
+            FileReplacement file;
+            return file.open(store_.path("f")).ok() && file.write("half").ok() &&
+                   raise(signal) != 0;
+        });
+    };
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+        EXPECT_FALSE(writeAndEnd(signal));
+        EXPECT_EQ(names(), "f ") << signal;
+    }
+    EXPECT_FALSE(writeAndEnd(SIGKILL));
+    std::string left = names();
+    left.resize(left.find(' '));
+    ASSERT_TRUE(left.starts_with(".ovsearch-")) << left;
+    std::vector<std::string> parts; // .ovsearch MACHINE BOOT SPACE PROCESS START NUMBER.part
+    for (std::istringstream stream(left); std::getline(stream, parts.emplace_back(), '-');) {
+    }
+    const auto with = [&](std::size_t part, const std::string& text) {
+        std::string name = ".ovsearch";
+        for (std::size_t i = 1; i + 1 < parts.size(); ++i)
+            name.append("-").append(i == part ? text : parts[i]);
+        return name;
+    };
+    FileReplacement ours;
+    ASSERT_TRUE(ours.open(store_.path("f")).ok());
+    EXPECT_FALSE(fileExists(store_.path(left)));
+
+    const std::string beforeTheStart = with(2, "1");
+    store_.add(beforeTheStart).add(left).add(with(4, std::to_string(getpid())));
+    fs::last_write_time(store_.native(beforeTheStart),
+                        fs::file_time_type::clock::now() - std::chrono::years(20));
+    const Lines kept = {with(1, "1"), with(2, "2"),       with(3, "1"),  with(4, "-"),
+                        with(4, "x"), with(6, "0.part~"), left + ".bak", "x" + left};
+    for (const std::string& name : kept)
+        store_.add(name);
+    store_.addFolder(with(6, "7.part"));
+    ASSERT_TRUE(replaceFile(store_.path("f"), "new").ok());
+    Lines found;
+    ASSERT_TRUE(listNames(store_.directory(), found).ok());
+    EXPECT_EQ(found.size(), kept.size() + 3) << "and the folder, the file, the one being written";
+    for (const std::string& name : kept)
+        EXPECT_TRUE(fileExists(store_.path(name))) << name;
+    EXPECT_TRUE(ours.commit().ok());
 }
 
 TEST_F(Files, ReadersSeeTheOldContentOrTheNew) {

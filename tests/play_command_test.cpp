@@ -85,7 +85,7 @@ TEST_F(PlayCommand, ShowsPositionAndEndsAsAskedFor) {
         EXPECT_NE(result.output.find('#'), std::string::npos) << "no level was shown";
     }
     pauses.onTerminal = true;
-    EXPECT_EQ(run(pauses).exitCode, 0);
+    EXPECT_EQ(run(pauses).exitCode, -SIGINT);
 }
 
 } // namespace

@@ -18,6 +18,7 @@
 #include <string>
 #include <string_view>
 #include <sys/prctl.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 #include <vector>
@@ -36,6 +37,7 @@ struct ProgramRun {
     std::string typed;       // on a terminal only
     bool onTerminal = false; // all streams are one terminal; `output` has what it was sent
     bool withRights = true;  // false: file permissions count, for root too
+    rlim_t longestFile = RLIM_INFINITY; // no file may grow beyond, as on a full disk
 };
 
 struct ProgramResult {
@@ -56,7 +58,10 @@ constexpr std::chrono::seconds hangsAfter{120};
     arguments.push_back(nullptr);
     for (const auto& [name, value] : run.environment)
         setenv(name.c_str(), value.c_str(), 1);
-    bool ready = run.workingDirectory.empty() || chdir(run.workingDirectory.c_str()) == 0;
+    std::signal(SIGINT, SIG_DFL); // whatever the tests were started with
+    const rlimit limit{run.longestFile, run.longestFile};
+    bool ready = setrlimit(RLIMIT_FSIZE, &limit) == 0;
+    ready = ready && (run.workingDirectory.empty() || chdir(run.workingDirectory.c_str()) == 0);
     if (!run.outputFile.empty())
         ready = ready && dup2(open(run.outputFile.c_str(), O_WRONLY | O_CREAT, 0600), 1) == 1;
     if (!run.withRights && geteuid() == 0)

@@ -90,4 +90,15 @@ private:
     std::filesystem::path folder_;
 };
 
+// A few folders, each linked three times from the one before: more ways than any walk ends.
+inline void addEndlessTree(TemporaryStore& store) {
+    for (int level = 0; level < 30; ++level) {
+        const std::string folder = "_" + std::to_string(level) + "/";
+        store.add(folder + "x.WAV");
+        for (const char* link : {"a", "b", "c"})
+            store.addLink(folder + link, "../_" + std::to_string(level + 1));
+    }
+    store.add("_30/x.WAV").addLink("start", "_0");
+}
+
 } // namespace ov::tests

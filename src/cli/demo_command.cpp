@@ -38,7 +38,8 @@ ExitCode runDemo(const std::string& directory, int count, std::uint32_t seed,
     Output output(stdout);
     output.write(std::to_string(result.written) + " dictations in " +
                  shownText(platform::toNativePath(options.directory)) + "\n");
-    return output.finish(ExitCode::found);
+    return output.finish(TerminalInterface::interrupted() ? ExitCode::interrupted
+                                                          : ExitCode::found);
 }
 
 } // namespace ov::cli

@@ -11,7 +11,8 @@ enum class ExitCode {
     found = 0,
     nothingFound = 1,
     usage = 2,
-    unreadable = 3, // the store or a file; the message says which and why
+    unreadable = 3,    // the store or a file; the message says which and why
+    interrupted = 130, // the program then ends by SIGINT, which a shell shows as that number
 };
 
 } // namespace ov::cli

@@ -55,17 +55,20 @@ std::vector<std::int32_t> orderOf(const SearchRequest& request, const DictationL
     return order;
 }
 
-// Ctrl-C that ended the search does not end the writing too; pressed again, it ends the program.
-exporting::GoOn progressOf(std::int64_t count, bool interruptedBefore,
-                           TerminalInterface& terminal) {
+exporting::GoOn progressOf(std::int64_t count, TerminalInterface& terminal) {
     constexpr std::int64_t intervalMs = 100;
     return [=, &terminal, next = platform::coarseMilliseconds()](std::int64_t done) mutable {
         if (platform::coarseMilliseconds() >= next) {
             next = platform::coarseMilliseconds() + intervalMs;
             terminal.showProgress(std::to_string(done) + " of " + std::to_string(count) + " rows");
         }
-        return interruptedBefore || !TerminalInterface::interrupted();
+        return !TerminalInterface::interrupted();
     };
+}
+
+ExitCode tellStopped(const std::string& path) {
+    complain("stopped; " + platform::toNativePath(path) + " was not written");
+    return ExitCode::interrupted;
 }
 
 ExitCode write(const exporting::Document& document, const exporting::RowSource& rows, Format format,
@@ -77,13 +80,12 @@ ExitCode write(const exporting::Document& document, const exporting::RowSource& 
         complain("PDF needs the module for it, which cannot be loaded: " + loaded.description());
         return ExitCode::unreadable;
     }
-    const auto result = exporting::exportFile(
-        document, rows, format, path,
-        progressOf(rows.count(), TerminalInterface::interrupted(), terminal), pdfWriter);
+    const auto result = exporting::exportFile(document, rows, format, path,
+                                              progressOf(rows.count(), terminal), pdfWriter);
     terminal.clearProgress();
     if (result.stopped)
-        complain("stopped; " + platform::toNativePath(path) + " was not written");
-    else if (!result.status.ok())
+        return tellStopped(path);
+    if (!result.status.ok())
         complain(result.status.description());
     return result.ok() ? ExitCode::found : ExitCode::unreadable;
 }
@@ -104,6 +106,8 @@ ExitCode runExport(const ExportOptions& options, const Session& session,
 
     DictationList hits;
     search(request, session, terminal, hits, [] {});
+    if (TerminalInterface::interrupted())
+        return tellStopped(path);
     reportSearch(hits);
     const ExitCode found = searchResult(hits);
     if (found != ExitCode::found)

@@ -18,8 +18,7 @@ struct ExportOptions {
     bool force = false; // replace an existing file
 };
 
-// Searches, then writes the list. Without a hit nothing is written. Ctrl-C during the search ends
-// that and writes what was found; during the writing it leaves the file as it was.
+// Searches, then writes the list. Without a hit, or after Ctrl-C, the file is as it was.
 ExitCode runExport(const ExportOptions& options, const Session& session,
                    TerminalInterface& terminal);
 

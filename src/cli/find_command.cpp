@@ -88,7 +88,8 @@ ExitCode runFind(const FindOptions& options, const Session& session, TerminalInt
     writer->end();
     output.flush();
     reportSearch(hits);
-    return output.finish(searchResult(hits));
+    return output.finish(TerminalInterface::interrupted() ? ExitCode::interrupted
+                                                          : searchResult(hits));
 }
 
 } // namespace ov::cli

@@ -11,12 +11,14 @@
 #include "cli/show_command.h"
 #include "cli/shown_text.h"
 #include "cli/terminal_interface.h"
+#include "platform/program_end.h"
 #include "plugin/host_error.h"
 #include "support/version.h"
 
 #include <CLI/CLI.hpp>
 
 #include <clocale>
+#include <csignal>
 #include <cstdint>
 #include <exception>
 #include <limits>
@@ -43,7 +45,8 @@ constexpr const char* criterionHelp =
     "  'author contains müller'   'priority = HOCH'   'dictated this-week'\n"
     "  'due between 2026-11-01..2026-11-30'   'length >= 00:01:00'   'marker marked'\n"
     "`ovsearch fields` lists the fields and what each offers.\n"
-    "Exit codes: 0 found, 1 nothing found, 2 wrong usage, 3 the store or a file cannot be read.";
+    "Exit codes: 0 found, 1 nothing found, 2 wrong usage, 3 the store or a file cannot be read,\n"
+    "130 interrupted.";
 
 // An empty argument is a mistake, mostly a variable of a script that was never set.
 const CLI::Validator notEmpty(
@@ -203,8 +206,12 @@ ExitCode run(int argc, char** argv) {
 
 int main(int argc, char** argv) {
     std::setlocale(LC_ALL, "");
+    ov::platform::endWithoutLeftovers();
     try {
-        return static_cast<int>(run(argc, argv));
+        const ExitCode code = run(argc, argv);
+        if (code == ExitCode::interrupted)
+            ov::platform::endBySignal(SIGINT); // a script's loop then ends too
+        return static_cast<int>(code);
     } catch (const ov::HostError& error) {
         complain(error.description());
     } catch (const std::exception& error) {

@@ -98,7 +98,9 @@ ExitCode runPlay(const std::string& file, TerminalInterface& terminal) {
         error = MciPause(alias); // repeats why it ended
     terminal.clearProgress();
     MciClose(alias);
-    return error.empty() ? ExitCode::found : refuse(file, error);
+    if (!error.empty())
+        return refuse(file, error);
+    return TerminalInterface::interrupted() ? ExitCode::interrupted : ExitCode::found;
 }
 
 } // namespace ov::cli

@@ -6,6 +6,7 @@
 #include "cli/messages.h"
 #include "cli/shown_text.h"
 #include "dictation/tree_scan.h"
+#include "platform/program_end.h"
 #include "platform/terminal.h"
 
 #include <algorithm>
@@ -22,7 +23,7 @@ volatile std::sig_atomic_t interruptPressed = 0;
 
 extern "C" void onInterrupt(int signal) {
     interruptPressed = 1;
-    std::signal(signal, SIG_DFL);
+    std::signal(signal, platform::endBySignal);
 }
 
 void print(const std::string& text) {

@@ -11,9 +11,9 @@
 
 namespace ov::cli {
 
-// The terminal's side of message boxes, pump and beep. While it lives, Ctrl-C asks the search to
-// stop instead of ending the program; pressed again, it ends the program. A program that was
-// started to ignore it goes on ignoring it.
+// The terminal's side of message boxes, pump and beep. While it lives, Ctrl-C asks the
+// command to stop instead of ending the program; pressed again, it ends the program. A program that
+// was started to ignore it goes on ignoring it.
 class TerminalInterface final : public platform::UserInterface {
 public:
     TerminalInterface();

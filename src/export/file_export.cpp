@@ -7,13 +7,18 @@
 #include "platform/file_replacement.h"
 #include "platform/files.h"
 #include "platform/text.h"
+#include "support/modLanguage.h"
 #include "support/text_ids.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
+#include <charconv>
 #include <system_error>
 
 namespace ov::exporting {
+
+using modLanguage::GetText;
 
 namespace {
 
@@ -39,14 +44,31 @@ public:
     bool flush() {
         if (status_.ok())
             status_ = file_.write(buffer_);
+        constexpr std::size_t keptEnd = 64;
+        size_ += buffer_.size();
+        end_.append(buffer_).erase(0, end_.size() - std::min(end_.size(), keptEnd));
         buffer_.clear();
         return status_.ok();
     }
     const platform::Status& status() const { return status_; }
 
+    // Ends as a PDF does: with the place of its table of objects.
+    bool holdsPdf() const {
+        constexpr std::string_view table = "\nstartxref\n";
+        const std::size_t at = end_.rfind(table);
+        std::uint64_t place = 0;
+        if (at == std::string::npos || !end_.ends_with("\n%%EOF\n"))
+            return false;
+        const auto read =
+            std::from_chars(end_.data() + at + table.size(), end_.data() + end_.size(), place);
+        return read.ec == std::errc() && place > 0 && place < size_;
+    }
+
 private:
     platform::FileReplacement& file_;
     std::string buffer_;
+    std::string end_;        // of what was written
+    std::uint64_t size_ = 0; // of it
     platform::Status status_;
 };
 
@@ -88,28 +110,26 @@ bool writeRows(RowWriter& writer, const RowSource& rows, const GoOn& goOn) {
 }
 
 ExportResult writeStream(const Document& document, const RowSource& rows, Format format,
-                         platform::FileReplacement& file, const GoOn& goOn, PdfWriter pdfWriter) {
+                         platform::FileReplacement& file, const GoOn& goOn, PdfWriter pdfWriter,
+                         const std::string& native) {
     FileSink sink(file);
     const GoOn whileWritable = [&](std::int64_t done) { return sink.status().ok() && goOn(done); };
     const bool complete = format == Format::pdf
                               ? pdfWriter(document, rows, sink, whileWritable)
                               : writeRows(*makeWriter(document, format, sink), rows, whileWritable);
     sink.flush();
+    if (format == Format::pdf && complete && sink.status().ok() && !sink.holdsPdf())
+        return {{EIO, native + ": " + GetText(text_id::exportIncomplete)}, false};
     return {sink.status(), !complete && sink.status().ok()};
 }
 
 ExportResult writeSheet(const Document& document, const RowSource& rows,
                         const platform::FileReplacement& file, const GoOn& goOn,
-                        std::string_view path) {
+                        const std::string& native) {
+    if (rows.count() > mostSheetRows)
+        return {{EFBIG, native + ": " + std::generic_category().message(EFBIG)}, false};
     ExportResult result;
-    const std::string native = platform::toNativePath(path);
-    result.status = rows.count() > mostSheetRows
-                        ? platform::Status(EFBIG, native)
-                        : writeWorkbook(document, rows, file.nativeName(), goOn, result.stopped);
-    // The user knows nothing of the file beside his own.
-    if (const int number = result.status.number(); number != 0)
-        result.status =
-            platform::Status(number, native + ": " + std::generic_category().message(number));
+    result.status = writeWorkbook(document, rows, file.nativeName(), native, goOn, result.stopped);
     return result;
 }
 
@@ -144,8 +164,10 @@ ExportResult exportFile(const Document& document, const RowSource& rows, Format 
     ExportResult result{file.open(path), false};
     if (!result.ok())
         return result;
-    result = format == Format::xlsx ? writeSheet(document, rows, file, goOn, path)
-                                    : writeStream(document, rows, format, file, goOn, pdfWriter);
+    const std::string native = platform::toNativePath(path);
+    result = format == Format::xlsx
+                 ? writeSheet(document, rows, file, goOn, native)
+                 : writeStream(document, rows, format, file, goOn, pdfWriter, native);
     if (result.ok())
         result.status = file.commit();
     return result;

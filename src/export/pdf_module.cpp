@@ -5,33 +5,22 @@
 
 #include "platform/files.h"
 #include "platform/loaded_module.h"
-#include "support/modFilePath.h"
 
-#include <cerrno>
+#include <algorithm>
 
 namespace ov::exporting {
 
 namespace {
 
-// OV_MODULE_FOLDER is where modules are installed, below the prefix and with "/".
+// Two places and no other: what lies further up may be anybody's. OV_MODULE_FOLDER is where modules
+// are installed, below the prefix and with "/".
 std::string findModule() {
     const std::string name = platform::moduleFileName(pdfModuleName);
-    std::string directory = platform::moduleDirectory();
-    std::string beside = directory + name;
-    if (platform::fileExists(beside))
-        return beside;
-    std::string installed = OV_MODULE_FOLDER "\\";
-    for (char& c : installed)
-        c = c == '/' ? '\\' : c;
-    installed += name;
-    constexpr int parents = 4;
-    for (int level = 0; level <= parents && !directory.empty(); ++level) {
-        if (platform::fileExists(directory + installed))
-            return directory + installed;
-        directory.pop_back();
-        directory.resize(modFilePath::directoryPart(directory).size());
-    }
-    return beside;
+    const std::string directory = platform::moduleDirectory();
+    const std::string beside = directory + name;
+    std::string installed = directory + "..\\" OV_MODULE_FOLDER "\\" + name;
+    std::ranges::replace(installed, '/', '\\');
+    return !platform::fileExists(beside) && platform::fileExists(installed) ? installed : beside;
 }
 
 } // namespace

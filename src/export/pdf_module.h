@@ -15,8 +15,8 @@ constexpr const char* pdfModuleName = "OVSearchPdf";
 // A PdfWriter, of the same build. It makes its own Qt application when there is none.
 constexpr const char* pdfModuleFunction = "ovsearchWritePdf";
 
-// Looks beside the program, then in the folder of the plug-in relative to it. nullptr and why not
-// in `status` when there is none or it cannot be loaded.
+// Looks beside the program, then where the installation puts it (../lib/.../ovsearch), and nowhere
+// else. nullptr and why not in `status` when there is none or it cannot be loaded.
 PdfWriter loadPdfWriter(platform::Status& status);
 
 } // namespace ov::exporting

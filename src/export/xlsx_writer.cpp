@@ -4,10 +4,14 @@
 #include "export/xlsx_writer.h"
 
 #include "export/cell.h"
+#include "export/xlsx_check.h"
 #include "platform/locale.h"
 #include "platform/text.h"
+#include "support/modLanguage.h"
+#include "support/text_ids.h"
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <cstdio>
 #include <filesystem>
@@ -51,9 +55,9 @@ std::string sheetName(std::string_view wanted) {
     return std::string(platform::trimmed(name));
 }
 
-// What the library makes into something else: it takes "_x0041_" for an escaped letter, and
-// leaves in what XML cannot hold.
+// Spreadsheets take "_x0041_" for an escaped letter, and XML cannot hold every character.
 std::string sheetText(std::string_view text) {
+    constexpr std::string_view digits = "0123456789ABCDEF";
     std::string out;
     for (std::size_t i = 0; i < text.size(); ++i) {
         const std::string_view rest = text.substr(i);
@@ -62,8 +66,10 @@ std::string sheetText(std::string_view text) {
         } else if (rest.starts_with("\xEF\xBF\xBE") || rest.starts_with("\xEF\xBF\xBF")) {
             out.append("\xEF\xBF\xBD");
             i += 2;
+        } else if (const char c = text[i]; c >= 0 && c < ' ' && c != '\t' && c != '\n') {
+            out.append("_x00").append({digits[c / 16], digits[c % 16], '_'});
         } else {
-            out.push_back(text[i]);
+            out.push_back(c);
         }
     }
     return out;
@@ -71,10 +77,11 @@ std::string sheetText(std::string_view text) {
 
 class Workbook {
 public:
-    Workbook(const Document& document, const std::string& native)
+    Workbook(const Document& document, const std::string& native, const std::string& shown)
         : document_(document),
           directory_(std::filesystem::path(native).parent_path().native()),
-          native_(native) {
+          native_(native),
+          shown_(shown) {
         lxw_workbook_options options{};
         options.constant_memory = LXW_TRUE;
         options.tmpdir = directory_.data(); // a full disk shall be the one that the user knows of
@@ -97,8 +104,7 @@ public:
             constexpr double twipsPerCharacter = 100;
             worksheet_set_column(sheet_, place, place,
                                  std::clamp(column.width / twipsPerCharacter, 8.0, 60.0), nullptr);
-            note(
-                worksheet_write_string(sheet_, 0, place, sheetText(column.caption).c_str(), bold_));
+            writeText(0, place, column.caption, bold_);
         }
         if (document_.columns.empty())
             return;
@@ -119,7 +125,7 @@ public:
                 value &&
                 std::visit([&](const auto& v) { return writeValue(line, place, v); }, *value);
             if (!written)
-                writeText(line, place, cellText(column, hit));
+                writeText(line, place, cellText(column, hit), text_);
         }
     }
 
@@ -138,14 +144,18 @@ public:
             return status();
         errno = 0;
         note(workbook_close(std::exchange(book_, nullptr)));
+        if (error_ == LXW_NO_ERROR && !isWholeWorkbook(native_, cells_))
+            note(LXW_ERROR_ZIP_FILE_OPERATION);
         return status();
     }
 
     platform::Status status() const {
         if (error_ == LXW_NO_ERROR)
             return {};
-        const int number = errno != 0 ? errno : EIO;
-        return {number, native_ + ": " + std::generic_category().message(number)};
+        const int number = reason();
+        return {number, shown_ + ": " +
+                            (number != EIO ? std::generic_category().message(number)
+                                           : modLanguage::GetText(text_id::exportIncomplete))};
     }
 
 private:
@@ -162,6 +172,12 @@ private:
         format_set_num_format(text_, "@"); // stays text when somebody edits it
     }
 
+    // The library does not say, and much else may have set the number.
+    static int reason() {
+        constexpr std::array known = {ENOSPC, EFBIG, EDQUOT, EACCES, EMFILE, ENFILE};
+        return std::ranges::find(known, errno) != known.end() ? errno : EIO;
+    }
+
     void note(lxw_error error) {
         if (error_ == LXW_NO_ERROR)
             error_ = error;
@@ -170,26 +186,32 @@ private:
     bool writeValue(lxw_row_t row, lxw_col_t column, const modDictation::DateSerial& date) {
         if (date.day < firstSafeDay)
             return false;
-        note(worksheet_write_number(sheet_, row, column, date.day + date.second / secondsPerDay,
-                                    date.hasTime ? dateTime_ : date_));
-        return true;
+        return writeNumber(row, column, date.day + date.second / secondsPerDay,
+                           date.hasTime ? dateTime_ : date_);
     }
     bool writeValue(lxw_row_t row, lxw_col_t column, Seconds seconds) {
-        note(worksheet_write_number(sheet_, row, column, seconds.count / secondsPerDay, length_));
-        return true;
+        return writeNumber(row, column, seconds.count / secondsPerDay, length_);
     }
     bool writeValue(lxw_row_t row, lxw_col_t column, std::int64_t number) {
-        note(worksheet_write_number(sheet_, row, column, static_cast<double>(number), nullptr));
+        return writeNumber(row, column, static_cast<double>(number), nullptr);
+    }
+    bool writeNumber(lxw_row_t row, lxw_col_t column, double number, lxw_format* format) {
+        note(worksheet_write_number(sheet_, row, column, number, format));
+        cells_.addNumber();
         return true;
     }
-    void writeText(lxw_row_t row, lxw_col_t column, const std::string& text) {
-        if (!text.empty())
-            note(worksheet_write_string(sheet_, row, column, sheetText(text).c_str(), text_));
+    void writeText(lxw_row_t row, lxw_col_t column, const std::string& text, lxw_format* format) {
+        if (text.empty())
+            return;
+        const std::string stored = sheetText(text);
+        note(worksheet_write_string(sheet_, row, column, stored.c_str(), format));
+        cells_.addText(stored);
     }
 
     const Document& document_;
     std::string directory_;
     std::string native_;
+    std::string shown_; // the name in messages
     lxw_workbook* book_ = nullptr;
     lxw_worksheet* sheet_ = nullptr;
     lxw_format* bold_ = nullptr;
@@ -198,15 +220,17 @@ private:
     lxw_format* length_ = nullptr;
     lxw_format* text_ = nullptr;
     lxw_error error_ = LXW_NO_ERROR;
+    CellSum cells_;
 };
 
 } // namespace
 
 platform::Status writeWorkbook(const Document& document, const RowSource& rows,
-                               const std::string& native, const GoOn& goOn, bool& stopped) {
+                               const std::string& native, const std::string& shown,
+                               const GoOn& goOn, bool& stopped) {
     stopped = false;
     errno = 0;
-    Workbook book(document, native);
+    Workbook book(document, native, shown);
     if (book.failed())
         return book.status();
     book.writeCaptions(rows.count());

@@ -13,7 +13,8 @@ namespace ov::platform {
 // New content for a file, written piece by piece. It is written beside the file, which keeps its
 // old content until commit() renames the new one into its place: a reader or a crash sees the one
 // or the other. Keeps the permissions of the file and, when the path is a link, the link. Without
-// commit() the file stays untouched and nothing is left beside it.
+// commit() the file stays untouched and nothing is left beside it. What a killed process left
+// beside its file goes when the next file of that folder is replaced on the same machine.
 class FileReplacement {
 public:
     FileReplacement();
@@ -28,10 +29,10 @@ public:
     Status write(std::string_view content);
 
     // The native name of what is being written, for a library that opens files by itself. Whoever
-    // uses it does not call write().
+    // uses it does not call write(), and reads back what the library wrote.
     const std::string& nativeName() const;
 
-    // Syncs and renames.
+    // Syncs, reads back what write() was given, and renames. EIO when not all of it is there.
     Status commit();
 
 private:

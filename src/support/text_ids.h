@@ -165,7 +165,8 @@ constexpr std::int32_t nextPage = 4355;
 constexpr std::int32_t zoomIn = 4357;
 constexpr std::int32_t zoomOut = 4358;
 constexpr std::int32_t wholePage = 4359;
-constexpr std::int32_t previewPage = 4360; // accessible name
+constexpr std::int32_t previewPage = 4360;      // accessible name
+constexpr std::int32_t exportIncomplete = 4380; // after the file's name and a colon
 
 // The search
 constexpr std::int32_t fillingList = 10001;

@@ -5,12 +5,16 @@
 
 #include "platform/files.h"
 #include "platform/posix/file_descriptor.h"
+#include "platform/posix/unfinished_file.h"
 
 #include <cerrno>
+#include <cstdint>
 #include <fcntl.h>
 #include <filesystem>
+#include <optional>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <zlib.h>
 
 namespace ov::platform {
 
@@ -37,12 +41,43 @@ bool mayBeReplaced(const std::string& native, mode_t mode) {
     return false;
 }
 
-void syncDirectoryOf(const std::string& native) {
+std::string directoryOf(const std::string& native) {
     const std::size_t slash = native.rfind('/');
-    const std::string directory = slash == std::string::npos ? "." : native.substr(0, slash + 1);
-    const FileDescriptor handle(open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    return slash == std::string::npos ? "./" : native.substr(0, slash + 1);
+}
+
+void syncDirectoryOf(const std::string& native) {
+    const FileDescriptor handle(
+        open(directoryOf(native).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (handle.valid())
         fsync(handle.get());
+}
+
+// What a file should hold, without keeping it.
+struct Fingerprint {
+    std::uint64_t size = 0;
+    uLong sum = 0;
+
+    void add(std::string_view content) noexcept {
+        size += content.size();
+        sum = crc32_z(sum, reinterpret_cast<const Bytef*>(content.data()), content.size());
+    }
+    bool operator==(const Fingerprint&) const = default;
+};
+
+// False with errno set.
+bool readFingerprint(int file, Fingerprint& found) {
+    constexpr std::size_t room = 256 * 1024UL;
+    std::string piece(room, '\0');
+    for (;;) {
+        const ssize_t got = pread(file, piece.data(), piece.size(), static_cast<off_t>(found.size));
+        if (got == 0)
+            return true;
+        if (got > 0)
+            found.add(std::string_view(piece.data(), static_cast<std::size_t>(got)));
+        else if (errno != EINTR)
+            return false;
+    }
 }
 
 } // namespace
@@ -51,14 +86,16 @@ void syncDirectoryOf(const std::string& native) {
 class FileReplacement::TemporaryFile {
 public:
     // Not mkostemp(): only open() applies the user's mask to `mode`.
-    TemporaryFile(const std::string& target, mode_t mode) {
-        const std::string prefix = target + "." + std::to_string(getpid()) + ".";
-        constexpr int leftovers = 1000; // of crashed processes with the same number
-        for (int i = 0; i < leftovers && !file_.valid() && (i == 0 || errno == EEXIST); ++i) {
-            name_ = prefix + std::to_string(i);
-            file_ = FileDescriptor(
-                ::open(name_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode));
+    TemporaryFile(const std::string& directory, mode_t mode) {
+        constexpr int mostAtOnce = 1000;
+        for (int i = 0; i < mostAtOnce && !file_.valid() && (i == 0 || errno == EEXIST); ++i) {
+            name_ = unfinishedName(directory, i);
+            mark_.emplace(name_);
+            file_ =
+                FileDescriptor(::open(name_.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, mode));
         }
+        if (!file_.valid())
+            mark_.reset();
     }
     ~TemporaryFile() {
         if (file_.valid() && !renamed_)
@@ -68,7 +105,12 @@ public:
     TemporaryFile& operator=(const TemporaryFile&) = delete;
 
     bool valid() const noexcept { return file_.valid(); }
-    const std::string& name() const noexcept { return name_; }
+
+    // Whoever asks for it writes by himself, and checks.
+    const std::string& name() noexcept {
+        writtenByOthers_ = true;
+        return name_;
+    }
 
     // The owner can be kept by root only, the group by its members; the mode by everyone.
     bool takeRightsOf(const struct stat& old) {
@@ -77,16 +119,33 @@ public:
         return fchmod(file_.get(), old.st_mode & 07777U) == 0;
     }
 
-    bool write(std::string_view content) { return writeAll(file_.get(), content); }
+    bool write(std::string_view content) {
+        written_.add(content);
+        return writeAll(file_.get(), content);
+    }
 
     bool renameTo(const std::string& target) {
-        renamed_ = fsync(file_.get()) == 0 && rename(name_.c_str(), target.c_str()) == 0;
+        renamed_ = fsync(file_.get()) == 0 && (writtenByOthers_ || holdsWhatWasWritten()) &&
+                   rename(name_.c_str(), target.c_str()) == 0;
         return renamed_;
     }
 
 private:
+    // Asks the disk, as far as the system lets us, and not its cache.
+    bool holdsWhatWasWritten() {
+        static_cast<void>(posix_fadvise(file_.get(), 0, 0, POSIX_FADV_DONTNEED));
+        Fingerprint found;
+        if (!readFingerprint(file_.get(), found))
+            return false;
+        errno = EIO;
+        return found == written_;
+    }
+
     std::string name_;
     FileDescriptor file_;
+    std::optional<UnfinishedMark> mark_; // ends after the file has been removed
+    Fingerprint written_;
+    bool writtenByOthers_ = false;
     bool renamed_ = false;
 };
 
@@ -99,7 +158,9 @@ Status FileReplacement::open(std::string_view path) {
     const bool exists = stat(target_.c_str(), &old) == 0;
     if (exists ? !mayBeReplaced(target_, old.st_mode) : errno != ENOENT)
         return systemError(target_);
-    file_ = std::make_unique<TemporaryFile>(target_, exists ? 0600 : 0666);
+    const std::string directory = directoryOf(target_);
+    removeAbandonedFiles(directory);
+    file_ = std::make_unique<TemporaryFile>(directory, exists ? 0600 : 0666);
     if (!file_->valid() || (exists && !file_->takeRightsOf(old)))
         return systemError(target_);
     return {};

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
+#include "platform/program_end.h"
 #include "platform/terminal.h"
 
 #include <array>
@@ -23,8 +24,7 @@ termios& savedMode() noexcept {
 
 extern "C" void restoreAndEnd(int signal) {
     tcsetattr(STDIN_FILENO, TCSANOW, &savedMode());
-    std::signal(signal, SIG_DFL);
-    static_cast<void>(std::raise(signal));
+    endBySignal(signal);
 }
 
 termios keyMode(termios mode) noexcept {
@@ -50,7 +50,7 @@ TerminalKeys::TerminalKeys() {
     action.sa_handler = restoreAndEnd;
     for (std::size_t i = 0; i < endingSignals.size(); ++i) {
         sigaction(endingSignals[i], nullptr, &state_->before[i]);
-        if (state_->before[i].sa_handler == SIG_DFL)
+        if (state_->before[i].sa_handler != SIG_IGN)
             sigaction(endingSignals[i], &action, nullptr);
     }
     const termios mode = keyMode(savedMode());
