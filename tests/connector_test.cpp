@@ -180,7 +180,7 @@ TEST_F(Plugin, HostFunctions) {
                      "PI_ProgressClear()", "PI_LogView(&\"\\home\\x.WAV\", &\"\")"}));
     host().refused = {"PI_ProgressValue"};
     EXPECT_THROW(modOVPlugIn::ProgressValue(1), HostError);
-    modOVPlugIn::setCallingPlugIn(nullptr);
+    started_.caller = nullptr;
     modOVPlugIn::ProgressValue(2);
     EXPECT_EQ(modOVPlugIn::GetLocalINIFile(), "");
     EXPECT_EQ(host().takeCalls(), Lines{"PI_ProgressValue(&1)"});

@@ -166,12 +166,11 @@ struct StartedPlugIn {
 
     StartedPlugIn() {
         connector.ApplicationStart(host);
-        modOVPlugIn::setCallingPlugIn(&connector);
         host->calls.clear();
     }
-    ~StartedPlugIn() { modOVPlugIn::setCallingPlugIn(nullptr); }
-    StartedPlugIn(const StartedPlugIn&) = delete;
-    StartedPlugIn& operator=(const StartedPlugIn&) = delete;
+
+    IPlugin* caller = &connector; // nullptr: nobody calls any more
+    modOVPlugIn::CallingPlugIn calling{caller};
 };
 
 } // namespace ov::tests

@@ -66,7 +66,6 @@ Session::Session(const SessionOptions& options)
     if (options.settingsDirectory)
         moveSettings(*options.settingsDirectory);
     connector_.ApplicationStart(host_);
-    modOVPlugIn::setCallingPlugIn(&connector_);
     modLanguage::SetLanguage(modOVPlugIn::GetLanguage(connector_),
                              modOVPlugIn::GetSubLanguage(connector_));
     if (!modLanguage::LoadLanguageFile())
@@ -74,10 +73,6 @@ Session::Session(const SessionOptions& options)
     modUtil::SetMessageTitle(modLanguage::GetText(text_id::title));
     modDictation::BuildSearchFieldTable();
     modDictation::LoadColumnSettings();
-}
-
-Session::~Session() {
-    modOVPlugIn::setCallingPlugIn(nullptr);
 }
 
 } // namespace ov::cli

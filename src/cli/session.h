@@ -5,6 +5,7 @@
 
 #include "plugin/Connector.h"
 #include "plugin/host_interfaces.h"
+#include "plugin/modOVPlugIn.h"
 
 #include <cstdint>
 #include <memory>
@@ -54,7 +55,7 @@ private:
 class Session {
 public:
     explicit Session(const SessionOptions& options);
-    ~Session();
+    ~Session() = default;
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
 
@@ -63,6 +64,8 @@ public:
 private:
     std::shared_ptr<TerminalHost> host_;
     Connector connector_;
+    IPlugin* plugIn_ = &connector_;
+    modOVPlugIn::CallingPlugIn calling_{plugIn_};
 };
 
 } // namespace ov::cli

@@ -4,39 +4,72 @@
 // What the buttons, keys and menus of the control do.
 
 #include "control/ctrlOVSearch.h"
-#include "control/search_run.h"
+#include "control/wait_cursor.h"
 #include "dialogs/frmCriteria.h"
 #include "dialogs/frmSearchResultColumns.h"
-#include "dictation/tree_scan.h"
 #include "platform/files.h"
 #include "platform/user_interface.h"
-#include "plugin/modOVPlugIn.h"
 #include "support/modLanguage.h"
 #include "support/modUtil.h"
 #include "support/text_ids.h"
 #include "widgets/text.h"
 
-#include <QGuiApplication>
 #include <QMenu>
-#include <QPointer>
+#include <QScopedValueRollback>
 
 namespace ov {
 
 namespace {
 
-class WaitCursor {
+// A command is at work: its buttons are off meanwhile.
+class Busy {
 public:
-    WaitCursor() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }
-    ~WaitCursor() { QGuiApplication::restoreOverrideCursor(); }
-    WaitCursor(const WaitCursor&) = delete;
-    WaitCursor& operator=(const WaitCursor&) = delete;
+    Busy(ControlView& view, const ctrlOVSearch& control) : view_(view), control_(control) {
+        view_.show(ControlView::Activity::busy);
+    }
+    ~Busy() {
+        if (!control_.isEnding())
+            view_.show(ControlView::Activity::idle);
+    }
+    Busy(const Busy&) = delete;
+    Busy& operator=(const Busy&) = delete;
+
+private:
+    ControlView& view_;
+    const ctrlOVSearch& control_;
 };
 
 } // namespace
 
+void ctrlOVSearch::post(const char* procedure, std::function<void()> run) {
+    commands_.post(procedure, std::move(run));
+}
+
+void ctrlOVSearch::perform(const char* procedure, const std::function<void()>& run) {
+    if (terminating_)
+        return;
+    const Frame frame(*this);
+    const Busy busy(view_, *this);
+    stopRequested_ = false;
+    try {
+        run();
+    } catch (const HostError& error) {
+        report(Error(error.number(), error.description()), procedure);
+    } catch (const std::exception& error) {
+        report(Error(0, error.what()), procedure);
+    } catch (...) {
+        report(Error(0, "unknown"), procedure);
+    }
+}
+
+void ctrlOVSearch::report(const Error& error, const char* procedure) {
+    WriteErrorLog(error, procedure);
+    if (!terminating_)
+        modUtil::ShowMessage(error.description, platform::MessageIcon::exclamation, {}, this);
+}
+
 void ctrlOVSearch::cmdSearchOptions_Click(int index) {
-    searching_ = searching_ || (operations_ == 0 && index == ControlView::search);
-    command("cmdSearchOptions_Click", [this, index] {
+    post("cmdSearchOptions_Click", [this, index] {
         if (!checkDictationTree(dictationTree_, *this))
             return;
         switch (index) {
@@ -59,7 +92,7 @@ void ctrlOVSearch::cmdSearchOptions_Click(int index) {
 }
 
 void ctrlOVSearch::cmdSearchKriteriaOptions_Click(int index) {
-    command("cmdSearchKriteriaOptions_Click", [this, index] {
+    post("cmdSearchKriteriaOptions_Click", [this, index] {
         switch (index) {
         case ControlView::addCriterion:
             addCriterion();
@@ -77,21 +110,25 @@ void ctrlOVSearch::cmdSearchKriteriaOptions_Click(int index) {
 }
 
 void ctrlOVSearch::runSearch() {
-    exporting::Searched searched{view_.lvSearchCriteria->criteria(), view_.isCompareAnd(),
-                                 dictationTree_};
-    hitCount_.reset();
+    const std::string root = dictationTree_; // the host may name another one meanwhile
     SearchRun run(
-        view_, *this, [this] { view_.picPlayer->PlayerStop(); }, [this] { return terminating_; });
-    if (!run.run(dictationTree_) || terminating_)
-        return;
-    hitCount_ = run.hitCount();
-    searched_ = std::move(searched);
+        view_, *this,
+        [this, &root] {
+            view_.picPlayer->PlayerStop();
+            outcome_.reset();
+            searched_ = {view_.lvSearchCriteria->criteria(), view_.isCompareAnd(), root};
+        },
+        [this] { return terminating_; });
+    const QScopedValueRollback running(run_, &run);
+    if (auto outcome = run.run(root))
+        outcome_ = std::move(outcome);
 }
 
+// No command: what it does is done at once, and only marks what others look at.
 void ctrlOVSearch::stopSearch() {
     stopRequested_ = true;
-    if (modDictation::isSearchRunning())
-        modDictation::requestSearchAbort();
+    if (run_ != nullptr)
+        run_->stop();
 }
 
 // The menu of the button.
@@ -106,8 +143,8 @@ void ctrlOVSearch::exportResults() {
     menu->setAttribute(Qt::WA_DeleteOnClose);
     exporting::print::addCommands(*menu, !view_.lvSearchResult->selectedHits().empty(),
                                   [this](exporting::print::Command what, bool selectedOnly) {
-                                      command("ExportRows",
-                                              [=, this] { exportRows(what, selectedOnly); });
+                                      post("ExportRows",
+                                           [=, this] { exportRows(what, selectedOnly); });
                                   });
     const QPushButton* button = view_.cmdSearchOptions[ControlView::print];
     menu->popup(button->mapToGlobal(button->rect().bottomLeft()));
@@ -149,24 +186,15 @@ void ctrlOVSearch::showLog() const {
         modOVPlugIn::LogView(path);
 }
 
-void ctrlOVSearch::sortResults(int column) {
-    command("lvSearchResult_ColumnClick", [this, column] {
-        const WaitCursor waiting;
-        view_.lvSearchResult->sortByColumn(column);
-    });
-}
-
 void ctrlOVSearch::copyRows(const std::function<void(const std::function<bool()>&)>& copy) {
-    command("CopyRows", [this, &copy] {
-        if (view_.lvSearchResult->selectedRowCount() > ResultList::mostCopiedRows) {
-            modUtil::ShowMessage(modLanguage::GetText(text_id::tooManyRows,
-                                                      {std::to_string(ResultList::mostCopiedRows)}),
-                                 platform::MessageIcon::information, {}, this);
-            return;
-        }
-        const WaitCursor waiting;
-        copy([this] { return !terminating_ && !stopRequested_; });
-    });
+    if (view_.lvSearchResult->selectedRowCount() > ResultList::mostCopiedRows) {
+        modUtil::ShowMessage(modLanguage::GetText(text_id::tooManyRows,
+                                                  {std::to_string(ResultList::mostCopiedRows)}),
+                             platform::MessageIcon::information, {}, this);
+        return;
+    }
+    const WaitCursor waiting;
+    copy([this] { return !terminating_ && !stopRequested_; });
 }
 
 // Empty when the editor was left without a new criterion.

@@ -59,7 +59,8 @@ Box* tight(QWidget* parent) {
 
 } // namespace
 
-ControlView::ControlView(QWidget& control) : splitter(new QSplitter(Qt::Vertical, &control)) {
+ControlView::ControlView(QWidget& control)
+    : splitter(new QSplitter(Qt::Vertical, &control)), control_(control) {
     splitter->setChildrenCollapsible(false);
     splitter->addWidget(buildCriteriaHalf());
     splitter->addWidget(buildResultHalf());
@@ -70,8 +71,7 @@ ControlView::ControlView(QWidget& control) : splitter(new QSplitter(Qt::Vertical
     column->setContentsMargins(margin, margin, margin, margin);
     column->addWidget(splitter);
     setTabOrder();
-    enableCriteriaButtons();
-    setBusy(false, false);
+    enable();
 }
 
 QWidget* ControlView::buildCriteriaHalf() {
@@ -191,20 +191,48 @@ void ControlView::describeCompare() const {
         widgets::text(isCompareAnd() ? text_id::describeAll : text_id::describeAny));
 }
 
-void ControlView::setBusy(bool busy, bool searching) {
-    busy_ = busy;
+void ControlView::show(Activity activity) {
+    activity_ = activity;
+    const QPointer<QWidget> before = control_.window()->focusWidget();
+    enable();
+    QWidget* const now = control_.window()->focusWidget();
+    if (now != before) {
+        displaced_ = before == refuge_ && displaced_ ? displaced_ : before;
+        refuge_ = now;
+    }
+    if (activity == Activity::idle)
+        giveKeyboardBack();
+}
+
+void ControlView::enable() {
+    const bool idle = activity_ == Activity::idle;
     for (QPushButton* button : cmdSearchOptions)
-        button->setEnabled(!busy);
-    cmdSearchStop->setEnabled(searching);
-    lvSearchResult->setBusy(busy);
+        button->setEnabled(idle);
+    cmdSearchStop->setEnabled(activity_ == Activity::searching);
+    lvSearchResult->setBusy(!idle);
     enableCriteriaButtons();
 }
 
+void ControlView::giveKeyboardBack() {
+    if (displaced_ && control_.window()->focusWidget() == refuge_ &&
+        control_.isAncestorOf(displaced_)) {
+        if (displaced_->isEnabled())
+            displaced_->setFocus();
+        else if (displaced_ == cmdSearchStop)
+            cmdSearchOptions[search]->setFocus();
+        else
+            lvSearchCriteria->setFocus();
+    }
+    displaced_ = nullptr;
+    refuge_ = nullptr;
+}
+
 void ControlView::enableCriteriaButtons() {
+    const bool idle = activity_ == Activity::idle;
     const bool selected = lvSearchCriteria->hasSelected();
-    cmdSearchKriteriaOptions[addCriterion]->setEnabled(!busy_);
-    cmdSearchKriteriaOptions[editCriterion]->setEnabled(!busy_ && selected);
-    cmdSearchKriteriaOptions[deleteCriterion]->setEnabled(!busy_ && selected);
+    cmdSearchKriteriaOptions[addCriterion]->setEnabled(idle);
+    cmdSearchKriteriaOptions[editCriterion]->setEnabled(idle && selected);
+    cmdSearchKriteriaOptions[deleteCriterion]->setEnabled(idle && selected);
 }
 
 void ControlView::setNotice(const QString& notice) const {

@@ -8,6 +8,7 @@
 #include "playback/panel/player_panel.h"
 
 #include <QLabel>
+#include <QPointer>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSplitter>
@@ -36,9 +37,14 @@ public:
     bool isCompareAnd() const { return optCriteriaCompare[all]->isChecked(); }
     void describeCompare() const;
 
-    // Buttons and lists as they are while nothing runs, or while something does. `searching`
-    // shows the stop button.
-    void setBusy(bool busy, bool searching);
+    // What is going on decides what can be pressed:
+    //                     idle  busy  searching
+    //   commands, headers  on    -     -
+    //   stop               -     -     on
+    // A button that loses the keyboard by this has it again when all is idle, unless the user
+    // gave it to another widget meanwhile.
+    enum class Activity { idle, busy, searching };
+    void show(Activity activity);
     void enableCriteriaButtons();
 
     // Below the hits: what the last search could not do; empty hides it.
@@ -68,7 +74,13 @@ private:
     QBoxLayout* buildNoticeRow(QWidget* parent);
     void setTabOrder();
 
-    bool busy_ = false;
+    void enable();
+    void giveKeyboardBack();
+
+    QWidget& control_;
+    Activity activity_ = Activity::idle;
+    QPointer<QWidget> displaced_; // had the keyboard before it was disabled
+    QPointer<QWidget> refuge_;    // where the keyboard went then
 };
 
 } // namespace ov

@@ -3,11 +3,8 @@
 
 #include "control/ctrlOVSearch.h"
 
-#include "control/search_run.h"
-#include "dictation/tree_scan.h"
+#include "control/wait_cursor.h"
 #include "platform/text.h"
-#include "playback/modMultimedia.h"
-#include "plugin/modOVPlugIn.h"
 #include "support/log.h"
 #include "support/modLanguage.h"
 #include "support/modUtil.h"
@@ -15,103 +12,30 @@
 #include "widgets/text.h"
 
 #include <QApplication>
-#include <QDialog>
 #include <QEvent>
 #include <QLayout>
-#include <QPointer>
 #include <QShortcut>
-#include <exception>
 
 namespace ov {
 
 namespace {
-
-// What a host function throws is its failure, not ours: the control goes on without an answer.
-template <typename Call>
-auto asked(const char* procedure, Call call) -> decltype(call()) {
-    try {
-        return call();
-    } catch (const HostError& error) {
-        WriteErrorLog(Error(error.number(), error.description()), procedure);
-    } catch (...) {
-        WriteErrorLog(Error(0, "the host threw what it may not throw"), procedure);
-    }
-    return {};
-}
 
 // Every action that the host announces by name; letter case does not matter.
 bool isAction(std::string_view parameter, std::string_view name) {
     return platform::upperCase(parameter) == name;
 }
 
-class ControlHandle final : public IFormExtension {
-public:
-    explicit ControlHandle(QWidget* parent) : control_(new ctrlOVSearch(parent)) {}
-    ~ControlHandle() override {
-        if (control_)
-            control_->letGo();
-    }
-    ControlHandle(const ControlHandle&) = delete;
-    ControlHandle& operator=(const ControlHandle&) = delete;
-
-    void IFormExtension_Init(IPlugin& plugIn, IHostForm& form) override {
-        if (control_)
-            control_->IFormExtension_Init(plugIn, form);
-    }
-    WindowHandle IFormExtension_Window() noexcept override {
-        return static_cast<QWidget*>(control_.data());
-    }
-
-private:
-    QPointer<ctrlOVSearch> control_; // empty when the host destroyed the window around it
-};
-
 } // namespace
 
-std::shared_ptr<IFormExtension> makeControl(WindowHandle parent) {
-    return std::make_shared<ControlHandle>(static_cast<QWidget*>(parent));
-}
-
-class ctrlOVSearch::Operation {
-public:
-    explicit Operation(ctrlOVSearch& control)
-        : control_(control), focused_(QApplication::focusWidget()) {
-        if (control_.operations_++ > 0)
-            return;
-        control_.stopRequested_ = false;
-        control_.view_.setBusy(true, control_.searching_);
-    }
-    ~Operation() {
-        if (--control_.operations_ > 0)
-            return;
-        control_.searching_ = false;
-        if (control_.terminating_)
-            control_.deleteLater();
-        else
-            giveBack();
-    }
-    Operation(const Operation&) = delete;
-    Operation& operator=(const Operation&) = delete;
-
-private:
-    // A button that is disabled meanwhile loses the focus; a key must not land on another one.
-    void giveBack() {
-        control_.view_.setBusy(false, false);
-        if (!focused_ || !control_.isAncestorOf(focused_) || focused_->hasFocus())
-            return;
-        if (focused_->isEnabled())
-            focused_->setFocus();
-        else
-            control_.view_.lvSearchCriteria->setFocus();
-    }
-
-    ctrlOVSearch& control_;
-    QPointer<QWidget> focused_;
-};
-
-ctrlOVSearch::ctrlOVSearch(QWidget* parent) : QWidget(parent), view_(*this) {
+ctrlOVSearch::ctrlOVSearch(QWidget* parent)
+    : QWidget(parent),
+      view_(*this),
+      commands_(this, [this](const char* procedure, const CommandQueue::Command& run) {
+          perform(procedure, run);
+      }) {
     setObjectName(QStringLiteral("ctrlOVSearch"));
     setFocusProxy(view_.lvSearchCriteria);
+    followParent();
 }
 
 ctrlOVSearch::~ctrlOVSearch() {
@@ -121,50 +45,68 @@ ctrlOVSearch::~ctrlOVSearch() {
 // ---- Start
 
 void ctrlOVSearch::IFormExtension_Init(IPlugin& plugIn, IHostForm& form) {
+    if (terminating_)
+        return;
     initialising_ = true;
     plugIn_ = &plugIn;
     m_icExtendableForm = &form;
-    modOVPlugIn::setCallingPlugIn(&plugIn);
-    asked("IFormExtension_Init", [this] {
-        m_cEventSource = m_icExtendableForm->EventSource();
-        if (m_cEventSource)
-            m_cEventSource->subscribe(*this);
-        return 0;
-    });
+    const Frame frame(*this);
+    listenToHost();
     view_.picPlayer->createMixer();
     readFromHost();
+    if (terminating_)
+        return;
     if (!modLanguage::LoadLanguageFile()) {
         modLanguage::ShowLanguageLoadFailure();
         return;
     }
-    buildControl(plugIn);
+    buildControl();
     initialising_ = false;
+}
+
+void ctrlOVSearch::listenToHost() {
+    constexpr const char* procedure = "IFormExtension_Init";
+    m_cEventSource = ask(procedure, [this] { return m_icExtendableForm->EventSource(); });
+    if (!m_cEventSource)
+        return;
+    ask(procedure, [this] {
+        m_cEventSource->subscribe(*this);
+        return 0;
+    });
+    if (terminating_) // the end may have come before the host had us on its list
+        m_cEventSource->unsubscribe(*this);
 }
 
 void ctrlOVSearch::readFromHost() {
     namespace host = modOVPlugIn;
     constexpr const char* procedure = "IFormExtension_Init";
-    const std::int32_t language = asked(procedure, [&] { return host::GetLanguage(*plugIn_); });
+    const std::int32_t language = ask(procedure, [this] { return host::GetLanguage(*plugIn_); });
     const std::int32_t subLanguage =
-        asked(procedure, [&] { return host::GetSubLanguage(*plugIn_); });
-    settings_ = ControlSettings(asked(procedure, [] { return host::GetLocalINIFile(); }));
-    dictationTree_ = asked(
-        procedure, [] { return host::GetHostDirectory(host::host_directory::dictationTree); });
-    criteriaFile_ = CriteriaFile(
-        asked(procedure, [] { return host::GetHostDirectory(host::host_directory::settings); }));
+        ask(procedure, [this] { return host::GetSubLanguage(*plugIn_); });
+    const std::string settings = ask(procedure, [] { return host::GetLocalINIFile(); });
+    dictationTree_ =
+        ask(procedure, [] { return host::GetHostDirectory(host::host_directory::dictationTree); });
+    const std::string directory =
+        ask(procedure, [] { return host::GetHostDirectory(host::host_directory::settings); });
+    if (terminating_)
+        return;
+    settings_ = ControlSettings(settings);
+    criteriaFile_ = CriteriaFile(directory);
     settings_.markAsCopied();
     modLanguage::SetLanguage(language, subLanguage);
 }
 
-void ctrlOVSearch::buildControl(IPlugin& plugIn) {
+void ctrlOVSearch::buildControl() {
     const std::string title = modLanguage::GetText(text_id::title);
-    plugIn.setPlugInDescription(title);
+    plugIn_->setPlugInDescription(title);
     modUtil::SetMessageTitle(title);
     modDictation::BuildSearchFieldTable();
-    asked("LoadColumnSettings", [] {
+    ask("LoadColumnSettings", [] {
         modDictation::LoadColumnSettings();
         return 0;
     });
+    if (terminating_)
+        return;
     view_.setCompareAnd(settings_.searchCompareAnd());
     view_.lvSearchResult->setSettings(settings_);
     view_.lvSearchResult->ApplyColumns();
@@ -177,8 +119,8 @@ void ctrlOVSearch::buildControl(IPlugin& plugIn) {
         view_.lvSearchCriteria->add(criterion);
     connectAll();
     addShortcuts();
-    asked("IFormExtension_Init", [&] {
-        m_icExtendableForm->ReportControlReady(plugIn);
+    ask("IFormExtension_Init", [this] {
+        m_icExtendableForm->ReportControlReady(*plugIn_);
         return 0;
     });
 }
@@ -196,19 +138,26 @@ void ctrlOVSearch::connectAll() {
 
     connect(view_.splitter, &QSplitter::splitterMoved, this, [this] { shareMoved_ = true; });
 
+    connectCriteria();
+    connectResults();
+}
+
+void ctrlOVSearch::connectCriteria() {
     const CriteriaList* criteria = view_.lvSearchCriteria;
-    const auto criteriaOption = [this](int index) {
+    const auto option = [this](int index) {
         return [this, index] { cmdSearchKriteriaOptions_Click(index); };
     };
-    connect(criteria, &CriteriaList::addRequested, this, criteriaOption(ControlView::addCriterion));
-    connect(criteria, &CriteriaList::editRequested, this,
-            criteriaOption(ControlView::editCriterion));
-    connect(criteria, &CriteriaList::deleteRequested, this,
-            criteriaOption(ControlView::deleteCriterion));
+    connect(criteria, &CriteriaList::addRequested, this, option(ControlView::addCriterion));
+    connect(criteria, &CriteriaList::editRequested, this, option(ControlView::editCriterion));
+    connect(criteria, &CriteriaList::deleteRequested, this, option(ControlView::deleteCriterion));
     connect(criteria, &CriteriaList::selectionMoved, this,
             [this] { view_.enableCriteriaButtons(); });
+}
 
-    const ResultList* results = view_.lvSearchResult;
+// The player's own commands neither leave the control nor let messages be handled, and are wanted
+// while a command runs: they go straight to it.
+void ctrlOVSearch::connectResults() {
+    ResultList* results = view_.lvSearchResult;
     const PlayerPanel* player = view_.picPlayer;
     connect(results, &ResultList::playRequested, player, &PlayerPanel::PlayerPlay);
     connect(results, &ResultList::playOrPauseRequested, player, &PlayerPanel::playOrPause);
@@ -218,17 +167,28 @@ void ctrlOVSearch::connectAll() {
             [this](std::int32_t seconds) { settings_.setBackUpSeconds(seconds); });
     connect(player, &PlayerPanel::speedChosen, this,
             [this](std::int32_t percent) { settings_.setSpeedPercent(percent); });
+
+    const auto posted = [this](const char* procedure, auto run) {
+        return [this, procedure, run] { post(procedure, run); };
+    };
     connect(results, &ResultList::showLogRequested, this,
             [this] { cmdSearchOptions_Click(ControlView::log); });
     connect(results, &ResultList::columnsRequested, this,
             [this] { cmdSearchOptions_Click(ControlView::columns); });
-    connect(results, &ResultList::sortRequested, this, &ctrlOVSearch::sortResults);
-    connect(results, &ResultList::copyRequested, this, [this] {
-        copyRows([this](const auto& goOn) { view_.lvSearchResult->copySelectedRows(goOn); });
+    connect(results, &ResultList::sortRequested, this, [this](int column) {
+        post("lvSearchResult_ColumnClick", [this, column] {
+            const WaitCursor waiting;
+            view_.lvSearchResult->sortByColumn(column);
+        });
     });
-    connect(results, &ResultList::copyPathsRequested, this, [this] {
-        copyRows([this](const auto& goOn) { view_.lvSearchResult->copySelectedPaths(goOn); });
-    });
+    connect(results, &ResultList::copyRequested, this, posted("CopyRows", [this, results] {
+                copyRows([results](const auto& goOn) { results->copySelectedRows(goOn); });
+            }));
+    connect(results, &ResultList::copyPathsRequested, this, posted("CopyPaths", [this, results] {
+                copyRows([results](const auto& goOn) { results->copySelectedPaths(goOn); });
+            }));
+    connect(results, &ResultList::openFolderRequested, this,
+            posted("OpenFolder", [results] { results->openFolder(); }));
 }
 
 void ctrlOVSearch::addShortcuts() {
@@ -243,7 +203,7 @@ void ctrlOVSearch::addShortcuts() {
     add(Qt::Key_Escape, &ctrlOVSearch::stopSearch);
     const auto addExport = [&](const QKeySequence& key, exporting::print::Command what) {
         add(key, [this, what] {
-            command("ExportRows", [this, what] {
+            post("ExportRows", [this, what] {
                 if (checkDictationTree(dictationTree_, *this))
                     exportRows(what, false);
             });
@@ -253,58 +213,21 @@ void ctrlOVSearch::addShortcuts() {
     addExport(QKeySequence::Save, exporting::print::Command::saveAs);
 }
 
-// ---- End
-
-void ctrlOVSearch::letGo() {
-    UserControl_Terminate();
-    hide();
-    setParent(nullptr); // the host's window may go before a search has come to its end
-    if (operations_ == 0)
-        delete this;
-}
-
-void ctrlOVSearch::UserControl_Terminate() {
-    if (terminating_)
-        return;
-    terminating_ = true;
-    if (m_cEventSource)
-        m_cEventSource->unsubscribe(*this);
-    if (modDictation::isSearchRunning())
-        modDictation::requestSearchAbort();
-    const QList<QDialog*> dialogs = findChildren<QDialog*>();
-    for (QDialog* dialog : dialogs)
-        dialog->reject();
-    windowInterface_->closeBoxes();
-    endPlayer();
-    if (built_) {
-        saveCriteria();
-        view_.lvSearchResult->saveSettings();
-        if (shareMoved_)
-            settings_.setCriteriaShare(view_.criteriaShare());
-    }
-    if (modOVPlugIn::callingPlugIn() == plugIn_)
-        modOVPlugIn::setCallingPlugIn(nullptr); // the host's objects may go from now on
-}
-
-// The level timer is ended twice and the status timer not at all, which ends with the control.
-void ctrlOVSearch::endPlayer() const {
-    view_.picPlayer->PlayerStop();
-    view_.picPlayer->stopLevelTimer();
-    view_.picPlayer->stopLevelTimer();
-    modMultimedia::MciCloseAll();
-    view_.picPlayer->releaseMixer();
-}
-
 // ---- What the host tells
 
 void ctrlOVSearch::EventSource_ActionEvent(std::int32_t action, std::int32_t /*second*/,
                                            std::string_view parameter) {
+    const Frame frame(*this);
     if (action == action_event::update && isAction(parameter, "UPDATE"))
         refresh();
     if (action != action_event::changed)
         return;
     if (isAction(parameter, "DIR_NETDICTATIONTREE")) {
-        dictationTree_ = modOVPlugIn::GetHostDirectory(modOVPlugIn::host_directory::dictationTree);
+        std::string root =
+            modOVPlugIn::GetHostDirectory(modOVPlugIn::host_directory::dictationTree);
+        if (terminating_)
+            return;
+        dictationTree_ = std::move(root);
         refresh();
     } else if (isAction(parameter, "LANGUAGE")) {
         // The plug-in object was told before us and has set the language.
@@ -317,10 +240,12 @@ void ctrlOVSearch::EventSource_WindowEvent(std::int32_t /*event*/, std::int32_t 
                                            std::int32_t /*third*/, std::int32_t /*fourth*/,
                                            IHostWindow& /*window*/) {}
 
-// Before Qt hands it on to the children, open dialogs among them.
+// The language before Qt hands it on to the children, open dialogs among them.
 void ctrlOVSearch::changeEvent(QEvent* event) {
-    if (event->type() == QEvent::LanguageChange && built_)
+    if (event->type() == QEvent::LanguageChange && built_ && !terminating_)
         retranslate();
+    else if (event->type() == QEvent::ParentChange)
+        followParent();
     QWidget::changeEvent(event);
 }
 
@@ -341,35 +266,7 @@ void ctrlOVSearch::retranslate() {
     plugIn_->setPlugInDescription(title);
     setAccessibleName(widgets::toQt(title));
     view_.retranslate(*this);
-    if (hitCount_) {
-        view_.lblSearchResult->setText(searchResultText(*hitCount_));
-        view_.setNotice(searchNotice());
-    } else {
-        view_.lblSearchResult->setText(widgets::text(text_id::resultLabel, {""}));
-    }
-}
-
-// ---- Commands
-
-void ctrlOVSearch::command(const char* procedure, const std::function<void()>& run) {
-    if (operations_ > 0 || terminating_)
-        return;
-    const Operation operation(*this);
-    try {
-        run();
-    } catch (const HostError& error) {
-        report(Error(error.number(), error.description()), procedure);
-    } catch (const std::exception& error) {
-        report(Error(0, error.what()), procedure);
-    } catch (...) {
-        report(Error(0, "unknown"), procedure);
-    }
-}
-
-void ctrlOVSearch::report(const Error& error, const char* procedure) {
-    WriteErrorLog(error, procedure);
-    if (!terminating_)
-        modUtil::ShowMessage(error.description, platform::MessageIcon::exclamation, {}, this);
+    showOutcome(view_, outcome_);
 }
 
 } // namespace ov

@@ -3,11 +3,15 @@
 
 #pragma once
 
+#include "control/command_queue.h"
 #include "control/control_settings.h"
 #include "control/control_view.h"
 #include "control/criteria_file.h"
+#include "control/host_trap.h"
+#include "control/search_run.h"
 #include "export/print/list_export.h"
 #include "plugin/host_interfaces.h"
+#include "plugin/modOVPlugIn.h"
 #include "support/log.h"
 #include "widgets/window_interface.h"
 
@@ -22,6 +26,9 @@ namespace ov {
 
 // The search control that the host places in its main window: criteria, the hits of a search,
 // the player. The host drives it through the object that makeControl() gives.
+//
+// Every call that leaves it (to the host, to a dialog, to the event loop) may come back to a
+// control that has been let go of: after each, isEnding() is looked at.
 class ctrlOVSearch final : public QWidget, public IEventSink {
     Q_OBJECT
 
@@ -32,9 +39,11 @@ public:
     // The start sequence. A host function that fails counts as one that answers nothing.
     void IFormExtension_Init(IPlugin& plugIn, IHostForm& form);
 
-    // The host lets go. Ends what runs, saves what the user entered, and deletes the control as
-    // soon as nothing of it is on the stack any more.
+    // The host lets go, or has destroyed the window around the control. Ends what runs, saves what
+    // the user entered, calls the host no more, and deletes the control as soon as nothing of it
+    // is on the stack.
     void letGo();
+    bool isEnding() const { return terminating_; }
 
     void EventSource_ActionEvent(std::int32_t action, std::int32_t second,
                                  std::string_view parameter) override;
@@ -49,20 +58,51 @@ protected:
     void showEvent(QShowEvent* event) override;
 
 private:
-    // Marks that code of the control is on the stack which lets window messages be handled.
-    class Operation;
+    // Code of the control that calls the host or lets messages be handled is on the stack. Keeps
+    // the control alive, and lets it call in its own name.
+    class Frame {
+    public:
+        explicit Frame(ctrlOVSearch& control)
+            : alive_(control),
+              calling_(control.plugIn_),
+              windows_(*control.windowInterface_, &control) {}
+
+    private:
+        struct Alive {
+            explicit Alive(ctrlOVSearch& entered) : control(entered) { ++control.frames_; }
+            ~Alive() { control.leaveFrame(); }
+            Alive(const Alive&) = delete;
+            Alive& operator=(const Alive&) = delete;
+            ctrlOVSearch& control;
+        };
+        Alive alive_; // the last to go
+        modOVPlugIn::CallingPlugIn calling_;
+        widgets::WindowInterface::Use windows_;
+    };
 
     void UserControl_Terminate();
+    void leaveFrame();
+    void followParent();
+    void listenToHost();
     void readFromHost();
-    void buildControl(IPlugin& plugIn);
+    void buildControl();
     void connectAll();
+    void connectCriteria();
+    void connectResults();
     void addShortcuts();
     void retranslate();
     void refresh() {} // hook of the host's "UPDATE": nothing to refresh
 
-    // Runs a user's command; what it throws is logged and shown. A command inside another is not
-    // run.
-    void command(const char* procedure, const std::function<void()>& run);
+    // What the host answers; nothing when it fails, or has let go meanwhile.
+    template <typename Call>
+    auto ask(const char* procedure, Call call) -> decltype(call()) {
+        return terminating_ ? decltype(call())() : trapped(procedure, call);
+    }
+
+    // Hands a command to the queue, which runs it by perform().
+    void post(const char* procedure, std::function<void()> run);
+    // What a command throws is logged and shown.
+    void perform(const char* procedure, const std::function<void()>& run);
     void report(const Error& error, const char* procedure);
 
     void runSearch();
@@ -71,7 +111,6 @@ private:
     void exportRows(exporting::print::Command what, bool selectedOnly);
     void chooseColumns();
     void showLog() const;
-    void sortResults(int column);
     void copyRows(const std::function<void(const std::function<bool()>&)>& copy);
     void addCriterion();
     void editCriterion();
@@ -83,11 +122,13 @@ private:
 
     std::shared_ptr<widgets::WindowInterface> windowInterface_ = widgets::WindowInterface::shared();
     ControlView view_;
+    CommandQueue commands_;
     // NOLINTBEGIN(readability-identifier-naming): the host's documentation names these two
     std::shared_ptr<EventSource> m_cEventSource;
     IHostForm* m_icExtendableForm = nullptr;
     // NOLINTEND(readability-identifier-naming)
-    IPlugin* plugIn_ = nullptr;
+    IPlugin* plugIn_ = nullptr; // nullptr again when the host has let go
+    QMetaObject::Connection parentGone_;
     ControlSettings settings_;
     CriteriaFile criteriaFile_;
     std::string dictationTree_;
@@ -95,11 +136,11 @@ private:
     bool terminating_ = false;
     bool built_ = false;
     bool shown_ = false;
-    bool shareMoved_ = false; // the user moved the line between the halves
-    bool searching_ = false;
+    bool shareMoved_ = false;    // the user moved the line between the halves
     bool stopRequested_ = false; // by Esc or the stop button
-    int operations_ = 0;
-    std::optional<std::int32_t> hitCount_; // of the last search
+    int frames_ = 0;
+    SearchRun* run_ = nullptr;             // that is on the stack
+    std::optional<SearchOutcome> outcome_; // of the last search
     exporting::Searched searched_;         // what it looked for
 };
 

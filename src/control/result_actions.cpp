@@ -99,7 +99,7 @@ QMenu* ResultList::buildMenu() {
     menu->addSeparator();
     add("copy", text_id::menuCopyRows, QKeySequence::Copy, any, &ResultList::copyRequested);
     add("", text_id::menuCopyPath, {}, any, &ResultList::copyPathsRequested);
-    add("folder", text_id::menuOpenFolder, {}, any, [this] { openFolder(); });
+    add("folder", text_id::menuOpenFolder, {}, any, &ResultList::openFolderRequested);
     menu->addSeparator();
     add("", text_id::menuSelectAll, QKeySequence::SelectAll, !isEmpty(), [this] { selectAll(); });
     add("columns", text_id::menuColumns, {}, true, &ResultList::columnsRequested);

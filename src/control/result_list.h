@@ -74,6 +74,7 @@ Q_SIGNALS:
     void sortRequested(int column);
     void copyRequested();
     void copyPathsRequested();
+    void openFolderRequested();
 
 public:
     // While the caller works on the rows, headers cannot be clicked.
@@ -86,6 +87,8 @@ public:
     // clipboard. Lets window messages be handled; nothing is copied when `goOn` answers no.
     void copySelectedRows(const std::function<bool()>& goOn);
     void copySelectedPaths(const std::function<bool()>& goOn);
+    // Of the selected row, in the desktop's file manager.
+    void openFolder() const;
 
 protected:
     QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
@@ -122,7 +125,6 @@ private:
     std::int32_t twipsOf(int pixels) const;
 
     QMenu* buildMenu();
-    void openFolder() const;
 
     ResultModel* model_;
     ControlSettings settings_;

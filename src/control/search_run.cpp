@@ -3,7 +3,6 @@
 
 #include "control/search_run.h"
 
-#include "dictation/tree_scan.h"
 #include "platform/files.h"
 #include "platform/user_interface.h"
 #include "plugin/modOVPlugIn.h"
@@ -12,6 +11,7 @@
 #include "support/text_ids.h"
 #include "widgets/text.h"
 
+#include <QScopedValueRollback>
 #include <QTimer>
 #include <string_view>
 
@@ -54,6 +54,32 @@ private:
     QTimer timer_;
 };
 
+// " (12 dictations)".
+std::string countText(std::int32_t hitCount) {
+    return " (" + std::to_string(hitCount) + " " +
+           GetText(hitCount == 1 ? text_id::dictation : text_id::dictations) + ")";
+}
+
+// What the search left out or did not reach; empty when nothing.
+QString noticeText(const modDictation::ScanReport& report) {
+    QStringList sentences;
+    if (report.stopped)
+        sentences << widgets::text(text_id::searchStopped);
+    if (report.rootVanished)
+        sentences << widgets::text(text_id::storeVanished);
+    else if (report.foldersUnreadable > 0)
+        sentences << widgets::text(text_id::directoriesSkipped,
+                                   {std::to_string(report.foldersUnreadable)});
+    return sentences.join(QLatin1Char(' '));
+}
+
+// Searches share the state of their thread: only one is on the stack at a time, whichever
+// control's it is.
+bool& searchOnThread() {
+    thread_local bool running = false;
+    return running;
+}
+
 } // namespace
 
 bool checkDictationTree(const std::string& root, QWidget& owner) {
@@ -64,31 +90,41 @@ bool checkDictationTree(const std::string& root, QWidget& owner) {
     return false;
 }
 
-bool SearchRun::run(const std::string& root) {
+std::optional<SearchOutcome> SearchRun::run(const std::string& root) {
     if (!checkDictationTree(root, owner_))
-        return false;
+        return std::nullopt;
+    if (searchOnThread()) {
+        modUtil::ShowMessage(GetText(text_id::anotherSearchRuns),
+                             platform::MessageIcon::information, {}, &owner_);
+        return std::nullopt;
+    }
     const std::vector<std::string> searched = criteria();
     if (searched.empty() || isEnding_())
-        return false;
-    stopPlayer_();
-    hitCount_ = 0;
-    view_.setNotice({});
-    view_.lblSearchResult->setText(widgets::text(text_id::resultLabel, {""}));
+        return std::nullopt;
+    starting_();
+    showOutcome(view_, std::nullopt);
     view_.lvSearchResult->removeAllRows();
     view_.lvSearchResult->viewport()->repaint();
+    std::optional<SearchOutcome> outcome = search(root, searched);
+    if (outcome)
+        tellOutcome(*outcome);
+    return outcome;
+}
 
-    auto hits = walk(root, searched);
+std::optional<SearchOutcome> SearchRun::search(const std::string& root,
+                                               const std::vector<std::string>& criteria) {
+    const QScopedValueRollback onlyOne(searchOnThread(), true);
+    auto hits = walk(root, criteria);
     if (isEnding_())
-        return true;
-    view_.cmdSearchStop->setEnabled(false); // what is left is over before one could press it
-    hitCount_ = hits->size();
-    if (hitCount_ > 0) {
+        return std::nullopt;
+    SearchOutcome outcome{hits->size(), modDictation::lastScanReport()};
+    if (outcome.hitCount > 0) {
         view_.lvSearchResult->setHits(std::move(hits));
-        fill(hitCount_);
+        fill(outcome.hitCount);
     }
-    if (!isEnding_())
-        tellOutcome();
-    return true;
+    if (isEnding_())
+        return std::nullopt;
+    return outcome;
 }
 
 // A single empty criterion, which every dictation satisfies, when the user wants all of them.
@@ -103,14 +139,24 @@ std::unique_ptr<modDictation::DictationList>
 SearchRun::walk(const std::string& root, const std::vector<std::string>& criteria) {
     auto hits = std::make_unique<modDictation::DictationList>();
     const LiveCount liveCount(*hits);
+    view_.show(ControlView::Activity::searching);
+    const QScopedValueRollback walking(stage_, Stage::walking);
     modDictation::SearchDictations(root, criteria, maximumDepth, *hits, true, view_.isCompareAnd(),
                                    maximumHits);
+    if (!isEnding_()) // what is left is over before one could stop it
+        view_.show(ControlView::Activity::busy);
     return hits;
+}
+
+void SearchRun::stop() const {
+    if (stage_ == Stage::walking)
+        modDictation::requestSearchAbort();
 }
 
 // The host hears of every row; the list shows them in the steps in which a person can see them
 // come.
 void SearchRun::fill(std::int32_t count) {
+    const QScopedValueRollback filling(stage_, Stage::filling);
     if (count > mostHitsWithoutProgress)
         modOVPlugIn::ProgressInit(0, count, 0, GetText(text_id::fillingList));
     constexpr std::int32_t step = 4096;
@@ -132,35 +178,19 @@ void SearchRun::fill(std::int32_t count) {
     modOVPlugIn::ProgressClear();
 }
 
-void SearchRun::tellOutcome() {
+void SearchRun::tellOutcome(const SearchOutcome& outcome) {
     view_.lvSearchResult->viewport()->update();
-    view_.lblSearchResult->setText(searchResultText(hitCount_));
-    view_.setNotice(searchNotice());
-    const modDictation::ScanReport& report = modDictation::lastScanReport();
+    showOutcome(view_, outcome);
     // Who stopped the search knows why nothing was found.
-    if (hitCount_ == 0 && !report.stopped && !report.rootVanished)
+    if (outcome.hitCount == 0 && !outcome.report.stopped && !outcome.report.rootVanished)
         modUtil::ShowMessage(GetText(text_id::nothingFound), platform::MessageIcon::information, {},
                              &owner_);
 }
 
-QString searchResultText(std::int32_t hitCount) {
-    const std::string suffix = " (" + std::to_string(hitCount) + " " +
-                               GetText(hitCount == 1 ? text_id::dictation : text_id::dictations) +
-                               ")";
-    return widgets::text(text_id::resultLabel, {suffix});
-}
-
-QString searchNotice() {
-    const modDictation::ScanReport& report = modDictation::lastScanReport();
-    QStringList sentences;
-    if (report.stopped)
-        sentences << widgets::text(text_id::searchStopped);
-    if (report.rootVanished)
-        sentences << widgets::text(text_id::storeVanished);
-    else if (report.foldersUnreadable > 0)
-        sentences << widgets::text(text_id::directoriesSkipped,
-                                   {std::to_string(report.foldersUnreadable)});
-    return sentences.join(QLatin1Char(' '));
+void showOutcome(const ControlView& view, const std::optional<SearchOutcome>& outcome) {
+    view.lblSearchResult->setText(
+        widgets::text(text_id::resultLabel, {outcome ? countText(outcome->hitCount) : ""}));
+    view.setNotice(outcome ? noticeText(outcome->report) : QString());
 }
 
 } // namespace ov

@@ -4,13 +4,22 @@
 #pragma once
 
 #include "control/control_view.h"
+#include "dictation/tree_scan.h"
 
 #include <cstdint>
 #include <functional>
+#include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
 namespace ov {
+
+// What a search found and met. An own copy: a later search of the thread has its own.
+struct SearchOutcome {
+    std::int32_t hitCount = 0;
+    modDictation::ScanReport report;
+};
 
 // One search, from the question whether to go on without criteria to the count below the list.
 // It lets window messages be handled all the way. A host call that fails ends it with a
@@ -18,38 +27,44 @@ namespace ov {
 class SearchRun {
 public:
     // `isEnding` tells that the control goes away: nothing of it may be touched any more.
-    // `stopPlayer` is called before the old rows go.
-    SearchRun(ControlView& view, QWidget& owner, std::function<void()> stopPlayer,
+    // `starting` is called before the old rows go.
+    SearchRun(ControlView& view, QWidget& owner, std::function<void()> starting,
               std::function<bool()> isEnding)
         : view_(view),
           owner_(owner),
-          stopPlayer_(std::move(stopPlayer)),
+          starting_(std::move(starting)),
           isEnding_(std::move(isEnding)) {}
 
-    // `root` is the dictation tree. False when there was nothing to do: no such directory, or no
-    // criteria and the user did not want all dictations.
-    bool run(const std::string& root);
+    // `root` is the dictation tree. Nothing when nothing was searched: there is no such directory,
+    // another control of this thread searches, or there are no criteria and the user did not want
+    // all dictations. Nothing either when the control ended.
+    std::optional<SearchOutcome> run(const std::string& root);
 
-    std::int32_t hitCount() const { return hitCount_; }
+    // Ends the walk through the tree, if that is where the search is.
+    void stop() const;
+    // Something stands in the host's progress display.
+    bool tellsHost() const { return stage_ != Stage::asking; }
 
 private:
+    enum class Stage { asking, walking, filling };
+
     std::vector<std::string> criteria();
+    std::optional<SearchOutcome> search(const std::string& root,
+                                        const std::vector<std::string>& criteria);
     std::unique_ptr<modDictation::DictationList> walk(const std::string& root,
                                                       const std::vector<std::string>& criteria);
     void fill(std::int32_t count);
-    void tellOutcome();
+    void tellOutcome(const SearchOutcome& outcome);
 
     ControlView& view_;
     QWidget& owner_;
-    std::function<void()> stopPlayer_;
+    std::function<void()> starting_;
     std::function<bool()> isEnding_;
-    std::int32_t hitCount_ = 0;
+    Stage stage_ = Stage::asking;
 };
 
-// "Search result (12 dictations)".
-QString searchResultText(std::int32_t hitCount);
-// What the last search left out or did not reach; empty when nothing.
-QString searchNotice();
+// The label and the notice at the hits; without an outcome they tell none.
+void showOutcome(const ControlView& view, const std::optional<SearchOutcome>& outcome);
 
 // Tells that the directory cannot be reached when it does not exist; false then.
 bool checkDictationTree(const std::string& root, QWidget& owner);

@@ -52,16 +52,21 @@ MainWindow::~MainWindow() {
     disconnect(&session_, nullptr, this, nullptr);
 }
 
+// Queued: a plug-in that hears of it may let window messages be handled, and the entries of the
+// recent folders are made anew whenever the menu comes up.
 void MainWindow::connectMenu() {
-    connect(menu_, &HostMenu::openFolderChosen, this, &MainWindow::askForFolder);
-    connect(menu_, &HostMenu::folderChosen, this, &MainWindow::openFolder);
-    connect(menu_, &HostMenu::forgetFoldersChosen, this,
-            [this] { settings_.forgetRecentFolders(); });
-    connect(menu_, &HostMenu::quitChosen, this, &QWidget::close);
-    connect(menu_, &HostMenu::logViewChosen, this,
-            [this] { showLogView(logView_ != nullptr ? logView_->path() : QByteArray()); });
-    connect(menu_, &HostMenu::languageChosen, this, &MainWindow::changeLanguage);
-    connect(menu_, &HostMenu::aboutChosen, this, &MainWindow::showAbout);
+    constexpr auto later = Qt::QueuedConnection;
+    connect(menu_, &HostMenu::openFolderChosen, this, &MainWindow::askForFolder, later);
+    connect(menu_, &HostMenu::folderChosen, this, &MainWindow::openFolder, later);
+    connect(
+        menu_, &HostMenu::forgetFoldersChosen, this, [this] { settings_.forgetRecentFolders(); },
+        later);
+    connect(menu_, &HostMenu::quitChosen, this, &QWidget::close, later);
+    connect(
+        menu_, &HostMenu::logViewChosen, this,
+        [this] { showLogView(logView_ != nullptr ? logView_->path() : QByteArray()); }, later);
+    connect(menu_, &HostMenu::languageChosen, this, &MainWindow::changeLanguage, later);
+    connect(menu_, &HostMenu::aboutChosen, this, &MainWindow::showAbout, later);
 }
 
 void MainWindow::connectSession() {
@@ -137,7 +142,8 @@ void MainWindow::askForFolder() {
     dialog->setFileMode(QFileDialog::Directory);
     dialog->setOption(QFileDialog::ShowDirsOnly);
     dialog->setDirectory(shownPath(boundaryPath(settings_.dictationFolder())));
-    connect(dialog, &QFileDialog::fileSelected, this, &MainWindow::openFolder);
+    connect(dialog, &QFileDialog::fileSelected, this, &MainWindow::openFolder,
+            Qt::QueuedConnection);
     dialog->open();
 }
 

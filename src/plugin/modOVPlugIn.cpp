@@ -6,13 +6,14 @@
 #include "support/numbers.h"
 
 #include <array>
+#include <utility>
 
 namespace ov::modOVPlugIn {
 
 namespace {
 
 struct State {
-    IPlugin* caller = nullptr;
+    IPlugin* const* caller = nullptr;
 };
 
 State& state() {
@@ -22,12 +23,15 @@ State& state() {
 
 } // namespace
 
-void setCallingPlugIn(IPlugin* plugIn) {
-    state().caller = plugIn;
+CallingPlugIn::CallingPlugIn(IPlugin* const& plugIn)
+    : before_(std::exchange(state().caller, &plugIn)) {}
+
+CallingPlugIn::~CallingPlugIn() {
+    state().caller = before_;
 }
 
 IPlugin* callingPlugIn() {
-    return state().caller;
+    return state().caller != nullptr ? *state().caller : nullptr;
 }
 
 std::string callHost(IPlugin& caller, std::string_view function,

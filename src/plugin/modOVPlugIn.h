@@ -17,8 +17,23 @@
 
 namespace ov::modOVPlugIn {
 
+// While it lives, this thread calls in the name of that plug-in; then again as before. Each of two
+// controls makes its own for as long as its code is on the stack, so that neither calls through
+// the other's host.
+class CallingPlugIn {
+public:
+    // `plugIn` is the maker's own variable and outlives this object. Once it is nullptr nothing is
+    // called any more: the host has let go.
+    explicit CallingPlugIn(IPlugin* const& plugIn);
+    ~CallingPlugIn();
+    CallingPlugIn(const CallingPlugIn&) = delete;
+    CallingPlugIn& operator=(const CallingPlugIn&) = delete;
+
+private:
+    IPlugin* const* before_;
+};
+
 // The plug-in in whose name this thread calls; not owned, nullptr for none.
-void setCallingPlugIn(IPlugin* plugIn);
 IPlugin* callingPlugIn();
 
 // One call: `result` is the host's answer, empty when it knows no such function.

@@ -52,9 +52,9 @@ public:
 
     // The control of that ProgID ("OVSearch.ctrlOVSearch") as a child of the window `parent`;
     // nothing for any other ProgID. The host then calls its IFormExtension_Init. Letting go of
-    // the control ends it, wherever it is: a search that runs is stopped, the user's criteria are
-    // saved, its windows are closed. The host must do that before `parent` is destroyed, which
-    // would tear the control away from under the search that it is in.
+    // the control ends it, wherever it is, also inside a call that it makes to the host: a search
+    // that runs is stopped, the user's criteria are saved, its windows are closed, and from then
+    // on it calls nobody. Destroying `parent` ends it in the same way, at any moment.
     virtual std::shared_ptr<IFormExtension> createControl(std::string_view progId,
                                                           WindowHandle parent) = 0;
 

@@ -54,15 +54,15 @@ WindowInterface::~WindowInterface() {
 }
 
 void WindowInterface::run(QMessageBox& window) {
-    open_.append(&window);
+    open_.push_back({&window, user_});
     window.exec();
-    open_.removeOne(&window);
+    open_.pop_back(); // the box shown last is answered first
 }
 
-void WindowInterface::closeBoxes() {
-    const QList<QMessageBox*> boxes = open_;
-    for (QMessageBox* box : boxes)
-        box->reject();
+void WindowInterface::closeBoxes(const void* user) {
+    for (const OpenBox& open : std::vector<OpenBox>(open_))
+        if (open.user == user)
+            open.box->reject();
 }
 
 platform::MessageAnswer WindowInterface::askYesNo(QMessageBox& window,

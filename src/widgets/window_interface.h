@@ -5,8 +5,9 @@
 
 #include "platform/user_interface.h"
 
-#include <QList>
 #include <memory>
+#include <utility>
+#include <vector>
 
 class QMessageBox;
 
@@ -27,15 +28,35 @@ public:
     void processMessages() override;
     void beep() override;
 
-    // Answers the boxes that are open as Esc would.
-    void closeBoxes();
+    // Marks that code of `user` is on the stack: the boxes that it shows are that user's, also
+    // those without an owner.
+    class Use {
+    public:
+        Use(WindowInterface& windows, const void* user)
+            : windows_(windows), before_(std::exchange(windows.user_, user)) {}
+        ~Use() { windows_.user_ = before_; }
+        Use(const Use&) = delete;
+        Use& operator=(const Use&) = delete;
+
+    private:
+        WindowInterface& windows_;
+        const void* before_;
+    };
+
+    // Answers the boxes of `user` that are open as Esc would.
+    void closeBoxes(const void* user);
 
 private:
     WindowInterface();
     void run(QMessageBox& window);
     platform::MessageAnswer askYesNo(QMessageBox& window, platform::MessageAnswer defaultAnswer);
 
-    QList<QMessageBox*> open_;
+    struct OpenBox {
+        QMessageBox* box;
+        const void* user;
+    };
+    std::vector<OpenBox> open_;
+    const void* user_ = nullptr;
     platform::UserInterface* before_;
 };
 

@@ -32,7 +32,6 @@ protected:
     QTreeWidget& criteria() { return widget<QTreeWidget>("lvSearchCriteria"); }
     QTableView& results() { return widget<QTableView>("lvSearchResult"); }
     QPushButton& button(const char* name) { return widget<QPushButton>(name); }
-    void press(const char* name) { QTest::mouseClick(&button(name), Qt::LeftButton); }
     std::string label() { return widget<QLabel>("lblSearchResult").text().toStdString(); }
     void search() { press("cmdSearchOptions(0)"); }
     void searchAll() {
@@ -92,6 +91,7 @@ protected:
         results().scrollTo(results().model()->index(0, column(field)));
         QTest::mouseClick(header->viewport(), Qt::LeftButton, {},
                           {header->sectionViewportPosition(column(field)) + 8, 8});
+        QCoreApplication::processEvents();
     }
     std::string setting(const char* key) {
         const std::string content = read("local.ini");
@@ -190,15 +190,15 @@ TEST_F(Control, NamesADirectoryThatIsNotThere) {
 TEST_F(Control, KeepsAListOfCriteria) {
     openControl();
     enter([&] { press("cmdSearchKriteriaOptions(0)"); }, "Anna");
-    enter([&] { QTest::keyClick(&criteria(), Qt::Key_Insert); }, "Berta");
-    enter([&] { QTest::keyClick(&criteria(), Qt::Key_Insert); }, "Carla");
+    enter([&] { key(criteria(), Qt::Key_Insert); }, "Berta");
+    enter([&] { key(criteria(), Qt::Key_Insert); }, "Carla");
     EXPECT_EQ(criteriaLine(), "Anna; Berta; *Carla; ");
 
     enter([&] { press("cmdSearchKriteriaOptions(0)"); }, "Anna");
     EXPECT_EQ(criteriaLine(), "*Anna; Berta; Carla; ") << "one that is there is shown instead";
     EXPECT_EQ(user->boxes.size(), 1U);
 
-    enter([&] { QTest::keyClick(&criteria(), Qt::Key_F2); }, "Dora");
+    enter([&] { key(criteria(), Qt::Key_F2); }, "Dora");
     EXPECT_EQ(criteriaLine(), "*Dora; Berta; Carla; ");
     enter([&] { Q_EMIT criteria().itemDoubleClicked(criteria().topLevelItem(0), 0); }, "Carla");
     EXPECT_EQ(criteriaLine(), "Berta; *Carla; ") << "edited onto one that is there";
@@ -211,7 +211,7 @@ TEST_F(Control, KeepsAListOfCriteria) {
     EXPECT_EQ(bars(read("SearchCriteria.dat")), "5|17|Berta|\r\n5|17|Carla|\r\n");
     openControl();
     criteria().topLevelItem(1)->setSelected(true);
-    QTest::keyClick(&criteria(), Qt::Key_Delete);
+    key(criteria(), Qt::Key_Delete);
     EXPECT_EQ(criteriaLine(), "*Berta; ") << "the one before the last";
     press("cmdSearchKriteriaOptions(2)");
     EXPECT_FALSE(button("cmdSearchKriteriaOptions(2)").isEnabled());
@@ -469,10 +469,10 @@ TEST_F(Control, PlaysByKeyAndByMouse) {
         int opened;
     };
     const std::vector<Case> cases = {
-        {"Enter without a row", [&] { QTest::keyClick(&results(), Qt::Key_Return); }, 0},
+        {"Enter without a row", [&] { key(results(), Qt::Key_Return); }, 0},
         {"a click", [&] { QTest::mouseClick(results().viewport(), Qt::LeftButton, {}, row); }, 0},
-        {"Enter", [&] { QTest::keyClick(&results(), Qt::Key_Return); }, 1},
-        {"Space", [&] { QTest::keyClick(&results(), Qt::Key_Space); }, 1},
+        {"Enter", [&] { key(results(), Qt::Key_Return); }, 1},
+        {"Space", [&] { key(results(), Qt::Key_Space); }, 1},
         {"a double click",
          [&] { QTest::mouseDClick(results().viewport(), Qt::LeftButton, {}, row); }, 1},
         {"a double click below the rows",
@@ -499,7 +499,7 @@ TEST_F(Control, HandsOutTheSelectedRows) {
     press("cmdSearchOptions(4)");
     EXPECT_EQ(host().calls.back(), "PI_LogView(&\"" + path + "\", &\"\")");
 
-    QTest::keyClick(&results(), Qt::Key_C, Qt::ControlModifier);
+    key(results(), Qt::Key_C, Qt::ControlModifier);
     const QMimeData* copied = QApplication::clipboard()->mimeData();
     const QStringList lines = copied->text().split(QLatin1Char('\n'));
     ASSERT_EQ(lines.size(), 3);

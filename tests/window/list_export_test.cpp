@@ -32,7 +32,6 @@ protected:
         user->saysYes = false;
         user->boxes.clear();
     }
-    void press(const char* name) { QTest::mouseClick(&widget<QPushButton>(name), Qt::LeftButton); }
     QTableView& results() { return widget<QTableView>("lvSearchResult"); }
     // Menus have taken the keyboard.
     void focusRows() {
@@ -41,35 +40,14 @@ protected:
         results().setFocus();
     }
     void key(QKeySequence::StandardKey standard) {
-        QTest::keyClick(&results(), Qt::Key(QKeySequence(standard)[0].key()), Qt::ControlModifier);
+        WindowTest::key(results(), Qt::Key(QKeySequence(standard)[0].key()), Qt::ControlModifier);
     }
     // Chooses an entry of the button's menu, or of the one for selected rows.
     void choose(const char* part, bool selectedOnly = false) {
         press("cmdSearchOptions(2)");
-        QMenu& menu = *window().findChildren<QMenu*>(QStringLiteral("ExportMenu")).last();
-        menu.close(); // as a click does before the action runs
-        const QMenu* chosen = selectedOnly ? menu.findChild<QMenu*>() : &menu;
-        for (QAction* action : chosen->actions())
-            if (action->text().remove(QLatin1Char('&')).contains(QLatin1String(part)))
-                return action->trigger();
-        FAIL() << part;
-    }
-    // Drives the preview that `open` brings up, behind the progress.
-    void withPreview(const std::function<void()>& open,
-                     const std::function<void(QDialog&)>& drive) {
-        QTimer look;
-        look.callOnTimeout([&] {
-            auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-            if (dialog == nullptr || dialog->objectName() != QLatin1String("PrintPreview"))
-                return;
-            look.stop();
-            drive(*dialog);
-            if (control_)
-                dialog->reject();
-        });
-        look.start(0);
-        open();
-        EXPECT_FALSE(look.isActive()) << "no preview came up";
+        if (selectedOnly)
+            click("Selected");
+        click(part);
     }
     // Answers the file dialog that `open` brings up.
     static void save(const std::function<void()>& open, const std::string& name) {
@@ -148,20 +126,21 @@ TEST_F(ListExport, PreviewTurnsItsPages) {
     for (int i = 0; i < 120; ++i)
         store.add("2$WAV@@14$Author " + std::to_string(i) + ".WAV");
     searchAll();
-    withPreview([this] { choose("preview"); },
-                [](QDialog& dialog) {
-                    auto& view = child<QWidget>(dialog, "PageView");
-                    auto& number = child<QSpinBox>(dialog, "PageNumber");
-                    ASSERT_GT(number.maximum(), 2);
-                    const QImage first = view.grab().toImage();
-                    QTest::keyClick(&dialog, Qt::Key_End);
-                    EXPECT_EQ(number.value(), number.maximum());
-                    EXPECT_NE(view.grab().toImage(), first);
-                    child<QToolButton>(dialog, "cmdPreviousPage").click();
-                    EXPECT_EQ(number.value(), number.maximum() - 1);
-                    QTest::keyClick(&dialog, Qt::Key_Home);
-                    EXPECT_EQ(view.grab().toImage(), first);
-                });
+    withDialog([this] { choose("preview"); },
+               [](QDialog& dialog) {
+                   auto& view = child<QWidget>(dialog, "PageView");
+                   auto& number = child<QSpinBox>(dialog, "PageNumber");
+                   ASSERT_GT(number.maximum(), 2);
+                   const QImage first = view.grab().toImage();
+                   QTest::keyClick(&dialog, Qt::Key_End);
+                   EXPECT_EQ(number.value(), number.maximum());
+                   EXPECT_NE(view.grab().toImage(), first);
+                   child<QToolButton>(dialog, "cmdPreviousPage").click();
+                   EXPECT_EQ(number.value(), number.maximum() - 1);
+                   QTest::keyClick(&dialog, Qt::Key_Home);
+                   EXPECT_EQ(view.grab().toImage(), first);
+               },
+               "PrintPreview");
 }
 
 // .ci/check-exports runs it where there is a printer, and reads what that got.
@@ -181,11 +160,12 @@ TEST_F(ListExport, DISABLED_PrintsOnTheSystemsPrinter) {
 TEST_F(ListExport, EndsWithItsWindow) {
     store.add("2$WAV@@14$Zeh.WAV");
     searchAll();
-    withPreview([this] { choose("preview"); },
-                [this](QDialog& dialog) {
-                    control_ = nullptr;
-                    EXPECT_FALSE(dialog.isVisible());
-                });
+    withDialog([this] { choose("preview"); },
+               [this](QDialog& dialog) {
+                   control_ = nullptr;
+                   EXPECT_FALSE(dialog.isVisible());
+               },
+               "PrintPreview");
     EXPECT_TRUE(user->boxes.empty());
 }
 

@@ -19,6 +19,9 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QDialog>
+#include <QMenu>
+#include <QPointer>
+#include <QPushButton>
 #include <QTest>
 #include <QTimer>
 #include <functional>
@@ -56,6 +59,7 @@ public:
 
     // Shows a new control to the user and answers its boxes from `user`.
     void openControl() {
+        plugIn_.caller = nullptr; // the control calls in its own name
         control_ = makeControl(nullptr);
         control_->IFormExtension_Init(plugIn_.connector, host());
         window().resize(900, 700);
@@ -67,6 +71,31 @@ public:
         user = nullptr;
         control_ = nullptr;
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+    // Commands run from the event loop.
+    void press(const char* name) {
+        QTest::mouseClick(&widget<QPushButton>(name), Qt::LeftButton);
+        QCoreApplication::processEvents();
+    }
+    // Clicks the entry of the open menu that has this in its text.
+    static void click(const char* entry) {
+        auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        ASSERT_NE(menu, nullptr) << entry;
+        for (QAction* action : menu->actions())
+            if (action->text().remove(QLatin1Char('&')).contains(QLatin1String(entry))) {
+                if (action->menu() != nullptr)
+                    menu->setActiveAction(action);
+                else
+                    QTest::mouseClick(menu, Qt::LeftButton, {},
+                                      menu->actionGeometry(action).center());
+                QCoreApplication::processEvents();
+                return;
+            }
+        FAIL() << entry;
+    }
+    static void key(QWidget& on, Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
+        QTest::keyClick(&on, key, modifiers);
+        QCoreApplication::processEvents();
     }
     QWidget& window() { return *static_cast<QWidget*>(control_->IFormExtension_Window()); }
 
@@ -97,20 +126,24 @@ Widget& child(QWidget& window, const char* name) {
     return *found;
 }
 
-// Runs `open`, which shows a modal dialog, and drives that dialog with `drive`.
+// Runs `open`, which shows a modal dialog, and drives that dialog with `drive`. With a name, other
+// dialogs that come before are let pass.
 inline void withDialog(const std::function<void()>& open,
-                       const std::function<void(QDialog&)>& drive) {
-    bool met = false;
-    QTimer::singleShot(0, [&] {
-        if (auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
-            met = true;
-            drive(*dialog);
-            if (dialog->isVisible())
-                dialog->reject();
-        }
+                       const std::function<void(QDialog&)>& drive, const char* name = nullptr) {
+    QTimer look;
+    look.callOnTimeout([&] {
+        const QPointer<QDialog> dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+        if (!dialog || (name != nullptr && dialog->objectName() != QLatin1String(name)))
+            return;
+        look.stop();
+        drive(*dialog);
+        if (dialog && dialog->isVisible())
+            dialog->reject();
     });
+    look.start(0);
     open();
-    EXPECT_TRUE(met) << "no dialog came up";
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(look.isActive()) << "no dialog came up";
 }
 
 // Chooses the entry that carries `id`, as a click on it would.

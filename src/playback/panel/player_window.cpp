@@ -13,6 +13,7 @@
 #include <QActionGroup>
 #include <QHBoxLayout>
 #include <QMenu>
+#include <QStyleOptionToolButton>
 #include <QVBoxLayout>
 
 namespace ov {
@@ -44,6 +45,19 @@ void check(QActionGroup& group, std::int32_t value) {
             action->setChecked(true);
 }
 
+// Looks like a button with a menu. One that has it waits inside its own event until the menu is
+// closed, and by then the host may have let go of all.
+class MenuButton final : public QToolButton {
+public:
+    using QToolButton::QToolButton;
+
+protected:
+    void initStyleOption(QStyleOptionToolButton* option) const override {
+        QToolButton::initStyleOption(option);
+        option->features |= QStyleOptionToolButton::HasMenu;
+    }
+};
+
 } // namespace
 
 PlayerPanel::PlayerPanel(QWidget* parent)
@@ -54,7 +68,7 @@ PlayerPanel::PlayerPanel(QWidget* parent)
       prgSearchPlayerStatus_(new QProgressBar(this)),
       lblSeachPlayerStatus_(new QLabel(QStringLiteral("00:00:00"), this)),
       lblSearchPlayerLength_(new QLabel(QStringLiteral("00:00:00"), this)),
-      cmdSearchPlayerOptions_(new QToolButton(this)),
+      cmdSearchPlayerOptions_(new MenuButton(this)),
       timerSearchPlayerStatus_(this),
       timerSearchPlayerVU_(this) {
     setObjectName(QStringLiteral("picPlayer"));
@@ -106,7 +120,6 @@ QBoxLayout* PlayerPanel::buildButtons() {
         cmdSearchPlayer_[at] = button;
         row->addWidget(button);
     }
-    cmdSearchPlayerOptions_->setPopupMode(QToolButton::InstantPopup);
     name(*cmdSearchPlayerOptions_, "cmdSearchPlayerOptions", text_id::speedTip);
     row->addWidget(cmdSearchPlayerOptions_);
     return row;
@@ -153,7 +166,11 @@ void PlayerPanel::buildMenu() {
     backUps_ = addChoices(*backUpMenu_, "%1 s", {0, 1, 2, 3, 5, 10});
     widgets::setCaption(*speedMenu_, text_id::speedMenu);
     widgets::setCaption(*backUpMenu_, text_id::backUpMenu);
-    cmdSearchPlayerOptions_->setMenu(menu);
+    connect(cmdSearchPlayerOptions_, &QToolButton::pressed, this, [this, menu] {
+        menu->popup(
+            cmdSearchPlayerOptions_->mapToGlobal(cmdSearchPlayerOptions_->rect().bottomLeft()));
+    });
+    connect(menu, &QMenu::aboutToHide, this, [this] { cmdSearchPlayerOptions_->setDown(false); });
     setSpeedPercent(usualSpeed);
     setBackUpSeconds(0);
 }
