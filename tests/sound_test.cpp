@@ -202,11 +202,12 @@ TEST_F(Sound, FollowsVolumeAndMeter) {
     clsMixer mixer;
     ASSERT_TRUE(mixer.Init_MixerControl() && mixer.Init_VolumeControl() &&
                 mixer.Init_VUMeterControl());
-    openTone(440, 0.8, 3);
     std::vector<double> loudness;
     for (const std::int32_t volume : {65535, 32768, 0}) {
         SCOPED_TRACE(volume);
         ASSERT_TRUE(mixer.SetVolumeValue(volume));
+        openTone(440, 0.8, 3);
+        const std::size_t played = recorder_->count();
         ASSERT_EQ(MciPlay(alias, -1, 0, -1), "");
         waitForPosition(300);
         const std::int32_t level = std::abs(mixer.GetVUMeterValue());
@@ -216,6 +217,8 @@ TEST_F(Sound, FollowsVolumeAndMeter) {
         loudness.push_back(tests::loudness(recordedSince(start)));
         MciStop(alias);
         waitForSilence();
+        const Samples whole = recordedSince(played);
+        EXPECT_EQ(tests::startOfSound(whole) == whole.size(), volume == 0) << "from the start";
         waitUntil([&] { return mixer.GetVUMeterValue() == 0; });
     }
     mixer.SetVolumeValue(65535);

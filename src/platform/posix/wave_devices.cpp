@@ -19,6 +19,7 @@ namespace {
 
 constexpr std::string_view deviceType = "waveaudio";
 constexpr std::string_view typedFile = "waveaudio!";
+constexpr std::string_view allDevices = "all";
 constexpr std::uint32_t allAsDevice = 279;
 constexpr std::chrono::milliseconds pollInterval(5);
 constexpr std::chrono::seconds longestGoodbye(3);
@@ -146,7 +147,7 @@ std::uint32_t WaveDevices::execute(const WaveCommand& command, std::string& repl
         return open(command, reply);
     if (command.verb == WaveVerb::close)
         return close(command);
-    if (isWord(command.device, "all"))
+    if (isWord(command.device, allDevices))
         return allAsDevice;
     const auto found = devices_.find(upperCase(command.device));
     if (found == devices_.end())
@@ -167,7 +168,7 @@ std::uint32_t WaveDevices::open(const WaveCommand& command, std::string& reply) 
     if (findWord(words, "shareable") != nullptr)
         return media_error::unsupported;
     const Opening opening = openingOf(command, words);
-    if (devices_.contains(upperCase(opening.name)))
+    if (isWord(opening.name, allDevices) || devices_.contains(upperCase(opening.name)))
         return findWord(words, "alias") != nullptr ? media_error::aliasInUse
                                                    : media_error::nameInUse;
     std::unique_ptr<WavePlayer> player;
@@ -206,7 +207,7 @@ std::uint32_t WaveDevices::close(const WaveCommand& command) {
     Words words;
     if (const std::uint32_t error = parseWords(command, words); error != media_error::none)
         return error;
-    if (isWord(command.device, "all")) {
+    if (isWord(command.device, allDevices)) {
         while (!devices_.empty())
             close(devices_.begin());
         return media_error::none;

@@ -20,7 +20,9 @@ constexpr int slowestRate = 1000;
 constexpr int fastestRate = 192000;
 constexpr int mostChannels = 32; // keeps the buffer of a mix small
 
-constexpr std::uint32_t unknownSize = 0x7FFFFF00; // from here on, the writer did not know
+// From here on, the writer did not know: pipes and speech synthesizers leave sizes a little below
+// the largest signed number.
+constexpr std::uint32_t unknownSize = 0x7FFF0000;
 
 int bitsOf(int format) noexcept {
     switch (format & SF_FORMAT_SUBMASK) {

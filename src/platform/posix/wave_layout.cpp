@@ -32,7 +32,9 @@ double WaveLayout::fromUnits(std::int64_t value, TimeFormat format) const noexce
     if (value >= toUnits(length, format))
         return length;
     const double bytes = static_cast<double>(value) / unitsPerByte(*this, format);
-    const double block = std::ceil(std::round(bytes) / blockSize - 0.5);
+    const double blocks = std::round(bytes) / blockSize;
+    // What was told in a rounded unit shall lead back to its block.
+    const double block = format == TimeFormat::bytes ? std::floor(blocks) : std::ceil(blocks - 0.5);
     return std::clamp(block * framesPerBlock, 0.0, length);
 }
 

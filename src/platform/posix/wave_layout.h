@@ -27,7 +27,8 @@ struct WaveLayout {
     // Rounded to the nearest unit.
     std::int64_t toUnits(double frame, TimeFormat format) const noexcept;
 
-    // The start of the block that is nearest, within the file. A half goes down.
+    // The start of a block within the file: of the one that holds that byte, or, of the rounded
+    // units, the nearest; a half goes down.
     double fromUnits(std::int64_t value, TimeFormat format) const noexcept;
 };
 

@@ -51,15 +51,18 @@ void WavePlayer::finish() {
 }
 
 std::uint32_t WavePlayer::play(double from, double to) {
-    failure_ = media_error::none;
     rest_ = from;
     to_ = to;
     std::unique_lock<std::mutex> lock(mutex_);
+    failure_ = media_error::none;
     wanted_ = ++run_;
     request_ = Request{run_, from, to, tempo_, device_};
     interrupt_ = true;
     changed_.notify_all();
-    if (changed_.wait_for(lock, longestOpening, [this] { return answered_ == run_; }) && opened_)
+    // One that is open plays, also while a slow disk keeps the other thread.
+    const auto isOpen = [this] { return openDevice_ == device_; };
+    changed_.wait_for(lock, longestOpening, [&] { return isOpen() || answered_ == run_; });
+    if (isOpen())
         return media_error::none;
     wanted_ = 0;
     return media_error::noOutput;
@@ -110,6 +113,9 @@ void WavePlayer::fill(std::span<float> samples) noexcept {
         std::copy_n(block->samples.begin(), std::min(count, samples.size()), samples.begin());
     std::fill(samples.begin() + static_cast<std::ptrdiff_t>(std::min(count, samples.size())),
               samples.end(), 0.0F);
+    // Nothing was heard before that could click.
+    if (block != nullptr && block->run != notedRun_)
+        gain_ = targetGain();
     const std::int32_t peak = applyVolume(samples);
     if (block == nullptr)
         return;
@@ -126,9 +132,13 @@ const WaveBlock* WavePlayer::nextBlock(std::uint64_t run) noexcept {
     return block;
 }
 
-std::int32_t WavePlayer::applyVolume(std::span<float> samples) noexcept {
+float WavePlayer::targetGain() const noexcept {
     const std::uint32_t volume = muted_ ? 0 : WaveControl::instance().volume();
-    const float target = static_cast<float>(volume) / static_cast<float>(fullVolume);
+    return static_cast<float>(volume) / static_cast<float>(fullVolume);
+}
+
+std::int32_t WavePlayer::applyVolume(std::span<float> samples) noexcept {
+    const float target = targetGain();
     // From the volume before to the new one, so that a change does not click.
     const float step =
         (target - gain_) / static_cast<float>(std::max<std::size_t>(samples.size(), 1));
@@ -180,16 +190,17 @@ void WavePlayer::work() {
     finished_ = true;
 }
 
+// A disk may take its time, and is no reason to say that there is no output.
 void WavePlayer::begin(const Request& request) {
+    openOutput(request);
+    decoding_ = 0;
+    if (!output_)
+        return;
     feeder_.start(request.from, request.to, request.tempo);
     decoding_ = request.run;
     hasBegun_ = false;
-    // Without an output nobody else takes what is left of the play before.
-    if (!output_)
-        static_cast<void>(nextBlock(request.run));
     // There is room, also while the ring is full of the play before.
     decode(firstBlocks, 0);
-    openOutput(request);
 }
 
 void WavePlayer::decode(std::size_t blocks, std::size_t reserve) {
@@ -211,16 +222,26 @@ void WavePlayer::decode(std::size_t blocks, std::size_t reserve) {
 }
 
 void WavePlayer::openOutput(const Request& request) {
-    if (output_ && (output_->lost() || outputDevice_ != request.output))
-        output_.reset();
+    if (output_ && (output_->lost() || openDevice_ != request.output))
+        closeOutput();
     if (!output_)
         output_ = WaveOutput::open(layout_.rate, channels_, request.output, *this);
-    outputDevice_ = request.output;
     idleSince_ = 0;
     const std::lock_guard<std::mutex> lock(mutex_);
     answered_ = request.run;
-    opened_ = output_ != nullptr;
+    if (output_)
+        openDevice_ = request.output;
+    else if (wanted_ == request.run)
+        failure_ = media_error::hardware;
     changed_.notify_all();
+}
+
+void WavePlayer::closeOutput() {
+    {
+        const std::lock_guard<std::mutex> lock(mutex_);
+        openDevice_.reset();
+    }
+    output_.reset();
 }
 
 void WavePlayer::lookAfterOutput() {
@@ -233,12 +254,12 @@ void WavePlayer::lookAfterOutput() {
     else if (idleSince_ == 0)
         idleSince_ = now;
     const bool lost = output_->lost();
+    if (lost || (idle && now - idleSince_ > idleLimit))
+        closeOutput();
     if (lost && !idle) {
         decoding_ = 0;
         failure_ = media_error::hardware;
     }
-    if (lost || (idle && now - idleSince_ > idleLimit))
-        output_.reset();
 }
 
 } // namespace ov::platform

@@ -35,7 +35,8 @@ public:
 
     // Ends what is played and plays this. Returns a media_error: noOutput when nothing can play.
     // The first time, or after a while of silence, the output has to be opened, which takes some
-    // milliseconds; one that does not answer within a second counts as none.
+    // milliseconds; one that does not answer within a second counts as none. A file that is slow
+    // to read is silent until its data come.
     std::uint32_t play(double from, double to);
 
     // Silent within what the output has in its hands, some 40 ms. Returns the place where that
@@ -71,6 +72,7 @@ private:
     // On the output's thread.
     void fill(std::span<float> samples) noexcept override;
     const WaveBlock* nextBlock(std::uint64_t run) noexcept;
+    float targetGain() const noexcept;
     std::int32_t applyVolume(std::span<float> samples) noexcept;
     void note(const WaveBlock& block, std::int32_t peak) noexcept;
 
@@ -79,6 +81,7 @@ private:
     void begin(const Request& request);
     void decode(std::size_t blocks, std::size_t reserve);
     void openOutput(const Request& request);
+    void closeOutput();
     void lookAfterOutput();
 
     const WaveLayout layout_;
@@ -103,8 +106,8 @@ private:
     std::mutex mutex_; // guards what follows
     std::condition_variable changed_;
     std::optional<Request> request_;
-    std::uint64_t answered_ = 0; // the newest run whose output is open, or is not
-    bool opened_ = false;
+    std::uint64_t answered_ = 0;    // the newest run whose output is open, or is not
+    std::optional<int> openDevice_; // the output that is open; only the player's thread sets it
     bool quit_ = false;
 
     // The player's own thread's.
@@ -112,7 +115,6 @@ private:
     WaveFeeder feeder_;
     std::uint64_t decoding_ = 0; // the run; 0 when all is decoded
     bool hasBegun_ = true;       // something of it is decoded
-    int outputDevice_ = -1;
     std::int64_t idleSince_ = 0;
 
     // The output thread's.
