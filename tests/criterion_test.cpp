@@ -91,6 +91,31 @@ TEST(Criterion, ValueCounts) {
     EXPECT_EQ(counts, "00000000000001112111001111111122000");
 }
 
+TEST(Criterion, OffersInTheOrderOfHabit) {
+    const auto joined = [](std::span<const std::int32_t> ids) {
+        std::string list;
+        for (const std::int32_t id : ids)
+            list += std::to_string(id) + " ";
+        return list;
+    };
+    const std::string codes = "25 24 20 21 ";
+    const std::vector<std::string> operators = {"",
+                                                "17 18 19 20 21 ",
+                                                "2 3 4 5 6 7 8 9 10 11 12 13 14 15 16 20 21 ",
+                                                "25 26 27 24 31 20 21 ",
+                                                "25 26 27 24 28 29 30 20 21 ",
+                                                codes,
+                                                codes,
+                                                codes,
+                                                "32 33 ",
+                                                codes};
+    for (std::size_t type = 0; type < operators.size(); ++type)
+        EXPECT_EQ(joined(offeredOperators(static_cast<ValueType>(type))), operators[type]) << type;
+    EXPECT_EQ(joined(offeredCodes(2)) + joined(offeredCodes(7)) + joined(offeredCodes(15)),
+              "6 7 8 9 10 11 12 13 14 15 16 17 1 2 3 4 5 ");
+    EXPECT_TRUE(offeredCodes(25).empty());
+}
+
 TEST(Criterion, DisplayText) {
     modLanguage::SetLanguage(9, 0);
     platform::Locale german;

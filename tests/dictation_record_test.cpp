@@ -227,6 +227,21 @@ TEST(FieldCodes, CodesOfTexts) {
         EXPECT_EQ(GetFieldCode(c.field, c.text), c.code) << c.field << ' ' << c.text;
 }
 
+// The pair 6 and 7 is crossed, as are 16 and its neighbours.
+TEST(FieldCodes, TextsOfCodes) {
+    modLanguage::SetLanguage(9, 0);
+    std::string texts;
+    for (std::int32_t code = 0; code <= 31; ++code)
+        texts += GetStatusText(code) + "|";
+    EXPECT_EQ(texts,
+              "|Normal|Deadline|High|Editing|Message|Dictated|Draft|On hold|Sent by email|New|"
+              "In progress|Deferred|Query|Typed|Finished|Printed|(Status 128)|(Status 256)|"
+              "(Status 512)|||||||||||Finished|Finished and printed|");
+    EXPECT_EQ(codeWord(8), "STOP");
+    EXPECT_EQ(codeWord(4), "EDIT");
+    EXPECT_EQ(codeWord(10), "");
+}
+
 // What a list shows, in German, where the texts of codes 6 and 7 must not be confused.
 TEST(FieldValues, ShownTexts) {
     modLanguage::SetLanguage(7, 0);

@@ -2,7 +2,9 @@
 // SPDX-License-Identifier: MIT
 
 #include "dictation/field_table.h"
+#include "dictation/field_values.h"
 #include "fake_host.h"
+#include "platform/locale.h"
 #include "settings_fixture.h"
 #include "support/log.h"
 #include "support/modFilePath.h"
@@ -33,11 +35,13 @@ public:
         forget();
         modFilePath::SetDirectory(modFilePath::directory_id::module, path(""));
         modLanguage::SetLanguage(9, 0);
+        platform::setLocale(platform::localeNamed("de"));
         BuildSearchFieldTable();
     }
     ~FieldTable() override {
         forget();
         modLanguage::reset();
+        platform::setLocale(std::nullopt);
     }
 
 protected:
@@ -84,20 +88,32 @@ private:
     tests::StartedPlugIn plugIn_;
 };
 
-TEST_F(FieldTable, CaptionsInTheLanguageOfTheUser) {
-    const Lines english = {
-        "(no field)", "Folder",        "Status",      "Marker",   "Author code", "Author",
-        "Typist",     "State flags",   "Number",      "Dictated", "-",           "Changed",
-        "-",          "Length",        "File number", "Priority", "Due date",    "-",
-        "Subject",    "Note 1",        "Note 2",      "Column 1", "Column 2",    "Work group",
-        "Work type",  "Second status", "File name",
-    };
-    Lines captions;
-    for (const SearchField& field : searchFields())
-        captions.push_back(field.Caption);
-    EXPECT_EQ(captions, english);
-
-    EXPECT_EQ(searchFields()[14].ShortCaption, "File no.");
+TEST_F(FieldTable, RowsAndCaptionsInTheLanguageOfTheUser) {
+    const std::string name =
+        "2$ROH@@3$f3@@4$01.02.2026@@5$HOCH@@6$00$01$30@@7$03.02.2026@@8$f8@@9$f9@@10$f10@@11$f11"
+        "@@12$f12@@13$f13@@14$f14@@16$f16@@17$2@@20$04.02.2026@@91$f91@@92$f92@@95$f95@@98$D"
+        "@@99$MAI@@23$x";
+    std::string captions;
+    std::string places;
+    std::string values;
+    for (const SearchField& field : searchFields()) {
+        captions += field.Caption + "/" + field.ShortCaption + " ";
+        places += std::to_string(field.Position) + ":" + std::to_string(field.Width) + " ";
+        values += fieldText(field.Id, "\\s\\Ward\\", field.Id == 26 ? "f26" : name) + " ";
+    }
+    EXPECT_EQ(captions,
+              "(no field)/(no field) Folder/Folder Status/S Marker/M Author code/Code "
+              "Author/Author Typist/Typist State flags/Flags Number/No. Dictated/Dictated -/- "
+              "Changed/Changed -/- Length/Length File number/File no. Priority/P Due date/Due -/- "
+              "Subject/Subject Note 1/Note 1 Note 2/Note 2 Column 1/Column 1 Column 2/Column 2 "
+              "Work group/Group Work type/Type Second status/S 2 File name/File name ");
+    EXPECT_EQ(places,
+              "0:0 1:1400 2:280 3:280 4:700 5:1000 6:1100 7:1500 8:600 9:1800 10:0 11:1800 12:0 "
+              "13:1000 14:1000 15:280 16:1100 17:0 18:2000 19:2000 20:2000 21:1000 23:1000 "
+              "24:1500 25:0 26:0 22:15000 ");
+    EXPECT_EQ(values,
+              " ...\\Ward Draft D f3 f14 f16 In progress f12 03.02.2026 46056 04.02.2026 46057 "
+              "00:01:30 f8 High 01.02.2026 46054 f11 f91 f95 f9 f10 f92 f13 Sent by email f26 ");
     EXPECT_EQ(GetSearchFieldCaption(27, true) + GetSearchFieldCaption(-1, false), "<?><?>");
 
     show(4, false);

@@ -127,6 +127,14 @@ TEST_F(TreeScan, HostileNames) {
     EXPECT_TRUE(platform::fileExists(list_.path(1)));
 }
 
+TEST_F(TreeScan, ManyProblemsDoNotFillTheLog) {
+    for (int i = 0; i < 101; ++i)
+        store_.add("back\\slash" + std::to_string(i) + ".WAV");
+    search();
+    EXPECT_EQ(lastScanReport().namesSkipped, 101);
+    EXPECT_EQ(lastScanReport().problems.size(), 100U);
+}
+
 TEST_F(TreeScan, FoldersThatAreNotUtf8) {
     store_.add("\xC4rzte/x.WAV").add("M\xFCller/ERL/x.WAV").add("Möller/x.WAV");
     const tests::StartedPlugIn plugIn;

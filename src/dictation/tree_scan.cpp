@@ -240,7 +240,7 @@ void TreeWalk::checkRoot() {
         return;
     state_.report.rootVanished = true;
     reportUnreadable({ENOENT, platform::toNativePath(root) +
-                                  ": unmounted or moved during the search, what was found until "
+                                  ": unmounted or moved during the search; what was found until "
                                   "then is not all"});
 }
 
