@@ -197,7 +197,10 @@ TEST_F(Export, SheetHasTextDatesLengthsAndNumbers) {
     addHostile();
     add("dated", "@@7$20.11.2026 17$05$00@@6$00$02$15@@12$42");
     add("early", "@@7$01.01.1900@@12$007");
-    add("_x0041_");
+    add("_x0041_", "@@12$123456789012345");
+    add("long", "@@12$1234567890123456@@7$28.02.1900");
+    add("safe", "@@7$01.03.1900");
+    document_.sheetName = "[a]: *b?/c\\d, which is longer than a name";
     document_.columns.push_back({"path", pathColumn, "path", "path", 0});
     ASSERT_TRUE(toFile("out.xlsx", Format::xlsx).ok());
     const std::string file = (folder() / "out.xlsx").native();
@@ -205,11 +208,24 @@ TEST_F(Export, SheetHasTextDatesLengthsAndNumbers) {
     EXPECT_EQ(sheet.find("<f>"), std::string::npos) << "a formula";
     for (const char* part :
          {"=HYPERLINK(1)", "&lt;script&gt;", "line\nend_x000D_\nagain", "_x001B_[31m",
-          "mark \xEF\xBF\xBD", "_x005F_x0041_.", "<v>46346.71180555555</v>", "<v>0.0015625</v>",
-          "<v>42</v>", ">007<", ">01.01.1900<", "Müller", "<autoFilter "})
+          "mark \xEF\xBF\xBD", "_x005F_x0041_@@", "<v>46346.71180555555</v>", "<v>0.0015625</v>",
+          "<v>42</v>", ">007<", ">01.01.1900<", "<v>123456789012345</v>", ">1234567890123456<",
+          "<v>61</v>", ">28.02.1900<", "Müller", "<autoFilter ref=\"A1:E22\"", "ySplit=\"1\""})
         EXPECT_NE(sheet.find(part), std::string::npos) << part;
-    EXPECT_NE(shellOutput("unzip -p '" + file + "' xl/styles.xml").find(R"(dd\.mm\.yyyy hh:mm:ss)"),
+    EXPECT_NE(shellOutput("unzip -p '" + file + "' xl/workbook.xml")
+                  .find("name=\"a    b  c d, which is longer t\""),
               std::string::npos);
+    using enum platform::DateOrder;
+    for (const auto& [order, format] : {std::pair(dayMonthYear, R"(dd\.mm\.yyyy hh:mm:ss)"),
+                                        std::pair(monthDayYear, R"(mm\.dd\.yyyy hh:mm:ss)"),
+                                        std::pair(yearMonthDay, R"(yyyy\.mm\.dd hh:mm:ss)")}) {
+        platform::Locale locale = platform::locale();
+        locale.dateOrder = order;
+        platform::setLocale(locale);
+        ASSERT_TRUE(toFile("out.xlsx", Format::xlsx).ok());
+        EXPECT_NE(shellOutput("unzip -p '" + file + "' xl/styles.xml").find(format),
+                  std::string::npos);
+    }
     EXPECT_EQ(shellOutput("unzip -tq '" + file + "' && echo whole").find("No errors"), 0U);
     EXPECT_EQ(entryCount(), 1U) << "nothing is left beside it";
 }
@@ -287,11 +303,21 @@ TEST_F(Export, RemembersFolderAndFormat) {
     settings.setFolder(path(""));
     EXPECT_EQ(settings.format(), Format::html);
     EXPECT_EQ(settings.folder(), path(""));
-    EXPECT_EQ(formatOfFile("a.b/c"), std::nullopt);
-    EXPECT_EQ(formatOfFile("a.XLSX"), Format::xlsx);
-    write("local.ini", "[OVSearch.ctrlOVSearch]\r\nPrintOrientation=7\r\nPrintFontSize=1000\r\n");
+    for (const char* none : {"a.b/c", "a.b\\c", "csv", "a.csvx", "a.csv."})
+        EXPECT_EQ(formatOfFile(none), std::nullopt) << none;
+    for (const auto& [name, format] :
+         {std::pair("a.XLSX", Format::xlsx), std::pair("x/a.b.Htm", Format::html),
+          std::pair(".tsv", Format::text), std::pair("a.json", Format::json)})
+        EXPECT_EQ(formatOfFile(name), format) << name;
+    for (const auto& [written, size] :
+         {std::pair("1000", 36), std::pair("36", 36), std::pair("4", 4), std::pair("3", 0)}) {
+        write("local.ini", "[OVSearch.ctrlOVSearch]\r\nPrintOrientation=7\r\nPrintFontName=Serif"
+                           "\r\nPrintFontSize=" +
+                               std::string(written) + "\r\n");
+        EXPECT_EQ(settings.pageStyle().fontSize, size) << written;
+    }
     EXPECT_EQ(settings.pageStyle().orientation, Orientation::landscape);
-    EXPECT_EQ(settings.pageStyle().fontSize, 36);
+    EXPECT_EQ(settings.pageStyle().fontName, "Serif");
 }
 
 } // namespace

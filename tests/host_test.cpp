@@ -98,6 +98,16 @@ TEST_F(Host, LoadsThePlugInShowsItAndEnds) {
     EXPECT_TRUE(fs::exists(place_.native("settings/Orvanta/OVHost.ini"))); // the plug-in's
 }
 
+TEST_F(Host, PutsEverythingAwayWhenASignalEndsIt) {
+    ProgramRun how;
+    how.environment = {{"QT_QPA_PLATFORM", "offscreen"}, {"XDG_RUNTIME_DIR", place_.native("")}};
+    how.arguments = {"--plugin", OV_SCRIPTED_PLUGIN, "--settings", place_.native("settings")};
+    how.interruptAt = "window event 1 of 1\n";
+    const ProgramResult result = tests::runProgram(OV_HOST_PROGRAM, how);
+    EXPECT_EQ(result.exitCode, -SIGINT) << result.errors;
+    EXPECT_EQ(between(result.output), "");
+}
+
 TEST_F(Host, RefusesFilesItCannotUseAndSaysWhy) {
     place_.add("text.so", "no program").addFolder("folder.so");
     struct Case {

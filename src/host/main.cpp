@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
+#include "ending_signals.h"
 #include "main_window.h"
 #include "options.h"
 #include "paths.h"
@@ -64,6 +65,7 @@ int runWindow(const Options& options) {
     std::unique_ptr<SelfTest> selfTest;
     if (options.selfTest)
         selfTest = std::make_unique<SelfTest>(window, options.screenshot);
+    const EndingSignals ending(window);
     window.show();
     QTimer::singleShot(0, &window, [&] { window.load(options.plugin); });
     QApplication::exec();
@@ -109,7 +111,9 @@ int run(int argc, char** argv) {
 
 int main(int argc, char** argv) {
     try {
-        return run(argc, argv);
+        const int exitCode = run(argc, argv);
+        ov::host::EndingSignals::passOn();
+        return exitCode;
     } catch (const std::exception& error) {
         std::fprintf(stderr, "ovhost: %s\n", error.what());
         return 1;

@@ -4,6 +4,7 @@
 // Export and print as the user reaches them from the control.
 
 #include "export/print/print_preview.h"
+#include "tests/run_program.h"
 #include "tests/window/window_fixture.h"
 
 #include <QClipboard>
@@ -20,6 +21,7 @@
 namespace ov {
 namespace {
 
+using namespace std::string_literals;
 using tests::child;
 using tests::withDialog;
 
@@ -33,6 +35,16 @@ protected:
         user->boxes.clear();
     }
     QTableView& results() { return widget<QTableView>("lvSearchResult"); }
+    int authorColumn() {
+        const QAbstractItemModel& model = *results().model();
+        for (int column = 0; column < model.columnCount(); ++column)
+            if (model.headerData(column, Qt::Horizontal).toString() == QStringLiteral("Author"))
+                return column;
+        throw std::runtime_error("no authors");
+    }
+    std::string author(int row) {
+        return results().model()->index(row, authorColumn()).data().toString().toStdString();
+    }
     // Menus have taken the keyboard.
     void focusRows() {
         window().activateWindow();
@@ -67,11 +79,8 @@ TEST_F(ListExport, WritesTheRowsAsTheyAreShown) {
     store.add("2$WAV@@14$Zeh.WAV").add("a/2$WAV@@14$Anna.WAV").add("b/2$WAV@@14$Max.WAV");
     searchAll();
     for (int column = 0; column < results().model()->columnCount(); ++column)
-        if (results().model()->headerData(column, Qt::Horizontal).toString() !=
-            QStringLiteral("Author"))
-            results().setColumnHidden(column, true);
-        else
-            results().sortByColumn(column, Qt::AscendingOrder);
+        results().setColumnHidden(column, column != authorColumn());
+    results().sortByColumn(authorColumn(), Qt::AscendingOrder);
     const std::string all = saved("all.csv");
     EXPECT_EQ(std::count(all.begin(), all.end(), '\n'), 4);
     EXPECT_TRUE(all.starts_with("\xEF\xBB\xBF"
@@ -143,18 +152,38 @@ TEST_F(ListExport, PreviewTurnsItsPages) {
                "PrintPreview");
 }
 
-// .ci/check-exports runs it where there is a printer, and reads what that got.
-TEST_F(ListExport, DISABLED_PrintsOnTheSystemsPrinter) {
-    for (int i = 0; i < 40; ++i)
+// Where with_printer has set up a printer.
+class PrintServer : public ListExport {
+protected:
+    // What came out of the printer's n-th job.
+    static std::string printed(int job) {
+        const std::string file =
+            qEnvironmentVariable("OV_PRINTED").toStdString() + "/" + std::to_string(job);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return std::filesystem::exists(file); }, 60'000));
+        return tests::shellOutput("pdftotext -layout '" + file + "' -");
+    }
+};
+
+TEST_F(PrintServer, PrintsAllRowsOrTheSelectedOnes) {
+    if (qEnvironmentVariableIsEmpty("OV_PRINTED"))
+        GTEST_SKIP() << "there is no printer";
+    for (int i = 10; i < 50; ++i)
         store.add("2$WAV@@14$A" + std::to_string(i) + ".WAV");
     searchAll();
-    withDialog([this] { choose("Print"); },
-               [](QDialog& dialog) {
-                   EXPECT_FALSE(child<QLabel>(dialog, "lblPrinterDevice").text().isEmpty());
-                   child<QLineEdit>(dialog, "txtTitel").setText(QStringLiteral("On paper"));
-                   child<QPushButton>(dialog, "cmdOK").click();
-               });
+    results().selectRow(7);
+    for (const bool selectedOnly : {false, true})
+        withDialog([&] { choose("Print", selectedOnly); },
+                   [](QDialog& dialog) {
+                       child<QLineEdit>(dialog, "txtTitel").setText(QStringLiteral("On paper"));
+                       child<QPushButton>(dialog, "cmdOK").click();
+                   });
     EXPECT_EQ(user->boxLines(), std::vector<std::string>());
+    for (const int job : {1, 2}) {
+        const std::string pages = printed(job);
+        for (const std::string& part : {"On paper"s, author(7), "Page 1 of "s})
+            EXPECT_NE(pages.find(part), std::string::npos) << part << job;
+        EXPECT_EQ(pages.find(author(8)) == std::string::npos, job == 2) << job;
+    }
 }
 
 TEST_F(ListExport, EndsWithItsWindow) {
