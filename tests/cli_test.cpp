@@ -472,6 +472,18 @@ TEST_F(Cli, InterruptKeepsWhatWasFound) {
         ASSERT_TRUE(path.starts_with(root()) && path.ends_with("/x.WAV")) << path;
 }
 
+TEST_F(Cli, StoreThatGoesAway) {
+    TemporaryStore tree;
+    addEndlessTree(tree);
+    store_.addLink("s", tree.folder().native());
+    ProgramRun how;
+    how.actAt = ".WAV\n";
+    how.act = [this] { fs::remove(store_.folder() / "s"); };
+    const ProgramResult result = run({"find", store_.native("s"), "--format", "paths"}, how);
+    EXPECT_EQ(result.exitCode, 3) << "though something was found";
+    EXPECT_TRUE(holds(result.errors, "/s/: unmounted or moved")) << result.errors;
+}
+
 // What a terminal shows in the end.
 Texts screen(const std::string& sent) {
     Texts lines = {""};

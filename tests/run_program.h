@@ -10,6 +10,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
+#include <functional>
 #include <linux/capability.h>
 #include <map>
 #include <poll.h>
@@ -35,6 +36,8 @@ struct ProgramRun {
     std::string interruptAt; // Ctrl-C is pressed once, as soon as the program has said this
     std::string typeAt;      // `typed` is typed once, as soon as the program has said this
     std::string typed;       // on a terminal only
+    std::string actAt;       // `act` is done once, as soon as the program has said this
+    std::function<void()> act;
     bool onTerminal = false; // all streams are one terminal; `output` has what it was sent
     bool withRights = true;  // false: file permissions count, for root too
     rlim_t longestFile = RLIM_INFINITY; // no file may grow beyond, as on a full disk
@@ -136,6 +139,10 @@ inline void collect(Child& child, ProgramRun run, ProgramResult& result) {
         if (hasSaid(result, run.interruptAt)) {
             kill(child.id, SIGINT);
             run.interruptAt.clear();
+        }
+        if (hasSaid(result, run.actAt)) {
+            run.act();
+            run.actAt.clear();
         }
         if (hasSaid(result, run.typeAt)) {
             type(child, run.typed);

@@ -75,7 +75,7 @@ void readTime(const icu::Locale& named, Locale& result) {
 void readDecimalSign(const icu::Locale& named, Locale& result) {
     UErrorCode error = U_ZERO_ERROR;
     const icu::DecimalFormatSymbols symbols(named, error);
-    const icu::UnicodeString sign =
+    const icu::UnicodeString& sign =
         symbols.getConstSymbol(icu::DecimalFormatSymbols::kDecimalSeparatorSymbol);
     if (U_SUCCESS(error) && sign == u",")
         result.decimalSign = ',';
