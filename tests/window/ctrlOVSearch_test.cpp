@@ -162,7 +162,7 @@ TEST_F(Control, AsksBeforeItListsEverything) {
     openControl();
     searchAll();
     store.add("2$WAV@@14$Berta.WAV");
-    search();
+    key(window(), Qt::Key_F, Qt::ControlModifier);
     EXPECT_EQ(user->boxes.back().buttons, platform::MessageButtons::yesNo);
     EXPECT_EQ(user->boxes.back().title, "Dictation search");
     EXPECT_EQ(label(), "Search result (1 dictation)") << "No leaves everything as it was";
@@ -307,7 +307,7 @@ TEST_F(Control, StopsASearchWithEscape) {
         if (call.starts_with("PI_ProgressText") && seen == 0)
             QCoreApplication::processEvents();
     };
-    search();
+    key(window(), Qt::Key_F5);
     EXPECT_GE(seen, 1);
     EXPECT_LT(results().model()->rowCount(), 40);
     EXPECT_FALSE(widget<QLabel>("lblSearchNotice").text().isEmpty());
@@ -322,7 +322,6 @@ TEST_F(Control, SurvivesWhatTheHostDoesInTheMiddleOfASearch) {
         std::function<void()> act;
     };
     const std::vector<Case> cases = {
-        {"closes the window", [&] { control_ = nullptr; }},
         {"switches the language",
          [&] {
              modLanguage::SetLanguage(7, 0);
@@ -350,24 +349,11 @@ TEST_F(Control, SurvivesWhatTheHostDoesInTheMiddleOfASearch) {
         host().refused.clear();
         EXPECT_TRUE(done) << c.what;
         EXPECT_FALSE(modDictation::isSearchRunning()) << c.what;
-        if (control_) {
-            EXPECT_EQ(criteria().topLevelItemCount(), 1) << c.what;
-        }
+        EXPECT_EQ(criteria().topLevelItemCount(), 1) << c.what;
         closeControl();
         EXPECT_EQ(bars(read("SearchCriteria.dat")), "2|25|6|\r\n") << c.what;
         modLanguage::SetLanguage(9, 0);
     }
-}
-
-TEST_F(Control, ClosesItsDialogsWhenTheHostLetsGo) {
-    openControl();
-    withDialog([&] { press("cmdSearchKriteriaOptions(0)"); },
-               [&](QDialog& dialog) {
-                   control_ = nullptr;
-                   EXPECT_FALSE(dialog.isVisible());
-               });
-    closeControl();
-    EXPECT_EQ(host().events.sinkCount(), 1U) << "only the plug-in object still listens";
 }
 
 TEST_F(Control, OpensWhateverTheHostCannotDo) {
@@ -416,6 +402,37 @@ TEST_F(Control, KeepsTheKeyboardWhereItWas) {
     EXPECT_TRUE(button("cmdSearchKriteriaOptions(2)").hasFocus());
     press("cmdSearchKriteriaOptions(2)");
     EXPECT_TRUE(criteria().hasFocus()) << "the button has nothing to delete any more";
+
+    store.add("2$WAV.WAV");
+    user->saysYes = true;
+    QPushButton& searchButton = button("cmdSearchOptions(0)");
+    const auto focusAfterSearch = [&](std::function<void()> meanwhile) {
+        searchButton.setFocus();
+        host().onCall = [&](const std::string& call) {
+            if (call.starts_with("PI_ProgressText"))
+                meanwhile();
+        };
+        key(searchButton, Qt::Key_Space);
+        host().onCall = nullptr;
+        return window().focusWidget()->objectName().toStdString();
+    };
+    EXPECT_EQ(focusAfterSearch([] {}), "cmdSearchOptions(0)");
+    EXPECT_EQ(focusAfterSearch([&] { results().setFocus(); }), "lvSearchResult");
+    EXPECT_EQ(focusAfterSearch([&] { press("cmdSearchStop"); }), "cmdSearchOptions(0)");
+}
+
+TEST_F(Control, LeadsTheKeyboardAlong) {
+    openControl();
+    criteria().setFocus();
+    std::string order;
+    for (const QWidget* at = &criteria(); at != &results(); at = window().focusWidget()) {
+        order += at->objectName().toStdString() + " ";
+        ASSERT_LT(order.size(), 500U) << order;
+        QTest::keyClick(window().focusWidget(), Qt::Key_Tab);
+    }
+    EXPECT_EQ(order, "lvSearchCriteria cmdSearchKriteriaOptions(0) optCriteriaCompare(1) "
+                     "cmdSearchOptions(0) cmdSearchOptions(2) cmdSearchOptions(3) "
+                     "cmdSearchOptions(4) ");
 }
 
 TEST_F(Control, ShowsTheRowsThatTheHostHeardOf) {

@@ -63,10 +63,11 @@ protected:
     }
     // Answers the file dialog that `open` brings up.
     static void save(const std::function<void()>& open, const std::string& name) {
-        withDialog(open, [&](QDialog& dialog) {
+        const auto drive = [&](QDialog& dialog) {
             dialog.findChild<QLineEdit*>()->setText(QString::fromStdString(name));
             dialog.accept();
-        });
+        };
+        withDialog(open, drive, "ExportFile");
     }
     std::string saved(const std::string& name) {
         save([this] { choose("CSV"); }, native(name));
@@ -150,6 +151,41 @@ TEST_F(ListExport, PreviewTurnsItsPages) {
                    EXPECT_EQ(view.grab().toImage(), first);
                },
                "PrintPreview");
+}
+
+// A command lets messages be handled, and these delete the menu it was chosen from. (Seen where
+// freed memory is overwritten, and with the events of a real window system.)
+TEST_F(ListExport, EntriesOutliveTheirMenus) {
+    for (int i = 0; i < 480; ++i)
+        store.add("2$WAV@@14$Author " + std::to_string(i) + ".WAV");
+    searchAll();
+    const auto escape = [](QDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); };
+    withDialog([this] { choose("preview"); }, escape, "PrintPreview");
+    focusRows();
+    withDialog([this] { key(QKeySequence::Save); }, escape, "ExportFile");
+    withDialog([this] { choose("Print…"); }, escape, "frmExportOptionsPrint");
+    for (const auto& [entry, file] : std::map<const char*, std::string>{
+             {"PDF", "a.pdf"}, {"Spread", "a.xlsx"}, {"Web", "a.html"}}) {
+        save([&, entry = entry] { choose(entry); }, native(file));
+        EXPECT_FALSE(read(file).empty()) << file;
+    }
+    choose("Copy as");
+    EXPECT_EQ(QApplication::clipboard()->text().count(QLatin1Char('\n')), 481);
+
+    const auto chooseInList = [this](const char* entry) {
+        QContextMenuEvent asked(QContextMenuEvent::Mouse, {20, 20},
+                                results().viewport()->mapToGlobal(QPoint(20, 20)));
+        QApplication::sendEvent(results().viewport(), &asked);
+        click(entry);
+    };
+    chooseInList("Select all");
+    chooseInList("Copy rows");
+    EXPECT_EQ(QApplication::clipboard()->text().count(QLatin1Char('\n')), 481);
+    chooseInList("Copy file path");
+    EXPECT_EQ(QApplication::clipboard()->text().count(QLatin1Char('\n')), 479);
+    chooseInList("Show log");
+    EXPECT_TRUE(host().calls.back().starts_with("PI_LogView"));
+    withDialog([&] { chooseInList("Choose columns"); }, escape, "frmSearchResultColumns");
 }
 
 // Where with_printer has set up a printer.

@@ -82,7 +82,7 @@ public:
         auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
         ASSERT_NE(menu, nullptr) << entry;
         for (QAction* action : menu->actions())
-            if (action->text().remove(QLatin1Char('&')).contains(QLatin1String(entry))) {
+            if (action->text().remove(QLatin1Char('&')).contains(QString::fromUtf8(entry))) {
                 if (action->menu() != nullptr)
                     menu->setActiveAction(action);
                 else
