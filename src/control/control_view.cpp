@@ -195,10 +195,9 @@ void ControlView::show(Activity activity) {
     activity_ = activity;
     const QPointer<QWidget> before = control_.window()->focusWidget();
     enable();
-    QWidget* const now = control_.window()->focusWidget();
-    if (now != before) {
-        displaced_ = before == refuge_ && displaced_ ? displaced_ : before;
-        refuge_ = now;
+    if (before && before != control_.window()->focusWidget() && control_.isAncestorOf(before)) {
+        displaced_ = before;
+        splitter->setFocus(); // not the next widget, which would take a key that was meant for it
     }
     if (activity == Activity::idle)
         giveKeyboardBack();
@@ -214,8 +213,7 @@ void ControlView::enable() {
 }
 
 void ControlView::giveKeyboardBack() {
-    if (displaced_ && control_.window()->focusWidget() == refuge_ &&
-        control_.isAncestorOf(displaced_)) {
+    if (displaced_ && control_.window()->focusWidget() == splitter) {
         if (displaced_->isEnabled())
             displaced_->setFocus();
         else if (displaced_ == cmdSearchStop)
@@ -224,7 +222,6 @@ void ControlView::giveKeyboardBack() {
             lvSearchCriteria->setFocus();
     }
     displaced_ = nullptr;
-    refuge_ = nullptr;
 }
 
 void ControlView::enableCriteriaButtons() {

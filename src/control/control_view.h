@@ -80,7 +80,6 @@ private:
     QWidget& control_;
     Activity activity_ = Activity::idle;
     QPointer<QWidget> displaced_; // had the keyboard before it was disabled
-    QPointer<QWidget> refuge_;    // where the keyboard went then
 };
 
 } // namespace ov

@@ -64,6 +64,7 @@ public:
         control_->IFormExtension_Init(plugIn_.connector, host());
         window().resize(900, 700);
         window().show();
+        window().activateWindow(); // where no window manager does
         EXPECT_TRUE(QTest::qWaitForWindowActive(&window()));
         user = std::make_unique<RecordingInterface>([] { QCoreApplication::processEvents(); });
     }
