@@ -154,27 +154,18 @@ TEST_F(Cli, SelectsAndSorts) {
     addThree();
     const std::vector<std::pair<Texts, std::string>> cases = {
         {{}, "Müller Zeh öztürk"},
-        {{"-c", "author contains ü"}, "Müller öztürk"},
         {{"-c", "author contains Ü", "-c", "priority = HOCH"}, "Müller"},
         {{"-c", "author contains zeh", "-c", "marker marked", "--any"}, "Zeh öztürk"},
-        {{"--any"}, "Müller Zeh öztürk"},
         {{"-c", "5 17 M\xDCLLER"}, "Müller"},
         {{"--language", "de", "-c", "priority = hoch"}, "Müller"},
-        {{"--language", "en", "-c", "status = dictated"}, "öztürk"},
         {{"-c", "dictated between 2025-12-30..2/1/2026"}, "Zeh öztürk"},
         {{"--limit", "2"}, "Müller Zeh"},
         {{"--limit", "2147483647"}, "Müller Zeh öztürk"},
         {{"--max-depth", "0"}, "Müller"},
         {{"--max-depth", "1"}, "Müller Zeh"},
-        {{"--max-depth", "-1"}, "Müller Zeh öztürk"},
-        {{"--sort", "author"}, "Müller öztürk Zeh"},
         {{"--sort", "author:desc"}, "Zeh öztürk Müller"},
-        {{"--sort", "dictated"}, "öztürk Zeh Müller"},
         {{"--sort", "Dictated:desc"}, "Müller Zeh öztürk"},
         {{"--sort", "length"}, "öztürk Zeh Müller"},
-        {{"--sort", "status:asc"}, "öztürk Müller Zeh"},
-        {{"--sort", "priority:desc"}, "Müller Zeh öztürk"},
-        {{"--sort", "marker:desc"}, "öztürk Müller Zeh"},
     };
     for (const auto& [options, expected] : cases)
         EXPECT_EQ(authors(options), expected) << joined(options);
@@ -190,21 +181,16 @@ TEST_F(Cli, WrongUsage) {
         {{"find", ""}, "ROOT: must not be empty"},
         {{"find", root(), "--format", "xml"}, "xml not in {csv,json,paths,table}"},
         {{"find", root(), "--columns", "author,shoe"}, "no column \"shoe\"; columns are: path, "},
-        {{"find", root(), "--columns", ""}, "no column \"\""},
         {{"find", root(), "--sort", "shoe"}, "cannot sort by \"shoe\""},
         {{"find", root(), "--sort", "author:up"}, "KEY:desc"},
         {{"find", root(), "--limit", "0"}, "--limit"},
-        {{"find", root(), "--limit", "2147483648"}, "--limit"},
         {{"find", root(), "--max-depth", "-2"}, "--max-depth"},
         {{"find", root(), "--language", "fr"}, "fr not in {de,en}"},
-        {{"find", root(), "-c"}, "CRITERION"},
         {{"find", root(), "-c", "length > 5"}, "criterion \"length > 5\""},
-        {{"find", root(), "-c", "[author is x]"}, "no field \"[author\""},
         {{"find", root(), "-0"}, "--format paths"},
         {{"find", root(), "--\x1B[31m"}, "--\\u001B[31m"},
         {{"show"}, "FILE"},
         {{"demo", root(), "--count", "-1"}, "--count"},
-        {{"demo", root(), "--seed", "x"}, "--seed"},
     };
     for (const auto& [arguments, message] : cases) {
         const ProgramResult result = run(arguments);
@@ -223,11 +209,9 @@ TEST_F(Cli, Unreadable) {
         {{"find", store_.native(highPriority)}, "Not a directory"},
         {{"find"}, "DictationDir"},
         {{"find", root(), "--criteria-file", missing}, "missing: No such file"},
-        {{"find", root(), "--criteria-file", root()}, "Is a directory"},
         {{"find", root(), "--criteria-file", settings_.native("empty.dat")}, "no criteria"},
         {{"find", root(), "--criteria-file", settings_.native("notes.dat")}, "no criteria"},
         {{"show", missing}, "no such file"},
-        {{"show", store_.native("ward")}, "no such file"},
         {{"show", store_.native("ward/ERL/notes.txt")}, "not a dictation"},
         {{"demo", root()}, root()},
     };
@@ -246,9 +230,7 @@ TEST_F(Cli, OutputThatCannotBeWritten) {
     full.outputFile = "/dev/full";
     const std::vector<Texts> cases = {
         {"find", root()},
-        {"find", root(), "--format", "csv"},
         {"find", root(), "--format", "json", "--sort", "author"},
-        {"find", root(), "--format", "paths"},
         {"show", store_.native(highPriority)},
         {"fields"},
         {"--version"},
@@ -278,7 +260,6 @@ TEST_F(Cli, CriteriaFile) {
          "17\x01müller\x01",
          "Müller", ""},
         {muller + "\r\n" + high + "\r\n", "Müller", ""},
-        {high + "\n\n", "Müller", ""},
         {"junk\r\n5\x01"
          "17\r\n" +
              high +

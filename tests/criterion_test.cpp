@@ -118,10 +118,7 @@ TEST(Criterion, OffersInTheOrderOfHabit) {
 
 TEST(Criterion, DisplayText) {
     modLanguage::SetLanguage(9, 0);
-    platform::Locale german;
-    german.dateOrder = platform::DateOrder::dayMonthYear;
-    german.dateSeparator = '.';
-    platform::setLocale(german);
+    platform::setLocale(platform::localeNamed("de"));
     const std::string joint = modLanguage::GetText(25117);
     const auto text = [](std::int32_t field, std::int32_t operatorId, const char* a,
                          const char* b) {

@@ -20,11 +20,7 @@ namespace {
 class CriterionText : public ::testing::Test {
 public:
     CriterionText() {
-        platform::Locale german;
-        german.dateOrder = platform::DateOrder::dayMonthYear;
-        german.dateSeparator = '.';
-        german.decimalSign = ',';
-        platform::setLocale(german);
+        platform::setLocale(platform::localeNamed("de"));
         speak(9);
     }
     ~CriterionText() override {
@@ -116,7 +112,6 @@ TEST_F(CriterionText, Errors) {
         {"due between ..2026-11-01", "a value is missing: a date"},
         {"length = 90", "\"90\" is not a time such as 00:05:00"},
         {"10 = 5x", "is not a number"},
-        {"priority = 6", "one of 1 NORMAL (Normal), 2 FRIST"},
         {"status2 = urgent", "one of 6 WAV"},
     };
     for (const Case& c : cases) {

@@ -21,13 +21,7 @@ constexpr platform::DateTime today{2026, 11, 21, 12, 0, 0};
 
 class Matching : public ::testing::Test {
 public:
-    Matching() {
-        platform::Locale german;
-        german.dateOrder = platform::DateOrder::dayMonthYear;
-        german.dateSeparator = '.';
-        german.firstWeekday = 1;
-        platform::setLocale(german);
-    }
+    Matching() { platform::setLocale(platform::localeNamed("de")); }
     ~Matching() override { platform::setLocale(std::nullopt); }
 
 protected:

@@ -20,20 +20,15 @@ struct Case {
 };
 
 const std::vector<Case> cases{
-    {"empty", "", "", ""},
     {"plain with umlauts", "Öztürk ß 7", "Öztürk ß 7", "Öztürk ß 7"},
     {"all that a file name cannot hold", "*/?<>\".:", "~_²²³³%%'!!$#", "²1²2²4²5²6²7²8²9"},
     {"backslash and bar", "a\\b|c", std::nullopt, "a²3b²Ac"},
-    {"the escapes' own letters", "~_'", std::nullopt, "~_'"},
     {"lone escape halves", "²a³%!$", "²a³%!$", "²0a³%!$"},
     {"literal pair", "a!!b", std::nullopt, "a!!b"},
-    {"half before an escape", "²?", std::nullopt, "²0²4"},
     {"half behind an escape", "?²", "²²²", "²4²0"},
     {"superscript before a digit", "m²1", "m²1", std::nullopt},
-    {"superscript before another", "²²", std::nullopt, "²0²0"},
     {"field separator", "a@@5$HOCH", std::nullopt, std::nullopt},
     {"would join the next separator", "a@", std::nullopt, std::nullopt},
-    {"address", "a@b", "a@b", "a@b"},
     {"line end", "a\nb", std::nullopt, std::nullopt},
     {"not UTF-8", "M\xFCller", std::nullopt, std::nullopt},
 };
