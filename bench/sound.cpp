@@ -15,6 +15,7 @@
 #include <cmath>
 #include <cstdio>
 #include <fstream>
+#include <memory>
 #include <string>
 #include <sys/resource.h>
 #include <vector>
@@ -30,6 +31,7 @@ constexpr const char* alias = "PBWave";
 constexpr std::size_t perSecond = ov::tests::SoundServer::rate;
 constexpr int rate = 16000;
 constexpr int twoHours = 7200;
+constexpr int busyLoops = 4;
 
 double milliseconds(Clock::duration time) {
     return std::chrono::duration<double, std::milli>(time).count();
@@ -101,7 +103,7 @@ void measureAnswers(const Recorder& recorder) {
         pause(i % 3 == 0 ? 500 : 0); // the output has been closed by then
     }
     play.print("seek anywhere and play to first sound", "at most 60");
-    silence.print("pause or stop to silence", "at most 50");
+    silence.print("pause or stop to silence", "at most two chunks, 80");
     calls.print("the calls themselves", "never wait for sound");
 }
 
@@ -125,7 +127,7 @@ void measureSeekInPlay(const Recorder& recorder) {
         }
     }
     MciStop(alias);
-    seek.print("seek in play to the new place", "at most 60");
+    seek.print("seek in play to the new place", "at most two chunks, 80");
 }
 
 // Compares positions that were told with what arrived from the server at that time.
@@ -158,6 +160,65 @@ void measurePosition(const Recorder& recorder, const Samples& file) {
     late.print("position told, off by", "at most 50");
     std::printf("%-34s %.1f ms\n", "  told after what is heard, mean",
                 sum / static_cast<double>(late.values.size()));
+}
+
+// Keeps the processors busy while it lives.
+class BusyLoops {
+public:
+    explicit BusyLoops(int count) {
+        for (int i = 0; i < count; ++i)
+            loops_.push_back(std::make_unique<ov::tests::Process>(
+                std::vector<std::string>{"sh", "-c", "while :; do :; done"}, "/"));
+    }
+
+private:
+    std::vector<std::unique_ptr<ov::tests::Process>> loops_;
+};
+
+// Pieces of silence of a millisecond and more within a sound that has none.
+void printGaps(const char* name, Samples heard) {
+    heard.erase(heard.begin(),
+                heard.begin() + static_cast<std::ptrdiff_t>(ov::tests::startOfSound(heard)));
+    std::size_t gaps = 0;
+    std::size_t lost = 0;
+    std::size_t silent = 0;
+    for (const float sample : heard) {
+        if (std::fabs(sample) < 1e-3F) {
+            ++silent;
+            continue;
+        }
+        gaps += silent >= perSecond / 1000 ? 1 : 0;
+        lost += silent >= perSecond / 1000 ? silent : 0;
+        silent = 0;
+    }
+    std::printf("%-34s %zu gaps, %.0f ms in all\n", name, gaps,
+                static_cast<double>(lost) * 1000 / perSecond);
+}
+
+// Against the player that comes with the sound server, in turn.
+void measureGaps(const ov::tests::SoundServer& server, const Recorder& recorder,
+                 const ov::tests::TemporaryStore& store) {
+    constexpr int seconds = 20;
+    const std::string file = store.native("tone.WAV");
+    ov::tests::writeWave(file, {SF_FORMAT_PCM_16, rate},
+                         Samples(static_cast<std::size_t>(seconds) * rate, 0.25F));
+    const BusyLoops load(busyLoops);
+    for (int i = 0; i < 2; ++i) {
+        std::size_t start = recorder.count();
+        MciOpen(alias, store.path("tone.WAV"), "waveaudio");
+        MciPlay(alias, -1, 0, -1);
+        while (MciGetMode(alias) == "playing")
+            pause(20);
+        waitForSilence(recorder, start);
+        MciClose(alias);
+        printGaps("busy machine, this device", recorder.samples(start, recorder.count()));
+        start = recorder.count();
+        ov::tests::Process player({"paplay", file}, server.home());
+        while (player.isRunning())
+            pause(20);
+        waitForSilence(recorder, start);
+        printGaps("busy machine, paplay", recorder.samples(start, recorder.count()));
+    }
 }
 
 long residentKilobytes() {
@@ -229,6 +290,7 @@ void measure(const ov::tests::SoundServer& server) {
     measureSeekInPlay(recorder);
     measurePosition(recorder, ov::tests::resampled(minute, rate, perSecond));
     MciClose(alias);
+    measureGaps(server, recorder, store);
     minute.resize(static_cast<std::size_t>(60) * 8000);
     measureFormat("PCM", {SF_FORMAT_PCM_16, 8000}, minute, store);
     measureFormat("GSM 6.10", {SF_FORMAT_GSM610, 8000}, minute, store);

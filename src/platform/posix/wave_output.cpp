@@ -14,7 +14,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr int chunksPerSecond = 50;
+constexpr int chunksPerSecond = 25;
 constexpr auto longestWait = 800ms;
 constexpr auto retryInterval = 5ms;
 

@@ -22,8 +22,9 @@ public:
 
 class WaveOutput {
 public:
-    // Frames that fill() is asked for at a time: 20 ms. The output holds about as much again; less
-    // would drop out on a busy machine, more would be heard after a pause.
+    // Frames that fill() is asked for at a time: 40 ms. The output holds about as much again. Half
+    // of it drops out three times as often on a busy machine, more would keep the listener waiting
+    // for more than 60 ms; bench/sound.cpp measures both.
     static std::size_t chunkFrames(int rate) noexcept;
 
     // From asking for a chunk until it is heard, as good as one can know, in nanoseconds.

@@ -46,7 +46,7 @@ public:
     void release() noexcept { begin_.fetch_add(1, std::memory_order_release); }
 
 private:
-    static constexpr std::size_t count = 64; // about a second
+    static constexpr std::size_t count = 32; // more than a second
 
     std::array<WaveBlock, count> blocks_;
     std::atomic<std::size_t> begin_{0};

@@ -9,7 +9,7 @@
 #include <optional>
 
 // What was handed to the sound output, and when it is heard. Written by the output's thread, read
-// by any; neither ever waits. Remembers the last second or so.
+// by any; neither ever waits. Remembers the last two seconds or so.
 
 namespace ov::platform {
 
