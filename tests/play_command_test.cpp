@@ -1,5 +1,9 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
+#include "cli/play_command.h"
+#include "cli/terminal_interface.h"
+#include "environment.h"
+#include "failing_reads.h"
 #include "run_program.h"
 #include "temporary_store.h"
 #include "wave_files.h"
@@ -66,6 +70,19 @@ TEST_F(PlayCommand, TellsWhatItCannotPlay) {
             << result.errors;
         EXPECT_NE(result.errors.find(test.reason), std::string::npos) << result.errors;
     }
+}
+
+TEST_F(PlayCommand, TellsThatTheFileCannotBeReadOn) {
+    const tests::Environment silent("SDL_AUDIODRIVER", "dummy");
+    const std::string file = store_.native("long one.WAV");
+    const tests::FailingReads bad(file, tests::FailingReads::How::fail, 10000);
+    ::testing::internal::CaptureStderr();
+    TerminalInterface terminal;
+    EXPECT_EQ(runPlay(file, terminal), ExitCode::unreadable);
+    EXPECT_EQ(::testing::internal::GetCapturedStderr(),
+              "ovsearch: " + file +
+                  ": Cannot read the specified file. Make sure the file is still present, or check "
+                  "your disk or network connection.\n");
 }
 
 TEST_F(PlayCommand, ShowsPositionAndEndsAsAskedFor) {

@@ -5,6 +5,7 @@
 // and outputs that are not as they should be. Plays into an output that throws everything away.
 
 #include "environment.h"
+#include "failing_reads.h"
 #include "platform/posix/wave_devices.h"
 #include "platform/posix/wave_file.h"
 #include "platform/wave_overview.h"
@@ -16,6 +17,7 @@
 
 #include <array>
 #include <chrono>
+#include <filesystem>
 #include <fstream>
 #include <regex>
 #include <string>
@@ -25,6 +27,7 @@ namespace ov::platform {
 namespace {
 
 using namespace std::string_literals;
+using tests::FailingReads;
 using tests::TemporaryStore;
 using tests::WaveKind;
 
@@ -219,6 +222,46 @@ TEST_F(WaveDevice, SeeksInEveryEncoding) {
         std::vector<float> nothing(10);
         EXPECT_EQ(file->read(nothing), 0U);
         EXPECT_FALSE(file->failed());
+    }
+}
+
+// No more data and no answer are two things, whatever the decoder makes of what it lacks.
+TEST_F(WaveDevice, TellsWhatCannotBeReadFromWhatIsNotThere) {
+    for (const int format : {SF_FORMAT_PCM_16, SF_FORMAT_ULAW, SF_FORMAT_IMA_ADPCM,
+                             SF_FORMAT_MS_ADPCM, SF_FORMAT_GSM610}) {
+        SCOPED_TRACE(format);
+        write("a.wav", {format, 8000}, 20000);
+        const std::string native = store_.native("a.wav");
+        const std::uintmax_t half = std::filesystem::file_size(native) / 2;
+        std::unique_ptr<WaveFile> file;
+        ASSERT_EQ(WaveFile::open(native, file), 0U);
+        const auto late = static_cast<std::size_t>(file->frames()) - 15000;
+        const auto framesFrom = [&file](std::int64_t start) {
+            std::vector<float> piece(100);
+            std::size_t frames = 0;
+            if (file->seek(start))
+                while (const std::size_t got = file->read(piece))
+                    frames += got;
+            return frames;
+        };
+        {
+            std::vector<WavePeaks> peaks;
+            const FailingReads bad(native, FailingReads::How::fail, static_cast<off_t>(half));
+            EXPECT_NEAR(static_cast<double>(framesFrom(0)), 10000, 1500);
+            EXPECT_TRUE(file->failed());
+            EXPECT_EQ(framesFrom(15000), 0U);
+            EXPECT_TRUE(file->failed());
+            EXPECT_FALSE(readWaveOverview(store_.path("a.wav"), 10, {}, peaks));
+        }
+        EXPECT_EQ(framesFrom(15000), late) << "it can be read again";
+        EXPECT_FALSE(file->failed());
+        std::filesystem::resize_file(native, half);
+        EXPECT_EQ(framesFrom(15000), 0U);
+        EXPECT_FALSE(file->failed());
+        EXPECT_NEAR(static_cast<double>(framesFrom(0)), 10000, 1500);
+        EXPECT_FALSE(file->failed());
+        const FailingReads bad(native, FailingReads::How::fail);
+        EXPECT_EQ(WaveFile::open(native, file), media_error::cannotRead);
     }
 }
 

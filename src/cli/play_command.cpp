@@ -64,7 +64,7 @@ void pauseOrResume() {
         MciPause(alias);
 }
 
-// False when the output vanished.
+// False when the output vanished or the file could not be read on.
 bool playToEnd(TerminalInterface& terminal) {
     TerminalKeys keys;
     LevelMeter meter;

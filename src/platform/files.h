@@ -42,6 +42,14 @@ FileKind fileKind(std::string_view path);
 bool fileExists(std::string_view path);
 bool directoryExists(std::string_view path);
 
+// Tells whether a file is still the one that was looked at before; zeros for what is missing.
+struct FileStamp {
+    std::uint64_t size = 0;
+    std::int64_t modified = 0; // nanoseconds
+    bool operator==(const FileStamp&) const = default;
+};
+FileStamp fileStamp(std::string_view path);
+
 // "D:" or "\\server\share" of a path, empty for one that starts at the root or is relative.
 std::string_view driveOf(std::string_view path);
 // True for a path without a drive.

@@ -24,8 +24,8 @@ struct WavePeaks {
 // memory: call it from a thread of its own (some seconds for a two-hour file) and keep the
 // result. Every call opens the file for itself, so it may be played meanwhile.
 //
-// `path` is that of files.h. False, with `peaks` empty, when the file is none that can be played
-// or `stop` was asked for.
+// `path` is that of files.h. False, with `peaks` empty, when the file is none that can be played,
+// could not be read to its end, or `stop` was asked for.
 bool readWaveOverview(std::string_view path, std::size_t count, const std::stop_token& stop,
                       std::vector<WavePeaks>& peaks);
 

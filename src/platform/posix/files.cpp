@@ -74,6 +74,15 @@ FileKind fileKind(std::string_view path) {
     return kindOfMode(info.st_mode);
 }
 
+FileStamp fileStamp(std::string_view path) {
+    struct stat info {};
+    if (stat(toNativePath(path).c_str(), &info) != 0)
+        return {};
+    constexpr std::int64_t perSecond = 1'000'000'000;
+    return {static_cast<std::uint64_t>(info.st_size),
+            info.st_mtim.tv_sec * perSecond + info.st_mtim.tv_nsec};
+}
+
 bool fileExists(std::string_view path) {
     return fileKind(path) == FileKind::file;
 }

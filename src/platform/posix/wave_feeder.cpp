@@ -49,6 +49,7 @@ WaveFeeder::Piece WaveFeeder::read(std::span<float> samples) {
     if (piece.last && !failed_)
         position_ = end_;
     piece.to = position_;
+    piece.failed = piece.last && failed_;
     return piece;
 }
 
@@ -61,6 +62,7 @@ std::size_t WaveFeeder::readFile(std::span<float> samples) {
     if (got < wanted) {
         left_ = 0;
         failed_ = failed_ || file_.failed();
+        end_ = std::min(end_, std::max(position_, static_cast<double>(file_.frames())));
     }
     return got;
 }

@@ -38,11 +38,9 @@ public:
         double from = 0;        // what they are in the file
         double to = 0;
         bool last = false;
+        bool failed = false; // the last, because the file cannot be read on
     };
     Piece read(std::span<float> samples);
-
-    // The file could not be read to the end.
-    bool failed() const noexcept { return failed_; }
 
 private:
     std::size_t readFile(std::span<float> samples);

@@ -97,7 +97,9 @@ std::uint32_t WaveFile::open(const std::string& native, std::unique_ptr<WaveFile
     file->stream_ = WaveStream(std::move(descriptor), header ? header->dataStart : 0, end);
     SF_INFO sound{};
     if (!file->openSound(sound))
-        return media_error::invalidFile;
+        return file->stream_.missing() == WaveStream::Missing::unreadable
+                   ? media_error::cannotRead
+                   : media_error::invalidFile;
     file->readLayout(sound);
     return media_error::none;
 }
@@ -131,7 +133,9 @@ void WaveFile::readLayout(const SF_INFO& info) {
 bool WaveFile::seek(std::int64_t frame) {
     const std::int64_t target = std::clamp<std::int64_t>(frame, 0, frames_);
     position_ = target;
+    stream_.forget();
     failed_ = seekable_ ? sf_seek(sound_.get(), target, SEEK_SET) != target : !reopenAt(target);
+    failed_ = failed_ || stream_.missing() == WaveStream::Missing::unreadable;
     return !failed_;
 }
 
@@ -153,8 +157,8 @@ bool WaveFile::reopenAt(std::int64_t frame) {
     for (std::int64_t left = frame - block * perBlock; left > 0;) {
         const sf_count_t got =
             sf_readf_float(sound_.get(), unheard.data(), std::min(left, perRead));
-        if (got <= 0)
-            return false;
+        if (got <= 0) // beyond a new end there is nothing to read, which read() tells
+            return stream_.missing() == WaveStream::Missing::cutOff;
         left -= got;
     }
     return true;
@@ -168,9 +172,19 @@ std::size_t WaveFile::read(std::span<float> samples) {
     const sf_count_t got = channels() == layout_.channels
                                ? sf_readf_float(sound_.get(), samples.data(), wanted)
                                : readMixed(samples, wanted);
+    if (stream_.missing() != WaveStream::Missing::nothing)
+        return endEarly();
     failed_ = got < wanted && sf_error(sound_.get()) != SF_ERR_NO_ERROR;
     position_ += std::max<sf_count_t>(got, 0);
     return static_cast<std::size_t>(std::max<sf_count_t>(got, 0));
+}
+
+// What was decoded of bytes that are not there is no sound.
+std::size_t WaveFile::endEarly() {
+    failed_ = stream_.missing() == WaveStream::Missing::unreadable;
+    if (!failed_)
+        frames_ = position_;
+    return 0;
 }
 
 std::int64_t WaveFile::readMixed(std::span<float> samples, std::int64_t wanted) {

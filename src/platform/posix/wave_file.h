@@ -22,11 +22,12 @@ namespace ov::platform {
 class WaveFile {
 public:
     // Opens the file of that native path. Returns a media_error: fileNotFound for what is no
-    // file or may not be read, invalidFile for what is no sound.
+    // file or may not be read, cannotRead when reading fails, invalidFile for what is no sound.
     static std::uint32_t open(const std::string& native, std::unique_ptr<WaveFile>& file);
 
     const WaveLayout& layout() const noexcept { return layout_; }
-    // Frames that are really there, which may be fewer than the header promises.
+    // Frames that are really there, which may be fewer than the header promises, and fewer still
+    // once read() has found the file cut off meanwhile.
     std::int64_t frames() const noexcept { return frames_; }
     // Of what read() gives: one or two. Files with more are mixed into one.
     int channels() const noexcept { return layout_.channels == 2 ? 2 : 1; }
@@ -44,6 +45,7 @@ private:
     bool openSound(SF_INFO& info);
     void readLayout(const SF_INFO& info);
     bool reopenAt(std::int64_t frame);
+    std::size_t endEarly();
     std::int64_t readMixed(std::span<float> samples, std::int64_t wanted);
 
     std::optional<WaveHeader> header_;

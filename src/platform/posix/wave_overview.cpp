@@ -69,6 +69,8 @@ bool readWaveOverview(std::string_view path, std::size_t count, const std::stop_
                   framesPerStretch, found);
         frame += static_cast<std::int64_t>(got);
     }
+    if (file->failed())
+        return false;
     peaks = std::move(found);
     return true;
 }

@@ -91,7 +91,11 @@ double WavePlayer::position() const noexcept {
 }
 
 std::uint32_t WavePlayer::failure() const noexcept {
-    return failure_;
+    if (failure_ != media_error::none)
+        return failure_;
+    // What was decoded before is heard first.
+    const auto entry = timeline_.newest(run_);
+    return entry && entry->failed ? media_error::cannotRead : media_error::none;
 }
 
 void WavePlayer::setTempo(int tempo) {
@@ -162,8 +166,8 @@ void WavePlayer::note(const WaveBlock& block, std::int32_t peak) noexcept {
     const std::int64_t difference = expected - notedEnd_;
     const bool goesOn = notedRun_ == block.run && std::abs(difference) < 2 * duration;
     const std::int64_t heardAt = goesOn ? notedEnd_ + difference / 16 : expected;
-    timeline_.push(
-        {block.run, heardAt, duration, block.piece.from, block.piece.to, peak, block.piece.last});
+    timeline_.push({block.run, heardAt, duration, block.piece.from, block.piece.to, peak,
+                    block.piece.last, block.piece.failed});
     notedRun_ = block.run;
     notedEnd_ = heardAt + duration;
 }
@@ -210,14 +214,10 @@ void WavePlayer::decode(std::size_t blocks, std::size_t reserve) {
             return;
         block->run = decoding_;
         block->piece = feeder_.read(block->samples);
-        const bool last = block->piece.last;
+        if (block->piece.last)
+            decoding_ = 0;
         ring_.commit();
         hasBegun_ = true;
-        if (!last)
-            continue;
-        decoding_ = 0;
-        if (feeder_.failed())
-            failure_ = media_error::cannotRead;
     }
 }
 

@@ -3,6 +3,7 @@
 #include "platform/posix/wave_stream.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdio>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -50,6 +51,13 @@ sf_count_t WaveStream::seek(sf_count_t offset, int whence, void* self) {
     return of(self).position_ = target;
 }
 
+// The end of a file that is shorter by now is an end; one inside it is not.
+WaveStream::Missing WaveStream::reasonFor(ssize_t got) const noexcept {
+    struct stat info {};
+    const bool shorter = got == 0 && fstat(file_.get(), &info) == 0 && info.st_size < end_;
+    return shorter ? Missing::cutOff : Missing::unreadable;
+}
+
 // NOLINTNEXTLINE(readability-non-const-parameter): the signature is libsndfile's
 sf_count_t WaveStream::read(void* target, sf_count_t count, void* self) {
     WaveStream& stream = of(self);
@@ -64,8 +72,12 @@ sf_count_t WaveStream::read(void* target, sf_count_t count, void* self) {
         const ssize_t got =
             pread(stream.file_.get(), bytes + done, static_cast<std::size_t>(wanted),
                   stream.position_ + (inHeader ? 0 : stream.leftOut_));
-        if (got <= 0)
+        if (got < 0 && errno == EINTR)
+            continue;
+        if (got <= 0) {
+            stream.missing_ = stream.reasonFor(got);
             break;
+        }
         done += got;
         stream.position_ += got;
     }

@@ -29,6 +29,12 @@ public:
 
     int descriptor() const noexcept { return file_.get(); }
 
+    // Why reads gave less than was there when the file was opened, the last answer since forget().
+    // libsndfile does not tell, and makes up what it lacks.
+    enum class Missing : std::uint8_t { nothing, cutOff, unreadable };
+    Missing missing() const noexcept { return missing_; }
+    void forget() noexcept { missing_ = Missing::nothing; }
+
     // Leaves out that many bytes at the start of the sound. Empty when libsndfile cannot make
     // sense of it. The stream must stay where it is while the sound is open.
     Sound open(SF_INFO& info, std::int64_t leftOut = 0);
@@ -39,12 +45,14 @@ private:
     static sf_count_t read(void* target, sf_count_t count, void* self);
     static sf_count_t write(const void* source, sf_count_t count, void* self);
     static sf_count_t tell(void* self);
+    Missing reasonFor(ssize_t got) const noexcept;
 
     FileDescriptor file_;
     std::int64_t dataStart_ = 0;
     std::int64_t end_ = 0;
     std::int64_t leftOut_ = 0;
     std::int64_t position_ = 0; // without what is left out
+    Missing missing_ = Missing::nothing;
 };
 
 } // namespace ov::platform

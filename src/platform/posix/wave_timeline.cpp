@@ -33,13 +33,15 @@ void WaveTimeline::push(const Entry& entry) noexcept {
     slot.to.store(entry.to);
     slot.peak.store(entry.peak);
     slot.last.store(entry.last);
+    slot.failed.store(entry.failed);
     slot.version.store(version + 2, std::memory_order_seq_cst);
 }
 
 std::optional<WaveTimeline::Entry> WaveTimeline::read(const Slot& slot) noexcept {
     const std::uint32_t version = slot.version.load();
-    const Entry entry{slot.run.load(), slot.heardAt.load(), slot.duration.load(), slot.from.load(),
-                      slot.to.load(),  slot.peak.load(),    slot.last.load()};
+    const Entry entry{slot.run.load(),  slot.heardAt.load(), slot.duration.load(),
+                      slot.from.load(), slot.to.load(),      slot.peak.load(),
+                      slot.last.load(), slot.failed.load()};
     if (version % 2 != 0 || slot.version.load() != version || entry.run == 0)
         return std::nullopt;
     return entry;

@@ -26,6 +26,7 @@ public:
         double to = 0;
         std::int32_t peak = 0; // the sample of largest magnitude, -32768 to 32767
         bool last = false;     // nothing of this run follows
+        bool failed = false;   // because the file cannot be read on
 
         // The frame that is heard then.
         double at(std::int64_t time) const noexcept;
@@ -54,6 +55,7 @@ private:
         std::atomic<double> to{0};
         std::atomic<std::int32_t> peak{0};
         std::atomic<bool> last{false};
+        std::atomic<bool> failed{false};
     };
     static std::optional<Entry> read(const Slot& slot) noexcept;
     template <typename Accept>
