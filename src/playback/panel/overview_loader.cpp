@@ -3,6 +3,9 @@
 
 #include "playback/panel/overview_loader.h"
 
+#include <mutex>
+#include <stop_token>
+#include <thread>
 #include <utility>
 
 namespace ov {
@@ -13,32 +16,57 @@ constexpr std::size_t stretches = 1200; // more than a slider has pixels on most
 
 } // namespace
 
+// What a reader shares with its loader, which may be long gone when a stalled disk answers.
+struct OverviewLoader::Reading {
+    Reading(OverviewLoader& loader, Key theKey) : key(std::move(theKey)), receiver(&loader) {}
+
+    const Key key;
+    std::stop_source stop;
+    std::mutex mutex;
+    OverviewLoader* receiver; // guarded; nullptr when nobody waits any more
+};
+
+OverviewLoader::~OverviewLoader() {
+    giveUp();
+}
+
 void OverviewLoader::load(const std::string& path) {
-    wanted_ = path;
-    if (path == path_) {
+    giveUp();
+    Key key{path, platform::fileStamp(path)};
+    if (key == key_) {
         Q_EMIT ready(peaks_);
         return;
     }
-    // Replacing the thread stops the one before and waits for the piece it is reading.
-    thread_ = std::jthread([this, path](const std::stop_token& stop) {
-        std::vector<platform::WavePeaks> peaks;
-        if (!platform::readWaveOverview(path, stretches, stop, peaks) || stop.stop_requested())
-            return;
-        QMetaObject::invokeMethod(
-            this, [this, path, read = std::move(peaks)] { take(path, read); },
-            Qt::QueuedConnection);
-    });
+    reading_ = std::make_shared<Reading>(*this, std::move(key));
+    std::thread([reading = reading_] { read(reading); }).detach();
 }
 
 void OverviewLoader::giveUp() {
-    wanted_.clear();
-    thread_.request_stop();
+    if (const auto reading = std::exchange(reading_, nullptr)) {
+        reading->stop.request_stop();
+        const std::lock_guard<std::mutex> lock(reading->mutex);
+        reading->receiver = nullptr;
+    }
 }
 
-void OverviewLoader::take(const std::string& path, std::vector<platform::WavePeaks> peaks) {
-    if (path != wanted_)
+// On the reader's thread.
+void OverviewLoader::read(const std::shared_ptr<Reading>& reading) {
+    std::vector<platform::WavePeaks> peaks;
+    if (!platform::readWaveOverview(reading->key.path, stretches, reading->stop.get_token(), peaks))
         return;
-    path_ = path;
+    const std::lock_guard<std::mutex> lock(reading->mutex);
+    if (OverviewLoader* receiver = reading->receiver)
+        QMetaObject::invokeMethod(
+            receiver,
+            [receiver, reading, read = std::move(peaks)] {
+                if (receiver->reading_ == reading)
+                    receiver->take(reading->key, read);
+            },
+            Qt::QueuedConnection);
+}
+
+void OverviewLoader::take(const Key& key, std::vector<platform::WavePeaks> peaks) {
+    key_ = key;
     peaks_ = std::move(peaks);
     Q_EMIT ready(peaks_);
 }

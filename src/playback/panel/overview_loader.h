@@ -3,25 +3,29 @@
 
 #pragma once
 
+#include "platform/files.h"
 #include "platform/wave_overview.h"
 
 #include <QObject>
+#include <memory>
 #include <string>
-#include <thread>
 #include <vector>
 
 namespace ov {
 
 // Reads the shape of a sound file on a thread of its own and tells when it is there. Keeps that
-// of the last file.
+// of the last file. Never waits for a disk: a reader that is not wanted any more ends by itself.
 class OverviewLoader final : public QObject {
     Q_OBJECT
 
 public:
     using QObject::QObject;
+    ~OverviewLoader() override;
+    OverviewLoader(const OverviewLoader&) = delete;
+    OverviewLoader& operator=(const OverviewLoader&) = delete;
 
     // Asks for the shape of the file `path`; what was asked for before is given up. ready() comes
-    // at once for the file that was read last.
+    // at once for the file that was read last, unless it has changed since.
     void load(const std::string& path);
     void giveUp();
 
@@ -29,12 +33,18 @@ Q_SIGNALS:
     void ready(const std::vector<ov::platform::WavePeaks>& peaks);
 
 private:
-    void take(const std::string& path, std::vector<platform::WavePeaks> peaks);
+    struct Key {
+        std::string path;
+        platform::FileStamp stamp;
+        bool operator==(const Key&) const = default;
+    };
+    struct Reading;
+    static void read(const std::shared_ptr<Reading>& reading);
+    void take(const Key& key, std::vector<platform::WavePeaks> peaks);
 
-    std::string path_; // that the peaks are of
-    std::string wanted_;
+    Key key_; // of the peaks
     std::vector<platform::WavePeaks> peaks_;
-    std::jthread thread_; // the last member: ends before the others
+    std::shared_ptr<Reading> reading_; // that is wanted
 };
 
 } // namespace ov
