@@ -4,7 +4,9 @@
 #include "control/ctrlOVSearch.h"
 #include "dialogs/frmCriteria.h"
 #include "dictation/tree_scan.h"
-#include "tests/recording_media.h"
+#include "tests/environment.h"
+#include "tests/scripted_media.h"
+#include "tests/wave_files.h"
 #include "tests/window/window_fixture.h"
 
 #include <QClipboard>
@@ -466,20 +468,12 @@ TEST_F(Control, SpeaksTheLanguageTheHostChangesTo) {
 }
 
 TEST_F(Control, PlaysByKeyAndByMouse) {
-    store.add("2$WAV.WAV");
-    tests::RecordingMedia media;
-    const std::string path = store.path("2$WAV.WAV");
-    media.shortPaths[path] = "x.WAV";
-    media.answers["status PBWave length"] = {0, "1000"};
+    const tests::Environment silent("SDL_AUDIODRIVER", "dummy");
+    tests::writeWave(store.native("2$WAV.WAV"), {}, tests::sweep(8000, 80000));
+    tests::ScriptedMedia media;
     openControl();
     searchAll();
     const QPoint row = results().visualRect(results().model()->index(0, 0)).center();
-    const auto opened = [&media] {
-        const auto count = std::count(media.sent.begin(), media.sent.end(),
-                                      "open x.WAV type waveaudio Alias PBWave");
-        media.sent.clear();
-        return count;
-    };
     struct Case {
         std::string what;
         std::function<void()> act;
@@ -498,9 +492,9 @@ TEST_F(Control, PlaysByKeyAndByMouse) {
     };
     results().clearSelection();
     for (const Case& c : cases) {
-        media.sent.clear();
+        media.takeSent();
         c.act();
-        EXPECT_EQ(opened(), c.opened) << c.what;
+        EXPECT_EQ(media.takeOpened(), c.opened) << c.what;
         press("cmdSearchPlayer(2)");
     }
 }

@@ -1,200 +1,335 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
+#include "playback/modMultimedia.h"
 #include "playback/panel/player_panel.h"
 #include "playback/panel/player_texts.h"
-#include "tests/recording_media.h"
+#include "tests/environment.h"
+#include "tests/failing_reads.h"
+#include "tests/scripted_media.h"
+#include "tests/wave_files.h"
 #include "tests/window/window_fixture.h"
+#include "widgets/captions.h"
 
 #include <QLabel>
+#include <QMenu>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QSignalSpy>
+#include <QToolTip>
+#include <filesystem>
 
 namespace ov {
 namespace {
 
 using tests::child;
+using tests::FailingReads;
 
-const std::string openOne = "open one.WAV type waveaudio Alias PBWave";
-const std::string openTwo = "open two.WAV type waveaudio Alias PBWave";
+constexpr int bytesPerSecond = 16000;
+constexpr int headerSize = 44;
 
-// The panel before a device that only answers: 100 seconds long, a thousand units a second.
+// The panel before the real device, which plays into an output that throws all away. "one.WAV" and
+// "two.WAV" last a hundred seconds.
 class Player : public tests::WindowTest {
 public:
     Player() {
-        for (const char* name : {"one.WAV", "two.WAV"}) {
-            store.add(name);
-            media.shortPaths[store.path(name)] = name;
-        }
-        set("status PBWave length", "100000");
-        set("status PBWave speed", "1000");
-        atPosition("0", "stopped");
-        panel_.setSelection([this] { return selected; });
-        panel_.createMixer();
-        panel_.PlayerInitControls();
-        panel_.show();
+        static const std::vector<float> sound = tests::sweep(8000, 800000);
+        for (const char* name : {"one.WAV", "two.WAV"})
+            tests::writeWave(store.native(name), {}, sound);
+        makePanel();
     }
     ~Player() override {
-        panel_.releaseMixer();
-        clsMixer mixer; // one for the process
-        mixer.Init_MixerControl();
-        mixer.Init_VolumeControl();
-        mixer.SetVolumeValue(mixer.VolumeMaximum());
+        panel_ = nullptr;
+        setVolume(65535); // one for the process
     }
     Player(const Player&) = delete;
     Player& operator=(const Player&) = delete;
 
 protected:
-    void set(const char* command, const char* reply) { media.answers[command] = {0, reply}; }
-    void atPosition(const char* position, const char* mode) {
-        set("status PBWave position", position);
-        set("status PBWave mode", mode);
+    void makePanel() {
+        panel_ = std::make_unique<PlayerPanel>(nullptr);
+        panel_->setSelection([this] { return selected; });
+        panel_->createMixer();
+        panel_->PlayerInitControls();
+        panel_->show();
     }
+    static clsMixer& mixer() {
+        static clsMixer theMixer;
+        static const bool ready = theMixer.Init_MixerControl() && theMixer.Init_VolumeControl();
+        EXPECT_TRUE(ready);
+        return theMixer;
+    }
+    static void setVolume(int value) { EXPECT_TRUE(mixer().SetVolumeValue(value)); }
+
     void press(int button) {
-        child<QPushButton>(panel_, qPrintable(QStringLiteral("cmdSearchPlayer(%1)").arg(button)))
+        child<QPushButton>(*panel_, qPrintable(QStringLiteral("cmdSearchPlayer(%1)").arg(button)))
             .click();
     }
-    QSlider& seek() { return child<QSlider>(panel_, "slSearchPlayerSeek"); }
-    // What moved the device since the last time; questions are left out.
-    std::string moves() {
-        std::string all;
-        for (const std::string& command : media.sent)
-            if (!command.starts_with("status") && !command.starts_with("set PBWave time") &&
-                !command.starts_with("set PBWave output"))
-                all.append(all.empty() ? "" : "; ").append(command);
-        media.sent.clear();
-        return all;
+    void play(const char* name) {
+        selected = store.path(name);
+        press(0);
     }
+    SeekSlider& seek() { return child<SeekSlider>(*panel_, "slSearchPlayerSeek"); }
+    QProgressBar& state() { return child<QProgressBar>(*panel_, "prgSearchPlayerStatus"); }
+    QProgressBar& level() { return child<QProgressBar>(*panel_, "prgSearchPlayerVU"); }
     std::string shown() {
-        return child<QLabel>(panel_, "lblSeachPlayerStatus").text().toStdString() + " " +
-               child<QProgressBar>(panel_, "prgSearchPlayerStatus").format().toStdString();
+        return child<QLabel>(*panel_, "lblSeachPlayerStatus").text().toStdString() + " " +
+               state().format().toStdString();
     }
-    // Waits for what the status timer does when the device has come to that position.
-    void arriveAt(const char* position, const char* mode) {
-        atPosition(position, mode);
-        auto* timer = panel_.findChild<QTimer*>(QStringLiteral("timerSearchPlayerStatus"));
+    static int position() { return modMultimedia::MciGetPosition("PBWave"); }
+    // Moves a playing device, so that it is within a second from there on.
+    static int millisecondsAt(int value) { return static_cast<int>(value * (100000 / 32767.0)); }
+    void moveTo(int seconds) { seek().setValue((seconds * 1000 + 500) * 32767 / 100000); }
+    static void waitFor(const std::function<bool()>& condition) {
+        EXPECT_TRUE(QTest::qWaitFor(condition, 60000));
+    }
+    void waitUntilShown(const std::string& text) {
+        waitFor([&] { return shown() == text; });
+        EXPECT_EQ(shown(), text);
+    }
+    void tick() {
+        auto* timer = panel_->findChild<QTimer*>(QStringLiteral("timerSearchPlayerStatus"));
         QSignalSpy ticks(timer, &QTimer::timeout);
         EXPECT_TRUE(ticks.wait());
     }
-    tests::RecordingMedia media;
+
+    const tests::Environment silent_{"SDL_AUDIODRIVER", "dummy"};
+    tests::ScriptedMedia media;
     std::string selected;
-    PlayerPanel panel_{nullptr};
+    std::unique_ptr<PlayerPanel> panel_;
 };
 
 TEST_F(Player, PlaysPausesAndStopsTheSelectedDictation) {
-    press(0);
-    press(1);
-    press(2);
-    EXPECT_EQ(moves(), "") << "nothing is selected, nothing is open";
-
-    selected = store.path("gone.WAV");
-    press(0);
-    EXPECT_EQ(moves(), "") << "a file that is gone is not opened";
-
-    selected = store.path("one.WAV");
-    press(0);
-    EXPECT_EQ(moves(), openOne + "; play PBWave from 0 to 100000");
-    EXPECT_EQ(child<QLabel>(panel_, "lblSearchPlayerLength").text(), QStringLiteral("00:01:40"));
-    arriveAt("61000", "playing");
-    EXPECT_EQ(shown(), "00:01:01 Playing");
-    EXPECT_EQ(seek().value(), 19987);
-
-    press(1);
-    EXPECT_EQ(moves(), "pause PBWave");
-    atPosition("61000", "paused");
-    press(1);
-    EXPECT_EQ(moves(), "resume PBWave");
-    press(0);
-    EXPECT_EQ(moves(), "play PBWave from 61000 to 100000") << "the open file is not opened again";
-
-    selected = store.path("two.WAV");
-    press(0);
-    EXPECT_EQ(moves(), "close PBWave; " + openTwo + "; play PBWave from 61000 to 100000");
-    press(2);
-    EXPECT_EQ(moves(), "stop PBWave; seek PBWave to 0; close PBWave");
+    for (const int button : {0, 1, 2})
+        press(button);
+    play("gone.WAV");
+    EXPECT_EQ(media.takeOpened(), 0) << "nothing is selected, or it is gone";
     EXPECT_EQ(shown(), "00:00:00 -");
+
+    play("one.WAV");
+    EXPECT_EQ(child<QLabel>(*panel_, "lblSearchPlayerLength").text(), QStringLiteral("00:01:40"));
+    moveTo(61);
+    tick();
+    waitUntilShown("00:01:01 Playing");
+    EXPECT_NEAR(seek().value(), 61000 * 32767 / 100000, 400);
+    EXPECT_NEAR(state().value(), 61500, 1000);
+    waitFor([this] { return level().value() > 1000; });
+    press(1);
+    EXPECT_EQ(shown().substr(9), "Paused");
+    press(1);
+    EXPECT_EQ(shown().substr(9), "Playing");
+    press(0);
+    EXPECT_EQ(media.takeOpened(), 1) << "the open file is not opened again";
+    EXPECT_GE(position(), 61000);
+
+    play("two.WAV");
+    waitUntilShown("00:00:00 Playing");
+    EXPECT_EQ(media.takeOpened(), 1);
     press(2);
-    EXPECT_EQ(moves(), "") << "twice is once";
+    EXPECT_EQ(shown(), "00:00:00 -");
+    EXPECT_EQ(seek().value() + state().value() + level().value(), 0);
+    EXPECT_FALSE(panel_->isOpen());
+    media.takeSent();
+    press(2);
+    EXPECT_TRUE(media.sent.empty()) << "twice is once";
 }
 
-TEST_F(Player, ClosesAtTheEndOfTheDictation) {
-    selected = store.path("one.WAV");
-    press(0);
-    moves();
-    arriveAt("100000", "stopped");
-    EXPECT_EQ(moves(), "stop PBWave; seek PBWave to 0; close PBWave");
-    EXPECT_FALSE(panel_.isOpen());
+TEST_F(Player, ClosesWhenTheDictationEnds) {
+    const std::string one = tests::readBytes(store.native("one.WAV"));
+    tests::writeWave(store.native("short.WAV"), {}, tests::sweep(8000, 2400));
+    tests::writeWave(store.native("empty.WAV"), {}, {});
+    store.add("cut off.WAV", one.substr(0, headerSize + 4800));
+    for (const char* name : {"short.WAV", "empty.WAV", "cut off.WAV", "one.WAV"}) {
+        SCOPED_TRACE(name);
+        play(name);
+        if (selected == store.path("one.WAV")) // somebody cuts it off meanwhile
+            std::filesystem::resize_file(store.native(name), headerSize + bytesPerSecond);
+        waitFor([this] { return !panel_->isOpen(); });
+        EXPECT_EQ(shown(), "00:00:00 -");
+    }
 }
 
-TEST_F(Player, ShowsWhatTheDeviceRefuses) {
-    media.errors[275] = "no such thing <b>";
-    selected = store.path("two.WAV");
-    press(0);
-    arriveAt("61000", "playing");
-    selected = store.path("one.WAV");
-    media.answers[openOne].code = 275;
-    press(0);
-    EXPECT_EQ(shown(), "00:00:00 Error");
+TEST_F(Player, SaysWhatTheDeviceRefuses) {
+    store.add("text.WAV", "no <b> sound");
+    play("two.WAV");
+    moveTo(50);
+    play("text.WAV");
     EXPECT_EQ(seek().value(), 0) << "nothing of the one before is left";
-    EXPECT_EQ(child<QProgressBar>(panel_, "prgSearchPlayerStatus").toolTip(),
-              QStringLiteral("<qt>no such thing &lt;b&gt;</qt>"));
-    moves();
-    press(0);
-    EXPECT_EQ(moves(), "") << "not before another dictation was chosen";
-    atPosition("0", "stopped");
-    selected = store.path("two.WAV");
-    media.answers["play PBWave from 0 to 100000"].code = 275;
-    press(0);
+    const QString words = state().toolTip();
+    EXPECT_TRUE(words.contains(QLatin1String("cannot be played"))) << words.toStdString();
+    widgets::translate(*panel_);
+    panel_->retranslate();
     EXPECT_EQ(shown(), "00:00:00 Error");
+    EXPECT_EQ(state().toolTip(), words) << "also in another language";
+    media.takeSent();
+    press(0);
+    EXPECT_EQ(media.takeOpened(), 0) << "not before another dictation was chosen";
+
+    play("two.WAV");
+    EXPECT_EQ(shown().substr(9), "Playing");
+    media.answers["play PBWave"].code = 326;
+    media.answers["play PBWave from 50001 to 100000"].code = 326;
+    moveTo(50);
+    tick();
+    EXPECT_EQ(shown(), "00:00:50 Error") << "the timer does not take it for stopped";
+    media.answers.clear();
+    panel_->playOrPause();
+    EXPECT_EQ(shown(), "00:00:50 Playing");
+    EXPECT_FALSE(state().toolTip().contains(QLatin1String("wave device")));
+}
+
+TEST_F(Player, SaysThatTheFileCannotBeRead) {
+    {
+        const FailingReads bad(store.native("one.WAV"), FailingReads::How::fail,
+                               headerSize + 2 * bytesPerSecond + bytesPerSecond / 2);
+        play("one.WAV");
+        waitUntilShown("00:00:02 Error");
+        EXPECT_TRUE(state().toolTip().contains(QLatin1String("Cannot read the specified file")));
+        EXPECT_NEAR(position(), 2500, 150) << "where it was";
+        EXPECT_EQ(level().value(), 0);
+    }
+    panel_->playOrPause();
+    EXPECT_EQ(shown(), "00:00:02 Playing") << "the disk is back";
 }
 
 TEST_F(Player, MovesThroughTheDictation) {
     seek().setValue(1);
-    EXPECT_EQ(moves(), "") << "nothing is open";
-    selected = store.path("one.WAV");
-    press(0);
-    moves();
-    atPosition("50000", "playing");
-    seek().setValue(16384);
-    EXPECT_EQ(moves(), "seek PBWave to 50001; play PBWave");
-    panel_.skip(5);
-    EXPECT_EQ(moves(), "seek PBWave to 55000; play PBWave");
-    atPosition("98000", "paused");
-    panel_.skip(5);
-    EXPECT_EQ(moves(), "seek PBWave to 100000") << "not beyond the end, and not playing";
-    panel_.setBackUpSeconds(3);
-    atPosition("61000", "paused");
-    panel_.playOrPause();
-    EXPECT_EQ(moves(), "seek PBWave to 58000; play PBWave");
-    atPosition("1000", "paused");
-    panel_.playOrPause();
-    EXPECT_EQ(moves(), "seek PBWave to 0; play PBWave");
-    atPosition("1000", "playing");
-    panel_.playOrPause();
-    EXPECT_EQ(moves(), "pause PBWave");
-    panel_.setSpeedPercent(150);
-    EXPECT_EQ(media.sent.back(), "set PBWave tempo 150");
+    panel_->skip(5);
+    EXPECT_TRUE(media.sent.empty()) << "nothing is open";
+    play("one.WAV");
+    moveTo(50);
+    panel_->skip(-5);
+    waitUntilShown("00:00:45 Playing");
+    panel_->playOrPause();
+    EXPECT_EQ(shown(), "00:00:45 Paused");
+    panel_->setBackUpSeconds(3);
+    panel_->playOrPause();
+    EXPECT_EQ(shown().substr(9), "Playing");
+    EXPECT_NEAR(position(), 42500, 1500);
+    moveTo(1);
+    panel_->playOrPause();
+    panel_->playOrPause();
+    EXPECT_LT(position(), 1500) << "back to the start, not before it";
+    press(1);
+    panel_->skip(98);
+    EXPECT_EQ(shown().substr(9), "Stopped") << "who moves what is paused does not play it";
+    panel_->skip(5);
+    EXPECT_EQ(position(), 100000) << "not beyond the end";
 }
 
-TEST_F(Player, HoldsAnEmptyDictation) {
-    set("status PBWave length", "0");
-    selected = store.path("one.WAV");
-    panel_.PlayerOpenFile(selected);
-    EXPECT_EQ(seek().maximum(), 1);
-    EXPECT_EQ(shown().substr(0, 8), "00:00:00");
+TEST_F(Player, LetsTheUserDragTheHandle) {
+    play("one.WAV");
+    const QPoint middle = seek().rect().center();
+    const QPoint place(seek().width() * 3 / 4, middle.y());
+    QTest::mousePress(&seek(), Qt::LeftButton, {}, middle);
+    EXPECT_NEAR(seek().value(), 32767 / 2, 1000) << "the handle comes to the pointer";
+    QTest::mouseMove(&seek(), place);
+    const int value = seek().value();
+    EXPECT_NEAR(value, 32767 * 3 / 4, 1000);
+    EXPECT_EQ(QToolTip::text(), FormatPlayTime(millisecondsAt(value), 1000));
+    tick();
+    tick();
+    EXPECT_EQ(seek().value(), value) << "while he holds it, it is his";
+    QTest::mouseRelease(&seek(), Qt::LeftButton, {}, place);
+    tick();
+    EXPECT_GT(seek().value(), value);
+    QTest::keyClick(&seek(), Qt::Key_PageUp);
+    EXPECT_NEAR(position(), millisecondsAt(value) + 5000, 2000) << "a twentieth";
+}
+
+TEST_F(Player, HasAMenuOfSpeedsAndOfWaysBack) {
+    QSignalSpy speeds(panel_.get(), &PlayerPanel::speedChosen);
+    QSignalSpy ways(panel_.get(), &PlayerPanel::backUpSecondsChosen);
+    auto& button = child<QToolButton>(*panel_, "cmdSearchPlayerOptions");
+    const auto choose = [&](int menu, const QString& text) {
+        QTest::mousePress(&button, Qt::LeftButton);
+        QWidget* popup = QApplication::activePopupWidget();
+        ASSERT_NE(popup, nullptr);
+        const QList<QAction*> actions = popup->actions()[menu]->menu()->actions();
+        for (QAction* action : actions)
+            if (action->text() == text)
+                action->trigger();
+        for (const QAction* action : actions)
+            EXPECT_EQ(action->isChecked(), action->text() == text) << text.toStdString();
+        popup->close();
+        QTest::mouseRelease(&button, Qt::LeftButton);
+    };
+    play("one.WAV");
+    choose(0, QStringLiteral("150 %"));
+    choose(1, QStringLiteral("10 s"));
+    EXPECT_EQ(media.sent.back(), "set PBWave tempo 150");
+    EXPECT_EQ(button.text(), QStringLiteral("150 %"));
+    EXPECT_EQ(speeds.value(0).value(0).toInt(), 150);
+    EXPECT_EQ(ways.value(0).value(0).toInt(), 10);
+    media.takeSent();
+    play("two.WAV");
+    EXPECT_EQ(std::count(media.sent.begin(), media.sent.end(), "set PBWave tempo 150"), 1)
+        << "the speed is that of all dictations";
+    panel_->setSpeedPercent(900);
+    EXPECT_EQ(button.text(), QStringLiteral("200 %"));
 }
 
 TEST_F(Player, IsLoudAtTheTop) {
-    auto& slider = child<QSlider>(panel_, "slSearchPlayerVolume");
+    setVolume(16384);
+    makePanel();
+    auto& slider = child<QSlider>(*panel_, "slSearchPlayerVolume");
     ASSERT_TRUE(slider.isEnabled());
-    clsMixer mixer;
-    mixer.Init_MixerControl();
-    mixer.Init_VolumeControl();
-    slider.setValue(slider.minimum());
-    EXPECT_EQ(mixer.GetVolumeValue(), mixer.VolumeMaximum());
-    slider.setValue(slider.maximum());
-    EXPECT_EQ(mixer.GetVolumeValue(), mixer.VolumeMinimum());
+    EXPECT_EQ(slider.value(), 65535 - 16384) << "shows what is set";
+    QTest::keyClick(&slider, Qt::Key_Up);
+    EXPECT_EQ(mixer().GetVolumeValue(), 16384 + 655) << "a hundredth louder";
+    QTest::keyClick(&slider, Qt::Key_PageUp);
+    EXPECT_EQ(mixer().GetVolumeValue(), 16384 + 655 + 3276) << "a twentieth";
+    slider.setSliderDown(true);
+    slider.setValue(0);
+    EXPECT_EQ(QToolTip::text(), QStringLiteral("10"));
+    EXPECT_EQ(mixer().GetVolumeValue(), 65535);
+    slider.setValue(65535 / 2);
+    EXPECT_EQ(QToolTip::text(), QStringLiteral("5"));
+}
+
+// The picture of the seek slider, which stands at the start, with the shape of the sound in it.
+class Waveform : public Player {
+protected:
+    Waveform() {
+        plain_ = picture();
+        tests::writeWave(store.native("two.WAV"), {}, std::vector<float>(800000, 0.9F));
+    }
+    QImage picture() { return seek().grab().toImage(); }
+    // Loads it without a sound, and waits for a picture that is not one of these.
+    QImage openAndSee(const char* name, const std::vector<QImage>& others) {
+        panel_->PlayerStop();
+        EXPECT_EQ(picture(), plain_);
+        panel_->PlayerOpenFile(store.path(name));
+        waitFor([&] { return std::count(others.begin(), others.end(), picture()) == 0; });
+        return picture();
+    }
+    QImage plain_;
+};
+
+TEST_F(Waveform, IsThatOfTheFileAsItIsNow) {
+    const QImage one = openAndSee("one.WAV", {plain_});
+    EXPECT_EQ(openAndSee("one.WAV", {plain_}), one);
+    const QImage two = openAndSee("two.WAV", {plain_, one});
+    const std::string loud = tests::readBytes(store.native("one.WAV"));
+    store.add("one.WAV", tests::readBytes(store.native("two.WAV")));
+    EXPECT_EQ(openAndSee("one.WAV", {plain_}), two) << "of the same size, later";
+    const auto time = std::filesystem::last_write_time(store.native("one.WAV"));
+    store.add("one.WAV", loud.substr(0, loud.size() / 2));
+    std::filesystem::last_write_time(store.native("one.WAV"), time);
+    EXPECT_NE(openAndSee("one.WAV", {plain_}), two) << "of the same time, shorter";
+}
+
+TEST_F(Waveform, IsNotWaitedForWhenTheDiskStalls) {
+    const QImage two = openAndSee("two.WAV", {plain_});
+    const FailingReads stalled(store.native("one.WAV"), FailingReads::How::stall, 4 * 65536);
+    panel_->PlayerStop();
+    panel_->PlayerOpenFile(store.path("one.WAV"));
+    FailingReads::waitUntilMet();
+    EXPECT_EQ(openAndSee("two.WAV", {plain_}), two);
+    panel_->PlayerOpenFile(store.path("one.WAV"));
+    FailingReads::waitUntilMet();
+    panel_ = nullptr;
+    EXPECT_FALSE(FailingReads::keptSomebody());
 }
 
 TEST_F(Player, SaysTimesAndModes) {

@@ -12,10 +12,7 @@
 #include "widgets/text.h"
 
 #include <QScopedValueRollback>
-#include <QToolTip>
-#include <QVariant>
 #include <algorithm>
-#include <cmath>
 #include <cstdlib>
 
 namespace ov {
@@ -26,10 +23,8 @@ namespace {
 
 constexpr const char* playerAlias = "PBWave";
 constexpr const char* deviceType = "waveaudio";
-constexpr const char* usualMixer = "SB16 Mixer [220]";
 constexpr std::int32_t anyDevice = -1;
 constexpr std::int32_t usualSpeed = 100;
-constexpr int seekSteps = 32767;
 constexpr int statusInterval = 200; // ms
 constexpr int levelInterval = 50;
 
@@ -37,54 +32,7 @@ bool isMode(const std::string& mode, std::string_view word) {
     return platform::upperCase(mode) == word;
 }
 
-// Steps of a slider by its range: a twentieth by page, a hundredth by arrow key.
-void setSteps(QSlider& slider, int maximum) {
-    slider.setPageStep(maximum >= 21 ? maximum / 20 : 5);
-    slider.setSingleStep(maximum >= 101 ? maximum / 100 : 1);
-}
-
 } // namespace
-
-// ---- Start
-
-void PlayerPanel::PlayerInitControls() {
-    mixer_->DefaultMixerName(usualMixer);
-    const bool hasMixer = mixer_->Init_MixerControl();
-    slSearchPlayerVolume_->setEnabled(false);
-    prgSearchPlayerVU_->setEnabled(false);
-    if (hasMixer) {
-        setUpVolume();
-        setUpLevel();
-    }
-    prgSearchPlayerStatus_->setFormat(MciModeText({}));
-    prgSearchPlayerStatus_->setValue(0);
-    const QScopedValueRollback showing(showing_, true);
-    slSearchPlayerSeek_->setProperty("Tag", QStringLiteral("0"));
-    slSearchPlayerSeek_->setRange(0, 1);
-    slSearchPlayerSeek_->setValue(0);
-    lblSeachPlayerStatus_->setText(QStringLiteral("00:00:00"));
-}
-
-// The slider stands on its head: its lowest value is at the top, and loud.
-void PlayerPanel::setUpVolume() {
-    if (!mixer_->Init_VolumeControl())
-        return;
-    const QScopedValueRollback showing(showing_, true);
-    const int maximum = mixer_->VolumeMaximum();
-    slSearchPlayerVolume_->setRange(mixer_->VolumeMinimum(), maximum);
-    setSteps(*slSearchPlayerVolume_, maximum);
-    slSearchPlayerVolume_->setTickInterval(static_cast<int>(std::lround(maximum * 0.1)));
-    slSearchPlayerVolume_->setValue(maximum - mixer_->GetVolumeValue());
-    slSearchPlayerVolume_->setEnabled(true);
-}
-
-void PlayerPanel::setUpLevel() {
-    if (!mixer_->Init_VUMeterControl())
-        return;
-    prgSearchPlayerVU_->setRange(0, mixer_->VUMeterMaximum());
-    prgSearchPlayerVU_->setValue(0);
-    prgSearchPlayerVU_->setEnabled(true);
-}
 
 // ---- Commands
 
@@ -107,18 +55,40 @@ void PlayerPanel::PlayerPlay() {
     PlayerOpenFile(selectedPath_ ? selectedPath_() : std::string());
     if (alias_.empty())
         return;
-    const std::string problem = MciPlay(alias_, anyDevice, -1, -1);
-    if (problem.empty())
+    noteStart(MciPlay(alias_, anyDevice, -1, -1));
+    if (playing_)
         startTimers();
     PlayerRefresh();
-    if (!problem.empty())
-        showProblem(problem);
 }
 
-// As the state; what the device says about it is the tooltip.
-void PlayerPanel::showProblem(const std::string& problem) {
-    prgSearchPlayerStatus_->setFormat(MciModeText("error"));
-    prgSearchPlayerStatus_->setToolTip(widgets::toolTipText(widgets::toQt(problem)));
+// The layer keeps the answer of the play to itself, so one that does not begin is asked again.
+std::string PlayerPanel::playFrom(std::int32_t position) {
+    std::string problem = MciSeekAndPlay(alias_, position);
+    return problem.empty() && !isPlaying() ? MciCommand("play " + alias_) : problem;
+}
+
+bool PlayerPanel::isPlaying() const {
+    return isMode(MciGetMode(alias_), "PLAYING");
+}
+
+void PlayerPanel::noteStart(const std::string& problem) {
+    playing_ = problem.empty();
+    setProblem(problem);
+}
+
+void PlayerPanel::noteHalt() {
+    playing_ = false;
+    setProblem({});
+}
+
+void PlayerPanel::setProblem(const std::string& problem) {
+    problem_ = problem;
+    const QString words = widgets::toQt(problem);
+    if (problem.empty())
+        widgets::setTip(*prgSearchPlayerStatus_, text_id::playerStateTip);
+    else
+        prgSearchPlayerStatus_->setToolTip(widgets::toolTipText(words));
+    prgSearchPlayerStatus_->setAccessibleDescription(words);
 }
 
 void PlayerPanel::PlayerOpenFile(const std::string& path) {
@@ -127,15 +97,12 @@ void PlayerPanel::PlayerOpenFile(const std::string& path) {
     PlayerClose();
     file_ = path;
     const std::string problem = MciOpen(playerAlias, path, deviceType);
-    if (!problem.empty()) {
-        PlayerLoad({});
+    setProblem(problem);
+    PlayerLoad(problem.empty() ? playerAlias : "");
+    if (problem.empty())
+        overview_.load(path);
+    else
         PlayerRefresh();
-        showProblem(problem);
-        return;
-    }
-    widgets::setTip(*prgSearchPlayerStatus_, text_id::playerStateTip);
-    PlayerLoad(playerAlias);
-    overview_.load(path);
 }
 
 void PlayerPanel::PlayerLoad(const std::string& alias) {
@@ -146,21 +113,8 @@ void PlayerPanel::PlayerLoad(const std::string& alias) {
     speed_ = alias.empty() ? 0 : MciGetSpeed(alias);
     position_ = -1;
     lblSearchPlayerLength_->setText(FormatPlayTime(std::max(length_, 0), rate_));
-    const QScopedValueRollback showing(showing_, true);
-    if (length_ < 1) {
-        prgSearchPlayerStatus_->setRange(0, 1);
-        slSearchPlayerSeek_->setProperty("Tag", QStringLiteral("0"));
-        slSearchPlayerSeek_->setRange(0, 1);
-        slSearchPlayerSeek_->setSingleStep(1);
-        slSearchPlayerSeek_->setPageStep(1);
-        return;
-    }
-    prgSearchPlayerStatus_->setRange(0, length_);
-    const double scale = static_cast<double>(length_) / seekSteps;
-    slSearchPlayerSeek_->setProperty("Tag", QString::number(scale, 'g', 17));
-    const int maximum = static_cast<int>(std::lround(length_ / scale));
-    slSearchPlayerSeek_->setRange(0, maximum);
-    setSteps(*slSearchPlayerSeek_, maximum);
+    prgSearchPlayerStatus_->setRange(0, std::max(length_, 1));
+    setSeekRange();
     if (speedPercent_ != usualSpeed)
         applySpeed();
 }
@@ -171,14 +125,17 @@ void PlayerPanel::PlayerPauseResume() {
     const std::string mode = MciGetMode(alias_);
     if (isMode(mode, "ERROR"))
         return;
-    if (!isMode(mode, "PAUSED"))
-        MciPause(alias_);
-    else if (const std::int32_t position = MciGetPosition(alias_);
-             backUpSeconds_ > 0 && rate_ > 0 && position >= 0)
-        MciSeekAndPlay(alias_, std::max(0, position - backUpSeconds_ * rate_));
-    else
-        MciResume(alias_);
+    if (isMode(mode, "PAUSED"))
+        noteStart(resume());
+    else if (MciPause(alias_).empty())
+        noteHalt();
     PlayerRefresh();
+}
+
+std::string PlayerPanel::resume() {
+    const std::int32_t position = MciGetPosition(alias_);
+    const bool backsUp = backUpSeconds_ > 0 && rate_ > 0 && position >= 0;
+    return backsUp ? playFrom(std::max(0, position - backUpSeconds_ * rate_)) : MciResume(alias_);
 }
 
 void PlayerPanel::PlayerStop() {
@@ -195,6 +152,7 @@ void PlayerPanel::PlayerClose() {
         return;
     stopTimers();
     MciClose(alias_);
+    noteHalt();
     alias_.clear();
     file_.clear();
     overview_.giveUp();
@@ -204,7 +162,8 @@ void PlayerPanel::PlayerClose() {
 void PlayerPanel::playOrPause() {
     const std::string selected = selectedPath_ ? selectedPath_() : std::string();
     const bool isAnother = !selected.empty() && selected != file_;
-    if (alias_.empty() || isAnother || isMode(MciGetMode(alias_), "STOPPED"))
+    const std::string mode = alias_.empty() ? std::string() : MciGetMode(alias_);
+    if (isAnother || !(isMode(mode, "PLAYING") || isMode(mode, "PAUSED")))
         PlayerPlay();
     else
         PlayerPauseResume();
@@ -215,7 +174,6 @@ void PlayerPanel::skip(std::int32_t seconds) {
         return;
     const std::int32_t position = std::max(MciGetPosition(alias_), 0);
     seekTo(std::clamp(position + seconds * rate_, 0, length_));
-    position_ = MciGetPosition(alias_);
     PlayerRefresh();
 }
 
@@ -242,17 +200,29 @@ void PlayerPanel::stopLevelTimer() {
 
 void PlayerPanel::timerSearchPlayerStatus_Timer() {
     if (!alias_.empty()) {
-        position_ = MciGetPosition(alias_);
-        if (position_ >= length_) {
-            timerSearchPlayerStatus_.stop();
-            PlayerStop();
-        }
+        lookAfterPlay();
     } else {
         PlayerStop();
         PlayerLoad({});
         stopTimers();
     }
     PlayerRefresh();
+}
+
+// A play that stopped by itself has failed, or come to the end, which may be before the length
+// when the file was cut off.
+void PlayerPanel::lookAfterPlay() {
+    position_ = MciGetPosition(alias_);
+    const std::string mode = MciGetMode(alias_);
+    if (playing_ && isMode(mode, "ERROR")) {
+        stopTimers();
+        prgSearchPlayerVU_->setValue(0);
+        playing_ = false;
+        setProblem(MciPause(alias_)); // answers what went wrong
+    } else if (position_ >= length_ || (playing_ && isMode(mode, "STOPPED"))) {
+        timerSearchPlayerStatus_.stop();
+        PlayerStop();
+    }
 }
 
 void PlayerPanel::timerSearchPlayerVU_Timer() {
@@ -276,16 +246,22 @@ void PlayerPanel::PlayerRefresh() {
         refreshOpen();
         return;
     }
-    prgSearchPlayerStatus_->setFormat(MciModeText({}));
+    showState();
     prgSearchPlayerStatus_->setValue(0);
     lblSeachPlayerStatus_->setText(FormatPlayTime(0, rate_));
     slSearchPlayerSeek_->setValue(0);
     prgSearchPlayerVU_->setValue(0);
 }
 
+// Of a device that refused or failed that it did, until it plays again or is moved.
+void PlayerPanel::showState() {
+    const std::string mode = alias_.empty() ? std::string() : MciGetMode(alias_);
+    prgSearchPlayerStatus_->setFormat(MciModeText(problem_.empty() ? mode : "error"));
+}
+
 void PlayerPanel::refreshOpen() {
     const std::int32_t position = std::max(position_, 0);
-    prgSearchPlayerStatus_->setFormat(MciModeText(MciGetMode(alias_)));
+    showState();
     prgSearchPlayerStatus_->setValue(position);
     lblSeachPlayerStatus_->setText(FormatPlayTime(position, rate_));
     // While the user drags the handle it is his.
@@ -293,47 +269,6 @@ void PlayerPanel::refreshOpen() {
         return;
     const double scale = seekScale();
     slSearchPlayerSeek_->setValue(static_cast<int>(scale > 0 ? position_ / scale : position_));
-}
-
-double PlayerPanel::seekScale() const {
-    return slSearchPlayerSeek_->property("Tag").toString().toDouble();
-}
-
-// ---- Sliders
-
-void PlayerPanel::seekSliderMoved(int value) {
-    if (showing_ || alias_.empty())
-        return;
-    const double scale = seekScale();
-    const auto target = static_cast<std::int32_t>(scale > 0 ? value * scale : value);
-    const QString time = FormatPlayTime(target, rate_);
-    if (slSearchPlayerSeek_->isSliderDown())
-        QToolTip::showText(QCursor::pos(), time, slSearchPlayerSeek_);
-    seekTo(target);
-    lblSeachPlayerStatus_->setText(time);
-}
-
-// The status timer must not read a position in between.
-void PlayerPanel::seekTo(std::int32_t position) {
-    const bool ticking = timerSearchPlayerStatus_.isActive();
-    timerSearchPlayerStatus_.stop();
-    if (isMode(MciGetMode(alias_), "PLAYING"))
-        MciSeekAndPlay(alias_, position);
-    else
-        MciSeek(alias_, position);
-    if (ticking)
-        timerSearchPlayerStatus_.start(statusInterval);
-}
-
-void PlayerPanel::volumeSliderMoved(int value) {
-    if (showing_ || !mixer_)
-        return;
-    const int maximum = slSearchPlayerVolume_->maximum();
-    const int volume = maximum - value;
-    const QString loudness = QString::number(std::lround(volume / (maximum / 10.0)));
-    if (slSearchPlayerVolume_->isSliderDown())
-        QToolTip::showText(QCursor::pos(), loudness, slSearchPlayerVolume_);
-    mixer_->SetVolumeValue(volume);
 }
 
 } // namespace ov

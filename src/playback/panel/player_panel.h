@@ -88,10 +88,19 @@ private:
     void PlayerLoad(const std::string& alias);
     void PlayerRefresh();
     void refreshOpen();
-    void showProblem(const std::string& problem);
+    void showState();
+    void setProblem(const std::string& problem);
+    // After a command that lets the device play, with its answer; after one that stops it.
+    void noteStart(const std::string& problem);
+    void noteHalt();
+    bool isPlaying() const;
+    std::string playFrom(std::int32_t position);
+    std::string resume();
+    void setSeekRange();
     void setUpVolume();
     void setUpLevel();
     void timerSearchPlayerStatus_Timer();
+    void lookAfterPlay();
     void timerSearchPlayerVU_Timer();
     void startTimers();
     void stopTimers();
@@ -128,6 +137,8 @@ private:
     std::int32_t position_ = -1;
     std::int32_t backUpSeconds_ = 0;
     std::int32_t speedPercent_ = 100;
+    bool playing_ = false; // and nobody told it to stop
+    std::string problem_;  // why it does not play, in the words of the device
     bool showing_ = false; // sliders are being set, nobody moves them
 };
 

@@ -222,6 +222,7 @@ void PlayerPanel::setSpeedPercent(std::int32_t percent) {
 }
 
 void PlayerPanel::retranslate() {
+    setProblem(problem_);
     PlayerRefresh();
 }
 
