@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
+#include "dictation/dictation_facts.h"
 #include "dictation/field_table.h"
 #include "dictation/field_values.h"
 #include "fake_host.h"
@@ -123,6 +124,16 @@ TEST_F(FieldTable, RowsAndCaptionsInTheLanguageOfTheUser) {
     EXPECT_EQ(searchFields()[11].Caption, "Geändert am");
     EXPECT_EQ(searchFields()[14].ShortCaption, "Az.");
     EXPECT_EQ(hidden(), "0 4 25 ") << "the choice of columns is kept";
+}
+
+TEST_F(FieldTable, FactsOfADictation) {
+    show(8, false);
+    std::string facts;
+    for (const DictationFact& fact :
+         describeDictation("\\s\\Ward\\2$MAI@@99$ROH@@12$7@@14$M\xFCller.WAV"))
+        facts += fact.caption + "=" + fact.value + ";";
+    EXPECT_EQ(facts, "Folder=...\\Ward;Status=Sent by email;Author=Müller;Number=7;Priority=Normal;"
+                     "File name=2$MAI@@99$ROH@@12$7@@14$Müller;Second status=Draft;");
 }
 
 TEST_F(FieldTable, CaptionsOfTheHost) {
