@@ -183,6 +183,16 @@ TEST(Mixer, SystemMixer) {
     EXPECT_EQ(line(168, mixer_line::waveOutput), 1U);
     EXPECT_EQ(line(164, mixer_line::waveOutput), mixer_result::invalidParameter * 10);
     EXPECT_EQ(line(168, 0x1003), mixer_result::invalidLine * 10);
+    const MemoryHandle room = mixer.globalAlloc(0, 152);
+    const auto controls = [&](std::uint32_t id, std::uint32_t type, std::uint32_t each) {
+        MixerLineControls record{24, id, type, 1, each, room};
+        return mixer.getLineControls(handle, record, 2);
+    };
+    EXPECT_EQ(controls(1, mixer_control::volume, 148), mixer_result::success);
+    EXPECT_EQ(controls(1, mixer_control::volume, 147), mixer_result::invalidParameter);
+    EXPECT_EQ(controls(2, mixer_control::volume, 152), mixer_result::invalidLine);
+    EXPECT_EQ(controls(1, 0x20010001, 152), mixer_result::invalidControl);
+    mixer.globalFree(room);
 
     clsMixer user;
     ASSERT_TRUE(user.Init_MixerControl() && user.Init_VolumeControl() &&
@@ -207,6 +217,8 @@ TEST(Mixer, SystemMixer) {
     EXPECT_EQ(details(20, 1, block), mixer_result::invalidParameter);
     EXPECT_EQ(details(24, 9, block), mixer_result::invalidControl);
     EXPECT_EQ(details(24, 1, small), mixer_result::invalidParameter);
+    MixerControlDetails meter{24, 2, 1, 0, 4, block};
+    EXPECT_EQ(mixer.setControlDetails(handle, meter, 0), mixer_result::notSupported);
     mixer.globalFree(small);
     mixer.globalFree(block);
 }

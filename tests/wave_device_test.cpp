@@ -95,6 +95,7 @@ protected:
             .add("nodata.wav", whole.substr(0, 36))
             .add("extra.wav",
                  second.substr(0, 36) + "LIST\4\0\0\0INFO"s + second.substr(36) + "note\2\0\0\0ab"s)
+            .add("padded.wav", second.substr(0, 36) + "odd \1\0\0\0x\0"s + second.substr(36))
             .add("twodata.wav", second + second.substr(36));
     }
 
@@ -119,7 +120,7 @@ TEST_F(Recorded, Answers) {
             section = line;
             answer("close all");
         } else if (const std::size_t arrow = line.find(" => "); arrow != std::string::npos) {
-            EXPECT_EQ(answer(filledIn(line.substr(0, arrow))), line.substr(arrow + 4))
+            EXPECT_EQ(answer(filledIn(line.substr(0, arrow))), filledIn(line.substr(arrow + 4)))
                 << section << "\n"
                 << line;
             ++answers;
