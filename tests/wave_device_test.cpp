@@ -266,6 +266,21 @@ TEST_F(WaveDevice, TellsWhatCannotBeReadFromWhatIsNotThere) {
     }
 }
 
+TEST_F(WaveDevice, PlaysOnceASlowDiskAnswers) {
+    write("a.wav", {}, 8000);
+    ASSERT_EQ(open("a.wav"), "0 1");
+    {
+        const FailingReads slow(store_.native("a.wav"), FailingReads::How::stall, 44);
+        EXPECT_EQ(answer("play PBWave from 100"), "0");
+        FailingReads::waitUntilMet();
+        EXPECT_EQ(answer("play PBWave from 200"), "0") << "while the disk is still asked";
+        EXPECT_EQ(answer("status PBWave mode"), "0 playing");
+        EXPECT_EQ(answer("status PBWave position"), "0 200");
+    }
+    waitUntilSilent();
+    EXPECT_EQ(answer("status PBWave position"), "0 1000");
+}
+
 TEST_F(WaveDevice, DrawsOverviews) {
     std::vector<float> samples(20000, 0.0F); // ten thousand frames
     samples[5000] = 0.5F;                    // left, third stretch
