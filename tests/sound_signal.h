@@ -38,13 +38,6 @@ inline std::vector<float> resampled(const std::vector<float>& samples, int from,
     }
 }
 
-inline double loudness(std::span<const float> samples) {
-    double sum = 0;
-    for (const float sample : samples)
-        sum += static_cast<double>(sample) * sample;
-    return std::sqrt(sum / static_cast<double>(std::max<std::size_t>(samples.size(), 1)));
-}
-
 // 1 for the same shape, whatever the loudness.
 inline double correlation(std::span<const float> a, std::span<const float> b) {
     double ab = 0;
