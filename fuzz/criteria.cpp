@@ -1,0 +1,59 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+// Any bytes as criteria: the first line as one that is typed in a terminal, the rest as a criteria
+// file. What can be read is shown and tested on a dictation of its own.
+
+#include "cli/criterion_text.h"
+#include "dictation/criterion.h"
+#include "dictation/field_table.h"
+#include "dictation/matching.h"
+#include "fuzz/fuzzing.h"
+
+#include <string>
+#include <vector>
+
+namespace {
+
+using namespace ov;
+using namespace ov::modDictation;
+using fuzzing::require;
+
+constexpr std::string_view directory = "D:\\Store\\Ward3\\";
+constexpr std::string_view name =
+    "2$ROH@@5$HOCH@@7$21.11.2026 17$05$00@@14$Dr. M\xC3\xBCller@@6$00$01$10@@17$384";
+constexpr platform::DateTime now{2026, 11, 21, 12, 0, 0};
+
+void readTyped(std::string_view line) {
+    const cli::ParsedCriterion parsed = cli::parseCriterion(line);
+    require(parsed.ok() != !parsed.error.empty());
+    if (!parsed.ok())
+        return;
+    const Criterion& typed = parsed.criterion;
+    const std::string text =
+        BuildCriteriaString(typed.Field, typed.Operator, typed.Value1, typed.Value2);
+    require(isCriteriaString(text) && ParseCriteriaString(text) == typed);
+}
+
+void readFile(std::string_view content) {
+    std::vector<Criterion> criteria;
+    for (const std::string& line : readCriteriaLines(content).criteria) {
+        require(isCriteriaString(line) && line.find_first_of("\r\n") == std::string::npos);
+        criteria.push_back(ParseCriteriaString(line));
+        GetCriterionText(line);
+    }
+    PreparedCriteria prepared(criteria, now);
+    const bool all = MatchDictation(directory, name, prepared, true);
+    const bool any = MatchDictation(directory, name, prepared, false);
+    require(!criteria.empty() ? any || !all : all && !any);
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    BuildSearchFieldTable();
+    std::string_view rest = fuzzing::textOf(data, size);
+    readTyped(fuzzing::takePart(rest, '\n'));
+    readFile(rest);
+    return 0;
+}
