@@ -1,0 +1,24 @@
+# SPDX-FileCopyrightText: The OVSearch developers
+# SPDX-License-Identifier: MIT
+# Optimised programs of ours read names and files that anybody may have made: a fault in them shall
+# end the program, not be of use to an attacker. .ci/check-hardening looks at what came out. The
+# sanitizers bring their own checks, and fortified calls would hide faults from them.
+include(CheckCXXCompilerFlag)
+
+add_library(ov_hardening INTERFACE)
+if(NOT OVSEARCH_SANITIZE AND NOT OVSEARCH_SANITIZE_THREADS)
+    set(optimised "$<CONFIG:Release,RelWithDebInfo,MinSizeRel>")
+    # Distributions may set the level themselves; ours shall not be a redefinition.
+    target_compile_options(ov_hardening INTERFACE
+        $<${optimised}:-U_FORTIFY_SOURCE> $<${optimised}:-D_FORTIFY_SOURCE=2>)
+    # Not every processor has the last two.
+    foreach(flag IN ITEMS -fstack-protector-strong -fstack-clash-protection -fcf-protection=full)
+        string(MAKE_C_IDENTIFIER "OV_HAS${flag}" has)
+        check_cxx_compiler_flag(${flag} ${has})
+        if(${has})
+            target_compile_options(ov_hardening INTERFACE $<${optimised}:${flag}>)
+        endif()
+    endforeach()
+    target_link_options(ov_hardening INTERFACE
+        $<${optimised}:LINKER:-z,relro> $<${optimised}:LINKER:-z,now>)
+endif()
