@@ -52,21 +52,18 @@ MainWindow::~MainWindow() {
     disconnect(&session_, nullptr, this, nullptr);
 }
 
-// Queued: a plug-in that hears of it may let window messages be handled, and the entries of the
-// recent folders are made anew whenever the menu comes up.
 void MainWindow::connectMenu() {
-    constexpr auto later = Qt::QueuedConnection;
-    connect(menu_, &HostMenu::openFolderChosen, this, &MainWindow::askForFolder, later);
-    connect(menu_, &HostMenu::folderChosen, this, &MainWindow::openFolder, later);
-    connect(
-        menu_, &HostMenu::forgetFoldersChosen, this, [this] { settings_.forgetRecentFolders(); },
-        later);
-    connect(menu_, &HostMenu::quitChosen, this, &QWidget::close, later);
-    connect(
-        menu_, &HostMenu::logViewChosen, this,
-        [this] { showLogView(logView_ != nullptr ? logView_->path() : QByteArray()); }, later);
-    connect(menu_, &HostMenu::languageChosen, this, &MainWindow::changeLanguage, later);
-    connect(menu_, &HostMenu::aboutChosen, this, &MainWindow::showAbout, later);
+    connect(menu_, &HostMenu::openFolderChosen, this, &MainWindow::askForFolder);
+    // Later: a plug-in that hears of it may let window messages be handled, and the entries of the
+    // recent folders are made anew whenever their menu comes up.
+    connect(menu_, &HostMenu::folderChosen, this, &MainWindow::openFolder, Qt::QueuedConnection);
+    connect(menu_, &HostMenu::forgetFoldersChosen, this,
+            [this] { settings_.forgetRecentFolders(); });
+    connect(menu_, &HostMenu::quitChosen, this, &QWidget::close);
+    connect(menu_, &HostMenu::logViewChosen, this,
+            [this] { showLogView(logView_ != nullptr ? logView_->path() : QByteArray()); });
+    connect(menu_, &HostMenu::languageChosen, this, &MainWindow::changeLanguage);
+    connect(menu_, &HostMenu::aboutChosen, this, &MainWindow::showAbout);
 }
 
 void MainWindow::connectSession() {

@@ -213,6 +213,7 @@ private:
         QList<QAction*> folders = recent->actions();
         folders.removeIf([](QAction* action) { return !action->text().startsWith(u'/'); });
         folders.constLast()->trigger();
+        QCoreApplication::processEvents();
         source->unsubscribe(sink);
     }
 
