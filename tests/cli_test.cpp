@@ -357,6 +357,9 @@ TEST_F(Cli, ShowAndFields) {
 TEST_F(Cli, DemoStoreIsFound) {
     EXPECT_EQ(run({"demo", store_.native("new/demo"), "--count", "12"}).exitCode, 0);
     EXPECT_EQ(foundFiles().size(), 12U);
+    store_.addDeep(60, "y.WAV");
+    EXPECT_EQ(foundFiles({"-c", "name is y"}).size(), 50U);
+    EXPECT_EQ(foundFiles({"-c", "name is y", "--max-depth", "-1"}).size(), 60U);
 }
 
 TEST_F(Cli, NamesOfAllKinds) {
@@ -401,18 +404,6 @@ TEST_F(Cli, NamesOfAllKinds) {
     }
     const ProgramResult shown = run({"show", store_.native("esc\x1B[31m.WAV")});
     EXPECT_TRUE(holds(shown.output, "esc\\u001B[31m")) << shown.output;
-}
-
-TEST_F(Cli, LinksAndDepth) {
-    TemporaryStore other;
-    other.add("o.WAV").add("_x/never.WAV");
-    store_.add("a/b/x.WAV").addLink("a/b/up", "../..").addLink("a/b/self", ".");
-    store_.addLink("outer", other.folder().native()).addLink("a/twice", "b");
-    EXPECT_EQ(foundFiles(), (Texts{"a/b/x.WAV", "a/twice/x.WAV", "outer/o.WAV"}));
-
-    store_.addDeep(60, "y.WAV");
-    EXPECT_EQ(foundFiles({"-c", "name is y"}).size(), 50U);
-    EXPECT_EQ(foundFiles({"-c", "name is y", "--max-depth", "-1"}).size(), 60U);
 }
 
 TEST_F(Cli, FolderWithoutPermission) {

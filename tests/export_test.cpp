@@ -169,9 +169,12 @@ TEST_F(Export, JsonHoldsEveryNameAndWhatItIs) {
 TEST_F(Export, HtmlHasNoMarkupOfOthers) {
     addHostile();
     document_.title = "<b>&\"";
-    document_.criteria = {"\"Author\" contains <i>"};
+    document_.criteria = {"\"Author\" contains <i>\xC2\x9B\x7F"};
     const std::string html = text(Format::html);
-    for (const char* never : {"<script", "<b>", "<i>", "\x1B", "\x01", "\r", "\xEF\xBF\xBE"})
+    document_.title.clear();
+    EXPECT_NE(text(Format::html).find("<title>-</title>"), std::string::npos) << "a page needs one";
+    for (const char* never :
+         {"\xC2\x9B", "\x7F", "<script", "<b>", "<i>", "\x1B", "\x01", "\r", "\xEF\xBF\xBE"})
         EXPECT_EQ(html.find(never), std::string::npos) << never;
     for (const char* part :
          {"&lt;script&gt;alert(1)&lt;/script&gt;&amp;amp;", "<title>&lt;b&gt;&amp;&quot;</title>",
@@ -208,9 +211,10 @@ TEST_F(Export, SheetHasTextDatesLengthsAndNumbers) {
     EXPECT_EQ(sheet.find("<f>"), std::string::npos) << "a formula";
     for (const char* part :
          {"=HYPERLINK(1)", "&lt;script&gt;", "line\nend_x000D_\nagain", "_x001B_[31m",
-          "mark \xEF\xBF\xBD", "_x005F_x0041_@@", "<v>46346.71180555555</v>", "<v>0.0015625</v>",
-          "<v>42</v>", ">007<", ">01.01.1900<", "<v>123456789012345</v>", ">1234567890123456<",
-          "<v>61</v>", ">28.02.1900<", "Müller", "<autoFilter ref=\"A1:E22\"", "ySplit=\"1\""})
+          "mark \xEF\xBF\xBD", "_x005F_x0041_@@", "s=\"3\"><v>46346.71180555555</v>",
+          "<v>0.0015625</v>", "<v>42</v>", ">007<", ">01.01.1900<", "<v>123456789012345</v>",
+          "<t>1234567890123456<", "s=\"5\"><v>61</v>", ">28.02.1900<", "Müller",
+          "<autoFilter ref=\"A1:E22\"", "ySplit=\"1\""})
         EXPECT_NE(sheet.find(part), std::string::npos) << part;
     EXPECT_NE(shellOutput("unzip -p '" + file + "' xl/workbook.xml")
                   .find("name=\"a    b  c d, which is longer t\""),
@@ -293,6 +297,11 @@ TEST_F(Export, CriteriaStandInWords) {
     EXPECT_EQ(describe({{one}, true, ""}).criteria, Cells{"\"Author\" contains M"});
     EXPECT_EQ(describe({{one, one}, false, ""}).criteria[0],
               "Finds dictations that meet at least one criterion.");
+    for (const auto& [number, name] :
+         {std::pair(0, "de"), std::pair(7, "de"), std::pair(9, "en")}) {
+        modLanguage::SetLanguage(number, 0);
+        EXPECT_EQ(describe({}).language, name) << number;
+    }
 }
 
 TEST_F(Export, RemembersFolderAndFormat) {

@@ -90,6 +90,15 @@ TEST_F(ListExport, WritesTheRowsAsTheyAreShown) {
     results().selectRow(1);
     choose("Copy", true);
     EXPECT_EQ(QApplication::clipboard()->text().count(QLatin1Char('\n')), 2);
+    save([this] { choose("CSV", true); }, native("one"));
+    const std::string one = read("one.csv");
+    EXPECT_EQ(std::count(one.begin(), one.end(), '\n'), 2);
+    withDialog(
+        [this] { choose("preview", true); },
+        [](QDialog& dialog) { EXPECT_EQ(child<QSpinBox>(dialog, "PageNumber").maximum(), 1); });
+    save([this] { choose("CSV"); }, native("typed.json"));
+    EXPECT_TRUE(read("typed.json").starts_with("[\n")) << "the ending that was typed counts";
+    save([this] { choose("CSV"); }, native("last"));
 
     EXPECT_NE(read("local.ini").find("ExportFormat=.csv"), std::string::npos);
     focusRows();
