@@ -81,6 +81,7 @@ protected:
     void addDamaged() {
         const std::string whole = bytes("pcm8k.wav");
         const std::string second = bytes("second.wav");
+        const std::string mulaw = bytes("mulaw.wav");
         const auto withSizes = [&](std::uint32_t riff, std::uint32_t data) {
             std::string changed = whole;
             tests::setNumber(changed, 4, riff);
@@ -95,7 +96,7 @@ protected:
             .add("nodata.wav", whole.substr(0, 36))
             .add("extra.wav",
                  second.substr(0, 36) + "LIST\4\0\0\0INFO"s + second.substr(36) + "note\2\0\0\0ab"s)
-            .add("padded.wav", second.substr(0, 36) + "odd \1\0\0\0x\0"s + second.substr(36))
+            .add("padded.wav", mulaw.substr(0, 12) + "odd \1\0\0\0x\0"s + mulaw.substr(12))
             .add("twodata.wav", second + second.substr(36));
     }
 
