@@ -211,8 +211,8 @@ TEST_F(FieldTable, FileThatCannotBeWrittenIsLoggedOnce) {
     std::filesystem::create_directory(folder() / columnsFile);
     show(4, false);
     SaveColumnSettings();
-    EXPECT_EQ(logged(), Lines{"ERROR (0): SaveColumnSettings - " +
-                              (folder() / columnsFile).native() + ": cannot be written"});
+    EXPECT_EQ(logged(), Lines{"ERROR (0): WriteIniString - " + (folder() / columnsFile).native() +
+                              ": [ColumnVisible] 1 cannot be written"});
     EXPECT_EQ(hidden(), "0 4 24 25 ");
 }
 

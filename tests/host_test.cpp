@@ -94,8 +94,13 @@ TEST_F(Host, LoadsThePlugInShowsItAndEnds) {
         EXPECT_EQ(result.exitCode, 0) << result.errors;
         EXPECT_EQ(contentOf(picture).substr(1, 3), "PNG");
     }
-    EXPECT_TRUE(fs::exists(place_.native("settings/Orvanta/OVHostWindow.ini")));
-    EXPECT_TRUE(fs::exists(place_.native("settings/Orvanta/OVHost.ini"))); // the plug-in's
+    const auto rights = [this](const std::string& name) {
+        return static_cast<unsigned>(fs::status(place_.native(name)).permissions());
+    };
+    for (const char* made : {"settings", "settings/Orvanta", "settings/Orvanta/Data/DAss"})
+        EXPECT_EQ(rights(made), 0700U) << made;
+    for (const char* made : {"OVHostWindow.ini", "OVHost.ini"}) // the host's and the plug-in's
+        EXPECT_EQ(rights("settings/Orvanta/" + std::string(made)), 0600U) << made;
 }
 
 TEST_F(Host, PutsEverythingAwayWhenASignalEndsIt) {
@@ -158,7 +163,7 @@ TEST_F(Host, AnswersThePlugIn) {
     const std::string latin1 = "stor\xE9"; // no UTF-8
     place_.addFolder(latin1);
     const std::string settings = place_.directory("settings") + "Orvanta\\";
-    EXPECT_EQ(seen("answers", {"--store", place_.native(latin1)}),
+    EXPECT_EQ(seen("answers", {"--store", "/" + place_.native(latin1)}), // "//" is no share
               "PI_GetLanguage=9\nPI_GetSubLanguage=0\nPI_GetLocalINIFile=" + settings +
                   "OVHost.ini\nPI_NoSuchThing=\nPI_GetDirectory 204=" + place_.directory(latin1) +
                   "\nPI_GetDirectory 32=" + settings +
@@ -188,6 +193,14 @@ TEST_F(Host, RemembersWhatIsChosenButNotWhatIsGivenForOneRun) {
     EXPECT_TRUE(
         holds(contentOf(place_.native("settings/Orvanta/OVHostWindow.ini")),
               "recentFolders=" + place_.native("old & new") + ", " + place_.native("last") + "\n"));
+}
+
+TEST_F(Host, TellsOnceThatItsSettingsCannotBeKept) {
+    place_.add("settings/Orvanta", "a file in the place of the folder");
+    const std::string lines = seen("events,boxes");
+    EXPECT_TRUE(lines.ends_with("\nThe settings cannot be saved: " +
+                                place_.native("settings/Orvanta/OVHostWindow.ini") + "\n"))
+        << lines;
 }
 
 TEST_F(Host, ShowsProgressWithoutPaintingInCalls) {

@@ -48,6 +48,7 @@ TEST_F(LocaleTest, FollowsTheNameWithoutAnInstalledLocale) {
         EXPECT_EQ(formatShortDate(evening) + " " + formatLongTime(evening), tested.evening);
         EXPECT_EQ(formatShortDate(midnight) + " " + formatLongTime(midnight), tested.midnight);
         EXPECT_EQ(own.decimalSign, tested.decimalSign);
+        EXPECT_NE(own.groupSign, std::string(1, tested.decimalSign));
         EXPECT_EQ(own.firstWeekday, tested.firstWeekday);
         for (const std::string& written : {formatShortDate(evening), formatIsoDate(evening)})
             EXPECT_EQ(parseDate(written), (DateTime{2026, 3, 5})) << written;

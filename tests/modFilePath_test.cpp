@@ -7,6 +7,7 @@
 #include "support/modFilePath.h"
 #include "support/modWFRoutines.h"
 
+#include <sys/stat.h>
 #include <vector>
 
 namespace ov::modFilePath {
@@ -121,12 +122,19 @@ TEST_F(ControlDirectories, DictationRootIsKeptInTheConfigurationFile) {
     EXPECT_EQ(GetDirectory(204), "D:\\dictations\\");
     SetDirectory(204, "");
     EXPECT_EQ(GetDirectory(204), "N:\\other\\") << "empty is as good as missing";
+    // Whatever its bytes are.
+    for (const char* any : {"\\M\xFCller\\100% \xC3\xBC: x\\", "d:\\\xE4:\\", "\\D:\xE4\\",
+                            "\\\\server\\\xE4\\", "\\a\n\\", "\\50%41\\"}) {
+        SetDirectory(204, any);
+        EXPECT_EQ(GetDirectory(204), any);
+    }
+    EXPECT_EQ(read("Orvanta/OVSearch.cfg"), "[Directories]\r\nDictationDir=\\50%41\\\r\n");
     fs::remove(folder() / "Orvanta/OVSearch.cfg");
     fs::create_directory(folder() / "Orvanta/OVSearch.cfg");
     fs::create_directory(folder() / "Orvanta/Log");
     SetDirectory(204, "D:\\x");
-    EXPECT_EQ(logged(),
-              Lines{"ERROR (0): SetDirectory - @Orvanta\\OVSearch.cfg: cannot be written"});
+    EXPECT_EQ(logged(), Lines{"ERROR (0): WriteIniString - @Orvanta/OVSearch.cfg: [Directories] "
+                              "DictationDir cannot be written"});
 }
 
 TEST_F(ControlDirectories, DictationRootComesFromTheIniFileBesideAMarker) {
@@ -151,14 +159,22 @@ TEST_F(ControlDirectories, AreMadeLevelByLevelInTheLog) {
     EXPECT_EQ(person_.boxLines(), Lines{});
 }
 
-TEST_F(ControlDirectories, LogDirectoryIsMadeWithoutAWord) {
-    EXPECT_TRUE(EnsureDirectory(path("a\\b")));
-    EXPECT_FALSE(exists("Orvanta")) << "nothing is logged, so no log is made";
-    EXPECT_EQ(GetDirectory(10, true), path("Orvanta\\Log\\"));
-    EXPECT_TRUE(exists("Orvanta/Log"));
-    EXPECT_EQ(logged(), Lines{});
-    EXPECT_TRUE(WriteLog("first"));
-    EXPECT_EQ(logged(), Lines{"first"});
+TEST_F(ControlDirectories, ThoseOfTheUsersOwnAreTheUsersAlone) {
+    const mode_t mask = umask(0);
+    SetDirectory(10, path("logs\\mine"));
+    SetDirectory(77, path("net\\store"));
+    for (const std::int32_t id : {77, 32, 10})
+        EXPECT_NE(GetDirectory(id, true), "") << id;
+    EXPECT_EQ(logged(), Lines{}) << "there was no log to tell of its making";
+    umask(mask);
+    const auto rights = [this](const char* name) {
+        return static_cast<unsigned>(fs::status(folder() / name).permissions());
+    };
+    for (const char* own : {"Orvanta", "Orvanta/Data", "Orvanta/Data/DAss", "logs", "logs/mine"})
+        EXPECT_EQ(rights(own), 0700U) << own;
+    EXPECT_EQ(rights("net/store"), 0777U);
+    EXPECT_TRUE(WriteLog("line"));
+    EXPECT_EQ(rights("logs/mine/OVSearch_.log"), 0600U);
 }
 
 TEST_F(ControlDirectories, FileInTheWay) {

@@ -40,7 +40,8 @@ void CriteriaFile::keepUnreadable(const std::string& content) const {
     std::string kept;
     if (platform::readFile(path(backupName), kept).ok() && kept.find(content) != std::string::npos)
         return;
-    const platform::Status written = platform::appendToFile(path(backupName), content);
+    const platform::Status written =
+        platform::appendToFile(path(backupName), content, platform::Access::ownerOnly);
     if (!written.ok())
         WriteErrorLog(written, "LoadCriteria");
 }
@@ -65,7 +66,8 @@ void CriteriaFile::save(std::span<const std::string> criteria) {
     for (const std::string& line : criteria)
         content.append(line).append("\r\n");
     if (!content.empty())
-        static_cast<void>(platform::replaceFile(path(fileName), content));
+        static_cast<void>(
+            platform::replaceFile(path(fileName), content, platform::Access::ownerOnly));
     else if (platform::fileExists(path(fileName)))
         static_cast<void>(platform::removeFile(path(fileName)));
 }

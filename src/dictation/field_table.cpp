@@ -3,7 +3,6 @@
 
 #include "dictation/field_table.h"
 
-#include "platform/files.h"
 #include "plugin/host_error.h"
 #include "plugin/modOVPlugIn.h"
 #include "support/log.h"
@@ -12,6 +11,7 @@
 #include "support/modLanguage.h"
 #include "support/modWFRoutines.h"
 #include "support/numbers.h"
+#include "support/unsaved.h"
 
 #include <algorithm>
 #include <array>
@@ -92,18 +92,16 @@ SearchField makeField(const FieldDefinition& definition) {
 }
 
 // Ends at the first key that cannot be written.
-bool writeColumnSettings(const std::string& file) {
-    return std::all_of(state().fields.begin(), state().fields.end(), [&](const SearchField& field) {
-        return !field.Selectable ||
-               modINI::WriteIniBoolean(columnsSection, std::to_string(field.Id), field.Visible,
-                                       file);
-    });
+void writeColumnSettings(const std::string& file) {
+    for (const SearchField& field : state().fields)
+        if (field.Selectable &&
+            !modINI::WriteIniBoolean(columnsSection, std::to_string(field.Id), field.Visible, file))
+            return;
 }
 
-void reportUnsaved(const std::string& reason) {
-    WriteErrorLog(Error(0, reason), "SaveColumnSettings");
+void reportColumnsUnsaved(const Error& error) {
+    reportUnsaved(columnsFileName, error, "SaveColumnSettings");
 }
-
 } // namespace
 
 std::span<const FieldDefinition> fieldDefinitions() noexcept {
@@ -195,12 +193,13 @@ void LoadColumnSettings() try {
 
 void SaveColumnSettings() try {
     const std::string file = columnSettingsFile();
-    if (file.empty())
-        reportUnsaved(std::string(columnsFileName) + ": the host has no directory for it");
-    else if (!writeColumnSettings(file))
-        reportUnsaved(platform::toNativePath(file) + ": cannot be written");
+    if (!file.empty())
+        writeColumnSettings(file);
+    else
+        reportColumnsUnsaved(
+            Error(0, std::string(columnsFileName) + ": the host has no directory for it"));
 } catch (const HostError& error) {
-    WriteErrorLog(Error(error.number(), error.description()), "SaveColumnSettings");
+    reportColumnsUnsaved(Error(error.number(), error.description()));
 }
 
 void resetSearchFieldTable() {

@@ -29,7 +29,7 @@ std::string ExportSettings::folder() const {
 
 void ExportSettings::setFolder(const std::string& folder) const {
     if (!file_.empty())
-        modINI::WriteIniString(section, key::folder, folder, file_);
+        modINI::WriteIniPath(section, key::folder, folder, file_);
 }
 
 Format ExportSettings::format() const {

@@ -13,6 +13,7 @@
 #include <QMessageBox>
 #include <QStatusBar>
 #include <chrono>
+#include <utility>
 
 namespace ov::host {
 
@@ -57,8 +58,10 @@ void MainWindow::connectMenu() {
     // Later: a plug-in that hears of it may let window messages be handled, and the entries of the
     // recent folders are made anew whenever their menu comes up.
     connect(menu_, &HostMenu::folderChosen, this, &MainWindow::openFolder, Qt::QueuedConnection);
-    connect(menu_, &HostMenu::forgetFoldersChosen, this,
-            [this] { settings_.forgetRecentFolders(); });
+    connect(menu_, &HostMenu::forgetFoldersChosen, this, [this] {
+        settings_.forgetRecentFolders();
+        saveSettings();
+    });
     connect(menu_, &HostMenu::quitChosen, this, &QWidget::close);
     connect(menu_, &HostMenu::logViewChosen, this,
             [this] { showLogView(logView_ != nullptr ? logView_->path() : QByteArray()); });
@@ -147,22 +150,34 @@ void MainWindow::askForFolder() {
 void MainWindow::openFolder(const QString& folder) {
     if (!QDir(folder).isReadable()) {
         settings_.forgetFolder(folder);
-        auto* box = new QMessageBox(QMessageBox::Warning, QString(),
-                                    texts_(Text::folderIsGone, {QDir::toNativeSeparators(folder)}),
-                                    QMessageBox::Ok, this);
-        box->setAttribute(Qt::WA_DeleteOnClose);
-        box->setTextFormat(Qt::PlainText);
-        box->open();
+        saveSettings();
+        warn(texts_(Text::folderIsGone, {QDir::toNativeSeparators(folder)}));
         return;
     }
     settings_.setDictationFolder(QDir(folder).absolutePath());
+    saveSettings();
     statusBar()->clearMessage();
     showTitle();
     session_.sendAction(action_event::changed, "DIR_NETDICTATIONTREE");
 }
 
+// Told once: the first change that is lost is no different from the next.
+void MainWindow::saveSettings() {
+    const QString file = settings_.save();
+    if (!file.isEmpty() && !std::exchange(toldUnsaved_, true))
+        warn(texts_(Text::settingsUnsaved, {QDir::toNativeSeparators(file)}));
+}
+
+void MainWindow::warn(const QString& text) {
+    auto* box = new QMessageBox(QMessageBox::Warning, QString(), text, QMessageBox::Ok, this);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->setTextFormat(Qt::PlainText);
+    box->open();
+}
+
 void MainWindow::changeLanguage(Language language) {
     settings_.setLanguage(language);
+    saveSettings();
     texts_.setLanguage(language);
     session_.sendAction(action_event::changed, "LANGUAGE");
     if (logView_ != nullptr && logView_->isVisible()) // the plug-in's captions in it

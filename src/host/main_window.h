@@ -50,6 +50,8 @@ private:
     void showFailure();
     void showTitle();
     void askForFolder();
+    void saveSettings();
+    void warn(const QString& text);
     void openFolder(const QString& folder);
     void changeLanguage(Language language);
     void showLogView(const QByteArray& path);
@@ -64,6 +66,7 @@ private:
     ProgressPanel* progress_;
     HostMenu* menu_;
     LogView* logView_ = nullptr; // made at its first use
+    bool toldUnsaved_ = false;
     std::optional<Failure> notLoaded_;
 };
 

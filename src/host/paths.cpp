@@ -18,6 +18,10 @@ QString fromBytes(std::string_view bytes) {
 } // namespace
 
 std::string boundaryPath(std::string_view native) {
+    // Two separators would be a share, which only Windows has.
+    if (QDir::listSeparator() == u':')
+        while (native.starts_with("//"))
+            native.remove_prefix(1);
     std::string path(native);
     std::replace(path.begin(), path.end(), '/', '\\');
     return path;

@@ -6,6 +6,8 @@
 #include "paths.h"
 
 #include <QDir>
+#include <QFile>
+#include <QFileInfo>
 #include <QLocale>
 #include <QMainWindow>
 #include <utility>
@@ -32,16 +34,33 @@ Language systemLanguage() {
     return german ? Language::german : Language::english;
 }
 
+constexpr QFileDevice::Permissions ownerOnly = QFileDevice::ReadOwner | QFileDevice::WriteOwner;
+
+// With all its parents. What lies here names authors and patients, so what is made is the
+// owner's alone; what is there stays as it is.
+bool makeFolder(const QString& folder) {
+    const QFileInfo place(folder);
+    return place.isDir() ||
+           (makeFolder(place.path()) && QDir().mkdir(folder, ownerOnly | QFileDevice::ExeOwner));
+}
+
 QString madeFolder(const QString& folder) {
-    QDir().mkpath(folder); // what fails here shows when the file is written
+    makeFolder(folder); // what fails here shows when the file is written
     return folder;
+}
+
+// QSettings would let the umask decide.
+QString madeFile(const QString& name) {
+    QFile file(name);
+    static_cast<void>(file.open(QIODevice::WriteOnly | QIODevice::NewOnly, ownerOnly));
+    return name;
 }
 
 } // namespace
 
 HostSettings::HostSettings(const QString& configFolder)
     : folder_(madeFolder(configFolder + "/Orvanta"_L1)),
-      file_(folder_ + "/OVHostWindow.ini"_L1, QSettings::IniFormat) {}
+      file_(madeFile(folder_ + "/OVHostWindow.ini"_L1), QSettings::IniFormat) {}
 
 std::string HostSettings::localIniFile() const {
     return boundaryPath(nativeBytes(folder_ + "/OVHost.ini"_L1));
@@ -49,7 +68,7 @@ std::string HostSettings::localIniFile() const {
 
 std::string HostSettings::dataFolder() const {
     const QString folder = folder_ + "/Data/DAss"_L1;
-    return QDir().mkpath(folder) ? boundaryDirectory(nativeBytes(folder)) : std::string();
+    return makeFolder(folder) ? boundaryDirectory(nativeBytes(folder)) : std::string();
 }
 
 Language HostSettings::language() const {

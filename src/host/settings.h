@@ -21,6 +21,8 @@ namespace ov::host {
 //   OVHostWindow.ini  language, dictation folders, place of the window: this class
 //   OVHost.ini        what the plug-in keeps under its own sections ("PI_GetLocalINIFile")
 //   Data/DAss/        the plug-in's data ("PI_GetDirectory" 32)
+//
+// Folders and files that are made are their owner's alone.
 class HostSettings {
 public:
     // `configFolder` is the folder above "Orvanta", absolute. Makes it.
@@ -50,7 +52,8 @@ public:
     // False when there is none to restore.
     bool restorePlace(QMainWindow& window) const;
 
-    // Writes what changed. Empty, or the file that could not be written.
+    // Writes what changed; called after each change that shall not be lost without a word. Empty,
+    // or the file that could not be written.
     QString save();
 
 private:

@@ -41,6 +41,10 @@ constexpr std::array<Row, textCount> table{{
     {Text::chooseFolder, u"Open dictation folder", u"Diktatordner öffnen"},
     {Text::folderIsGone, u"The folder %1 cannot be opened.",
      u"Der Ordner %1 kann nicht geöffnet werden."},
+    {Text::settingsUnsaved,
+     u"The settings cannot be saved: %1\n\nWhat you change holds until the program ends.",
+     u"Die Einstellungen können nicht gespeichert werden: %1\n\nWas Sie ändern, gilt bis zum Ende "
+     u"des Programms."},
     {Text::noFolderChosen, u"No dictation folder yet: choose one with File, Open dictation folder.",
      u"Noch kein Diktatordner: Wählen Sie ihn über Datei, Diktatordner öffnen."},
     {Text::progressBar, u"Progress", u"Fortschritt"},

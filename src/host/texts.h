@@ -31,6 +31,7 @@ enum class Text {
     clear,
     chooseFolder,
     folderIsGone,
+    settingsUnsaved,
     noFolderChosen,
     progressBar,
     working,

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/file_access.h"
 #include "platform/status.h"
 
 #include <memory>
@@ -23,7 +24,7 @@ public:
     FileReplacement& operator=(const FileReplacement&) = delete;
 
     // Once. Refused for a file that the user may not write and for what is no file.
-    Status open(std::string_view path);
+    Status open(std::string_view path, Access access = Access::byUmask);
 
     // Appends. Every piece is a system call.
     Status write(std::string_view content);

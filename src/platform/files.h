@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/file_access.h"
 #include "platform/status.h"
 
 #include <cstdint>
@@ -55,7 +56,7 @@ std::string_view driveOf(std::string_view path);
 // True for a path without a drive.
 bool driveExists(std::string_view path);
 
-Status createDirectory(std::string_view path);
+Status createDirectory(std::string_view path, Access access = Access::byUmask);
 Status removeFile(std::string_view path);
 
 // The whole file. A file larger than `limit` bytes is refused: nothing of ours is that large.
@@ -67,10 +68,12 @@ Status readFile(std::string_view path, std::string& content,
 // the new. Keeps the permissions of the file and, when `path` is a link, the link. Refused for a
 // file that the user may not write and for what is no file. On failure the old file is untouched
 // and nothing is left beside it.
-Status replaceFile(std::string_view path, std::string_view content);
+Status replaceFile(std::string_view path, std::string_view content,
+                   Access access = Access::byUmask);
 
 // Opens, appends in one write, closes. Creates the file, not its directory.
-Status appendToFile(std::string_view path, std::string_view content);
+Status appendToFile(std::string_view path, std::string_view content,
+                    Access access = Access::byUmask);
 
 // Names of the entries of a directory, without "." and "..", sorted by bytes.
 Status listNames(std::string_view directory, std::vector<std::string>& names);

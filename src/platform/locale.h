@@ -31,7 +31,8 @@ struct Locale {
     std::string am = "AM";
     std::string pm = "PM";
     char decimalSign = '.';
-    int firstWeekday = 0; // 0 Sunday to 6 Saturday
+    int firstWeekday = 0;    // 0 Sunday to 6 Saturday
+    std::string groupSign{}; // between thousands: "." or ","; empty for none
 };
 
 // What is known of "de_DE.UTF-8" or "en_GB", whether the system has it installed or not; "C",

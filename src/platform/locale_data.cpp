@@ -72,13 +72,16 @@ void readTime(const icu::Locale& named, Locale& result) {
     halves[1].toUTF8String(result.pm);
 }
 
-void readDecimalSign(const icu::Locale& named, Locale& result) {
+void readNumberSigns(const icu::Locale& named, Locale& result) {
     UErrorCode error = U_ZERO_ERROR;
     const icu::DecimalFormatSymbols symbols(named, error);
     const icu::UnicodeString& sign =
         symbols.getConstSymbol(icu::DecimalFormatSymbols::kDecimalSeparatorSymbol);
     if (U_SUCCESS(error) && sign == u",")
         result.decimalSign = ',';
+    if (U_SUCCESS(error))
+        symbols.getConstSymbol(icu::DecimalFormatSymbols::kGroupingSeparatorSymbol)
+            .toUTF8String(result.groupSign);
 }
 
 void readWeek(const icu::Locale& named, Locale& result) {
@@ -100,7 +103,7 @@ Locale localeNamed(const std::string& name) {
     named.setKeywordValue("calendar", "gregorian", error);
     readDate(named, result);
     readTime(named, result);
-    readDecimalSign(named, result);
+    readNumberSigns(named, result);
     readWeek(named, result);
     return result;
 }

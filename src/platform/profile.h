@@ -17,13 +17,16 @@
 // first "="; stored names and arguments are trimmed; letter case is ignored in ASCII only. Only
 // the first section of a name counts, and in it the first key. A line without "=" reads as
 // missing and hides later ones of its name. ";" as the first character makes a comment. One pair
-// of matching outer quotes is stripped from a value. Byte-order marks (UTF-8, UTF-16) are
-// honoured; bytes that are not UTF-8 are Windows-1252. The file is read again at every call.
+// of matching outer quotes is stripped from a value, and from a default. Byte-order marks (UTF-8,
+// UTF-16) are honoured; bytes that are not UTF-8 are Windows-1252. The file is read again at every
+// call.
 //
 // Writing. A value that stands already leaves the file untouched; a key keeps its place and
 // spelling; a new key goes to the end of the first section of that name; a new section is
 // appended; a new line ends in CR LF; every other line keeps its bytes. The file is locked
-// against other writers and replaced atomically. A directory is never created.
+// against other writers and replaced atomically; who waits for it waits a second at most, and
+// after a wait in vain not at all until it is free again. A new file is its owner's alone. A
+// directory is never created.
 //
 // A file name without "\" (or the native separator) lies in the Windows directory. A file of more
 // than profileSizeLimit bytes reads as empty and is not written to.

@@ -10,18 +10,18 @@ namespace ov::platform {
 
 namespace {
 
-std::string_view withoutQuotes(std::string_view value) noexcept {
-    const bool quoted = value.size() >= 2 && (value.front() == '"' || value.front() == '\'') &&
-                        value.front() == value.back();
-    return quoted ? value.substr(1, value.size() - 2) : value;
-}
-
 void appendListed(std::string_view name, std::string& list) {
     list += textFromBytes(name);
     list.push_back('\0');
 }
 
 } // namespace
+
+std::string_view withoutQuotes(std::string_view value) noexcept {
+    const bool quoted = value.size() >= 2 && (value.front() == '"' || value.front() == '\'') &&
+                        value.front() == value.back();
+    return quoted ? value.substr(1, value.size() - 2) : value;
+}
 
 std::optional<std::string> profileValue(std::string_view content, std::string_view section,
                                         std::string_view key) {

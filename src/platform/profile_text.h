@@ -11,6 +11,9 @@
 
 namespace ov::platform {
 
+// Without one pair of matching outer quotes.
+std::string_view withoutQuotes(std::string_view value) noexcept;
+
 // The value without its outer quotes; nothing when the file has none.
 std::optional<std::string> profileValue(std::string_view content, std::string_view section,
                                         std::string_view key);

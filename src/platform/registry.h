@@ -11,8 +11,9 @@
 
 // The registry, read-only. On Linux it is an exported ".reg" text (UTF-16 or UTF-8, the header
 // "Windows Registry Editor Version 5.00" or "REGEDIT4") called "registry.reg": first that of the
-// system-wide Orvanta folder, then that of the per-user one, whose values win. The shell folders
-// come from XDG where neither names them.
+// system-wide Orvanta folder, then that of the per-user one, whose values win. What is below
+// "Software" of the local machine is looked for in "Software\WOW6432Node" next. The shell folders
+// come from XDG where neither file names them.
 
 namespace ov::platform {
 

@@ -30,6 +30,9 @@ public:
 
     // Blocks until answered.
     virtual MessageAnswer showMessage(const MessageBox& box) = 0;
+    // Shows something to be read, and lets nothing else run: may be called where messages must
+    // not be handled.
+    virtual void tell(const MessageBox& box) { static_cast<void>(showMessage(box)); }
     // Lets waiting window messages be handled. May run any code of the program.
     virtual void processMessages() = 0;
     virtual void beep() = 0;

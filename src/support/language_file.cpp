@@ -91,6 +91,14 @@ std::optional<std::string_view> LanguageFile::find(std::int32_t number, std::int
     return std::nullopt;
 }
 
+std::vector<std::int32_t> LanguageFile::numbers(std::int32_t language) const {
+    std::vector<std::int32_t> found;
+    if (const auto texts = sections_.find(SectionId(language, 0)); texts != sections_.end())
+        for (const auto& [number, text] : texts->second)
+            found.push_back(number);
+    return found;
+}
+
 const std::string* LanguageFile::findIn(SectionId section, std::int32_t number) const {
     const auto texts = sections_.find(section);
     if (texts == sections_.end())

@@ -10,6 +10,7 @@
 #include <string_view>
 #include <unordered_map>
 #include <utility>
+#include <vector>
 
 // One language file: numbered texts in one or more languages.
 //
@@ -39,6 +40,9 @@ public:
     // 0 is German. Nothing when none of them has it. Valid as long as this object.
     std::optional<std::string_view> find(std::int32_t number, std::int32_t language,
                                          std::int32_t subLanguage) const;
+
+    // The numbers of all texts of that language, without a sub-language, in no order.
+    std::vector<std::int32_t> numbers(std::int32_t language) const;
 
 private:
     using Texts = std::unordered_map<std::int32_t, std::string>;

@@ -72,14 +72,13 @@ platform::Status writeLine(const std::string& file, const std::string& line, boo
     if (deleteFirst && platform::fileExists(file))
         if (platform::Status removed = platform::removeFile(file); !removed.ok())
             return removed;
-    return platform::appendToFile(file, line + "\r\n");
+    return platform::appendToFile(file, line + "\r\n", platform::Access::ownerOnly);
 }
 
 void showFailure(const platform::Status& failure, const std::string& file) {
-    modUtil::ShowMessage("ERROR (" + std::to_string(failure.number()) + "): WriteErrorLog - " +
-                             failure.description() +
-                             "\r\n\r\n(Log file: " + platform::toNativePath(file) + ")",
-                         platform::MessageIcon::information);
+    modUtil::Tell("ERROR (" + std::to_string(failure.number()) + "): WriteErrorLog - " +
+                  failure.description() + "\r\n\r\n(Log file: " + platform::toNativePath(file) +
+                  ")");
 }
 
 } // namespace

@@ -125,12 +125,23 @@ bool reportMissingDrive(std::string_view drive) {
     return false;
 }
 
+// What lies on the way to the user's own settings and logs, or among them.
+bool isPrivate(std::string_view directory) {
+    for (const std::int32_t id : {directory_id::perUser, directory_id::log}) {
+        const std::string own = GetDirectory(id);
+        if (!own.empty() && (directory.starts_with(own) || own.starts_with(directory)))
+            return true;
+    }
+    return false;
+}
+
 // While the log directory is itself being created nothing is logged: logging asks for it.
 bool createLevel(std::string_view directory) {
     const bool logged = logDirectoryExists();
     if (logged)
         WriteLog("Create directory: " + std::string(directory));
-    const platform::Status created = platform::createDirectory(directory);
+    const platform::Status created = platform::createDirectory(
+        directory, isPrivate(directory) ? platform::Access::ownerOnly : platform::Access::byUmask);
     // Another process may have been quicker.
     if (!created.ok() && !platform::directoryExists(directory)) {
         if (logged)
@@ -158,8 +169,7 @@ void SetDirectory(std::int32_t id, std::string_view path) {
         return;
     }
     EnsureDirectory(GetDirectory(directory_id::perUser));
-    if (!modINI::WriteIniString("Directories", "DictationDir", path, configurationFile()))
-        WriteErrorLog(Error(0, configurationFile() + ": cannot be written"), "SetDirectory");
+    modINI::WriteIniPath("Directories", "DictationDir", path, configurationFile());
 }
 
 bool EnsureDirectory(std::string_view path) {

@@ -33,7 +33,8 @@ std::string GetDirectory(std::int32_t id, bool create = false);
 void SetDirectory(std::int32_t id, std::string_view path);
 
 // Creates the directory with all missing parents, logging each level once the log directory
-// exists. A drive that is not there is reported; false then, or when a level fails.
+// exists. Those of the user's own settings and logs are the user's alone. A drive that is not there
+// is reported; false then, or when a level fails.
 bool EnsureDirectory(std::string_view path);
 
 // Appends "\" unless the text is empty or ends in one.

@@ -10,6 +10,8 @@
 #include "platform/text.h"
 #include "support/modFilePath.h"
 #include "support/numbers.h"
+#include "support/path_setting.h"
+#include "support/unsaved.h"
 
 #include <algorithm>
 #include <array>
@@ -45,6 +47,30 @@ std::optional<double> hexadecimalValue(std::string_view digits) noexcept {
     return static_cast<std::int32_t>(number);
 }
 
+std::size_t digitsAt(std::string_view text, std::size_t at) noexcept {
+    return std::min(text.find_first_not_of("0123456789", at), text.size()) - at;
+}
+
+// Takes `sign` out from between groups of three digits; "1.5" has none.
+void removeGroupSigns(std::string& number, std::string_view sign) {
+    const std::size_t first = number.find_first_of("123456789");
+    if (sign.empty() || first == std::string::npos || digitsAt(number, first) > 3)
+        return;
+    std::size_t end = first + digitsAt(number, first);
+    while (number.compare(end, sign.size(), sign) == 0 &&
+           digitsAt(number, end + sign.size()) == 3) {
+        number.erase(end, sign.size());
+        end += 3;
+    }
+}
+
+// The keyboard's character for a typographic sign.
+std::string_view typedSign(std::string_view sign) noexcept {
+    if (sign == "\u00A0" || sign == "\u202F")
+        return " ";
+    return sign == "\u2019" ? "'" : sign;
+}
+
 bool startsWithNumber(std::string_view text) noexcept {
     if (text.starts_with('+') || text.starts_with('-'))
         text.remove_prefix(1);
@@ -58,6 +84,9 @@ std::optional<double> numericValue(std::string_view text) {
     if (text.starts_with("&H") || text.starts_with("&h"))
         return hexadecimalValue(text.substr(2));
     std::string number(text);
+    const std::string& groupSign = platform::locale().groupSign;
+    for (const std::string_view sign : {std::string_view(groupSign), typedSign(groupSign)})
+        removeGroupSigns(number, sign);
     if (const std::size_t sign = number.find(platform::locale().decimalSign);
         sign != std::string::npos)
         number[sign] = '.';
@@ -66,9 +95,17 @@ std::optional<double> numericValue(std::string_view text) {
     return leadingNumber(number);
 }
 
+Error unwritten(std::string_view section, std::string_view key, std::string_view file) {
+    std::string description = platform::toNativePath(platform::profilePath(file));
+    description.append(": [").append(section).append("] ").append(key).append(" cannot be written");
+    return {0, std::move(description)};
+}
+
 bool writeAndFlush(std::string_view section, std::string_view key, std::string_view value,
                    std::string_view file) {
     const bool written = platform::writePrivateProfileString(section, key, value, file);
+    if (!written)
+        reportUnsaved(platform::profilePath(file), unwritten(section, key, file), "WriteIniString");
     // Where the platform keeps settings files in memory this also writes them to disk.
     platform::writePrivateProfileString("0", std::nullopt, std::nullopt, file);
     return written;
@@ -87,7 +124,8 @@ std::optional<std::string_view> valueOfKey(std::string_view line, std::string_vi
 
 std::string ReadIniPath(std::string_view section, std::string_view key,
                         std::string_view defaultValue, std::string_view file, bool allowMissing) {
-    return PathFromText(readText<pathBufferSize>(section, key, defaultValue, file), allowMissing);
+    return PathFromText(pathOfSetting(readText<pathBufferSize>(section, key, defaultValue, file)),
+                        allowMissing);
 }
 
 std::int32_t ReadIniNumber(std::string_view section, std::string_view key,
@@ -117,6 +155,15 @@ bool WriteIniString(std::string_view section, std::string_view key, std::string_
 bool WriteIniNumber(std::string_view section, std::string_view key, std::int32_t number,
                     std::string_view file) {
     return writeAndFlush(section, key, std::to_string(number), file);
+}
+
+bool WriteIniPath(std::string_view section, std::string_view key, std::string_view path,
+                  std::string_view file) {
+    const std::string setting = settingOfPath(path);
+    if (setting.size() < pathBufferSize)
+        return writeAndFlush(section, key, setting, file);
+    reportUnsaved(platform::profilePath(file), unwritten(section, key, file), "WriteIniPath");
+    return false;
 }
 
 bool WriteIniBoolean(std::string_view section, std::string_view key, bool value,

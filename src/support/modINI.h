@@ -7,20 +7,22 @@
 #include <string_view>
 
 // Settings in INI files, by kind of value. Nothing here raises: what is missing or unreadable is
-// the default, and a writer tells whether the file now holds the value. A file name without "\"
-// lies in the Windows directory.
+// the default, and a writer tells whether the file now holds the value; one that failed has told
+// the log and the user (support/unsaved.h). A file name without "\" lies in the Windows directory.
 
 namespace ov::modINI {
 
 // The value, or `defaultValue`, with a trailing "\", up to 4095 bytes. Without `allowMissing`
-// empty when there is no such directory.
+// empty when there is no such directory. A value that begins with "file:///" is a path whose
+// bytes may be given by "%" and two hexadecimal digits.
 std::string ReadIniPath(std::string_view section, std::string_view key,
                         std::string_view defaultValue, std::string_view file, bool allowMissing);
 
-// The number at the start of the value, in the form of the user's country or with a decimal
-// point, rounded half to even and saturated; or "&H" and hexadecimal digits, where "&HFFFFFFFF" is
-// -1. When `minimum` and `maximum` differ, what is read is limited to them. A value without a
-// number is `defaultValue`, which is not limited.
+// The number at the start of the value, in the form of the user's country ("1.234,5", where
+// thousands are whole groups of three digits) or with a decimal point, rounded half to even and
+// saturated; or "&H" and hexadecimal digits, where "&HFFFFFFFF" is -1. When `minimum` and `maximum`
+// differ, what is read is limited to them. A value without a number is `defaultValue`, which is not
+// limited.
 std::int32_t ReadIniNumber(std::string_view section, std::string_view key,
                            std::int32_t defaultValue, std::int32_t minimum, std::int32_t maximum,
                            std::string_view file);
@@ -34,6 +36,10 @@ bool WriteIniString(std::string_view section, std::string_view key, std::string_
                     std::string_view file);
 bool WriteIniNumber(std::string_view section, std::string_view key, std::int32_t number,
                     std::string_view file);
+// What ReadIniPath() reads back byte for byte: a path that is no UTF-8, or that the file would
+// change, is written in its "file:///" form. False also for one that is too long to be read.
+bool WriteIniPath(std::string_view section, std::string_view key, std::string_view path,
+                  std::string_view file);
 // As "-1" or "0".
 bool WriteIniBoolean(std::string_view section, std::string_view key, bool value,
                      std::string_view file);

@@ -3,6 +3,8 @@
 
 #include "support/modLanguage.h"
 
+#include "support/english_texts.h"
+#include "support/language_file.h"
 #include "support/modUtil.h"
 #include "support/numbers.h"
 #include "support/resource_gateway.h"
@@ -10,9 +12,11 @@
 #include "support/text_ids.h"
 #include "support/version.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <optional>
+#include <utility>
 #include <vector>
 
 namespace ov::modLanguage {
@@ -26,6 +30,7 @@ constexpr std::int32_t firstHostText = 20000;
 constexpr std::int32_t lastText = 29999;
 
 constexpr std::int32_t german = 7;
+constexpr std::int32_t english = 9;
 
 using Arguments = std::span<const std::string_view>;
 
@@ -33,6 +38,7 @@ struct State {
     std::int32_t language = 0;
     std::int32_t subLanguage = 0;
     std::string controlFile; // empty: not loaded
+    bool toldOfStandardTexts = false;
 };
 
 State& state() {
@@ -48,12 +54,33 @@ std::string versionText() {
         .append(number.data(), static_cast<std::size_t>(length));
 }
 
+const LanguageFile& builtInTexts() {
+    static const LanguageFile texts = LanguageFile::parse(englishStandardTexts);
+    return texts;
+}
+
+// A file that lacks one of our own texts is no reason for a button without a caption.
+std::string standardText(std::int32_t number) {
+    std::string text = GetResText(number, hostStandardFile);
+    return text.empty() ? std::string(builtInTexts().find(number, english, 0).value_or("")) : text;
+}
+
+void tellOfMissingStandardTexts() {
+    const std::vector<std::int32_t> numbers = builtInTexts().numbers(english);
+    const bool complete = std::none_of(numbers.begin(), numbers.end(), [](std::int32_t number) {
+        return GetResText(number, hostStandardFile).empty();
+    });
+    const std::string text = GetText(text_id::standardTextsMissing, {hostStandardFile});
+    if (!complete && !text.empty() && !std::exchange(state().toldOfStandardTexts, true))
+        modUtil::Tell(text, platform::MessageIcon::exclamation);
+}
+
 std::string textWith(std::int32_t number, std::optional<Arguments> arguments) {
     if (number < 1 || number > lastText)
         return {};
     const std::string_view controlFile = state().controlFile;
     const std::string text =
-        GetResText(number, number >= firstHostText ? hostStandardFile : controlFile);
+        number >= firstHostText ? standardText(number) : GetResText(number, controlFile);
     return expandText(
         text, {.arguments = arguments,
                .text = [controlFile](std::int32_t other) { return GetResText(other, controlFile); },
@@ -81,7 +108,10 @@ bool LoadLanguageFile() {
         file = defaultControlFile;
     resource_gateway::forgetFiles();
     std::array<char, resourceBufferSize> buffer{};
-    return resource_gateway::GetResString(file, text_id::languageName, buffer, 0, 1) != -1;
+    if (resource_gateway::GetResString(file, text_id::languageName, buffer, 0, 1) == -1)
+        return false;
+    tellOfMissingStandardTexts();
+    return true;
 }
 
 void ShowLanguageLoadFailure() {

@@ -29,7 +29,8 @@ std::int32_t Language();
 std::int32_t SubLanguage();
 
 // Makes the control's own texts available; before the first call they are all empty. Reads the
-// language files anew. False when the control's file cannot be read.
+// language files anew. False when the control's file cannot be read. Tells the user once when the
+// host's standard file lacks texts that we need.
 bool LoadLanguageFile();
 
 // Tells the user that the control's language file cannot be loaded, in words of our own.
@@ -41,7 +42,8 @@ std::string GetResText(std::int32_t number, std::string_view fileName);
 constexpr std::size_t resourceBufferSize = 8192;
 
 // The text of that number: 1 to 19999 from the control's file, 20000 to 29999 from the host's
-// standard file, empty for any other. Without a list of arguments their places stay as they are.
+// standard file, empty for any other. English texts of our own stand in for what the standard file
+// lacks. Without a list of arguments their places stay as they are.
 // With one, a place whose argument the list does not have ends the expansion: from there on only
 // line breaks are still put in.
 std::string GetText(std::int32_t number);

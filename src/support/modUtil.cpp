@@ -18,10 +18,14 @@ State& state() {
     return threadState;
 }
 
-platform::MessageAnswer show(platform::MessageBox box) {
+platform::MessageBox titled(platform::MessageBox box) {
     if (box.title.empty())
         box.title = state().title.empty() ? "OVSearch" : state().title;
-    return platform::userInterface().showMessage(box);
+    return box;
+}
+
+platform::MessageAnswer show(platform::MessageBox box) {
+    return platform::userInterface().showMessage(titled(std::move(box)));
 }
 
 } // namespace
@@ -32,6 +36,10 @@ void SetMessageTitle(std::string title) {
 
 void ShowMessage(std::string text, platform::MessageIcon icon, std::string title, void* owner) {
     show({.text = std::move(text), .title = std::move(title), .icon = icon, .owner = owner});
+}
+
+void Tell(std::string text, platform::MessageIcon icon) {
+    platform::userInterface().tell(titled({.text = std::move(text), .title = {}, .icon = icon}));
 }
 
 bool AskYesNo(std::string text, std::string title, void* owner) {

@@ -107,13 +107,14 @@ bool Expansion::fillPlace() {
 
 bool Expansion::fillReference(std::string_view name) {
     if (platform::upperCase(name) == "VERSION") {
-        putHere(sources_.version());
+        putHere(sources_.version ? sources_.version() : std::string());
         return true;
     }
     const auto number = integerOf(name);
     if (number && !std::in_range<std::int32_t>(*number))
         return false;
-    putHere(number ? sources_.text(static_cast<std::int32_t>(*number)) : std::string());
+    putHere(number && sources_.text ? sources_.text(static_cast<std::int32_t>(*number))
+                                    : std::string());
     return true;
 }
 

@@ -13,6 +13,7 @@
 
 namespace ov {
 
+// A source that is not set gives the empty text.
 struct TextSources {
     // Empty: there is no list, and its places stay as they are.
     std::optional<std::span<const std::string_view>> arguments;

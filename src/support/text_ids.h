@@ -85,6 +85,10 @@ constexpr std::int32_t menuColumns = 1208;
 constexpr std::int32_t tooManyRows = 1210;       // %1%: how many can be copied
 constexpr std::int32_t anotherSearchRuns = 1220; // in another control
 
+// What is told at any time
+constexpr std::int32_t settingsUnsaved = 1260;      // %1%: the file
+constexpr std::int32_t standardTextsMissing = 1261; // %1%: the file
+
 // The criterion editor
 constexpr std::int32_t newCriterionTitle = 4001;
 constexpr std::int32_t editCriterionTitle = 4002;

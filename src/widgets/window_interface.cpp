@@ -9,6 +9,8 @@
 #include <QApplication>
 #include <QMessageBox>
 #include <QPushButton>
+#include <algorithm>
+#include <memory>
 
 namespace ov::widgets {
 
@@ -33,6 +35,16 @@ QPushButton* addButton(QMessageBox& window, QMessageBox::StandardButton button,
     if (const QString caption = text(textId); !caption.isEmpty())
         added->setText(caption);
     return added;
+}
+
+void furnish(QMessageBox& window, const platform::MessageBox& box) {
+    window.setObjectName(QStringLiteral("MessageBox"));
+    window.setIcon(iconOf(box.icon));
+    window.setWindowTitle(toQt(box.title));
+    window.setTextFormat(Qt::PlainText); // a file may be named like markup
+    window.setText(toQt(box.text).replace(QLatin1String("\r\n"), QLatin1String("\n")));
+    if (box.owner == nullptr)
+        window.setWindowFlag(Qt::WindowStaysOnTopHint);
 }
 
 } // namespace
@@ -78,18 +90,31 @@ platform::MessageAnswer WindowInterface::askYesNo(QMessageBox& window,
 
 platform::MessageAnswer WindowInterface::showMessage(const platform::MessageBox& box) {
     QMessageBox window(static_cast<QWidget*>(box.owner));
-    window.setObjectName(QStringLiteral("MessageBox"));
-    window.setIcon(iconOf(box.icon));
-    window.setWindowTitle(toQt(box.title));
-    window.setTextFormat(Qt::PlainText); // a file may be named like markup
-    window.setText(toQt(box.text).replace(QLatin1String("\r\n"), QLatin1String("\n")));
-    if (box.owner == nullptr)
-        window.setWindowFlag(Qt::WindowStaysOnTopHint);
+    furnish(window, box);
     if (box.buttons == platform::MessageButtons::yesNo)
         return askYesNo(window, box.defaultAnswer);
     addButton(window, QMessageBox::Ok, text_id::ok);
     run(window);
     return platform::MessageAnswer::ok;
+}
+
+void WindowInterface::tell(const platform::MessageBox& box) {
+    const QString name = QStringLiteral("Notice");
+    auto window = std::make_unique<QMessageBox>(static_cast<QWidget*>(box.owner));
+    furnish(*window, box);
+    window->setObjectName(name);
+    const QWidgetList open = QApplication::topLevelWidgets();
+    if (std::any_of(open.begin(), open.end(), [&](const QWidget* other) {
+            const auto* notice = qobject_cast<const QMessageBox*>(other);
+            return notice != nullptr && notice->isVisible() && notice->objectName() == name &&
+                   notice->text() == window->text();
+        }))
+        return;
+    addButton(*window, QMessageBox::Ok, text_id::ok);
+    window->setAttribute(Qt::WA_DeleteOnClose);
+    window->setAttribute(Qt::WA_QuitOnClose, false);
+    window->setModal(false);
+    window.release()->show();
 }
 
 void WindowInterface::processMessages() {

@@ -25,6 +25,8 @@ public:
 
     // The owner of a box is a QWidget*; a box without one stays above all windows.
     platform::MessageAnswer showMessage(const platform::MessageBox& box) override;
+    // One that is open already with the same text is not shown again.
+    void tell(const platform::MessageBox& box) override;
     void processMessages() override;
     void beep() override;
 

@@ -10,6 +10,7 @@
 #include <QEvent>
 #include <QLabel>
 #include <QMenu>
+#include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPointer>
 #include <QProgressBar>
@@ -146,6 +147,7 @@ public:
             {u"recent-folder"_s, &ScriptedControl::openRecentFolder},
             {u"progress"_s, &ScriptedControl::showProgress},
             {u"log"_s, &ScriptedControl::showLog},
+            {u"boxes"_s, &ScriptedControl::showBoxes},
             {u"search"_s, &ScriptedControl::startSearch}};
         for (const QString& step : steps())
             if (const auto found = known.find(step); found != known.end())
@@ -175,6 +177,12 @@ private:
         print("PI_GetDirectory=" + call("PI_GetDirectory"));
     }
 
+    // What a menu starts comes out of the event loop.
+    static void choose(QAction& action) {
+        action.trigger();
+        QCoreApplication::processEvents();
+    }
+
     void hearEvents() {
         const auto source = form_->EventSource();
         PrintingSink first("first");
@@ -184,11 +192,24 @@ private:
             source->subscribe(*sink);
         first.then = [&] { source->unsubscribe(second); };
         for (const auto& name : {u"actionGerman"_s, u"actionEnglish"_s}) {
-            hostWidget<QAction>(name)->trigger();
+            choose(*hostWidget<QAction>(name));
             print("language=" + call("PI_GetLanguage"));
         }
         source->unsubscribe(first);
         source->unsubscribe(third);
+    }
+
+    // NOLINTNEXTLINE(readability-convert-member-functions-to-static): one of a table of members
+    void showBoxes() {
+        QStringList texts;
+        waitUntil([&] {
+            for (const QWidget* window : QApplication::topLevelWidgets())
+                if (const auto* box = qobject_cast<const QMessageBox*>(window);
+                    box != nullptr && box->isVisible())
+                    texts += box->text().section(u'\n', 0, 0);
+            return !texts.isEmpty();
+        });
+        print(texts.join(u';').toStdString());
     }
 
     void failInEvent() {
@@ -198,7 +219,7 @@ private:
         failing.then = [] { throw HostError(5, "refused"); };
         source->subscribe(failing);
         source->subscribe(last);
-        hostWidget<QAction>(u"actionGerman"_s)->trigger();
+        choose(*hostWidget<QAction>(u"actionGerman"_s));
         source->unsubscribe(failing);
         source->unsubscribe(last);
     }
@@ -212,8 +233,7 @@ private:
         emit qobject_cast<QMenu*>(recent->parent())->aboutToShow();
         QList<QAction*> folders = recent->actions();
         folders.removeIf([](QAction* action) { return !action->text().startsWith(u'/'); });
-        folders.constLast()->trigger();
-        QCoreApplication::processEvents();
+        choose(*folders.constLast());
         source->unsubscribe(sink);
     }
 

@@ -4,6 +4,7 @@
 #include "control/ctrlOVSearch.h"
 #include "dialogs/frmCriteria.h"
 #include "dictation/tree_scan.h"
+#include "support/unsaved.h"
 #include "tests/environment.h"
 #include "tests/scripted_media.h"
 #include "tests/wave_files.h"
@@ -13,6 +14,7 @@
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMessageBox>
 #include <QMimeData>
 #include <QPushButton>
 #include <QRadioButton>
@@ -393,6 +395,34 @@ TEST_F(Control, EndsItsBoxesAndMakesRoomForTheNext) {
                    QTest::keyClick(&box, Qt::Key_Return); // No is the default
                });
     EXPECT_EQ(label(), "Search result");
+}
+
+TEST_F(Control, TellsOnceThatSettingsCannotBeKept) {
+    const auto notices = [] {
+        QList<QMessageBox*> found;
+        for (QWidget* window : QApplication::topLevelWidgets())
+            if (auto* box = qobject_cast<QMessageBox*>(window); box != nullptr && box->isVisible())
+                found.append(box);
+        return found;
+    };
+    std::filesystem::create_directory(folder() / "local.ini");
+    openControl();
+    ASSERT_EQ(notices().size(), 1);
+    EXPECT_TRUE(notices().front()->text().startsWith(
+        QStringLiteral("The settings cannot be saved: %1\n")
+            .arg(QString::fromStdString((folder() / "local.ini").native()))));
+    EXPECT_FALSE(notices().front()->isModal()) << "nobody waits for it";
+    const auto choose = [this](const char* option) {
+        QTest::mouseClick(&widget<QRadioButton>(option), Qt::LeftButton);
+    };
+    choose("optCriteriaCompare(0)");
+    EXPECT_TRUE(user->boxes.empty());
+    user = nullptr;
+    resetUnsaved();
+    choose("optCriteriaCompare(1)");
+    ASSERT_EQ(notices().size(), 1) << "it is there already";
+    QTest::keyClick(notices().front(), Qt::Key_Return);
+    EXPECT_TRUE(notices().isEmpty());
 }
 
 TEST_F(Control, KeepsTheKeyboardWhereItWas) {

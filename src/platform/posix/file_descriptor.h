@@ -3,10 +3,12 @@
 
 #pragma once
 
+#include "platform/file_access.h"
 #include "platform/status.h"
 
 #include <string>
 #include <string_view>
+#include <sys/types.h>
 #include <unistd.h>
 #include <utility>
 
@@ -45,6 +47,11 @@ private:
 
 // The whole content; false with errno set.
 bool writeAll(int handle, std::string_view content);
+
+// What open() and mkdir() are asked for, of which the umask takes away.
+constexpr mode_t modeFor(Access access, mode_t everybody) noexcept {
+    return access == Access::ownerOnly ? everybody & 0700U : everybody;
+}
 
 // errno as a Status: "<path>: <reason>".
 Status systemError(std::string_view nativePath);

@@ -152,7 +152,7 @@ private:
 FileReplacement::FileReplacement() = default;
 FileReplacement::~FileReplacement() = default;
 
-Status FileReplacement::open(std::string_view path) {
+Status FileReplacement::open(std::string_view path, Access access) {
     target_ = linkTarget(toNativePath(path));
     struct stat old {};
     const bool exists = stat(target_.c_str(), &old) == 0;
@@ -160,7 +160,7 @@ Status FileReplacement::open(std::string_view path) {
         return systemError(target_);
     const std::string directory = directoryOf(target_);
     removeAbandonedFiles(directory);
-    file_ = std::make_unique<TemporaryFile>(directory, exists ? 0600 : 0666);
+    file_ = std::make_unique<TemporaryFile>(directory, exists ? 0600 : modeFor(access, 0666));
     if (!file_->valid() || (exists && !file_->takeRightsOf(old)))
         return systemError(target_);
     return {};

@@ -91,9 +91,9 @@ bool directoryExists(std::string_view path) {
     return fileKind(path) == FileKind::directory;
 }
 
-Status createDirectory(std::string_view path) {
+Status createDirectory(std::string_view path, Access access) {
     const std::string native = toNativePath(path);
-    if (mkdir(native.c_str(), 0777) != 0)
+    if (mkdir(native.c_str(), modeFor(access, 0777)) != 0)
         return systemError(native);
     return {};
 }
@@ -124,18 +124,18 @@ Status readFile(std::string_view path, std::string& content, std::uint64_t limit
     return systemError(native);
 }
 
-Status replaceFile(std::string_view path, std::string_view content) {
+Status replaceFile(std::string_view path, std::string_view content, Access access) {
     FileReplacement file;
-    Status status = file.open(path);
+    Status status = file.open(path, access);
     if (status.ok())
         status = file.write(content);
     return status.ok() ? file.commit() : status;
 }
 
-Status appendToFile(std::string_view path, std::string_view content) {
+Status appendToFile(std::string_view path, std::string_view content, Access access) {
     const std::string native = toNativePath(path);
     constexpr int flags = O_WRONLY | O_APPEND | O_CREAT | O_NONBLOCK | O_CLOEXEC;
-    const FileDescriptor file(open(native.c_str(), flags, 0666));
+    const FileDescriptor file(open(native.c_str(), flags, modeFor(access, 0666)));
     if (!file.valid() || !writeAll(file.get(), content))
         return systemError(native);
     return {};

@@ -17,7 +17,9 @@ std::string environmentLocale(const char* category) {
 
 Locale processLocale() {
     Locale result = localeNamed(environmentLocale("LC_TIME"));
-    result.decimalSign = localeNamed(environmentLocale("LC_NUMERIC")).decimalSign;
+    const Locale numeric = localeNamed(environmentLocale("LC_NUMERIC"));
+    result.decimalSign = numeric.decimalSign;
+    result.groupSign = numeric.groupSign;
     return result;
 }
 

@@ -17,11 +17,12 @@ namespace ov::platform {
 
 namespace {
 
-// A default's trailing blanks are lost, but never its first character.
-std::string_view withoutTrailingBlanks(std::string_view fallback) noexcept {
+// A default's trailing blanks are lost, but never its first character; then it is treated like a
+// value.
+std::string_view readDefault(std::string_view fallback) noexcept {
     while (fallback.size() > 1 && fallback.back() == ' ')
         fallback.remove_suffix(1);
-    return fallback;
+    return withoutQuotes(fallback);
 }
 
 std::size_t copyText(std::string_view text, std::span<char> buffer) noexcept {
@@ -64,6 +65,15 @@ ProfileEdit edit(std::string& content, std::string_view section,
                  : removeProfileKey(content, section, *key);
 }
 
+ProfileEdit readAndEdit(const std::string& path, std::string_view section,
+                        std::optional<std::string_view> key, std::optional<std::string_view> value,
+                        std::string& content) {
+    const Status read = readFile(path, content, profileSizeLimit);
+    if (!read.ok() && read.number() != ENOENT)
+        return ProfileEdit::refused;
+    return edit(content, section, key, value);
+}
+
 } // namespace
 
 std::size_t getPrivateProfileString(std::optional<std::string_view> section,
@@ -74,7 +84,7 @@ std::size_t getPrivateProfileString(std::optional<std::string_view> section,
     static_cast<void>(readFile(profilePath(file), content, profileSizeLimit));
     if (!section)
         return copyList(profileSections(content), buffer);
-    const std::string_view missing = withoutTrailingBlanks(fallback.value_or(""));
+    const std::string_view missing = readDefault(fallback.value_or(""));
     if (!key)
         return copyKeys(profileKeys(content, *section), missing, buffer);
     const auto value = profileValue(content, *section, *key);
@@ -87,17 +97,17 @@ bool writePrivateProfileString(std::optional<std::string_view> section,
     const std::string path = profilePath(file);
     if (!section || path.empty())
         return false;
-    const ProfileLock lock(toNativePath(path));
-    if (!lock.mayGoOn())
-        return false;
     std::string content;
-    const Status read = readFile(path, content, profileSizeLimit);
-    if (!read.ok() && read.number() != ENOENT)
-        return false;
-    const ProfileEdit result = edit(content, *section, key, value);
-    if (result != ProfileEdit::changed)
-        return result == ProfileEdit::unchanged;
-    return replaceFile(path, content).ok();
+    ProfileEdit result = readAndEdit(path, *section, key, value, content);
+    if (result == ProfileEdit::changed) { // nobody waits for what stands already
+        const ProfileLock lock(toNativePath(path));
+        if (!lock.mayGoOn())
+            return false;
+        result = readAndEdit(path, *section, key, value, content);
+        if (result == ProfileEdit::changed)
+            return replaceFile(path, content, Access::ownerOnly).ok();
+    }
+    return result == ProfileEdit::unchanged;
 }
 
 std::string windowsDirectory() {

@@ -13,20 +13,23 @@ namespace ov::platform {
 // would be left behind.
 class ProfileLock {
 public:
-    // Waits up to three seconds for another writer. `nativeFile` need not exist; for a link the
-    // directory that the link leads to is locked.
+    // Waits up to a second for other writers, in the system's own queue: who asks now and then
+    // starves among many. After a wait in which no file of the directory was replaced this thread
+    // does not wait for it again until it was free, so that a row of settings holds a window up
+    // once. `nativeFile` need not exist; for a link the directory that the link leads to is
+    // locked.
     explicit ProfileLock(const std::string& nativeFile);
     ~ProfileLock();
     ProfileLock(const ProfileLock&) = delete;
     ProfileLock& operator=(const ProfileLock&) = delete;
 
-    // False when there is no such directory or somebody else kept the lock too long. True also
-    // where the file system or the rights on the directory do not allow locking.
+    // False when there is no such directory or somebody else keeps the lock. True also where the
+    // file system or the rights on the directory do not allow locking.
     bool mayGoOn() const noexcept { return mayGoOn_; }
 
 private:
     FileDescriptor directory_;
-    bool mayGoOn_;
+    bool mayGoOn_ = false;
 };
 
 } // namespace ov::platform

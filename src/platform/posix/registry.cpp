@@ -38,6 +38,30 @@ void setShellFolder(RegistryTree& tree, RegistryKeyData& hive, std::string_view 
         setRegistryText(*makeRegistryKey(tree, hive, shellFoldersKey), name, folder);
 }
 
+// What `key` itself has stays.
+void addMissing(RegistryKeyData& key, const RegistryKeyData& from) {
+    key.values.insert(from.values.begin(), from.values.end());
+    for (const auto& [upperName, subkey] : from.subkeys) {
+        std::unique_ptr<RegistryKeyData>& own = key.subkeys[upperName];
+        if (!own) {
+            own = std::make_unique<RegistryKeyData>();
+            own->name = subkey->name;
+            own->order = subkey->order;
+        }
+        if (own.get() != &from)
+            addMissing(*own, *subkey);
+    }
+}
+
+// 64-bit systems keep the keys of 32-bit programs, as the host is one, in a place of their own;
+// there we look second.
+void addRedirectedKeys(RegistryKeyData& localMachine) {
+    const auto software = localMachine.subkeys.find("SOFTWARE");
+    const auto* redirected = findRegistryKey(localMachine, R"(Software\WOW6432Node)");
+    if (redirected != nullptr)
+        addMissing(*software->second, *redirected);
+}
+
 std::shared_ptr<const RegistryTree> readTree() {
     auto tree = std::make_shared<RegistryTree>();
     const std::string common = systemConfigFolder();
@@ -45,6 +69,7 @@ std::shared_ptr<const RegistryTree> readTree() {
     setShellFolder(*tree, tree->localMachine, "Common AppData", common);
     importFile(common.empty() ? common : common + "Orvanta\\", *tree);
     importFile(perUserFolder(), *tree);
+    addRedirectedKeys(tree->localMachine);
     return tree;
 }
 

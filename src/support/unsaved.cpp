@@ -1,0 +1,43 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#include "support/unsaved.h"
+
+#include "platform/files.h"
+#include "support/modLanguage.h"
+#include "support/modUtil.h"
+#include "support/text_ids.h"
+
+#include <functional>
+#include <set>
+#include <string>
+
+namespace ov {
+
+namespace {
+
+struct State {
+    std::set<std::string, std::less<>> told; // the files
+};
+
+State& state() {
+    thread_local State threadState;
+    return threadState;
+}
+
+} // namespace
+
+void reportUnsaved(std::string_view file, const Error& error, std::string_view procedure) {
+    WriteErrorLog(error, procedure);
+    const std::string text =
+        modLanguage::GetText(text_id::settingsUnsaved, {platform::toNativePath(file)});
+    // Without a language nothing has been shown yet that the user could have set.
+    if (!text.empty() && state().told.emplace(file).second)
+        modUtil::Tell(text, platform::MessageIcon::exclamation);
+}
+
+void resetUnsaved() {
+    state() = {};
+}
+
+} // namespace ov
