@@ -358,7 +358,8 @@ TEST(ResultOrder, OfManyRows) {
         for (std::size_t i = 0; i < count; ++i) {
             values.push_back(dice() % 600 + 100);
             const std::string digits = std::to_string(values.back());
-            list.add("\\s\\", "2$@@6$" + digits + "$00$00@@12$" + digits + ".WAV");
+            std::string name = "2$@@6$";
+            list.add("\\s\\", name.append(digits).append("$00$00@@12$").append(digits) + ".WAV");
         }
         std::vector<std::int32_t> expected(count);
         std::iota(expected.begin(), expected.end(), 1);
