@@ -14,9 +14,11 @@ namespace {
 TEST(UserInterface, BuiltInOneAnswersWithTheDefault) {
     for (const auto answer : {MessageAnswer::no, MessageAnswer::yes}) {
         ::testing::internal::CaptureStderr();
-        EXPECT_EQ(userInterface().showMessage(
-                      {.text = "Really?", .title = "Title", .defaultAnswer = answer}),
-                  answer);
+        MessageBox box;
+        box.text = "Really?";
+        box.title = "Title";
+        box.defaultAnswer = answer;
+        EXPECT_EQ(userInterface().showMessage(box), answer);
         EXPECT_EQ(::testing::internal::GetCapturedStderr(), "Title: Really?\n");
     }
     userInterface().processMessages();

@@ -34,7 +34,7 @@ std::optional<Format> readFormat(const std::string& file) {
 bool mayWrite(const std::string& path, bool force) {
     if (force || platform::fileKind(path) != platform::FileKind::file)
         return true;
-    complain(platform::toNativePath(path) + ": exists already; --force replaces it");
+    complain(platform::toNativePath(path) + ": already exists; --force replaces it");
     return false;
 }
 

@@ -9,13 +9,13 @@
 #include "dialogs/frmSearchResultColumns.h"
 #include "platform/files.h"
 #include "platform/user_interface.h"
-#include "support/modLanguage.h"
 #include "support/modUtil.h"
 #include "support/text_ids.h"
 #include "widgets/text.h"
 
 #include <QMenu>
 #include <QScopedValueRollback>
+#include <utility>
 
 namespace ov {
 
@@ -134,8 +134,7 @@ void ctrlOVSearch::stopSearch() {
 // The menu of the button.
 void ctrlOVSearch::exportResults() {
     if (view_.lvSearchResult->isEmpty()) {
-        modUtil::ShowMessage(modLanguage::GetText(text_id::nothingToPrint),
-                             platform::MessageIcon::information, {}, this);
+        modUtil::ShowMessage(text_id::nothingToPrint, platform::MessageIcon::information, {}, this);
         return;
     }
     auto* menu = new QMenu(this);
@@ -153,8 +152,7 @@ void ctrlOVSearch::exportResults() {
 void ctrlOVSearch::exportRows(exporting::print::Command what, bool selectedOnly) {
     const ResultList& list = *view_.lvSearchResult;
     if (list.isEmpty()) {
-        modUtil::ShowMessage(modLanguage::GetText(text_id::nothingToPrint),
-                             platform::MessageIcon::information, {}, this);
+        modUtil::ShowMessage(text_id::nothingToPrint, platform::MessageIcon::information, {}, this);
         return;
     }
     exporting::Document document = exporting::describe(searched_);
@@ -188,8 +186,7 @@ void ctrlOVSearch::showLog() const {
 
 void ctrlOVSearch::copyRows(const std::function<void(const std::function<bool()>&)>& copy) {
     if (view_.lvSearchResult->selectedRowCount() > ResultList::mostCopiedRows) {
-        modUtil::ShowMessage(modLanguage::GetText(text_id::tooManyRows,
-                                                  {std::to_string(ResultList::mostCopiedRows)}),
+        modUtil::ShowMessage({text_id::tooManyRows, {std::to_string(ResultList::mostCopiedRows)}},
                              platform::MessageIcon::information, {}, this);
         return;
     }
@@ -214,9 +211,9 @@ void ctrlOVSearch::addCriterion() {
         return;
     const bool isNew = view_.lvSearchCriteria->addOnce(*made);
     saveCriteria();
-    if (!isNew)
-        modUtil::ShowMessage(modLanguage::GetText(text_id::duplicateCriterion),
-                             platform::MessageIcon::information, {}, this);
+    if (!isNew && !terminating_)
+        modUtil::ShowMessage(text_id::duplicateCriterion, platform::MessageIcon::information, {},
+                             this);
 }
 
 void ctrlOVSearch::editCriterion() {
@@ -227,9 +224,9 @@ void ctrlOVSearch::editCriterion() {
         return;
     const bool isNew = view_.lvSearchCriteria->replaceSelected(*changed);
     saveCriteria();
-    if (!isNew)
-        modUtil::ShowMessage(modLanguage::GetText(text_id::duplicateCriterion),
-                             platform::MessageIcon::information, {}, this);
+    if (!isNew && !terminating_)
+        modUtil::ShowMessage(text_id::duplicateCriterion, platform::MessageIcon::information, {},
+                             this);
 }
 
 void ctrlOVSearch::deleteCriterion() {
@@ -237,9 +234,14 @@ void ctrlOVSearch::deleteCriterion() {
     saveCriteria();
 }
 
-// After every change, not only at the end: the host may crash.
+// After every change, not only at the end: the host may crash. That it cannot be done is told once.
 void ctrlOVSearch::saveCriteria() {
-    criteriaFile_.save(view_.lvSearchCriteria->criteria());
+    const platform::Status saved = criteriaFile_.save(view_.lvSearchCriteria->criteria());
+    if (saved.ok() || std::exchange(toldUnsaved_, true))
+        return;
+    WriteErrorLog(saved, "SaveCriteria");
+    modUtil::ShowMessage({text_id::criteriaNotSaved, {saved.description()}},
+                         platform::MessageIcon::exclamation, {}, this);
 }
 
 void ctrlOVSearch::compareChanged() {

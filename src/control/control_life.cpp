@@ -84,7 +84,7 @@ void ctrlOVSearch::UserControl_Terminate() {
     windowInterface_->closeBoxes(this);
     endPlayer();
     if (built_) {
-        saveCriteria();
+        static_cast<void>(criteriaFile_.save(view_.lvSearchCriteria->criteria()));
         view_.lvSearchResult->saveSettings();
         if (shareMoved_)
             settings_.setCriteriaShare(view_.criteriaShare());

@@ -31,45 +31,47 @@ std::vector<std::string> CriteriaFile::load() {
     }
     modDictation::CriteriaLines lines = modDictation::readCriteriaLines(content);
     if (lines.skipped > 0)
-        keepUnreadable(content);
+        if (const platform::Status kept = keepUnreadable(content); !kept.ok())
+            WriteErrorLog(kept, "LoadCriteria");
     return std::move(lines.criteria);
 }
 
 // Each content once, however often it is met.
-void CriteriaFile::keepUnreadable(const std::string& content) const {
+platform::Status CriteriaFile::keepUnreadable(const std::string& content) const {
     std::string kept;
     if (platform::readFile(path(backupName), kept).ok() && kept.find(content) != std::string::npos)
-        return;
-    const platform::Status written =
-        platform::appendToFile(path(backupName), content, platform::Access::ownerOnly);
-    if (!written.ok())
-        WriteErrorLog(written, "LoadCriteria");
+        return {};
+    return platform::appendToFile(path(backupName), content, platform::Access::ownerOnly);
 }
 
 // A file that could not be read may hold criteria that nobody has seen: only when it can be read
 // by now, and was kept, it gives way.
-bool CriteriaFile::mayReplace() {
+platform::Status CriteriaFile::keepWhatWasNotRead() {
+    if (!unreadable_)
+        return {};
     std::string content;
-    if (unreadable_ && platform::fileExists(path(fileName))) {
-        if (!platform::readFile(path(fileName), content).ok())
-            return false;
-        keepUnreadable(content);
+    platform::Status kept;
+    if (platform::fileExists(path(fileName))) {
+        kept = platform::readFile(path(fileName), content);
+        if (kept.ok())
+            kept = keepUnreadable(content);
     }
-    unreadable_ = false;
-    return true;
+    unreadable_ = !kept.ok();
+    return kept;
 }
 
-void CriteriaFile::save(std::span<const std::string> criteria) {
-    if (directory_.empty() || !mayReplace())
-        return;
+platform::Status CriteriaFile::save(std::span<const std::string> criteria) {
+    if (directory_.empty())
+        return {};
+    if (platform::Status kept = keepWhatWasNotRead(); !kept.ok())
+        return kept;
     std::string content;
     for (const std::string& line : criteria)
         content.append(line).append("\r\n");
     if (!content.empty())
-        static_cast<void>(
-            platform::replaceFile(path(fileName), content, platform::Access::ownerOnly));
-    else if (platform::fileExists(path(fileName)))
-        static_cast<void>(platform::removeFile(path(fileName)));
+        return platform::replaceFile(path(fileName), content, platform::Access::ownerOnly);
+    return platform::fileExists(path(fileName)) ? platform::removeFile(path(fileName))
+                                                : platform::Status();
 }
 
 } // namespace ov

@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "platform/status.h"
+
 #include <span>
 #include <string>
 #include <utility>
@@ -24,14 +26,14 @@ public:
     std::vector<std::string> load();
 
     // Replaces the file, or removes it when there are no criteria. A failure leaves what was
-    // there and is not reported: the control is going away. A file that load() could not read is
-    // kept in the backup first, and left alone while it cannot be read.
-    void save(std::span<const std::string> criteria);
+    // there. A file that load() could not read is kept in the backup first, and left alone while
+    // it cannot be read.
+    platform::Status save(std::span<const std::string> criteria);
 
 private:
     std::string path(const char* name) const { return directory_ + name; }
-    bool mayReplace();
-    void keepUnreadable(const std::string& content) const;
+    platform::Status keepWhatWasNotRead();
+    platform::Status keepUnreadable(const std::string& content) const;
 
     std::string directory_;
     bool unreadable_ = false;

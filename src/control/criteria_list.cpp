@@ -150,7 +150,8 @@ void CriteriaList::contextMenuEvent(QContextMenuEvent* event) {
     menu->setAttribute(Qt::WA_DeleteOnClose);
     const auto addAction = [&](const char* iconName, std::int32_t textId, const QKeySequence& key,
                                void (CriteriaList::*request)(), bool enabled) {
-        QAction* action = menu->addAction(widgets::icon(iconName), text(textId));
+        QAction* action = menu->addAction(widgets::icon(iconName), QString());
+        widgets::setCaption(*action, textId);
         action->setShortcut(key);
         action->setShortcutContext(Qt::WidgetShortcut); // shown; the list handles the key
         action->setEnabled(enabled);

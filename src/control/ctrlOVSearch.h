@@ -136,6 +136,7 @@ private:
     bool terminating_ = false;
     bool built_ = false;
     bool shown_ = false;
+    bool toldUnsaved_ = false;   // that the criteria cannot be saved
     bool shareMoved_ = false;    // the user moved the line between the halves
     bool stopRequested_ = false; // by Esc or the stop button
     int frames_ = 0;

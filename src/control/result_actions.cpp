@@ -8,6 +8,7 @@
 #include "platform/user_interface.h"
 #include "support/modFilePath.h"
 #include "support/text_ids.h"
+#include "widgets/captions.h"
 #include "widgets/icons.h"
 #include "widgets/text.h"
 
@@ -87,7 +88,8 @@ QMenu* ResultList::buildMenu() {
     const bool any = selectionModel()->hasSelection();
     const auto add = [&](const char* iconName, std::int32_t textId, const QKeySequence& key,
                          bool enabled, auto action) {
-        QAction* entry = menu->addAction(widgets::icon(iconName), widgets::text(textId));
+        QAction* entry = menu->addAction(widgets::icon(iconName), QString());
+        widgets::setCaption(*entry, textId);
         entry->setShortcut(key);
         entry->setShortcutContext(Qt::WidgetShortcut); // shown; the list handles the key
         entry->setEnabled(enabled);

@@ -11,6 +11,7 @@
 #include "support/text_ids.h"
 #include "widgets/text.h"
 
+#include <QPointer>
 #include <QScopedValueRollback>
 #include <QTimer>
 #include <string_view>
@@ -26,31 +27,30 @@ constexpr std::int32_t maximumHits = 999999;
 // Fewer rows are filled before a progress display could be seen.
 constexpr std::int32_t mostHitsWithoutProgress = 25;
 
-std::string groupedNumber(std::int32_t number) {
-    return widgets::toUtf8(widgets::languageLocale().toString(number));
+std::string groupedNumber(std::int64_t number) {
+    return widgets::toUtf8(widgets::languageLocale().toString(static_cast<qlonglong>(number)));
 }
 
-// Counts the hits in the host's progress display while the walk goes on. A timer, since the walk
-// has no time for it.
+// Counts the hits above the list while the walk goes on. A timer, since the walk has no time for
+// it.
 class LiveCount {
 public:
-    explicit LiveCount(const modDictation::DictationList& hits) : hits_(hits) {
+    LiveCount(const modDictation::DictationList& hits, QLabel& label) : label_(&label) {
         constexpr int interval = 100;
-        QObject::connect(&timer_, &QTimer::timeout, [this] { tell(); });
+        QObject::connect(&timer_, &QTimer::timeout, &label, [&hits, &label] {
+            label.setText(widgets::text(text_id::foundSoFar, {groupedNumber(hits.size())}));
+        });
         timer_.start(interval);
     }
+    ~LiveCount() {
+        if (label_)
+            label_->setText(widgets::text(text_id::resultLabel, {""}));
+    }
+    LiveCount(const LiveCount&) = delete;
+    LiveCount& operator=(const LiveCount&) = delete;
 
 private:
-    // What the host throws must not pass through the event loop; the walk meets it by itself.
-    void tell() const {
-        try {
-            modOVPlugIn::ProgressText(GetText(text_id::foundSoFar, {groupedNumber(hits_.size())}));
-        } catch (...) {
-            modDictation::requestSearchAbort();
-        }
-    }
-
-    const modDictation::DictationList& hits_;
+    QPointer<QLabel> label_; // the host may destroy the window in the middle of a search
     QTimer timer_;
 };
 
@@ -58,19 +58,6 @@ private:
 std::string countText(std::int32_t hitCount) {
     return " (" + std::to_string(hitCount) + " " +
            GetText(hitCount == 1 ? text_id::dictation : text_id::dictations) + ")";
-}
-
-// What the search left out or did not reach; empty when nothing.
-QString noticeText(const modDictation::ScanReport& report) {
-    QStringList sentences;
-    if (report.stopped)
-        sentences << widgets::text(text_id::searchStopped);
-    if (report.rootVanished)
-        sentences << widgets::text(text_id::storeVanished);
-    else if (report.foldersUnreadable > 0)
-        sentences << widgets::text(text_id::directoriesSkipped,
-                                   {std::to_string(report.foldersUnreadable)});
-    return sentences.join(QLatin1Char(' '));
 }
 
 // Searches share the state of their thread: only one is on the stack at a time, whichever
@@ -82,10 +69,26 @@ bool& searchOnThread() {
 
 } // namespace
 
+QString noticeText(const modDictation::ScanReport& report) {
+    QStringList sentences;
+    if (report.stopped)
+        sentences << widgets::text(text_id::searchStopped);
+    if (report.limitReached)
+        sentences << widgets::text(text_id::hitLimitReached, {groupedNumber(maximumHits)});
+    if (report.rootVanished)
+        sentences << widgets::text(text_id::storeVanished);
+    else if (report.foldersUnreadable > 0)
+        sentences << widgets::text(text_id::directoriesSkipped,
+                                   {groupedNumber(report.foldersUnreadable)});
+    if (report.namesSkipped > 0)
+        sentences << widgets::text(text_id::namesSkipped, {groupedNumber(report.namesSkipped)});
+    return sentences.join(QLatin1Char(' '));
+}
+
 bool checkDictationTree(const std::string& root, QWidget& owner) {
     if (platform::directoryExists(root))
         return true;
-    modUtil::ShowMessage(GetText(text_id::directoryMissing, {platform::toNativePath(root)}),
+    modUtil::ShowMessage({text_id::directoryMissing, {platform::toNativePath(root)}},
                          platform::MessageIcon::information, {}, &owner);
     return false;
 }
@@ -94,8 +97,8 @@ std::optional<SearchOutcome> SearchRun::run(const std::string& root) {
     if (!checkDictationTree(root, owner_))
         return std::nullopt;
     if (searchOnThread()) {
-        modUtil::ShowMessage(GetText(text_id::anotherSearchRuns),
-                             platform::MessageIcon::information, {}, &owner_);
+        modUtil::ShowMessage(text_id::anotherSearchRuns, platform::MessageIcon::information, {},
+                             &owner_);
         return std::nullopt;
     }
     const std::vector<std::string> searched = criteria();
@@ -130,7 +133,7 @@ std::optional<SearchOutcome> SearchRun::search(const std::string& root,
 // A single empty criterion, which every dictation satisfies, when the user wants all of them.
 std::vector<std::string> SearchRun::criteria() {
     std::vector<std::string> all = view_.lvSearchCriteria->criteria();
-    if (all.empty() && modUtil::AskYesNo(GetText(text_id::searchWithoutCriteria), {}, &owner_))
+    if (all.empty() && modUtil::AskYesNo(text_id::searchWithoutCriteria, {}, &owner_))
         all.emplace_back();
     return all;
 }
@@ -138,7 +141,7 @@ std::vector<std::string> SearchRun::criteria() {
 std::unique_ptr<modDictation::DictationList>
 SearchRun::walk(const std::string& root, const std::vector<std::string>& criteria) {
     auto hits = std::make_unique<modDictation::DictationList>();
-    const LiveCount liveCount(*hits);
+    const LiveCount liveCount(*hits, *view_.lblSearchResult);
     view_.show(ControlView::Activity::searching);
     const QScopedValueRollback walking(stage_, Stage::walking);
     modDictation::SearchDictations(root, criteria, maximumDepth, *hits, true, view_.isCompareAnd(),
@@ -183,7 +186,7 @@ void SearchRun::tellOutcome(const SearchOutcome& outcome) {
     showOutcome(view_, outcome);
     // Who stopped the search knows why nothing was found.
     if (outcome.hitCount == 0 && !outcome.report.stopped && !outcome.report.rootVanished)
-        modUtil::ShowMessage(GetText(text_id::nothingFound), platform::MessageIcon::information, {},
+        modUtil::ShowMessage(text_id::nothingFound, platform::MessageIcon::information, {},
                              &owner_);
 }
 

@@ -63,6 +63,9 @@ private:
     Stage stage_ = Stage::asking;
 };
 
+// What a search left out or did not reach; empty when nothing.
+QString noticeText(const modDictation::ScanReport& report);
+
 // The label and the notice at the hits; without an outcome they tell none.
 void showOutcome(const ControlView& view, const std::optional<SearchOutcome>& outcome);
 

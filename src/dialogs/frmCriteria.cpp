@@ -7,9 +7,9 @@
 #include "support/modUtil.h"
 #include "support/text_ids.h"
 #include "widgets/captions.h"
+#include "widgets/first_size.h"
 #include "widgets/text.h"
 
-#include <QEvent>
 #include <QGridLayout>
 #include <QScreen>
 
@@ -50,6 +50,7 @@ frmCriteria::frmCriteria(QWidget* parent)
     setObjectName(QStringLiteral("frmCriteria"));
     buildWindow();
     connectAll();
+    widgets::followLanguage(*this, [this] { retranslate(); });
 }
 
 void frmCriteria::buildWindow() {
@@ -135,7 +136,7 @@ void frmCriteria::load() {
     busy_ = false;
     changed_ = false;
     constexpr int comfortable = 460;
-    resize(std::max(comfortable, sizeHint().width()), sizeHint().height());
+    widgets::resizeOnScreen(*this, {comfortable, 0});
     place();
     cboField_->setFocus();
 }
@@ -264,16 +265,9 @@ bool frmCriteria::rangeIsInOrder() {
 
 // Tells what is wrong and stays open.
 bool frmCriteria::refuse(std::int32_t textId, QWidget* focus) {
-    modUtil::ShowMessage(widgets::toUtf8(widgets::text(textId)), platform::MessageIcon::information,
-                         {}, this);
+    modUtil::ShowMessage(textId, platform::MessageIcon::information, {}, this);
     focus->setFocus();
     return false;
-}
-
-void frmCriteria::changeEvent(QEvent* event) {
-    QDialog::changeEvent(event);
-    if (event->type() == QEvent::LanguageChange && loaded_)
-        retranslate();
 }
 
 // What is chosen stays; only its texts change.
@@ -287,7 +281,7 @@ void frmCriteria::retranslate() {
         cboOperator_->setItemText(
             i, toQt(modDictation::GetOperatorText(cboOperator_->itemData(i).toInt())));
     for (ValuePlace* place : places_)
-        place->retranslateCodes();
+        place->retranslate();
 }
 
 } // namespace ov

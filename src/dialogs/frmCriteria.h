@@ -36,9 +36,6 @@ public:
     void setVisible(bool visible) override;
     void done(int result) override;
 
-protected:
-    void changeEvent(QEvent* event) override;
-
 private:
     void buildWindow();
     void addFieldRows(QGridLayout& grid);

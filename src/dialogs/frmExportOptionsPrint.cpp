@@ -6,10 +6,10 @@
 #include "platform/text.h"
 #include "support/text_ids.h"
 #include "widgets/captions.h"
+#include "widgets/first_size.h"
 #include "widgets/text.h"
 
 #include <QDialogButtonBox>
-#include <QEvent>
 #include <QFormLayout>
 #include <QGroupBox>
 #include <QGuiApplication>
@@ -60,6 +60,7 @@ frmExportOptionsPrint::frmExportOptionsPrint(QWidget* parent)
     widgets::setCaption(*this, text_id::printTitle);
     buildWindow();
     connectAll();
+    widgets::followLanguage(*this, [this] { widgets::translate(*this); });
 }
 
 void frmExportOptionsPrint::buildWindow() {
@@ -147,19 +148,15 @@ void frmExportOptionsPrint::load() {
     loaded_ = true;
     if (Titel.empty())
         Titel = widgets::toUtf8(widgets::text(text_id::defaultPrintTitle));
-    retranslate();
+    widgets::translate(*this);
     showPrinter();
     if (QAbstractButton* option = ranges_->button(DruckBereichIndex))
         option->setChecked(true);
     txtTitel_->setMaxLength(longestTitle);
     txtTitel_->setText(widgets::toQt(Titel));
     constexpr int comfortable = 440;
-    resize(std::max(comfortable, sizeHint().width()), sizeHint().height());
+    widgets::resizeOnScreen(*this, {comfortable, 0});
     txtTitel_->setFocus();
-}
-
-void frmExportOptionsPrint::retranslate() {
-    widgets::translate(*this);
 }
 
 void frmExportOptionsPrint::showPrinter() {
@@ -199,12 +196,6 @@ void frmExportOptionsPrint::cmdOK_Click() {
 void frmExportOptionsPrint::done(int result) {
     okPressed_ = result == Accepted;
     QDialog::done(result);
-}
-
-void frmExportOptionsPrint::changeEvent(QEvent* event) {
-    QDialog::changeEvent(event);
-    if (event->type() == QEvent::LanguageChange && loaded_)
-        retranslate();
 }
 
 } // namespace ov

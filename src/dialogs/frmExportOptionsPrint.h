@@ -45,9 +45,6 @@ public:
     void setVisible(bool visible) override;
     void done(int result) override;
 
-protected:
-    void changeEvent(QEvent* event) override;
-
 private:
     void buildWindow();
     QWidget* buildPrinterGroup();
@@ -56,7 +53,6 @@ private:
     QBoxLayout* buildButtons();
     void connectAll();
     void load();
-    void retranslate();
     void showPrinter();
 
     void cmdChangePrinter_Click();

@@ -7,10 +7,10 @@
 #include "dictation/field_table.h"
 #include "support/text_ids.h"
 #include "widgets/captions.h"
+#include "widgets/first_size.h"
 #include "widgets/icons.h"
 #include "widgets/text.h"
 
-#include <QEvent>
 #include <QGridLayout>
 #include <utility>
 
@@ -63,6 +63,14 @@ void setUp(QPushButton& button, const QString& name, std::int32_t textId, const 
     widgets::setCaption(button, textId);
 }
 
+// A button that is disabled hands the focus to the next one, where a second press of the same key
+// would undo the first: `next` gets it instead.
+void enable(QPushButton& button, bool enabled, QWidget& next) {
+    if (!enabled && button.window()->focusWidget() == &button)
+        next.setFocus();
+    button.setEnabled(enabled);
+}
+
 // Lists are filled anew while the user looks at them: no flicker in between.
 class UpdatesOff {
 public:
@@ -81,15 +89,16 @@ frmSearchResultColumns::frmSearchResultColumns(QWidget* parent)
     : QDialog(parent),
       lblLabel_(new QLabel(this)),
       lstLeft_(new QListWidget(this)),
-      lstRight_(new QListWidget(this)),
-      lstNonCustomizable_(new QListWidget(this)),
       cmdTransfer_{new QPushButton(this), new QPushButton(this)},
+      lstRight_(new QListWidget(this)),
       cmdUpDown_{new QPushButton(this), new QPushButton(this)},
+      lstNonCustomizable_(new QListWidget(this)),
       cmdOK_(new QPushButton(this)),
       cmdCancel_(new QPushButton(this)) {
     setObjectName(QStringLiteral("frmSearchResultColumns"));
     buildWindow();
     connectAll();
+    widgets::followLanguage(*this, [this] { retranslate(); });
 }
 
 void frmSearchResultColumns::buildWindow() {
@@ -163,7 +172,7 @@ void frmSearchResultColumns::load() {
     changed_ = false;
     enableButtons();
     constexpr QSize comfortable(560, 480);
-    resize(comfortable.expandedTo(sizeHint()));
+    widgets::resizeOnScreen(*this, comfortable);
     lstLeft_->setFocus();
 }
 
@@ -191,10 +200,10 @@ void frmSearchResultColumns::moveSelected(int distance) {
 
 void frmSearchResultColumns::enableButtons() {
     const int row = selectedRow(*lstRight_);
-    cmdTransfer_[0]->setEnabled(selectedRow(*lstLeft_) >= 0);
-    cmdTransfer_[1]->setEnabled(row >= 0);
-    cmdUpDown_[0]->setEnabled(row > 0);
-    cmdUpDown_[1]->setEnabled(row >= 0 && row < lstRight_->count() - 1);
+    enable(*cmdTransfer_[0], selectedRow(*lstLeft_) >= 0, *lstRight_);
+    enable(*cmdTransfer_[1], row >= 0, *lstLeft_);
+    enable(*cmdUpDown_[0], row > 0, *lstRight_);
+    enable(*cmdUpDown_[1], row >= 0 && row < lstRight_->count() - 1, *lstRight_);
 }
 
 void frmSearchResultColumns::cmdOK_Click() {
@@ -214,12 +223,6 @@ void frmSearchResultColumns::cmdOK_Click() {
 void frmSearchResultColumns::done(int result) {
     okPressed_ = result == Accepted;
     QDialog::done(result);
-}
-
-void frmSearchResultColumns::changeEvent(QEvent* event) {
-    QDialog::changeEvent(event);
-    if (event->type() == QEvent::LanguageChange && loaded_)
-        retranslate();
 }
 
 void frmSearchResultColumns::retranslate() {

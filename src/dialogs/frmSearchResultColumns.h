@@ -28,9 +28,6 @@ public:
     void setVisible(bool visible) override;
     void done(int result) override;
 
-protected:
-    void changeEvent(QEvent* event) override;
-
 private:
     void buildWindow();
     void addLists(QGridLayout& grid);
@@ -44,11 +41,12 @@ private:
     void cmdOK_Click();
 
     QLabel* lblLabel_;
+    // In the order of the Tab key, as the eye goes.
     QListWidget* lstLeft_;
-    QListWidget* lstRight_;
-    QListWidget* lstNonCustomizable_;
     std::array<QPushButton*, 2> cmdTransfer_;
+    QListWidget* lstRight_;
     std::array<QPushButton*, 2> cmdUpDown_;
+    QListWidget* lstNonCustomizable_;
     QPushButton* cmdOK_;
     QPushButton* cmdCancel_;
 

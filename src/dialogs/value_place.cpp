@@ -121,10 +121,6 @@ ValuePlace::ValuePlace(int index, QWidget* parent)
     }
     dtpValue_->setCalendarPopup(true);
     dtpValue_->setDisplayFormat(widgets::shortDateFormat());
-    constexpr int sunday = 7;
-    const int firstWeekday = platform::locale().firstWeekday;
-    dtpValue_->calendarWidget()->setFirstDayOfWeek(
-        static_cast<Qt::DayOfWeek>(firstWeekday == 0 ? sunday : firstWeekday));
     dtpValueTime_->setDisplayFormat(QStringLiteral("HH:mm:ss"));
 
     connect(txtValue_, &QLineEdit::textChanged, this, &ValuePlace::changed);
@@ -146,10 +142,16 @@ void ValuePlace::prepare(const modDictation::SearchField& field) {
         dtpValueTime_->setTime(QTime(0, 0));
 }
 
-void ValuePlace::retranslateCodes() {
+// The week begins where the country's does; a calendar takes it from the language each time that
+// this changes.
+void ValuePlace::retranslate() {
     for (int i = 0; i < cboValue_->count(); ++i)
         cboValue_->setItemText(i,
                                toQt(modDictation::GetStatusText(cboValue_->itemData(i).toInt())));
+    constexpr int sunday = 7;
+    const int firstWeekday = platform::locale().firstWeekday;
+    dtpValue_->calendarWidget()->setFirstDayOfWeek(
+        static_cast<Qt::DayOfWeek>(firstWeekday == 0 ? sunday : firstWeekday));
 }
 
 void ValuePlace::setKeyFilter(ValueType type) {

@@ -16,7 +16,7 @@ namespace ov {
 
 // One place for a value of a criterion: a text box, a list of codes, a date picker and a time
 // picker, of which at most one is shown. Values travel as a criterion stores them: text as typed,
-// codes as their number, dates in the locale's short form, times as "HH:mm:ss".
+// codes as their number, dates as "2026-11-21", times as "HH:mm:ss".
 class ValuePlace final : public QLabel {
     Q_OBJECT
 
@@ -40,8 +40,8 @@ public:
     // Of the control that is shown; text is trimmed. Empty for none.
     std::string value() const;
 
-    // Shows the codes in the current language.
-    void retranslateCodes();
+    // Shows codes and calendar in the current language; to be called after widgets::translate().
+    void retranslate();
 
     QDate date() const { return dtpValue_->date(); }
     QTime time() const { return dtpValueTime_->time(); }

@@ -99,7 +99,7 @@ void HostServices::progressInit(Arguments arguments, std::string& /*result*/) {
 }
 
 void HostServices::progressText(Arguments arguments, std::string& /*result*/) {
-    progress_.text(textAt(arguments, 0));
+    progress_.directory(textAt(arguments, 0));
 }
 
 void HostServices::progressValue(Arguments arguments, std::string& /*result*/) {

@@ -11,7 +11,9 @@
 #include <QFileDialog>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QScreen>
 #include <QStatusBar>
+#include <QStyle>
 #include <chrono>
 #include <utility>
 
@@ -23,6 +25,11 @@ using namespace Qt::StringLiterals;
 
 constexpr std::chrono::milliseconds failureIsShown{15000};
 constexpr QSize firstSize{1000, 720};
+
+QSize roomOn(const QScreen& screen) {
+    return screen.availableSize() -
+           QSize(0, QApplication::style()->pixelMetric(QStyle::PM_TitleBarHeight));
+}
 
 } // namespace
 
@@ -45,7 +52,7 @@ MainWindow::MainWindow(PluginSession& session, ProgressNotes& progress, HostSett
     connect(&texts_, &Texts::changed, this, &MainWindow::translate);
     translate();
     if (!settings_.restorePlace(*this))
-        resize(firstSize);
+        resize(firstSize.boundedTo(roomOn(*screen())));
 }
 
 MainWindow::~MainWindow() {

@@ -16,9 +16,9 @@ void ProgressNotes::init(std::int32_t steps, std::string_view caption) {
     note();
 }
 
-void ProgressNotes::text(std::string_view text) {
+void ProgressNotes::directory(std::string_view directory) {
     active_ = true;
-    (text.ends_with('\\') ? directory_ : caption_) = text;
+    directory_ = directory;
     note();
 }
 

@@ -19,8 +19,8 @@ public:
 
     // `steps` below 2 tells nothing of how far it is: busy.
     void init(std::int32_t steps, std::string_view caption);
-    // A directory when it ends in "\", else the caption. Without init(): busy.
-    void text(std::string_view text);
+    // Where it is. Without init(): busy.
+    void directory(std::string_view directory);
     // The step reached. Without init() it changes nothing that is shown.
     void value(std::int32_t value);
     void clear();

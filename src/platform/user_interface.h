@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -22,6 +23,8 @@ struct MessageBox {
     MessageButtons buttons = MessageButtons::ok;
     MessageAnswer defaultAnswer = MessageAnswer::ok;
     void* owner = nullptr; // the face's own window handle; a box without one is topmost
+    // Writes text and title of a box in the language of that moment; empty: they stay as they are.
+    std::function<void(MessageBox&)> translate;
 };
 
 class UserInterface {

@@ -49,8 +49,8 @@ using HostArgument = std::variant<std::int32_t, std::int32_t*, std::string*>;
 //                        32                             where the plug-in keeps the user's data
 //   PI_ProgressInit      0, &steps, &0, &caption        -
 //   PI_ProgressText      &text: the directory that is   -
-//                        being searched, ending in "\",
-//                        or what was found so far
+//                        being searched, ending in "\";
+//                        nothing else
 //   PI_ProgressValue     &value: the step reached,      -
 //                        counted from 1; also without
 //                        PI_ProgressInit

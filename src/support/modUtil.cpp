@@ -3,6 +3,9 @@
 
 #include "support/modUtil.h"
 
+#include "support/modLanguage.h"
+
+#include <span>
 #include <utility>
 
 namespace ov::modUtil {
@@ -18,37 +21,66 @@ State& state() {
     return threadState;
 }
 
-platform::MessageBox titled(platform::MessageBox box) {
-    if (box.title.empty())
-        box.title = state().title.empty() ? "OVSearch" : state().title;
+std::string titleOr(const std::string& wanted) {
+    if (!wanted.empty())
+        return wanted;
+    return state().title.empty() ? "OVSearch" : state().title;
+}
+
+platform::MessageBox worded(Message message, std::string title, platform::MessageBox box) {
+    box.translate = [message = std::move(message),
+                     title = std::move(title)](platform::MessageBox& open) {
+        open.text = message.text();
+        open.title = titleOr(title);
+    };
+    box.translate(box);
     return box;
 }
 
-platform::MessageAnswer show(platform::MessageBox box) {
-    return platform::userInterface().showMessage(titled(std::move(box)));
+platform::MessageAnswer show(Message message, std::string title, platform::MessageBox box) {
+    return platform::userInterface().showMessage(
+        worded(std::move(message), std::move(title), std::move(box)));
 }
 
 } // namespace
+
+Message::Message(std::int32_t textId, std::vector<std::string> arguments)
+    : textId_(textId), arguments_(std::move(arguments)) {}
+
+Message::Message(std::string words) : arguments_{std::move(words)} {}
+
+std::string Message::text() const {
+    if (textId_ == 0)
+        return arguments_.front();
+    return arguments_.empty() ? modLanguage::GetText(textId_)
+                              : modLanguage::GetText(textId_, arguments_);
+}
 
 void SetMessageTitle(std::string title) {
     state().title = std::move(title);
 }
 
-void ShowMessage(std::string text, platform::MessageIcon icon, std::string title, void* owner) {
-    show({.text = std::move(text), .title = std::move(title), .icon = icon, .owner = owner});
+void ShowMessage(Message message, platform::MessageIcon icon, std::string title, void* owner) {
+    platform::MessageBox box;
+    box.icon = icon;
+    box.owner = owner;
+    show(std::move(message), std::move(title), std::move(box));
 }
 
-void Tell(std::string text, platform::MessageIcon icon) {
-    platform::userInterface().tell(titled({.text = std::move(text), .title = {}, .icon = icon}));
+void Tell(Message message, platform::MessageIcon icon) {
+    platform::MessageBox box;
+    box.icon = icon;
+    platform::userInterface().tell(worded(std::move(message), {}, std::move(box)));
 }
 
-bool AskYesNo(std::string text, std::string title, void* owner) {
-    return show({.text = std::move(text),
-                 .title = std::move(title),
-                 .icon = platform::MessageIcon::question,
-                 .buttons = platform::MessageButtons::yesNo,
-                 .defaultAnswer = platform::MessageAnswer::no,
-                 .owner = owner}) == platform::MessageAnswer::yes;
+bool AskYesNo(Message message, std::string title, void* owner) {
+    platform::MessageBox box;
+    box.icon = platform::MessageIcon::question;
+    box.buttons = platform::MessageButtons::yesNo;
+    box.defaultAnswer = platform::MessageAnswer::no;
+    box.owner = owner;
+    return show(std::move(message), std::move(title), std::move(box)) ==
+           platform::MessageAnswer::yes;
 }
 
 void reset() {

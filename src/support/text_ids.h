@@ -31,6 +31,10 @@ constexpr std::int32_t resultList = 1019;   // accessible name
 constexpr std::int32_t criteriaHint = 1061; // in the empty list
 constexpr std::int32_t resultHint = 1062;
 
+constexpr std::int32_t hitLimitReached = 1240;  // %1%: how many dictations are listed
+constexpr std::int32_t namesSkipped = 1241;     // %1%: how many
+constexpr std::int32_t criteriaNotSaved = 1242; // %1%: why
+
 // Its buttons and their tooltips
 constexpr std::int32_t searchButton = 1020;
 constexpr std::int32_t printButton = 1022;

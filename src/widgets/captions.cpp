@@ -5,9 +5,11 @@
 
 #include "widgets/text.h"
 
+#include <QEvent>
 #include <QVariant>
 #include <QWidget>
 #include <array>
+#include <utility>
 
 namespace ov::widgets {
 
@@ -42,6 +44,24 @@ void give(QObject& object, const Role& role, std::int32_t textId) {
     apply(object, role);
 }
 
+class LanguageFollower final : public QObject {
+public:
+    LanguageFollower(QWidget& widget, std::function<void()> retranslate)
+        : QObject(&widget), retranslate_(std::move(retranslate)) {
+        widget.installEventFilter(this);
+    }
+    bool eventFilter(QObject* widget, QEvent* event) override {
+        if (event->type() != QEvent::LanguageChange)
+            return false;
+        widget->event(event);
+        retranslate_();
+        return true;
+    }
+
+private:
+    std::function<void()> retranslate_;
+};
+
 } // namespace
 
 void setCaption(QObject& object, std::int32_t textId) {
@@ -63,6 +83,10 @@ void translate(QWidget& root) {
     for (QObject* object : std::as_const(objects))
         for (const Role& role : {caption, tip, spokenName})
             apply(*object, role);
+}
+
+void followLanguage(QWidget& widget, std::function<void()> retranslate) {
+    new LanguageFollower(widget, std::move(retranslate));
 }
 
 QString indexedName(const char* name, int index) {

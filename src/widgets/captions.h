@@ -7,6 +7,7 @@
 #include <QObject>
 #include <QString>
 #include <cstdint>
+#include <functional>
 
 class QWidget;
 
@@ -24,6 +25,10 @@ void setSpokenName(QWidget& widget, std::int32_t textId);
 // Gives `root` and all below it their texts in the current language, and the names of days and
 // months to what shows dates.
 void translate(QWidget& root);
+
+// Calls `retranslate` at each change of language that `widget` hears of, after what Qt does of
+// itself, which would put its own words back. For as long as `widget` lives.
+void followLanguage(QWidget& widget, std::function<void()> retranslate);
 
 // The name of an element of a control array: "cmdOK(1)".
 QString indexedName(const char* name, int index);

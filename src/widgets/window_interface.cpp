@@ -4,6 +4,7 @@
 #include "widgets/window_interface.h"
 
 #include "support/text_ids.h"
+#include "widgets/captions.h"
 #include "widgets/text.h"
 
 #include <QApplication>
@@ -32,17 +33,31 @@ QMessageBox::Icon iconOf(platform::MessageIcon icon) {
 QPushButton* addButton(QMessageBox& window, QMessageBox::StandardButton button,
                        std::int32_t textId) {
     QPushButton* added = window.addButton(button);
-    if (const QString caption = text(textId); !caption.isEmpty())
-        added->setText(caption);
+    if (!text(textId).isEmpty())
+        setCaption(*added, textId);
     return added;
+}
+
+void showWords(QMessageBox& window, const platform::MessageBox& box) {
+    window.setWindowTitle(toQt(box.title));
+    window.setText(toQt(box.text).replace(QLatin1String("\r\n"), QLatin1String("\n")));
+}
+
+void keepWords(QMessageBox& window, platform::MessageBox box) {
+    followLanguage(window, [&window, box = std::move(box)]() mutable {
+        if (box.translate)
+            box.translate(box);
+        showWords(window, box);
+        translate(window);
+    });
 }
 
 void furnish(QMessageBox& window, const platform::MessageBox& box) {
     window.setObjectName(QStringLiteral("MessageBox"));
     window.setIcon(iconOf(box.icon));
-    window.setWindowTitle(toQt(box.title));
     window.setTextFormat(Qt::PlainText); // a file may be named like markup
-    window.setText(toQt(box.text).replace(QLatin1String("\r\n"), QLatin1String("\n")));
+    showWords(window, box);
+    keepWords(window, box);
     if (box.owner == nullptr)
         window.setWindowFlag(Qt::WindowStaysOnTopHint);
 }

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "control/ctrlOVSearch.h"
+#include "control/search_run.h"
 #include "dialogs/frmCriteria.h"
 #include "dictation/tree_scan.h"
 #include "support/unsaved.h"
@@ -11,9 +12,11 @@
 #include "tests/window/window_fixture.h"
 
 #include <QClipboard>
+#include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMenu>
 #include <QMessageBox>
 #include <QMimeData>
 #include <QPushButton>
@@ -169,7 +172,9 @@ TEST_F(Control, AsksBeforeItListsEverything) {
     key(window(), Qt::Key_F, Qt::ControlModifier);
     EXPECT_EQ(user->boxes.back().buttons, platform::MessageButtons::yesNo);
     EXPECT_EQ(user->boxes.back().title, "Dictation search");
-    EXPECT_EQ(label(), "Search result (1 dictation)") << "No leaves everything as it was";
+    host().answers["PI_GetLanguage"] = "7";
+    action("LANGUAGE");
+    EXPECT_EQ(label(), "Suchergebnis (1 Diktat)") << "No leaves everything as it was";
     EXPECT_EQ(results().model()->rowCount(), 1);
 }
 
@@ -231,6 +236,18 @@ TEST_F(Control, LosesNothingOfABrokenCriteriaFile) {
     closeControl();
     EXPECT_EQ(bars(read("SearchCriteria.dat")), "5|17|Anna|\r\n7|25|10|\r\n");
     EXPECT_EQ(read("SearchCriteria.bak"), content);
+}
+
+TEST_F(Control, TellsOnceThatTheCriteriaCannotBeSaved) {
+    host().answers["PI_GetDirectory(32)"] = path("gone\\");
+    openControl();
+    enter([&] { press("cmdSearchKriteriaOptions(0)"); }, "Anna");
+    enter([&] { press("cmdSearchKriteriaOptions(0)"); }, "Berta");
+    ASSERT_EQ(user->boxes.size(), 1U);
+    EXPECT_TRUE(user->boxes[0].text.starts_with("The search criteria cannot be saved."));
+    EXPECT_EQ(criteriaLine(), "Anna; *Berta; ");
+    control_ = nullptr;
+    EXPECT_EQ(user->boxes.size(), 1U) << "the end goes on without a word";
 }
 
 TEST_F(Control, SortsByTheClickedColumn) {
@@ -306,12 +323,19 @@ TEST_F(Control, StopsASearchWithEscape) {
         QTest::keyClick(&window(), Qt::Key_Escape);
     });
     pumped->start(0);
-    // The first folder takes as long as it takes until the timer has run.
+    // The first folder takes as long as it takes until the timers have run.
+    std::string counted;
     host().onCall = [&](const std::string& call) {
-        if (call.starts_with("PI_ProgressText") && seen == 0)
-            QCoreApplication::processEvents();
+        if (!call.starts_with("PI_ProgressText"))
+            return;
+        EXPECT_TRUE(call.ends_with("\\\")")) << call << " is no directory";
+        while (seen == 0 || counted.empty()) {
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+            counted = label().starts_with("Dictations found so far: ") ? label() : "";
+        }
     };
     key(window(), Qt::Key_F5);
+    EXPECT_EQ(label().substr(0, 15), "Search result (");
     EXPECT_GE(seen, 1);
     EXPECT_LT(results().model()->rowCount(), 40);
     EXPECT_FALSE(widget<QLabel>("lblSearchNotice").text().isEmpty());
@@ -478,6 +502,19 @@ TEST_F(Control, ShowsTheRowsThatTheHostHeardOf) {
     EXPECT_EQ(label(), "Search result");
 }
 
+TEST_F(Control, TellsWhatASearchLeftOut) {
+    store.add("2$ba\\ck.WAV").add("2$WAV.WAV");
+    openControl();
+    searchAll();
+    EXPECT_EQ(widget<QLabel>("lblSearchNotice").text().toStdString(),
+              "Files and folders left out because of a “\\” in their name: 1");
+    modDictation::ScanReport full;
+    full.limitReached = true;
+    EXPECT_EQ(noticeText(full).toStdString(),
+              "The list shows only the first 999,999 dictations; there may be more. Narrow the "
+              "search criteria.");
+}
+
 TEST_F(Control, SpeaksTheLanguageTheHostChangesTo) {
     store.add("2$WAV@@5$HOCH.WAV");
     write("SearchCriteria.dat", criterion("15|25|3|\r\n"));
@@ -485,9 +522,16 @@ TEST_F(Control, SpeaksTheLanguageTheHostChangesTo) {
     search();
     EXPECT_EQ(columnTexts(15), "High; ");
     host().answers["PI_GetLanguage"] = "7";
+    user = nullptr; // a real box
     withDialog([&] { press("cmdSearchKriteriaOptions(0)"); },
                [&](QDialog& dialog) {
-                   action("language");
+                   child<QLineEdit>(dialog, "txtValue(0)").clear();
+                   withDialog([&] { child<QPushButton>(dialog, "cmdOK").click(); },
+                              [&](QDialog& box) {
+                                  action("language");
+                                  EXPECT_EQ(tests::readable(box),
+                                            "Diktatsuche|Geben Sie einen Wert ein.|OK");
+                              });
                    EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Neues Suchkriterium"));
                });
     EXPECT_EQ(button("cmdSearchOptions(0)").text(), QStringLiteral("S&uchen"));
@@ -495,6 +539,39 @@ TEST_F(Control, SpeaksTheLanguageTheHostChangesTo) {
     EXPECT_EQ(columnTexts(15), "Hoch; ");
     EXPECT_EQ(label(), "Suchergebnis (1 Diktat)");
     EXPECT_EQ(plugIn_.connector.PlugInDescription(), "Diktatsuche");
+}
+
+TEST_F(Control, TranslatesTheMenuThatIsOpen) {
+    store.add("2$WAV.WAV");
+    openControl();
+    searchAll();
+    const auto rightClick = [](QWidget& list) {
+        QContextMenuEvent event(QContextMenuEvent::Keyboard, {}, {});
+        QApplication::sendEvent(&list, &event);
+    };
+    struct Case {
+        std::function<void()> open;
+        QString entry;
+    };
+    for (const Case& c : std::vector<Case>{
+             {[&] { press("cmdSearchOptions(2)"); }, QStringLiteral("&Nur markierte Zeilen")},
+             {[&] { rightClick(criteria()); }, QStringLiteral("&Bearbeiten …")},
+             {[&] { rightClick(results()); }, QStringLiteral("Zeilen &kopieren")}}) {
+        for (const char* language : {"9", "7"}) {
+            host().answers["PI_GetLanguage"] = language;
+            action("LANGUAGE");
+            if (*language == '9')
+                c.open();
+            QCoreApplication::processEvents();
+        }
+        auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        ASSERT_NE(menu, nullptr) << c.entry.toStdString();
+        QStringList entries;
+        for (const QAction* entry : menu->actions())
+            entries << entry->text();
+        EXPECT_TRUE(entries.contains(c.entry)) << entries.join(u';').toStdString();
+        menu->close();
+    }
 }
 
 TEST_F(Control, PlaysByKeyAndByMouse) {

@@ -4,9 +4,11 @@
 #include "dialogs/frmCriteria.h"
 #include "tests/window/window_fixture.h"
 
+#include <QCalendarWidget>
 #include <QDateEdit>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScreen>
 #include <QTimeEdit>
 
 namespace ov {
@@ -16,6 +18,10 @@ using tests::bars;
 using tests::child;
 using tests::choose;
 using tests::criterion;
+using tests::fitsTheScreen;
+using tests::readable;
+using tests::speakGerman;
+using tests::tabOrder;
 
 class Editor : public tests::WindowTest {
 protected:
@@ -62,12 +68,15 @@ TEST_F(Editor, ShowsTheValuesThatFieldAndOperatorNeed) {
         {15, 25, "cboValue(0)"},   {3, 32, "lblValueOhne"},
         {0, 0, "lblOperatorOhne"},
     };
+    const int height = form_->sizeHint().height();
     for (const Case& c : cases) {
         choose(fields(), c.field);
         if (c.operatorId != 0)
             choose(operators(), c.operatorId);
         EXPECT_EQ(shown(), c.shown) << "field " << c.field << " operator " << c.operatorId;
         EXPECT_EQ(child<QWidget>(*form_, "cmdOK").isEnabled(), c.field != 0);
+        EXPECT_EQ(operators().isEnabled(), c.field != 0);
+        EXPECT_EQ(form_->sizeHint().height(), height) << "the window does not jump";
     }
 }
 
@@ -106,28 +115,37 @@ TEST_F(Editor, GivesBackWhatWasChosen) {
 }
 
 TEST_F(Editor, StaysOpenUntilTheInputIsValid) {
+    modDictation::searchFields()[8].ValueType = modDictation::ValueType::number;
     open();
+    const auto refused = [this] {
+        pressOK();
+        EXPECT_TRUE(form_->isVisible());
+        EXPECT_EQ(user->boxes.back().owner, form_.get());
+        return user->boxes.back().text.substr(0, user->boxes.back().text.find('\r')) + " " +
+               form_->focusWidget()->objectName().toStdString();
+    };
     textBox().setText(QStringLiteral("   "));
-    pressOK();
-    EXPECT_EQ(user->boxes.size(), 1U);
-    EXPECT_TRUE(form_->isVisible());
-    EXPECT_EQ(form_->focusWidget(), &textBox());
+    EXPECT_EQ(refused(), "Enter a value. txtValue(0)");
+    choose(fields(), 8);
+    choose(operators(), 30);
+    textBox().setText(QStringLiteral("1"));
+    EXPECT_EQ(refused(), "Enter a value. txtValue(1)");
 
     choose(fields(), 9);
     choose(operators(), 16);
     child<QDateEdit>(*form_, "dtpValue(0)").setDate({2026, 3, 6});
     child<QDateEdit>(*form_, "dtpValue(1)").setDate({2026, 3, 5});
-    pressOK();
-    EXPECT_EQ(form_->focusWidget(), &child<QDateEdit>(*form_, "dtpValue(0)"));
+    EXPECT_EQ(refused(), "The first date is later than the second. dtpValue(0)");
 
     choose(fields(), 13);
     choose(operators(), 31);
     child<QTimeEdit>(*form_, "dtpValueTime(0)").setTime({0, 0, 2});
     child<QTimeEdit>(*form_, "dtpValueTime(1)").setTime({0, 0, 1});
-    pressOK();
-    EXPECT_TRUE(form_->isVisible());
-    EXPECT_EQ(user->boxes.size(), 3U);
+    EXPECT_EQ(refused(), "The second time is shorter than the first. dtpValueTime(0)");
     EXPECT_FALSE(form_->OKPressed());
+    child<QTimeEdit>(*form_, "dtpValueTime(1)").setTime({0, 0, 2});
+    pressOK();
+    EXPECT_EQ(result(), "13|31|00:00:02|00:00:02");
 }
 
 TEST_F(Editor, ShowsTheCriterionThatIsEdited) {
@@ -143,6 +161,9 @@ TEST_F(Editor, ShowsTheCriterionThatIsEdited) {
         {"15|25|3|", "cboValue(0)", "High"},
         {"2|24|7|", "cboValue(0)", "Draft"},
         {"2|24|99|", "cboValue(0)", ""},
+        {"9|13|rubbish|", "dtpValue(0)",
+         QDate::currentDate().toString(QStringLiteral("dd.MM.yyyy")).toStdString()},
+        {"13|27|99:00:00|", "dtpValueTime(0)", "00:00:00"},
         {"no criterion", "lblOperatorOhne", ""},
     };
     for (const Case& c : cases) {
@@ -162,32 +183,131 @@ TEST_F(Editor, ShowsTheCriterionThatIsEdited) {
         EXPECT_EQ(form_->isVisible(), c.before == "no criterion") << c.before;
         EXPECT_EQ(result(), "cancelled") << c.before << ": nothing was changed";
     }
-    open("5|18|Weber|");
-    choose(operators(), 17);
-    pressOK();
-    EXPECT_EQ(result(), "5|17|Weber|") << "another operator is a change too";
+}
+
+TEST_F(Editor, GivesBackWhateverWasChanged) {
+    struct Case {
+        std::string before;
+        std::function<void()> change;
+        std::string after;
+    };
+    const std::vector<Case> cases = {
+        {"5|18|Weber|", [this] { choose(operators(), 17); }, "5|17|Weber|"},
+        {"5|20||",
+         [this] {
+             choose(fields(), 6);
+             choose(operators(), 20);
+         },
+         "6|20||"},
+        {"5|18|Weber|", [this] { textBox().insert(QStringLiteral("s")); }, "5|18|Webers|"},
+        {"15|25|3|", [this] { choose(child<QComboBox>(*form_, "cboValue(0)"), 2); }, "15|25|2|"},
+        {"9|16|01.02.2026|03.02.2026",
+         [this] {
+             child<QDateEdit>(*form_, "dtpValue(1)").setDate({2026, 2, 4});
+         },
+         "9|16|2026-02-01|2026-02-04"},
+        {"13|27|00:01:00|",
+         [this] {
+             child<QTimeEdit>(*form_, "dtpValueTime(0)").setTime({0, 2, 0});
+         },
+         "13|27|00:02:00|"},
+    };
+    for (const Case& c : cases) {
+        open(c.before);
+        c.change();
+        pressOK();
+        EXPECT_EQ(result(), c.after);
+    }
 }
 
 TEST_F(Editor, TakesOnlyWhatTheFieldHolds) {
     open();
-    choose(fields(), 3);
-    choose(fields(), 5);
-    QTest::keyClicks(&textBox(), QString(40, QLatin1Char('x')));
-    EXPECT_EQ(textBox().text().size(), 25);
-    textBox().setText(QString());
-    QTest::keyClick(&textBox(), Qt::Key_A, Qt::NoModifier);
-    EXPECT_EQ(textBox().text(), QStringLiteral("a"));
+    std::string limits;
+    for (const modDictation::SearchField& field : modDictation::searchFields())
+        if (fields().findData(field.Id) > 0 &&
+            field.ValueKind == modDictation::ValueKind::textBox) {
+            choose(fields(), field.Id);
+            textBox().setText(QString(40000, QLatin1Char('x')));
+            limits +=
+                std::to_string(field.Id) + ":" + std::to_string(textBox().text().size()) + " ";
+        }
+    EXPECT_EQ(limits, "1:32767 4:256 5:25 6:256 8:9 14:19 18:55 19:64 20:64 21:14 22:15 23:20 "
+                      "26:256 ");
+    const auto typed = [this](modDictation::ValueType type) {
+        modDictation::searchFields()[5].ValueType = type;
+        choose(fields(), 4);
+        choose(fields(), 5);
+        textBox().setText(QString());
+        QTest::keyClicks(&textBox(), QStringLiteral("a1:b2 "));
+        return textBox().text().toStdString();
+    };
+    EXPECT_EQ(typed(modDictation::ValueType::text), "a1:b2 ");
+    EXPECT_EQ(typed(modDictation::ValueType::time), "1:2");
+    EXPECT_EQ(typed(modDictation::ValueType::number), "12");
+    EXPECT_EQ(typed(modDictation::ValueType::none), "");
+
+    // Dates of recordings start today, a due date may be any day; a length starts anew.
+    auto& date = child<QDateEdit>(*form_, "dtpValue(0)");
+    auto& time = child<QTimeEdit>(*form_, "dtpValueTime(0)");
+    time.setTime({1, 2, 3});
+    for (const int field : {16, 11, 16, 9}) {
+        date.setDate({2020, 1, 2});
+        choose(fields(), field);
+        EXPECT_EQ(date.date(), field == 16 ? QDate(2020, 1, 2) : QDate::currentDate()) << field;
+    }
+    EXPECT_EQ(time.time(), QTime(1, 2, 3));
+    choose(fields(), 13);
+    EXPECT_EQ(time.time(), QTime(0, 0));
 }
 
-TEST_F(Editor, FollowsTheLanguage) {
+TEST_F(Editor, BeginsTheWeekWhereTheCountryDoes) {
+    for (const int firstDay : {1, 0}) { // Monday, Sunday
+        platform::Locale country = platform::locale();
+        country.firstWeekday = firstDay;
+        platform::setLocale(country);
+        open();
+        const auto& date = child<QDateEdit>(*form_, "dtpValue(1)");
+        EXPECT_TRUE(date.calendarPopup());
+        EXPECT_EQ(date.calendarWidget()->firstDayOfWeek(), firstDay == 1 ? Qt::Monday : Qt::Sunday);
+    }
+}
+
+TEST_F(Editor, StandsWhereTheCallerWantsIt) {
+    const QRect screen = QApplication::primaryScreen()->geometry();
+    for (const QPoint wanted : {QPoint(40, -30), QPoint(40, 0), QPoint(0, 40)}) {
+        form_ = std::make_unique<frmCriteria>();
+        form_->StartLeft = wanted.x();
+        form_->StartTop = wanted.y();
+        form_->show();
+        const QPoint centre = screen.center() - QPoint(form_->width(), form_->height()) / 2;
+        const QPoint expected = wanted.x() != 0 && wanted.y() != 0 ? wanted : centre;
+        EXPECT_LE((form_->pos() - expected).manhattanLength(), 2)
+            << wanted.x() << " " << wanted.y();
+    }
+}
+
+TEST_F(Editor, ReadsAsOneGoesAndFollowsTheLanguage) {
+    open();
+    EXPECT_EQ(readable(*form_), "New search criterion|&Field:>cboField|&Condition:>cboOperator|"
+                                "&Value:>txtValue(0)|OK|Cancel");
+    EXPECT_EQ(tabOrder(*form_), "cboField cboOperator txtValue(0) cmdOK cmdCancel ");
+    EXPECT_GE(fields().maxVisibleItems(), fields().count());
+    choose(fields(), 9);
+    choose(operators(), 16);
+    EXPECT_EQ(tabOrder(*form_), "cboField cboOperator dtpValue(0) dtpValue(1) cmdOK cmdCancel ");
+
     open("15|25|3|");
-    modLanguage::SetLanguage(7, 0);
-    modDictation::BuildSearchFieldTable();
-    QEvent change(QEvent::LanguageChange);
-    QCoreApplication::sendEvent(form_.get(), &change);
-    EXPECT_EQ(form_->windowTitle(), QStringLiteral("Suchkriterium bearbeiten"));
+    speakGerman(*form_);
+    EXPECT_EQ(readable(*form_), "Suchkriterium bearbeiten|&Feld:>cboField|&Bedingung:>cboOperator|"
+                                "&Wert:>cboValue(0)|OK|Abbrechen");
     EXPECT_EQ(fields().currentText(), QStringLiteral("Priorität"));
-    EXPECT_EQ(child<QComboBox>(*form_, "cboValue(0)").currentText(), QStringLiteral("Hoch"));
+    EXPECT_EQ(operators().currentText(), QStringLiteral("ist"));
+    auto& code = child<QComboBox>(*form_, "cboValue(0)");
+    EXPECT_EQ(code.currentText(), QStringLiteral("Hoch"));
+    EXPECT_EQ(code.accessibleName(), QStringLiteral("Erster Wert"));
+    EXPECT_EQ(child<QWidget>(*form_, "dtpValue(1)").accessibleName(),
+              QStringLiteral("Zweiter Wert"));
+    EXPECT_TRUE(fitsTheScreen(*form_));
     pressOK();
     EXPECT_EQ(result(), "cancelled") << "words changed, not the criterion";
 }

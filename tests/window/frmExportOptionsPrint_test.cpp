@@ -4,6 +4,8 @@
 #include "dialogs/frmExportOptionsPrint.h"
 #include "tests/window/window_fixture.h"
 
+#include <QPrintDialog>
+
 namespace ov {
 namespace {
 
@@ -72,9 +74,33 @@ TEST_F(PrintOptions, OpensTheSystemsPrinterDialog) {
     open("Mine");
     const QString before = child<QLabel>(*form_, "lblPrinterDevice").text();
     tests::withDialog([this] { press("cmdChangePrinter"); },
-                      [](QDialog& dialog) { EXPECT_TRUE(dialog.inherits("QPrintDialog")); });
+                      [](QDialog& dialog) {
+                          const auto& chooser = dynamic_cast<QPrintDialog&>(dialog);
+                          EXPECT_FALSE(chooser.testOption(QAbstractPrintDialog::PrintToFile));
+                          EXPECT_FALSE(chooser.testOption(QAbstractPrintDialog::PrintSelection));
+                      });
     EXPECT_EQ(child<QLabel>(*form_, "lblPrinterDevice").text(), before);
     EXPECT_EQ(child<QLabel>(*form_, "lblCopies").text().isEmpty(), before.isEmpty());
+}
+
+TEST_F(PrintOptions, ReadsAsOneGoesAndFollowsTheLanguage) {
+    open({});
+    EXPECT_EQ(tests::tabOrder(*form_),
+              "txtTitel btnChooseListItemFont btnPageSetup cmdOK cmdCancel "
+              "cmdChangePrinter optBereich(0) optBereich(1) ");
+    EXPECT_EQ(tests::readable(*form_),
+              "Print result list|&Font…|Page set&up…|Printer|Name:>lblPrinterDevice|"
+              "Port:>lblPrinterPort|Copies:>lblCopies|Change &printer…|Print range|&All rows|"
+              "&Selected rows|&Title:>txtTitel|OK|Cancel");
+    tests::speakGerman(*form_);
+    EXPECT_EQ(tests::readable(*form_),
+              "Ergebnisliste drucken|&Schriftart …|Seite &einrichten …|Drucker|"
+              "Name:>lblPrinterDevice|Anschluss:>lblPrinterPort|Exemplare:>lblCopies|"
+              "&Drucker wechseln …|Druckbereich|Alle &Zeilen|&Markierte Zeilen|&Titel:>txtTitel|"
+              "OK|Abbrechen");
+    EXPECT_TRUE(tests::fitsTheScreen(*form_));
+    QTest::keyClick(&title(), Qt::Key_Return);
+    EXPECT_TRUE(form_->OKPressed());
 }
 
 } // namespace

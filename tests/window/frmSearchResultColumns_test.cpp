@@ -27,6 +27,20 @@ protected:
             all += list.item(i)->text().toStdString() + (i == list.currentRow() ? "*;" : ";");
         return all;
     }
+    void doubleClick(QListWidget& list, int row) {
+        list.scrollToItem(list.item(row));
+        const QPoint place = list.visualItemRect(list.item(row)).center();
+        QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, place);
+        QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, place);
+    }
+    // Add, remove, up, down.
+    std::string enabled() {
+        std::string states;
+        for (const char* name :
+             {"cmdTransfer(0)", "cmdTransfer(1)", "cmdUpDown(0)", "cmdUpDown(1)"})
+            states += child<QPushButton>(*form_, name).isEnabled() ? '1' : '0';
+        return states;
+    }
     static std::string visibleFields() {
         std::string ids;
         for (const modDictation::SearchField& field : modDictation::searchFields())
@@ -42,8 +56,7 @@ TEST_F(ColumnChooser, MovesFieldsBetweenTheLists) {
     open();
     EXPECT_EQ(left().count(), 0);
     EXPECT_EQ(right().count(), 21);
-    press("cmdTransfer(1)");
-    EXPECT_EQ(left().count(), 0) << "nothing was selected";
+    EXPECT_EQ(enabled(), "0000") << "nothing is selected";
 
     right().setCurrentRow(1);
     press("cmdTransfer(1)");
@@ -54,7 +67,11 @@ TEST_F(ColumnChooser, MovesFieldsBetweenTheLists) {
     EXPECT_EQ(captions(left()), "Status;File name*;");
     EXPECT_EQ(right().currentRow(), right().count() - 1) << "the one before the last";
 
-    Q_EMIT left().itemDoubleClicked(left().item(1));
+    doubleClick(left(), 1);
+    EXPECT_EQ(captions(right(), 19), "File name*;");
+    doubleClick(right(), 19);
+    EXPECT_EQ(captions(left()), "Status;File name*;");
+    doubleClick(left(), 1);
     press("cmdTransfer(0)");
     EXPECT_EQ(captions(left()), "") << "an empty list has no selection";
     EXPECT_EQ(captions(right(), 19), "File name;Status*;");
@@ -62,15 +79,52 @@ TEST_F(ColumnChooser, MovesFieldsBetweenTheLists) {
 
 TEST_F(ColumnChooser, MovesTheSelectedColumnUpAndDown) {
     open();
-    right().setCurrentRow(0);
+    std::string states;
+    for (const int row : {0, 1, right().count() - 1}) {
+        right().setCurrentRow(row);
+        states += enabled() + " ";
+    }
+    EXPECT_EQ(states, "0101 0111 0110 ");
+    right().setCurrentRow(1);
     press("cmdUpDown(0)");
+    EXPECT_EQ(captions(right()).substr(0, 22), "Status*;Folder;Marker;");
     press("cmdUpDown(1)");
-    EXPECT_EQ(captions(right()).substr(0, 21), "Status;Folder*;Marker");
-    right().setCurrentRow(right().count() - 1);
+    EXPECT_EQ(captions(right()).substr(0, 22), "Folder;Status*;Marker;");
     press("cmdUpDown(1)");
-    EXPECT_EQ(right().currentRow(), right().count() - 1);
     press("cmdOK");
     EXPECT_EQ(visibleFields().substr(0, 6), "1 2 3 ") << "the order is not handed back";
+}
+
+// A key that is pressed twice on a button that the first press disables.
+TEST_F(ColumnChooser, DoesNotUndoByASecondPressOfTheKey) {
+    struct Case {
+        const char* button;
+        int row; // selected at the right
+        const char* focus;
+    };
+    for (const Case& c : std::vector<Case>{{"cmdTransfer(0)", 3, "lstRight"},
+                                           {"cmdTransfer(1)", 0, "lstLeft"},
+                                           {"cmdUpDown(0)", 1, "lstRight"},
+                                           {"cmdUpDown(1)", 1, "lstRight"}}) {
+        modDictation::BuildSearchFieldTable();
+        for (modDictation::SearchField& field : modDictation::searchFields())
+            field.Visible = field.Id < 4; // three at the right
+        modDictation::searchFields()[4].Visible = std::string(c.button) == "cmdTransfer(0)";
+        open();
+        if (std::string(c.button) == "cmdTransfer(0)")
+            while (left().count() > 1)
+                delete left().takeItem(0);
+        left().setCurrentRow(0);
+        right().setCurrentRow(c.row);
+        if (std::string(c.button) == "cmdTransfer(1)")
+            while (right().count() > 1)
+                delete right().takeItem(1);
+        auto& button = child<QPushButton>(*form_, c.button);
+        button.setFocus();
+        QTest::keyClick(&button, Qt::Key_Space);
+        EXPECT_FALSE(button.isEnabled()) << c.button;
+        EXPECT_EQ(form_->focusWidget()->objectName().toStdString(), c.focus) << c.button;
+    }
 }
 
 TEST_F(ColumnChooser, TouchesTheTableOnlyWithOK) {
@@ -86,9 +140,26 @@ TEST_F(ColumnChooser, TouchesTheTableOnlyWithOK) {
     right().setCurrentRow(0);
     while (right().count() > 0)
         press("cmdTransfer(1)");
-    press("cmdOK");
+    QTest::keyClick(&left(), Qt::Key_Return); // presses OK from everywhere
     EXPECT_TRUE(form_->OKPressed());
     EXPECT_EQ(visibleFields(), "10 12 17 ") << "those that cannot be chosen stay";
+}
+
+TEST_F(ColumnChooser, ReadsAsOneGoesAndFollowsTheLanguage) {
+    open();
+    EXPECT_EQ(tests::readable(*form_),
+              "Choose columns|Choose which fields the result list shows as columns.|&Add|&Remove|"
+              "Move &up|Move &down|A&vailable fields:>lstLeft|Displayed &columns:>lstRight|"
+              "U&navailable fields:>lstNonCustomizable|OK|Cancel");
+    right().setCurrentRow(1);
+    EXPECT_EQ(tests::tabOrder(*form_), "lstLeft cmdTransfer(1) lstRight cmdUpDown(0) cmdUpDown(1) "
+                                       "lstNonCustomizable cmdOK cmdCancel ");
+    tests::speakGerman(*form_);
+    EXPECT_EQ(form_->windowTitle(), QStringLiteral("Spalten auswählen"));
+    EXPECT_EQ(captions(right()).substr(0, 19), "Verzeichnis;Status*");
+    EXPECT_EQ(captions(child<QListWidget>(*form_, "lstNonCustomizable")),
+              "(kein Feld);-;-;-;Diktatart;Zweiter Status;");
+    EXPECT_TRUE(tests::fitsTheScreen(*form_));
 }
 
 } // namespace

@@ -17,6 +17,7 @@
 #include <QSpinBox>
 #include <QTableView>
 #include <QToolButton>
+#include <QTreeWidget>
 
 namespace ov {
 namespace {
@@ -102,7 +103,15 @@ TEST_F(ListExport, WritesTheRowsAsTheyAreShown) {
 
     EXPECT_NE(read("local.ini").find("ExportFormat=.csv"), std::string::npos);
     focusRows();
-    save([this] { key(QKeySequence::Save); }, native("again"));
+    withDialog([this] { key(QKeySequence::Save); },
+               [&](QDialog& dialog) {
+                   tests::speakGerman(dialog);
+                   EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Ergebnisliste exportieren"));
+                   EXPECT_EQ(dynamic_cast<QFileDialog&>(dialog).selectedNameFilter(),
+                             QStringLiteral("CSV-Datei (*.csv)"));
+                   dialog.findChild<QLineEdit*>()->setText(QString::fromStdString(native("again")));
+                   dialog.accept();
+               });
     EXPECT_EQ(read("again.csv"), all) << "the last form is offered first";
 }
 
@@ -118,6 +127,19 @@ TEST_F(ListExport, AsksBeforeItReplacesAndTellsWhatFailed) {
     save([this] { choose("CSV"); }, native("missing/x.csv"));
     ASSERT_EQ(user->boxes.size(), 1U);
     EXPECT_NE(user->boxes[0].text.find("No such file"), std::string::npos);
+}
+
+TEST_F(ListExport, SaysOfTheRowsOfAFailedSearchWhatThatLookedFor) {
+    store.add("2$WAV@@14$Anna.WAV").add("2$WAV@@14$Anna 2.WAV");
+    write("SearchCriteria.dat", tests::criterion("5|17|Anna|\r\n"));
+    searchAll();
+    widget<QTreeWidget>("lvSearchCriteria").topLevelItem(0)->setSelected(true);
+    press("cmdSearchKriteriaOptions(2)");
+    host().refused = {"PI_ProgressValue(&2)"};
+    user->saysYes = true;
+    press("cmdSearchOptions(0)");
+    save([this] { choose("Web page"); }, native("rows.html"));
+    EXPECT_NE(read("rows.html").find("No search criteria: all dictations"), std::string::npos);
 }
 
 TEST_F(ListExport, NeedsRowsAndAPrinter) {

@@ -337,7 +337,7 @@ TEST_F(Player, SaysTimesAndModes) {
     EXPECT_EQ(FormatPlayTime(360000, 1), QStringLiteral("100:00:00"));
     EXPECT_EQ(FormatPlayTime(5000, 0), QStringLiteral("00:00:00"));
     EXPECT_EQ(MciModeText(""), QStringLiteral("-"));
-    EXPECT_EQ(MciModeText("not ready"), QStringLiteral("Not Ready"));
+    EXPECT_EQ(MciModeText("not ready"), QStringLiteral("Not ready"));
     EXPECT_EQ(MciModeText("dancing"), QString());
 }
 

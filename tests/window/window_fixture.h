@@ -16,9 +16,12 @@
 
 #include <gtest/gtest.h>
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QComboBox>
 #include <QDialog>
+#include <QGroupBox>
+#include <QLabel>
 #include <QMenu>
 #include <QPointer>
 #include <QPushButton>
@@ -145,6 +148,55 @@ inline void withDialog(const std::function<void()>& open,
     open();
     QCoreApplication::processEvents();
     EXPECT_FALSE(look.isActive()) << "no dialog came up";
+}
+
+// The widgets that Tab goes to, from the one that has the focus until it comes round.
+inline std::string tabOrder(QWidget& window) {
+    std::string names;
+    const QWidget* first = window.focusWidget();
+    constexpr int most = 30;
+    for (int i = 0; i < most && (i == 0 || window.focusWidget() != first); ++i) {
+        const std::string name = window.focusWidget()->objectName().toStdString() + " ";
+        if (!names.ends_with(name)) // parts of a date
+            names += name;
+        QTest::keyClick(window.focusWidget(), Qt::Key_Tab);
+    }
+    return names;
+}
+
+// Title and texts of a window as they are read, "label>widget" where the label's key leads to one.
+inline std::string readable(const QWidget& window) {
+    QString all = window.windowTitle();
+    const auto add = [&all](const QString& text) {
+        if (!text.isEmpty())
+            all += QLatin1Char('|') + text;
+    };
+    const QList<QWidget*> widgets = window.findChildren<QWidget*>();
+    for (const QWidget* widget : widgets) {
+        if (!widget->isVisible())
+            continue;
+        if (const auto* label = qobject_cast<const QLabel*>(widget))
+            add(label->text() + (label->buddy() != nullptr
+                                     ? QLatin1Char('>') + label->buddy()->objectName()
+                                     : QString()));
+        else if (qobject_cast<const QAbstractButton*>(widget) != nullptr ||
+                 qobject_cast<const QGroupBox*>(widget) != nullptr)
+            add(widget->property("text").toString() + widget->property("title").toString());
+    }
+    return all.toStdString();
+}
+
+// Switches a window to German, as the control does with its dialogs.
+inline void speakGerman(QWidget& window) {
+    modLanguage::SetLanguage(7, 0);
+    modDictation::BuildSearchFieldTable();
+    QEvent change(QEvent::LanguageChange);
+    QCoreApplication::sendEvent(&window, &change);
+}
+
+// Of the smallest screen, without the frame.
+inline bool fitsTheScreen(const QWidget& window) {
+    return window.minimumSizeHint().width() <= 640 && window.minimumSizeHint().height() <= 450;
 }
 
 // Chooses the entry that carries `id`, as a click on it would.

@@ -6,6 +6,7 @@
 #include "platform/coarse_clock.h"
 #include "platform/user_interface.h"
 #include "support/text_ids.h"
+#include "widgets/captions.h"
 #include "widgets/text.h"
 
 #include <algorithm>
@@ -19,15 +20,33 @@ constexpr int steps = 1000;
 constexpr int patience = 400; // milliseconds before the dialog comes up
 constexpr std::int64_t lookInterval = 50;
 
+std::int32_t titleOf(std::int32_t textId) {
+    switch (textId) {
+    case text_id::printing:
+        return text_id::printTitle;
+    case text_id::layingOutPages:
+        return text_id::previewTitle;
+    default:
+        return text_id::exportTitle;
+    }
+}
+
+void showWords(QProgressDialog& dialog, std::int32_t textId) {
+    dialog.setWindowTitle(widgets::text(titleOf(textId)));
+    dialog.setLabelText(widgets::text(textId));
+    dialog.setCancelButtonText(widgets::text(text_id::cancel));
+}
+
 } // namespace
 
 ExportProgress::ExportProgress(std::int32_t textId, std::int64_t rows, QWidget* owner,
                                std::function<bool()> isEnding)
-    : dialog_(widgets::text(textId), widgets::text(text_id::cancel), 0, steps, owner),
+    : dialog_(QString(), QString(), 0, steps, owner),
       isEnding_(std::move(isEnding)),
       rows_(std::max<std::int64_t>(rows, 1)) {
     dialog_.setObjectName(QStringLiteral("ExportProgress"));
-    dialog_.setWindowTitle(widgets::text(text_id::exportTitle));
+    showWords(dialog_, textId);
+    widgets::followLanguage(dialog_, [this, textId] { showWords(dialog_, textId); });
     dialog_.setWindowModality(Qt::WindowModal);
     dialog_.setMinimumDuration(patience);
     dialog_.setAutoReset(false);

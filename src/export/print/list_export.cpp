@@ -9,9 +9,8 @@
 #include "export/print/print_preview.h"
 #include "platform/files.h"
 #include "support/modFilePath.h"
-#include "support/modLanguage.h"
-#include "support/modUtil.h"
 #include "support/text_ids.h"
+#include "widgets/captions.h"
 #include "widgets/icons.h"
 #include "widgets/text.h"
 
@@ -24,8 +23,6 @@
 #include <utility>
 
 namespace ov::exporting::print {
-
-using modLanguage::GetText;
 
 namespace {
 
@@ -48,7 +45,8 @@ constexpr std::array<Entry, 8> entries = {{
 
 void addEntries(QMenu& menu, bool selectedOnly, const std::function<void(Command, bool)>& run) {
     for (const Entry& entry : entries) {
-        QAction* action = menu.addAction(widgets::icon(entry.icon), widgets::text(entry.text));
+        QAction* action = menu.addAction(widgets::icon(entry.icon), QString());
+        widgets::setCaption(*action, entry.text);
         if (!selectedOnly && entry.command == Command::print)
             action->setShortcut(QKeySequence::Print);
         action->setShortcutContext(Qt::WidgetShortcut); // shown; the window handles the key
@@ -64,6 +62,18 @@ QString fileFilter(const FormatInfo& info) {
     const auto ending =
         QLatin1String(info.ending.data(), static_cast<qsizetype>(info.ending.size()));
     return QStringLiteral("%1 (*%2)").arg(widgets::text(info.description), ending);
+}
+
+// The kind of file that is chosen stays the same.
+void showWords(QFileDialog& dialog, std::optional<Format> only) {
+    QStringList filters;
+    for (const FormatInfo& info : formats())
+        if (!only || info.format == *only)
+            filters << fileFilter(info);
+    const auto place = dialog.nameFilters().indexOf(dialog.selectedNameFilter());
+    dialog.setNameFilters(filters);
+    dialog.selectNameFilter(filters.value(place));
+    widgets::setCaption(dialog, text_id::exportTitle);
 }
 
 std::string nativeOf(const QString& fileName) {
@@ -92,7 +102,8 @@ QPageSize paperOf(const QPrinter& printer) {
 void addCommands(QMenu& menu, bool someSelected, const std::function<void(Command, bool)>& run) {
     addEntries(menu, false, run);
     menu.addSeparator();
-    QMenu* selected = menu.addMenu(widgets::text(text_id::menuSelectedOnly));
+    QMenu* selected = menu.addMenu(QString());
+    widgets::setCaption(*selected, text_id::menuSelectedOnly);
     selected->setEnabled(someSelected);
     addEntries(*selected, true, run);
 }
@@ -128,9 +139,10 @@ const RowSource& ListExport::rows(bool selectedOnly) const {
     return selectedOnly ? list_.selected : list_.all;
 }
 
-void ListExport::tell(const std::string& text) const {
+void ListExport::tell(modUtil::Message message) const {
     if (!list_.isEnding())
-        modUtil::ShowMessage(text, platform::MessageIcon::information, {}, list_.owner);
+        modUtil::ShowMessage(std::move(message), platform::MessageIcon::information, {},
+                             list_.owner);
 }
 
 // ---- Paper
@@ -152,9 +164,9 @@ void ListExport::print(bool selectedOnly) {
                       static_cast<Orientation>(options.Orientation)};
     const RowSource& chosen = rows(options.DruckBereichIndex == frmExportOptionsPrint::markierte);
     if (chosen.count() == 0)
-        tell(GetText(text_id::nothingSelected));
+        tell(text_id::nothingSelected);
     else if (options.printer().printerName().isEmpty())
-        tell(GetText(text_id::noPrinter));
+        tell(text_id::noPrinter);
     else
         printOn(options.printer(), document, chosen);
 }
@@ -172,9 +184,9 @@ void ListExport::printOn(QPrinter& printer, const Document& document, const RowS
                              return goOn(chosen.count() + done);
                          });
     if (stopped)
-        tell(GetText(text_id::printStopped));
+        tell(text_id::printStopped);
     else if (!printed)
-        tell(GetText(text_id::printFailed));
+        tell(text_id::printFailed);
 }
 
 void ListExport::preview(bool selectedOnly) {
@@ -214,15 +226,12 @@ void ListExport::save(std::optional<Format> format, bool selectedOnly) {
 }
 
 std::optional<std::string> ListExport::askForFile(std::optional<Format> format, Format& chosen) {
-    QFileDialog dialog(list_.owner, widgets::text(text_id::exportTitle));
+    QFileDialog dialog(list_.owner);
     dialog.setObjectName(QStringLiteral("ExportFile"));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setOption(QFileDialog::DontConfirmOverwrite); // asked once the ending is known
-    QStringList filters;
-    for (const FormatInfo& info : formats())
-        if (!format || info.format == *format)
-            filters << fileFilter(info);
-    dialog.setNameFilters(filters);
+    showWords(dialog, format);
+    widgets::followLanguage(dialog, [&] { showWords(dialog, format); });
     dialog.selectNameFilter(fileFilter(formatInfo(chosen)));
     if (const std::string folder = settings_.folder(); !folder.empty())
         dialog.setDirectory(widgets::nativePathText(folder));
@@ -236,18 +245,19 @@ std::optional<std::string> ListExport::askForFile(std::optional<Format> format, 
 
 bool ListExport::mayReplace(const std::string& path) const {
     return !platform::fileExists(path) ||
-           (modUtil::AskYesNo(GetText(text_id::replaceFileQuestion, {platform::toNativePath(path)}),
-                              {}, list_.owner) &&
+           (modUtil::AskYesNo({text_id::replaceFileQuestion, {platform::toNativePath(path)}}, {},
+                              list_.owner) &&
             !list_.isEnding());
 }
 
 void ListExport::tellResult(const ExportResult& result, const std::string& path, bool existed) {
     const std::string native = platform::toNativePath(path);
-    if (result.stopped)
-        tell(existed ? GetText(text_id::replacementStopped, {native})
-                     : GetText(text_id::exportStopped));
+    if (result.stopped && existed)
+        tell({text_id::replacementStopped, {native}});
+    else if (result.stopped)
+        tell(text_id::exportStopped);
     else if (!result.status.ok())
-        tell(GetText(text_id::exportFailed, {native, result.status.description()}));
+        tell({text_id::exportFailed, {native, result.status.description()}});
 }
 
 void ListExport::copyText(bool selectedOnly) {

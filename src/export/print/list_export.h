@@ -7,6 +7,7 @@
 #include "export/file_export.h"
 #include "export/print/list_pages.h"
 #include "export/rows.h"
+#include "support/modUtil.h"
 
 #include <cstdint>
 #include <functional>
@@ -59,7 +60,7 @@ private:
     void printOn(QPrinter& printer, const Document& document, const RowSource& chosen);
     std::optional<std::string> askForFile(std::optional<Format> format, Format& chosen);
     bool mayReplace(const std::string& path) const;
-    void tell(const std::string& text) const;
+    void tell(modUtil::Message message) const;
     void tellResult(const ExportResult& result, const std::string& path, bool existed);
 
     ListToExport list_;

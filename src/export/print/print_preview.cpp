@@ -8,7 +8,6 @@
 #include "widgets/icons.h"
 #include "widgets/text.h"
 
-#include <QEvent>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QPainter>
@@ -91,6 +90,7 @@ PrintPreview::PrintPreview(const ListPages& pages, QWidget* parent)
     column->addLayout(buildTools());
     column->addWidget(area_, 1);
     widgets::translate(*this);
+    widgets::followLanguage(*this, [this] { widgets::translate(*this); });
 
     const QSize screen = this->screen()->availableSize();
     constexpr int widest = 1100;
@@ -213,12 +213,6 @@ void PrintPreview::keyPressEvent(QKeyEvent* event) {
     default:
         QDialog::keyPressEvent(event);
     }
-}
-
-void PrintPreview::changeEvent(QEvent* event) {
-    QDialog::changeEvent(event);
-    if (event->type() == QEvent::LanguageChange)
-        widgets::translate(*this);
 }
 
 } // namespace ov::exporting::print

@@ -55,7 +55,6 @@ public:
     PrintPreview(const ListPages& pages, QWidget* parent);
 
 protected:
-    void changeEvent(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
