@@ -3,8 +3,8 @@
 
 // Export and print as the user reaches them from the control.
 
-#include "export/print/print_preview.h"
-#include "tests/run_program.h"
+#include "dialogs/frmExportOptionsPrint.h"
+#include "tests/window/pdf_pages.h"
 #include "tests/window/window_fixture.h"
 
 #include <QClipboard>
@@ -12,6 +12,7 @@
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QMenu>
+#include <QProgressDialog>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSpinBox>
@@ -42,6 +43,14 @@ protected:
             if (model.headerData(column, Qt::Horizontal).toString() == QStringLiteral("Author"))
                 return column;
         throw std::runtime_error("no authors");
+    }
+    void showOnlyAuthors() { // sorted
+        for (int column = 0; column < results().model()->columnCount(); ++column)
+            results().setColumnHidden(column, column != authorColumn());
+        const QHeaderView* header = results().horizontalHeader();
+        QTest::mouseClick(header->viewport(), Qt::LeftButton, {},
+                          {header->sectionViewportPosition(authorColumn()) + 8, 8});
+        QCoreApplication::processEvents();
     }
     std::string author(int row) {
         return results().model()->index(row, authorColumn()).data().toString().toStdString();
@@ -74,29 +83,39 @@ protected:
         save([this] { choose("CSV"); }, native(name));
         return read(name);
     }
+    // Cancels the progress of what `open` starts; gives back what the user is told.
+    std::string stopping(const std::function<void()>& open) {
+        QTimer look;
+        look.callOnTimeout([&] {
+            if (auto* progress =
+                    window().findChild<QProgressDialog*>(QStringLiteral("ExportProgress"))) {
+                look.stop();
+                progress->cancel();
+            }
+        });
+        look.start(0);
+        open();
+        EXPECT_FALSE(look.isActive());
+        const std::string said = user->boxes.empty() ? std::string() : user->boxes.back().text;
+        user->boxes.clear();
+        return said;
+    }
     std::string native(const std::string& name) { return (folder() / name).native(); }
 };
 
 TEST_F(ListExport, WritesTheRowsAsTheyAreShown) {
     store.add("2$WAV@@14$Zeh.WAV").add("a/2$WAV@@14$Anna.WAV").add("b/2$WAV@@14$Max.WAV");
     searchAll();
-    for (int column = 0; column < results().model()->columnCount(); ++column)
-        results().setColumnHidden(column, column != authorColumn());
-    results().sortByColumn(authorColumn(), Qt::AscendingOrder);
+    showOnlyAuthors();
     const std::string all = saved("all.csv");
-    EXPECT_EQ(std::count(all.begin(), all.end(), '\n'), 4);
-    EXPECT_TRUE(all.starts_with("\xEF\xBB\xBF"
-                                "Author\r\n"))
-        << all;
+    EXPECT_EQ(all, "\xEF\xBB\xBF"
+                   "Author\r\nAnna\r\nMax\r\nZeh\r\n");
     results().selectRow(1);
     choose("Copy", true);
-    EXPECT_EQ(QApplication::clipboard()->text().count(QLatin1Char('\n')), 2);
+    EXPECT_EQ(QApplication::clipboard()->text().toStdString(), "Author\nMax\n");
     save([this] { choose("CSV", true); }, native("one"));
-    const std::string one = read("one.csv");
-    EXPECT_EQ(std::count(one.begin(), one.end(), '\n'), 2);
-    withDialog(
-        [this] { choose("preview", true); },
-        [](QDialog& dialog) { EXPECT_EQ(child<QSpinBox>(dialog, "PageNumber").maximum(), 1); });
+    EXPECT_EQ(read("one.csv"), "\xEF\xBB\xBF"
+                               "Author\r\nMax\r\n");
     save([this] { choose("CSV"); }, native("typed.json"));
     EXPECT_TRUE(read("typed.json").starts_with("[\n")) << "the ending that was typed counts";
     save([this] { choose("CSV"); }, native("last"));
@@ -163,6 +182,141 @@ TEST_F(ListExport, NeedsRowsAndAPrinter) {
     ASSERT_EQ(user->boxes.size(), 1U) << "nothing is selected";
 }
 
+// From the menu for all or for selected rows, with the range chosen in the dialog, pages of a
+// printer that writes into a file.
+struct Printing {
+    bool fromSelected;
+    int range; // -1: as it is offered
+    int page;  // 0: all
+    std::string rows;
+    std::string foot;
+};
+
+void fillIn(frmExportOptionsPrint& form, const Printing& printing, const std::string& file) {
+    form.printer().setOutputFileName(QString::fromStdString(file));
+    if (printing.page > 0) {
+        form.printer().setPrintRange(QPrinter::PageRange);
+        form.printer().setFromTo(printing.page, printing.page);
+    }
+    EXPECT_EQ(form.DruckBereichIndex, printing.fromSelected ? 1 : 0);
+    if (printing.range >= 0)
+        child<QRadioButton>(form, printing.range == 0 ? "optBereich(0)" : "optBereich(1)").click();
+    child<QLineEdit>(form, "txtTitel").setText(QStringLiteral("On paper"));
+    child<QPushButton>(form, "cmdOK").click();
+}
+
+void expectPrinted(const std::string& file, const Printing& expected) {
+    const auto pages = tests::readPdf(file);
+    std::vector<tests::PdfWord> rows;
+    for (const tests::PdfPage& page : pages)
+        for (const tests::PdfWord& word : page.words)
+            if (word.text.starts_with("A1") || word.text.starts_with("A2"))
+                rows.push_back(word);
+    ASSERT_FALSE(rows.empty());
+    EXPECT_EQ(rows.front().text + " to " + rows.back().text + ", " + std::to_string(rows.size()),
+              expected.rows);
+    const std::vector<std::string> lines = pages[0].lines();
+    EXPECT_NE(lines.back().find(expected.foot), std::string::npos) << lines.back();
+    EXPECT_TRUE(lines[0].ends_with("paper")) << lines[0];
+    EXPECT_EQ(std::lround(pages[0].size.width()), 595);
+    EXPECT_NEAR(rows[0].place.height(), 11 * 1.164, 0.2);
+    EXPECT_NE(tests::shellOutput("pdffonts '" + file + "'").find("DejaVuSerif"), std::string::npos);
+}
+
+TEST_F(ListExport, PrintsWhatTheDialogSays) {
+    for (int i = 100; i < 220; ++i)
+        store.add("2$WAV@@14$A" + std::to_string(i) + ".WAV");
+    write("local.ini", "[OVSearch.ctrlOVSearch]\r\nPrintOrientation=1\r\nPrintFontSize=11\r\n"
+                       "PrintFontName=DejaVu Serif\r\n");
+    searchAll();
+    showOnlyAuthors();
+    results().selectRow(2);
+    const std::vector<Printing> cases = {{false, -1, 0, "A100 to A219, 120", "Page 1 of 3"},
+                                         {true, -1, 0, "A102 to A102, 1", "Page 1 of 1"},
+                                         {false, 1, 0, "A102 to A102, 1", "Page 1 of 1"},
+                                         {true, 0, 0, "A100 to A219, 120", "Page 1 of 3"},
+                                         {false, -1, 2, "A144 to A188, 45", "Page 2 of 3"}};
+    for (const Printing& printing : cases) {
+        const std::string file = native("out.pdf");
+        withDialog([&] { choose("Print", printing.fromSelected); },
+                   [&](QDialog& dialog) {
+                       fillIn(static_cast<frmExportOptionsPrint&>(dialog), printing, file);
+                   });
+        expectPrinted(file, printing);
+    }
+    EXPECT_EQ(user->boxLines(), std::vector<std::string>());
+}
+
+TEST_F(ListExport, OffersEachForm) {
+    store.add("2$WAV@@14$Zeh.WAV");
+    searchAll();
+    struct Form {
+        const char* entry;
+        QString filter;
+        std::string ending;
+        std::string beginning;
+    };
+    const std::vector<Form> forms = {
+        {"PDF", QStringLiteral("PDF document (*.pdf)"), ".pdf", "%PDF"},
+        {"Spreadsheet", QStringLiteral("Spreadsheet (Excel workbook) (*.xlsx)"), ".xlsx", "PK"},
+        {"CSV", QStringLiteral("CSV file (*.csv)"), ".csv", "\xEF\xBB\xBF"},
+        {"Web", QStringLiteral("Web page (HTML) (*.html)"), ".html", "<!DOCTYPE"},
+        {"JSON", QStringLiteral("JSON file (*.json)"), ".json", "["}};
+    QStringList filters;
+    for (const Form& form : forms) {
+        withDialog([&] { choose(form.entry); },
+                   [&](QDialog& dialog) {
+                       auto& chooser = static_cast<QFileDialog&>(dialog);
+                       EXPECT_EQ(chooser.nameFilters(), QStringList(form.filter));
+                       auto& name = *dialog.findChild<QLineEdit*>();
+                       EXPECT_EQ(name.text().toStdString(), "Dictations found");
+                       name.setText(QString::fromStdString(native("out")));
+                       dialog.accept();
+                   });
+        EXPECT_TRUE(read("out" + form.ending).starts_with(form.beginning)) << form.entry;
+        filters << form.filter;
+    }
+    focusRows();
+    withDialog([&] { key(QKeySequence::Save); },
+               [&](QDialog& dialog) {
+                   auto& chooser = static_cast<QFileDialog&>(dialog);
+                   EXPECT_EQ(chooser.nameFilters().mid(0, 5), filters);
+                   EXPECT_EQ(chooser.selectedNameFilter(), forms.back().filter) << "the last one";
+                   EXPECT_EQ(chooser.directory().path().toStdString(), folder().native());
+                   dialog.findChild<QLineEdit*>()->setText(
+                       QString::fromStdString(native("typed.htm")));
+                   dialog.accept();
+               });
+    EXPECT_TRUE(read("typed.htm").starts_with("<!DOCTYPE")) << "as its ending says";
+}
+
+TEST_F(ListExport, CanBeStopped) {
+    for (int i = 0; i < 1500; ++i)
+        store.add("2$WAV@@14$A" + std::to_string(i) + ".WAV");
+    searchAll();
+    write("there.pdf", "old");
+    const auto pdf = [this](const std::string& name) {
+        save([this] { choose("PDF"); }, native(name));
+    };
+    EXPECT_EQ(stopping([&] { pdf("new.pdf"); }), "The export was stopped. No file was written.");
+    EXPECT_EQ(read("new.pdf"), "");
+    user->saysYes = true;
+    EXPECT_EQ(stopping([&] { pdf("there.pdf"); }),
+              "The export was stopped. The file " + native("there.pdf") + " is as it was.");
+    EXPECT_EQ(read("there.pdf"), "old");
+    EXPECT_EQ(stopping([&] {
+                  withDialog(
+                      [this] { choose("Print"); },
+                      [this](QDialog& dialog) {
+                          static_cast<frmExportOptionsPrint&>(dialog).printer().setOutputFileName(
+                              QString::fromStdString(native("p.pdf")));
+                          child<QPushButton>(dialog, "cmdOK").click();
+                      });
+              }),
+              "Printing was stopped.");
+    EXPECT_EQ(stopping([this] { choose("preview"); }), "") << "no window, no word";
+}
+
 TEST_F(ListExport, PreviewTurnsItsPages) {
     for (int i = 0; i < 120; ++i)
         store.add("2$WAV@@14$Author " + std::to_string(i) + ".WAV");
@@ -180,6 +334,14 @@ TEST_F(ListExport, PreviewTurnsItsPages) {
                    EXPECT_EQ(number.value(), number.maximum() - 1);
                    QTest::keyClick(&dialog, Qt::Key_Home);
                    EXPECT_EQ(view.grab().toImage(), first);
+                   QTest::keyClick(&dialog, Qt::Key_PageDown);
+                   child<QToolButton>(dialog, "cmdNextPage").click();
+                   QTest::keyClick(&dialog, Qt::Key_PageUp);
+                   EXPECT_EQ(number.value(), 2);
+                   number.setValue(1);
+                   EXPECT_EQ(view.grab().toImage(), first);
+                   EXPECT_FALSE(child<QToolButton>(dialog, "cmdPreviousPage").isEnabled());
+                   EXPECT_TRUE(child<QToolButton>(dialog, "cmdNextPage").isEnabled());
                },
                "PrintPreview");
 }
@@ -217,6 +379,45 @@ TEST_F(ListExport, EntriesOutliveTheirMenus) {
     chooseInList("Show log");
     EXPECT_TRUE(host().calls.back().starts_with("PI_LogView"));
     withDialog([&] { chooseInList("Choose columns"); }, escape, "frmSearchResultColumns");
+}
+
+TEST_F(ListExport, PreviewZoomsAndPrints) {
+    store.add("2$WAV@@14$Zeh.WAV").add("2$WAV@@14$Anna.WAV");
+    searchAll();
+    withDialog([this] { choose("preview"); },
+               [](QDialog& dialog) {
+                   auto& view = child<QWidget>(dialog, "PageView");
+                   const QSize whole = view.size();
+                   const auto wider = [&] { return (view.width() - 6.0) / (whole.width() - 6.0); };
+                   QTest::keyClick(&dialog, Qt::Key_Plus);
+                   child<QToolButton>(dialog, "cmdZoomIn").click();
+                   EXPECT_NEAR(wider(), 1.25 * 1.25, 0.01);
+                   QTest::keyClick(&dialog, Qt::Key_Minus);
+                   child<QToolButton>(dialog, "cmdZoomOut").click();
+                   EXPECT_NEAR(wider(), 1, 0.01);
+                   dialog.resize(dialog.size() * 0.8);
+                   EXPECT_NEAR(wider(), 1, 0.01) << "stays as the user wants it";
+                   child<QPushButton>(dialog, "cmdWholePage").click();
+                   EXPECT_LT(wider(), 0.9);
+                   for (int i = 0; i < 30; ++i)
+                       QTest::keyClick(&dialog, i < 15 ? Qt::Key_Minus : Qt::Key_Plus);
+                   EXPECT_NEAR(view.height() - 6, 400.0 * 595 / 72, 1) << "as large as it gets";
+               },
+               "PrintPreview");
+    results().selectRow(1);
+    withDialog(
+        [this] {
+            withDialog([this] { choose("preview", true); },
+                       [](QDialog& dialog) {
+                           EXPECT_EQ(child<QSpinBox>(dialog, "PageNumber").maximum(), 1);
+                           child<QPushButton>(dialog, "cmdPrint").click();
+                       },
+                       "PrintPreview");
+        },
+        [](QDialog& dialog) {
+            EXPECT_TRUE(child<QRadioButton>(dialog, "optBereich(1)").isChecked());
+        },
+        "frmExportOptionsPrint");
 }
 
 // Where with_printer has set up a printer.

@@ -165,7 +165,8 @@ void ListExport::print(bool selectedOnly) {
     const RowSource& chosen = rows(options.DruckBereichIndex == frmExportOptionsPrint::markierte);
     if (chosen.count() == 0)
         tell(text_id::nothingSelected);
-    else if (options.printer().printerName().isEmpty())
+    else if (options.printer().printerName().isEmpty() &&
+             options.printer().outputFileName().isEmpty())
         tell(text_id::noPrinter);
     else
         printOn(options.printer(), document, chosen);

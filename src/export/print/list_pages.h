@@ -66,13 +66,12 @@ private:
     double bottomOfRows() const;
     std::vector<TextLine> criteriaLines() const;
     std::vector<TextLine> titleLines() const;
+    std::vector<TextLine> smallTitleLines() const; // of further pages
 
     void paintTop(QPainter& painter, int page) const;
     void paintCaptions(QPainter& painter, double top) const;
     double paintRow(QPainter& painter, std::int64_t row, double top) const;
     void paintFoot(QPainter& painter, int page) const;
-    static void paintLines(QPainter& painter, const PageFont& font,
-                           const std::vector<TextLine>& lines, QPointF place);
     void rule(QPainter& painter, double y, double thickness, int grey) const;
 
     const Document& document_;

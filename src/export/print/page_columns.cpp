@@ -40,11 +40,12 @@ std::vector<double> sharedOut(const std::vector<ColumnNeed>& needs, double room)
     return cappedAt(low, needs);
 }
 
-// The caption of a column without values may be broken.
+// Captions are broken between words only.
 void addCaption(const Column& column, const PageFont& font, double widestWord, ColumnNeed& need) {
-    const double shortest = font.width(pageText(column.shortCaption));
-    need.least =
-        std::max(need.least, std::min(shortest, need.natural > 0 ? widestWord : widestWord / 2));
+    const QString caption = pageText(column.shortCaption);
+    need.word = std::min(font.longestWord(caption), 1.5 * widestWord);
+    need.least = std::max(
+        {need.least, need.word, need.natural > 0 ? std::min(font.width(caption), widestWord) : 0});
     need.natural = std::max({need.natural, need.least, font.width(pageText(column.caption))});
     const auto type = modDictation::fieldDefinition(column.field).valueType;
     need.isRigid = type == modDictation::ValueType::date || type == modDictation::ValueType::time;
@@ -53,11 +54,15 @@ void addCaption(const Column& column, const PageFont& font, double widestWord, C
 } // namespace
 
 QString pageText(const std::string& utf8) {
+    constexpr char16_t firstMark = 0x300; // nothing below it is ever put together
     QString text = QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
-    for (QChar& c : text)
+    bool mayCompose = false;
+    for (QChar& c : text) {
         if (c.category() == QChar::Other_Control || c.unicode() == 0x2028 || c.unicode() == 0x2029)
             c = QLatin1Char(' ');
-    return text;
+        mayCompose = mayCompose || c.unicode() >= firstMark;
+    }
+    return mayCompose ? text.normalized(QString::NormalizationForm_C) : text;
 }
 
 std::vector<ColumnNeed> columnNeeds(const std::vector<Column>& columns, const RowSource& rows,
@@ -96,11 +101,13 @@ std::vector<double> columnWidths(const std::vector<ColumnNeed>& needs, double wi
     }
     if (fits(needs, width, gap))
         return sharedOut(needs, room);
-    // Dates and numbers are short; they stay whole for longest.
-    std::vector<ColumnNeed> given;
-    given.reserve(needs.size());
-    for (const ColumnNeed& need : needs)
-        given.push_back({need.least, need.isRigid ? need.least : 0});
+    // Dates and numbers are short; they stay whole for longest, then the words of captions.
+    std::vector<ColumnNeed> given = needs;
+    for (ColumnNeed& need : given)
+        need = {need.least, need.isRigid ? need.least : need.word, 0, need.isRigid};
+    if (!fits(given, width, gap))
+        for (ColumnNeed& need : given)
+            need.least = need.isRigid ? need.least : 0;
     return sharedOut(given, room);
 }
 

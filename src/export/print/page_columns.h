@@ -12,13 +12,14 @@
 
 namespace ov::exporting::print {
 
-// A text as a page shows it, without line ends and other controls.
+// A text as a page shows it, without line ends and other controls, marks on their letters.
 QString pageText(const std::string& utf8);
 
 // What a column would like to have, and the least with which it can be read.
 struct ColumnNeed {
     double natural = 0;
     double least = 0;
+    double word = 0;      // the longest of the caption
     bool isRigid = false; // dates and lengths: half of one is worse than none
 };
 

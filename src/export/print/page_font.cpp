@@ -13,12 +13,15 @@ namespace {
 
 constexpr std::size_t tableSize = 0x2100;
 constexpr QChar ellipsis(0x2026);
+constexpr double rounding = 0.5; // units
 
-// Latin letters, digits and punctuation: what stands side by side without touching its neighbour.
+// Letters, digits and punctuation that stand side by side without touching their neighbours.
 bool isSimple(char16_t c) {
-    const bool latin = (c >= u' ' && c < 0x7F) || (c >= 0xA0 && c < 0x250 && c != 0xAD);
+    const bool latin = (c >= u' ' && c < 0x7F) || (c >= 0xA0 && c < 0x250 && c != 0xAD) ||
+                       (c >= 0x1E00 && c < 0x1F00);
+    const bool greekOrCyrillic = c >= 0x386 && c < 0x483;
     const bool punctuation = (c >= 0x2010 && c <= 0x2027) || (c >= 0x2030 && c <= 0x205E);
-    return latin || punctuation || c == 0x20AC;
+    return latin || greekOrCyrillic || punctuation || c == 0x20AC;
 }
 
 // Not within a date or a number.
@@ -44,17 +47,21 @@ PageFont::PageFont(const QFont& font, double points, bool bold)
       metrics_(font_),
       raw_(QRawFont::fromFont(font_)),
       table_(tableSize) {
-    for (char16_t c = u' '; c < tableSize; ++c) {
-        if (!isSimple(c))
-            continue;
-        const QList<quint32> indexes = raw_.glyphIndexesForString(QString(QChar(c)));
-        if (indexes.size() == 1 && indexes[0] != 0)
-            table_[c] = {indexes[0],
-                         static_cast<float>(raw_.advancesForGlyphIndexes(indexes)[0].x())};
-    }
+    fillTable();
     lineHeight_ = metrics_.ascent() + metrics_.descent();
     ascent_ = metrics_.ascent();
     ellipsisWidth_ = width(QStringView(&ellipsis, 1));
+}
+
+void PageFont::fillTable() {
+    QString characters;
+    for (char16_t c = u' '; c < tableSize; ++c)
+        if (isSimple(c))
+            characters += QChar(c);
+    const QList<quint32> indexes = raw_.glyphIndexesForString(characters);
+    const QList<QPointF> advances = raw_.advancesForGlyphIndexes(indexes);
+    for (qsizetype i = 0; i < std::min(advances.size(), characters.size()); ++i)
+        table_[characters[i].unicode()] = {indexes[i], static_cast<float>(advances[i].x())};
 }
 
 std::optional<double> PageFont::simpleWidth(QStringView text) const {
@@ -84,23 +91,31 @@ double PageFont::longestWord(QStringView text) const {
     return longest;
 }
 
-// How many characters of a simple text the width holds, one at least.
+bool PageFont::isSimplyBroken(QStringView text, double width) const {
+    return std::ranges::all_of(
+        text, [&](QChar c) { return static_cast<double>(advanceOf(c)) + ellipsisWidth_ <= width; });
+}
+
+// How many characters of a simple text the width holds.
 qsizetype PageFont::fitting(QStringView text, double width) const {
     double sum = 0;
     qsizetype count = 0;
     while (count < text.size() && (sum += static_cast<double>(advanceOf(text[count]))) <= width)
         ++count;
-    return std::max<qsizetype>(count, 1);
+    return count;
 }
 
 // Where to break a text of which `most` characters fit; blanks may hang over. A word is broken only
-// when it has no room on a line of its own.
-qsizetype PageFont::breakBefore(QStringView text, qsizetype most, double width) const {
+// when it has no room on a line of its own; 0 where that must not be.
+qsizetype PageFont::breakBefore(QStringView text, qsizetype most, double width,
+                                Breaks breaks) const {
     if (text[most] == QLatin1Char(' '))
         return most;
     qsizetype start = most;
     while (start > 0 && !mayBreakAfter(text, start - 1))
         --start;
+    if (breaks == Breaks::words)
+        return start;
     qsizetype end = most;
     while (end < text.size() && text[end] != QLatin1Char(' ') && !mayBreakAfter(text, end))
         ++end;
@@ -109,7 +124,8 @@ qsizetype PageFont::breakBefore(QStringView text, qsizetype most, double width) 
 }
 
 template <typename Visit>
-void PageFont::forEachLine(QStringView text, double width, int mostLines, Visit visit) const {
+void PageFont::forEachLine(QStringView text, double width, int mostLines, Breaks breaks,
+                           Visit visit) const {
     qsizetype start = 0;
     for (int line = 1; start < text.size(); ++line) {
         const QStringView rest = text.sliced(start);
@@ -118,11 +134,11 @@ void PageFont::forEachLine(QStringView text, double width, int mostLines, Visit 
             visit(rest, false);
             return;
         }
-        if (line == mostLines) {
+        const qsizetype place = line == mostLines ? 0 : breakBefore(rest, most, width, breaks);
+        if (place == 0) {
             visit(rest.first(fitting(rest, width - ellipsisWidth_)), true);
             return;
         }
-        const qsizetype place = breakBefore(rest, most, width);
         visit(rest.first(place), false);
         start += place;
         while (start < text.size() && text[start] == QLatin1Char(' '))
@@ -130,45 +146,54 @@ void PageFont::forEachLine(QStringView text, double width, int mostLines, Visit 
     }
 }
 
-std::vector<TextLine> PageFont::broken(const QString& text, double width, int mostLines) const {
+std::vector<TextLine> PageFont::broken(const QString& text, double width, int mostLines,
+                                       Breaks breaks) const {
     std::vector<TextLine> lines;
     if (text.isEmpty())
         return lines;
     const auto whole = simpleWidth(text);
     if (whole && *whole <= width) {
-        lines.push_back({text, *whole});
-    } else if (!whole) {
-        QString cut = metrics_.elidedText(text, Qt::ElideRight, width);
-        const double cutWidth = metrics_.horizontalAdvance(cut);
-        lines.push_back({std::move(cut), cutWidth});
+        lines.push_back({text, lineHeight_, false});
+    } else if (!whole || !isSimplyBroken(text, width)) {
+        lines = shapedLines(text, font_, width, mostLines, breaks, lineHeight_);
     } else {
-        forEachLine(text, width, mostLines, [&](QStringView line, bool isCut) {
-            QString shown = line.toString();
-            if (isCut)
-                shown += ellipsis;
-            lines.push_back({shown, simpleWidth(shown).value_or(width)});
+        forEachLine(text, width, mostLines, breaks, [&](QStringView line, bool isCut) {
+            lines.push_back(
+                {isCut ? line.toString() + ellipsis : line.toString(), lineHeight_, false});
         });
     }
     return lines;
 }
 
-int PageFont::lineCount(const QString& text, double width, int mostLines) const {
+double PageFont::height(const QString& text, double width, int mostLines, Breaks breaks) const {
     if (text.isEmpty())
         return 0;
     const auto whole = simpleWidth(text);
-    if (!whole || *whole <= width)
-        return 1;
+    if (whole && *whole <= width)
+        return lineHeight_;
+    if (!whole || !isSimplyBroken(text, width))
+        return heightOf(shapedLines(text, font_, width, mostLines, breaks, lineHeight_));
     int count = 0;
-    forEachLine(text, width, mostLines, [&count](QStringView, bool) { ++count; });
-    return count;
+    forEachLine(text, width, mostLines, breaks, [&count](QStringView, bool) { ++count; });
+    return count * lineHeight_;
 }
 
-void PageFont::draw(QPainter& painter, QPointF place, const QString& text) const {
-    if (!simpleWidth(text)) {
-        painter.setFont(font_);
-        painter.drawText(place, text);
-        return;
+void PageFont::draw(QPainter& painter, const QRectF& cell,
+                    const std::vector<TextLine>& lines) const {
+    const bool simple = std::ranges::all_of(lines, [&](const TextLine& line) {
+        const auto width = simpleWidth(line.text);
+        return width && *width <= cell.width() + rounding;
+    });
+    if (!simple)
+        return drawShaped(painter, font_, lines, cell);
+    QPointF place(cell.left(), cell.top() + ascent_);
+    for (const TextLine& line : lines) {
+        gather(place, line.text);
+        place.ry() += line.height;
     }
+}
+
+void PageFont::gather(QPointF place, const QString& text) const {
     for (const QChar c : text) {
         const Glyph& glyph = table_[c.unicode()];
         glyphs_.append(glyph.index);

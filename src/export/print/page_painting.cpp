@@ -37,6 +37,10 @@ std::vector<TextLine> ListPages::titleLines() const {
     return fonts_->title.broken(pageText(document_.title), content_.width(), mostTitleLines);
 }
 
+std::vector<TextLine> ListPages::smallTitleLines() const {
+    return fonts_->small.broken(pageText(document_.title), content_.width(), 1);
+}
+
 std::vector<TextLine> ListPages::criteriaLines() const {
     std::vector<TextLine> lines;
     for (std::size_t i = 0; i < document_.criteria.size(); ++i) {
@@ -52,20 +56,18 @@ std::vector<TextLine> ListPages::criteriaLines() const {
 }
 
 double ListPages::headHeight() const {
-    int lines = 1;
+    double height = fonts_->caption.lineHeight();
     for (std::size_t i = 0; i < captions_.size(); ++i)
-        lines =
-            std::max(lines, fonts_->caption.lineCount(captions_[i], widths_[i], mostCaptionLines));
-    return lines * fonts_->caption.lineHeight() + 2 * cellPadding;
+        height = std::max(height, fonts_->caption.height(captions_[i], widths_[i], mostCaptionLines,
+                                                         Breaks::words));
+    return height + 2 * cellPadding;
 }
 
 // The first page has the large title and the criteria, the others a small one.
 double ListPages::topOfRows(int page) const {
-    double y = content_.top() + headHeight() + sectionGap;
-    if (page > 0)
-        return y + (document_.title.empty() ? 0 : fonts_->small.lineHeight());
-    y += static_cast<double>(titleLines().size()) * fonts_->title.lineHeight() + sectionGap / 2;
-    return y + static_cast<double>(criteriaLines().size()) * fonts_->small.lineHeight();
+    const double top = content_.top() + headHeight() + sectionGap;
+    return top + (page > 0 ? heightOf(smallTitleLines())
+                           : heightOf(titleLines()) + sectionGap / 2 + heightOf(criteriaLines()));
 }
 
 double ListPages::bottomOfRows() const {
@@ -73,12 +75,12 @@ double ListPages::bottomOfRows() const {
 }
 
 double ListPages::rowHeight(std::int64_t row) const {
-    int lines = 1;
+    double height = fonts_->body.lineHeight();
     for (std::size_t i = 0; i < widths_.size(); ++i)
-        lines =
-            std::max(lines, fonts_->body.lineCount(pageText(rows_.text(document_.columns[i], row)),
-                                                   widths_[i], mostCellLines));
-    return lines * fonts_->body.lineHeight() + 2 * cellPadding;
+        height =
+            std::max(height, fonts_->body.height(pageText(rows_.text(document_.columns[i], row)),
+                                                 widths_[i], mostCellLines));
+    return height + 2 * cellPadding;
 }
 
 void ListPages::paint(QPainter& painter, int page, QSizeF target) const {
@@ -96,25 +98,14 @@ void ListPages::paint(QPainter& painter, int page, QSizeF target) const {
     painter.restore();
 }
 
-void ListPages::paintLines(QPainter& painter, const PageFont& font,
-                           const std::vector<TextLine>& lines, QPointF place) {
-    for (const TextLine& line : lines) {
-        font.draw(painter, {place.x(), place.y() + font.ascent()}, line.text);
-        place.ry() += font.lineHeight();
-    }
-}
-
 void ListPages::paintTop(QPainter& painter, int page) const {
-    QPointF place = content_.topLeft();
-    if (page > 0) {
-        paintLines(painter, fonts_->small,
-                   fonts_->small.broken(pageText(document_.title), content_.width(), 1), place);
-        return;
-    }
+    QRectF place = content_;
+    if (page > 0)
+        return fonts_->small.draw(painter, place, smallTitleLines());
     const std::vector<TextLine> title = titleLines();
-    paintLines(painter, fonts_->title, title, place);
-    place.ry() += static_cast<double>(title.size()) * fonts_->title.lineHeight() + sectionGap / 2;
-    paintLines(painter, fonts_->small, criteriaLines(), place);
+    fonts_->title.draw(painter, place, title);
+    place.setTop(place.top() + heightOf(title) + sectionGap / 2);
+    fonts_->small.draw(painter, place, criteriaLines());
 }
 
 void ListPages::rule(QPainter& painter, double y, double thickness, int grey) const {
@@ -128,22 +119,22 @@ void ListPages::paintCaptions(QPainter& painter, double top) const {
     painter.fillRect(QRectF(content_.left(), top, tableWidth_, height),
                      QColor(shade, shade, shade));
     for (std::size_t i = 0; i < captions_.size(); ++i)
-        paintLines(painter, fonts_->caption,
-                   fonts_->caption.broken(captions_[i], widths_[i], mostCaptionLines),
-                   {lefts_[i], top + cellPadding});
+        fonts_->caption.draw(
+            painter, QRectF(lefts_[i], top + cellPadding, widths_[i], height - 2 * cellPadding),
+            fonts_->caption.broken(captions_[i], widths_[i], mostCaptionLines, Breaks::words));
     rule(painter, top + height, 0.8 * unitsPerPoint, 90);
 }
 
 double ListPages::paintRow(QPainter& painter, std::int64_t row, double top) const {
-    std::size_t most = 1;
+    double height = fonts_->body.lineHeight();
     for (std::size_t i = 0; i < widths_.size(); ++i) {
         const std::vector<TextLine> lines = fonts_->body.broken(
             pageText(rows_.text(document_.columns[i], row)), widths_[i], mostCellLines);
-        paintLines(painter, fonts_->body, lines, {lefts_[i], top + cellPadding});
-        most = std::max(most, lines.size());
+        const double needed = heightOf(lines);
+        fonts_->body.draw(painter, QRectF(lefts_[i], top + cellPadding, widths_[i], needed), lines);
+        height = std::max(height, needed);
     }
-    const double bottom =
-        top + static_cast<double>(most) * fonts_->body.lineHeight() + 2 * cellPadding;
+    const double bottom = top + height + 2 * cellPadding;
     rule(painter, bottom, 0.3 * unitsPerPoint, 200);
     return bottom;
 }
@@ -151,16 +142,18 @@ double ListPages::paintRow(QPainter& painter, std::int64_t row, double top) cons
 // The page number keeps its room; date and folder share the rest.
 void ListPages::paintFoot(QPainter& painter, int page) const {
     const PageFont& font = fonts_->small;
-    const double y = content_.bottom() - font.lineHeight() + font.ascent();
     const QString number = filledIn(document_.pageNumber, page + 1, count());
-    const double left = content_.right() - font.width(number);
-    font.draw(painter, {left, y}, number);
+    QRectF place = content_;
+    place.setTop(content_.bottom() - font.lineHeight());
+    place.setLeft(content_.right() - font.width(number));
+    font.draw(painter, place, font.broken(number, place.width(), 1));
     QString text = pageText(document_.madeOn);
     if (!document_.storeFolder.empty())
         text += (text.isEmpty() ? QString() : QStringLiteral("  ·  ")) +
                 pageText(document_.storeFolder);
-    for (const TextLine& line : font.broken(text, left - content_.left() - sectionGap, 1))
-        font.draw(painter, {content_.left(), y}, line.text);
+    place.setRight(place.left() - sectionGap);
+    place.setLeft(content_.left());
+    font.draw(painter, place, font.broken(text, place.width(), 1));
 }
 
 } // namespace ov::exporting::print

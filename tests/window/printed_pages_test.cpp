@@ -1,0 +1,298 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+// Lists as PDF, read back as another program sees their pages.
+
+#include "export/print/pdf.h"
+#include "tests/settings_fixture.h"
+#include "tests/window/pdf_pages.h"
+
+#include <QImage>
+#include <array>
+#include <sstream>
+
+namespace ov::exporting::print {
+namespace {
+
+using tests::PdfPage;
+using tests::PdfWord;
+using Texts = std::vector<std::string>;
+
+// Cells of which column i has the key "i".
+class Cells final : public RowSource {
+public:
+    std::vector<Texts> rows;
+    std::int64_t count() const override { return static_cast<std::int64_t>(rows.size()); }
+    Hit hit(std::int64_t /*row*/) const override { return {}; }
+    std::string text(const Column& column, std::int64_t row) const override {
+        return rows[static_cast<std::size_t>(row)][std::stoul(column.key)];
+    }
+};
+
+class PdfFile final : public Sink {
+public:
+    std::string bytes;
+    std::size_t room = std::string::npos;
+    bool write(std::string_view more) override {
+        bytes.append(more);
+        return bytes.size() <= room;
+    }
+};
+
+constexpr std::int32_t textField = 5;
+constexpr std::int32_t dateField = 9;
+
+class PrintedPages : public tests::SettingsTest {
+protected:
+    PrintedPages() {
+        document.pageNumber = "Page %1% of %2%";
+        document.madeOn = "Printed today";
+        document.storeFolder = "/store/";
+        document.style.fontName = "DejaVu Sans";
+    }
+    void add(const std::string& caption, const std::string& shortCaption = {},
+             std::int32_t field = textField) {
+        document.columns.push_back({std::to_string(document.columns.size()), field, caption,
+                                    shortCaption.empty() ? caption : shortCaption, 0});
+    }
+    // A list with as many columns, each with this text in all of its rows.
+    void addColumns(int count, const std::string& text, int rowCount = 1) {
+        for (int i = 0; i < count; ++i)
+            add("Caption", "Cap");
+        cells.rows.assign(static_cast<std::size_t>(rowCount),
+                          Texts(static_cast<std::size_t>(count), text));
+    }
+    std::vector<PdfPage> pages() {
+        PdfFile file;
+        EXPECT_TRUE(writePdf(document, cells, file, [](std::int64_t) { return true; }));
+        write("list.pdf", file.bytes);
+        return tests::readPdf((folder() / "list.pdf").native());
+    }
+    // What is not white from top to bottom of the first page, "top-bottom grey" in points.
+    Texts shades(int x) const {
+        constexpr int dots = 4; // to the point
+        const std::string file = (folder() / "list").native();
+        tests::shellOutput("pdftoppm -singlefile -png -r 288 -W 1 -H 4000 -x " +
+                           std::to_string(x * dots) + " '" + file + ".pdf' '" + file + "'");
+        const QImage image(QString::fromStdString(file + ".png"));
+        Texts all;
+        for (int y = 1, top = 0; y < image.height(); ++y) {
+            const int grey = qGray(image.pixel(0, y - 1));
+            if (grey == qGray(image.pixel(0, y)))
+                continue;
+            if (grey != 255)
+                all.push_back(std::to_string(top / dots) + "-" + std::to_string(y / dots) + " " +
+                              std::to_string(grey));
+            top = y;
+        }
+        return all;
+    }
+
+    Document document;
+    Cells cells;
+};
+
+TEST_F(PrintedPages, HaveTitleCriteriaCaptionsRowsAndFoot) {
+    document.title = "Proof list";
+    document.criteria = {"All of:", "Author contains Müller"};
+    document.storeFolder = "/store/" + std::string(90, 'x');
+    add("Author");
+    add("Dictated", {}, dateField);
+    add("Subject of the dictation", "Subject");
+    cells.rows = {{"Müller", "20.11.2026 17:05:00", "short"},
+                  {"Zeh", "",
+                   "line\nend, " + std::string(30, 'w') +
+                       " and many more words that do "
+                       "not fit into three lines " +
+                       std::string(60, 'm')},
+                  {"", "", ""},
+                  {"Last", "21.11.2026", "x"}};
+    EXPECT_EQ(
+        pages()[0].lines(),
+        (Texts{"28: 28 Proof | 76 list", "49: 28 All of:", "58: 28 Author contains Müller",
+               "77: 28 Author | 83 Dictated | 221 Subject of the dictation",
+               "90: 28 Müller | 83 20.11.2026 17:05:00 | 221 short",
+               "104: 28 Zeh | 221 line end, " + std::string(30, 'w'),
+               "115: 221 and many more words that do not fit into three lines",
+               "125: 221 " + std::string(30, 'm') + "…", "152: 28 Last | 83 21.11.2026 | 221 x",
+               "804: 28 Printed today | 87 · | 95 /store/" + std::string(81, 'x') +
+                   "… | 522 Page 1 of 1"}));
+    Texts table = shades(215);
+    table.pop_back(); // the foot
+    EXPECT_EQ(table, (Texts{"75-88 236", "88-89 90", "102-102 200", "137-137 200", "150-151 200",
+                            "164-164 200"}));
+    EXPECT_EQ(shades(516), Texts{}) << "as far as the columns";
+    EXPECT_EQ(shades(20), Texts{}) << "the margin";
+}
+
+TEST_F(PrintedPages, TurnAndShrinkUntilColumnsFit) {
+    struct Case {
+        int columns;
+        std::string text;
+        std::int32_t fontSize;
+        Orientation orientation;
+        std::string expected; // width of the paper, height of a line, lines, captions
+    };
+    const std::string words = "some words and some more of them";
+    const std::vector<Case> cases = {
+        {2, "narrow", 0, Orientation::automatic, "595 105 3 28 Caption | 89 Caption"},
+        {2, "narrow", 0, Orientation::landscape, "842 105 3 28 Caption | 89 Caption"},
+        {4, words, 0, Orientation::automatic, "842 105 3 28 Caption | 226 Caption"},
+        {4, words, 0, Orientation::portrait, "595 105 4 28 Caption | 164 Caption"},
+        {11, "unbreakable", 0, Orientation::automatic, "842 105 3 28 Caption | 100 Caption"},
+        {13, "unbreakable", 0, Orientation::automatic, "842 99 3 28 Caption | 89 Caption"},
+        {16, "unbreakable", 0, Orientation::automatic, "842 82 3 28 Caption | 78 Caption"},
+        {30, "unbreakable", 0, Orientation::automatic, "842 70 4 28 Cap | 55 Cap"},
+        {14, "unbreakable", 12, Orientation::automatic, "842 140 4 28 Cap | 85 Cap"},
+        {14, "unbreakable", 0, Orientation::portrait, "595 70 4 28 Caption | 67 Caption"},
+    };
+    for (const Case& c : cases) {
+        document.columns.clear();
+        addColumns(c.columns, c.text);
+        document.style.fontSize = c.fontSize;
+        document.style.orientation = c.orientation;
+        const PdfPage page = pages().at(0);
+        const Texts lines = page.lines();
+        std::ostringstream seen;
+        seen << std::lround(page.size.width()) << " "
+             << std::lround(page.words[0].place.height() * 10) << " " << lines.size() << " "
+             << lines[0].substr(4, lines[0].find(" | ", 17) - 4);
+        EXPECT_EQ(seen.str(), c.expected);
+    }
+}
+
+// Dates stay whole for longest, then the words of captions; both are taken from what is wide.
+TEST_F(PrintedPages, ShareTheWidth) {
+    document.style.fontSize = 9;
+    document.style.orientation = Orientation::portrait;
+    add("Rindfleischetikettierungsgesetz", "Gesetz");
+    for (int i = 0; i < 4; ++i)
+        add("Dictated", {}, dateField);
+    for (const char* caption : {"Bemerkung 1", "Kennzeichen", "S 2"})
+        add(caption);
+    cells.rows = {Texts(8, "20.11.2026 17:05:00")};
+    cells.rows[0][0] = std::string(60, 'w');
+    const std::string foot = "804: 28 Printed today | 87 · | 95 /store/ | 522 Page 1 of 1";
+    EXPECT_EQ(pages().at(0).lines(),
+              (Texts{"42: 28 Gesetz | 97 Dictated | 164 Dictated | 232 Dictated | 299 Dictated | "
+                     "366 Bemerkung | 435 Kennzeichen | 505 S 2",
+                     "52: 366 1",
+                     "66: 28 wwwwwwww | 97 20.11.2026 | 164 20.11.2026 | 232 20.11.2026 | 299 "
+                     "20.11.2026 | 366 20.11.2026 | 435 20.11.2026 | 505 20.11.2026",
+                     "77: 28 wwwwwwww | 97 17:05:00 | 164 17:05:00 | 232 17:05:00 | 299 17:05:00 "
+                     "| 366 17:05:00 | 435 17:05:00 | 505 17:05:00",
+                     "87: 28 wwwwwww…", foot}));
+    add("Donaudampfschifffahrt");
+    add("Steuervergünstigungen");
+    cells.rows[0].resize(10);
+    EXPECT_EQ(pages().at(0).lines(),
+              (Texts{"42: 28 Gesetz | 81 Dictated | 138 Dictated | 195 Dictated | 253 Dictated | "
+                     "310 Bemer… | 362 Kennze… | 415 S 2 | 467 Donau… | 520 Steuer…",
+                     "56: 28 wwwwww | 81 20.11.2026 | 138 20.11.2026 | 195 20.11.2026 | 253 "
+                     "20.11.2026 | 310 20.11.202 | 362 20.11.202 | 415 20.11.202",
+                     "66: 28 wwwwww | 81 17:05:00 | 138 17:05:00 | 195 17:05:00 | 253 17:05:00 | "
+                     "310 6 | 362 6 | 415 6",
+                     "77: 28 wwwww… | 310 17:05:00 | 362 17:05:00 | 415 17:05:00", foot}));
+}
+
+TEST_F(PrintedPages, BreakBetweenRows) {
+    document.title = "Proof list";
+    add("Number");
+    add("Text");
+    for (int i = 0; i < 130; ++i)
+        cells.rows.push_back({std::to_string(i), i % 7 == 0 ? std::string(300, 'w') : "x"});
+    const std::vector<PdfPage> all = pages();
+    ASSERT_EQ(all.size(), 4U);
+    const std::vector<std::array<std::string, 2>> expected = {
+        {"72: 28 0 | 91 " + std::string(37, 'w'), "758: 28 41 | 91 x"},
+        {"61: 28 42 | 91 " + std::string(37, 'w'), "782: 91 " + std::string(36, 'w') + "…"},
+        {"61: 28 85 | 91 x", "775: 28 128 | 91 x"},
+        {"61: 28 129 | 91 x", "61: 28 129 | 91 x"}};
+    for (std::size_t i = 0; i < all.size(); ++i) {
+        const Texts lines = all[i].lines();
+        EXPECT_EQ(lines[0], i == 0 ? "28: 28 Proof | 76 list" : "28: 28 Proof list");
+        EXPECT_EQ(lines[1], i == 0 ? "58: 28 Number | 91 Text" : "47: 28 Number | 91 Text");
+        EXPECT_EQ(lines[2], expected[i][0]);
+        EXPECT_EQ(lines[lines.size() - 2], expected[i][1]);
+        EXPECT_EQ(lines.back(), "804: 28 Printed today | 87 · | 95 /store/ | 522 Page " +
+                                    std::to_string(i + 1) + " of 4");
+    }
+}
+
+TEST_F(PrintedPages, StopWhenToldOrWhenNothingCanBeWritten) {
+    addColumns(1, "text", 500);
+    std::vector<std::int64_t> told;
+    PdfFile file;
+    EXPECT_TRUE(writePdf(document, cells, file, [&](std::int64_t done) {
+        told.push_back(done);
+        return true;
+    }));
+    EXPECT_TRUE(std::ranges::is_sorted(told));
+    EXPECT_EQ(told.front(), 0);
+    EXPECT_EQ(told[499], 250) << "half when the pages have been found";
+    EXPECT_EQ(told.back(), 500);
+    for (const std::int64_t last : {100, 400}) {
+        std::int64_t most = 0;
+        EXPECT_FALSE(writePdf(document, cells, file, [&](std::int64_t done) {
+            most = done;
+            return done < last;
+        }));
+        EXPECT_LT(most, last + 60);
+    }
+    PdfFile full;
+    full.room = 1000;
+    EXPECT_FALSE(writePdf(document, cells, full, [](std::int64_t) { return true; }));
+}
+
+// Words of the program's own font, so that every machine breaks them at the same places.
+TEST_F(PrintedPages, WrapEveryScript) {
+    add("Text");
+    add("Last");
+    const auto times = [](int count, const std::string& text) {
+        std::string all;
+        for (int i = 0; i < count; ++i)
+            all += text;
+        return all;
+    };
+    const Texts words = {"Mu\u0308ller ", "x\u0302yz ", "Мюллер ", "مولر ", "מולר "};
+    for (const std::string& word : words)
+        cells.rows.push_back({times(60, word), "end"});
+    cells.rows.push_back({"", "end"});
+    cells.rows.push_back({"Z" + times(60, "\u0301"), "end"});
+    const PdfPage page = pages().at(0);
+    std::vector<double> tops; // of rows
+    std::vector<double> cut;
+    for (const PdfWord& word : page.words) {
+        if (word.text == "end")
+            tops.push_back(word.place.top());
+        if (word.text.find("…") != std::string::npos)
+            cut.push_back(word.place.top());
+    }
+    ASSERT_EQ(tops.size(), cells.rows.size());
+    ASSERT_EQ(cut.size(), words.size());
+    constexpr double line = 10.5;
+    for (std::size_t i = 0; i < words.size(); ++i) {
+        EXPECT_NEAR(cut[i] - tops[i], 2 * line, 0.6) << words[i];
+        EXPECT_NEAR(tops[i + 1] - tops[i], 3 * line + 3.2, 0.6) << words[i];
+    }
+    EXPECT_EQ(page.find("Müller").place.left(), page.find("Text").place.left()) << "composed";
+    for (const std::string& shade : shades(33))
+        EXPECT_FALSE(std::stoi(shade) > tops[5] && std::stoi(shade) < tops[5] + 8)
+            << "marks stay in their cell: " << shade;
+}
+
+TEST_F(PrintedPages, KeepRightToLeftTextAtTheRight) {
+    add("Text");
+    add("Last");
+    cells.rows = {{"a text that makes the column wide", "end"}, {"מולר", "end"}};
+    const PdfPage page = pages().at(0);
+    double right = 0;
+    for (const PdfWord& word : page.words)
+        if (word.text.starts_with("\xD7"))
+            right = std::max(right, word.place.right());
+    constexpr double gap = 5.8;
+    EXPECT_NEAR(right, page.find("end").place.left() - gap, 0.5);
+}
+
+} // namespace
+} // namespace ov::exporting::print
