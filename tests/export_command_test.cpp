@@ -46,6 +46,13 @@ TEST_F(ExportCommand, WritesWhatFindFinds) {
     EXPECT_EQ(exportTo("l.csv", {"--columns", "author,priority", "--sort", "author"}).exitCode, 0);
     EXPECT_EQ(content("l.csv"), "\xEF\xBB\xBF"
                                 "Author,Priority\r\nMüller,High\r\nZeh,Normal\r\n");
+    const Texts tabs = {"--columns", "author,priority", "--sort", "author", "--separator", "tab"};
+    EXPECT_EQ(exportTo("t.csv", tabs).exitCode, 0);
+    EXPECT_EQ(content("t.csv").substr(3), "Author\tPriority\r\nMüller\tHigh\r\nZeh\tNormal\r\n");
+    EXPECT_EQ(run({"find", store_.folder().native(), "--format", "csv", "--columns", "author",
+                   "--columns", "priority", "--sort", "author", "--separator", ";"})
+                  .output,
+              "author;priority\r\nMüller;High\r\nZeh;Normal\r\n");
     EXPECT_EQ(exportTo("l.json", {"--columns", "author,length"}).exitCode, 0);
     EXPECT_EQ(content("l.json"), run({"find", store_.folder().native(), "--format", "json",
                                       "--columns", "author,length"})
@@ -59,6 +66,7 @@ TEST_F(ExportCommand, RefusesWhatItShould) {
     out_.add("there.csv", "old");
     EXPECT_EQ(exportTo("list").exitCode, 2);
     EXPECT_EQ(exportTo("list.doc").exitCode, 2);
+    EXPECT_EQ(exportTo("list.pdf", {"--separator", ";"}).exitCode, 2);
     const ProgramResult there = exportTo("there.csv");
     EXPECT_EQ(there.exitCode, 3);
     EXPECT_NE(there.errors.find("--force"), std::string::npos);

@@ -55,6 +55,7 @@ _ovsearch() {
     -c | --criterion) _ovsearch_criterion "$current" && return ;;
     --format) options='table csv json paths' ;;
     --language) options='de en' ;;
+    --separator) options='comma semicolon tab' ;;
     --sort) options=$_ovsearch_keys ;;
     --columns)
         start=${current%"${current##*,}"}
@@ -69,10 +70,10 @@ _ovsearch() {
         case $command in
         find)
             options="$common --criterion --any --criteria-file --max-depth --limit --columns --sort
-                --format --null" ;;
+                --format --separator --null" ;;
         export)
             options="$common --criterion --any --criteria-file --max-depth --limit --columns --sort
-                --title --force" ;;
+                --title --separator --force" ;;
         demo) options="$common --count --seed" ;;
         '') options="find export show fields play demo --version $common" ;;
         *) options=$common ;;

@@ -43,6 +43,7 @@ exporting::Document documentOf(const ExportOptions& options, const SearchRequest
         exporting::describe({request.criteria, request.all, request.root});
     if (options.title)
         document.title = platform::textFromBytes(*options.title);
+    document.listSeparator = options.separator.value_or(document.listSeparator);
     document.columns = request.columns;
     return document;
 }
@@ -95,6 +96,10 @@ ExitCode write(const exporting::Document& document, const exporting::RowSource& 
 ExitCode runExport(const ExportOptions& options, const Session& session,
                    TerminalInterface& terminal) {
     const auto format = readFormat(options.file);
+    if (options.separator && format && format != Format::csv) {
+        complain("--separator goes with a FILE that ends in .csv");
+        return ExitCode::usage;
+    }
     SearchRequest request;
     const ExitCode read =
         format ? readSearch(options.search, chosenColumns(), request) : ExitCode::usage;

@@ -15,7 +15,8 @@ struct ExportOptions {
     std::string file; // native; its ending chooses the form
     SearchOptions search;
     std::optional<std::string> title;
-    bool force = false; // replace an existing file
+    std::optional<char> separator; // of CSV; else that of the locale
+    bool force = false;            // replace an existing file
 };
 
 // Searches, then writes the list. Without a hit, or after Ctrl-C, the file is as it was.

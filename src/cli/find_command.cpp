@@ -62,14 +62,20 @@ ExitCode runFind(const FindOptions& options, const Session& session, TerminalInt
         complain("-0 goes with --format paths");
         return ExitCode::usage;
     }
+    if (options.separator && options.format != HitFormat::csv) {
+        complain("--separator goes with --format csv");
+        return ExitCode::usage;
+    }
     SearchRequest request;
     const ExitCode read = readSearch(options.search, usualColumns(options.format), request);
     if (read != ExitCode::found)
         return read;
 
     Output output(stdout);
-    const auto writer = makeHitWriter(
-        {options.format, request.columns, platform::isTerminal(stdout), options.zeroEnded}, output);
+    const auto writer =
+        makeHitWriter({options.format, request.columns, options.separator.value_or(','),
+                       platform::isTerminal(stdout), options.zeroEnded},
+                      output);
     DictationList hits;
     HitPrinter printer(hits, *writer, output);
     writer->begin();

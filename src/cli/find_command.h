@@ -13,6 +13,7 @@ namespace ov::cli {
 struct FindOptions {
     SearchOptions search;
     HitFormat format = HitFormat::table;
+    std::optional<char> separator; // of CSV
     bool zeroEnded = false;
 };
 

@@ -104,8 +104,8 @@ std::unique_ptr<HitWriter> makeHitWriter(const WriterOptions& options, Output& o
     const exporting::TextFilter filter = options.escaped ? shownText : nullptr;
     switch (options.format) {
     case HitFormat::csv:
-        return std::make_unique<SharedWriter>(
-            exporting::makeCsvWriter(options.columns, {false, filter}, output));
+        return std::make_unique<SharedWriter>(exporting::makeCsvWriter(
+            options.columns, {.separator = options.separator, .filter = filter}, output));
     case HitFormat::json:
         return std::make_unique<SharedWriter>(
             exporting::makeJsonWriter(options.columns, filter, output));

@@ -33,6 +33,7 @@ public:
 struct WriterOptions {
     HitFormat format = HitFormat::table;
     std::vector<Column> columns;
+    char separator = ','; // of CSV
     bool escaped = false;
     bool zeroEnded = false;
 };

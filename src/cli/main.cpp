@@ -89,6 +89,18 @@ void addFormat(CLI::App& command, HitFormat& format) {
         ->check(CLI::IsMember(formats).description(""));
 }
 
+void addSeparator(CLI::App& command, std::optional<char>& separator, const std::string& usual) {
+    static const std::map<std::string, char> separators = {
+        {",", ','}, {"comma", ','}, {";", ';'}, {"semicolon", ';'}, {"tab", '\t'}};
+    command
+        .add_option_function<std::string>(
+            "--separator",
+            [&separator](const std::string& name) { separator = separators.at(name); },
+            "What parts the cells of CSV: comma, semicolon or tab; else " + usual)
+        ->type_name("SEPARATOR")
+        ->check(CLI::IsMember(separators).description(""));
+}
+
 void addSearchOptions(CLI::App& command, SearchOptions& search) {
     command.footer(criterionHelp);
     command.add_option("ROOT", search.root, "Folder to search; else that of the settings")
@@ -124,6 +136,7 @@ CLI::App* addFind(CLI::App& app, Arguments& arguments) {
     CLI::App* command = app.add_subcommand("find", "Search a store of dictations");
     addSearchOptions(*command, arguments.find.search);
     addFormat(*command, arguments.find.format);
+    addSeparator(*command, arguments.find.separator, "a comma");
     command->add_flag("-0,--null", arguments.find.zeroEnded, "End paths by a zero byte");
     return command;
 }
@@ -136,6 +149,7 @@ CLI::App* addExport(CLI::App& app, Arguments& arguments) {
             "File to write; its ending is .pdf, .xlsx, .csv, .html, .json or .txt");
     addSearchOptions(*command, options.search);
     command->add_option("--title", options.title, "Title of the list")->type_name("TEXT");
+    addSeparator(*command, options.separator, "as the locale has it");
     command->add_flag("--force", options.force, "Replace FILE when it exists");
     return command;
 }

@@ -3,35 +3,16 @@
 
 #include "cli/shown_text.h"
 
-#include "platform/text.h"
+#include "export/plain_text.h"
 
 #include <unicode/uchar.h>
 #include <unicode/unistr.h>
 
 #include <algorithm>
-#include <array>
-#include <cstdio>
 
 namespace ov::cli {
 
 namespace {
-
-bool turnsDirection(UChar32 c) {
-    return (c >= 0x202A && c <= 0x202E) || (c >= 0x2066 && c <= 0x2069) || c == 0x200E ||
-           c == 0x200F || c == 0x061C;
-}
-
-std::string escapeOf(UChar32 c) {
-    if (c == '\n')
-        return "\\n";
-    if (c == '\r')
-        return "\\r";
-    if (c == '\t')
-        return "\\t";
-    std::array<char, 16> text{};
-    static_cast<void>(std::snprintf(text.data(), text.size(), "\\u%04X", static_cast<unsigned>(c)));
-    return text.data();
-}
 
 std::size_t columnsOf(UChar32 c) {
     const int type = u_charType(c);
@@ -59,18 +40,7 @@ void append(UChar32 c, std::string& out) {
 } // namespace
 
 std::string shownText(std::string_view text) {
-    if (isPlainAscii(text))
-        return std::string(text);
-    std::string shown;
-    const std::string utf8 = platform::textFromBytes(text);
-    forEachCharacter(icu::UnicodeString::fromUTF8(utf8), [&shown](UChar32 c) {
-        if (c < 0x20 || (c >= 0x7F && c < 0xA0) || turnsDirection(c))
-            shown += escapeOf(c);
-        else
-            append(c, shown);
-        return true;
-    });
-    return shown;
+    return exporting::plainText(text, exporting::Gaps::escaped);
 }
 
 std::size_t columnCount(std::string_view text) {

@@ -7,13 +7,11 @@
 #include <string>
 #include <string_view>
 
-// Texts from file names, made fit for a terminal: a name can hold line ends, escape sequences and
-// marks that turn the writing direction.
+// Texts from file names, made fit for a terminal.
 
 namespace ov::cli {
 
-// Control characters and marks that turn the writing direction as "\n", "\r", "\t" or "\u001B",
-// all of them escapes of JSON too; bytes that are no UTF-8 are read as Windows-1252.
+// Without anything that a terminal would obey; see exporting::plainText.
 std::string shownText(std::string_view text);
 
 // Columns that the text takes: one a character, two a wide one, none a combining mark.

@@ -2,13 +2,41 @@
 // SPDX-License-Identifier: MIT
 
 #include "export/cell.h"
+#include "export/plain_text.h"
 #include "export/row_writer.h"
 
+#include <algorithm>
+#include <array>
 #include <utility>
 
 namespace ov::exporting {
 
 namespace {
+
+bool beginsFormula(std::string_view text) {
+    constexpr std::array<std::string_view, 8> signs = {"=", "+", "-", "@", "＝", "＋", "－", "＠"};
+    return std::ranges::any_of(signs,
+                               [text](std::string_view sign) { return text.starts_with(sign); });
+}
+
+// Each reader has its own idea of what parts cells, and may pass over blanks and quotation marks.
+std::string defused(std::string_view text) {
+    constexpr std::string_view separators = ";,\t\r\n";
+    constexpr std::string_view passedOver = " \"\t\r\n";
+    std::string out;
+    std::size_t done = 0; // up to here the apostrophe stands already
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (i >= done && (i == 0 || separators.find(text[i - 1]) != std::string_view::npos)) {
+            const std::size_t start = text.find_first_not_of(passedOver, i);
+            if (start != std::string_view::npos && beginsFormula(text.substr(start))) {
+                out.push_back('\'');
+                done = start + 1;
+            }
+        }
+        out.push_back(text[i]);
+    }
+    return out;
+}
 
 class CsvWriter final : public RowWriter {
 public:
@@ -32,7 +60,7 @@ public:
     }
 
 private:
-    // Every cell begins with its comma; the first one's is cut off here.
+    // Every cell begins with its separator; the first one's is cut off here.
     void endLine() {
         line_.append("\r\n");
         sink_.write(std::string_view(line_).substr(1));
@@ -40,13 +68,19 @@ private:
     }
 
     void appendCell(std::string_view text) {
-        line_.push_back(',');
-        const bool defused = options_.forSpreadsheets && looksLikeFormula(text);
-        if (text.find_first_of("\",\r\n") == std::string_view::npos) {
-            line_.append(defused ? "'" : "").append(text);
+        if (options_.forSpreadsheets)
+            appendQuoted(plainText(defused(text), Gaps::blank));
+        else
+            appendQuoted(text);
+    }
+
+    void appendQuoted(std::string_view text) {
+        line_.push_back(options_.separator);
+        if (text.find_first_of("\",;\t\r\n") == std::string_view::npos) {
+            line_.append(text);
             return;
         }
-        line_.append(defused ? "\"'" : "\"");
+        line_.push_back('"');
         for (const char c : text)
             line_.append(c == '"' ? 2 : 1, c);
         line_.push_back('"');
@@ -59,11 +93,6 @@ private:
 };
 
 } // namespace
-
-bool looksLikeFormula(std::string_view text) noexcept {
-    constexpr std::string_view beginnings = "=+-@\t\r\n";
-    return !text.empty() && beginnings.find(text.front()) != std::string_view::npos;
-}
 
 std::unique_ptr<RowWriter> makeCsvWriter(const std::vector<Column>& columns,
                                          const CsvOptions& options, Sink& sink) {

@@ -50,6 +50,7 @@ Document describe(const Searched& searched) {
     document.storeFolder = platform::textFromBytes(platform::toNativePath(searched.storeFolder));
     document.pageNumber = GetText(text_id::pageNumber);
     document.sheetName = GetText(text_id::defaultPrintTitle);
+    document.listSeparator = platform::listSeparator();
     return document;
 }
 

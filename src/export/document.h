@@ -42,6 +42,7 @@ struct Document {
     std::string storeFolder;           // native
     std::string pageNumber;            // "Page %1% of %2%"
     std::string sheetName;
+    char listSeparator = ','; // between the cells of CSV
     PageStyle style;
 };
 

@@ -87,7 +87,8 @@ private:
 std::unique_ptr<RowWriter> makeWriter(const Document& document, Format format, Sink& sink) {
     switch (format) {
     case Format::csv:
-        return makeCsvWriter(document.columns, {.forSpreadsheets = true, .filter = nullptr}, sink);
+        return makeCsvWriter(document.columns,
+                             {.forSpreadsheets = true, .separator = document.listSeparator}, sink);
     case Format::html:
         return makeHtmlWriter(document, sink);
     case Format::json:

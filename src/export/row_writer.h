@@ -34,11 +34,14 @@ public:
 // Makes text fit for a terminal.
 using TextFilter = std::string (*)(std::string_view text);
 
-// RFC 4180 in UTF-8.
+// RFC 4180 in UTF-8, with another separator if need be. For spreadsheets there are a byte-order
+// mark, captions in place of keys, no control as in makeTextWriter(), and no cell
+// that would be run as a formula, whatever separator the reader believes in: an apostrophe stands
+// before each part of a text that begins like one.
 struct CsvOptions {
-    bool forSpreadsheets = false; // a byte-order mark, captions in place of keys, and no cell that
-                                  // would be run as a formula: those get a "'" before them
-    TextFilter filter = nullptr;  // for cells
+    bool forSpreadsheets = false;
+    char separator = ',';
+    TextFilter filter = nullptr; // for cells
 };
 std::unique_ptr<RowWriter> makeCsvWriter(const std::vector<Column>& columns,
                                          const CsvOptions& options, Sink& sink);
@@ -52,10 +55,8 @@ std::unique_ptr<RowWriter> makeJsonWriter(const std::vector<Column>& columns, Te
 // A page that stands by itself, with a table that screen readers and printers understand.
 std::unique_ptr<RowWriter> makeHtmlWriter(const Document& document, Sink& sink);
 
-// Cells with tabs between them, captions first. Tabs and line ends in a cell become blanks.
+// Cells with tabs between them, captions first. Tabs and line ends in a cell become blanks, other
+// controls and marks that turn the writing direction "\u202E".
 std::unique_ptr<RowWriter> makeTextWriter(const std::vector<Column>& columns, Sink& sink);
-
-// True for a text that a spreadsheet would take for a formula.
-bool looksLikeFormula(std::string_view text) noexcept;
 
 } // namespace ov::exporting

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "export/cell.h"
+#include "export/plain_text.h"
 #include "export/row_writer.h"
 
 #include <utility>
@@ -27,9 +28,7 @@ private:
     void writeLine(TextOf textOf) {
         std::string line;
         for (const Column& column : columns_) {
-            for (const char c : textOf(column))
-                line.push_back(c == '\t' || c == '\r' || c == '\n' ? ' ' : c);
-            line.push_back('\t');
+            line.append(plainText(textOf(column), Gaps::blank)).push_back('\t');
         }
         if (!line.empty())
             line.back() = '\n';

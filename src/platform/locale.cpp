@@ -153,6 +153,10 @@ std::optional<DateTime> parseDate(std::string_view text) {
     return checkedDate(a, b, c);
 }
 
+char listSeparator() {
+    return locale().decimalSign == ',' ? ';' : ',';
+}
+
 std::optional<double> parseNumber(std::string_view text) {
     std::string number(trimmed(text));
     const char decimal = locale().decimalSign;

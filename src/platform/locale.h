@@ -63,6 +63,9 @@ std::optional<DateTime> parseDate(std::string_view text);
 // blanks around it. Nothing otherwise.
 std::optional<double> parseNumber(std::string_view text);
 
+// What parts the cells of a CSV file: ";" where "," is the decimal sign.
+char listSeparator();
+
 // The wall clock.
 DateTime now();
 
