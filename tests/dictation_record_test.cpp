@@ -11,7 +11,6 @@
 
 #include <gtest/gtest.h>
 
-#include <random>
 #include <string>
 #include <vector>
 
@@ -24,41 +23,24 @@ struct TextCase {
     std::string out;
 };
 
-void replaceAll(std::string& text, std::string_view from, std::string_view to) {
-    for (std::size_t at = text.find(from); at != std::string::npos;
-         at = text.find(from, at + to.size()))
-        text.replace(at, from.size(), to);
-}
-
-using Passes = std::vector<std::pair<std::string, std::string>>;
-
-std::string inPasses(std::string text, const Passes& passes) {
-    for (const auto& [from, to] : passes)
-        replaceAll(text, from, to);
-    return text;
-}
-
 // The schemes are defined by passes over the whole text; the decoders read once.
 TEST(NameDecoding, GivesWhatThePassesGive) {
-    const Passes general = {{"~", "*"},  {"_", "/"},  {"²²", "?"}, {"³³", "<"},
-                            {"%%", ">"}, {"'", "\""}, {"!!", "."}, {"$#", ":"}};
-    const Passes second = {{"²0", "²"}, {"²1", "*"}, {"²2", "/"}, {"²3", "\\"},
-                           {"²4", "?"}, {"²5", "<"}, {"²6", ">"}, {"²7", "\""},
-                           {"²8", "."}, {"²9", ":"}, {"²A", "|"}};
-    const std::vector<std::string> pieces = {"²", "³", "0", "1", "2", "9", "A", "a", "~",
-                                             "_", "'", "%", "!", "$", "#", "ä", "@"};
-    const unsigned seed = std::random_device{}();
-    std::mt19937 random(seed);
-    for (int round = 0; round < 20000; ++round) {
+    struct Case {
         std::string text;
-        for (std::size_t i = random() % 12; i > 0; --i)
-            text += pieces[random() % pieces.size()];
-        ASSERT_EQ(DecodeFieldText(text), inPasses(text, general)) << text << ", seed " << seed;
-        ASSERT_EQ(DecodeFieldText2(text), inPasses(text, second)) << text << ", seed " << seed;
-    }
-    for (const std::string text : {"a\xC2", "ÄÖÜäöüß€"}) {
-        EXPECT_EQ(DecodeFieldText(text), text);
-        EXPECT_EQ(DecodeFieldText2(text), text);
+        std::string general;
+        std::string second;
+    };
+    for (const Case& c : std::vector<Case>{
+             {"~_²²³³%%'!!$#", "*/?<>\".:", "~_²²³³%%'!!$#"},
+             {"²0²1²2²3²4²5²6²7²8²9²A", "²0²1²2²3²4²5²6²7²8²9²A", "²*/\\?<>\".:|"},
+             {"²³%!$", "²³%!$", "²³%!$"},
+             {"%%%!!!²²²³³³$$##", ">%.!?²<³$:#", "%%%!!!²²²³³³$$##"},
+             {"²01²00²0²1²²1²a²", "²01²00²0²1?1²a²", "*²0²*²*²a²"},
+             {"a\xC2", "a\xC2", "a\xC2"},
+             {"ÄÖÜäöüß€#A0", "ÄÖÜäöüß€#A0", "ÄÖÜäöüß€#A0"},
+         }) {
+        EXPECT_EQ(DecodeFieldText(c.text), c.general);
+        EXPECT_EQ(DecodeFieldText2(c.text), c.second);
     }
 }
 
@@ -72,15 +54,14 @@ TEST(DictationRecord, ReadsFields) {
     };
     const std::vector<Case> cases = {
         {"status", "2$ROH@@5$HOCH", 2, true, "ROH"},
-        {"another", "2$ROH@@5$HOCH", 5, true, "HOCH"},
         {"status not at the start", "@@12$x2$y", 2, false, ""},
         {"status as a tagged field", "@@2$ROH", 2, false, ""},
         {"absent", "2$ROH", 5, false, ""},
-        {"empty", "2$@@5$@@6$x", 5, true, ""},
+        {"empty", "2$@@5$@@6$x@", 5, true, ""},
+        {"the last", "2$@@5$@@6$x@", 6, true, "x@"},
         {"a number is not the start of another", "2$@@17$1@@7$24.12.2003", 7, true, "24.12.2003"},
-        {"the first one counts", "2$@@5$A@@5$B", 5, true, "A"},
+        {"the first one counts", "2$@@5$A@b@@5$B@", 5, true, "A@b"},
         {"three separators in a row", "2$x@@@5$HOCH", 5, true, "HOCH"},
-        {"a lone separator belongs to the value", "2$a@b@@5$c@", 5, true, "c@"},
         {"the second scheme for 23", "2$@@23$~²1", 23, true, "~*"},
         {"cut before it is decoded", "2$@@14$a@@²²", 14, true, "a"},
         {"a tag that is cut off", "2$" + std::string(28, 'x') + "@@14", 14, false, ""},
@@ -153,8 +134,8 @@ std::string describe(const std::optional<DateSerial>& serial) {
 
 TEST(FieldDate, ReadsTheWrittenForm) {
     const std::vector<TextCase> cases = {
-        {"dashes and time", "24-12-2003 17$05$00", "2003-12-24 17:5:0"},
-        {"mixed", "24.12-2003", "2003-12-24"},
+        {"colons are no time", "24.12.2003 17:05:00", "2003-12-24"},
+        {"huge", "99999999999.1.2003", "none"},
         {"two digits of the year", "01.01.29x", "2029-1-1"},
         {"two digits before", "01.01.0030", "1930-1-1"},
         {"too short", "1.1.203", "none"},
@@ -165,14 +146,11 @@ TEST(FieldDate, ReadsTheWrittenForm) {
         {"day rolls over", "31.02.2004", "2004-3-2"},
         {"month rolls over", "01.13.2003", "2004-1-1"},
         {"day 0", "00.03.2004", "2004-2-29"},
-        {"hour rolls over", "31.12.2003 24$00$01", "2004-1-1 0:0:1"},
         {"letters behind a number", "24x.12y.2003z", "2003-12-24"},
         {"words", "ab.cd.efgh", "1999-11-30"},
-        {"colons are no time", "24.12.2003 17:05:00", "2003-12-24"},
-        {"second blank ends the time", "24.12.2003 17$05$00 x", "2003-12-24 17:5:0"},
+        {"mixed, a second blank ends the time", "24.12-2003 17$05$00 x", "2003-12-24 17:5:0"},
         {"year too late", "01.01.10000", "none"},
         {"rolls out of the years", "31.12.9999 24$00$00", "none"},
-        {"huge pieces", "99999999999.1.2003", "none"},
         {"huge time", "01.01.2003 99999999999$0$0", "none"},
         {"seconds beyond 16 bits", "01.01.2003 0$0$32768", "none"},
         {"a sign is no digit", "24.12.2003 -1$-1$-1", "2003-12-24 0:0:0"},
