@@ -6,6 +6,7 @@
 #include "dictation/field_date.h"
 #include "dictation/field_values.h"
 #include "dictation/name_decoding.h"
+#include "dictation/name_encoding.h"
 #include "platform/locale.h"
 #include "support/modLanguage.h"
 
@@ -42,6 +43,46 @@ TEST(NameDecoding, GivesWhatThePassesGive) {
         EXPECT_EQ(DecodeFieldText(c.text), c.general);
         EXPECT_EQ(DecodeFieldText2(c.text), c.second);
     }
+}
+
+TEST(NameEncoding, WritesWhatReadsBack) {
+    struct Case {
+        const char* what;
+        std::string_view text;
+        std::optional<std::string> general;
+        std::optional<std::string> second;
+    };
+    for (const Case& c : std::vector<Case>{
+             {"plain with umlauts", "Öztürk ß 7", "Öztürk ß 7", "Öztürk ß 7"},
+             {"all that a file name cannot hold", "*/?<>\".:", "~_²²³³%%'!!$#", "²1²2²4²5²6²7²8²9"},
+             {"backslash and bar", "a\\b|c", std::nullopt, "a²3b²Ac"},
+             {"lone escape halves", "²a³%!$", "²a³%!$", "²0a³%!$"},
+             {"literal pair", "a!!b", std::nullopt, "a!!b"},
+             {"half behind an escape", "?²", "²²²", "²4²0"},
+             {"superscript before a digit", "m²1", "m²1", std::nullopt},
+             {"field separator", "a@@5$HOCH", std::nullopt, std::nullopt},
+             {"would join the next separator", "a@", std::nullopt, std::nullopt},
+             {"line end", "a\nb", std::nullopt, std::nullopt},
+             {"not UTF-8", "M\xFCller", std::nullopt, std::nullopt},
+         }) {
+        EXPECT_EQ(encodeFieldText(c.text), c.general) << c.what;
+        EXPECT_EQ(encodeFieldText2(c.text), c.second) << c.what;
+    }
+}
+
+TEST(NameBuilder, RefusesAndStaysAsItWas) {
+    DictationNameBuilder name(20);
+    EXPECT_EQ(name.name(), "2$");
+    EXPECT_TRUE(name.add(5, "HOCH"));
+    EXPECT_TRUE(name.add(2, "ROH"));
+    EXPECT_FALSE(name.add(5, "MSG")) << "there already";
+    EXPECT_FALSE(name.add(2, "MAI")) << "there already";
+    EXPECT_FALSE(name.add(-1, "x")) << "no field of a name";
+    EXPECT_FALSE(name.add(0, "x")) << "no field of a name";
+    EXPECT_FALSE(name.add(7, "a_b")) << "cannot be written";
+    EXPECT_FALSE(name.add(8, "1234")) << "21 bytes";
+    EXPECT_TRUE(name.add(8, "123")) << "20 bytes";
+    EXPECT_EQ(name.name(), "2$ROH@@5$HOCH@@8$123");
 }
 
 TEST(DictationRecord, ReadsFields) {
@@ -147,7 +188,6 @@ TEST(FieldDate, ReadsTheWrittenForm) {
         {"month rolls over", "01.13.2003", "2004-1-1"},
         {"day 0", "00.03.2004", "2004-2-29"},
         {"letters behind a number", "24x.12y.2003z", "2003-12-24"},
-        {"words", "ab.cd.efgh", "1999-11-30"},
         {"mixed, a second blank ends the time", "24.12-2003 17$05$00 x", "2003-12-24 17:5:0"},
         {"year too late", "01.01.10000", "none"},
         {"rolls out of the years", "31.12.9999 24$00$00", "none"},
@@ -187,22 +227,18 @@ TEST(FieldDate, Seconds) {
 }
 
 TEST(FieldCodes, CodesOfTexts) {
-    struct Case {
-        std::int32_t field;
-        const char* text;
-        std::int32_t code;
+    const auto codes = [](std::int32_t field, const std::vector<const char*>& texts) {
+        std::string list;
+        for (const char* text : texts)
+            list += std::to_string(GetFieldCode(field, text)) + " ";
+        return list;
     };
-    const std::vector<Case> cases = {
-        {2, "", 6},        {2, "wav", 6},     {2, "ROH", 7},      {99, "Stop", 8},  {2, "MAI", 9},
-        {2, "X", 0},       {2, " ROH", 0},    {5, "", 1},         {5, "normal", 1}, {5, "1", 1},
-        {5, "HOCH", 3},    {5, "2", 3},       {5, "FRIST", 2},    {5, "3", 2},      {5, "MSG", 5},
-        {5, "4", 5},       {5, "EDIT", 4},    {5, "5", 4},        {5, "6", 0},      {17, "", 0},
-        {17, "0", 0},      {17, "1", 10},     {17, "128", 17},    {17, "512", 19},  {17, "384", 35},
-        {17, "1023", 145}, {17, "1024", 0},   {17, "128abc", 17}, {17, "x", 0},     {6, "ROH", 0},
-        {17, "-1", 145},   {17, "1e99", 145},
-    };
-    for (const Case& c : cases)
-        EXPECT_EQ(GetFieldCode(c.field, c.text), c.code) << c.field << ' ' << c.text;
+    EXPECT_EQ(codes(2, {"", "wav", "ROH", "MAI", "X", " ROH"}), "6 6 7 9 0 0 ");
+    EXPECT_EQ(codes(99, {"Stop"}) + codes(6, {"ROH"}), "8 0 ");
+    EXPECT_EQ(codes(5, {"", "normal", "FRIST", "HOCH", "EDIT", "MSG"}), "1 1 2 3 4 5 ");
+    EXPECT_EQ(codes(5, {"1", "2", "3", "4", "5", "6"}), "1 3 2 5 4 0 ");
+    EXPECT_EQ(codes(17, {"", "0", "1", "128", "512", "384", "1023", "1024", "128abc", "x", "-1"}),
+              "0 0 10 17 19 35 145 0 17 0 145 ");
 }
 
 // The pair 6 and 7 is crossed, as are 16 and its neighbours.
@@ -215,9 +251,7 @@ TEST(FieldCodes, TextsOfCodes) {
               "|Normal|Deadline|High|Editing|Message|Dictated|Draft|On hold|Sent by email|New|"
               "In progress|Deferred|Query|Typed|Finished|Printed|(Status 128)|(Status 256)|"
               "(Status 512)|||||||||||Finished|Finished and printed|");
-    EXPECT_EQ(codeWord(8), "STOP");
-    EXPECT_EQ(codeWord(4), "EDIT");
-    EXPECT_EQ(codeWord(10), "");
+    EXPECT_EQ(std::string(codeWord(8)).append(codeWord(4)).append(codeWord(10)), "STOPEDIT");
 }
 
 // What a list shows.

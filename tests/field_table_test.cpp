@@ -25,8 +25,7 @@ using Lines = std::vector<std::string>;
 constexpr const char* askForDirectory = "PI_GetDirectory(32)";
 constexpr const char* columnsFile = "columns/SearchColumns.dat";
 
-// The host's directory 32 is "columns" of the folder; the folder is the control's own directory
-// too, where a "reg.ov" decides for "Orvanta.ini".
+// The host's directory 32 is "columns" of the folder, which is the control's own directory too.
 class FieldTable : public tests::SettingsTest {
 public:
     FieldTable() {
@@ -46,13 +45,6 @@ public:
 
 protected:
     tests::FakeHost& host() { return *plugIn_.host; }
-
-    // A settings store that is decided anew.
-    void useSettings(const std::string& name, std::string_view content) const {
-        write(name, content);
-        platform::reloadRegistry();
-        modWFRoutines::reset();
-    }
 
     static void show(std::int32_t id, bool visible) {
         searchFields()[static_cast<std::size_t>(id)].Visible = visible;
@@ -132,21 +124,15 @@ TEST_F(FieldTable, FactsOfADictation) {
 }
 
 TEST_F(FieldTable, CaptionsOfTheHost) {
-    const auto captions = [] {
-        std::string list;
-        for (const std::int32_t id : {14, 16, 21, 22, 5})
-            list += GetSearchFieldCaption(id, true) + "/" + GetSearchFieldCaption(id, false) + " ";
-        return list;
-    };
-    useSettings("registry.reg", "REGEDIT4\n[HKEY_LOCAL_MACHINE\\Software\\Orvanta\\WF\\OVGRID]\n"
-                                "\"ColFiles\"=\"Fall\"\n\"ColScheduleTime\"=\"Frist\"\n"
-                                "\"ColColumn1\"=\"Raum\"\n\"ColColumn2\"=\"\"\n\"Author\"=\"x\"\n");
-    EXPECT_EQ(captions(), "Fall/Fall Frist/Frist Raum/Raum Column 2/Column 2 Author/Author ");
-
-    write("Orvanta.ini", "[OVGRID]\nColColumn2=Geb\xE4ude\n");
-    useSettings("reg.ov", "");
-    EXPECT_EQ(captions(),
-              "File number/File no. Due date/Due Column 1/Column 1 Gebäude/Gebäude Author/Author ");
+    write("registry.reg", "REGEDIT4\n[HKEY_LOCAL_MACHINE\\Software\\Orvanta\\WF\\OVGRID]\n"
+                          "\"ColFiles\"=\"Fall\"\n\"ColScheduleTime\"=\"Frist\"\n"
+                          "\"ColColumn1\"=\"Raum\"\n\"ColColumn2\"=\"\"\n\"Author\"=\"x\"\n");
+    platform::reloadRegistry();
+    modWFRoutines::reset();
+    std::string captions;
+    for (const std::int32_t id : {14, 16, 21, 22, 5})
+        captions += GetSearchFieldCaption(id, true) + "/" + GetSearchFieldCaption(id, false) + " ";
+    EXPECT_EQ(captions, "Fall/Fall Frist/Frist Raum/Raum Column 2/Column 2 Author/Author ");
 }
 
 TEST_F(FieldTable, ColumnsStandByPosition) {

@@ -139,37 +139,30 @@ TEST_F(Matching, TimesAndNumbers) {
 TEST_F(Matching, RelativeDates) {
     constexpr platform::DateTime sunday{2026, 11, 22};
     constexpr int onMonday = 1;
-    struct Case {
-        std::int32_t operatorId;
-        platform::DateTime now;
-        int firstWeekday;
-        const char* days;
+    const auto days = [](std::int32_t operatorId, platform::DateTime now, int firstWeekday) {
+        const NumberRange range = relativeDays(operatorId, now, firstWeekday);
+        const auto text = [](std::int64_t day) {
+            return platform::formatShortDate(dateOf({static_cast<std::int32_t>(day), 0, false}));
+        };
+        return text(range.first) + "-" + text(range.last);
     };
-    const auto text = [](std::int64_t day) {
-        return platform::formatShortDate(dateOf({static_cast<std::int32_t>(day), 0, false}));
-    };
-    for (const Case& c : std::vector<Case>{
-             {2, today, onMonday, "20.11.2026-20.11.2026"},
-             {3, today, onMonday, "21.11.2026-21.11.2026"},
-             {4, today, onMonday, "22.11.2026-22.11.2026"},
-             {5, today, onMonday, "15.11.2026-21.11.2026"},
-             {6, today, onMonday, "21.11.2026-27.11.2026"},
-             {7, today, onMonday, "09.11.2026-15.11.2026"},
-             {8, today, onMonday, "16.11.2026-22.11.2026"},
-             {9, today, onMonday, "23.11.2026-29.11.2026"},
-             {10, today, onMonday, "01.10.2026-31.10.2026"},
-             {11, today, onMonday, "01.11.2026-30.11.2026"},
-             {12, today, onMonday, "01.12.2026-31.12.2026"},
-             {8, sunday, 0, "22.11.2026-28.11.2026"},
-             {8, sunday, onMonday, "16.11.2026-22.11.2026"},
-             {8, sunday, 6, "21.11.2026-27.11.2026"},
-             {10, {2027, 1, 31}, onMonday, "01.12.2026-31.12.2026"},
-             {12, {2026, 12, 1}, onMonday, "01.01.2027-31.01.2027"},
-             {12, {2028, 1, 31}, onMonday, "01.02.2028-29.02.2028"},
-         }) {
-        const NumberRange days = relativeDays(c.operatorId, c.now, c.firstWeekday);
-        EXPECT_EQ(text(days.first) + "-" + text(days.last), c.days) << c.operatorId;
-    }
+    EXPECT_EQ(days(2, today, onMonday), "20.11.2026-20.11.2026");
+    EXPECT_EQ(days(3, today, onMonday), "21.11.2026-21.11.2026");
+    EXPECT_EQ(days(4, today, onMonday), "22.11.2026-22.11.2026");
+    EXPECT_EQ(days(5, today, onMonday), "15.11.2026-21.11.2026");
+    EXPECT_EQ(days(6, today, onMonday), "21.11.2026-27.11.2026");
+    EXPECT_EQ(days(7, today, onMonday), "09.11.2026-15.11.2026");
+    EXPECT_EQ(days(8, today, onMonday), "16.11.2026-22.11.2026");
+    EXPECT_EQ(days(9, today, onMonday), "23.11.2026-29.11.2026");
+    EXPECT_EQ(days(10, today, onMonday), "01.10.2026-31.10.2026");
+    EXPECT_EQ(days(11, today, onMonday), "01.11.2026-30.11.2026");
+    EXPECT_EQ(days(12, today, onMonday), "01.12.2026-31.12.2026");
+    EXPECT_EQ(days(8, sunday, 0), "22.11.2026-28.11.2026");
+    EXPECT_EQ(days(8, sunday, onMonday), "16.11.2026-22.11.2026");
+    EXPECT_EQ(days(8, sunday, 6), "21.11.2026-27.11.2026");
+    EXPECT_EQ(days(10, {2027, 1, 31}, onMonday), "01.12.2026-31.12.2026");
+    EXPECT_EQ(days(12, {2026, 12, 1}, onMonday), "01.01.2027-31.01.2027");
+    EXPECT_EQ(days(12, {2028, 1, 31}, onMonday), "01.02.2028-29.02.2028");
 }
 
 TEST_F(Matching, ChosenDates) {
