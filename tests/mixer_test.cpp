@@ -5,10 +5,11 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cstring>
-#include <map>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace ov {
@@ -16,89 +17,75 @@ namespace {
 
 using namespace platform;
 
-// Devices with lines and values of the test's choice. Refuses records and flags that are not as
-// mixers expect them.
-class FakeMixer final : public MixerCalls {
+// Devices with names and controls of the test's choice, each a system's mixer for the rest.
+class ScriptedMixer final : public MixerCalls {
 public:
-    FakeMixer() : before_(installMixerCalls(this)) {}
-    ~FakeMixer() override { installMixerCalls(before_); }
-    FakeMixer(const FakeMixer&) = delete;
-    FakeMixer& operator=(const FakeMixer&) = delete;
+    ScriptedMixer() : before_(installMixerCalls(this)) { system_.open(handle_, 0, 0, 0, 0); }
+    ~ScriptedMixer() override { installMixerCalls(before_); }
+    ScriptedMixer(const ScriptedMixer&) = delete;
+    ScriptedMixer& operator=(const ScriptedMixer&) = delete;
 
     std::uint32_t getNumDevs() override { return static_cast<std::uint32_t>(names.size()); }
-    std::uint32_t open(MixerHandle& handle, std::uint32_t device, std::uint32_t callback,
-                       std::uint32_t instance, std::uint32_t flags) override {
-        if (device >= names.size() || names[device] == "busy" || callback + instance + flags > 0)
+    std::uint32_t open(MixerHandle& handle, std::uint32_t device, std::uint32_t /*callback*/,
+                       std::uint32_t /*instance*/, std::uint32_t /*flags*/) override {
+        if (device >= names.size() || names[device] == "busy")
             return mixer_result::badDevice;
         handle = 70 + device;
         opened.insert(handle);
         return 0;
     }
     std::uint32_t getDevCaps(MixerHandle handle, MixerCaps& caps, std::uint32_t size) override {
-        if (size != 48 || !opened.contains(handle))
-            return mixer_result::invalidParameter;
-        const std::string& name = names.at(handle - 70);
-        std::copy(name.begin(), name.end(), caps.name.begin());
-        return 0;
+        const std::uint32_t result = system_.getDevCaps(systems(handle), caps, size);
+        caps.name = {};
+        names.at(handle - 70).copy(caps.name.data(), caps.name.size());
+        return result;
     }
     std::uint32_t getLineInfo(MixerHandle handle, MixerLine& line, std::uint32_t flags) override {
-        if (!opened.contains(handle) || line.size != 168 || flags != 3)
-            return mixer_result::invalidParameter;
-        line.line = line.component + 500;
-        return lines.contains(line.component) ? 0 : mixer_result::invalidLine;
+        component_ = std::exchange(line.component, mixer_line::waveOutput);
+        return system_.getLineInfo(systems(handle), line, flags);
     }
-    std::uint32_t getLineControls(MixerHandle handle, MixerLineControls& controls,
+    std::uint32_t getLineControls(MixerHandle handle, MixerLineControls& asked,
                                   std::uint32_t flags) override {
-        if (!opened.contains(handle) || controls.size != 24 || controls.count != 1 ||
-            controls.controlSize != 152 || blocks.at(controls.controls).size() != 152 || flags != 2)
-            return mixer_result::invalidParameter;
-        if (!lines[controls.line - 500].contains(controls.controlType))
+        if (!controls.contains({component_, asked.controlType}))
             return mixer_result::invalidControl;
-        MixerControl control;
-        const bool ofSpeakers = controls.line - 500 == mixer_line::speakers;
-        control.id = controls.controlType == mixer_control::volume ? 11 : ofSpeakers ? 13 : 12;
-        control.minimum = control.id == 11 ? 5 : -100;
-        control.maximum = 100;
-        std::memcpy(blocks[controls.controls].data(), &control, sizeof control);
-        return 0;
+        used.emplace_back(component_, asked.controlType);
+        return system_.getLineControls(systems(handle), asked, flags);
     }
     std::uint32_t getControlDetails(MixerHandle handle, MixerControlDetails& details,
                                     std::uint32_t flags) override {
-        std::memcpy(blocks.at(details.details).data(), &values[details.control], 4);
-        return checkDetails(handle, details, flags);
+        return system_.getControlDetails(systems(handle), details, flags);
     }
     std::uint32_t setControlDetails(MixerHandle handle, MixerControlDetails& details,
                                     std::uint32_t flags) override {
-        std::memcpy(&values[details.control], blocks.at(details.details).data(), 4);
-        return checkDetails(handle, details, flags);
+        return system_.setControlDetails(systems(handle), details, flags);
     }
-    std::uint32_t close(MixerHandle handle) override {
-        return opened.erase(handle) == 1 ? 0 : mixer_result::invalidHandle;
+    std::uint32_t close(MixerHandle handle) override { return opened.erase(handle) == 1 ? 0 : 5; }
+    MemoryHandle globalAlloc(std::uint32_t flags, std::uint32_t bytes) override {
+        return *blocks.insert(system_.globalAlloc(flags, bytes)).first;
     }
-    MemoryHandle globalAlloc(std::uint32_t, std::uint32_t bytes) override {
-        blocks[++lastBlock_].resize(bytes);
-        return lastBlock_;
+    std::byte* globalLock(MemoryHandle block) override { return system_.globalLock(block); }
+    void globalFree(MemoryHandle block) override {
+        EXPECT_EQ(blocks.erase(block), 1U);
+        system_.globalFree(block);
     }
-    std::byte* globalLock(MemoryHandle block) override { return blocks.at(block).data(); }
-    void globalFree(MemoryHandle block) override { EXPECT_EQ(blocks.erase(block), 1U); }
 
+    using Control = std::pair<std::uint32_t, std::uint32_t>; // component and type
     std::vector<std::string> names; // of the devices; "busy" cannot be opened
-    std::map<std::uint32_t, std::set<std::uint32_t>> lines; // control types by component
-    std::map<std::uint32_t, std::int32_t> values;           // by control
-    bool failing = false;
+    std::set<Control> controls;
+    std::vector<Control> used;
     std::set<MixerHandle> opened;
-    std::map<MemoryHandle, std::vector<std::byte>> blocks;
+    std::set<MemoryHandle> blocks;
+    bool failing = false;
 
 private:
-    std::uint32_t checkDetails(MixerHandle handle, const MixerControlDetails& details,
-                               std::uint32_t flags) const {
-        const bool right = opened.contains(handle) && details.size == 24 && details.channels == 1 &&
-                           details.multipleItems == 0 && details.detailSize == 4 && flags == 0;
-        return right && !failing ? 0 : mixer_result::invalidParameter;
+    MixerHandle systems(MixerHandle handle) const {
+        return !failing && opened.contains(handle) ? handle_ : 9;
     }
 
+    MixerCalls& system_ = systemMixerCalls();
     MixerCalls* before_;
-    MemoryHandle lastBlock_ = 0;
+    MixerHandle handle_ = 0;
+    std::uint32_t component_ = 0; // of the newest line
 };
 
 TEST(Mixer, ChoosesADevice) {
@@ -121,9 +108,8 @@ TEST(Mixer, ChoosesADevice) {
         {"no device", {}, "SB16 Mixer [220]", "", {}}};
     for (const Case& test : cases) {
         SCOPED_TRACE(test.name);
-        FakeMixer fake;
+        ScriptedMixer fake;
         fake.names = test.devices;
-        fake.values = {{0, 9}};
         clsMixer mixer;
         mixer.DefaultMixerName(test.wanted);
         EXPECT_EQ(mixer.Init_MixerControl(), !test.leftOpen.empty());
@@ -137,29 +123,32 @@ TEST(Mixer, ChoosesADevice) {
 }
 
 TEST(Mixer, FindsControlsAndTheirValues) {
-    FakeMixer fake;
+    using Controls = std::vector<ScriptedMixer::Control>;
+    const ScriptedMixer::Control peakMeter(mixer_line::waveOutput, mixer_control::peakMeter);
+    const ScriptedMixer::Control volume(mixer_line::speakers, mixer_control::volume);
+    ScriptedMixer fake;
     fake.names = {"A"};
-    fake.lines = {{mixer_line::speakers, {mixer_control::volume, mixer_control::peakMeter}},
-                  {mixer_line::waveOutput, {mixer_control::peakMeter}}};
+    fake.controls = {volume, peakMeter, {mixer_line::speakers, mixer_control::peakMeter}};
     {
         clsMixer mixer;
         ASSERT_TRUE(mixer.Init_MixerControl());
-        EXPECT_TRUE(mixer.Init_VolumeControl()) << "of the speakers";
-        EXPECT_TRUE(mixer.Init_VUMeterControl());
-        EXPECT_EQ(mixer.VolumeMinimum(), 5);
-        EXPECT_EQ(mixer.VolumeMaximum(), 100);
-        EXPECT_EQ(mixer.VUMeterMinimum(), -100);
-        EXPECT_EQ(mixer.VUMeterMaximum(), 100);
-
-        fake.values = {{11, 0}, {12, -77}};
-        EXPECT_TRUE(mixer.SetVolumeValue(66));
-        EXPECT_EQ(mixer.GetVolumeValue(), 66);
-        EXPECT_EQ(mixer.GetVUMeterValue(), -77);
+        EXPECT_TRUE(mixer.Init_VolumeControl() && mixer.Init_VUMeterControl());
+        EXPECT_EQ(fake.used, (Controls{volume, peakMeter})) << "of the speakers if need be";
+        EXPECT_EQ((std::array{mixer.VolumeMinimum(), mixer.VolumeMaximum(), mixer.VUMeterMinimum(),
+                              mixer.VUMeterMaximum()}),
+                  (std::array{0, 65535, -32768, 32767}));
+        for (const std::int32_t value : {0, 1, 32768, 65535}) {
+            EXPECT_TRUE(mixer.SetVolumeValue(value));
+            EXPECT_EQ(mixer.GetVolumeValue(), value);
+        }
+        EXPECT_FALSE(mixer.SetVolumeValue(65536) || mixer.SetVolumeValue(-1));
+        EXPECT_EQ(mixer.GetVolumeValue(), 65535);
+        EXPECT_EQ(mixer.GetVUMeterValue(), 0) << "nothing is played";
         fake.failing = true;
         EXPECT_FALSE(mixer.SetVolumeValue(1));
-        EXPECT_EQ(mixer.GetVolumeValue() + mixer.GetVUMeterValue(), 0);
-
-        fake.lines.clear();
+        EXPECT_EQ(mixer.GetVolumeValue(), 0);
+        fake.failing = false;
+        fake.controls.clear();
         EXPECT_FALSE(mixer.Init_VolumeControl());
         EXPECT_EQ(mixer.VolumeMaximum(), 0) << "bounds of a control that is gone";
         EXPECT_EQ(fake.blocks.size(), 1U) << "only the buffer for reading values";
@@ -169,58 +158,79 @@ TEST(Mixer, FindsControlsAndTheirValues) {
 }
 
 // The system's own mixer answers wrong questions as programs expect it.
-TEST(Mixer, SystemMixer) {
+TEST(Mixer, AnswersWrongQuestions) {
     MixerCalls& mixer = systemMixerCalls();
     MixerHandle handle = 0;
     EXPECT_EQ(mixer.open(handle, mixer.getNumDevs(), 0, 0, 0), mixer_result::badDevice);
     ASSERT_EQ(mixer.open(handle, 0, 0, 0, 0), mixer_result::success);
-    const auto line = [&](std::uint32_t size, std::uint32_t component) {
-        MixerLine record;
-        record.size = size;
-        record.component = component;
-        return mixer.getLineInfo(handle, record, 3) * 10 + (record.controls == 2 ? 1 : 0);
+    MixerCaps caps;
+    EXPECT_EQ(mixer.getDevCaps(0, caps, 48), mixer_result::success) << "a device's number";
+    EXPECT_EQ(std::string(caps.name.data()) + std::to_string(caps.destinations), "OVSearch1");
+    EXPECT_EQ(mixer.getDevCaps(handle, caps, 47), mixer_result::invalidParameter);
+    EXPECT_EQ(mixer.getDevCaps(1, caps, 48), mixer_result::badDevice);
+    MixerLine line;
+    const auto askForLine = [&](MixerHandle with, std::uint32_t size, std::uint32_t component,
+                                std::uint32_t flags) {
+        line.size = size;
+        line.component = component;
+        return mixer.getLineInfo(with, line, flags);
     };
-    EXPECT_EQ(line(168, mixer_line::waveOutput), 1U);
-    EXPECT_EQ(line(164, mixer_line::waveOutput), mixer_result::invalidParameter * 10);
-    EXPECT_EQ(line(168, 0x1003), mixer_result::invalidLine * 10);
-    const MemoryHandle room = mixer.globalAlloc(0, 152);
-    const auto controls = [&](std::uint32_t id, std::uint32_t type, std::uint32_t each) {
-        MixerLineControls record{24, id, type, 1, each, room};
-        return mixer.getLineControls(handle, record, 2);
-    };
-    EXPECT_EQ(controls(1, mixer_control::volume, 148), mixer_result::success);
-    EXPECT_EQ(controls(1, mixer_control::volume, 147), mixer_result::invalidParameter);
-    EXPECT_EQ(controls(2, mixer_control::volume, 152), mixer_result::invalidLine);
-    EXPECT_EQ(controls(1, 0x20010001, 152), mixer_result::invalidControl);
-    mixer.globalFree(room);
+    EXPECT_EQ(askForLine(handle, 168, mixer_line::waveOutput, 3), mixer_result::success);
+    EXPECT_EQ((std::array{line.size, line.line, line.state, line.component, line.channels,
+                          line.controls, line.targetType}),
+              (std::array{168U, 1U, 0x80000001U, mixer_line::waveOutput, 1U, 2U, 1U}));
+    EXPECT_EQ(std::string(line.shortName.data()) + line.name.data() + line.targetName.data(),
+              "WaveWave outputOVSearch");
+    EXPECT_EQ(askForLine(handle, 164, mixer_line::waveOutput, 3), mixer_result::invalidParameter);
+    EXPECT_EQ(askForLine(handle, 168, mixer_line::waveOutput, 2), mixer_result::invalidParameter);
+    EXPECT_EQ(askForLine(handle, 168, 0x1003, 3), mixer_result::invalidLine);
+    EXPECT_EQ(askForLine(0, 168, mixer_line::waveOutput, 3), mixer_result::invalidHandle);
 
-    clsMixer user;
-    ASSERT_TRUE(user.Init_MixerControl() && user.Init_VolumeControl() &&
-                user.Init_VUMeterControl());
-    EXPECT_EQ(user.VolumeMaximum(), 65535);
-    EXPECT_EQ(user.VUMeterMinimum(), -32768);
-    for (const std::int32_t value : {0, 1, 32768, 65535}) {
-        EXPECT_TRUE(user.SetVolumeValue(value));
-        EXPECT_EQ(user.GetVolumeValue(), value);
-    }
-    EXPECT_FALSE(user.SetVolumeValue(65536) || user.SetVolumeValue(-1));
-    EXPECT_EQ(user.GetVolumeValue(), 65535);
-    EXPECT_EQ(user.GetVUMeterValue(), 0) << "nothing is played";
-
+    const MemoryHandle block = mixer.globalAlloc(0, 152);
     const MemoryHandle small = mixer.globalAlloc(0, 3);
-    const auto details = [&](std::uint32_t size, std::uint32_t control, MemoryHandle block) {
-        MixerControlDetails record{size, control, 1, 0, 4, block};
-        return mixer.getControlDetails(handle, record, 0);
-    };
-    const MemoryHandle block = mixer.globalAlloc(0, 4);
-    EXPECT_EQ(details(24, 1, block), mixer_result::success);
-    EXPECT_EQ(details(20, 1, block), mixer_result::invalidParameter);
-    EXPECT_EQ(details(24, 9, block), mixer_result::invalidControl);
-    EXPECT_EQ(details(24, 1, small), mixer_result::invalidParameter);
+    const struct {
+        MixerLineControls asked;
+        std::uint32_t result;
+        std::uint32_t flags = 2;
+    } controls[] = {{{24, 1, mixer_control::volume, 1, 148, block}, mixer_result::success},
+                    {{24, 1, mixer_control::peakMeter, 1, 148, block}, mixer_result::success},
+                    {{23, 1, mixer_control::volume, 1, 148, block}, mixer_result::invalidParameter},
+                    {{24, 1, mixer_control::volume, 1, 147, block}, mixer_result::invalidParameter},
+                    {{24, 1, mixer_control::volume, 2, 148, block}, mixer_result::invalidParameter},
+                    {{24, 1, mixer_control::volume, 1, 148, small}, mixer_result::invalidParameter},
+                    {{24, 1, mixer_control::volume, 1, 148, block}, 11, 1},
+                    {{24, 2, mixer_control::volume, 1, 148, block}, mixer_result::invalidLine},
+                    {{24, 1, 0x20010001, 1, 148, block}, mixer_result::invalidControl}};
+    for (auto test : controls) {
+        EXPECT_EQ(mixer.getLineControls(handle, test.asked, test.flags), test.result);
+        if (test.result == mixer_result::success) {
+            MixerControl control;
+            std::memcpy(&control, mixer.globalLock(block), sizeof control);
+            const bool isVolume = test.asked.controlType == mixer_control::volume;
+            EXPECT_EQ(
+                (std::array{control.size, control.id, control.type, control.flags, control.steps}),
+                (std::array{148U, isVolume ? 1U : 2U, test.asked.controlType, 1U,
+                            isVolume ? 192U : 0U}));
+            EXPECT_EQ(std::string(control.shortName.data()) + control.name.data(),
+                      isVolume ? "VolumeVolume" : "LevelPeak meter");
+        }
+    }
+    const std::pair<MixerControlDetails, std::uint32_t> details[] = {
+        {{24, 1, 1, 0, 4, block}, mixer_result::success},
+        {{23, 1, 1, 0, 4, block}, mixer_result::invalidParameter},
+        {{24, 1, 2, 0, 4, block}, mixer_result::invalidParameter},
+        {{24, 1, 1, 0, 3, block}, mixer_result::invalidParameter},
+        {{24, 1, 1, 0, 4, small}, mixer_result::invalidParameter},
+        {{24, 9, 1, 0, 4, block}, mixer_result::invalidControl}};
+    for (auto [asked, result] : details)
+        EXPECT_EQ(mixer.getControlDetails(handle, asked, 0), result);
     MixerControlDetails meter{24, 2, 1, 0, 4, block};
     EXPECT_EQ(mixer.setControlDetails(handle, meter, 0), mixer_result::notSupported);
+    EXPECT_EQ(mixer.setControlDetails(0, meter, 0), mixer_result::invalidHandle);
+    EXPECT_EQ(mixer.close(handle) * 10 + mixer.close(0), mixer_result::invalidHandle);
     mixer.globalFree(small);
     mixer.globalFree(block);
+    EXPECT_EQ(mixer.globalLock(block), nullptr);
 }
 
 } // namespace

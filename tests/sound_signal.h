@@ -58,6 +58,21 @@ inline std::size_t startOfSound(std::span<const float> samples, std::size_t from
     return static_cast<std::size_t>(found - samples.begin());
 }
 
+// What is heard between silences of at least that many samples.
+inline std::vector<std::span<const float>> soundsOf(std::span<const float> samples,
+                                                    std::size_t silence) {
+    std::vector<std::span<const float>> sounds;
+    for (std::size_t begin = startOfSound(samples); begin < samples.size();) {
+        std::size_t end = begin;
+        std::size_t next = begin;
+        for (; next < samples.size() && next < end + silence; next = startOfSound(samples, end))
+            end = next + 1;
+        sounds.push_back(samples.subspan(begin, end - begin));
+        begin = next;
+    }
+    return sounds;
+}
+
 struct Match {
     std::size_t place = 0;
     double correlation = 0;
@@ -69,10 +84,15 @@ inline Match findPiece(std::span<const float> piece, std::span<const float> whol
     Match best;
     for (std::size_t at = first; at <= last && at + piece.size() <= whole.size(); ++at) {
         // Coarse and quick, then exact where it looks promising.
-        double sum = 0;
-        for (std::size_t i = 0; i < piece.size(); i += 16)
-            sum += static_cast<double>(piece[i]) * whole[at + i];
-        if (sum <= 0)
+        double both = 0;
+        double ofPiece = 0;
+        double there = 0;
+        for (std::size_t i = 0; i < piece.size(); i += 16) {
+            both += static_cast<double>(piece[i]) * whole[at + i];
+            ofPiece += static_cast<double>(piece[i]) * piece[i];
+            there += static_cast<double>(whole[at + i]) * whole[at + i];
+        }
+        if (both <= 0 || both * both < 0.5 * ofPiece * there)
             continue;
         const double found = correlation(piece, whole.subspan(at, piece.size()));
         if (found > best.correlation)

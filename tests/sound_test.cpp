@@ -91,42 +91,47 @@ protected:
         return recorder_->samples(start, recorder_->count());
     }
 
-    // How much of the file is heard in the recording as it should be: windows of a quarter of a
-    // second that match the file where they should, give or take a tenth of a second.
-    double matchingPart(const Samples& recording) const {
-        const std::size_t window = perSecond / 4;
-        std::size_t start = tests::startOfSound(recording);
-        int windows = 0;
-        int matching = 0;
-        for (std::size_t at = window / 2; at + 2 * window < file_.size(); at += window) {
-            const auto piece = std::span(file_).subspan(at, window);
-            const std::size_t slack = perSecond / 10;
-            const tests::Match match = tests::findPiece(
-                piece, recording, start + at - std::min(start + at, slack), start + at + slack);
-            ++windows;
-            matching += match.correlation > 0.98 ? 1 : 0;
-        }
-        return windows == 0 ? 0 : static_cast<double>(matching) / windows;
+    // A machine that is busy makes gaps and loses some sound, but what is between has to be of the
+    // file. The shortest piece that can be known, and how far from its place it may lie.
+    static constexpr std::size_t knowable = perSecond / 25;
+    static constexpr std::size_t slack = perSecond / 10;
+    static constexpr double known = 0.9; // other resampling, and the noise of a codec
+    static auto piecesOf(const Samples& heard) {
+        auto pieces = tests::soundsOf(heard, perSecond / 200);
+        std::erase_if(pieces, [](const auto& piece) { return piece.size() < knowable; });
+        return pieces;
     }
-
-    // Whether the first quarter of a second that is heard lies there in the file, within 50 ms.
-    bool startsAt(const Samples& heard, std::int32_t milliseconds) const {
-        const std::size_t first = tests::startOfSound(heard);
-        if (heard.size() <= first + perSecond / 4)
-            return false;
-        const auto piece = std::span(heard).subspan(first, perSecond / 4);
-        const std::size_t place = static_cast<std::size_t>(milliseconds) * perSecond / 1000;
-        const std::size_t slack = perSecond / 20;
-        return tests::findPiece(piece, file_, place - slack, place + slack).correlation > 0.98;
+    tests::Match findInFile(std::span<const float> piece, std::size_t place,
+                            std::size_t last) const {
+        return tests::findPiece(piece, file_, place - std::min(place, slack), last);
     }
-
-    // A machine that is busy drops some sound now and then, but not always.
-    static bool succeedsOnce(const std::function<bool()>& attempt) {
-        constexpr int attempts = 5;
-        for (int i = 0; i < attempts; ++i)
-            if (attempt())
-                return true;
-        return false;
+    // The part of the file that is heard, in its order.
+    double partHeard(const Samples& heard) const {
+        std::size_t place = 0;
+        std::size_t found = 0;
+        for (auto rest : piecesOf(heard))
+            for (; rest.size() >= knowable; rest = rest.subspan(knowable)) {
+                const auto piece = rest.first(knowable);
+                tests::Match match = findInFile(piece, place, place + slack / 10);
+                if (match.correlation < known)
+                    match = findInFile(piece, place, file_.size());
+                if (match.correlation < known)
+                    continue;
+                place = match.place + knowable;
+                found += knowable;
+            }
+        return static_cast<double>(found) / static_cast<double>(file_.size());
+    }
+    // Whether what is heard starts and ends at these places of the file.
+    void expectHeard(const Samples& heard, std::int32_t from, std::int32_t to) const {
+        const auto pieces = piecesOf(heard);
+        ASSERT_FALSE(pieces.empty());
+        const auto liesAt = [this](std::span<const float> piece, std::int32_t milliseconds) {
+            const std::size_t place = static_cast<std::size_t>(milliseconds) * perSecond / 1000;
+            return findInFile(piece, place, place + slack).correlation > known;
+        };
+        EXPECT_TRUE(liesAt(pieces.front().first(knowable), from)) << from;
+        EXPECT_TRUE(liesAt(pieces.back().last(knowable), to - 40)) << to;
     }
 
     tests::TemporaryStore store_;
@@ -136,67 +141,50 @@ protected:
 };
 
 TEST_F(Sound, IsThatOfTheFile) {
-    const std::vector<std::pair<const char*, WaveKind>> kinds = {
-        {"16 bit", {SF_FORMAT_PCM_16, 16000}},
+    const std::pair<const char*, WaveKind> kinds[] = {
         {"8 bit", {SF_FORMAT_PCM_U8, 11025}},
         {"24 bit stereo", {SF_FORMAT_PCM_24, 44100, 2}},
-        {"float, no usual rate", {SF_FORMAT_FLOAT, 37123}},
-        {"A-law", {SF_FORMAT_ALAW, 8000}},
-        {"mu-law stereo", {SF_FORMAT_ULAW, 8000, 2}},
-        {"IMA ADPCM", {SF_FORMAT_IMA_ADPCM, 16000}},
+        {"float, no usual rate, more than two channels", {SF_FORMAT_FLOAT, 37123, 3}},
         {"MS ADPCM stereo", {SF_FORMAT_MS_ADPCM, 22050, 2}},
         {"GSM 6.10", {SF_FORMAT_GSM610, 8000}},
-        {"big-endian", {SF_FORMAT_WAV | SF_FORMAT_PCM_16 | SF_ENDIAN_BIG, 16000}},
         {"another kind of file", {SF_FORMAT_AIFF | SF_FORMAT_PCM_16, 48000}}};
     for (const auto& [name, kind] : kinds) {
         SCOPED_TRACE(name);
         openSweep(kind, 1.4);
-        EXPECT_TRUE(succeedsOnce([this] {
-            const std::size_t start = recorder_->count();
-            EXPECT_EQ(MciPlay(alias, -1, 0, -1), "");
-            playToEnd();
-            EXPECT_EQ(MciGetPosition(alias), MciGetLength(alias));
-            return matchingPart(recordedSince(start)) == 1;
-        }));
+        const std::size_t start = recorder_->count();
+        EXPECT_EQ(MciPlay(alias, -1, 0, -1), "");
+        playToEnd();
+        EXPECT_EQ(MciGetPosition(alias), MciGetLength(alias));
+        const Samples heard = recordedSince(start);
+        EXPECT_GT(partHeard(heard), 0.75);
+        expectHeard(heard, 0, MciGetLength(alias));
     }
 }
 
 TEST_F(Sound, PausesSeeksAndStops) {
     openSweep({SF_FORMAT_PCM_16, 16000}, 6);
-    ASSERT_EQ(MciPlay(alias, -1, 0, -1), "");
-    waitForPosition(500);
-    ASSERT_EQ(MciPause(alias), "");
-    const std::int32_t paused = MciGetPosition(alias);
-    waitForSilence();
-    EXPECT_EQ(MciGetMode(alias), "paused");
-    EXPECT_EQ(MciGetPosition(alias), paused);
-
-    const struct {
-        const char* name;
-        std::function<void()> play;
-        std::int32_t from;
-    } cases[] = {
-        {"resume", [] { MciResume(alias); }, paused},
-        {"seek to the end and back, play",
+    const std::pair<std::int32_t, std::function<void()>> plays[] = {
+        {0, [] { MciPlay(alias, -1, 0, -1); }},
+        {-1, [] { MciResume(alias); }}, // where it was paused
+        {2345,
          [] {
              MciSeek(alias, 6000);
              MciSeek(alias, 2345);
              MciPlay(alias, -1, -1, -1);
-         },
-         2345},
-        {"play a later place while playing", [] { MciPlay(alias, -1, 4000, 5900); }, 4000}};
-    for (const auto& test : cases) {
-        SCOPED_TRACE(test.name);
-        EXPECT_TRUE(succeedsOnce([&] {
-            const std::size_t start = recorder_->count();
-            test.play();
-            waitForPosition(test.from + 400);
-            MciStop(alias);
-            EXPECT_EQ(MciGetMode(alias), "stopped");
-            waitForSilence();
-            return startsAt(recordedSince(start), test.from);
-        })) << "within 50 ms of "
-            << test.from;
+         }},
+        {4000, [] { MciPlay(alias, -1, 4000, 5900); }}};
+    std::int32_t position = 0;
+    for (const auto& [place, play] : plays) {
+        const std::int32_t from = place < 0 ? position : place;
+        const std::size_t start = recorder_->count();
+        play();
+        waitForPosition(from + 400);
+        EXPECT_EQ(from == 0 ? MciPause(alias) : MciStop(alias), "");
+        position = MciGetPosition(alias);
+        EXPECT_EQ(MciGetMode(alias), from == 0 ? "paused" : "stopped");
+        waitForSilence();
+        EXPECT_EQ(MciGetPosition(alias), position);
+        expectHeard(recordedSince(start), from, position);
     }
 }
 
@@ -204,6 +192,11 @@ TEST_F(Sound, FollowsVolumeAndMeter) {
     clsMixer mixer;
     ASSERT_TRUE(mixer.Init_MixerControl() && mixer.Init_VolumeControl() &&
                 mixer.Init_VUMeterControl());
+    const auto waitForLevel = [&mixer](double share) {
+        waitUntil([&] {
+            return std::fabs(std::abs(mixer.GetVUMeterValue()) / 32768.0 - 0.8 * share) < 0.01;
+        });
+    };
     const struct {
         std::int32_t volume;
         const char* audio;
@@ -217,68 +210,61 @@ TEST_F(Sound, FollowsVolumeAndMeter) {
         const std::size_t played = recorder_->count();
         ASSERT_EQ(MciPlay(alias, -1, 0, -1), "");
         waitForPosition(300);
-        waitUntil([&] {
-            const double level = std::abs(mixer.GetVUMeterValue());
-            return std::fabs(level / 32768 - 0.8 * test.share) < 0.01;
-        });
+        waitForLevel(test.share);
         recorder_->waitForMore(perSecond / 4);
+        mixer.SetVolumeValue(0);
+        waitForLevel(0);
         MciStop(alias);
         waitForSilence();
         const Samples heard = recordedSince(played);
         EXPECT_EQ(tests::startOfSound(heard) == heard.size(), test.share == 0);
         EXPECT_NEAR(*std::max_element(heard.begin(), heard.end()), 0.8 * test.share, 0.02);
-        waitUntil([&] { return mixer.GetVUMeterValue() == 0; });
+        for (const auto piece : tests::soundsOf(heard, 2))
+            for (std::size_t i = 1; i < piece.size(); ++i)
+                ASSERT_LT(std::fabs(piece[i] - piece[i - 1]), 0.06) << "it clicks";
     }
     mixer.SetVolumeValue(65535);
 }
 
 TEST_F(Sound, ChangesSpeedButNotPitch) {
     openTone(440, 0.5, 1.5);
-    for (const int tempo : {50, 150, 200}) {
+    for (const int tempo : {50, 200, 200}) {
         SCOPED_TRACE(tempo);
-        ASSERT_EQ(MciCommand("set PBWave tempo " + std::to_string(tempo)), "");
-        EXPECT_EQ(MciGetLength(alias), 1500);
         const std::size_t start = recorder_->count();
         ASSERT_EQ(MciPlay(alias, -1, 0, -1), "");
+        ASSERT_EQ(MciCommand("set PBWave tempo " + std::to_string(tempo)), "");
+        EXPECT_EQ(MciGetLength(alias), 1500);
         playToEnd();
         EXPECT_EQ(MciGetPosition(alias), 1500);
         const Samples heard = recordedSince(start);
-        const std::size_t first = tests::startOfSound(heard);
-        std::size_t last = heard.size();
-        while (last > first && std::fabs(heard[last - 1]) < 1e-3F)
-            --last;
-        const double seconds = static_cast<double>(last - first) / perSecond;
-        EXPECT_NEAR(seconds * tempo / 100, 1.5, 0.15);
+        double seconds = 0;
         int crossings = 0;
-        for (std::size_t i = first; i + 1 < last; ++i)
-            crossings += heard[i] < 0 && heard[i + 1] >= 0 ? 1 : 0;
+        for (const auto piece : tests::soundsOf(heard, perSecond / 200)) {
+            seconds += static_cast<double>(piece.size()) / perSecond;
+            for (std::size_t i = 1; i < piece.size(); ++i)
+                crossings += piece[i - 1] < 0 && piece[i] >= 0 ? 1 : 0;
+        }
+        EXPECT_NEAR(seconds * tempo / 100, 1.5, 0.2);
         EXPECT_NEAR(crossings / seconds, 440, 15);
     }
 }
 
-TEST_F(Sound, PlaysTwoFilesAtOnce) {
-    openTone(440, 0.3, 5);
-    const std::string native = store_.native("b.WAV");
-    tests::writeWave(native, {SF_FORMAT_PCM_16, 8000}, Samples(40000, 0.25F));
-    ASSERT_EQ(MciOpen("Two", store_.path("b.WAV"), "waveaudio"), "");
+TEST_F(Sound, PlaysTwoFilesUntilTheOutputVanishes) {
+    openTone(440, 0.3, 20);
+    ASSERT_EQ(MciOpen("Two", store_.path("a dictation.WAV"), "waveaudio"), "");
     ASSERT_EQ(MciPlay(alias, -1, 0, -1), "");
     ASSERT_EQ(MciPlay("Two", -1, 0, -1), "");
     waitForPosition(300);
-    EXPECT_EQ(MciGetMode(alias) + MciGetMode("Two"), "playingplaying");
+    EXPECT_EQ(MciGetMode("Two"), "playing");
     EXPECT_EQ(MciClose("Two"), "");
     EXPECT_EQ(MciGetMode(alias), "playing");
-    EXPECT_EQ(MciGetMode("Two"), "ERROR");
-}
 
-TEST_F(Sound, EndsWithAnErrorWhenTheOutputVanishes) {
-    openTone(440, 0.3, 20);
-    ASSERT_EQ(MciPlay(alias, -1, 0, -1), "");
-    waitForPosition(200);
     server_->vanish();
     waitUntil([] { return MciGetMode(alias) == "ERROR"; });
     const std::string lost = "There is a problem with your media device. Make sure it is working "
                              "correctly or contact the device manufacturer.";
     EXPECT_EQ(MciResume(alias), lost);
+    EXPECT_EQ(MciPause(alias), lost);
     EXPECT_LT(MciGetPosition(alias), 20000);
     EXPECT_NE(MciPlay(alias, -1, -1, -1), "") << "nobody is there to play";
     EXPECT_EQ(MciGetMode(alias), "stopped");

@@ -211,6 +211,10 @@ std::uint32_t parseWords(const WaveCommand& command, std::vector<WaveWord>& word
     return media_error::none;
 }
 
+bool isOneOf(const WaveWord& word, std::initializer_list<std::string_view> phrases) noexcept {
+    return std::find(phrases.begin(), phrases.end(), word.phrase) != phrases.end();
+}
+
 const WaveWord* findWord(std::span<const WaveWord> words, std::string_view phrase) noexcept {
     const auto found = std::find_if(words.rbegin(), words.rend(), [phrase](const WaveWord& word) {
         return word.phrase == phrase;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <initializer_list>
 #include <span>
 #include <string>
 #include <string_view>
@@ -54,6 +55,8 @@ std::uint32_t parseCommand(std::string_view text, WaveCommand& command);
 
 // Takes the rest apart by the verb's table. Returns a media_error; the words up to it are kept.
 std::uint32_t parseWords(const WaveCommand& command, std::vector<WaveWord>& words);
+
+bool isOneOf(const WaveWord& word, std::initializer_list<std::string_view> phrases) noexcept;
 
 // nullptr when the phrase was not given; the last one counts.
 const WaveWord* findWord(std::span<const WaveWord> words, std::string_view phrase) noexcept;

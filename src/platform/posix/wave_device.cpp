@@ -3,12 +3,9 @@
 #include "platform/posix/wave_device.h"
 
 #include "platform/media.h"
-#include "platform/posix/wave_control.h"
 #include "platform/posix/wave_output.h"
 
-#include <algorithm>
 #include <array>
-#include <cstdlib>
 #include <utility>
 
 namespace ov::platform {
@@ -17,56 +14,18 @@ namespace {
 
 using Words = std::vector<WaveWord>;
 
-std::string_view modeName(std::uint8_t mode) noexcept {
-    constexpr std::array<std::string_view, 3> names{"stopped", "playing", "paused"};
-    return names[mode];
-}
-
 struct TimeFormatPhrase {
     std::string_view phrase;
     TimeFormat format;
-    std::string_view name;
 };
 constexpr std::array<TimeFormatPhrase, 4> timeFormats{
-    {{"time format milliseconds", TimeFormat::milliseconds, "milliseconds"},
-     {"time format ms", TimeFormat::milliseconds, "milliseconds"},
-     {"time format samples", TimeFormat::samples, "samples"},
-     {"time format bytes", TimeFormat::bytes, "bytes"}}};
-
-std::string_view nameOf(TimeFormat format) noexcept {
-    return std::find_if(timeFormats.begin(), timeFormats.end(),
-                        [format](const auto& entry) { return entry.format == format; })
-        ->name;
-}
-
-bool isOneOf(std::string_view phrase, std::initializer_list<std::string_view> phrases) noexcept {
-    return std::find(phrases.begin(), phrases.end(), phrase) != phrases.end();
-}
-
-bool isFlag(const WaveWord& word) noexcept {
-    return isOneOf(word.phrase, {"wait", "notify"});
-}
+    {{"time format milliseconds", TimeFormat::milliseconds},
+     {"time format ms", TimeFormat::milliseconds},
+     {"time format samples", TimeFormat::samples},
+     {"time format bytes", TimeFormat::bytes}}};
 
 bool needsFile(WaveVerb verb) noexcept {
     return verb >= WaveVerb::play && verb <= WaveVerb::set && verb != WaveVerb::stop;
-}
-
-std::uint32_t capability(const Words& words, std::string& reply) {
-    const auto item = std::find_if(words.begin(), words.end(),
-                                   [](const WaveWord& word) { return !isFlag(word); });
-    if (item == words.end())
-        return media_error::missingParameter;
-    if (item->phrase == "device type")
-        reply = "waveaudio";
-    else if (item->phrase == "inputs")
-        reply = "0";
-    else if (item->phrase == "outputs")
-        reply = std::to_string(WaveOutput::count());
-    else
-        reply = isOneOf(item->phrase, {"has audio", "can play", "uses files", "compound device"})
-                    ? "true"
-                    : "false";
-    return media_error::none;
 }
 
 } // namespace
@@ -223,9 +182,8 @@ std::uint32_t WaveDevice::setOne(const WaveWord& word) {
     if (word.phrase.starts_with("door"))
         return media_error::unsupported;
     // What the file is cannot be chosen.
-    const bool ofFile =
-        isOneOf(word.phrase, {"alignment", "bitspersample", "bytespersec", "channels",
-                              "format tag pcm", "format tag", "samplespersec"});
+    const bool ofFile = isOneOf(word, {"alignment", "bitspersample", "bytespersec", "channels",
+                                       "format tag pcm", "format tag", "samplespersec"});
     return ofFile ? media_error::wrongOrder : media_error::none;
 }
 
@@ -235,78 +193,6 @@ std::uint32_t WaveDevice::setOutput(const WaveWord& word) {
         return media_error::outOfRange;
     output_ = any ? -1 : static_cast<int>(word.number);
     player_->setOutput(output_);
-    return media_error::none;
-}
-
-std::uint32_t WaveDevice::status(const Words& words, std::string& reply) {
-    const auto item = std::find_if(words.begin(), words.end(), [](const WaveWord& word) {
-        return !isFlag(word) && word.phrase != "track";
-    });
-    if (item == words.end())
-        return media_error::missingParameter;
-    if (item->phrase == "mode")
-        return statusOfMode(reply);
-    if (!player_)
-        return media_error::unsupported;
-    const WaveWord* track = findWord(words, "track");
-    if (track != nullptr && track->number != 1)
-        return media_error::outOfRange;
-    // Of a track the position is where it starts.
-    if (track != nullptr && item->phrase == "position")
-        reply = "0";
-    else if (!statusOfFile(*item, reply))
-        reply = statusOfPlay(item->phrase);
-    return media_error::none;
-}
-
-std::uint32_t WaveDevice::statusOfMode(std::string& reply) const {
-    if (failure_ == media_error::none)
-        reply = modeName(static_cast<std::uint8_t>(mode_));
-    return failure_;
-}
-
-bool WaveDevice::statusOfFile(const WaveWord& word, std::string& reply) const {
-    const std::array<std::pair<std::string_view, std::int64_t>, 9> numbers{
-        {{"length", layout_.toUnits(layout_.length, format_)},
-         {"number of tracks", 1},
-         {"current track", 1},
-         {"start position", 0},
-         {"channels", layout_.channels},
-         {"samplespersec", layout_.rate},
-         {"bitspersample", layout_.bitsPerSample},
-         {"bytespersec", layout_.bytesPerSecond},
-         {"alignment", layout_.blockSize}}};
-    for (const auto& [phrase, number] : numbers)
-        if (word.phrase == phrase)
-            reply = std::to_string(number);
-    if (word.phrase == "format tag")
-        reply = layout_.formatTag == 1 ? "pcm" : std::to_string(layout_.formatTag);
-    return !reply.empty();
-}
-
-std::string WaveDevice::statusOfPlay(std::string_view item) const {
-    if (item == "position")
-        return std::to_string(layout_.toUnits(position(), format_));
-    if (item == "time format")
-        return std::string(nameOf(format_));
-    if (item == "tempo")
-        return std::to_string(player_->tempo());
-    if (item == "level")
-        return std::to_string(std::abs(WaveControl::instance().peak()));
-    if (item == "output" && output_ >= 0)
-        return std::to_string(output_);
-    if (isOneOf(item, {"input", "output"}))
-        return "mapper";
-    return "true"; // ready, media present
-}
-
-std::uint32_t WaveDevice::info(const Words& words, std::string& reply) const {
-    if (findWord(words, "product") != nullptr)
-        reply = "OVSearch wave audio";
-    else if (findWord(words, "file") != nullptr)
-        reply = file_;
-    else
-        return media_error::missingParameter;
     return media_error::none;
 }
 

@@ -66,6 +66,7 @@ private:
     std::uint32_t statusOfMode(std::string& reply) const;
     bool statusOfFile(const WaveWord& word, std::string& reply) const;
     std::string statusOfPlay(std::string_view item) const;
+    static std::uint32_t capability(const std::vector<WaveWord>& words, std::string& reply);
     std::uint32_t info(const std::vector<WaveWord>& words, std::string& reply) const;
 
     std::string file_;

@@ -5,6 +5,7 @@
 #include <SDL.h>
 #include <atomic>
 #include <chrono>
+#include <condition_variable>
 #include <mutex>
 #include <thread>
 
@@ -22,16 +23,38 @@ constexpr auto retryInterval = 5ms;
 // that asked, for ever; nobody else shall be held with it.
 class SdlLock {
 public:
-    SdlLock() : lock_(mutex(), longestWait) {}
-    explicit operator bool() const noexcept { return lock_.owns_lock(); }
+    SdlLock() {
+        std::unique_lock<std::mutex> lock(turn().mutex);
+        mine_ = turn().over.wait_for(lock, longestWait, [] { return !turn().taken; });
+        if (mine_)
+            turn().taken = true;
+    }
+    ~SdlLock() {
+        if (!mine_)
+            return;
+        const std::lock_guard<std::mutex> lock(turn().mutex);
+        turn().taken = false;
+        turn().over.notify_one();
+    }
+    SdlLock(const SdlLock&) = delete;
+    SdlLock& operator=(const SdlLock&) = delete;
+
+    explicit operator bool() const noexcept { return mine_; }
 
 private:
-    static std::timed_mutex& mutex() {
-        static std::timed_mutex theMutex;
-        return theMutex;
+    // Not a std::timed_mutex, whose waits the thread sanitizer does not see.
+    struct Turn {
+        std::mutex mutex;
+        std::condition_variable over;
+        bool taken = false;
+    };
+    // Never destroyed: one who is held comes back after the program's end.
+    static Turn& turn() {
+        static auto& theTurn = *new Turn;
+        return theTurn;
     }
 
-    std::unique_lock<std::timed_mutex> lock_;
+    bool mine_ = false;
 };
 
 // Keeps SDL's audio part open; SDL counts its users.
