@@ -169,7 +169,6 @@ void frmSearchResultColumns::load() {
         else
             (field.Visible ? lstRight_ : lstLeft_)->addItem(entryOf(field));
     }
-    changed_ = false;
     enableButtons();
     constexpr QSize comfortable(560, 480);
     widgets::resizeOnScreen(*this, comfortable);
@@ -180,7 +179,6 @@ void frmSearchResultColumns::transfer(QListWidget& source, QListWidget& target) 
     const int row = selectedRow(source);
     if (row < 0)
         return;
-    changed_ = true;
     target.addItem(source.takeItem(row));
     source.setCurrentRow(std::min(row, source.count() - 1));
     target.setCurrentRow(target.count() - 1);

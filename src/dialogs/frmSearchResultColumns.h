@@ -51,7 +51,6 @@ private:
     QPushButton* cmdCancel_;
 
     bool loaded_ = false;
-    bool changed_ = false; // something was moved from one list to the other
     bool busy_ = false;
     bool okPressed_ = false;
 };

@@ -149,8 +149,6 @@ TEST_F(ControlLife, FollowsItsWindow) {
 }
 
 TEST_F(ControlLife, TwoShareNothing) {
-    tests::TemporaryStore otherStore;
-    otherStore.add("2$WAV.WAV");
     store.addDeep(30, "2$WAV.WAV");
     write("SearchCriteria.dat", tests::criterion("2|25|6|\r\n"));
     for (const bool sameHost : {true, false}) {
@@ -159,34 +157,31 @@ TEST_F(ControlLife, TwoShareNothing) {
         tests::StartedPlugIn otherPlugIn;
         otherPlugIn.caller = nullptr;
         otherPlugIn.host->answers = host().answers;
-        otherPlugIn.host->answers["PI_GetDirectory(204)"] = otherStore.directory();
-        tests::FakeHost& otherHost = sameHost ? host() : *otherPlugIn.host;
+        tests::StartedPlugIn& itsPlugIn = sameHost ? plugIn_ : otherPlugIn;
         auto otherControl = makeControl(nullptr);
-        otherControl->IFormExtension_Init(sameHost ? plugIn_.connector : otherPlugIn.connector,
-                                          otherHost);
+        otherControl->IFormExtension_Init(itsPlugIn.connector, *itsPlugIn.host);
         auto& other = *static_cast<QWidget*>(otherControl->IFormExtension_Window());
         other.show();
-        const auto searchOther = [&other] {
-            QTest::mouseClick(&child<QPushButton>(other, "cmdSearchOptions(0)"), Qt::LeftButton);
-            QCoreApplication::processEvents();
-        };
         user =
             std::make_unique<tests::RecordingInterface>([] { QCoreApplication::processEvents(); });
+        const auto searchOther = [&other] {
+            child<QPushButton>(other, "cmdSearchOptions(0)").click();
+            QCoreApplication::processEvents();
+        };
         searchOther();
-        const std::string before = label(other);
         bool reached = false;
         host().onCall = [&](const std::string& call) {
             if (reached || !call.starts_with("PI_ProgressText"))
                 return;
             reached = true;
-            otherHost.calls.clear();
+            itsPlugIn.host->calls.clear();
             searchOther();
             ASSERT_EQ(user->boxes.size(), 1U);
             EXPECT_EQ(user->boxes[0].text.substr(0, 26), "Another search is running.");
-            EXPECT_EQ(label(other), before) << "its list is kept";
+            EXPECT_EQ(label(other), "Search result (30 dictations)") << "its list is kept";
             QTest::keyClick(&other, Qt::Key_Escape);
-            otherHost.events.action(2, "DIR_NETDICTATIONTREE");
-            EXPECT_EQ(otherHost.calls.size(), sameHost ? 2U : 1U) << "each asks its own";
+            itsPlugIn.host->events.action(2, "DIR_NETDICTATIONTREE");
+            EXPECT_EQ(itsPlugIn.host->calls.size(), sameHost ? 2U : 1U) << "each asks its own";
             otherControl = nullptr;
         };
         search();

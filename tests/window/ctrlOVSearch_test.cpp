@@ -5,14 +5,18 @@
 #include "control/search_run.h"
 #include "dialogs/frmCriteria.h"
 #include "dictation/tree_scan.h"
+#include "playback/modMultimedia.h"
+#include "support/modINI.h"
 #include "support/unsaved.h"
 #include "tests/environment.h"
 #include "tests/scripted_media.h"
 #include "tests/wave_files.h"
 #include "tests/window/window_fixture.h"
 
+#include <QAbstractItemModelTester>
 #include <QClipboard>
 #include <QContextMenuEvent>
+#include <QDesktopServices>
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QListWidget>
@@ -21,9 +25,14 @@
 #include <QMimeData>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScrollBar>
+#include <QSplitter>
 #include <QTableView>
+#include <QTextBrowser>
+#include <QToolButton>
+#include <QToolTip>
 #include <QTreeWidget>
-#include <numeric>
+#include <map>
 
 namespace ov {
 namespace {
@@ -67,19 +76,12 @@ protected:
         return line;
     }
 
-    int column(int field) {
-        const auto* model = results().model();
-        for (int i = 0; i < model->columnCount(); ++i)
-            if (model->headerData(i, Qt::Horizontal, ResultModel::keyRole).toString() ==
-                QStringLiteral("_%1").arg(field))
-                return i;
-        return -1;
-    }
+    const ResultModel& model() { return dynamic_cast<const ResultModel&>(*results().model()); }
+    int column(int field) { return model().columnOf(field); }
     std::string columnTexts(int field) {
         std::string all;
-        for (int row = 0; row < results().model()->rowCount(); ++row)
-            all +=
-                results().model()->index(row, column(field)).data().toString().toStdString() + "; ";
+        for (int row = 0; row < model().rowCount(); ++row)
+            all += model().text(row, column(field)).toStdString() + "; ";
         return all;
     }
     // By their places in the list of the shown ones; each place counts without those before it.
@@ -95,18 +97,26 @@ protected:
     }
     void clickHeader(int field) {
         QHeaderView* header = results().horizontalHeader();
-        results().scrollTo(results().model()->index(0, column(field)));
+        results().scrollTo(model().index(0, column(field)));
         QTest::mouseClick(header->viewport(), Qt::LeftButton, {},
                           {header->sectionViewportPosition(column(field)) + 8, 8});
         QCoreApplication::processEvents();
     }
     std::string setting(const char* key) {
-        const std::string content = read("local.ini");
-        const std::size_t at = content.find(std::string(key) + "=");
-        if (at == std::string::npos)
-            return {};
-        const std::size_t value = at + std::string(key).size() + 1;
-        return content.substr(value, content.find_first_of("\r\n", value) - value);
+        return modINI::ReadIniValueDirect("OVSearch.ctrlOVSearch", key, "", path("local.ini"));
+    }
+    std::string description() {
+        return widget<QLabel>("lblCriteriaDescription").text().toStdString();
+    }
+    std::string selectedRows() {
+        std::string rows;
+        for (int row = 0; row < model().rowCount(); ++row)
+            rows += results().selectionModel()->isRowSelected(row) ? '*' : '-';
+        return rows;
+    }
+    static void rightClick(QWidget& on) {
+        QContextMenuEvent event(QContextMenuEvent::Keyboard, {5, 5}, on.mapToGlobal(QPoint(5, 5)));
+        QApplication::sendEvent(&on, &event);
     }
     // How often the host was called with what begins so.
     auto calls(std::string_view beginning) {
@@ -129,8 +139,21 @@ TEST_F(Control, StartsWithDefaultsAndRemembersTheChoices) {
 
     QTest::mouseClick(&widget<QRadioButton>("optCriteriaCompare(0)"), Qt::LeftButton);
     EXPECT_EQ(setting("SearchCompareAnd"), "0");
+    EXPECT_EQ(description().find("all criteria"), std::string::npos);
+    for (QAction* choice : widget<QToolButton>("cmdSearchPlayerOptions").findChildren<QAction*>())
+        if (choice->text() == QLatin1String("150 %") || choice->text() == QLatin1String("10 s"))
+            choice->trigger();
+    QWidget* line = widget<QSplitter>("").handle(1);
+    QTest::mousePress(line, Qt::LeftButton, {}, {5, 1});
+    QTest::mouseMove(line, {5, 61});
+    QTest::mouseRelease(line, Qt::LeftButton, {}, {5, 61});
+    const int height = criteria().height();
     closeControl();
     openControl();
+    EXPECT_NEAR(criteria().height(), height, 1);
+    EXPECT_NE(setting("CriteriaShare"), "");
+    EXPECT_EQ(setting("PlayerBackUpSeconds"), "10");
+    EXPECT_EQ(widget<QToolButton>("cmdSearchPlayerOptions").text(), QStringLiteral("150 %"));
     EXPECT_TRUE(widget<QRadioButton>("optCriteriaCompare(0)").isChecked());
 }
 
@@ -156,7 +179,7 @@ TEST_F(Control, TellsTheHostHowTheListIsFilled) {
         EXPECT_EQ(calls("PI_ProgressInit(&0, &" + std::to_string(c.hits) + ", &0, &\"List"),
                   c.inits);
         EXPECT_EQ(calls("PI_ProgressValue(&"), c.hits) << c.hits;
-        EXPECT_EQ(results().model()->rowCount(), c.hits);
+        EXPECT_EQ(model().rowCount(), c.hits);
         if (c.hits > 0) {
             EXPECT_EQ(host().calls.back(), "PI_ProgressClear()");
         }
@@ -175,7 +198,7 @@ TEST_F(Control, AsksBeforeItListsEverything) {
     host().answers["PI_GetLanguage"] = "7";
     action("LANGUAGE");
     EXPECT_EQ(label(), "Suchergebnis (1 Diktat)") << "No leaves everything as it was";
-    EXPECT_EQ(results().model()->rowCount(), 1);
+    EXPECT_EQ(model().rowCount(), 1);
 }
 
 TEST_F(Control, NamesADirectoryThatIsNotThere) {
@@ -198,6 +221,8 @@ TEST_F(Control, NamesADirectoryThatIsNotThere) {
 
 TEST_F(Control, KeepsAListOfCriteria) {
     openControl();
+    for (const Qt::Key nothingToEdit : {Qt::Key_F2, Qt::Key_Delete})
+        key(criteria(), nothingToEdit);
     enter([&] { press("cmdSearchKriteriaOptions(0)"); }, "Anna");
     enter([&] { key(criteria(), Qt::Key_Insert); }, "Berta");
     enter([&] { key(criteria(), Qt::Key_Insert); }, "Carla");
@@ -213,7 +238,10 @@ TEST_F(Control, KeepsAListOfCriteria) {
     EXPECT_EQ(criteriaLine(), "Berta; *Carla; ") << "edited onto one that is there";
     EXPECT_EQ(user->boxes.size(), 2U);
 
-    withDialog([&] { press("cmdSearchKriteriaOptions(1)"); }, [](QDialog& d) { d.reject(); });
+    for (const auto& edit :
+         std::vector<std::function<void()>>{[&] { press("cmdSearchKriteriaOptions(1)"); },
+                                            [&] { key(criteria(), Qt::Key_Enter); }})
+        withDialog(edit, [](QDialog& dialog) { dialog.reject(); });
     EXPECT_EQ(criteriaLine(), "Berta; *Carla; ");
 
     closeControl();
@@ -238,6 +266,23 @@ TEST_F(Control, LosesNothingOfABrokenCriteriaFile) {
     EXPECT_EQ(read("SearchCriteria.bak"), content);
 }
 
+TEST_F(Control, KeepsACriteriaFileThatItCouldNotRead) {
+    const std::string content = criterion("5|17|Anna|\r\n");
+    write("SearchCriteria.dat", content);
+    const tests::fs::path file = folder() / "SearchCriteria.dat";
+    const std::uintmax_t tooLarge = std::uintmax_t{1} << 30U;
+    tests::fs::resize_file(file, tooLarge);
+    openControl();
+    enter([&] { key(criteria(), Qt::Key_Insert); }, "Berta");
+    EXPECT_EQ(user->boxes.size(), 1U);
+    EXPECT_EQ(tests::fs::file_size(file), tooLarge);
+    tests::fs::resize_file(file, content.size());
+    enter([&] { key(criteria(), Qt::Key_Insert); }, "Carla");
+    EXPECT_EQ(bars(read("SearchCriteria.dat")), "5|17|Berta|\r\n5|17|Carla|\r\n");
+    closeControl();
+    EXPECT_EQ(read("SearchCriteria.bak"), content);
+}
+
 TEST_F(Control, TellsOnceThatTheCriteriaCannotBeSaved) {
     host().answers["PI_GetDirectory(32)"] = path("gone\\");
     openControl();
@@ -255,21 +300,34 @@ TEST_F(Control, SortsByTheClickedColumn) {
         .add("2$WAV@@14$Ä@@7$02-01-2026 09$00$00.WAV")
         .add("2$STOP@@14$c@@7$15-06-2025 08$00$00.WAV");
     openControl();
+    const QAbstractItemModelTester tester(results().model(),
+                                          QAbstractItemModelTester::FailureReportingMode::Fatal);
     searchAll();
     EXPECT_EQ(columnTexts(5), "Ä; b; c; ") << "by status, as for a first start";
     clickHeader(5);
     EXPECT_EQ(columnTexts(5), "Ä; b; c; ");
     EXPECT_EQ(results().horizontalHeader()->sortIndicatorSection(), column(5));
-    results().selectRow(0);
+    results().selectAll();
+    results().selectionModel()->select(model().index(1, 0),
+                                       QItemSelectionModel::Deselect | QItemSelectionModel::Rows);
+    results().selectionModel()->setCurrentIndex(model().index(0, 0), QItemSelectionModel::NoUpdate);
     clickHeader(5);
     EXPECT_EQ(columnTexts(5), "c; b; Ä; ");
-    EXPECT_TRUE(results().selectionModel()->isRowSelected(2)) << "the selection moves along";
+    EXPECT_EQ(selectedRows(), "*-*") << "the selection moves along";
+    EXPECT_EQ(results().currentIndex(), model().index(2, column(5)));
+    results().clearSelection();
+    results().selectRow(2);
     clickHeader(9);
     EXPECT_EQ(columnTexts(5), "Ä; b; c; ") << "by day and time, the order kept";
+    EXPECT_EQ(selectedRows(), "*--");
+    results().selectAll();
     EXPECT_EQ(results().horizontalHeader()->sortIndicatorOrder(), Qt::DescendingOrder);
     EXPECT_EQ(results().horizontalHeader()->sortIndicatorSection(), column(9));
     EXPECT_EQ(setting("ListSortKey"), std::to_string(column(10)));
     EXPECT_EQ(setting("ListSortOrder"), "1");
+    clickHeader(2);
+    EXPECT_EQ(selectedRows(), "***");
+    clickHeader(9);
 
     closeControl();
     openControl();
@@ -300,7 +358,7 @@ TEST_F(Control, RemembersHowTheColumnsWereLeft) {
     EXPECT_EQ(column(5), -1);
     EXPECT_EQ(results().horizontalHeader()->sortIndicatorSection(), -1);
     results().horizontalHeader()->moveSection(3, 5);
-    withDialog([&] { press("cmdSearchOptions(3)"); },
+    withDialog([&] { rightClick(*results().horizontalHeader()->viewport()); },
                [](QDialog& dialog) {
                    child<QListWidget>(dialog, "lstLeft").setCurrentRow(2);
                    child<QPushButton>(dialog, "cmdTransfer(0)").click();
@@ -309,35 +367,44 @@ TEST_F(Control, RemembersHowTheColumnsWereLeft) {
     EXPECT_EQ(results().horizontalHeader()->visualIndex(column(5)), 0) << "back at its place";
 }
 
+TEST_F(Control, MakesTheBestOfSettingsOfAnyKind) {
+    write("local.ini", "[OVSearch.ctrlOVSearch]\r\nListSortKey=99\r\nListSortOrder=7\r\n"
+                       "ColumnOrder=9,99,0,x,5,5,1\r\nColumnWidths=18:5000,7,9:0,99:1,8:-3\r\n"
+                       "CriteriaShare=2000\r\nPlayerSpeed=999\r\nPlayerBackUpSeconds=11\r\n");
+    openControl();
+    const QHeaderView& header = *results().horizontalHeader();
+    EXPECT_EQ(header.sortIndicatorSection(), -1);
+    std::string order;
+    for (const int field : {9, 10, 5, 6, 1})
+        order += std::to_string(header.visualIndex(column(field))) + " ";
+    EXPECT_EQ(order, "0 1 16 17 20 ") << "each follows the one before it";
+    EXPECT_NEAR(results().columnWidth(column(18)), results().columnWidth(column(13)) * 5, 3);
+    EXPECT_GT(results().columnWidth(column(9)), 20);
+    EXPECT_EQ(widget<QToolButton>("cmdSearchPlayerOptions").text(), QStringLiteral("200 %"));
+}
+
 TEST_F(Control, StopsASearchWithEscape) {
     store.addDeep(40, "2$WAV.WAV");
     openControl();
     user->saysYes = true;
-    int seen = 0;
-    auto* pumped = new QTimer(&window());
-    QObject::connect(pumped, &QTimer::timeout, [&] {
-        if (!modDictation::isSearchRunning() || seen++ > 0)
-            return;
-        EXPECT_FALSE(button("cmdSearchOptions(0)").isEnabled());
-        QTest::keyClick(&window(), Qt::Key_F5); // no second one
-        QTest::keyClick(&window(), Qt::Key_Escape);
-    });
-    pumped->start(0);
-    // The first folder takes as long as it takes until the timers have run.
-    std::string counted;
+    bool stopped = false;
     host().onCall = [&](const std::string& call) {
-        if (!call.starts_with("PI_ProgressText"))
+        if (stopped || !call.starts_with("PI_ProgressText"))
             return;
+        stopped = true;
         EXPECT_TRUE(call.ends_with("\\\")")) << call << " is no directory";
-        while (seen == 0 || counted.empty()) {
+        EXPECT_FALSE(button("cmdSearchOptions(0)").isEnabled());
+        EXPECT_FALSE(button("cmdSearchKriteriaOptions(0)").isEnabled());
+        EXPECT_FALSE(results().horizontalHeader()->sectionsClickable());
+        while (!label().starts_with("Dictations found so far: "))
             QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-            counted = label().starts_with("Dictations found so far: ") ? label() : "";
-        }
+        key(window(), Qt::Key_F5); // no second one
+        key(window(), Qt::Key_Escape);
     };
     key(window(), Qt::Key_F5);
+    host().onCall = nullptr;
     EXPECT_EQ(label().substr(0, 15), "Search result (");
-    EXPECT_GE(seen, 1);
-    EXPECT_LT(results().model()->rowCount(), 40);
+    EXPECT_LT(model().rowCount(), 40);
     EXPECT_FALSE(widget<QLabel>("lblSearchNotice").text().isEmpty());
     EXPECT_TRUE(button("cmdSearchOptions(0)").isEnabled());
 }
@@ -345,11 +412,7 @@ TEST_F(Control, StopsASearchWithEscape) {
 TEST_F(Control, SurvivesWhatTheHostDoesInTheMiddleOfASearch) {
     store.addDeep(30, "2$WAV.WAV");
     write("SearchCriteria.dat", criterion("2|25|6|\r\n"));
-    struct Case {
-        std::string what;
-        std::function<void()> act;
-    };
-    const std::vector<Case> cases = {
+    const std::map<std::string, std::function<void()>> cases = {
         {"switches the language",
          [&] {
              modLanguage::SetLanguage(7, 0);
@@ -363,23 +426,24 @@ TEST_F(Control, SurvivesWhatTheHostDoesInTheMiddleOfASearch) {
          }},
         {"fails", [&] { host().refused.insert("PI_ProgressText"); }},
     };
-    for (const Case& c : cases) {
+    for (const auto& [what, act] : cases) {
+        SCOPED_TRACE(what);
         openControl();
         bool done = false;
-        host().onCall = [&](const std::string& call) {
+        host().onCall = [&, act = act](const std::string& call) {
             if (!done && call.starts_with("PI_ProgressText")) {
                 done = true;
-                c.act();
+                act();
             }
         };
         search();
         host().onCall = nullptr;
+        EXPECT_TRUE(done);
         host().refused.clear();
-        EXPECT_TRUE(done) << c.what;
-        EXPECT_FALSE(modDictation::isSearchRunning()) << c.what;
-        EXPECT_EQ(criteria().topLevelItemCount(), 1) << c.what;
+        EXPECT_FALSE(modDictation::isSearchRunning());
+        EXPECT_EQ(criteria().topLevelItemCount(), 1);
         closeControl();
-        EXPECT_EQ(bars(read("SearchCriteria.dat")), "2|25|6|\r\n") << c.what;
+        EXPECT_EQ(bars(read("SearchCriteria.dat")), "2|25|6|\r\n");
         modLanguage::SetLanguage(9, 0);
     }
 }
@@ -407,16 +471,9 @@ TEST_F(Control, EndsItsBoxesAndMakesRoomForTheNext) {
     user = nullptr; // the real boxes
     withDialog([&] { search(); },
                [&](QDialog& box) {
-                   control_ = nullptr;
-                   EXPECT_FALSE(box.isVisible()) << "the question is answered with No";
+                   QTest::keyClick(&box, Qt::Key_Return); // No is the default
                    openControl();
                    user = nullptr;
-               });
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    withDialog([&] { search(); },
-               [&](QDialog& box) {
-                   EXPECT_EQ(box.windowTitle(), QStringLiteral("Dictation search"));
-                   QTest::keyClick(&box, Qt::Key_Return); // No is the default
                });
     EXPECT_EQ(label(), "Search result");
 }
@@ -436,14 +493,11 @@ TEST_F(Control, TellsOnceThatSettingsCannotBeKept) {
         QStringLiteral("The settings cannot be saved: %1\n")
             .arg(QString::fromStdString((folder() / "local.ini").native()))));
     EXPECT_FALSE(notices().front()->isModal()) << "nobody waits for it";
-    const auto choose = [this](const char* option) {
-        QTest::mouseClick(&widget<QRadioButton>(option), Qt::LeftButton);
-    };
-    choose("optCriteriaCompare(0)");
+    QTest::mouseClick(&widget<QRadioButton>("optCriteriaCompare(0)"), Qt::LeftButton);
     EXPECT_TRUE(user->boxes.empty());
     user = nullptr;
     resetUnsaved();
-    choose("optCriteriaCompare(1)");
+    QTest::mouseClick(&widget<QRadioButton>("optCriteriaCompare(1)"), Qt::LeftButton);
     ASSERT_EQ(notices().size(), 1) << "it is there already";
     QTest::keyClick(notices().front(), Qt::Key_Return);
     EXPECT_TRUE(notices().isEmpty());
@@ -477,18 +531,28 @@ TEST_F(Control, KeepsTheKeyboardWhereItWas) {
     EXPECT_EQ(focusAfterSearch([&] { press("cmdSearchStop"); }), "cmdSearchOptions(0)");
 }
 
-TEST_F(Control, LeadsTheKeyboardAlong) {
+TEST_F(Control, ReadsAsOneGoesAndFollowsTheLanguage) {
     openControl();
     criteria().setFocus();
-    std::string order;
-    for (const QWidget* at = &criteria(); at != &results(); at = window().focusWidget()) {
-        order += at->objectName().toStdString() + " ";
-        ASSERT_LT(order.size(), 500U) << order;
-        QTest::keyClick(window().focusWidget(), Qt::Key_Tab);
-    }
-    EXPECT_EQ(order, "lvSearchCriteria cmdSearchKriteriaOptions(0) optCriteriaCompare(1) "
-                     "cmdSearchOptions(0) cmdSearchOptions(2) cmdSearchOptions(3) "
-                     "cmdSearchOptions(4) ");
+    EXPECT_EQ(tests::tabOrder(window()),
+              "lvSearchCriteria cmdSearchKriteriaOptions(0) optCriteriaCompare(1) "
+              "cmdSearchOptions(0) cmdSearchOptions(2) cmdSearchOptions(3) cmdSearchOptions(4) "
+              "lvSearchResult cmdSearchPlayer(0) cmdSearchPlayer(1) cmdSearchPlayer(2) "
+              "cmdSearchPlayerOptions slSearchPlayerSeek slSearchPlayerVolume ");
+    EXPECT_TRUE(tests::isTidy(window()));
+    for (const auto* one : window().findChildren<QPushButton*>())
+        EXPECT_FALSE(one->isVisible() && (one->icon().isNull() || one->toolTip().isEmpty()))
+            << one->objectName().toStdString();
+    const QImage hints[] = {criteria().grab().toImage(), results().grab().toImage()};
+    host().answers["PI_GetLanguage"] = "7";
+    action("language");
+    EXPECT_EQ(tests::readable(window()),
+              "|Abbr&echen|S&uchen|Drucken/E&xportieren …|S&palten …|P&rotokoll|Suchergebnis|"
+              "00:00:00|00:00:00|100 %|&Neu …|&Bearbeiten …|&Löschen|Alle &Kriterien|"
+              "&Mindestens ein Kriterium|Gefunden werden Diktate, auf die alle Kriterien "
+              "zutreffen.");
+    EXPECT_NE(criteria().grab().toImage(), hints[0]);
+    EXPECT_NE(results().grab().toImage(), hints[1]);
 }
 
 TEST_F(Control, ShowsTheRowsThatTheHostHeardOf) {
@@ -497,7 +561,7 @@ TEST_F(Control, ShowsTheRowsThatTheHostHeardOf) {
     openControl();
     host().refused = {"PI_ProgressValue(&3)"};
     searchAll();
-    EXPECT_EQ(results().model()->rowCount(), 3);
+    EXPECT_EQ(model().rowCount(), 3);
     EXPECT_EQ(user->boxes.back().text, "refused");
     EXPECT_EQ(label(), "Search result");
 }
@@ -508,11 +572,20 @@ TEST_F(Control, TellsWhatASearchLeftOut) {
     searchAll();
     EXPECT_EQ(widget<QLabel>("lblSearchNotice").text().toStdString(),
               "Files and folders left out because of a “\\” in their name: 1");
-    modDictation::ScanReport full;
-    full.limitReached = true;
-    EXPECT_EQ(noticeText(full).toStdString(),
-              "The list shows only the first 999,999 dictations; there may be more. Narrow the "
-              "search criteria.");
+    modDictation::ScanReport all;
+    EXPECT_EQ(noticeText(all), QString());
+    all.limitReached = all.stopped = true;
+    all.foldersUnreadable = 1234;
+    EXPECT_EQ(noticeText(all).toStdString(),
+              "The search was stopped. The list shows the dictations found so far. The list shows "
+              "only the first 999,999 dictations; there may be more. Narrow the search criteria. "
+              "Folders that could not be read: 1,234");
+    all = {};
+    all.rootVanished = true;
+    all.foldersUnreadable = 1;
+    EXPECT_EQ(noticeText(all).toStdString(),
+              "The dictation folder went away during the search. The list shows only the "
+              "dictations found until then.");
 }
 
 TEST_F(Control, SpeaksTheLanguageTheHostChangesTo) {
@@ -541,46 +614,101 @@ TEST_F(Control, SpeaksTheLanguageTheHostChangesTo) {
     EXPECT_EQ(plugIn_.connector.PlugInDescription(), "Diktatsuche");
 }
 
-TEST_F(Control, TranslatesTheMenuThatIsOpen) {
+TEST_F(Control, OffersMenusAndTranslatesTheOpenOne) {
     store.add("2$WAV.WAV");
     openControl();
-    searchAll();
-    const auto rightClick = [](QWidget& list) {
-        QContextMenuEvent event(QContextMenuEvent::Keyboard, {}, {});
-        QApplication::sendEvent(&list, &event);
-    };
-    struct Case {
-        std::function<void()> open;
-        QString entry;
-    };
-    for (const Case& c : std::vector<Case>{
-             {[&] { press("cmdSearchOptions(2)"); }, QStringLiteral("&Nur markierte Zeilen")},
-             {[&] { rightClick(criteria()); }, QStringLiteral("&Bearbeiten …")},
-             {[&] { rightClick(results()); }, QStringLiteral("Zeilen &kopieren")}}) {
+    const auto openAndTranslate = [this](const std::function<void()>& open) {
         for (const char* language : {"9", "7"}) {
             host().answers["PI_GetLanguage"] = language;
             action("LANGUAGE");
             if (*language == '9')
-                c.open();
+                open();
             QCoreApplication::processEvents();
         }
         auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-        ASSERT_NE(menu, nullptr) << c.entry.toStdString();
-        QStringList entries;
+        std::string entries;
         for (const QAction* entry : menu->actions())
-            entries << entry->text();
-        EXPECT_TRUE(entries.contains(c.entry)) << entries.join(u';').toStdString();
+            entries += (entry->isEnabled() ? "" : "-") +
+                       (entry->text() + entry->shortcut().toString()).toStdString() +
+                       (entry->icon().isNull() ? ";" : "*;");
         menu->close();
-    }
+        return entries;
+    };
+    const auto ofResults = [&] { rightClick(results()); };
+    const auto ofCriteria = [&] { rightClick(criteria()); };
+    const auto ofButton = [&] { press("cmdSearchOptions(2)"); };
+    EXPECT_EQ(openAndTranslate(ofResults),
+              "-&WiedergebenReturn*;-&Stoppen*;-&Protokoll anzeigen*;;-Zeilen &kopierenCtrl+C*;"
+              "-&Dateipfad kopieren;-&Verzeichnis öffnen*;;-&Alles markierenCtrl+A;"
+              "Spal&ten auswählen …*;");
+    EXPECT_EQ(openAndTranslate(ofCriteria), "&Neu …Ins*;-&Bearbeiten …F2*;-&LöschenDel*;");
+    searchAll();
+    EXPECT_TRUE(openAndTranslate(ofButton).ends_with(";-&Nur markierte Zeilen;"));
+    results().selectRow(0);
+    enter([&] { key(criteria(), Qt::Key_Insert); }, "Anna");
+    EXPECT_EQ(openAndTranslate(ofResults).find('-'), std::string::npos);
+    EXPECT_EQ(openAndTranslate(ofCriteria).find('-'), std::string::npos);
+    EXPECT_EQ(openAndTranslate(ofButton),
+              "&Drucken …Ctrl+P*;Druck&vorschau …;;&PDF-Dokument …;&Tabelle (.xlsx) …;"
+              "&CSV-Datei …;&Webseite …;&JSON-Datei …;;Als Te&xt kopieren*;;"
+              "&Nur markierte Zeilen;");
+}
+
+TEST_F(Control, ShowsCodesAsPicturesWhereWordsDoNotFit) {
+    store.add("2$WAV@@5$HOCH@@14$Anna@@17$4@@98$D.WAV")
+        .add("2$ROH@@98$d.WAV")
+        .add("2$STOP@@98$X.WAV");
+    openControl();
+    searchAll();
+    std::string icons;
+    for (const int field : {2, 3, 5, 7, 15})
+        for (const int row : {0, 1, 2})
+            icons += model()
+                         .index(row, column(field))
+                         .data(ResultModel::codeIconRole)
+                         .toString()
+                         .toStdString() +
+                     ";";
+    EXPECT_EQ(icons, "status-6;status-7;status-8;marker;marker;;;;;flags;;;priority-3;priority-1;"
+                     "priority-1;");
+    const auto tip = [this](int field) {
+        const QModelIndex cell = model().index(0, column(field));
+        results().scrollTo(cell);
+        const QPoint place = results().visualRect(cell).center();
+        QHelpEvent asked(QEvent::ToolTip, place, results().viewport()->mapToGlobal(place));
+        QApplication::sendEvent(results().viewport(), &asked);
+        return QToolTip::text().toStdString();
+    };
+    const auto neededWidth = [this](int field, int width) {
+        QStyleOptionViewItem cell;
+        cell.initFrom(&results());
+        cell.rect = QRect(0, 0, width, 20);
+        return results().itemDelegate()->sizeHint(cell, model().index(0, column(field))).width();
+    };
+    EXPECT_EQ(tip(5), "");
+    results().setColumnWidth(column(5), 20);
+    EXPECT_EQ(tip(5), "<qt>Anna</qt>");
+    EXPECT_EQ(tip(3), "<qt>Marker</qt>");
+    EXPECT_EQ(neededWidth(5, 20), neededWidth(5, 500));
+    EXPECT_LT(neededWidth(15, 20), neededWidth(15, 500));
+    EXPECT_EQ(neededWidth(3, 20), neededWidth(3, 500));
 }
 
 TEST_F(Control, PlaysByKeyAndByMouse) {
     const tests::Environment silent("SDL_AUDIODRIVER", "dummy");
-    tests::writeWave(store.native("2$WAV.WAV"), {}, tests::sweep(8000, 80000));
+    for (const char* name : {"2$WAV.WAV", "2$ROH.WAV"})
+        tests::writeWave(store.native(name), {}, tests::sweep(8000, 80000));
     tests::ScriptedMedia media;
     openControl();
     searchAll();
-    const QPoint row = results().visualRect(results().model()->index(0, 0)).center();
+    std::string rows;
+    for (const Qt::Key to : {Qt::Key_End, Qt::Key_Right, Qt::Key_Left, Qt::Key_Home}) {
+        key(results(), to);
+        rows += std::to_string(results().currentIndex().row()) +
+                (results().horizontalScrollBar()->value() > 0 ? "> " : " ");
+    }
+    EXPECT_EQ(rows, "1 1> 1 0 ") << "the right key moves the view";
+    const QPoint row = results().visualRect(model().index(0, 0)).center();
     struct Case {
         std::string what;
         std::function<void()> act;
@@ -593,6 +721,12 @@ TEST_F(Control, PlaysByKeyAndByMouse) {
         {"Space", [&] { key(results(), Qt::Key_Space); }, 1},
         {"a double click",
          [&] { QTest::mouseDClick(results().viewport(), Qt::LeftButton, {}, row); }, 1},
+        {"Enter held down",
+         [&] {
+             QKeyEvent held(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, {}, true);
+             QApplication::sendEvent(&results(), &held);
+         },
+         0},
         {"a double click below the rows",
          [&] { QTest::mouseDClick(results().viewport(), Qt::LeftButton, {}, row + QPoint(0, 60)); },
          0},
@@ -604,6 +738,11 @@ TEST_F(Control, PlaysByKeyAndByMouse) {
         EXPECT_EQ(media.takeOpened(), c.opened) << c.what;
         press("cmdSearchPlayer(2)");
     }
+    key(results(), Qt::Key_Return);
+    key(results(), Qt::Key_Right, Qt::ControlModifier);
+    EXPECT_GE(modMultimedia::MciGetPosition("PBWave"), 5000);
+    key(results(), Qt::Key_Left, Qt::ControlModifier);
+    EXPECT_LT(modMultimedia::MciGetPosition("PBWave"), 5000);
 }
 
 TEST_F(Control, HandsOutTheSelectedRows) {
@@ -616,6 +755,12 @@ TEST_F(Control, HandsOutTheSelectedRows) {
     const std::string path = store.path("ward/2$WAV@@14$Anna@@11$Knee\tleft.WAV");
     press("cmdSearchOptions(4)");
     EXPECT_EQ(host().calls.back(), "PI_LogView(&\"" + path + "\", &\"\")");
+    QTextBrowser opened;
+    QDesktopServices::setUrlHandler(QStringLiteral("file"), &opened, "setSource");
+    rightClick(results());
+    click("Open folder");
+    QDesktopServices::unsetUrlHandler(QStringLiteral("file"));
+    EXPECT_EQ(opened.source().toLocalFile().toStdString(), store.native("ward/"));
 
     key(results(), Qt::Key_C, Qt::ControlModifier);
     const QMimeData* copied = QApplication::clipboard()->mimeData();
@@ -626,6 +771,9 @@ TEST_F(Control, HandsOutTheSelectedRows) {
     EXPECT_TRUE(lines[1].contains(QLatin1String("Knee left")));
     EXPECT_EQ(copied->urls(), QList<QUrl>{QUrl::fromLocalFile(QString::fromStdString(
                                   store.native("ward/2$WAV@@14$Anna@@11$Knee\tleft.WAV")))});
+    std::filesystem::remove_all(store.native("ward"));
+    press("cmdSearchOptions(4)");
+    EXPECT_EQ(user->beeps, 2) << "the dictation is gone";
 }
 
 } // namespace

@@ -62,15 +62,9 @@ TEST_F(ColumnChooser, MovesFieldsBetweenTheLists) {
     press("cmdTransfer(1)");
     EXPECT_EQ(captions(left()), "Status*;");
     EXPECT_EQ(right().currentRow(), 1) << "the next one";
-    right().setCurrentRow(right().count() - 1);
-    press("cmdTransfer(1)");
+    doubleClick(right(), right().count() - 1);
     EXPECT_EQ(captions(left()), "Status;File name*;");
     EXPECT_EQ(right().currentRow(), right().count() - 1) << "the one before the last";
-
-    doubleClick(left(), 1);
-    EXPECT_EQ(captions(right(), 19), "File name*;");
-    doubleClick(right(), 19);
-    EXPECT_EQ(captions(left()), "Status;File name*;");
     doubleClick(left(), 1);
     press("cmdTransfer(0)");
     EXPECT_EQ(captions(left()), "") << "an empty list has no selection";
@@ -90,41 +84,28 @@ TEST_F(ColumnChooser, MovesTheSelectedColumnUpAndDown) {
     EXPECT_EQ(captions(right()).substr(0, 22), "Status*;Folder;Marker;");
     press("cmdUpDown(1)");
     EXPECT_EQ(captions(right()).substr(0, 22), "Folder;Status*;Marker;");
-    press("cmdUpDown(1)");
     press("cmdOK");
-    EXPECT_EQ(visibleFields().substr(0, 6), "1 2 3 ") << "the order is not handed back";
 }
 
 // A key that is pressed twice on a button that the first press disables.
 TEST_F(ColumnChooser, DoesNotUndoByASecondPressOfTheKey) {
-    struct Case {
-        const char* button;
-        int row; // selected at the right
-        const char* focus;
-    };
-    for (const Case& c : std::vector<Case>{{"cmdTransfer(0)", 3, "lstRight"},
-                                           {"cmdTransfer(1)", 0, "lstLeft"},
-                                           {"cmdUpDown(0)", 1, "lstRight"},
-                                           {"cmdUpDown(1)", 1, "lstRight"}}) {
-        modDictation::BuildSearchFieldTable();
-        for (modDictation::SearchField& field : modDictation::searchFields())
-            field.Visible = field.Id < 4; // three at the right
-        modDictation::searchFields()[4].Visible = std::string(c.button) == "cmdTransfer(0)";
-        open();
-        if (std::string(c.button) == "cmdTransfer(0)")
-            while (left().count() > 1)
-                delete left().takeItem(0);
-        left().setCurrentRow(0);
-        right().setCurrentRow(c.row);
-        if (std::string(c.button) == "cmdTransfer(1)")
-            while (right().count() > 1)
-                delete right().takeItem(1);
-        auto& button = child<QPushButton>(*form_, c.button);
+    open();
+    const auto focusAfter = [this](const char* name) {
+        auto& button = child<QPushButton>(*form_, name);
         button.setFocus();
         QTest::keyClick(&button, Qt::Key_Space);
-        EXPECT_FALSE(button.isEnabled()) << c.button;
-        EXPECT_EQ(form_->focusWidget()->objectName().toStdString(), c.focus) << c.button;
-    }
+        EXPECT_FALSE(button.isEnabled()) << name;
+        return form_->focusWidget()->objectName().toStdString();
+    };
+    right().setCurrentRow(1);
+    EXPECT_EQ(focusAfter("cmdUpDown(0)"), "lstRight");
+    right().setCurrentRow(right().count() - 2);
+    EXPECT_EQ(focusAfter("cmdUpDown(1)"), "lstRight");
+    press("cmdTransfer(1)");
+    EXPECT_EQ(focusAfter("cmdTransfer(0)"), "lstRight");
+    while (right().count() > 1)
+        press("cmdTransfer(1)");
+    EXPECT_EQ(focusAfter("cmdTransfer(1)"), "lstLeft");
 }
 
 TEST_F(ColumnChooser, TouchesTheTableOnlyWithOK) {
@@ -159,7 +140,7 @@ TEST_F(ColumnChooser, ReadsAsOneGoesAndFollowsTheLanguage) {
     EXPECT_EQ(captions(right()).substr(0, 19), "Verzeichnis;Status*");
     EXPECT_EQ(captions(child<QListWidget>(*form_, "lstNonCustomizable")),
               "(kein Feld);-;-;-;Diktatart;Zweiter Status;");
-    EXPECT_TRUE(tests::fitsTheScreen(*form_));
+    EXPECT_TRUE(tests::isTidy(*form_));
 }
 
 } // namespace

@@ -34,6 +34,14 @@
 
 namespace ov::tests {
 
+template <typename Widget>
+Widget& child(QWidget& window, const char* name) {
+    auto* found = window.findChild<Widget*>(QString::fromLatin1(name));
+    if (found == nullptr)
+        throw std::runtime_error(std::string("no widget ") + name);
+    return *found;
+}
+
 // A host with a store, settings and the English language, and no control yet.
 class WindowTest : public SettingsTest {
 public:
@@ -105,10 +113,7 @@ public:
 
     template <typename Widget>
     Widget& widget(const char* name) {
-        auto* found = window().findChild<Widget*>(QString::fromLatin1(name));
-        if (found == nullptr)
-            throw std::runtime_error(std::string("no widget ") + name);
-        return *found;
+        return child<Widget>(window(), name);
     }
 
     // Tells the control as the host would.
@@ -121,14 +126,6 @@ protected:
     StartedPlugIn plugIn_;
     std::shared_ptr<IFormExtension> control_;
 };
-
-template <typename Widget>
-Widget& child(QWidget& window, const char* name) {
-    auto* found = window.findChild<Widget*>(QString::fromLatin1(name));
-    if (found == nullptr)
-        throw std::runtime_error(std::string("no widget ") + name);
-    return *found;
-}
 
 // Runs `open`, which shows a modal dialog, and drives that dialog with `drive`. With a name, other
 // dialogs that come before are let pass.
@@ -194,8 +191,17 @@ inline void speakGerman(QWidget& window) {
     QCoreApplication::sendEvent(&window, &change);
 }
 
-// Of the smallest screen, without the frame.
-inline bool fitsTheScreen(const QWidget& window) {
+// Fits the smallest screen, without the frame, and nothing lies over something else.
+inline bool isTidy(const QWidget& window) {
+    const QList<QWidget*> widgets = window.findChildren<QWidget*>();
+    for (const QWidget* one : widgets)
+        for (const QWidget* other : widgets)
+            if (one < other && one->parent() == other->parent() && one->isVisible() &&
+                other->isVisible() && one->geometry().intersects(other->geometry())) {
+                ADD_FAILURE() << one->objectName().toStdString() << " and "
+                              << other->objectName().toStdString();
+                return false;
+            }
     return window.minimumSizeHint().width() <= 640 && window.minimumSizeHint().height() <= 450;
 }
 
