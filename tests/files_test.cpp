@@ -10,14 +10,13 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <atomic>
 #include <cerrno>
 #include <chrono>
 #include <csignal>
 #include <fcntl.h>
 #include <sstream>
 #include <sys/stat.h>
-#include <thread>
+#include <tuple>
 
 namespace ov::platform {
 namespace {
@@ -59,79 +58,45 @@ protected:
     tests::TemporaryStore store_;
 };
 
-TEST_F(Files, PathsToTheSystem) {
-    setDriveFolder("/drives");
-    const std::pair<std::string, std::string> cases[] = {
-        {"\\", "/"},
-        {"\\home\\x\\", "/home/x/"},
-        {"", ""},
-        {"a\\b.WAV", "a/b.WAV"},
-        {"D:\\x\\", "/drives/d/x/"},
-        {"d:\\", "/drives/d/"},
-        {"D:", "/drives/d"},
-        {"D:x", "/drives/d/x"},
-        {"1:\\x", "1:/x"},
-        {"\\\\server\\share\\", "/drives/unc/server/share/"},
-        {"\\\\", "/drives/unc/"},
-        {"\\a\\..\\.\\b", "/a/.././b"},
-        {"\\M\xFC\xC3\xBC", "/M\xFC\xC3\xBC"},
-        {"\\a\0b"s, ""},
-        {"D:\\\0"s, ""},
-    };
-    for (const auto& [path, native] : cases)
-        EXPECT_EQ(toNativePath(path), native) << path;
+// What `call` makes of each.
+template <typename Call>
+Lines each(Lines texts, Call call) {
+    for (std::string& text : texts)
+        text = call(text);
+    return texts;
 }
 
-TEST_F(Files, PathsFromTheSystem) {
+TEST_F(Files, PathsToAndFromTheSystem) {
+    setDriveFolder("/drives");
+    EXPECT_EQ(each({"\\", "\\home\\x\\", "", "a\\b.WAV", "A:\\x\\", "z:", "Z:x", "1:\\x",
+                    "\\\\s\\h\\", "\\a\\..\\.\\b", "\\M\xFC\xC3\xBC", "\\a\0b"s},
+                   toNativePath),
+              (Lines{"/", "/home/x/", "", "a/b.WAV", "/drives/a/x/", "/drives/z", "/drives/z/x",
+                     "1:/x", "/drives/unc/s/h/", "/a/.././b", "/M\xFC\xC3\xBC", ""}));
     const std::string here = fs::current_path().native();
     std::string current = here;
     std::replace(current.begin(), current.end(), '/', '\\');
-    const std::pair<std::string, std::string> cases[] = {
-        {"/", "\\"},
-        {"/a/b", "\\a\\b"},
-        {"/a/b/", "\\a\\b"},
-        {"//server///share", "\\server\\share"},
-        {"/a/./b/../c/.", "\\a\\c"},
-        {"/../../a", "\\a"},
-        {"/a/..", "\\"},
-        {"/..a/b../...", "\\..a\\b..\\..."},
-        {"/M\xFC", "\\M\xFC"},
-        {"", current},
-        {".", current},
-        {"x/../y", current + "\\y"},
-        {"D:", current + "\\D:"},
-        {here, current},
-    };
-    for (const auto& [native, path] : cases)
-        EXPECT_EQ(fromNativePath(native), path) << native;
+    EXPECT_EQ(each({"/", "/a/b/", "//server///share", "/a/./b/../c/.", "/../../a", "/..a/b../...",
+                    "", "x/../y", "D:", here},
+                   fromNativePath),
+              (Lines{"\\", "\\a\\b", "\\server\\share", "\\a\\c", "\\a", "\\..a\\b..\\...", current,
+                     current + "\\y", current + "\\D:", current}));
 }
 
 TEST_F(Files, Drives) {
     store_.addFolder("drives/d/x").addFolder("drives/unc/server/share");
     store_.addLink("drives/l", "../drives/d").add("drives/f");
-    const struct {
-        std::string path;
-        std::string drive;
-        bool exists;
-    } cases[] = {
-        {"D:\\x\\y", "D:", true},
-        {"d:", "d:", true},
-        {"L:\\", "L:", true},
-        {"E:\\x", "E:", false},
-        {"F:\\", "F:", false}, // a file in the drive's place
-        {"\\\\server\\share\\x", "\\\\server\\share", true},
-        {"\\\\server\\share", "\\\\server\\share", true},
-        {"\\\\server\\other\\", "\\\\server\\other", false},
-        {"\\\\server", "\\\\server", true},
-        {"\\\\other", "\\\\other", false},
-        {"\\no\\such", "", true},
-        {"relative", "", true},
-        {"", "", true},
-    };
-    for (const auto& tested : cases) {
-        EXPECT_EQ(driveOf(tested.path), tested.drive) << tested.path;
-        EXPECT_EQ(driveExists(tested.path), tested.exists) << tested.path;
-    }
+    const Lines there = {"D:\\x\\y", "L:\\", "\\\\server\\share\\x", "\\\\server", "\\no\\such",
+                         "relative", ""};
+    const Lines missing = {"E:\\x", "F:\\", "\\\\server\\other\\"}; // F: is a file
+    const auto drive = [](const std::string& path) { return std::string(driveOf(path)); };
+    EXPECT_EQ(each(there, drive),
+              (Lines{"D:", "L:", "\\\\server\\share", "\\\\server", "", "", ""}));
+    EXPECT_EQ(each(missing, drive), (Lines{"E:", "F:", "\\\\server\\other"}));
+    for (const std::string& path : there)
+        EXPECT_TRUE(driveExists(path)) << path;
+    for (const std::string& path : missing)
+        EXPECT_FALSE(driveExists(path)) << path;
 }
 
 TEST_F(Files, Kinds) {
@@ -140,11 +105,9 @@ TEST_F(Files, Kinds) {
     store_.addLink("nowhere", "missing").addLink("loop", "loop");
     const std::pair<FileKind, Lines> cases[] = {
         {FileKind::file, {"x.wav", "to file", "M\xFC.wav"}},
-        {FileKind::directory, {"sub", "sub\\", "sub\\..", ".", "to folder\\"}},
+        {FileKind::directory, {"sub", "sub\\", ".", "to folder\\"}},
         {FileKind::other, {"pipe", "to pipe"}},
-        {FileKind::missing, {"X.WAV", "x.wav\\", "x.wav\\y", "none\\x", "nowhere", "loop"}},
-        {FileKind::missing, {"x.wav\0"s, std::string(5000, 'x')}},
-    };
+        {FileKind::missing, {"X.WAV", "x.wav\\", "none\\x", "nowhere", "loop", "x.wav\0"s}}};
     for (const auto& [kind, names] : cases)
         for (const std::string& name : names) {
             const std::string path = store_.directory() + name;
@@ -152,47 +115,36 @@ TEST_F(Files, Kinds) {
             EXPECT_EQ(fileExists(path), kind == FileKind::file) << name;
             EXPECT_EQ(directoryExists(path), kind == FileKind::directory) << name;
         }
-    EXPECT_EQ(fileKind(""), FileKind::missing);
 }
 
 TEST_F(Files, ReadsWholeFilesUpToALimit) {
     store_.add("f", "a\0b\r\n"s).add("empty").addPipe("pipe");
     EXPECT_EQ(content("f"), "a\0b\r\n"s);
     EXPECT_EQ(content("empty"), "");
-    const struct {
-        std::string path;
-        std::uint64_t limit;
-        int error;
-    } cases[] = {
+    const std::tuple<std::string, std::uint64_t, int> cases[] = {
         {store_.path("f"), 5, 0},
         {store_.path("f"), 4, EFBIG},
         {store_.path("none"), 5, ENOENT},
         {store_.directory(), 5, EISDIR},
         {store_.path("pipe"), 5, EINVAL},
-        {store_.path("f\\"), 5, ENOTDIR},
-        {store_.path("f") + "\0"s, 5, ENOENT},
-        // Says that it is empty, and is not.
-        {"\\proc\\self\\status", defaultReadLimit, 0},
-        {"\\proc\\self\\status", 5, EFBIG},
-    };
-    for (const auto& tested : cases) {
+        {"\\proc\\self\\status", defaultReadLimit, 0}, // says that it is empty, and is not
+        {"\\proc\\self\\status", 5, EFBIG}};
+    for (const auto& [path, limit, error] : cases) {
         std::string bytes = "old";
-        const Status status = readFile(tested.path, bytes, tested.limit);
-        EXPECT_EQ(status.number(), tested.error) << tested.path;
-        EXPECT_TRUE(status.description().starts_with(status.ok() ? "" : toNativePath(tested.path)));
-        EXPECT_EQ(bytes.empty(), !status.ok()) << tested.path;
+        const Status status = readFile(path, bytes, limit);
+        EXPECT_EQ(status.number(), error) << path;
+        EXPECT_TRUE(status.description().starts_with(status.ok() ? "" : toNativePath(path)));
+        EXPECT_EQ(bytes.empty(), !status.ok()) << path;
     }
 }
 
 TEST_F(Files, ReplacesKeepingRightsAndLinks) {
     store_.addFolder("sub").add("old", "1").addLink("link", "sub/target");
-    store_.addLink("chain", "link").addLink("absolute", store_.native("old"));
+    store_.addLink("chain", store_.native("link"));
     setMode("old", 0640);
     EXPECT_TRUE(replaceFile(store_.path("old"), "2\0"s).ok());
     EXPECT_EQ(content("old"), "2\0"s);
     EXPECT_EQ(mode("old"), 0640U);
-    EXPECT_TRUE(replaceFile(store_.path("absolute"), "3").ok());
-    EXPECT_EQ(content("old"), "3");
     EXPECT_TRUE(replaceFile(store_.path("chain"), "new").ok()) << "where nothing was yet";
     EXPECT_TRUE(replaceFile(store_.path("chain"), "again").ok());
     EXPECT_EQ(content("sub/target"), "again");
@@ -200,25 +152,22 @@ TEST_F(Files, ReplacesKeepingRightsAndLinks) {
     EXPECT_TRUE(replaceFile(store_.path("made"), "").ok());
     umask(mask);
     EXPECT_EQ(mode("made"), 0640U);
-    EXPECT_EQ(names(), "absolute chain link made old sub ");
+    EXPECT_EQ(names(), "chain link made old sub ");
     EXPECT_TRUE(fs::is_symlink(store_.native("link")) && fs::is_symlink(store_.native("chain")));
-    EXPECT_EQ(fs::read_symlink(store_.native("absolute")), store_.native("old"));
 }
 
 TEST_F(Files, ReplacingRefuses) {
     store_.addFolder("folder").addPipe("pipe").addLink("loop", "loop").add("f", "1");
     const std::string before = names();
-    const std::pair<std::string, int> cases[] = {
-        {"folder", EISDIR},  {"folder\\", EISDIR},
-        {"pipe", EINVAL},    {"loop", ELOOP},
-        {"none\\f", ENOENT}, {"f\\g", ENOTDIR},
-        {"f\0g"s, ENOENT},   {std::string(300, 'x'), ENAMETOOLONG},
-    };
+    const std::pair<std::string, int> cases[] = {{"folder", EISDIR},
+                                                 {"pipe", EINVAL},
+                                                 {"loop", ELOOP},
+                                                 {"none\\f", ENOENT},
+                                                 {"f\\g", ENOTDIR}};
     for (const auto& [name, error] : cases)
         EXPECT_EQ(replaceFile(store_.directory() + name, "2").number(), error) << name;
     EXPECT_EQ(names(), before);
     EXPECT_EQ(content("f"), "1");
-    EXPECT_EQ(fileKind(store_.path("pipe")), FileKind::other);
 }
 
 TEST_F(Files, FailedReplacementLeavesTheOldFile) {
@@ -266,7 +215,7 @@ TEST_F(Files, UnfinishedFilesDoNotStay) {
                    raise(signal) != 0;
         });
     };
-    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGQUIT}) {
         EXPECT_FALSE(writeAndEnd(signal));
         EXPECT_EQ(names(), "f ") << signal;
     }
@@ -305,21 +254,6 @@ TEST_F(Files, UnfinishedFilesDoNotStay) {
     EXPECT_TRUE(ours.commit().ok());
 }
 
-TEST_F(Files, ReadersSeeTheOldContentOrTheNew) {
-    const std::string contents[] = {std::string(50'000, 'a'), std::string(60'000, 'b')};
-    store_.add("f", contents[0]);
-    std::atomic<bool> done = false;
-    const std::jthread writer([&] {
-        for (std::size_t i = 1; i <= 100; ++i)
-            EXPECT_TRUE(replaceFile(store_.path("f"), contents[i % 2]).ok());
-        done = true;
-    });
-    while (!done) {
-        const std::string seen = content("f");
-        EXPECT_TRUE(seen == contents[0] || seen == contents[1]) << seen.substr(0, 100);
-    }
-}
-
 TEST_F(Files, AppendsMakesAndRemoves) {
     store_.addFolder("sub").addPipe("pipe").addLink("link", "log");
     EXPECT_TRUE(appendToFile(store_.path("log"), "1\r\n").ok());
@@ -328,15 +262,10 @@ TEST_F(Files, AppendsMakesAndRemoves) {
     EXPECT_EQ(appendToFile(store_.path("none/log"), "1").number(), ENOENT);
     EXPECT_EQ(appendToFile(store_.path("sub"), "1").number(), EISDIR);
     EXPECT_EQ(appendToFile(store_.path("pipe"), "1").number(), ENXIO) << "nobody reads";
-    EXPECT_EQ(appendToFile(store_.path("log") + "\0"s, "3").number(), ENOENT);
-
     EXPECT_TRUE(createDirectory(store_.directory("d")).ok());
     EXPECT_EQ(createDirectory(store_.directory("d")).description(),
               store_.native("d/: File exists"));
     EXPECT_EQ(createDirectory(store_.directory("a/b")).number(), ENOENT);
-    EXPECT_EQ(createDirectory(store_.path("e") + "\0"s).number(), ENOENT);
-
-    EXPECT_EQ(removeFile(store_.path("log") + "\0"s).number(), ENOENT);
     EXPECT_EQ(removeFile(store_.path("d")).number(), EISDIR);
     EXPECT_TRUE(removeFile(store_.path("link")).ok());
     EXPECT_EQ(names(), "d log pipe sub ");
@@ -373,8 +302,7 @@ TEST_F(Directories, TellKindsAndLinks) {
                             "file-> l-f",   "missing-> l-loop", "missing-> l-none",  "other p",
                             "other-> l-p"};
     EXPECT_EQ(entries(store_.directory()), expected);
-    EXPECT_EQ(entries(store_.directory()), expected) << "opened again";
-    EXPECT_EQ(entries(store_.directory("d")), Lines{});
+    EXPECT_EQ(entries(store_.directory("d")), Lines{}) << "opened again";
     const DirectoryId id = reader_.id();
     EXPECT_EQ(entries(store_.directory("l-l-d")), Lines{});
     EXPECT_EQ(reader_.id(), id) << "however it is reached";
@@ -382,14 +310,10 @@ TEST_F(Directories, TellKindsAndLinks) {
     EXPECT_NE(reader_.id(), id);
 }
 
-TEST_F(Directories, ListEveryOneOfThousands) {
-    constexpr int count = 2000;
+TEST_F(Directories, OfManyNamesAreListedWhole) {
     Lines expected;
-    for (int i = 0; i < count; ++i) {
-        expected.push_back(std::to_string(100'000 + i) +
-                           std::string(static_cast<std::size_t>(i % 240), 'x'));
-        store_.add(expected.back());
-    }
+    for (int i = 1000; i < 2000; ++i)
+        store_.add(expected.emplace_back(std::to_string(i) + std::string(200, 'x')));
     Lines found;
     EXPECT_TRUE(listNames(store_.directory(), found).ok());
     EXPECT_EQ(found, expected);
@@ -409,19 +333,11 @@ TEST_F(Directories, ThatCannotBeOpened) {
     store_.add("f").addPipe("p").addFolder("closed");
     setMode("", 0755);
     setMode("closed", 0);
-    const std::pair<std::string, int> cases[] = {
-        {store_.path("f"), ENOTDIR},
-        {store_.path("p"), ENOTDIR},
-        {store_.path("none"), ENOENT},
-        {store_.path("f") + "\0"s, ENOENT},
-        {"E:\\", ENOENT},
-        {"", ENOENT},
-    };
-    for (const auto& [path, error] : cases) {
-        EXPECT_EQ(reader_.open(path).number(), error) << path;
-        EXPECT_EQ(reader_.status().number(), error) << path;
+    for (const auto& [name, error] : {std::pair("f", ENOTDIR), {"p", ENOTDIR}, {"none", ENOENT}}) {
+        EXPECT_EQ(reader_.open(store_.path(name)).number(), error) << name;
+        EXPECT_EQ(reader_.status().number(), error) << name;
         DirectoryEntry entry;
-        EXPECT_FALSE(reader_.next(entry)) << path;
+        EXPECT_FALSE(reader_.next(entry)) << name;
     }
     EXPECT_TRUE(tests::isTrueUnprivileged(
         [this] { return reader_.open(store_.directory("closed")).number() == EACCES; }));

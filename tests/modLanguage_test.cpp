@@ -13,6 +13,8 @@
 #include <array>
 #include <optional>
 #include <regex>
+#include <tuple>
+#include <utility>
 #include <vector>
 
 namespace ov {
@@ -44,64 +46,36 @@ private:
 };
 
 TEST(LanguageFile, Grammar) {
-    const struct {
-        const char* rule;
-        std::string content;
-        OptionalText first{}; // text 1 in English
-    } cases[] = {
-        {"no line end at the end", "[9]\n1=One", "One"},
-        {"CR LF", "[9]\r\n1=One\r\n", "One"},
-        {"byte-order mark", "\xEF\xBB\xBF[9]\n1=One\n", "One"},
-        {"blanks on both sides", "[9]\n1= One \r\n", " One "},
-        {"quotes keep blanks", "[9]\n1=\" One \"\n", " One "},
-        {"one pair of quotes", "[9]\n1=\"\"One\"\"\n", "\"One\""},
-        {"quote inside", "[9]\n1=the \"One\"\n", "the \"One\""},
-        {"a single quote", "[9]\n1=\"\n", "\""},
-        {"other signs in the text", "[9]\n1=a=b; c\n", "a=b; c"},
-        {"blanks around number and header", " [9] \n 1 =One\n", "One"},
-        {"empty text", "[9]\n1=\n", ""},
-        {"first of two", "[9]\n1=One\n1=Two\n", "One"},
-        {"section in two pieces", "[9]\n2=Two\n[7]\n1=Eins\n[9]\n1=One\n", "One"},
-        {"Windows-1252", "[9]\n1=Stra\xDF\x65\n", "Straße"},
-        {"lone CR is text", "[9]\n1=a\rb\n", "a\rb"},
-        {"comment", "[9]\n;1=One\n"},
-        {"before any section", "1=One\n[9]\n"},
-        {"header without its end", "[9]\n2=Two\n[9\n1=One\n"},
-        {"header that is no number", "[9]\n[nine]\n1=One\n"},
-        {"header with a sign", "[+9]\n1=One\n"},
-        {"number with a sign", "[9]\n+1=One\n"},
-        {"number beyond 32 bits", "[9]\n4294967297=One\n"},
-        {"number missing", "[9]\n=One\n"},
-        {"no equals sign", "[9]\n1\n"},
-        {"empty", ""},
-        {"zero bytes", "\0[\0009\0]\0"s},
-    };
-    for (const auto& test : cases)
-        EXPECT_EQ(LanguageFile::parse(test.content).find(1, 9, 0), test.first) << test.rule;
+    const std::pair<OptionalText, Lines> cases[] = {
+        // text 1 in English
+        {"One",
+         {"[9]\n1=One", "[9]\r\n1=One\r\n", "\xEF\xBB\xBF[9]\n1=One\n", "[9]\n1=\"One\"\n",
+          " [9] \n 1 =One\n", "[9]\n1=One\n1=Two\n", "[9]\n2=Two\n[7]\n1=Eins\n[9]\n1=One\n"}},
+        {" One ", {"[9]\n1= One \r\n", "[9]\n1=\" One \"\n"}},
+        {"\"One\"", {"[9]\n1=\"\"One\"\"\n"}},
+        {"\"", {"[9]\n1=\"\n"}},
+        {"a=\"b\"; c\rd", {"[9]\n1=a=\"b\"; c\rd\n"}},
+        {"", {"[9]\n1=\n", "[9]\n1=\"\"\n"}},
+        {"Straße", {"[9]\n1=Stra\xDF\x65\n"}},
+        {std::nullopt,
+         {"[9]\n;1=One\n", "1=One\n[9]\n", "[9]\n2=Two\n[9\n1=One\n", "[9]\n[nine]\n1=One\n",
+          "[9]\n[9.]\n1=One\n", "[+9]\n1=One\n", "[9]\n+1=One\n", "[9]\n4294967297=One\n",
+          "[9]\n=One\n", "[9]\n1\n", "\0[\0009\0]\0"s}}};
+    for (const auto& [text, contents] : cases)
+        for (const std::string& content : contents)
+            EXPECT_EQ(LanguageFile::parse(content).find(1, 9, 0), text) << content;
 }
 
 TEST(LanguageFile, Languages) {
     const LanguageFile file =
         LanguageFile::parse("[7]\n1=Straße\n2=Januar\n[7.2]\n1=Strasse\n[9]\n1=Street\n3=only\n"
                             "[12]\n2=janvier\n");
-    const struct {
-        const char* rule = "";
-        std::int32_t number = 0, language = 0, subLanguage = 0;
-        OptionalText text;
-    } cases[] = {
-        {"German", 1, 7, 0, "Straße"},
-        {"0 is German", 1, 0, 0, "Straße"},
-        {"sub-language", 1, 7, 2, "Strasse"},
-        {"sub-language of language 0", 1, 0, 2, "Strasse"},
-        {"sub-language falls back", 2, 7, 2, "Januar"},
-        {"unknown language", 1, 10, 1, "Street"},
-        {"negative language", 1, -7, -1, "Street"},
-        {"language that lacks a text", 1, 12, 0, "Street"},
-        {"text in English only", 3, 7, 2, "only"},
-        {"text in German only", 2, 9, 0, std::nullopt},
-    };
-    for (const auto& test : cases)
-        EXPECT_EQ(file.find(test.number, test.language, test.subLanguage), test.text) << test.rule;
+    const std::tuple<std::int32_t, std::int32_t, std::int32_t, OptionalText> cases[] = {
+        {1, 7, 0, "Straße"},  {1, 0, 0, "Straße"}, {1, 7, 2, "Strasse"},
+        {1, 0, 2, "Strasse"}, {2, 7, 2, "Januar"}, {1, 10, 1, "Street"},
+        {1, 12, 0, "Street"}, {3, 7, 2, "only"},   {2, 9, 0, std::nullopt}};
+    for (const auto& [number, language, subLanguage, text] : cases)
+        EXPECT_EQ(file.find(number, language, subLanguage), text) << number << " " << language;
 }
 
 TEST_F(LanguageFolder, GatewayCopiesWhatFitsAndTellsMissingFilesFromMissingTexts) {
@@ -121,42 +95,29 @@ TEST_F(LanguageFolder, GatewayCopiesWhatFitsAndTellsMissingFilesFromMissingTexts
 
 TEST_F(LanguageFolder, GatewayFindsInstalledFiles) {
     const struct {
-        const char* layout;
         std::string module; // directory of the program or plug-in
         std::string texts;
         bool isFound;
-    } cases[] = {
-        {"build tree", "a/bin", "a/bin/DRL", true},
-        {"program", "b/bin", "b/share/ovsearch/DRL", true},
-        {"plug-in", "c/lib/triplet/ovsearch", "c/share/ovsearch/DRL", true},
-        {"fourth parent", "d/1/2/3/4", "d/share/ovsearch/DRL", true},
-        {"fifth parent", "e/1/2/3/4/5", "e/share/ovsearch/DRL", false},
-    };
-    for (const auto& test : cases) {
-        std::filesystem::create_directories(folder() / test.module);
-        std::filesystem::create_directories(folder() / test.texts);
-        write(test.texts + "/x.drl", "");
-        const std::string expected = (test.isFound ? test.texts : test.module + "/DRL") + "/x.drl";
-        const std::string module =
-            path("") + platform::fromNativePath("/" + test.module).substr(1) + "\\";
-        EXPECT_EQ(platform::toNativePath(resource_gateway::defaultPath(module, "x.drl")),
-                  folder() / expected)
-            << test.layout;
+    } cases[] = {{"a/bin", "a/bin/DRL", true},
+                 {"b/bin", "b/share/ovsearch/DRL", true},
+                 {"d/1/2/3/4", "d/share/ovsearch/DRL", true},
+                 {"e/1/2/3/4/5", "e/share/ovsearch/DRL", false}};
+    for (const auto& [module, texts, isFound] : cases) {
+        write(texts + "/x.drl", "");
+        const std::string expected = (isFound ? texts : module + "/DRL") + "/x.drl";
+        const std::string place = platform::fromNativePath((folder() / module).native()) + "\\";
+        EXPECT_EQ(platform::toNativePath(resource_gateway::defaultPath(place, "x.drl")),
+                  folder() / expected);
     }
 }
 
-TEST_F(LanguageFolder, LongLinesAreCut) {
-    load("[9]\n1=" + std::string(1'000'000, 'x') + "\n2=Two\n");
-    EXPECT_EQ(modLanguage::GetText(1).size(), modLanguage::resourceBufferSize);
-    EXPECT_EQ(modLanguage::GetText(2), "Two");
-}
-
-TEST_F(LanguageFolder, FileIsReadAnewWhenLoadedAgain) {
+TEST_F(LanguageFolder, FileIsReadAnewWhenLoadedAgainAndLongLinesAreCut) {
     EXPECT_FALSE(modLanguage::LoadLanguageFile());
     load("");
     EXPECT_EQ(modLanguage::GetText(1), "") << "a file without texts is one";
-    load("[9]\n1=One\n");
-    EXPECT_EQ(modLanguage::GetText(1), "One");
+    load("[9]\n1=" + std::string(1'000'000, 'x') + "\n2=Two\n");
+    EXPECT_EQ(modLanguage::GetText(1).size(), modLanguage::resourceBufferSize);
+    EXPECT_EQ(modLanguage::GetText(2), "Two");
 }
 
 TEST_F(LanguageFolder, NumberChoosesTheFile) {
@@ -166,12 +127,10 @@ TEST_F(LanguageFolder, NumberChoosesTheFile) {
     EXPECT_EQ(modLanguage::GetText(1), "") << "before the file is loaded";
 
     ASSERT_TRUE(modLanguage::LoadLanguageFile());
-    const std::pair<std::int32_t, const char*> cases[] = {
-        {-5, ""},        {0, ""},         {1, "own"},  {19999, "own"},
-        {20000, "host"}, {29999, "host"}, {30000, ""},
-    };
-    for (const auto& [number, text] : cases)
-        EXPECT_EQ(modLanguage::GetText(number), text) << number;
+    Lines found;
+    for (const std::int32_t number : {-5, 0, 1, 19999, 20000, 29999, 30000})
+        found.push_back(modLanguage::GetText(number));
+    EXPECT_EQ(found, (Lines{"", "", "own", "own", "host", "host", ""}));
 }
 
 TEST_F(LanguageFolder, TextsFollowLanguageArgumentsAndReferences) {
@@ -190,65 +149,35 @@ TEST_F(LanguageFolder, TextsFollowLanguageArgumentsAndReferences) {
 }
 
 TEST(TextExpansion, Places) {
-    using Arguments = std::vector<std::string_view>;
-    const struct {
-        const char* rule = "";
-        const char* text = "";
-        std::optional<Arguments> arguments;
-        const char* expected = "";
-    } cases[] = {
-        {"lone percent sign", "100 %", Arguments{"x"}, "100 %"},
-        {"three percent signs", "%%%", std::nullopt, "%%"},
-        {"escaped place", "%%1%% is %1%", Arguments{"x"}, "%1% is x"},
-
-        {"argument", "Datei %1% fehlt", Arguments{"a.wav"}, "Datei a.wav fehlt"},
-        {"every place of it", "%1%, %1% %2%", Arguments{"a", "b"}, "a, a b"},
-        {"no list", "Datei %1% fehlt", std::nullopt, "Datei %1% fehlt"},
-        {"tenth argument", "%10%%1%", Arguments{"a", "b", "c", "d", "e", "f", "g", "h", "i", "j"},
-         "ja"},
-        {"place written otherwise", "%01% %1%", Arguments{"a"}, "a a"},
-
-        {"empty argument in the middle", "Datei %1% fehlt", Arguments{""}, "Datei fehlt"},
-        {"empty argument first", "%1% fehlt", Arguments{""}, "fehlt"},
-        {"empty argument last", "Datei %1%", Arguments{""}, "Datei"},
-        {"empty argument without blanks", "Datei%1%.", Arguments{""}, "Datei."},
-        {"empty, two places", "a %1% %1% b", Arguments{""}, "a b"},
-        {"empty, then another", "a %1% %2% b", Arguments{"", "x"}, "a x b"},
-        {"filled, then empty", "%1% %2%.", Arguments{"x", ""}, "x."},
-
-        {"argument like a place", "%1% %2%", Arguments{"%2%", "b"}, "%2% b"},
-        {"argument pairs with nothing", "%1% 5% %2%", Arguments{"50%", "b"}, "50% 5% %2%"},
-        {"argument builds no number", "%1%, <%#%1%2%>", Arguments{"2"}, "2, <>"},
-
-        {"argument beyond the list", "%1% %2% %1%#13#%%", Arguments{"a"}, "a %2% a\r\n%%"},
-        {"argument 0", "%0% %1%", Arguments{"a"}, "%0% %1%"},
-        {"negative", "%-1% %1%", Arguments{"a"}, "%-1% %1%"},
-        {"empty list", "%1%#13#", Arguments{}, "%1%\r\n"},
-        {"huge number", "%1% %99999999999999999999%", Arguments{"a"}, "a %99999999999999999999%"},
-
-        {"text by number", "<%#22%>", std::nullopt, "<text 22>"},
-        {"no text by that number", "<%#5%>", std::nullopt, "<>"},
-        {"reference without a number", "<%#abc%><%#%>", std::nullopt, "<><>"},
-        {"huge reference", "%#22% %#9999999999%", std::nullopt, "text 22 %#9999999999%"},
-        {"version in any case", "%#Version% %1%", Arguments{"a"}, "v%1% a"},
-
-        {"other tokens", "%PATH% %1% % 2 %", Arguments{"a"}, "%PATH% a % 2 %"},
-        {"places out of step", "5%x%1% %1%", Arguments{"a"}, "5%x%1% %1%"},
-
-        {"line breaks", "eins#13##13#zwei", std::nullopt, "eins\r\n\r\nzwei"},
-        {"line break in an argument", "%1%", Arguments{"a#13#b"}, "a\r\nb"},
-        {"argument builds no line break", "Nr. #%1%#", Arguments{"13"}, "Nr. #13#"},
+    const std::vector<std::string_view> given = {"x",      "",   "%1%", "50%", "2",
+                                                 "a#13#b", "13", "h",   "i",   "j"};
+    const auto text22 = [](std::int32_t number) { return number == 22 ? "text 22"s : ""s; };
+    TextSources sources{
+        .arguments = std::nullopt, .text = text22, .version = [] { return "v%1%"s; }};
+    const auto expanded = [&sources](Lines texts) {
+        for (std::string& text : texts)
+            text = expandText(text, sources);
+        return texts;
     };
-    for (const auto& test : cases) {
-        TextSources sources{.arguments = std::nullopt,
-                            .text = [](std::int32_t number) -> std::string {
-                                return number == 22 ? "text 22" : "";
-                            },
-                            .version = [] { return std::string("v%1%"); }};
-        if (test.arguments)
-            sources.arguments = *test.arguments;
-        EXPECT_EQ(expandText(test.text, sources), test.expected) << test.rule;
-    }
+    EXPECT_EQ(expanded({"%%%", "Datei %1%", "<%#22%>", "<%#5%>", "<%#abc%><%#%>",
+                        "%#22% %#9999999999%", "1#13##13#2"}),
+              (Lines{"%%", "Datei %1%", "<text 22>", "<>", "<><>", "text 22 %#9999999999%",
+                     "1\r\n\r\n2"}));
+    sources.arguments.emplace();
+    EXPECT_EQ(expanded({"%1%#13#"}), Lines{"%1%\r\n"});
+    sources.arguments = given;
+    EXPECT_EQ(expanded({"100 %", "%%1%% is %1%", "%01% %1%", "%1%, %1% %8%", "%10%%1%", "%0% %1%",
+                        "%-1% %1%", "%1% %11% %1%#13#%%", "%1% %99999999999999999999%"}),
+              (Lines{"100 %", "%1% is x", "x x", "x, x h", "jx", "%0% %1%", "%-1% %1%",
+                     "x %11% x\r\n%%", "x %99999999999999999999%"}));
+    EXPECT_EQ(expanded({"%#Version% %1%", "%PATH% %1% % 2 %", "5%x%1% %1%", "%3% %8%", "%4% 5% %8%",
+                        "%5%, <%#%5%8%>", "%6%", "Nr. #%7%#"}),
+              (Lines{"v%1% x", "%PATH% x % 2 %", "5%x%1% %1%", "%1% h", "50% 5% %8%", "2, <>",
+                     "a\r\nb", "Nr. #13#"}));
+    EXPECT_EQ(expanded({"Datei %2% fehlt", "%2% fehlt", "Datei %2%", "Datei%2%.", "a %2% %2% b",
+                        "a %2% %1% b", "%1% %2%."}),
+              (Lines{"Datei fehlt", "fehlt", "Datei", "Datei.", "a b", "a x b", "x."}))
+        << "empty";
     EXPECT_EQ(expandText("<%#22%><%#VERSION%><%1%>", {}), "<><><%1%>") << "no sources";
 }
 
@@ -277,27 +206,17 @@ TEST_F(LanguageFolder, OwnEnglishStandsInForStandardTextsThatAreMissing) {
 
 TEST_F(LanguageFolder, References) {
     load("[9]\n4001=New search criterion\n2=Two\n");
-    const struct {
-        const char* caption;
-        std::int32_t number;
-        const char* text;
-    } cases[] = {
-        {"#4001", 4001, "New search criterion"},
-        {"# 2", 2, "Two"},
-        {"#1.6", 2, "Two"},
-        {"#2nd", 2, "Two"},
-        {"#5", 5, ""},
-        {"#", 0, "#"},
-        {"", 0, ""},
-        {"#x", 0, "#x"},
-        {"#-2", -2, "#-2"},
-        {" #2", 0, " #2"},
-        {"#99999999999", 2147483647, ""},
-    };
-    for (const auto& test : cases) {
-        EXPECT_EQ(modLanguage::ParseTextRef(test.caption), test.number) << test.caption;
-        EXPECT_EQ(modLanguage::TranslateRef(test.caption), test.text) << test.caption;
+    const std::vector<const char*> captions = {"#4001", "# 2", "#2nd", "#5", "#",
+                                               "",      "#x",  "#-2",  " #2"};
+    std::vector<std::int32_t> numbers;
+    Lines texts;
+    for (const char* caption : captions) {
+        numbers.push_back(modLanguage::ParseTextRef(caption));
+        texts.push_back(modLanguage::TranslateRef(caption));
     }
+    EXPECT_EQ(numbers, (std::vector<std::int32_t>{4001, 2, 2, 5, 0, 0, 0, -2, 0}));
+    EXPECT_EQ(texts,
+              (Lines{"New search criterion", "Two", "Two", "", "#", "", "#x", "#-2", " #2"}));
 }
 
 TEST_F(LanguageFolder, BoxesTellTheLoadFailureAndCarryTheKeptTitle) {
@@ -310,10 +229,9 @@ TEST_F(LanguageFolder, BoxesTellTheLoadFailureAndCarryTheKeptTitle) {
     modUtil::SetMessageTitle("Diktatsuche");
     modUtil::ShowMessage("kept");
     modUtil::ShowMessage("given", platform::MessageIcon::exclamation, "Own");
-    const std::string german = "exclamation, OVSearch: Sprachen-Datei (OVSearch.drl) konnte nicht "
-                               "geladen werden.";
-    const std::string english =
-        "exclamation, OVSearch: Could not load language file (OVSearch.drl).";
+    const std::string start = "exclamation, OVSearch: ";
+    const std::string german = start + "Sprachen-Datei (OVSearch.drl) konnte nicht geladen werden.";
+    const std::string english = start + "Could not load language file (OVSearch.drl).";
     EXPECT_EQ(person.boxLines(),
               (std::vector{german, german, english, english, "information, Diktatsuche: kept"s,
                            "exclamation, Own: given"s}));

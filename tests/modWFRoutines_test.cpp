@@ -34,7 +34,6 @@ TEST_F(WorkflowSettings, comeFromTheRegistry) {
     std::filesystem::create_directory(folder() / "reg.ov"); // no marker
     EXPECT_FALSE(storage().wfInitialised);
     EXPECT_EQ(WFGetValue("OV2000", "Name", "-"), "registry");
-    EXPECT_EQ(WFGetValue("ov2000", "COUNT", "-"), "5");
     EXPECT_EQ(WFGetValue("OV2000", "Missing", "-"), "-");
     EXPECT_EQ(WFGetPath("OV2000", "NetBasePath", "", true), "N:\\reg\\");
     EXPECT_EQ(WFGetPath("OV2000", "NetBasePath", "", false), "");
@@ -46,7 +45,6 @@ TEST_F(WorkflowSettings, comeFromTheRegistry) {
 TEST_F(WorkflowSettings, comeFromTheIniFileBesideAMarker) {
     write("reg.ov", "");
     EXPECT_EQ(WFGetValue("OV2000", "Name", "-"), "\"ini\"") << "the strict reader keeps quotes";
-    EXPECT_EQ(WFGetValue("OV2000", "Count", "-"), "-");
     EXPECT_EQ(WFGetPath("OV2000", "NetBasePath", "", true), "N:\\ini\\");
     EXPECT_EQ(WFGetPath("OV2000", "NetBasePath", "", false), "");
     EXPECT_FALSE(storage().wfUserProfile);

@@ -32,23 +32,9 @@ const std::set<std::string> excluded = {
 const std::set<std::string> cutLists = {"r091/1", "r091/2",  "r091/3", "r091/4",
                                         "r091/5", "r091/10", "r091/11"};
 
-using Row = std::vector<std::string>;
-enum Column {
-    caseName,
-    step,
-    group,
-    before,
-    op,
-    file,
-    section,
-    key,
-    text,
-    size,
-    result,
-    error,
-    buffer,
-    after,
-    columns
+struct Row {
+    std::string caseName, step, group, before, op, file, section, key, text, size, result, error,
+        buffer, after;
 };
 
 // A field in quotes, C escapes; nothing for NULL, ABSENT and an empty field.
@@ -75,10 +61,11 @@ std::vector<Row> recordedRows() {
     for (std::string line; std::getline(stream, line);) {
         Row row;
         std::istringstream fields(line);
-        for (std::string field; std::getline(fields, field, '\t');)
-            row.push_back(field);
-        row.resize(columns);
-        if (!line.starts_with('#') && row[caseName] != "case")
+        for (std::string* field :
+             {&row.caseName, &row.step, &row.group, &row.before, &row.op, &row.file, &row.section,
+              &row.key, &row.text, &row.size, &row.result, &row.error, &row.buffer, &row.after})
+            std::getline(fields, *field, '\t');
+        if (!line.starts_with('#') && row.caseName != "case")
             rows.push_back(std::move(row));
     }
     return rows;
@@ -113,13 +100,13 @@ public:
 protected:
     void run(const Row& row, const std::string& stored) const {
         // The recording's own file lies elsewhere; other names mean the same here.
-        const std::string name = row[file] == "F" ? path("F") : *unquoted('"' + row[file] + '"');
-        if (row[op] == "X")
-            write(stored, *unquoted(row[text]));
-        else if (row[op] == "W")
-            EXPECT_EQ(writePrivateProfileString(unquoted(row[section]), unquoted(row[key]),
-                                                unquoted(row[text]), name),
-                      row[result] != "0");
+        const std::string name = row.file == "F" ? path("F") : *unquoted('"' + row.file + '"');
+        if (row.op == "X")
+            write(stored, *unquoted(row.text));
+        else if (row.op == "W")
+            EXPECT_EQ(writePrivateProfileString(unquoted(row.section), unquoted(row.key),
+                                                unquoted(row.text), name),
+                      row.result != "0");
         else
             compareReading(row, name);
     }
@@ -127,16 +114,16 @@ protected:
 private:
     static void compareReading(const Row& row, const std::string& name) {
         constexpr char untouched = '\xFE'; // no byte of UTF-8
-        std::string found(std::stoul(row[size]), untouched);
-        OptionalText fallback = unquoted(row[text]);
+        std::string found(std::stoul(row.size), untouched);
+        OptionalText fallback = unquoted(row.text);
         if (fallback)
             fallback = textFromBytes(*fallback);
-        const std::size_t length = getPrivateProfileString(
-            unquoted(row[section]), unquoted(row[key]), fallback, found, name);
+        const std::size_t length = getPrivateProfileString(unquoted(row.section), unquoted(row.key),
+                                                           fallback, found, name);
         found.erase(found.find_last_not_of(untouched) + 1);
-        const bool isCut = cutLists.contains(row[caseName] + "/" + row[step]);
-        EXPECT_EQ(toWindows1252(found), *unquoted(row[buffer]) + std::string(isCut ? 1 : 0, '\0'));
-        EXPECT_EQ(toWindows1252(found.substr(0, length))->size(), std::stoul(row[result]));
+        const bool isCut = cutLists.contains(row.caseName + "/" + row.step);
+        EXPECT_EQ(toWindows1252(found), *unquoted(row.buffer) + std::string(isCut ? 1 : 0, '\0'));
+        EXPECT_EQ(toWindows1252(found.substr(0, length))->size(), std::stoul(row.result));
     }
 
     fs::path oldDirectory_;
@@ -146,21 +133,21 @@ TEST_F(RecordedProfile, readsAndWritesAlike) {
     const std::vector<Row> rows = recordedRows();
     ASSERT_EQ(rows.size(), 242U);
     for (const Row& row : rows) {
-        SCOPED_TRACE(row[caseName] + "/" + row[step]);
-        if (row[step] == "1") {
+        SCOPED_TRACE(row.caseName + "/" + row.step);
+        if (row.step == "1") {
             fs::remove(folder() / "F");
-            if (const OptionalText content = unquoted(row[before]))
+            if (const OptionalText content = unquoted(row.before))
                 write("F", *content);
         }
-        if (excluded.contains(row[caseName]) || excluded.contains(row[caseName] + "/" + row[step]))
+        if (excluded.contains(row.caseName) || excluded.contains(row.caseName + "/" + row.step))
             continue;
         const std::string stored =
-            row[file].starts_with("./") ? "current/" + row[file].substr(2) : row[file];
+            row.file.starts_with("./") ? "current/" + row.file.substr(2) : row.file;
         const bool existed = fs::is_regular_file(folder() / stored);
         const std::string old = read(stored);
         run(row, stored);
-        if (row[after] != "=") {
-            EXPECT_EQ(comparable(read(stored)), comparable(*unquoted(row[after])));
+        if (row.after != "=") {
+            EXPECT_EQ(comparable(read(stored)), comparable(*unquoted(row.after)));
             continue;
         }
         EXPECT_EQ(read(stored), old);

@@ -43,68 +43,55 @@ protected:
 
 TEST_F(Registry, valuesInEveryEncoding) {
     const struct {
-        const char* rule;
-        std::string lines; // below the header of the key
         const char* name;
-        std::string expected = "(default)";
+        std::string expected;
+        std::vector<std::string> lines; // below the header of the key
     } cases[] = {
-        {"name in other case, with umlaut", R"("ä"="ö")", "Ä", "ö"},
-        {"escapes", R"("q\"\\"="C:\\Dict\\ \"x\"")", "q\"\\", R"(C:\Dict\ "x")"},
-        {"backslashes written by hand", R"("a"="C:\Dict")", "a", R"(C:\Dict)"},
-        {"empty text", R"("a"="")", "a", ""},
-        {"blanks and comment", R"( "a" = "b" ; "c")", "a", "b"},
-        {"default value", R"(@="d")", "", "d"},
-        {"name with a blank behind it", R"("a"="b")", "a "},
-        {"commented out", R"(;"a"="b")", "a"},
-        {"later value wins", "\"a\"=\"b\"\n\"A\"=\"c\"", "a", "c"},
-        {"removed value", "\"a\"=\"b\"\n\"a\"=-", "a"},
-        {"removed key", "\"a\"=\"b\"\n[-HKEY_LOCAL_MACHINE\\Software\\Orvanta]", "a"},
-        {"no such key removed", "\"a\"=\"b\"\n[-HKEY_LOCAL_MACHINE\\\\Software]", "a", "b"},
-        {"value below a removed key", "[-HKEY_LOCAL_MACHINE\\Software\\Orvanta]\n\"a\"=\"b\"", "a"},
-        {"value of another hive", "[HKEY_CLASSES_ROOT\\X]\n\"a\"=\"b\"", "a"},
-        {"key in other case", "[hkey_local_machine\\software\\ORVANTA\\wf\\test\\]\n\"a\"=\"b\"",
-         "a", "b"},
-        {"number", R"("a"=dword:0000001F)", "a", "31"},
-        {"number with the sign bit", R"("a"=dword:ffffffff)", "a", "-1"},
-        {"number that is too long", R"("a"=dword:123456789)", "a"},
-        {"number behind a text", R"("a"="b"dword:1)", "a"},
-        {"number given as bytes", R"("a"=hex(4):78,56,34,12)", "a", "305419896"},
-        {"short number given as bytes", R"("a"=hex(4):01,02)", "a", "513"},
-        {"expandable text", R"("a"=hex(2):25,00,58,00,25,00,e4,00,00,00)", "a", "%X%ä"},
-        {"text without zero", R"("a"=hex(1):48,00,69,00)", "a", "Hi"},
-        {"text up to its zero", R"("a"=hex(1):48,00,00,00,69,00,00,00)", "a", "H"},
-        {"over lines", "\"a\"=hex(2):48,00,\\\r\n  65,00,\\\r\n  79,00,00,00", "a", "Hey"},
-        {"value behind one over lines", "\"a\"=hex:01,\\\r\n  02\r\n\"b\"=\"c\"", "b", "c"},
-        {"several texts", R"("a"=hex(7):48,00,00,00,00,00)", "a"},
-        {"unknown type", R"("a"=hex(b):01,00,00,00,00,00,00,00)", "a"},
-        {"byte that is none", R"("a"=hex(1):48,00,1ff)", "a"},
-        {"text cut off", R"("a"="b)", "a"},
-        {"longest text", R"("a"=")" + std::string(1023, 'x') + '"', "a", std::string(1023, 'x')},
-        {"longer text", R"("a"=")" + std::string(1024, 'x') + '"', "a"},
-    };
-    for (const auto& test : cases) {
-        const std::string text = version5 + testHeader + test.lines;
-        for (const std::string& file :
-             {text, "\xEF\xBB\xBF" + text, "\xFF\xFE" + utf8ToUtf16(text, false),
-              "\xFE\xFF" + utf8ToUtf16(text, true)}) {
-            use(file);
-            EXPECT_EQ(value(test.name), test.expected) << test.rule;
+        {"Ä", "ö", {R"("ä"="ö")"}},
+        {"q\"\\", R"(C:\Dict\ "x")", {R"("q\"\\"="C:\\Dict\\ \"x\"")"}},
+        {"a", R"(C:\Dict)", {R"("a"="C:\Dict")"}},
+        {"a", "", {R"("a"="")"}},
+        {"", "d", {R"(@="d")"}},
+        {"a ", "(default)", {R"("a"="b")"}},
+        {"a",
+         "b",
+         {R"( "a" = "b" ; "c")", "\"a\"=\"c\"\n\"A\"=\"b\"",
+          "\"a\"=\"b\"\n[-HKEY_LOCAL_MACHINE\\\\Software]",
+          "[hkey_local_machine\\software\\ORVANTA\\wf\\test\\]\n\"a\"=\"b\"",
+          "\"c\"=hex:01,\\\r\n  02\r\n\"a\"=\"b\""}},
+        {"a", "31", {R"("a"=dword:0000001F)"}},
+        {"a", "-1", {R"("a"=dword:ffffffff)"}},
+        {"a", "305419896", {R"("a"=hex(4):78,56,34,12)"}},
+        {"a", "513", {R"("a"=hex(4):01,02)"}},
+        {"a", "%X%ä", {R"("a"=hex(2):25,00,58,00,25,00,e4,00,00,00)"}},
+        {"a", "Hi", {R"("a"=hex(1):48,00,69,00)", R"("a"=hex(1):48,00,69,00,00,00,69,00)"}},
+        {"a", "Hey", {"\"a\"=hex(2):48,00,\\\r\n  65,00,\\\r\n  79,00,00,00"}},
+        {"a", std::string(1023, 'x'), {R"("a"=")" + std::string(1023, 'x') + '"'}},
+        {"a",
+         "(default)",
+         {R"("a"=")" + std::string(1024, 'x') + '"', R"(;"a"="b")", "\"a\"=\"b\"\n\"a\"=-",
+          "\"a\"=\"b\"\n[-HKEY_LOCAL_MACHINE\\Software\\Orvanta]",
+          "[-HKEY_LOCAL_MACHINE\\Software\\Orvanta]\n\"a\"=\"b\"",
+          "[HKEY_CLASSES_ROOT\\X]\n\"a\"=\"b\"", R"("a"=dword:123456789)", R"("a"="b"dword:1)",
+          R"("a"=hex(7):48,00,00,00,00,00)", R"("a"=hex(b):01,00,00,00,00,00,00,00)",
+          R"("a"=hex(1):48,00,1ff)", R"("a"="b)"}}};
+    for (const auto& test : cases)
+        for (const std::string& lines : test.lines) {
+            const std::string text = version5 + testHeader + lines;
+            for (const std::string& file :
+                 {text, "\xEF\xBB\xBF" + text, "\xFF\xFE" + utf8ToUtf16(text, false),
+                  "\xFE\xFF" + utf8ToUtf16(text, true)}) {
+                use(file);
+                EXPECT_EQ(value(test.name), test.expected) << lines;
+            }
         }
-    }
-}
-
-TEST_F(Registry, oldFilesHoldBytesOfTheCodePage) {
     use("REGEDIT4\n\n" + testHeader + "\"a\"=\"\xE4\"\n\"b\"=hex(2):48,e4,00\n\"c\"=\"ä\"\n");
-    EXPECT_EQ(value("a"), "ä");
-    EXPECT_EQ(value("b"), "Hä");
-    EXPECT_EQ(value("c"), "ä");
+    EXPECT_EQ(value("a") + value("b") + value("c"), "äHää") << "bytes of the code page";
 }
 
 TEST_F(Registry, whatIsNoExportChangesNothing) {
     const std::string entry = testHeader + "\"a\"=\"b\"\n";
-    const std::string whole = version5 + entry;
-    for (const std::string& file :
-         {""s, entry, "REGEDIT5\n" + entry, "\0\1\2"s + entry, "x" + whole}) {
+    for (const std::string& file : {""s, entry, "REGEDIT5\n" + entry, "x" + version5 + entry}) {
         use(file);
         EXPECT_EQ(value("a"), "(default)") << file;
     }
@@ -113,16 +100,6 @@ TEST_F(Registry, whatIsNoExportChangesNothing) {
     reloadRegistry();
     EXPECT_EQ(value("a"), "(default)");
     EXPECT_TRUE(recentLogLines().empty());
-}
-
-TEST_F(Registry, laterFilesWinValueByValue) {
-    RegistryTree tree;
-    importRegistryFile(version5 + testHeader + "\"a\"=\"system\"\n\"b\"=\"system\"\n", tree);
-    importRegistryFile(version5 + testHeader + "\"a\"=\"user\"\n", tree);
-    const auto* key = findRegistryKey(tree.localMachine, R"(software\orvanta\wf\test)");
-    ASSERT_NE(key, nullptr);
-    EXPECT_EQ(key->values.at("A").data, "user\0"s);
-    EXPECT_EQ(key->values.at("B").data, "system\0"s);
 }
 
 TEST_F(Registry, keysOf32BitProgramsAreLookedForSecond) {
@@ -154,8 +131,7 @@ TEST_F(Registry, keysAreTooDeepOrDamaged) {
 TEST_F(Registry, opensKeysAndCopiesValuesAsThePlatformDoes) {
     use(version5 + testHeader + "\"sz\"=\"Hello\"\n");
     RegistryKey key;
-    for (const char* path : {"Software\\NoSuch\\Deep", "Software/Orvanta"})
-        EXPECT_EQ(key.open(RegistryHive::localMachine, path), registry_result::notFound) << path;
+    EXPECT_EQ(key.open(RegistryHive::localMachine, "Software/Orvanta"), registry_result::notFound);
     EXPECT_EQ(key.open(RegistryHive::currentUser, testKey), registry_result::notFound);
     EXPECT_EQ(key.open(RegistryHive::localMachine, "\\Software"), registry_result::badPath);
     RegistryType type = RegistryType::none;
@@ -216,31 +192,26 @@ TEST_F(Registry, subkeysInTheOrderOfTheFile) {
     EXPECT_EQ(REGReadSubKeys(RegistryHive::currentUser, "k\\"), (Names{"k\\Zeta", "k\\alpha"}));
     EXPECT_EQ(REGReadSubKeys(RegistryHive::currentUser, "none"), Names{});
     EXPECT_TRUE(recentLogLines().empty());
-}
-
-TEST_F(Registry, unexpectedErrorsAreLoggedUnderTheProcedure) {
-    use(version5 + testHeader + R"("a"=")" + std::string(2000, 'x') + "\"\n");
-    value("a");
     REGReadSubKeys(RegistryHive::currentUser, "\\k");
     REGReadSubKeyNames(RegistryHive::currentUser, "\\k");
     const auto lines = recentLogLines();
-    ASSERT_EQ(lines.size(), 3U);
-    EXPECT_NE(lines[0].find("ERROR (234): RegistryGetValueEx - "), std::string::npos) << lines[0];
-    EXPECT_NE(lines[1].find("ERROR (161): REGReadSubKeys - "), std::string::npos) << lines[1];
-    EXPECT_NE(lines[2].find("ERROR (161): REGReadSubKeyNames - "), std::string::npos) << lines[2];
+    ASSERT_EQ(lines.size(), 2U);
+    EXPECT_NE(lines[0].find("ERROR (161): REGReadSubKeys - \\k cannot"), std::string::npos);
+    EXPECT_NE(lines[1].find("ERROR (161): REGReadSubKeyNames - "), std::string::npos);
 }
 
 // The log's own folder comes from the registry: reporting must not call itself.
 TEST_F(Registry, shellFolderThatIsTooLongIsReportedOnce) {
     const tests::Environment config("XDG_CONFIG_HOME", folder().native());
-    std::filesystem::create_directory(folder() / "Orvanta");
     write("Orvanta/registry.reg", version5 + "[HKEY_CURRENT_USER\\" + std::string(shellFoldersKey) +
                                       "]\n\"AppData\"=\"" + std::string(2000, 'x') + "\"\n");
     setPerUserFolder({});
     modFilePath::reset();
     modFilePath::SetDirectory(modFilePath::directory_id::module, path(""));
     EXPECT_EQ(GetShellFolder("AppData"), "");
-    EXPECT_EQ(recentLogLines().size(), 1U);
+    const auto lines = recentLogLines();
+    ASSERT_EQ(lines.size(), 1U);
+    EXPECT_NE(lines[0].find("ERROR (234): RegistryGetValueEx - "), std::string::npos) << lines[0];
 }
 
 } // namespace
