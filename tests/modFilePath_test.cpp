@@ -63,25 +63,24 @@ const std::string baseSetting =
 TEST_F(ControlDirectories, ByNumber) {
     useRegistry(baseSetting + "[HKEY_LOCAL_MACHINE\\Software\\Orvanta\\WF\\Orvanta2000]\n"
                               "\"NetzPath\"=\"N:\\\\net\"\n");
-    const struct {
-        std::string parent;
-        std::vector<std::int32_t> ids;
-        Lines names;
-    } cases[] = {
-        {path("module"), {1, 11, 12}, {"", "PlugIns\\", "DRL\\"}},
-        {path("Orvanta"), {2, 10, 30}, {"", "Log\\", "Data\\"}},
-        {path("Orvanta\\Data"), {31, 32, 33, 34}, {"TServer\\", "DAss\\", "WF\\", "Lumeron\\"}},
-        {"\\etc\\xdg\\Orvanta", {3, 40}, {"", "Data\\"}},
-        {"\\etc\\xdg\\Orvanta\\Data",
-         {41, 42, 43, 44},
-         {"TServer\\", "DAss\\", "WF\\", "Lumeron\\"}},
-        {"N:\\net", {100, 102}, {"", "Data\\"}},
-        {"N:\\net\\Data", {103, 104, 105}, {"TServer\\", "DAss\\", "WF\\"}},
-        {"N:\\base", {200}, {""}}};
-    for (const auto& [parent, ids, names] : cases)
-        for (std::size_t i = 0; i < ids.size(); ++i)
-            EXPECT_EQ(GetDirectory(ids[i]), parent + "\\" + names[i]) << ids[i];
-    for (const std::int32_t unknown : {0, 5, 13, 101, 205, -1})
+    const std::string data = path("Orvanta\\Data\\");
+    const std::string common = "\\etc\\xdg\\Orvanta\\";
+    Lines found;
+    for (const std::int32_t id : {1, 11, 12, 2, 10, 30, 3, 40, 100, 102, 200}) {
+        found.push_back(GetDirectory(id));
+        if (found.back().starts_with(path("")))
+            found.back().replace(0, path("").size(), "@");
+    }
+    EXPECT_EQ(found, (Lines{"@module\\", "@module\\PlugIns\\", "@module\\DRL\\", "@Orvanta\\",
+                            "@Orvanta\\Log\\", "@Orvanta\\Data\\", common, common + "Data\\",
+                            "N:\\net\\", "N:\\net\\Data\\", "N:\\base\\"}));
+    std::int32_t next = 1;
+    for (const std::string name : {"TServer\\", "DAss\\", "WF\\", "Lumeron\\"}) {
+        EXPECT_EQ(GetDirectory(30 + next), data + name);
+        EXPECT_EQ(GetDirectory(40 + next), common + "Data\\" + name);
+        EXPECT_EQ(GetDirectory(102 + next++), name == "Lumeron\\" ? "" : "N:\\net\\Data\\" + name);
+    }
+    for (const std::int32_t unknown : {0, 13, 101, 205, -1})
         EXPECT_EQ(GetDirectory(unknown, true), "") << unknown;
     EXPECT_EQ(entryCount(), 1U) << "asking makes nothing";
 }
@@ -126,13 +125,6 @@ TEST_F(ControlDirectories, DictationRootIsKeptInTheConfigurationFile) {
     SetDirectory(204, "D:\\x");
     EXPECT_EQ(logged(), Lines{"ERROR (0): WriteIniString - @Orvanta/OVSearch.cfg: [Directories] "
                               "DictationDir cannot be written"});
-}
-
-TEST_F(ControlDirectories, DictationRootComesFromTheIniFileBesideAMarker) {
-    write("module/reg.ov", "");
-    write("Orvanta.ini", "[OV2000]\nNetBasePath=N:\\ini\n");
-    EXPECT_EQ(GetDirectory(204), "N:\\ini\\");
-    EXPECT_EQ(read("Orvanta/OVSearch.cfg"), "[Directories]\r\nDictationDir=N:\\ini\\\r\n");
 }
 
 TEST_F(ControlDirectories, AreMadeLevelByLevelInTheLog) {

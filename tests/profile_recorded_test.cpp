@@ -9,7 +9,6 @@
 #include "platform/text.h"
 #include "settings_fixture.h"
 
-#include <map>
 #include <set>
 #include <sstream>
 #include <vector>
@@ -20,13 +19,9 @@ namespace {
 namespace fs = std::filesystem;
 using OptionalText = std::optional<std::string>;
 
-const std::set<std::string> excluded = {
-    "r023/2", // the recording loses a character of a quoted value in a buffer of its size
-    "r065",   // whole numbers are read by ReadIniNumber, there is no such call
-    "w044",   // a line end in a value is refused
-    "w045",
-    "w063", // a key that would start a section is refused
-};
+// A quoted value that loses a character in a buffer of its size; whole numbers, for which there is
+// no such call; line ends in a value and a key that would start a section, which are refused.
+const std::set<std::string> excluded = {"r023/2", "r065", "w044", "w045", "w063"};
 
 // Lists that are cut: the recording writes one zero behind them, the platform and we two.
 const std::set<std::string> cutLists = {"r091/1", "r091/2",  "r091/3", "r091/4",
