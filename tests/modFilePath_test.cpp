@@ -180,13 +180,5 @@ TEST_F(ControlDirectories, MissingDriveIsShownUntilThereIsALog) {
     EXPECT_TRUE(exists("Orvanta/drives/e/a/b") && exists("Orvanta/drives/unc/server/share/a"));
 }
 
-TEST(FilePath, Parts) {
-    EXPECT_EQ(AddBackslash("") + AddBackslash("\\") + AddBackslash("D:\\a"), "\\D:\\a\\");
-    for (const auto& [directory, name] : {std::pair("", ""), {"", "a/b"}, {"D:\\a\\", "b.WAV"}}) {
-        EXPECT_EQ(directoryPart(std::string(directory) + name), directory);
-        EXPECT_EQ(namePart(std::string(directory) + name), name);
-    }
-}
-
 } // namespace
 } // namespace ov::modFilePath

@@ -107,13 +107,6 @@ TEST_F(ModIni, writesWhatItReads) {
     EXPECT_EQ(read("f.ini"), "[S]\nk=1\n") << "the section goes also when the value stands";
 }
 
-TEST_F(ModIni, aFailedWriteIsFalse) {
-    EXPECT_FALSE(WriteIniString("S", "k", "v", path("none\\f.ini")));
-    EXPECT_FALSE(WriteIniString("S", "k", "a\nb", file()));
-    EXPECT_FALSE(WriteIniBoolean("S", "k", true, ""));
-    EXPECT_FALSE(std::filesystem::exists(folder() / "f.ini"));
-}
-
 TEST_F(ModIni, theDirectReaderGoesLineByLine) {
     const struct {
         std::string content, section, key, expected;
