@@ -64,8 +64,10 @@ void ctrlOVSearch::perform(const char* procedure, const std::function<void()>& r
 
 void ctrlOVSearch::report(const Error& error, const char* procedure) {
     WriteErrorLog(error, procedure);
-    if (!terminating_)
-        modUtil::ShowMessage(error.description, platform::MessageIcon::exclamation, {}, this);
+    if (terminating_)
+        return;
+    view_.show(ControlView::Activity::busy); // a search that failed cannot be stopped any more
+    modUtil::ShowMessage(error.description, platform::MessageIcon::exclamation, {}, this);
 }
 
 void ctrlOVSearch::cmdSearchOptions_Click(int index) {
@@ -120,8 +122,19 @@ void ctrlOVSearch::runSearch() {
         },
         [this] { return terminating_; });
     const QScopedValueRollback running(run_, &run);
-    if (auto outcome = run.run(root))
-        outcome_ = std::move(outcome);
+    try {
+        if (const auto outcome = run.run(root)) {
+            outcome_ = outcome; // before its box is open, in which the language may change
+            run.tellOutcome(*outcome);
+        }
+    } catch (...) {
+        if (!terminating_) // nobody else takes the host's progress away
+            trapped("runSearch", [] {
+                modOVPlugIn::ProgressClear();
+                return 0;
+            });
+        throw;
+    }
 }
 
 // No command: what it does is done at once, and only marks what others look at.
@@ -173,6 +186,8 @@ void ctrlOVSearch::chooseColumns() {
     if (!dialog.OKPressed() || terminating_)
         return;
     modDictation::SaveColumnSettings();
+    if (terminating_) // it asked the host where to
+        return;
     view_.lvSearchResult->ApplyColumns();
 }
 
@@ -237,9 +252,11 @@ void ctrlOVSearch::deleteCriterion() {
 // After every change, not only at the end: the host may crash. That it cannot be done is told once.
 void ctrlOVSearch::saveCriteria() {
     const platform::Status saved = criteriaFile_.save(view_.lvSearchCriteria->criteria());
-    if (saved.ok() || std::exchange(toldUnsaved_, true))
+    if (saved.ok())
         return;
     WriteErrorLog(saved, "SaveCriteria");
+    if (std::exchange(toldUnsaved_, true))
+        return;
     modUtil::ShowMessage({text_id::criteriaNotSaved, {saved.description()}},
                          platform::MessageIcon::exclamation, {}, this);
 }

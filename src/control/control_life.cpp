@@ -56,8 +56,8 @@ void ctrlOVSearch::letGo() {
 void ctrlOVSearch::leaveFrame() {
     if (--frames_ > 0 || !terminating_)
         return;
-    // An event handler below may still be that of one of our widgets. Without an event loop there
-    // is none, and nobody who would delete the control later.
+    // An event handler below may still be that of one of our widgets. Without a loop that runs
+    // nobody would delete the control later.
     if (commands_.isRunning() || QThread::currentThread()->loopLevel() > 0)
         deleteLater();
     else
@@ -81,10 +81,14 @@ void ctrlOVSearch::UserControl_Terminate() {
     const QList<QDialog*> dialogs = findChildren<QDialog*>();
     for (QDialog* dialog : dialogs)
         dialog->reject();
+    const QList<QMenu*> menus = findChildren<QMenu*>();
+    for (QMenu* menu : menus)
+        menu->close();
     windowInterface_->closeBoxes(this);
     endPlayer();
     if (built_) {
-        static_cast<void>(criteriaFile_.save(view_.lvSearchCriteria->criteria()));
+        if (const auto saved = criteriaFile_.save(view_.lvSearchCriteria->criteria()); !saved.ok())
+            WriteErrorLog(saved, "SaveCriteria");
         view_.lvSearchResult->saveSettings();
         if (shareMoved_)
             settings_.setCriteriaShare(view_.criteriaShare());

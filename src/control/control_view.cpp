@@ -178,6 +178,7 @@ void ControlView::retranslate(QWidget& control) const {
     lvSearchCriteria->retranslate();
     lvSearchResult->retranslate();
     picPlayer->retranslate();
+    splitter->setAccessibleName(widgets::text(text_id::title)); // it has the keyboard meanwhile
     describeCompare();
 }
 

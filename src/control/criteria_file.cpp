@@ -31,8 +31,10 @@ std::vector<std::string> CriteriaFile::load() {
     }
     modDictation::CriteriaLines lines = modDictation::readCriteriaLines(content);
     if (lines.skipped > 0)
-        if (const platform::Status kept = keepUnreadable(content); !kept.ok())
+        if (const platform::Status kept = keepUnreadable(content); !kept.ok()) {
+            unreadable_ = true; // save() tries again, and leaves the file alone until it is kept
             WriteErrorLog(kept, "LoadCriteria");
+        }
     return std::move(lines.criteria);
 }
 

@@ -113,10 +113,12 @@ void ctrlOVSearch::buildControl() {
     view_.picPlayer->PlayerInitControls();
     view_.picPlayer->setBackUpSeconds(settings_.backUpSeconds());
     view_.picPlayer->setSpeedPercent(settings_.speedPercent());
-    built_ = true;
     retranslate();
+    if (terminating_)
+        return;
     for (const std::string& criterion : criteriaFile_.load())
         view_.lvSearchCriteria->add(criterion);
+    built_ = true; // from now on the criteria are worth saving
     connectAll();
     addShortcuts();
     ask("IFormExtension_Init", [this] {
@@ -242,10 +244,12 @@ void ctrlOVSearch::EventSource_WindowEvent(std::int32_t /*event*/, std::int32_t 
 
 // The language before Qt hands it on to the children, open dialogs among them.
 void ctrlOVSearch::changeEvent(QEvent* event) {
-    if (event->type() == QEvent::LanguageChange && built_ && !terminating_)
+    if (event->type() == QEvent::LanguageChange && built_ && !terminating_) {
         retranslate();
-    else if (event->type() == QEvent::ParentChange)
+        windowInterface_->changeLanguage(this);
+    } else if (event->type() == QEvent::ParentChange) {
         followParent();
+    }
     QWidget::changeEvent(event);
 }
 

@@ -108,10 +108,7 @@ std::optional<SearchOutcome> SearchRun::run(const std::string& root) {
     showOutcome(view_, std::nullopt);
     view_.lvSearchResult->removeAllRows();
     view_.lvSearchResult->viewport()->repaint();
-    std::optional<SearchOutcome> outcome = search(root, searched);
-    if (outcome)
-        tellOutcome(*outcome);
-    return outcome;
+    return search(root, searched);
 }
 
 std::optional<SearchOutcome> SearchRun::search(const std::string& root,
@@ -143,9 +140,11 @@ SearchRun::walk(const std::string& root, const std::vector<std::string>& criteri
     auto hits = std::make_unique<modDictation::DictationList>();
     const LiveCount liveCount(*hits, *view_.lblSearchResult);
     view_.show(ControlView::Activity::searching);
-    const QScopedValueRollback walking(stage_, Stage::walking);
-    modDictation::SearchDictations(root, criteria, maximumDepth, *hits, true, view_.isCompareAnd(),
-                                   maximumHits);
+    {
+        const QScopedValueRollback walking(stage_, Stage::walking);
+        modDictation::SearchDictations(root, criteria, maximumDepth, *hits, true,
+                                       view_.isCompareAnd(), maximumHits);
+    }
     if (!isEnding_()) // what is left is over before one could stop it
         view_.show(ControlView::Activity::busy);
     return hits;

@@ -39,6 +39,8 @@ public:
     // another control of this thread searches, or there are no criteria and the user did not want
     // all dictations. Nothing either when the control ended.
     std::optional<SearchOutcome> run(const std::string& root);
+    // Shows it, with a box when nothing was found.
+    void tellOutcome(const SearchOutcome& outcome);
 
     // Ends the walk through the tree, if that is where the search is.
     void stop() const;
@@ -54,7 +56,6 @@ private:
     std::unique_ptr<modDictation::DictationList> walk(const std::string& root,
                                                       const std::vector<std::string>& criteria);
     void fill(std::int32_t count);
-    void tellOutcome(const SearchOutcome& outcome);
 
     ControlView& view_;
     QWidget& owner_;

@@ -19,7 +19,7 @@ QString fromBytes(std::string_view bytes) {
 
 std::string boundaryPath(std::string_view native) {
     // Two separators would be a share, which only Windows has.
-    if (QDir::listSeparator() == u':')
+    if (QDir::separator() == u'/')
         while (native.starts_with("//"))
             native.remove_prefix(1);
     std::string path(native);

@@ -70,9 +70,9 @@ void tellOfMissingStandardTexts() {
     const bool complete = std::none_of(numbers.begin(), numbers.end(), [](std::int32_t number) {
         return GetResText(number, hostStandardFile).empty();
     });
-    const std::string text = GetText(text_id::standardTextsMissing, {hostStandardFile});
-    if (!complete && !text.empty() && !std::exchange(state().toldOfStandardTexts, true))
-        modUtil::Tell(text, platform::MessageIcon::exclamation);
+    const modUtil::Message message(text_id::standardTextsMissing, {std::string(hostStandardFile)});
+    if (!complete && !message.text().empty() && !std::exchange(state().toldOfStandardTexts, true))
+        modUtil::Tell(message, platform::MessageIcon::exclamation);
 }
 
 std::string textWith(std::int32_t number, std::optional<Arguments> arguments) {

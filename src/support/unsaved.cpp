@@ -4,7 +4,6 @@
 #include "support/unsaved.h"
 
 #include "platform/files.h"
-#include "support/modLanguage.h"
 #include "support/modUtil.h"
 #include "support/text_ids.h"
 
@@ -29,11 +28,10 @@ State& state() {
 
 void reportUnsaved(std::string_view file, const Error& error, std::string_view procedure) {
     WriteErrorLog(error, procedure);
-    const std::string text =
-        modLanguage::GetText(text_id::settingsUnsaved, {platform::toNativePath(file)});
+    const modUtil::Message message(text_id::settingsUnsaved, {platform::toNativePath(file)});
     // Without a language nothing has been shown yet that the user could have set.
-    if (!text.empty() && state().told.emplace(file).second)
-        modUtil::Tell(text, platform::MessageIcon::exclamation);
+    if (!message.text().empty() && state().told.emplace(file).second)
+        modUtil::Tell(message, platform::MessageIcon::exclamation);
 }
 
 void resetUnsaved() {

@@ -90,6 +90,17 @@ void WindowInterface::closeBoxes(const void* user) {
     for (const OpenBox& open : std::vector<OpenBox>(open_))
         if (open.user == user)
             open.box->reject();
+    for (const Notice& notice : notices_)
+        if (notice.box && notice.user == user)
+            notice.box->close();
+}
+
+void WindowInterface::changeLanguage(const void* user) {
+    for (const Notice& notice : notices_)
+        if (notice.box && notice.user == user) {
+            QEvent change(QEvent::LanguageChange);
+            QCoreApplication::sendEvent(notice.box, &change);
+        }
 }
 
 platform::MessageAnswer WindowInterface::askYesNo(QMessageBox& window,
@@ -114,21 +125,19 @@ platform::MessageAnswer WindowInterface::showMessage(const platform::MessageBox&
 }
 
 void WindowInterface::tell(const platform::MessageBox& box) {
-    const QString name = QStringLiteral("Notice");
+    std::erase_if(notices_, [](const Notice& notice) { return !notice.box; });
     auto window = std::make_unique<QMessageBox>(static_cast<QWidget*>(box.owner));
     furnish(*window, box);
-    window->setObjectName(name);
-    const QWidgetList open = QApplication::topLevelWidgets();
-    if (std::any_of(open.begin(), open.end(), [&](const QWidget* other) {
-            const auto* notice = qobject_cast<const QMessageBox*>(other);
-            return notice != nullptr && notice->isVisible() && notice->objectName() == name &&
-                   notice->text() == window->text();
+    window->setObjectName(QStringLiteral("Notice"));
+    if (std::any_of(notices_.begin(), notices_.end(), [&](const Notice& notice) {
+            return notice.box->isVisible() && notice.box->text() == window->text();
         }))
         return;
     addButton(*window, QMessageBox::Ok, text_id::ok);
     window->setAttribute(Qt::WA_DeleteOnClose);
     window->setAttribute(Qt::WA_QuitOnClose, false);
     window->setModal(false);
+    notices_.push_back({window.get(), user_});
     window.release()->show();
 }
 

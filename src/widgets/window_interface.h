@@ -5,6 +5,7 @@
 
 #include "platform/user_interface.h"
 
+#include <QPointer>
 #include <memory>
 #include <utility>
 #include <vector>
@@ -45,8 +46,10 @@ public:
         const void* before_;
     };
 
-    // Answers the boxes of `user` that are open as Esc would.
+    // Answers the boxes of `user` that are open as Esc would, and takes its notices away.
     void closeBoxes(const void* user);
+    // The notices of `user` have no window above them that would tell them of another language.
+    void changeLanguage(const void* user);
 
 private:
     WindowInterface();
@@ -58,6 +61,11 @@ private:
         const void* user;
     };
     std::vector<OpenBox> open_;
+    struct Notice {
+        QPointer<QMessageBox> box; // empty once it is read
+        const void* user;
+    };
+    std::vector<Notice> notices_;
     const void* user_ = nullptr;
     platform::UserInterface* before_;
 };

@@ -173,17 +173,20 @@ void ListExport::print(bool selectedOnly) {
 }
 
 void ListExport::printOn(QPrinter& printer, const Document& document, const RowSource& chosen) {
-    ListPages pages(document, chosen, paperOf(printer));
-    ExportProgress progress(text_id::printing, 2 * chosen.count(), list_.owner, list_.isEnding);
     bool stopped = false;
-    const auto goOn = [&](std::int64_t done) {
-        stopped = stopped || !progress.goOn(done);
-        return !stopped;
-    };
-    printer.setDocName(pageText(document.title));
-    const bool printed = pages.layOut(goOn) && printPages(pages, printer, [&](std::int64_t done) {
-                             return goOn(chosen.count() + done);
-                         });
+    bool printed = false;
+    {
+        ListPages pages(document, chosen, paperOf(printer));
+        ExportProgress progress(text_id::printing, 2 * chosen.count(), list_.owner, list_.isEnding);
+        const auto goOn = [&](std::int64_t done) {
+            stopped = stopped || !progress.goOn(done);
+            return !stopped;
+        };
+        printer.setDocName(pageText(document.title));
+        printed = pages.layOut(goOn) && printPages(pages, printer, [&](std::int64_t done) {
+                      return goOn(chosen.count() + done);
+                  });
+    }
     if (stopped)
         tell(text_id::printStopped);
     else if (!printed)

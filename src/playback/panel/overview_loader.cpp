@@ -38,7 +38,11 @@ void OverviewLoader::load(const std::string& path) {
         return;
     }
     reading_ = std::make_shared<Reading>(*this, std::move(key));
-    std::thread([reading = reading_] { read(reading); }).detach();
+    try {
+        std::thread([reading = reading_] { read(reading); }).detach();
+    } catch (const std::system_error&) {
+        giveUp(); // no thread can be had: the dictation plays without its picture
+    }
 }
 
 void OverviewLoader::giveUp() {
@@ -51,7 +55,7 @@ void OverviewLoader::giveUp() {
 
 // On the reader's thread.
 void OverviewLoader::read(const std::shared_ptr<Reading>& reading) {
-    std::vector<platform::WavePeaks> peaks;
+    std::vector<platform::WavePeaks> peaks; // of a fixed size, whatever the file is
     if (!platform::readWaveOverview(reading->key.path, stretches, reading->stop.get_token(), peaks))
         return;
     const std::lock_guard<std::mutex> lock(reading->mutex);

@@ -139,8 +139,11 @@ std::string PlayerPanel::resume() {
 }
 
 void PlayerPanel::PlayerStop() {
-    if (alias_.empty())
+    if (alias_.empty()) {
+        setProblem({}); // of a dictation that could not be opened
+        PlayerRefresh();
         return;
+    }
     MciStop(alias_);
     MciSeek(alias_, 0);
     PlayerClose();

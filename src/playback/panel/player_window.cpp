@@ -160,6 +160,7 @@ void PlayerPanel::buildVolume() {
 
 void PlayerPanel::buildMenu() {
     auto* menu = new QMenu(cmdSearchPlayerOptions_);
+    menu->setAttribute(Qt::WA_NoMouseReplay); // a press on the button that closes it is used up
     speedMenu_ = menu->addMenu(QString());
     speeds_ = addChoices(*speedMenu_, "%1 %", {50, 75, 90, 100, 110, 125, 150, 175, 200});
     backUpMenu_ = menu->addMenu(QString());
