@@ -584,8 +584,24 @@ TEST_F(Control, TellsWhatASearchLeftOut) {
     all.rootVanished = true;
     all.foldersUnreadable = 1;
     EXPECT_EQ(noticeText(all).toStdString(),
-              "The dictation folder went away during the search. The list shows only the "
-              "dictations found until then.");
+              "The dictation folder went away during the search. The list holds what was found "
+              "until then, which is not all.");
+}
+
+TEST_F(Control, KnowsUnderABoxThatTheSearchIsOver) {
+    store.add("2$WAV.WAV");
+    write("SearchCriteria.dat", criterion("15|25|3|\r\n"));
+    openControl();
+    user = nullptr; // real boxes
+    host().answers["PI_GetLanguage"] = "7";
+    const auto start = [&] { press("cmdSearchOptions(0)"); };
+    withDialog(start, [&](QDialog& nothingFound) {
+        action("language");
+        EXPECT_EQ(tests::readable(nothingFound).substr(0, 12), "Diktatsuche|");
+    });
+    EXPECT_EQ(label(), "Suchergebnis (0 Diktate)");
+    host().refused = {"PI_ProgressInit"};
+    withDialog(start, [&](QDialog&) { EXPECT_FALSE(button("cmdSearchStop").isEnabled()); });
 }
 
 TEST_F(Control, SpeaksTheLanguageTheHostChangesTo) {
