@@ -4,6 +4,7 @@
 # end the program, not be of use to an attacker. .ci/check-hardening looks at what came out. The
 # sanitizers bring their own checks, and fortified calls would hide faults from them.
 include(CheckCXXCompilerFlag)
+include(CheckLinkerFlag)
 
 add_library(ov_hardening INTERFACE)
 if(NOT OVSEARCH_SANITIZE AND NOT OVSEARCH_SANITIZE_THREADS)
@@ -21,4 +22,11 @@ if(NOT OVSEARCH_SANITIZE AND NOT OVSEARCH_SANITIZE_THREADS)
     endforeach()
     target_link_options(ov_hardening INTERFACE
         $<${optimised}:LINKER:-z,relro> $<${optimised}:LINKER:-z,now>)
+    # Said outright: the start files of some systems lack the marks of -fcf-protection, which would
+    # take them from the whole program.
+    check_linker_flag(CXX "LINKER:-z,ibt,-z,shstk" OV_HAS_CET_MARKS)
+    if(OV_HAS_CET_MARKS)
+        target_link_options(ov_hardening INTERFACE
+            $<${optimised}:LINKER:-z,ibt> $<${optimised}:LINKER:-z,shstk>)
+    endif()
 endif()

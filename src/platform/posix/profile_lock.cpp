@@ -58,6 +58,9 @@ public:
         : directory_(directory),
           turnstile_(openat(directory, "..", O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {}
 
+    // Past the turnstile, which those of other folders beside this one use too.
+    bool takeIfFree() { return lock(directory_, LOCK_NB); }
+
     bool tryLock() {
         const bool locked = passTurnstile(LOCK_NB) && lock(directory_, LOCK_NB);
         leaveTurnstile();
@@ -132,7 +135,7 @@ bool lockPatiently(int directory, const std::string& name) {
     std::string& givenUp = state().givenUp;
     Queue queue(directory);
     const timespec before = lastChange(directory);
-    const bool locked = queue.tryLock() || (givenUp != name && queue.wait());
+    const bool locked = givenUp == name ? queue.takeIfFree() : queue.tryLock() || queue.wait();
     const timespec after = lastChange(directory);
     const bool stands = before.tv_sec == after.tv_sec && before.tv_nsec == after.tv_nsec;
     if (!locked && stands)
