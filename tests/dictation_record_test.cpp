@@ -183,6 +183,7 @@ TEST(FieldDate, ReadsTheWrittenForm) {
         {"too short in characters", "1.1.03ä", "none"},
         {"four pieces", "1.2.3.2003", "none"},
         {"no separator", "24122003", "none"},
+        {"a separator at the start", ".1.2.2003", "none"},
         {"leading blank", " 24.12.2003", "none"},
         {"day rolls over", "31.02.2004", "2004-3-2"},
         {"month rolls over", "01.13.2003", "2004-1-1"},

@@ -275,10 +275,10 @@ TEST_F(Progress, HostThatRefusesEndsTheSearch) {
 
 TEST(ResultOrder, ByEveryKindOfValue) {
     const std::vector<std::string> names = {
-        "2$MAI@@14$zeta@@5$HOCH@@6$00$10$00@@7$02.01.2020@@12$10",
-        "2$ROH@@14$Öztürk@@5$NORMAL@@6$00$02$00@@7$01.02.2019@@12$9",
-        "2$STOP@@14$oben@@5$FRIST@@6$x@@7$soon@@12$9a",
-        "2$ROH@@14$Ozean@@5$HOCH@@6$01$00$00@@7$02.01.2020 08$00$00",
+        "2$MAI@@14$zeta@@5$HOCH@@6$00$10$00@@7$02.01.2020@@12$10@@11$Befund der Klinik Nord",
+        "2$ROH@@14$Öztürk@@5$NORMAL@@6$00$02$00@@7$01.02.2019@@12$9@@11$Befund der Klinik Mitte",
+        "2$STOP@@14$oben@@5$FRIST@@6$x@@7$soon@@12$9a@@11$Befund der Klinik",
+        "2$ROH@@14$Ozean@@5$HOCH@@6$01$00$00@@7$02.01.2020 08$00$00@@11$Befund der Klinik Mitte B",
     };
     DictationList list;
     for (const std::string& name : names)
@@ -296,6 +296,7 @@ TEST(ResultOrder, ByEveryKindOfValue) {
              {"codes by number, ties as found", 2, {2, 4, 3, 1}, {1, 3, 2, 4}},
              {"priorities by urgency", 15, {2, 3, 1, 4}, {1, 4, 3, 2}},
              {"9 before 10, missing first", 8, {4, 2, 3, 1}, {1, 3, 2, 4}},
+             {"behind a long common beginning", 18, {3, 2, 4, 1}, {1, 4, 2, 3}},
              {"all alike", 3, {1, 2, 3, 4}, {1, 2, 3, 4}},
          }) {
         EXPECT_EQ(sortedOrder(list, c.field, false), c.up) << c.what;
