@@ -158,29 +158,21 @@ TEST_F(Control, StartsWithDefaultsAndRemembersTheChoices) {
 }
 
 TEST_F(Control, TellsTheHostHowTheListIsFilled) {
-    struct Case {
-        int hits;
-        std::string label;
-        int inits;
-        int boxes;
-    };
-    for (const Case& c : std::vector<Case>{{0, "Search result (0 dictations)", 0, 2},
-                                           {1, "Search result (1 dictation)", 0, 1},
-                                           {25, "Search result (25 dictations)", 0, 1},
-                                           {26, "Search result (26 dictations)", 1, 1}}) {
-        for (int i = 0; i < c.hits; ++i)
+    for (const int hits : {0, 1, 25, 26}) {
+        for (int i = 0; i < hits; ++i)
             store.add("2$WAV@@14$" + std::to_string(i) + ".WAV");
         openControl();
         host().calls.clear();
         searchAll();
-        EXPECT_EQ(label(), c.label);
-        EXPECT_EQ(user->boxes.size(), static_cast<std::size_t>(c.boxes)) << c.hits;
+        EXPECT_EQ(label(), "Search result (" + std::to_string(hits) +
+                               (hits == 1 ? " dictation)" : " dictations)"));
+        EXPECT_EQ(user->boxes.size(), hits == 0 ? 2U : 1U) << hits;
         // Those of the walk apart, which counts folders.
-        EXPECT_EQ(calls("PI_ProgressInit(&0, &" + std::to_string(c.hits) + ", &0, &\"List"),
-                  c.inits);
-        EXPECT_EQ(calls("PI_ProgressValue(&"), c.hits) << c.hits;
-        EXPECT_EQ(model().rowCount(), c.hits);
-        if (c.hits > 0) {
+        EXPECT_EQ(calls("PI_ProgressInit(&0, &" + std::to_string(hits) + ", &0, &\"List"),
+                  hits == 26 ? 1 : 0);
+        EXPECT_EQ(calls("PI_ProgressValue(&"), hits);
+        EXPECT_EQ(model().rowCount(), hits);
+        if (hits > 0) {
             EXPECT_EQ(host().calls.back(), "PI_ProgressClear()");
         }
         closeControl();
@@ -672,8 +664,8 @@ TEST_F(Control, OffersMenusAndTranslatesTheOpenOne) {
 
 TEST_F(Control, ShowsCodesAsPicturesWhereWordsDoNotFit) {
     store.add("2$WAV@@5$HOCH@@14$Anna@@17$4@@98$D.WAV")
-        .add("2$ROH@@98$d.WAV")
-        .add("2$STOP@@98$X.WAV");
+        .add("2$ROH@@98$X.WAV")
+        .add("2$STOP@@98$d.WAV");
     openControl();
     searchAll();
     std::string icons;
@@ -685,7 +677,9 @@ TEST_F(Control, ShowsCodesAsPicturesWhereWordsDoNotFit) {
                          .toString()
                          .toStdString() +
                      ";";
-    EXPECT_EQ(icons, "status-6;status-7;status-8;marker;marker;;;;;flags;;;priority-3;priority-1;"
+    EXPECT_EQ(model().headerData(column(5), Qt::Horizontal, ResultModel::keyRole).toString(),
+              QStringLiteral("_5"));
+    EXPECT_EQ(icons, "status-6;status-7;status-8;marker;;marker;;;;flags;;;priority-3;priority-1;"
                      "priority-1;");
     const auto tip = [this](int field) {
         const QModelIndex cell = model().index(0, column(field));
@@ -708,6 +702,16 @@ TEST_F(Control, ShowsCodesAsPicturesWhereWordsDoNotFit) {
     EXPECT_EQ(neededWidth(5, 20), neededWidth(5, 500));
     EXPECT_LT(neededWidth(15, 20), neededWidth(15, 500));
     EXPECT_EQ(neededWidth(3, 20), neededWidth(3, 500));
+    const auto picture = [this](int field, int row) {
+        results().setColumnWidth(column(field), 24);
+        return results()
+            .viewport()
+            ->grab(results().visualRect(model().index(row, column(field))))
+            .toImage();
+    };
+    results().clearSelection();
+    EXPECT_EQ(picture(3, 0), picture(3, 2)) << "the letter is not shown";
+    EXPECT_NE(picture(3, 0), picture(7, 2)) << "nothing but its icon is";
 }
 
 TEST_F(Control, PlaysByKeyAndByMouse) {
@@ -725,12 +729,7 @@ TEST_F(Control, PlaysByKeyAndByMouse) {
     }
     EXPECT_EQ(rows, "1 1> 1 0 ") << "the right key moves the view";
     const QPoint row = results().visualRect(model().index(0, 0)).center();
-    struct Case {
-        std::string what;
-        std::function<void()> act;
-        int opened;
-    };
-    const std::vector<Case> cases = {
+    const std::vector<std::tuple<std::string, std::function<void()>, int>> cases = {
         {"Enter without a row", [&] { key(results(), Qt::Key_Return); }, 0},
         {"a click", [&] { QTest::mouseClick(results().viewport(), Qt::LeftButton, {}, row); }, 0},
         {"Enter", [&] { key(results(), Qt::Key_Return); }, 1},
@@ -748,10 +747,10 @@ TEST_F(Control, PlaysByKeyAndByMouse) {
          0},
     };
     results().clearSelection();
-    for (const Case& c : cases) {
+    for (const auto& [what, act, opened] : cases) {
         media.takeSent();
-        c.act();
-        EXPECT_EQ(media.takeOpened(), c.opened) << c.what;
+        act();
+        EXPECT_EQ(media.takeOpened(), opened) << what;
         press("cmdSearchPlayer(2)");
     }
     key(results(), Qt::Key_Return);

@@ -84,7 +84,6 @@ TEST_F(ColumnChooser, MovesTheSelectedColumnUpAndDown) {
     EXPECT_EQ(captions(right()).substr(0, 22), "Status*;Folder;Marker;");
     press("cmdUpDown(1)");
     EXPECT_EQ(captions(right()).substr(0, 22), "Folder;Status*;Marker;");
-    press("cmdOK");
 }
 
 // A key that is pressed twice on a button that the first press disables.
@@ -128,15 +127,16 @@ TEST_F(ColumnChooser, TouchesTheTableOnlyWithOK) {
 
 TEST_F(ColumnChooser, ReadsAsOneGoesAndFollowsTheLanguage) {
     open();
-    EXPECT_EQ(tests::readable(*form_),
-              "Choose columns|Choose which fields the result list shows as columns.|&Add|&Remove|"
-              "Move &up|Move &down|A&vailable fields:>lstLeft|Displayed &columns:>lstRight|"
-              "U&navailable fields:>lstNonCustomizable|OK|Cancel");
     right().setCurrentRow(1);
     EXPECT_EQ(tests::tabOrder(*form_), "lstLeft cmdTransfer(1) lstRight cmdUpDown(0) cmdUpDown(1) "
                                        "lstNonCustomizable cmdOK cmdCancel ");
     tests::speakGerman(*form_);
-    EXPECT_EQ(form_->windowTitle(), QStringLiteral("Spalten auswählen"));
+    EXPECT_EQ(
+        tests::readable(*form_),
+        "Spalten auswählen|Wählen Sie aus, welche Felder die Ergebnisliste als Spalten zeigt.|"
+        "&Hinzufügen|&Entfernen|Nach &oben|Nach &unten|&Verfügbare Felder:>lstLeft|"
+        "Angezeigte &Spalten:>lstRight|&Nicht verfügbare Felder:>lstNonCustomizable|OK|"
+        "Abbrechen");
     EXPECT_EQ(captions(right()).substr(0, 19), "Verzeichnis;Status*");
     EXPECT_EQ(captions(child<QListWidget>(*form_, "lstNonCustomizable")),
               "(kein Feld);-;-;-;Diktatart;Zweiter Status;");
