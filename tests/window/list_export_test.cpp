@@ -110,6 +110,9 @@ TEST_F(ListExport, WritesTheRowsAsTheyAreShown) {
     const std::string all = saved("all.csv");
     EXPECT_EQ(all, "\xEF\xBB\xBF"
                    "Author\r\nAnna\r\nMax\r\nZeh\r\n");
+    results().selectAll();
+    choose("Copy", true);
+    EXPECT_EQ(QApplication::clipboard()->text().count(QLatin1Char('\n')), 4);
     results().selectRow(1);
     choose("Copy", true);
     EXPECT_EQ(QApplication::clipboard()->text().toStdString(), "Author\nMax\n");
