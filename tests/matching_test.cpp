@@ -107,6 +107,8 @@ TEST_F(Matching, Codes) {
         {"marked", {3, 32, "", ""}, "2$@@98$d", true},
         {"marked by another letter", {3, 32, "", ""}, "2$@@98$X", false},
         {"not marked", {3, 33, "", ""}, "2$@@98$X", true},
+        {"not marked, but is", {3, 33, "", ""}, "2$@@98$D", false},
+        {"an operator of texts", {3, 18, "X", ""}, "2$@@98$X", false},
     });
 }
 
