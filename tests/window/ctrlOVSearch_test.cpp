@@ -396,6 +396,7 @@ TEST_F(Control, StopsASearchWithEscape) {
     key(window(), Qt::Key_F5);
     host().onCall = nullptr;
     EXPECT_EQ(label().substr(0, 15), "Search result (");
+    EXPECT_EQ(user->boxes.size(), 1U) << "the question alone";
     EXPECT_LT(model().rowCount(), 40);
     EXPECT_FALSE(widget<QLabel>("lblSearchNotice").text().isEmpty());
     EXPECT_TRUE(button("cmdSearchOptions(0)").isEnabled());
