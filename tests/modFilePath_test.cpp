@@ -65,6 +65,7 @@ TEST_F(ControlDirectories, ByNumber) {
                               "\"NetzPath\"=\"N:\\\\net\"\n");
     const std::string data = path("Orvanta\\Data\\");
     const std::string common = "\\etc\\xdg\\Orvanta\\";
+    const std::string commonData = common + "Data\\";
     Lines found;
     for (const std::int32_t id : {1, 11, 12, 2, 10, 30, 3, 40, 100, 102, 200}) {
         found.push_back(GetDirectory(id));
@@ -77,7 +78,7 @@ TEST_F(ControlDirectories, ByNumber) {
     std::int32_t next = 1;
     for (const std::string name : {"TServer\\", "DAss\\", "WF\\", "Lumeron\\"}) {
         EXPECT_EQ(GetDirectory(30 + next), data + name);
-        EXPECT_EQ(GetDirectory(40 + next), common + "Data\\" + name);
+        EXPECT_EQ(GetDirectory(40 + next), commonData + name);
         EXPECT_EQ(GetDirectory(102 + next++), name == "Lumeron\\" ? "" : "N:\\net\\Data\\" + name);
     }
     for (const std::int32_t unknown : {0, 13, 101, 205, -1})
