@@ -50,7 +50,8 @@ TEST_F(DemoStore, EveryFileIsSoundAsLongAsItsNameSays) {
         EXPECT_EQ(sf_readf_short(sound, samples.data(), info.frames), info.frames);
         EXPECT_GT(*std::max_element(samples.begin(), samples.end()), 1000) << "silence";
         sf_close(sound);
-        const auto length = modDictation::findFieldValue(path.stem().native(), "@@6$");
+        const std::string name = path.stem();
+        const auto length = modDictation::findFieldValue(name, "@@6$");
         if (!length)
             continue;
         ++told;

@@ -12,10 +12,12 @@
 #include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
+#include <memory>
 #include <mutex>
-#include <pthread.h>
 #include <sys/file.h>
 #include <sys/stat.h>
+#include <system_error>
+#include <thread>
 
 namespace ov::platform {
 
@@ -52,35 +54,33 @@ bool lock(int directory, int howToWait) {
 
 // Locks a directory behind a turnstile, the directory above: whoever is through is the next, so
 // that nobody who has just let go can take the lock again before those who were woken up.
-class Queue {
+class Queue : public std::enable_shared_from_this<Queue> {
 public:
+    // The lock is that of the open directory, which `directory` and the copy here share.
     explicit Queue(int directory)
-        : directory_(directory),
+        : directory_(fcntl(directory, F_DUPFD_CLOEXEC, 0)),
           turnstile_(openat(directory, "..", O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {}
 
     // Past the turnstile, which those of other folders beside this one use too.
-    bool takeIfFree() { return lock(directory_, LOCK_NB); }
+    bool takeIfFree() { return lock(directory_.get(), LOCK_NB); }
 
     bool tryLock() {
-        const bool locked = passTurnstile(LOCK_NB) && lock(directory_, LOCK_NB);
+        const bool locked = passTurnstile(LOCK_NB) && takeIfFree();
         leaveTurnstile();
         return locked;
     }
 
     // No call waits for a limited time, and a signal that ends the wait would be the host's: so a
-    // thread waits, which can be cancelled.
+    // thread waits, and is left to end by itself when it takes too long.
     bool wait() {
-        pthread_t thread{};
-        if (!start(thread))
+        if (!start())
             return false;
         std::unique_lock guard(mutex_);
-        const bool done = changed_.wait_for(guard, patience, [this] { return locked_; });
+        changed_.wait_for(guard, patience, [this] { return locked_; });
+        abandoned_ = !locked_;
         guard.unlock();
-        if (!done)
-            pthread_cancel(thread);
-        pthread_join(thread, nullptr);
-        leaveTurnstile();
-        return locked_; // perhaps in the last moment
+        leaveTurnstile(); // the thread may still stand in it, and others wait behind
+        return !abandoned_;
     }
 
 private:
@@ -91,37 +91,45 @@ private:
         if (turnstile_.valid())
             flock(turnstile_.get(), LOCK_UN);
     }
+    bool isAbandoned() {
+        const std::lock_guard guard(mutex_);
+        return abandoned_;
+    }
 
     // The host's signals stay with its own threads.
-    bool start(pthread_t& thread) {
+    bool start() {
         sigset_t all;
         sigset_t before;
         sigfillset(&all);
         pthread_sigmask(SIG_SETMASK, &all, &before);
-        const bool started = pthread_create(&thread, nullptr, run, this) == 0;
+        bool started = true;
+        try {
+            std::thread([queue = shared_from_this()] { queue->takeTurn(); }).detach();
+        } catch (const std::system_error&) {
+            started = false;
+        }
         pthread_sigmask(SIG_SETMASK, &before, nullptr);
         return started;
     }
 
-    static void* run(void* self) {
-        auto& queue = *static_cast<Queue*>(self);
-        int before = 0;
-        pthread_setcanceltype(PTHREAD_CANCEL_ASYNCHRONOUS, &before); // flock() is no such point
-        queue.passTurnstile(0);
-        lock(queue.directory_, 0);
-        queue.leaveTurnstile();
-        pthread_setcanceltype(PTHREAD_CANCEL_DEFERRED, &before);
-        const std::lock_guard guard(queue.mutex_);
-        queue.locked_ = true;
-        queue.changed_.notify_one();
-        return nullptr;
+    void takeTurn() {
+        passTurnstile(0);
+        if (!isAbandoned())
+            lock(directory_.get(), 0);
+        leaveTurnstile();
+        const std::lock_guard guard(mutex_);
+        locked_ = !abandoned_;
+        if (abandoned_)
+            flock(directory_.get(), LOCK_UN);
+        changed_.notify_one();
     }
 
-    int directory_;
+    FileDescriptor directory_;
     FileDescriptor turnstile_;
     std::mutex mutex_;
     std::condition_variable changed_;
     bool locked_ = false;
+    bool abandoned_ = false; // nobody waits for the lock any more
 };
 
 // Changes whenever a writer has replaced a file.
@@ -133,9 +141,9 @@ timespec lastChange(int directory) {
 
 bool lockPatiently(int directory, const std::string& name) {
     std::string& givenUp = state().givenUp;
-    Queue queue(directory);
+    const auto queue = std::make_shared<Queue>(directory);
     const timespec before = lastChange(directory);
-    const bool locked = givenUp == name ? queue.takeIfFree() : queue.tryLock() || queue.wait();
+    const bool locked = givenUp == name ? queue->takeIfFree() : queue->tryLock() || queue->wait();
     const timespec after = lastChange(directory);
     const bool stands = before.tv_sec == after.tv_sec && before.tv_nsec == after.tv_nsec;
     if (!locked && stands)
