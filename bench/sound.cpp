@@ -16,14 +16,16 @@
 #include <cstdio>
 #include <fstream>
 #include <memory>
+#include <mutex>
+#include <stop_token>
 #include <string>
 #include <sys/resource.h>
+#include <thread>
 #include <vector>
 
 namespace {
 
 using namespace ov::modMultimedia;
-using ov::tests::Recorder;
 using Clock = std::chrono::steady_clock;
 using Samples = std::vector<float>;
 
@@ -43,6 +45,39 @@ double timed(Work work) {
     work();
     return milliseconds(Clock::now() - start);
 }
+
+// Knows when each sample came.
+class Recorder : public ov::tests::Recorder {
+public:
+    Recorder() : thread_([this](const std::stop_token& stop) { watch(stop); }) {}
+
+    // As long as that sample has come.
+    Clock::time_point arrival(std::size_t sample) const {
+        for (;; std::this_thread::sleep_for(std::chrono::milliseconds(1))) {
+            const std::lock_guard<std::mutex> lock(mutex_);
+            const auto found =
+                std::find_if(arrivals_.begin(), arrivals_.end(),
+                             [&](const auto& entry) { return entry.first > sample; });
+            if (found != arrivals_.end())
+                return found->second;
+        }
+    }
+
+private:
+    void watch(const std::stop_token& stop) {
+        for (std::size_t last = 0; !stop.stop_requested();) {
+            if (const std::size_t now = count(); now > last) {
+                const std::lock_guard<std::mutex> lock(mutex_);
+                arrivals_.emplace_back(last = now, Clock::now());
+            }
+            std::this_thread::sleep_for(std::chrono::microseconds(200));
+        }
+    }
+
+    mutable std::mutex mutex_; // guards arrivals
+    std::vector<std::pair<std::size_t, Clock::time_point>> arrivals_;
+    std::jthread thread_;
+};
 
 // Of several measurements of the same thing.
 struct Figures {
@@ -167,8 +202,7 @@ class BusyLoops {
 public:
     explicit BusyLoops(int count) {
         for (int i = 0; i < count; ++i)
-            loops_.push_back(std::make_unique<ov::tests::Process>(
-                std::vector<std::string>{"sh", "-c", "while :; do :; done"}, "/"));
+            loops_.push_back(std::make_unique<ov::tests::Process>("sh -c 'while :; do :; done'"));
     }
 
 private:
@@ -196,8 +230,7 @@ void printGaps(const char* name, Samples heard) {
 }
 
 // Against the player that comes with the sound server, in turn.
-void measureGaps(const ov::tests::SoundServer& server, const Recorder& recorder,
-                 const ov::tests::TemporaryStore& store) {
+void measureGaps(const Recorder& recorder, const ov::tests::TemporaryStore& store) {
     constexpr int seconds = 20;
     const std::string file = store.native("tone.WAV");
     ov::tests::writeWave(file, {SF_FORMAT_PCM_16, rate},
@@ -213,7 +246,7 @@ void measureGaps(const ov::tests::SoundServer& server, const Recorder& recorder,
         MciClose(alias);
         printGaps("busy machine, this device", recorder.samples(start, recorder.count()));
         start = recorder.count();
-        ov::tests::Process player({"paplay", file}, server.home());
+        ov::tests::Process player("paplay " + file);
         while (player.isRunning())
             pause(20);
         waitForSilence(recorder, start);
@@ -279,8 +312,8 @@ void writeTwoHours(const std::string& path, const Samples& minute) {
     sf_close(sound);
 }
 
-void measure(const ov::tests::SoundServer& server) {
-    const Recorder recorder(server);
+void measure() {
+    const Recorder recorder;
     const ov::tests::TemporaryStore store;
     Samples minute = ov::tests::sweep(rate, std::size_t{60} * rate);
     writeTwoHours(store.native("two hours.WAV"), minute);
@@ -290,7 +323,7 @@ void measure(const ov::tests::SoundServer& server) {
     measureSeekInPlay(recorder);
     measurePosition(recorder, ov::tests::resampled(minute, rate, perSecond));
     MciClose(alias);
-    measureGaps(server, recorder, store);
+    measureGaps(recorder, store);
     minute.resize(static_cast<std::size_t>(60) * 8000);
     measureFormat("PCM", {SF_FORMAT_PCM_16, 8000}, minute, store);
     measureFormat("GSM 6.10", {SF_FORMAT_GSM610, 8000}, minute, store);
@@ -310,7 +343,7 @@ int main() {
     try {
         ov::tests::SoundServer server;
         if (server.isRunning()) {
-            measure(server);
+            measure();
             return 0;
         }
         std::puts("no sound server can be started");

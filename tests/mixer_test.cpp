@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
-#include "platform/mixer.h"
+#include "platform/posix/wave_mixer.h"
 #include "playback/clsMixer.h"
 
 #include <gtest/gtest.h>
@@ -17,109 +17,90 @@ namespace {
 
 using namespace platform;
 
-// Devices with names and controls of the test's choice, each a system's mixer for the rest.
-class ScriptedMixer final : public MixerCalls {
+// The system's mixer, but for devices with names and controls of the test's choice.
+class ScriptedMixer final : public WaveMixer {
 public:
-    ScriptedMixer() : before_(installMixerCalls(this)) { system_.open(handle_, 0, 0, 0, 0); }
+    ScriptedMixer() : before_(installMixerCalls(this)) {}
     ~ScriptedMixer() override { installMixerCalls(before_); }
     ScriptedMixer(const ScriptedMixer&) = delete;
     ScriptedMixer& operator=(const ScriptedMixer&) = delete;
 
     std::uint32_t getNumDevs() override { return static_cast<std::uint32_t>(names.size()); }
-    std::uint32_t open(MixerHandle& handle, std::uint32_t device, std::uint32_t /*callback*/,
-                       std::uint32_t /*instance*/, std::uint32_t /*flags*/) override {
-        if (device >= names.size() || names[device] == "busy")
+    std::uint32_t open(MixerHandle& handle, std::uint32_t device, std::uint32_t callback,
+                       std::uint32_t instance, std::uint32_t flags) override {
+        if (device < names.size() && names[device] == "busy")
             return mixer_result::badDevice;
-        handle = 70 + device;
-        opened.insert(handle);
-        return 0;
+        opened.push_back(device);
+        return WaveMixer::open(handle, device, callback, instance, flags);
     }
     std::uint32_t getDevCaps(MixerHandle handle, MixerCaps& caps, std::uint32_t size) override {
-        const std::uint32_t result = system_.getDevCaps(systems(handle), caps, size);
+        const std::uint32_t result = WaveMixer::getDevCaps(handle, caps, size);
         caps.name = {};
-        names.at(handle - 70).copy(caps.name.data(), caps.name.size());
+        names.at(opened.back()).copy(caps.name.data(), caps.name.size());
         return result;
     }
     std::uint32_t getLineInfo(MixerHandle handle, MixerLine& line, std::uint32_t flags) override {
         component_ = std::exchange(line.component, mixer_line::waveOutput);
-        return system_.getLineInfo(systems(handle), line, flags);
+        return WaveMixer::getLineInfo(handle, line, flags);
     }
     std::uint32_t getLineControls(MixerHandle handle, MixerLineControls& asked,
                                   std::uint32_t flags) override {
         if (!controls.contains({component_, asked.controlType}))
             return mixer_result::invalidControl;
         used.emplace_back(component_, asked.controlType);
-        return system_.getLineControls(systems(handle), asked, flags);
+        return WaveMixer::getLineControls(handle, asked, flags);
     }
-    std::uint32_t getControlDetails(MixerHandle handle, MixerControlDetails& details,
-                                    std::uint32_t flags) override {
-        return system_.getControlDetails(systems(handle), details, flags);
+    std::uint32_t close(MixerHandle handle) override {
+        opened.pop_back();
+        return WaveMixer::close(handle);
     }
-    std::uint32_t setControlDetails(MixerHandle handle, MixerControlDetails& details,
-                                    std::uint32_t flags) override {
-        return system_.setControlDetails(systems(handle), details, flags);
-    }
-    std::uint32_t close(MixerHandle handle) override { return opened.erase(handle) == 1 ? 0 : 5; }
     MemoryHandle globalAlloc(std::uint32_t flags, std::uint32_t bytes) override {
-        return *blocks.insert(system_.globalAlloc(flags, bytes)).first;
+        ++blocks;
+        return WaveMixer::globalAlloc(flags, bytes);
     }
-    std::byte* globalLock(MemoryHandle block) override { return system_.globalLock(block); }
     void globalFree(MemoryHandle block) override {
-        EXPECT_EQ(blocks.erase(block), 1U);
-        system_.globalFree(block);
+        --blocks;
+        WaveMixer::globalFree(block);
     }
 
     using Control = std::pair<std::uint32_t, std::uint32_t>; // component and type
     std::vector<std::string> names; // of the devices; "busy" cannot be opened
     std::set<Control> controls;
     std::vector<Control> used;
-    std::set<MixerHandle> opened;
-    std::set<MemoryHandle> blocks;
-    bool failing = false;
+    std::vector<std::size_t> opened;
+    int blocks = 0;
 
 private:
-    MixerHandle systems(MixerHandle handle) const {
-        return !failing && opened.contains(handle) ? handle_ : 9;
-    }
-
-    MixerCalls& system_ = systemMixerCalls();
     MixerCalls* before_;
-    MixerHandle handle_ = 0;
     std::uint32_t component_ = 0; // of the newest line
 };
 
 TEST(Mixer, ChoosesADevice) {
-    struct Case {
-        const char* name;
-        std::vector<std::string> devices;
+    using Texts = std::vector<std::string>;
+    const struct {
+        Texts devices;
         std::string wanted;
-        std::string chosen; // "" none
-        std::set<MixerHandle> leftOpen;
-    };
-    const std::vector<Case> cases = {
-        {"other letter case, blanks around",
-         {"One", " sb16 MIXER [220] ", "Three"},
-         "SB16 Mixer [220]",
-         "sb16 MIXER [220]",
-         {71}},
-        {"one that is busy is passed over", {"busy", "B"}, "b", "B", {71}},
-        {"the first when none has the name", {"A", "B"}, "SB16 Mixer [220]", "A", {70}},
-        {"the first without a name", {"", "B"}, "", "", {70}},
-        {"no device", {}, "SB16 Mixer [220]", "", {}}};
-    for (const Case& test : cases) {
-        SCOPED_TRACE(test.name);
+        std::string chosen;
+        std::vector<std::size_t> leftOpen;
+    } cases[] = {
+        {{"One", " sb16 MIXER [220] ", "Three"}, "SB16 Mixer [220]", "sb16 MIXER [220]", {1}},
+        {{"busy", "B"}, "b", "B", {1}},
+        {{"A", "B"}, "SB16 Mixer [220]", "A", {0}},
+        {{"", "B"}, "", "", {0}}};
+    for (const auto& test : cases) {
+        SCOPED_TRACE(test.wanted + " " + test.chosen);
         ScriptedMixer fake;
         fake.names = test.devices;
         clsMixer mixer;
         mixer.DefaultMixerName(test.wanted);
-        EXPECT_EQ(mixer.Init_MixerControl(), !test.leftOpen.empty());
+        EXPECT_TRUE(mixer.Init_MixerControl());
         EXPECT_EQ(mixer.CurrentMixerName(), test.chosen);
         EXPECT_EQ(fake.opened, test.leftOpen);
-        if (test.leftOpen.empty()) {
-            EXPECT_EQ(mixer.GetVolumeValue() + mixer.GetVUMeterValue(), 0);
-            EXPECT_FALSE(mixer.SetVolumeValue(1));
-        }
     }
+    ScriptedMixer none;
+    clsMixer mixer;
+    EXPECT_FALSE(mixer.Init_MixerControl() || mixer.SetVolumeValue(1));
+    EXPECT_EQ(mixer.GetVolumeValue() + mixer.GetVUMeterValue(), 0);
 }
 
 TEST(Mixer, FindsControlsAndTheirValues) {
@@ -132,28 +113,26 @@ TEST(Mixer, FindsControlsAndTheirValues) {
     {
         clsMixer mixer;
         ASSERT_TRUE(mixer.Init_MixerControl());
-        EXPECT_TRUE(mixer.Init_VolumeControl() && mixer.Init_VUMeterControl());
-        EXPECT_EQ(fake.used, (Controls{volume, peakMeter})) << "of the speakers if need be";
-        EXPECT_EQ((std::array{mixer.VolumeMinimum(), mixer.VolumeMaximum(), mixer.VUMeterMinimum(),
-                              mixer.VUMeterMaximum()}),
-                  (std::array{0, 65535, -32768, 32767}));
+        EXPECT_TRUE(mixer.Init_VolumeControl());
         for (const std::int32_t value : {0, 1, 32768, 65535}) {
             EXPECT_TRUE(mixer.SetVolumeValue(value));
             EXPECT_EQ(mixer.GetVolumeValue(), value);
         }
         EXPECT_FALSE(mixer.SetVolumeValue(65536) || mixer.SetVolumeValue(-1));
         EXPECT_EQ(mixer.GetVolumeValue(), 65535);
+        EXPECT_EQ(mixer.GetVUMeterValue(), 0) << "of a control that was not found";
+        EXPECT_TRUE(mixer.Init_VUMeterControl());
         EXPECT_EQ(mixer.GetVUMeterValue(), 0) << "nothing is played";
-        fake.failing = true;
-        EXPECT_FALSE(mixer.SetVolumeValue(1));
-        EXPECT_EQ(mixer.GetVolumeValue(), 0);
-        fake.failing = false;
+        EXPECT_EQ(fake.used, (Controls{volume, peakMeter})) << "of the speakers if need be";
+        EXPECT_EQ((std::array{mixer.VolumeMinimum(), mixer.VolumeMaximum(), mixer.VUMeterMinimum(),
+                              mixer.VUMeterMaximum()}),
+                  (std::array{0, 65535, -32768, 32767}));
         fake.controls.clear();
         EXPECT_FALSE(mixer.Init_VolumeControl());
         EXPECT_EQ(mixer.VolumeMaximum(), 0) << "bounds of a control that is gone";
-        EXPECT_EQ(fake.blocks.size(), 1U) << "only the buffer for reading values";
+        EXPECT_EQ(fake.blocks, 1) << "only the buffer for reading values";
     }
-    EXPECT_TRUE(fake.blocks.empty());
+    EXPECT_EQ(fake.blocks, 0);
     EXPECT_EQ(fake.opened.size(), 1U) << "the mixer stays open";
 }
 

@@ -6,18 +6,14 @@
 #include "temporary_store.h"
 
 #include <algorithm>
-#include <array>
-#include <atomic>
 #include <chrono>
 #include <csignal>
 #include <cstdint>
-#include <fcntl.h>
-#include <memory>
-#include <mutex>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
 #include <stdexcept>
 #include <string>
-#include <sys/socket.h>
-#include <sys/un.h>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
@@ -28,30 +24,16 @@
 
 namespace ov::tests {
 
-// A child process; ended by the destructor at the latest.
+// A shell's command in a process of its own, which is ended by the destructor at the latest.
 class Process {
 public:
-    // Its standard output goes to `output`, or nowhere; it gets HOME and the runtime folder.
-    Process(std::vector<std::string> arguments, const std::string& home, int output = -1) {
-        std::vector<char*> pointers;
-        pointers.reserve(arguments.size() + 1);
-        for (std::string& argument : arguments)
-            pointers.push_back(argument.data());
-        pointers.push_back(nullptr);
-        id_ = fork(); // NOLINT(*-prefer-member-initializer): the pointers come first
+    explicit Process(const std::string& command) : id_(fork()) {
         if (id_ != 0)
             return;
-        const int nowhere = open("/dev/null", O_RDWR | O_CLOEXEC);
-        dup2(nowhere, 0);
-        dup2(output >= 0 ? output : nowhere, 1);
-        dup2(nowhere, 2);
-        setenv("HOME", home.c_str(), 1);
-        setenv("XDG_RUNTIME_DIR", home.c_str(), 1);
-        setenv("PULSE_RUNTIME_PATH", home.c_str(), 1);
-        execvp(pointers[0], pointers.data());
+        execl("/bin/sh", "sh", "-c", ("exec " + command).c_str(), nullptr);
         _exit(127);
     }
-    ~Process() { end(SIGKILL); }
+    ~Process() { end(); }
     Process(const Process&) = delete;
     Process& operator=(const Process&) = delete;
 
@@ -60,137 +42,83 @@ public:
             id_ = -1;
         return id_ > 0;
     }
-    void end(int signal) {
+    void end() {
         if (id_ <= 0)
             return;
-        kill(id_, signal);
+        kill(id_, SIGKILL);
         waitpid(std::exchange(id_, -1), nullptr, 0);
     }
 
 private:
-    pid_t id_ = -1;
+    pid_t id_;
 };
 
-// PulseAudio with nothing but a sink that leads nowhere. While it lives this process plays there.
+// PulseAudio with nothing but a sink that leads nowhere. While it lives this process and those that
+// it starts play there.
 class SoundServer {
 public:
     static constexpr int rate = 48000;
 
-    SoundServer()
-        // The sink first: once the socket is there, everything is.
-        : process_({"pulseaudio", "-n", "--daemonize=no", "--exit-idle-time=-1", "--disable-shm",
-                    "--use-pid-file=no", "-L",
-                    "module-null-sink sink_name=nowhere format=float32le channels=2 rate=" +
-                        std::to_string(rate),
-                    "-L", "module-native-protocol-unix auth-anonymous=1 socket=" + socket()},
-                   home()) {
-        while (process_.isRunning() && !answers())
+    SoundServer() {
+        while (process_.isRunning() && std::system("pactl info >/dev/null 2>&1") != 0)
             std::this_thread::sleep_for(std::chrono::milliseconds(2));
     }
 
     bool isRunning() { return process_.isRunning(); }
     // As a device that is unplugged.
-    void vanish() { process_.end(SIGKILL); }
-    std::string home() const { return folder_.folder().native(); }
+    void vanish() { process_.end(); }
 
 private:
-    std::string socket() const { return folder_.native("native"); }
-    bool answers() const {
-        sockaddr_un address{};
-        address.sun_family = AF_UNIX;
-        socket().copy(address.sun_path, sizeof address.sun_path - 1);
-        const int connection = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
-        const bool connected =
-            connect(connection, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
-        close(connection);
-        return connected;
-    }
-
-    TemporaryStore folder_;
-    Process process_;
-    Environment server_{"PULSE_SERVER", "unix:" + socket()};
+    TemporaryStore store_;
+    Environment home_{"HOME", store_.folder().native()};
+    Environment runtime_{"XDG_RUNTIME_DIR", store_.folder().native()};
+    Environment pulse_{"PULSE_RUNTIME_PATH", store_.folder().native()};
+    Environment server_{"PULSE_SERVER", "unix:" + store_.native("native")};
     Environment driver_{"SDL_AUDIODRIVER", "pulseaudio"};
+    // The sink first: once the socket is there, everything is.
+    Process process_{"pulseaudio -n --daemonize=no --exit-idle-time=-1 --disable-shm"
+                     " --use-pid-file=no -L 'module-null-sink sink_name=nowhere format=float32le"
+                     " channels=2 rate=" +
+                     std::to_string(rate) +
+                     "' -L 'module-native-protocol-unix auth-anonymous=1 socket=" +
+                     store_.native("native") + "' >" + store_.native("log") + " 2>&1"};
 };
 
 // Records what the server plays, mono at its rate.
 class Recorder {
 public:
-    explicit Recorder(const SoundServer& server) {
-        std::array<int, 2> ends{};
-        if (pipe2(ends.data(), O_CLOEXEC) != 0)
-            throw std::runtime_error("no pipe");
-        process_ = std::make_unique<Process>(
-            std::vector<std::string>{"parec", "--raw", "--device=nowhere.monitor",
-                                     "--format=float32le", "--channels=1", "--latency-msec=5",
-                                     "--rate=" + std::to_string(SoundServer::rate)},
-            server.home(), ends[1]);
-        close(ends[1]);
-        thread_ = std::thread([this, from = ends[0]] { read(from); });
-        // Runs already, so that the sink works in small pieces.
+    // Runs already at its end, so that the sink works in small pieces.
+    Recorder() {
         waitForMore(SoundServer::rate / 50);
-        if (ended_) {
-            thread_.join();
+        if (!process_.isRunning())
             throw std::runtime_error("nothing can be recorded");
-        }
     }
-    ~Recorder() {
-        process_->end(SIGKILL);
-        thread_.join();
-    }
-    Recorder(const Recorder&) = delete;
-    Recorder& operator=(const Recorder&) = delete;
 
     std::size_t count() const {
-        const std::lock_guard<std::mutex> lock(mutex_);
-        return samples_.size();
+        return static_cast<std::size_t>(std::filesystem::file_size(file_) / sizeof(float));
     }
     std::vector<float> samples(std::size_t from, std::size_t to) const {
-        const std::lock_guard<std::mutex> lock(mutex_);
-        return {samples_.begin() + static_cast<std::ptrdiff_t>(from),
-                samples_.begin() + static_cast<std::ptrdiff_t>(std::min(to, samples_.size()))};
-    }
-    // When that sample came, as long as it did.
-    std::chrono::steady_clock::time_point arrival(std::size_t sample) const {
-        const std::lock_guard<std::mutex> lock(mutex_);
-        return std::find_if(arrivals_.begin(), arrivals_.end(),
-                            [sample](const auto& entry) { return entry.first > sample; })
-            ->second;
+        std::vector<float> found(std::min(to, count()) - from);
+        std::ifstream file(file_, std::ios::binary);
+        file.seekg(static_cast<std::streamoff>(from * sizeof(float)));
+        file.read(reinterpret_cast<char*>(found.data()),
+                  static_cast<std::streamsize>(found.size() * sizeof(float)));
+        return found;
     }
     // Waits until that many more have come, or the server is gone.
-    void waitForMore(std::size_t samples) const {
+    void waitForMore(std::size_t samples) {
         const std::size_t target = count() + samples;
-        while (count() < target && !ended_)
+        while (count() < target && process_.isRunning())
             std::this_thread::sleep_for(std::chrono::milliseconds(1));
     }
 
 private:
-    void read(int from) {
-        std::array<float, 1024> buffer{};
-        std::size_t filled = 0; // bytes
-        ssize_t got = 0;
-        while ((got = ::read(from, reinterpret_cast<char*>(buffer.data()) + filled,
-                             sizeof buffer - filled)) > 0) {
-            filled += static_cast<std::size_t>(got);
-            const std::size_t whole = filled / sizeof(float);
-            {
-                const std::lock_guard<std::mutex> lock(mutex_);
-                samples_.insert(samples_.end(), buffer.begin(), buffer.begin() + whole);
-                arrivals_.emplace_back(samples_.size(), std::chrono::steady_clock::now());
-            }
-            filled %= sizeof(float);
-            std::copy_n(reinterpret_cast<char*>(buffer.data() + whole), filled,
-                        reinterpret_cast<char*>(buffer.data()));
-        }
-        ended_ = true;
-        close(from);
-    }
-
-    mutable std::mutex mutex_; // guards samples and arrivals
-    std::vector<float> samples_;
-    std::vector<std::pair<std::size_t, std::chrono::steady_clock::time_point>> arrivals_;
-    std::atomic<bool> ended_{false};
-    std::unique_ptr<Process> process_;
-    std::thread thread_;
+    TemporaryStore store_;
+    std::string file_ = store_.add("sound").native("sound");
+    Process process_{"parec --raw --device=nowhere.monitor --format=float32le --channels=1"
+                     " --latency-msec=5 --rate=" +
+                     std::to_string(SoundServer::rate) + " >>" + file_ + " 2>" +
+                     store_.native("log")};
 };
 
 } // namespace ov::tests

@@ -16,7 +16,7 @@
 
 namespace ov::platform {
 
-class WaveMixer final : public MixerCalls {
+class WaveMixer : public MixerCalls {
 public:
     std::uint32_t getNumDevs() override;
     std::uint32_t open(MixerHandle& handle, std::uint32_t device, std::uint32_t callback,
