@@ -67,7 +67,8 @@ std::string sheetText(std::string_view text) {
             out.append("\xEF\xBF\xBD");
             i += 2;
         } else if (const char c = text[i]; c >= 0 && c < ' ' && c != '\t' && c != '\n') {
-            out.append("_x00").append({digits[c / 16], digits[c % 16], '_'});
+            const auto code = static_cast<unsigned char>(c);
+            out.append("_x00").append({digits[code / 16U], digits[code % 16U], '_'});
         } else {
             out.push_back(c);
         }
