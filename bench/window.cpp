@@ -7,12 +7,12 @@
 // prints what the window takes: the search beyond the walk, the longest time without a handled
 // timer event, sorts by every column, paging, selecting all, memory.
 
+#include "bench/quiet_host.h"
 #include "control/ctrlOVSearch.h"
 #include "dictation/tree_scan.h"
 #include "platform/files.h"
 #include "plugin/Connector.h"
 #include "support/modFilePath.h"
-#include "tests/quiet_host.h"
 
 #include <QApplication>
 #include <QElapsedTimer>

@@ -53,7 +53,11 @@ TEST_F(ExportCommand, WritesWhatFindFinds) {
                    "--columns", "priority", "--sort", "author", "--separator", ";"})
                   .output,
               "author;priority\r\nMüller;High\r\nZeh;Normal\r\n");
-    EXPECT_EQ(exportTo("l.json", {"--columns", "author,length"}).exitCode, 0);
+    tests::ProgramRun how;
+    how.onTerminal = true;
+    const ProgramResult shown = exportTo("l.json", {"--columns", "author,length"}, how);
+    EXPECT_NE(shown.output.find("1 of 2 rows"), std::string::npos) << shown.output;
+    EXPECT_TRUE(shown.output.ends_with("\r\x1B[K")) << shown.output;
     EXPECT_EQ(content("l.json"), run({"find", store_.folder().native(), "--format", "json",
                                       "--columns", "author,length"})
                                      .output);

@@ -5,7 +5,6 @@
 // with each other and with what the code asks for.
 
 #include "platform/text.h"
-#include "support/language_file.h"
 #include "support/text_ids.h"
 
 #include <gtest/gtest.h>
@@ -32,10 +31,6 @@ const fs::path sourceDirectory = OV_SOURCE_DIR;
 std::string contentOf(const fs::path& path) {
     std::ifstream file(path, std::ios::binary);
     return {std::istreambuf_iterator<char>(file), {}};
-}
-
-std::string unquoted(const std::string& text) {
-    return text.front() == '"' ? text.substr(1, text.size() - 2) : text;
 }
 
 struct SourceFile {
@@ -122,17 +117,6 @@ TEST_F(LanguageFiles, TextsAreWellFormed) {
         for (const std::regex* rule : {&places, &breaks, &accelerator, &ends, &typography})
             EXPECT_TRUE(std::regex_match(text, *rule));
     });
-}
-
-// The program reads the same texts, the quotes aside.
-TEST_F(LanguageFiles, ProgramReadsThem) {
-    for (const SourceFile& file : files_) {
-        const LanguageFile read =
-            LanguageFile::parse(contentOf(sourceDirectory / "languages" / file.name));
-        for (const auto& [language, texts] : file.languages)
-            for (const auto& [number, text] : texts)
-                EXPECT_EQ(read.find(number, language, 0), unquoted(text));
-    }
 }
 
 // All numbers that the code asks for: the named ones, the ranges, and any in a call or a caption.

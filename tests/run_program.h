@@ -15,6 +15,8 @@
 #include <map>
 #include <poll.h>
 #include <pty.h>
+#include <regex>
+#include <set>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -176,6 +178,15 @@ inline std::string shellOutput(const std::string& command) {
     ProgramRun run;
     run.arguments = {"-c", command};
     return runProgram("/bin/sh", run).output;
+}
+
+// "--help" and the like, wherever they stand in a text.
+inline std::set<std::string> longOptions(const std::string& text) {
+    static const std::regex option("--[a-z][a-z-]*");
+    std::set<std::string> options;
+    for (std::sregex_iterator at(text.begin(), text.end(), option), end; at != end; ++at)
+        options.insert(at->str());
+    return options;
 }
 
 } // namespace ov::tests

@@ -5,11 +5,11 @@
 //
 // Drives the control on a demo store and saves pictures of it as FOLDER/LANGUAGE-<what>.png.
 
+#include "bench/quiet_host.h"
 #include "control/ctrlOVSearch.h"
 #include "platform/files.h"
 #include "plugin/Connector.h"
 #include "support/modFilePath.h"
-#include "tests/quiet_host.h"
 
 #include <QApplication>
 #include <QComboBox>
