@@ -63,7 +63,7 @@ private:
     std::vector<OpenBox> open_;
     struct Notice {
         QPointer<QMessageBox> box; // empty once it is read
-        const void* user;
+        const void* user = nullptr;
     };
     std::vector<Notice> notices_;
     const void* user_ = nullptr;
