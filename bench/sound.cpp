@@ -138,7 +138,7 @@ void measureAnswers(const Recorder& recorder) {
         pause(i % 3 == 0 ? 500 : 0); // the output has been closed by then
     }
     play.print("seek anywhere and play to first sound", "at most 60");
-    silence.print("pause or stop to silence", "at most two chunks, 80");
+    silence.print("pause or stop to silence", "at most two chunks, 67");
     calls.print("the calls themselves", "never wait for sound");
 }
 
@@ -162,7 +162,7 @@ void measureSeekInPlay(const Recorder& recorder) {
         }
     }
     MciStop(alias);
-    seek.print("seek in play to the new place", "at most two chunks, 80");
+    seek.print("seek in play to the new place", "at most two chunks, 67");
 }
 
 // Compares positions that were told with what arrived from the server at that time.

@@ -15,7 +15,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr int chunksPerSecond = 25;
+constexpr int chunksPerSecond = 30;
 constexpr auto longestWait = 800ms;
 constexpr auto retryInterval = 5ms;
 

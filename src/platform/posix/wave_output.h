@@ -22,9 +22,9 @@ public:
 
 class WaveOutput {
 public:
-    // Frames that fill() is asked for at a time: 40 ms. The output holds about as much again. Half
-    // of it drops out three times as often on a busy machine, more would keep the listener waiting
-    // for more than 60 ms; bench/sound.cpp measures both.
+    // Frames that fill() is asked for at a time: 33 ms. The output holds about as much again. With
+    // 20 ms sound drops out on a busy machine, with 40 ms the output asks for two chunks before it
+    // is heard, and the listener waits for 60 ms in place of 30; bench/sound.cpp measures both.
     static std::size_t chunkFrames(int rate) noexcept;
 
     // From asking for a chunk until it is heard, as good as one can know, in nanoseconds.

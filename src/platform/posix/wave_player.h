@@ -39,7 +39,7 @@ public:
     // to read is silent until its data come.
     std::uint32_t play(double from, double to);
 
-    // Silent within what the output has in its hands, some 60 ms. Returns the place where that
+    // Silent within what the output has in its hands, some 35 ms. Returns the place where that
     // ends, to play on from. Nothing to do when nothing is played.
     double halt();
 
