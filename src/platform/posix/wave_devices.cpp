@@ -22,7 +22,7 @@ constexpr std::string_view typedFile = "waveaudio!";
 constexpr std::string_view allDevices = "all";
 constexpr std::uint32_t allAsDevice = 279;
 constexpr std::chrono::milliseconds pollInterval(5);
-constexpr std::chrono::seconds longestGoodbye(3);
+constexpr std::chrono::seconds longestGoodbye(1);
 
 using Words = std::vector<WaveWord>;
 
