@@ -19,12 +19,16 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QComboBox>
+#include <QContextMenuEvent>
 #include <QDialog>
 #include <QGroupBox>
+#include <QHeaderView>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenu>
 #include <QPointer>
 #include <QPushButton>
+#include <QTableView>
 #include <QTest>
 #include <QTimer>
 #include <functional>
@@ -40,6 +44,9 @@ Widget& child(QWidget& window, const char* name) {
     if (found == nullptr)
         throw std::runtime_error(std::string("no widget ") + name);
     return *found;
+}
+inline void clickOn(QWidget& window, const char* button) {
+    child<QAbstractButton>(window, button).click();
 }
 
 // A host with a store, settings and the English language, and no control yet.
@@ -88,6 +95,25 @@ public:
     void press(const char* name) {
         QTest::mouseClick(&widget<QPushButton>(name), Qt::LeftButton);
         QCoreApplication::processEvents();
+    }
+    void search() { press("cmdSearchOptions(0)"); }
+    void searchAll() {
+        user->saysYes = true;
+        search();
+        user->saysYes = false;
+    }
+    QTableView& results() { return widget<QTableView>("lvSearchResult"); }
+    // Clicks the head of the column that stands there.
+    void clickHeader(int column) {
+        QHeaderView* header = results().horizontalHeader();
+        results().scrollTo(results().model()->index(0, column));
+        QTest::mouseClick(header->viewport(), Qt::LeftButton, {},
+                          {header->sectionViewportPosition(column) + 8, 8});
+        QCoreApplication::processEvents();
+    }
+    static void rightClick(QWidget& on) {
+        QContextMenuEvent event(QContextMenuEvent::Keyboard, {5, 5}, on.mapToGlobal(QPoint(5, 5)));
+        QApplication::sendEvent(&on, &event);
     }
     // Clicks the entry of the open menu that has this in its text.
     static void click(const char* entry) {
