@@ -6,7 +6,7 @@
 // Makes a big store of empty dictations: only their names matter to a search. Folders lie two
 // and three deep, a hundred in each house: "House 07/Ward 42" and "House 07/Ward 42/ERL".
 
-#include "cli/demo_names.h"
+#include "demo/demo_names.h"
 
 #include <CLI/CLI.hpp>
 

@@ -9,7 +9,7 @@
 #include "export/file_export.h"
 #include "export/print/pdf.h"
 #include "platform/files.h"
-#include "support/modLanguage.h"
+#include "support/language/modLanguage.h"
 
 #include <QGuiApplication>
 #include <algorithm>

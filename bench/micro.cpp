@@ -5,8 +5,8 @@
 
 #include "dictation/dictation_record.h"
 #include "dictation/field_date.h"
-#include "dictation/matching.h"
 #include "dictation/name_decoding.h"
+#include "dictation/search/matching.h"
 #include "platform/text.h"
 
 #include <benchmark/benchmark.h>

@@ -4,8 +4,8 @@
 // How quickly the sound device answers, and how well it knows what is heard: plays a two-hour
 // file into a sound server of its own and looks at what was recorded when.
 
-#include "platform/wave_overview.h"
 #include "playback/modMultimedia.h"
+#include "sound/wave_overview.h"
 #include "sound_server.h"
 #include "sound_signal.h"
 #include "wave_files.h"
@@ -295,9 +295,9 @@ void measureFormat(const char* name, const ov::tests::WaveKind& kind, const Samp
                 "%ld kB more, %.1f %% of a processor\n",
                 name, open, worst, length, grown, (processorSeconds() - processor) * 100);
     MciClose("Format");
-    std::vector<ov::platform::WavePeaks> peaks;
+    std::vector<ov::sound::WavePeaks> peaks;
     const double overview = timed(
-        [&] { ov::platform::readWaveOverview(store.path(file), 1000, std::stop_token(), peaks); });
+        [&] { ov::sound::readWaveOverview(store.path(file), 1000, std::stop_token(), peaks); });
     std::printf("%-22s overview %.0f ms\n", "", overview);
 }
 

@@ -9,7 +9,7 @@
 
 #include "bench/quiet_host.h"
 #include "control/ctrlOVSearch.h"
-#include "dictation/tree_scan.h"
+#include "dictation/search/tree_scan.h"
 #include "platform/files.h"
 #include "plugin/Connector.h"
 #include "support/modFilePath.h"

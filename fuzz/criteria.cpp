@@ -5,9 +5,9 @@
 // file. What can be read is shown and tested on a dictation of its own.
 
 #include "cli/criterion_text.h"
-#include "dictation/criterion.h"
 #include "dictation/field_table.h"
-#include "dictation/matching.h"
+#include "dictation/search/criterion.h"
+#include "dictation/search/matching.h"
 #include "fuzz/fuzzing.h"
 
 #include <string>

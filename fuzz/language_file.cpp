@@ -3,11 +3,11 @@
 
 // Any bytes as a language file: every text of it found and its places filled.
 
-#include "support/language_file.h"
+#include "support/language/language_file.h"
 
 #include "fuzz/fuzzing.h"
 #include "platform/text.h"
-#include "support/text_expansion.h"
+#include "support/language/text_expansion.h"
 
 #include <array>
 #include <string>

@@ -4,7 +4,7 @@
 // Any lines as media commands, "\1" standing for a short sound file.
 
 #include "platform/files.h"
-#include "platform/posix/wave_devices.h"
+#include "sound/device/wave_devices.h"
 
 #include <sndfile.h>
 
@@ -20,6 +20,7 @@
 namespace {
 
 using namespace ov::platform;
+using namespace ov::sound;
 
 constexpr char fileMark = '\1';
 

@@ -4,10 +4,10 @@
 // Any bytes as the name of a dictation: every field read, shown and sorted, and the list that it
 // makes written in every form that needs no windows. What machines read back must be well formed.
 
-#include "dictation/dictation_list.h"
 #include "dictation/dictation_record.h"
 #include "dictation/field_table.h"
 #include "dictation/field_values.h"
+#include "dictation/search/dictation_list.h"
 #include "export/document.h"
 #include "export/file_export.h"
 #include "export/rows.h"

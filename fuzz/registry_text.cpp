@@ -4,7 +4,7 @@
 // Any bytes as an exported registry file, as they are and as the UTF-16 of such a file.
 
 #include "fuzz/fuzzing.h"
-#include "platform/registry_file.h"
+#include "platform/settings/registry_file.h"
 #include "platform/text.h"
 
 #include <string>

@@ -5,8 +5,8 @@
 // is written is read back, what stands beside it stays.
 
 #include "fuzz/fuzzing.h"
-#include "platform/profile_edit.h"
-#include "platform/profile_text.h"
+#include "platform/settings/profile_edit.h"
+#include "platform/settings/profile_text.h"
 #include "platform/text.h"
 
 #include <optional>

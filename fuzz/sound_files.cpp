@@ -4,10 +4,10 @@
 // Any bytes as a sound file: opened, measured, drawn, sought in and read at any speed.
 
 #include "platform/files.h"
-#include "platform/media.h"
-#include "platform/posix/wave_feeder.h"
-#include "platform/posix/wave_file.h"
-#include "platform/wave_overview.h"
+#include "sound/media.h"
+#include "sound/wave_feeder.h"
+#include "sound/wave_file.h"
+#include "sound/wave_overview.h"
 
 #include <cstdint>
 #include <cstdlib>
@@ -21,6 +21,7 @@
 namespace {
 
 using namespace ov::platform;
+using namespace ov::sound;
 
 void require(bool condition) {
     if (!condition)

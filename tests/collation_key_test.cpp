@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
-#include "dictation/collation_key.h"
+#include "dictation/search/collation_key.h"
 
 #include <gtest/gtest.h>
 #include <unicode/coll.h>

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "fake_host.h"
-#include "support/modLanguage.h"
+#include "support/language/modLanguage.h"
 
 #include <gtest/gtest.h>
 

@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
-#include "dictation/criterion.h"
 #include "dictation/field_table.h"
+#include "dictation/search/criterion.h"
 #include "platform/locale.h"
-#include "support/modLanguage.h"
+#include "support/language/modLanguage.h"
 
 #include <gtest/gtest.h>
 

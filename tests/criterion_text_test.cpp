@@ -3,7 +3,7 @@
 
 #include "cli/criterion_text.h"
 #include "platform/locale.h"
-#include "support/modLanguage.h"
+#include "support/language/modLanguage.h"
 
 #include <gtest/gtest.h>
 

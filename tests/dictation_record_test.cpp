@@ -8,7 +8,7 @@
 #include "dictation/name_decoding.h"
 #include "dictation/name_encoding.h"
 #include "platform/locale.h"
-#include "support/modLanguage.h"
+#include "support/language/modLanguage.h"
 
 #include <gtest/gtest.h>
 

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 
 #include "child_process.h"
-#include "dictation/criterion.h"
 #include "dictation/field_table.h"
+#include "dictation/search/criterion.h"
 #include "export/cell.h"
 #include "export/export_settings.h"
 #include "export/file_export.h"
@@ -12,7 +12,7 @@
 #include "platform/locale.h"
 #include "run_program.h"
 #include "settings_fixture.h"
-#include "support/modLanguage.h"
+#include "support/language/modLanguage.h"
 #include "temporary_store.h"
 
 #include <gtest/gtest.h>

@@ -7,9 +7,9 @@
 #include "fake_host.h"
 #include "platform/locale.h"
 #include "settings_fixture.h"
+#include "support/language/modLanguage.h"
 #include "support/log.h"
 #include "support/modFilePath.h"
-#include "support/modLanguage.h"
 #include "support/modWFRoutines.h"
 
 #include <gtest/gtest.h>

@@ -5,7 +5,7 @@
 // with each other and with what the code asks for.
 
 #include "platform/text.h"
-#include "support/text_ids.h"
+#include "support/language/text_ids.h"
 
 #include <gtest/gtest.h>
 

@@ -4,7 +4,7 @@
 #include "allocation_fixture.h"
 #include "dictation/dictation_record.h"
 #include "dictation/field_date.h"
-#include "dictation/matching.h"
+#include "dictation/search/matching.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
-#include "platform/posix/wave_mixer.h"
 #include "playback/clsMixer.h"
+#include "sound/device/wave_mixer.h"
 
 #include <gtest/gtest.h>
 
@@ -15,7 +15,7 @@
 namespace ov {
 namespace {
 
-using namespace platform;
+using namespace sound;
 
 // The system's mixer, but for devices with names and controls of the test's choice.
 class ScriptedMixer final : public WaveMixer {

@@ -3,12 +3,12 @@
 
 #include "recording_interface.h"
 #include "settings_fixture.h"
-#include "support/english_texts.h"
-#include "support/language_file.h"
-#include "support/modLanguage.h"
+#include "support/language/english_texts.h"
+#include "support/language/language_file.h"
+#include "support/language/modLanguage.h"
+#include "support/language/resource_gateway.h"
+#include "support/language/text_expansion.h"
 #include "support/modUtil.h"
-#include "support/resource_gateway.h"
-#include "support/text_expansion.h"
 
 #include <array>
 #include <optional>

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
-#include "cli/play_command.h"
+#include "cli/commands/play_command.h"
 #include "cli/terminal_interface.h"
 #include "environment.h"
 #include "failing_reads.h"

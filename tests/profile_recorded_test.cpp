@@ -4,8 +4,8 @@
 // The profile calls against the recorded behaviour of the platform, data/profile.tsv.
 
 #include "platform/profile.h"
-#include "platform/profile_encoding.h"
-#include "platform/profile_scanner.h"
+#include "platform/settings/profile_encoding.h"
+#include "platform/settings/profile_scanner.h"
 #include "platform/text.h"
 #include "settings_fixture.h"
 

@@ -3,7 +3,7 @@
 
 // Exported registry files, the calls that read them, and modRegistry above both.
 
-#include "platform/registry_file.h"
+#include "platform/settings/registry_file.h"
 #include "platform/text.h"
 #include "settings_fixture.h"
 #include "support/log.h"

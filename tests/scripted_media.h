@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/media.h"
+#include "sound/media.h"
 
 #include <gtest/gtest.h>
 
@@ -20,17 +20,17 @@
 
 namespace ov::tests {
 
-class ScriptedMedia final : public platform::MediaCalls {
+class ScriptedMedia final : public sound::MediaCalls {
 public:
     struct Answer {
         std::uint32_t code = 0;
         std::string reply;
     };
 
-    ScriptedMedia() : before_(platform::installMediaCalls(this)) {}
+    ScriptedMedia() : before_(sound::installMediaCalls(this)) {}
     ~ScriptedMedia() override {
         sendString("close all", {});
-        platform::installMediaCalls(before_);
+        sound::installMediaCalls(before_);
     }
     ScriptedMedia(const ScriptedMedia&) = delete;
     ScriptedMedia& operator=(const ScriptedMedia&) = delete;
@@ -40,16 +40,16 @@ public:
         sent.emplace_back(command.substr(0, command.find_last_not_of(' ') + 1));
         const auto answer = answers.find(sent.back());
         if (answer == answers.end())
-            return platform::systemMediaCalls().sendString(command, reply);
+            return sound::systemMediaCalls().sendString(command, reply);
         const std::string& text = answer->second.reply;
         std::copy_n(text.begin(), std::min(text.size(), reply.size()), reply.begin());
         return answer->second.code;
     }
     bool getErrorString(std::uint32_t code, std::span<char> text) override {
-        return platform::systemMediaCalls().getErrorString(code, text);
+        return sound::systemMediaCalls().getErrorString(code, text);
     }
     std::size_t getShortPathName(std::string_view path, std::span<char> buffer) override {
-        return platform::systemMediaCalls().getShortPathName(path, buffer);
+        return sound::systemMediaCalls().getShortPathName(path, buffer);
     }
     void killTimer(void* window, std::uint32_t timer) override {
         killedTimers.emplace_back(window, timer);
@@ -69,7 +69,7 @@ public:
     std::vector<std::pair<void*, std::uint32_t>> killedTimers;
 
 private:
-    platform::MediaCalls* before_;
+    sound::MediaCalls* before_;
 };
 
 } // namespace ov::tests

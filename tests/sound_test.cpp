@@ -4,9 +4,9 @@
 // What is really heard: the device plays into a sound server that is recorded. Skipped where no
 // server can be started.
 
-#include "platform/media.h"
 #include "playback/clsMixer.h"
 #include "playback/modMultimedia.h"
+#include "sound/media.h"
 #include "sound_server.h"
 #include "sound_signal.h"
 #include "temporary_store.h"

@@ -1,15 +1,15 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
-#include "dictation/criterion.h"
 #include "dictation/dictation_record.h"
-#include "dictation/result_order.h"
-#include "dictation/tree_scan.h"
+#include "dictation/search/criterion.h"
+#include "dictation/search/result_order.h"
+#include "dictation/search/tree_scan.h"
 #include "fake_host.h"
 #include "platform/text.h"
 #include "recording_interface.h"
 #include "settings_fixture.h"
-#include "support/modLanguage.h"
+#include "support/language/modLanguage.h"
 #include "temporary_store.h"
 
 #include <gtest/gtest.h>

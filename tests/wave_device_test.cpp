@@ -6,9 +6,9 @@
 
 #include "environment.h"
 #include "failing_reads.h"
-#include "platform/posix/wave_devices.h"
-#include "platform/posix/wave_file.h"
-#include "platform/wave_overview.h"
+#include "sound/device/wave_devices.h"
+#include "sound/wave_file.h"
+#include "sound/wave_overview.h"
 #include "sound_signal.h"
 #include "temporary_store.h"
 #include "wave_files.h"
@@ -22,7 +22,7 @@
 #include <string>
 #include <thread>
 
-namespace ov::platform {
+namespace ov::sound {
 namespace {
 
 using namespace std::string_literals;
@@ -305,4 +305,4 @@ TEST_F(WaveDevice, DrawsOverviews) {
 }
 
 } // namespace
-} // namespace ov::platform
+} // namespace ov::sound

@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "dictation/criterion.h"
+#include "dictation/search/criterion.h"
 
 #include <cstdint>
 #include <string>

@@ -1,14 +1,14 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
-#include "cli/demo_command.h"
-#include "cli/export_command.h"
-#include "cli/find_command.h"
+#include "cli/commands/demo_command.h"
+#include "cli/commands/export_command.h"
+#include "cli/commands/find_command.h"
+#include "cli/commands/play_command.h"
+#include "cli/commands/show_command.h"
 #include "cli/messages.h"
 #include "cli/output.h"
-#include "cli/play_command.h"
 #include "cli/session.h"
-#include "cli/show_command.h"
 #include "cli/shown_text.h"
 #include "cli/terminal_interface.h"
 #include "platform/program_end.h"

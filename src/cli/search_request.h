@@ -4,7 +4,7 @@
 #pragma once
 
 #include "cli/exit_code.h"
-#include "dictation/dictation_list.h"
+#include "dictation/search/dictation_list.h"
 #include "export/document.h"
 
 #include <cstdint>

@@ -9,10 +9,10 @@
 #include "platform/known_folders.h"
 #include "platform/process_locale.h"
 #include "plugin/modOVPlugIn.h"
+#include "support/language/modLanguage.h"
+#include "support/language/text_ids.h"
 #include "support/modFilePath.h"
-#include "support/modLanguage.h"
 #include "support/modUtil.h"
-#include "support/text_ids.h"
 
 namespace ov::cli {
 

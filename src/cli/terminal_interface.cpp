@@ -5,7 +5,7 @@
 
 #include "cli/messages.h"
 #include "cli/shown_text.h"
-#include "dictation/tree_scan.h"
+#include "dictation/search/tree_scan.h"
 #include "platform/program_end.h"
 #include "platform/terminal.h"
 

@@ -9,8 +9,8 @@
 #include "dialogs/frmSearchResultColumns.h"
 #include "platform/files.h"
 #include "platform/user_interface.h"
+#include "support/language/text_ids.h"
 #include "support/modUtil.h"
-#include "support/text_ids.h"
 #include "widgets/text.h"
 
 #include <QMenu>

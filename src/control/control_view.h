@@ -4,7 +4,7 @@
 #pragma once
 
 #include "control/criteria_list.h"
-#include "control/result_list.h"
+#include "control/results/result_list.h"
 #include "playback/panel/player_panel.h"
 
 #include <QLabel>

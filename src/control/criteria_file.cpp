@@ -3,7 +3,7 @@
 
 #include "control/criteria_file.h"
 
-#include "dictation/criterion.h"
+#include "dictation/search/criterion.h"
 #include "platform/files.h"
 #include "support/log.h"
 

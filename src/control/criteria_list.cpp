@@ -4,8 +4,8 @@
 #include "control/criteria_list.h"
 
 #include "control/list_hint.h"
-#include "dictation/criterion.h"
-#include "support/text_ids.h"
+#include "dictation/search/criterion.h"
+#include "support/language/text_ids.h"
 #include "widgets/captions.h"
 #include "widgets/icons.h"
 #include "widgets/text.h"

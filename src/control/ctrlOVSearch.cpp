@@ -5,10 +5,10 @@
 
 #include "control/wait_cursor.h"
 #include "platform/text.h"
+#include "support/language/modLanguage.h"
+#include "support/language/text_ids.h"
 #include "support/log.h"
-#include "support/modLanguage.h"
 #include "support/modUtil.h"
-#include "support/text_ids.h"
 #include "widgets/text.h"
 
 #include <QApplication>

@@ -6,9 +6,9 @@
 #include "platform/files.h"
 #include "platform/user_interface.h"
 #include "plugin/modOVPlugIn.h"
-#include "support/modLanguage.h"
+#include "support/language/modLanguage.h"
+#include "support/language/text_ids.h"
 #include "support/modUtil.h"
-#include "support/text_ids.h"
 #include "widgets/text.h"
 
 #include <QPointer>

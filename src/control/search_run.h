@@ -4,7 +4,7 @@
 #pragma once
 
 #include "control/control_view.h"
-#include "dictation/tree_scan.h"
+#include "dictation/search/tree_scan.h"
 
 #include <cstdint>
 #include <functional>

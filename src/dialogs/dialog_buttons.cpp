@@ -3,7 +3,7 @@
 
 #include "dialogs/dialog_buttons.h"
 
-#include "support/text_ids.h"
+#include "support/language/text_ids.h"
 #include "widgets/captions.h"
 
 #include <QBoxLayout>

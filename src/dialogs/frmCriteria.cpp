@@ -4,8 +4,8 @@
 #include "dialogs/frmCriteria.h"
 
 #include "dialogs/dialog_buttons.h"
+#include "support/language/text_ids.h"
 #include "support/modUtil.h"
-#include "support/text_ids.h"
 #include "widgets/captions.h"
 #include "widgets/first_size.h"
 #include "widgets/text.h"

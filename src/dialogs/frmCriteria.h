@@ -4,7 +4,7 @@
 #pragma once
 
 #include "dialogs/value_place.h"
-#include "dictation/criterion.h"
+#include "dictation/search/criterion.h"
 
 #include <QComboBox>
 #include <QDialog>

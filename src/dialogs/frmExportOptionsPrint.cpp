@@ -4,7 +4,7 @@
 #include "dialogs/frmExportOptionsPrint.h"
 
 #include "platform/text.h"
-#include "support/text_ids.h"
+#include "support/language/text_ids.h"
 #include "widgets/captions.h"
 #include "widgets/first_size.h"
 #include "widgets/text.h"

@@ -5,7 +5,7 @@
 
 #include "dialogs/dialog_buttons.h"
 #include "dictation/field_table.h"
-#include "support/text_ids.h"
+#include "support/language/text_ids.h"
 #include "widgets/captions.h"
 #include "widgets/first_size.h"
 #include "widgets/icons.h"

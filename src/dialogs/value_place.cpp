@@ -3,12 +3,12 @@
 
 #include "dialogs/value_place.h"
 
-#include "dictation/criterion.h"
 #include "dictation/field_codes.h"
 #include "dictation/field_date.h"
+#include "dictation/search/criterion.h"
 #include "platform/locale.h"
+#include "support/language/text_ids.h"
 #include "support/numbers.h"
-#include "support/text_ids.h"
 #include "widgets/captions.h"
 #include "widgets/text.h"
 

@@ -5,7 +5,7 @@
 
 #include "dictation/dictation_record.h"
 #include "platform/text.h"
-#include "support/modLanguage.h"
+#include "support/language/modLanguage.h"
 #include "support/numbers.h"
 
 #include <array>

@@ -5,10 +5,10 @@
 
 #include "plugin/host_error.h"
 #include "plugin/modOVPlugIn.h"
+#include "support/language/modLanguage.h"
 #include "support/log.h"
 #include "support/modFilePath.h"
 #include "support/modINI.h"
-#include "support/modLanguage.h"
 #include "support/modWFRoutines.h"
 #include "support/numbers.h"
 #include "support/unsaved.h"

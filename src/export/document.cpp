@@ -3,13 +3,13 @@
 
 #include "export/document.h"
 
-#include "dictation/criterion.h"
 #include "dictation/field_table.h"
+#include "dictation/search/criterion.h"
 #include "platform/files.h"
 #include "platform/locale.h"
 #include "platform/text.h"
-#include "support/modLanguage.h"
-#include "support/text_ids.h"
+#include "support/language/modLanguage.h"
+#include "support/language/text_ids.h"
 
 namespace ov::exporting {
 

@@ -7,8 +7,8 @@
 #include "platform/file_replacement.h"
 #include "platform/files.h"
 #include "platform/text.h"
-#include "support/modLanguage.h"
-#include "support/text_ids.h"
+#include "support/language/modLanguage.h"
+#include "support/language/text_ids.h"
 
 #include <algorithm>
 #include <array>

@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "dictation/dictation_list.h"
+#include "dictation/search/dictation_list.h"
 #include "export/document.h"
 
 #include <cstdint>

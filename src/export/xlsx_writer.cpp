@@ -7,8 +7,8 @@
 #include "export/xlsx_check.h"
 #include "platform/locale.h"
 #include "platform/text.h"
-#include "support/modLanguage.h"
-#include "support/text_ids.h"
+#include "support/language/modLanguage.h"
+#include "support/language/text_ids.h"
 
 #include <algorithm>
 #include <array>

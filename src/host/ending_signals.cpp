@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
-#include "ending_signals.h"
+#include "host/ending_signals.h"
 
 #include <QWidget>
 #include <chrono>

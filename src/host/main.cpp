@@ -1,11 +1,11 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
-#include "ending_signals.h"
-#include "main_window.h"
-#include "options.h"
-#include "paths.h"
-#include "self_test.h"
+#include "host/ending_signals.h"
+#include "host/options.h"
+#include "host/paths.h"
+#include "host/self_test.h"
+#include "host/window/main_window.h"
 
 #include <QApplication>
 #include <QIcon>

@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
-#include "options.h"
+#include "host/options.h"
 
-#include "paths.h"
+#include "host/paths.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
-#include "paths.h"
+#include "host/paths.h"
 
 #include <QDir>
 #include <QFile>

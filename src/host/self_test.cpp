@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
-#include "self_test.h"
+#include "host/self_test.h"
 
-#include "main_window.h"
+#include "host/window/main_window.h"
 
 #include <QApplication>
 #include <QMessageBox>

@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
-#include "settings.h"
+#include "host/settings.h"
 
-#include "paths.h"
+#include "host/paths.h"
 
 #include <QDir>
 #include <QFile>

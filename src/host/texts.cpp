@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
-#include "texts.h"
+#include "host/texts.h"
 
 #include <QCoreApplication>
 #include <QLibraryInfo>

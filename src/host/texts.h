@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "language.h"
+#include "host/language.h"
 
 #include <QObject>
 #include <QString>

@@ -8,7 +8,7 @@
 
 namespace ov {
 
-using namespace platform;
+using namespace sound;
 
 namespace {
 
@@ -31,7 +31,7 @@ std::string nameOfDevice(MixerHandle handle) {
     if (mixerCalls().getDevCaps(handle, caps, sizeof caps) != mixer_result::success)
         return {};
     const std::string_view name(caps.name.data(), caps.name.size());
-    return std::string(trimmed(name.substr(0, name.find('\0')), ' '));
+    return std::string(platform::trimmed(name.substr(0, name.find('\0')), ' '));
 }
 
 MixerHandle openDevice(std::uint32_t device) {
@@ -53,7 +53,7 @@ void clsMixer::openDefault() {
         const MixerHandle candidate = openDevice(device);
         if (candidate == 0)
             continue;
-        if (equalsIgnoringCase(nameOfDevice(candidate), defaultMixerName_)) {
+        if (platform::equalsIgnoringCase(nameOfDevice(candidate), defaultMixerName_)) {
             handle_ = candidate;
             return;
         }

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/mixer.h"
+#include "sound/mixer.h"
 
 #include <cstdint>
 #include <string>
@@ -57,18 +57,18 @@ private:
     void openDefault();
     void prepareDetails();
     bool findControl(std::uint32_t component, std::uint32_t type,
-                     platform::MixerControl& control) const;
-    bool initControl(std::uint32_t type, platform::MixerControl& control, Bounds& bounds) const;
-    std::int32_t value(const platform::MixerControl& control);
+                     sound::MixerControl& control) const;
+    bool initControl(std::uint32_t type, sound::MixerControl& control, Bounds& bounds) const;
+    std::int32_t value(const sound::MixerControl& control);
 
     std::string defaultMixerName_;
     std::string currentMixerName_;
-    platform::MixerHandle handle_ = 0;
-    platform::MixerControl volume_;
-    platform::MixerControl peakMeter_;
+    sound::MixerHandle handle_ = 0;
+    sound::MixerControl volume_;
+    sound::MixerControl peakMeter_;
     Bounds volumeBounds_;
     Bounds peakMeterBounds_;
-    platform::MixerControlDetails details_; // for reading values
+    sound::MixerControlDetails details_; // for reading values
 };
 
 } // namespace ov

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "playback/modMultimedia.h"
 
-#include "platform/media.h"
 #include "platform/text.h"
+#include "sound/media.h"
 #include "support/numbers.h"
 
 #include <algorithm>
@@ -49,15 +49,15 @@ std::string_view untilZero(std::span<const char> field) noexcept {
 
 std::string errorText(std::uint32_t code) {
     Field buffer{};
-    platform::mediaCalls().getErrorString(code, buffer);
+    sound::mediaCalls().getErrorString(code, buffer);
     const std::string text(platform::trimmed(untilZero(buffer), ' '));
     // A failure without words must not look like success.
     return text.empty() ? textOf("media error ", std::to_string(code)) : text;
 }
 
 std::string send(std::string_view command, std::span<char> reply) {
-    const std::uint32_t code = platform::mediaCalls().sendString(commandField(command), reply);
-    return code == platform::media_error::none ? std::string() : errorText(code);
+    const std::uint32_t code = sound::mediaCalls().sendString(commandField(command), reply);
+    return code == sound::media_error::none ? std::string() : errorText(code);
 }
 
 std::int32_t numberOf(std::string_view command) {
@@ -76,7 +76,7 @@ std::string wordOf(std::string_view command) {
 
 std::string shortPath(std::string_view path) {
     std::array<char, pathSize> buffer{};
-    const std::size_t length = platform::mediaCalls().getShortPathName(path, buffer);
+    const std::size_t length = sound::mediaCalls().getShortPathName(path, buffer);
     return {buffer.data(), std::min(length, buffer.size())};
 }
 
@@ -93,7 +93,7 @@ std::string MciOpen(std::string_view alias, std::string_view file, std::string_v
 std::string MciClose(std::string_view alias) {
     std::string error = MciCommand(textOf("close ", alias));
     if (error.empty() && alias == trackedAlias().alias)
-        platform::mediaCalls().killTimer(trackedAlias().window, timerId);
+        sound::mediaCalls().killTimer(trackedAlias().window, timerId);
     return error;
 }
 

@@ -5,7 +5,7 @@
 
 #include "platform/text.h"
 #include "plugin/modOVPlugIn.h"
-#include "support/modLanguage.h"
+#include "support/language/modLanguage.h"
 #include "support/version.h"
 
 #include <array>

@@ -6,7 +6,7 @@
 #include "platform/files.h"
 #include "platform/locale.h"
 #include "platform/profile.h"
-#include "platform/profile_encoding.h"
+#include "platform/settings/profile_encoding.h"
 #include "platform/text.h"
 #include "support/modFilePath.h"
 #include "support/numbers.h"

@@ -3,7 +3,7 @@
 
 #include "support/modUtil.h"
 
-#include "support/modLanguage.h"
+#include "support/language/modLanguage.h"
 
 #include <span>
 #include <utility>

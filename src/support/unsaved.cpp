@@ -4,8 +4,8 @@
 #include "support/unsaved.h"
 
 #include "platform/files.h"
+#include "support/language/text_ids.h"
 #include "support/modUtil.h"
-#include "support/text_ids.h"
 
 #include <functional>
 #include <set>

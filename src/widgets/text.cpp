@@ -6,7 +6,7 @@
 #include "platform/files.h"
 #include "platform/locale.h"
 #include "platform/text.h"
-#include "support/modLanguage.h"
+#include "support/language/modLanguage.h"
 
 namespace ov::widgets {
 

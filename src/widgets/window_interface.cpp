@@ -3,7 +3,7 @@
 
 #include "widgets/window_interface.h"
 
-#include "support/text_ids.h"
+#include "support/language/text_ids.h"
 #include "widgets/captions.h"
 #include "widgets/text.h"
 

@@ -3,8 +3,8 @@
 
 // The host lets go of the control, destroys the window around it, or has two of them.
 
-#include "dictation/tree_scan.h"
-#include "support/resource_gateway.h"
+#include "dictation/search/tree_scan.h"
+#include "support/language/resource_gateway.h"
 #include "tests/window/window_fixture.h"
 
 #include <QLabel>

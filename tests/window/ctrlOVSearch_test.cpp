@@ -4,7 +4,7 @@
 #include "control/ctrlOVSearch.h"
 #include "control/search_run.h"
 #include "dialogs/frmCriteria.h"
-#include "dictation/tree_scan.h"
+#include "dictation/search/tree_scan.h"
 #include "playback/modMultimedia.h"
 #include "support/modINI.h"
 #include "support/unsaved.h"

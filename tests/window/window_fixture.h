@@ -3,11 +3,11 @@
 #pragma once
 
 #include "control/ctrlOVSearch.h"
-#include "dictation/criterion.h"
 #include "dictation/field_table.h"
+#include "dictation/search/criterion.h"
 #include "platform/locale.h"
+#include "support/language/modLanguage.h"
 #include "support/modFilePath.h"
-#include "support/modLanguage.h"
 #include "support/modUtil.h"
 #include "tests/fake_host.h"
 #include "tests/recording_interface.h"

@@ -5,7 +5,7 @@
 
 #include "platform/coarse_clock.h"
 #include "platform/user_interface.h"
-#include "support/text_ids.h"
+#include "support/language/text_ids.h"
 #include "widgets/captions.h"
 #include "widgets/text.h"
 

@@ -4,7 +4,7 @@
 // What a page of a list looks like. Whatever is drawn here is measured here too.
 
 #include "export/print/list_pages.h"
-#include "support/text_expansion.h"
+#include "support/language/text_expansion.h"
 
 #include <QPainter>
 #include <algorithm>

@@ -3,7 +3,7 @@
 
 #include "export/print/print_preview.h"
 
-#include "support/text_ids.h"
+#include "support/language/text_ids.h"
 #include "widgets/captions.h"
 #include "widgets/icons.h"
 #include "widgets/text.h"

@@ -4,6 +4,7 @@
 #include "platform/known_folders.h"
 
 #include "platform/files.h"
+#include "platform/profile.h"
 #include "platform/registry.h"
 
 #include <cstdlib>
@@ -65,6 +66,15 @@ std::string userConfigFolder() {
 
 std::string systemConfigFolder() {
     return directoryText("/etc/xdg");
+}
+
+std::string windowsDirectory() {
+    const char* replaced = std::getenv("OV_WINDIR");
+    const bool isSet = replaced != nullptr && *replaced != '\0';
+    std::string directory = fromNativePath(isSet ? replaced : "/etc/orvanta");
+    if (directory.back() != '\\')
+        directory.push_back('\\');
+    return directory;
 }
 
 std::string perUserFolder() {

@@ -1,7 +1,9 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
-#include "platform/posix/profile_lock.h"
+#include "platform/profile_lock.h"
+
+#include "platform/posix/file_descriptor.h"
 
 #include <climits>
 
@@ -157,14 +159,15 @@ bool lockPatiently(int directory, const std::string& name) {
 
 ProfileLock::ProfileLock(const std::string& nativeFile) {
     const std::string name = directoryOf(nativeFile);
-    directory_ = FileDescriptor(open(name.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    mayGoOn_ = directory_.valid() ? lockPatiently(directory_.get(), name) : errno == EACCES;
+    FileDescriptor directory(open(name.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    mayGoOn_ = directory.valid() ? lockPatiently(directory.get(), name) : errno == EACCES;
+    directory_ = directory.release();
 }
 
 ProfileLock::~ProfileLock() {
     // Not left to the closing: a process forked in the meantime would keep the lock.
-    if (directory_.valid())
-        flock(directory_.get(), LOCK_UN);
+    if (const FileDescriptor directory(static_cast<int>(directory_)); directory.valid())
+        flock(directory.get(), LOCK_UN);
 }
 
 } // namespace ov::platform

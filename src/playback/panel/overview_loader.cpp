@@ -55,8 +55,8 @@ void OverviewLoader::giveUp() {
 
 // On the reader's thread.
 void OverviewLoader::read(const std::shared_ptr<Reading>& reading) {
-    std::vector<platform::WavePeaks> peaks; // of a fixed size, whatever the file is
-    if (!platform::readWaveOverview(reading->key.path, stretches, reading->stop.get_token(), peaks))
+    std::vector<sound::WavePeaks> peaks; // of a fixed size, whatever the file is
+    if (!sound::readWaveOverview(reading->key.path, stretches, reading->stop.get_token(), peaks))
         return;
     const std::lock_guard<std::mutex> lock(reading->mutex);
     if (OverviewLoader* receiver = reading->receiver)
@@ -69,7 +69,7 @@ void OverviewLoader::read(const std::shared_ptr<Reading>& reading) {
             Qt::QueuedConnection);
 }
 
-void OverviewLoader::take(const Key& key, std::vector<platform::WavePeaks> peaks) {
+void OverviewLoader::take(const Key& key, std::vector<sound::WavePeaks> peaks) {
     key_ = key;
     peaks_ = std::move(peaks);
     Q_EMIT ready(peaks_);

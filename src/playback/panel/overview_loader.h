@@ -4,7 +4,7 @@
 #pragma once
 
 #include "platform/files.h"
-#include "platform/wave_overview.h"
+#include "sound/wave_overview.h"
 
 #include <QObject>
 #include <memory>
@@ -30,7 +30,7 @@ public:
     void giveUp();
 
 Q_SIGNALS:
-    void ready(const std::vector<ov::platform::WavePeaks>& peaks);
+    void ready(const std::vector<ov::sound::WavePeaks>& peaks);
 
 private:
     struct Key {
@@ -40,10 +40,10 @@ private:
     };
     struct Reading;
     static void read(const std::shared_ptr<Reading>& reading);
-    void take(const Key& key, std::vector<platform::WavePeaks> peaks);
+    void take(const Key& key, std::vector<sound::WavePeaks> peaks);
 
     Key key_; // of the peaks
-    std::vector<platform::WavePeaks> peaks_;
+    std::vector<sound::WavePeaks> peaks_;
     std::shared_ptr<Reading> reading_; // that is wanted
 };
 

@@ -7,7 +7,7 @@
 #include "platform/text.h"
 #include "playback/modMultimedia.h"
 #include "playback/panel/player_texts.h"
-#include "support/text_ids.h"
+#include "support/language/text_ids.h"
 #include "widgets/captions.h"
 #include "widgets/text.h"
 

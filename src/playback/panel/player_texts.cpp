@@ -4,7 +4,7 @@
 #include "playback/panel/player_texts.h"
 
 #include "platform/text.h"
-#include "support/text_ids.h"
+#include "support/language/text_ids.h"
 #include "widgets/text.h"
 
 #include <array>

@@ -5,7 +5,7 @@
 
 #include "playback/panel/player_panel.h"
 #include "playback/panel/player_texts.h"
-#include "support/text_ids.h"
+#include "support/language/text_ids.h"
 #include "widgets/captions.h"
 #include "widgets/icons.h"
 #include "widgets/text.h"

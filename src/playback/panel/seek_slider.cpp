@@ -16,7 +16,7 @@ SeekSlider::SeekSlider(QWidget* parent) : QSlider(Qt::Horizontal, parent) {
     setFocusPolicy(Qt::StrongFocus);
 }
 
-void SeekSlider::setOverview(std::vector<platform::WavePeaks> peaks) {
+void SeekSlider::setOverview(std::vector<sound::WavePeaks> peaks) {
     peaks_ = std::move(peaks);
     update();
 }

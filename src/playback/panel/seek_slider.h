@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "platform/wave_overview.h"
+#include "sound/wave_overview.h"
 
 #include <QSlider>
 #include <vector>
@@ -18,7 +18,7 @@ public:
     explicit SeekSlider(QWidget* parent);
 
     // Empty: no shape.
-    void setOverview(std::vector<platform::WavePeaks> peaks);
+    void setOverview(std::vector<sound::WavePeaks> peaks);
 
     QSize sizeHint() const override;
 
@@ -30,7 +30,7 @@ private:
     QRect groove() const;
     int valueAt(int x) const;
 
-    std::vector<platform::WavePeaks> peaks_;
+    std::vector<sound::WavePeaks> peaks_;
 };
 
 } // namespace ov

@@ -1,0 +1,39 @@
+# SPDX-FileCopyrightText: The OVSearch developers
+# SPDX-License-Identifier: MIT
+# Every folder of src is a library that sees only itself and what lies below it: each has an include
+# root of its own, in which nothing but that folder lies, so that an include of anything above does
+# not compile. ov_check_layers() makes sure that no call goes up either.
+
+# The folder of src in which an include "FOLDER/..." is looked up, alone.
+function(ov_include_root result folder)
+    set(root ${PROJECT_BINARY_DIR}/include/${folder})
+    file(MAKE_DIRECTORY ${root})
+    file(CREATE_LINK ${PROJECT_SOURCE_DIR}/src/${folder} ${root}/${folder} SYMBOLIC)
+    set(${result} ${root} PARENT_SCOPE)
+endfunction()
+
+# ov_layer(<name> FOLDER <folder of src> [BELOW <layer>...] SOURCES <file>...)
+function(ov_layer name)
+    cmake_parse_arguments(PARSE_ARGV 1 layer "" FOLDER "BELOW;SOURCES")
+    ov_include_root(root ${layer_FOLDER})
+    add_library(ov_${name} STATIC ${layer_SOURCES})
+    target_include_directories(ov_${name} PUBLIC $<BUILD_INTERFACE:${root}>)
+    list(TRANSFORM layer_BELOW PREPEND ov_)
+    target_link_libraries(ov_${name} PUBLIC ${layer_BELOW} PRIVATE $<BUILD_INTERFACE:ov_warnings>)
+    set_property(GLOBAL APPEND PROPERTY OV_LAYERS ${name})
+endfunction()
+
+# A program for each layer that consists of the whole of it and links only what lies below: a call
+# of anything above leaves it without an end.
+function(ov_check_layers)
+    get_property(layers GLOBAL PROPERTY OV_LAYERS)
+    set(nothing ${PROJECT_BINARY_DIR}/layers/nothing.cpp)
+    file(CONFIGURE OUTPUT ${nothing} CONTENT "int main() {}\n")
+    foreach(name IN LISTS layers)
+        add_executable(ov_alone_${name} ${nothing} $<TARGET_OBJECTS:ov_${name}>)
+        get_target_property(needed ov_${name} LINK_LIBRARIES)
+        target_link_libraries(ov_alone_${name} PRIVATE ${needed})
+        set_target_properties(ov_alone_${name} PROPERTIES
+            RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/layers)
+    endforeach()
+endfunction()

@@ -1,0 +1,125 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#include "cli/commands/export_command.h"
+
+#include "cli/messages.h"
+#include "cli/terminal_interface.h"
+#include "dictation/search/result_order.h"
+#include "dictation/search/tree_scan.h"
+#include "export/file_export.h"
+#include "export/pdf_module.h"
+#include "platform/coarse_clock.h"
+#include "platform/files.h"
+#include "platform/text.h"
+
+#include <numeric>
+
+namespace ov::cli {
+
+namespace {
+
+using exporting::Format;
+using modDictation::DictationList;
+
+std::optional<Format> readFormat(const std::string& file) {
+    const auto format = exporting::formatOfFile(file);
+    if (!format)
+        complain("FILE: \"" + file +
+                 "\" has none of the endings .pdf, .xlsx, .csv, .html, .json, .txt");
+    return format;
+}
+
+// Before the search, which may take long.
+bool mayWrite(const std::string& path, bool force) {
+    if (force || platform::fileKind(path) != platform::FileKind::file)
+        return true;
+    complain(platform::toNativePath(path) + ": already exists; --force replaces it");
+    return false;
+}
+
+exporting::Document documentOf(const ExportOptions& options, const SearchRequest& request) {
+    exporting::Document document =
+        exporting::describe({request.criteria, request.all, request.root});
+    if (options.title)
+        document.title = platform::textFromBytes(*options.title);
+    document.listSeparator = options.separator.value_or(document.listSeparator);
+    document.columns = request.columns;
+    return document;
+}
+
+std::vector<std::int32_t> orderOf(const SearchRequest& request, const DictationList& hits) {
+    if (request.sort)
+        return modDictation::sortedOrder(hits, request.sort->field, request.sort->descending);
+    std::vector<std::int32_t> order(static_cast<std::size_t>(hits.size()));
+    std::iota(order.begin(), order.end(), 1);
+    return order;
+}
+
+exporting::GoOn progressOf(std::int64_t count, TerminalInterface& terminal) {
+    constexpr std::int64_t intervalMs = 100;
+    return [=, &terminal, next = platform::coarseMilliseconds()](std::int64_t done) mutable {
+        if (platform::coarseMilliseconds() >= next) {
+            next = platform::coarseMilliseconds() + intervalMs;
+            terminal.showProgress(std::to_string(done) + " of " + std::to_string(count) + " rows");
+        }
+        return !TerminalInterface::interrupted();
+    };
+}
+
+ExitCode tellStopped(const std::string& path) {
+    complain("stopped; " + platform::toNativePath(path) + " was not written");
+    return ExitCode::interrupted;
+}
+
+ExitCode write(const exporting::Document& document, const exporting::RowSource& rows, Format format,
+               const std::string& path, TerminalInterface& terminal) {
+    platform::Status loaded;
+    exporting::PdfWriter pdfWriter =
+        format == Format::pdf ? exporting::loadPdfWriter(loaded) : nullptr;
+    if (!loaded.ok()) {
+        complain("PDF needs the module for it, which cannot be loaded: " + loaded.description());
+        return ExitCode::unreadable;
+    }
+    const auto result = exporting::exportFile(document, rows, format, path,
+                                              progressOf(rows.count(), terminal), pdfWriter);
+    terminal.clearProgress();
+    if (result.stopped)
+        return tellStopped(path);
+    if (!result.status.ok())
+        complain(result.status.description());
+    return result.ok() ? ExitCode::found : ExitCode::unreadable;
+}
+
+} // namespace
+
+ExitCode runExport(const ExportOptions& options, const Session& session,
+                   TerminalInterface& terminal) {
+    const auto format = readFormat(options.file);
+    if (options.separator && format && format != Format::csv) {
+        complain("--separator goes with a FILE that ends in .csv");
+        return ExitCode::usage;
+    }
+    SearchRequest request;
+    const ExitCode read =
+        format ? readSearch(options.search, chosenColumns(), request) : ExitCode::usage;
+    if (read != ExitCode::found)
+        return read;
+    const std::string path = platform::fromNativePath(options.file);
+    if (!mayWrite(path, options.force))
+        return ExitCode::unreadable;
+
+    DictationList hits;
+    search(request, session, terminal, hits, [] {});
+    if (TerminalInterface::interrupted())
+        return tellStopped(path);
+    reportSearch(hits);
+    const ExitCode found = searchResult(hits);
+    if (found != ExitCode::found)
+        return found;
+    const std::vector<std::int32_t> order = orderOf(request, hits);
+    return write(documentOf(options, request), exporting::HitRows(hits, order), *format, path,
+                 terminal);
+}
+
+} // namespace ov::cli

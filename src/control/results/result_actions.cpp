@@ -1,0 +1,118 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+// What can be done with the selected rows: the context menu and the clipboard.
+
+#include "control/results/result_list.h"
+#include "platform/files.h"
+#include "platform/user_interface.h"
+#include "support/language/text_ids.h"
+#include "support/modFilePath.h"
+#include "widgets/captions.h"
+#include "widgets/icons.h"
+#include "widgets/text.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QDesktopServices>
+#include <QMenu>
+#include <QMimeData>
+#include <QUrl>
+
+namespace ov {
+
+namespace {
+
+// Tabs and line ends part cells and rows; a name may hold them all the same.
+QString cellText(QString text) {
+    for (QChar& character : text)
+        if (character == QLatin1Char('\t') || character == QLatin1Char('\n') ||
+            character == QLatin1Char('\r'))
+            character = QLatin1Char(' ');
+    return text;
+}
+
+QUrl fileUrl(const std::string& path) {
+    // By its bytes: a name need not be UTF-8.
+    const QByteArray native = QByteArray::fromStdString(platform::toNativePath(path));
+    return QUrl::fromEncoded("file://" + native.toPercentEncoding("/!$&'()*+,;=:@"));
+}
+
+} // namespace
+
+void ResultList::copySelectedRows(const std::function<bool()>& goOn) {
+    const std::vector<int> columns = shownColumns();
+    QString rows;
+    const auto addRow = [&](const auto& textOf) {
+        for (const int column : columns)
+            rows += textOf(column) + QLatin1Char(column == columns.back() ? '\n' : '\t');
+    };
+    addRow([&](int column) {
+        return cellText(model_->columns().at(static_cast<std::size_t>(column)).caption);
+    });
+    QList<QUrl> files;
+    forEachSelectedRow([&](int row) {
+        addRow([&](int column) { return cellText(model_->text(row, column)); });
+        files.append(fileUrl(model_->path(row)));
+        platform::processMessagesNowAndThen();
+        return goOn();
+    });
+    if (files.isEmpty() || !goOn())
+        return;
+    auto* content = new QMimeData; // the clipboard owns it
+    content->setText(rows);
+    content->setUrls(files);
+    QApplication::clipboard()->setMimeData(content);
+}
+
+void ResultList::copySelectedPaths(const std::function<bool()>& goOn) {
+    QString paths;
+    forEachSelectedRow([&](int row) {
+        paths += widgets::nativePathText(model_->path(row)) + QLatin1Char('\n');
+        platform::processMessagesNowAndThen();
+        return goOn();
+    });
+    if (!paths.isEmpty() && goOn())
+        QApplication::clipboard()->setText(paths.chopped(1));
+}
+
+void ResultList::openFolder() const {
+    if (const std::string path = selectedPath(); !path.empty())
+        QDesktopServices::openUrl(fileUrl(std::string(modFilePath::directoryPart(path))));
+}
+
+QMenu* ResultList::buildMenu() {
+    auto* menu = new QMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    const bool any = selectionModel()->hasSelection();
+    const auto add = [&](const char* iconName, std::int32_t textId, const QKeySequence& key,
+                         bool enabled, auto action) {
+        QAction* entry = menu->addAction(widgets::icon(iconName), QString());
+        widgets::setCaption(*entry, textId);
+        entry->setShortcut(key);
+        entry->setShortcutContext(Qt::WidgetShortcut); // shown; the list handles the key
+        entry->setEnabled(enabled);
+        connect(entry, &QAction::triggered, this, action);
+    };
+    add("play", text_id::menuPlay, Qt::Key_Return, any, &ResultList::playRequested);
+    add("stop", text_id::menuStop, {}, any, &ResultList::stopPlayingRequested);
+    add("log", text_id::menuShowLog, {}, any, &ResultList::showLogRequested);
+    menu->addSeparator();
+    add("copy", text_id::menuCopyRows, QKeySequence::Copy, any, &ResultList::copyRequested);
+    add("", text_id::menuCopyPath, {}, any, &ResultList::copyPathsRequested);
+    add("folder", text_id::menuOpenFolder, {}, any, &ResultList::openFolderRequested);
+    menu->addSeparator();
+    add("", text_id::menuSelectAll, QKeySequence::SelectAll, !isEmpty(), [this] { selectAll(); });
+    add("columns", text_id::menuColumns, {}, true, &ResultList::columnsRequested);
+    return menu;
+}
+
+void ResultList::contextMenuEvent(QContextMenuEvent* event) {
+    QPoint place = event->globalPos();
+    if (event->reason() == QContextMenuEvent::Keyboard && currentIndex().isValid())
+        place = viewport()->mapToGlobal(visualRect(currentIndex()).center());
+    buildMenu()->popup(place);
+}
+
+} // namespace ov

@@ -1,0 +1,138 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "control/control_settings.h"
+#include "control/results/result_model.h"
+
+#include <QTableView>
+#include <QTimer>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+class QMenu;
+
+namespace ov {
+
+// The list of the dictations found, with the chosen columns. It remembers how it is sorted and
+// how the user left its columns.
+class ResultList final : public QTableView {
+    Q_OBJECT
+
+public:
+    explicit ResultList(QWidget* parent);
+
+    // Reads how it was left the last time.
+    void setSettings(const ControlSettings& settings);
+    // What has not been written yet, before the list goes away.
+    void saveSettings();
+
+    // Clears the columns and makes one for each visible field, in the user's order and widths.
+    // The rows stay and stay sorted by the same field.
+    void ApplyColumns();
+    void retranslate();
+
+    void removeAllRows();
+    // Takes over the hits of a search. Rows are shown by showFirst() as the caller goes on.
+    void setHits(std::unique_ptr<modDictation::DictationList> hits);
+    void showFirst(std::int32_t count) { model_->showFirst(count); }
+    // All rows shown, in the order that the user has chosen; lets window messages be handled.
+    void showSorted();
+    bool isEmpty() const { return model_->rowCount() == 0; }
+
+    // The path of the current row when it is selected, else of the first selected one; empty
+    // without a selection.
+    std::string selectedPath() const;
+
+    const ResultModel& results() const { return *model_; }
+
+    // The fields of the columns from left to right, without the hidden ones.
+    std::vector<std::int32_t> shownFields() const;
+    // The hits of the rows, from top to bottom.
+    std::vector<std::int32_t> shownHits() const;
+    std::vector<std::int32_t> selectedHits() const;
+
+    // Sorts by that column, or the other way round when it is the one already, and remembers it.
+    // Lets window messages be handled. When it throws, all is as it was before.
+    void sortByColumn(int column);
+
+Q_SIGNALS:
+    // Enter, or a double click on a row.
+    void playRequested();
+    // Space.
+    void playOrPauseRequested();
+    // Ctrl with the arrow to the left or right.
+    void skipRequested(std::int32_t seconds);
+    void stopPlayingRequested();
+    void showLogRequested();
+    void columnsRequested();
+    // A click on a column's header; sortByColumn() then does what it asks for.
+    void sortRequested(int column);
+    void copyRequested();
+    void copyPathsRequested();
+    void openFolderRequested();
+
+public:
+    // While the caller works on the rows, headers cannot be clicked.
+    void setBusy(bool busy);
+
+    int selectedRowCount() const;
+    // More than fits a clipboard sensibly; such a list is exported.
+    static constexpr int mostCopiedRows = 100000;
+    // The selected rows as lines of text with tabs, headers first, and their paths, on the
+    // clipboard. Lets window messages be handled; nothing is copied when `goOn` answers no.
+    void copySelectedRows(const std::function<bool()>& goOn);
+    void copySelectedPaths(const std::function<bool()>& goOn);
+    // Of the selected row, in the desktop's file manager.
+    void openFolder() const;
+
+protected:
+    QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void keyboardSearch(const QString& search) override;
+
+private:
+    struct SelectedRows {
+        bool all = false;
+        std::int32_t current = 0; // hits; 0 for none
+        std::vector<std::int32_t> hits;
+    };
+
+    void playKeyPressed(const QKeyEvent& event, bool enter);
+    int sortColumnOf(int column) const;
+    int indicatedColumn() const;
+    void showSortIndicator();
+    SelectedRows selectedRows() const;
+    void select(const SelectedRows& rows);
+    // In the order of the rows. `visit` is called with each row and returns false to end.
+    void forEachSelectedRow(const std::function<bool(int)>& visit) const;
+    std::vector<int> shownColumns() const;
+
+    std::vector<std::int32_t> columnOrder() const;
+    void placeColumns();
+    void applyWidths();
+    void columnResized(int column, int oldSize, int newSize);
+    void layoutChangedByUser();
+    double pixelsPerTwip() const;
+    int pixelsOf(std::int32_t twips) const;
+    std::int32_t twipsOf(int pixels) const;
+
+    QMenu* buildMenu();
+
+    ResultModel* model_;
+    ControlSettings settings_;
+    ControlSettings::ColumnLayout layout_;
+    QTimer saveLayout_;
+    bool applying_ = false; // columns are being made, nobody is dragging them
+    std::int32_t listSortKey_ = 1;
+    std::int32_t listSortOrder_ = 0;
+};
+
+} // namespace ov

@@ -1,0 +1,156 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#include "control/results/result_model.h"
+
+#include "control/results/code_icons.h"
+#include "dictation/dictation_record.h"
+#include "dictation/field_values.h"
+#include "widgets/text.h"
+
+#include <algorithm>
+
+namespace ov {
+
+using widgets::toQt;
+
+ResultModel::ResultModel(QObject* parent)
+    : QAbstractTableModel(parent), hits_(std::make_unique<modDictation::DictationList>()) {}
+
+int ResultModel::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : rows_;
+}
+
+int ResultModel::columnCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(columns_.size());
+}
+
+void ResultModel::setColumns() {
+    beginResetModel();
+    columns_.clear();
+    for (const modDictation::SearchField* field : modDictation::columnFields())
+        columns_.push_back({field->Id, toQt(field->ShortCaption), toQt(field->Caption),
+                            field->Width,
+                            modDictation::sortsByNumber(field->Id) &&
+                                field->ValueType == modDictation::ValueType::time});
+    endResetModel();
+}
+
+void ResultModel::retranslate() {
+    for (Column& column : columns_) {
+        column.title = toQt(modDictation::GetSearchFieldCaption(column.field, false));
+        column.caption = toQt(modDictation::GetSearchFieldCaption(column.field, true));
+    }
+    if (!columns_.empty())
+        Q_EMIT headerDataChanged(Qt::Horizontal, 0, columnCount() - 1);
+    if (rows_ > 0 && !columns_.empty())
+        Q_EMIT dataChanged(index(0, 0), index(rows_ - 1, columnCount() - 1));
+}
+
+int ResultModel::columnOf(std::int32_t field) const {
+    const auto found =
+        std::find_if(columns_.begin(), columns_.end(),
+                     [field](const Column& column) { return column.field == field; });
+    return found == columns_.end() ? -1 : static_cast<int>(found - columns_.begin());
+}
+
+void ResultModel::clear() {
+    setHits(std::make_unique<modDictation::DictationList>());
+}
+
+void ResultModel::setHits(std::unique_ptr<modDictation::DictationList> hits) {
+    beginResetModel();
+    rows_ = 0;
+    order_ = {};
+    hits_ = std::move(hits);
+    endResetModel();
+}
+
+void ResultModel::showFirst(std::int32_t count) {
+    if (count <= rows_)
+        return;
+    beginInsertRows({}, rows_, count - 1);
+    rows_ = count;
+    endInsertRows();
+}
+
+// A reset instead of moved rows: keeping track of a million selected rows one by one would take
+// longer than the sort.
+void ResultModel::setOrder(std::vector<std::int32_t> order) {
+    beginResetModel();
+    order_ = std::move(order);
+    rows_ = static_cast<int>(order_.size());
+    endResetModel();
+}
+
+std::int32_t ResultModel::hitOf(int row) const {
+    return order_.empty() ? row + 1 : order_.at(static_cast<std::size_t>(row));
+}
+
+int ResultModel::rowOf(std::int32_t hit) const {
+    if (order_.empty())
+        return hit <= rows_ ? hit - 1 : -1;
+    const auto found = std::find(order_.begin(), order_.end(), hit);
+    return found == order_.end() ? -1 : static_cast<int>(found - order_.begin());
+}
+
+std::string ResultModel::path(int row) const {
+    return hits_->path(hitOf(row));
+}
+
+QString ResultModel::text(int row, int column) const {
+    const std::int32_t hit = hitOf(row);
+    std::string buffer;
+    const std::string_view name = modDictation::dictationName(hits_->fileName(hit), buffer);
+    const std::int32_t field = columns_.at(static_cast<std::size_t>(column)).field;
+    return toQt(modDictation::fieldText(field, hits_->directory(hit), name));
+}
+
+QVariant ResultModel::data(const QModelIndex& index, int role) const {
+    return checkIndex(index, CheckIndexOption::IndexIsValid) ? cell(index, role) : QVariant();
+}
+
+QVariant ResultModel::cell(const QModelIndex& index, int role) const {
+    const Column& column = columns_.at(static_cast<std::size_t>(index.column()));
+    switch (role) {
+    case Qt::DisplayRole:
+        return text(index.row(), index.column());
+    case Qt::TextAlignmentRole:
+        return QVariant::fromValue(
+            Qt::Alignment(Qt::AlignVCenter | (column.alignRight ? Qt::AlignRight : Qt::AlignLeft)));
+    case codeIconRole: {
+        if (!hasCodeIcons(column.field))
+            return {};
+        const std::int32_t hit = hitOf(index.row());
+        std::string buffer;
+        const std::string_view name = modDictation::dictationName(hits_->fileName(hit), buffer);
+        return codeIconName(column.field, hits_->directory(hit), name);
+    }
+    default:
+        return {};
+    }
+}
+
+QVariant ResultModel::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (orientation != Qt::Horizontal || section < 0 || section >= columnCount())
+        return {};
+    const Column& column = columns_[static_cast<std::size_t>(section)];
+    switch (role) {
+    case Qt::DisplayRole:
+        return column.title;
+    case Qt::ToolTipRole:
+        return widgets::toolTipText(column.caption);
+    case Qt::TextAlignmentRole:
+        return QVariant::fromValue(Qt::Alignment(Qt::AlignVCenter | Qt::AlignLeft));
+    case captionRole:
+        return column.caption;
+    case fieldRole:
+        return column.field;
+    case keyRole:
+        return QStringLiteral("_%1").arg(column.field);
+    default:
+        return {};
+    }
+}
+
+} // namespace ov

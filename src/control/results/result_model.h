@@ -1,0 +1,78 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "dictation/field_table.h"
+#include "dictation/search/dictation_list.h"
+
+#include <QAbstractTableModel>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace ov {
+
+// The hits of a search as a table: a row for each hit, a column for each visible search field.
+// It keeps what the search found and nothing else; a cell is read from the dictation's name when
+// somebody asks for it. Hits are counted from 1, rows and columns from 0.
+class ResultModel final : public QAbstractTableModel {
+    Q_OBJECT
+
+public:
+    enum Role {
+        fieldRole = Qt::UserRole, // of a header: the search field's id
+        keyRole,                  // of a header: "_9"
+        captionRole,              // of a header: the long caption
+        codeIconRole,             // of a cell: name of the icon that stands for its code
+    };
+
+    struct Column {
+        std::int32_t field = 0;
+        QString title; // short caption
+        QString caption;
+        std::int32_t width = 0; // twips, 0: hidden
+        bool alignRight = false;
+    };
+
+    explicit ResultModel(QObject* parent = nullptr);
+
+    int rowCount(const QModelIndex& parent = {}) const override;
+    int columnCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
+    QVariant headerData(int section, Qt::Orientation orientation,
+                        int role = Qt::DisplayRole) const override;
+
+    // Takes the columns from the search field table.
+    void setColumns();
+    // Takes the captions from it again, after a change of language.
+    void retranslate();
+    const std::vector<Column>& columns() const { return columns_; }
+    // The column of that field, -1 when it is not shown.
+    int columnOf(std::int32_t field) const;
+
+    void clear();
+    // Takes over the hits of a search, of which no row is shown yet.
+    void setHits(std::unique_ptr<modDictation::DictationList> hits);
+    const modDictation::DictationList& hits() const { return *hits_; }
+    // Shows the rows of the first `count` hits, in the order found.
+    void showFirst(std::int32_t count);
+    // Shows all hits in that order, a hit for each row.
+    void setOrder(std::vector<std::int32_t> order);
+
+    std::int32_t hitOf(int row) const;
+    int rowOf(std::int32_t hit) const; // -1 for a hit that is not shown
+    std::string path(int row) const;
+    QString text(int row, int column) const;
+
+private:
+    QVariant cell(const QModelIndex& index, int role) const;
+
+    std::vector<Column> columns_;
+    std::unique_ptr<modDictation::DictationList> hits_;
+    std::vector<std::int32_t> order_; // empty: as found
+    int rows_ = 0;
+};
+
+} // namespace ov

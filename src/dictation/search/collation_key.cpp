@@ -1,0 +1,249 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#include "dictation/search/collation_key.h"
+
+#include <unicode/ucol.h>
+#include <unicode/ucoleitr.h>
+#include <unicode/uset.h>
+#include <unicode/ustring.h>
+
+#include <algorithm>
+
+namespace ov::modDictation {
+
+namespace {
+
+constexpr std::uint8_t noAccent = 5;       // the library's weight of a letter without one
+constexpr std::size_t mostPrimaries = 125; // so that twice their place fits a byte
+
+bool isDigit(char16_t unit) noexcept {
+    return unit >= u'0' && unit <= u'9';
+}
+
+std::uint16_t primaryOf(std::int32_t order) noexcept {
+    return static_cast<std::uint16_t>(static_cast<std::uint32_t>(order) >> 16U);
+}
+
+std::uint8_t accentOf(std::int32_t order) noexcept {
+    return static_cast<std::uint8_t>(static_cast<std::uint32_t>(order) >> 8U & 0xFFU);
+}
+
+// Decodes one character of one or two bytes, all that the table has. 0 for any other.
+char16_t nextLatin(std::string_view utf8, std::size_t& at) noexcept {
+    const auto first = static_cast<unsigned char>(utf8[at]);
+    if (first < 0x80) {
+        ++at;
+        return first;
+    }
+    if (first < 0xC2 || first > 0xDF || at + 1 >= utf8.size())
+        return 0;
+    const auto second = static_cast<unsigned char>(utf8[at + 1]);
+    if ((second & 0xC0U) != 0x80U)
+        return 0;
+    at += 2;
+    return static_cast<char16_t>((first & 0x1FU) << 6U | (second & 0x3FU));
+}
+
+} // namespace
+
+void CollationKeys::Closer::operator()(UCollator* collator) const noexcept {
+    ucol_close(collator);
+}
+
+void CollationKeys::Closer::operator()(UCollationElements* elements) const noexcept {
+    ucol_closeElements(elements);
+}
+
+CollationKeys::CollationKeys(const std::string& locale) {
+    UErrorCode error = U_ZERO_ERROR;
+    collator_.reset(ucol_open(locale.c_str(), &error));
+    if (U_FAILURE(error)) {
+        error = U_ZERO_ERROR;
+        collator_.reset(ucol_open("", &error)); // the order common to all alphabets
+    }
+    // Marks in any order; costs only texts that the table does not have.
+    ucol_setAttribute(collator_.get(), UCOL_NORMALIZATION_MODE, UCOL_ON, &error);
+    if (collator_)
+        iterator_.reset(ucol_openElements(collator_.get(), u"", 0, &error));
+    if (!iterator_)
+        return;
+    readTable();
+    forgetContractions();
+    rankPrimaries();
+}
+
+CollationKeys::~CollationKeys() = default;
+
+void CollationKeys::readTable() {
+    for (char16_t unit = 1; unit < tableEnd; ++unit) {
+        UErrorCode error = U_ZERO_ERROR;
+        ucol_setText(iterator_.get(), &unit, 1, &error);
+        Weights& weights = table_[unit];
+        weights.known = true;
+        for (std::int32_t order = ucol_next(iterator_.get(), &error);
+             order != UCOL_NULLORDER && weights.known; order = ucol_next(iterator_.get(), &error)) {
+            weights.known = weights.count < mostElements;
+            if (weights.known)
+                weights.elements[weights.count++] = {primaryOf(order), accentOf(order), 0};
+        }
+    }
+}
+
+// A character that the alphabet joins with the one before it has no weight of its own.
+void CollationKeys::forgetContractions() {
+    UErrorCode error = U_ZERO_ERROR;
+    const std::unique_ptr<USet, decltype(&uset_close)> joined(uset_openEmpty(), &uset_close);
+    ucol_getContractionsAndExpansions(collator_.get(), joined.get(), nullptr, false, &error);
+    constexpr std::int32_t longest = 32;
+    std::array<char16_t, longest> text{};
+    for (std::int32_t i = 0; i < uset_getItemCount(joined.get()); ++i) {
+        UChar32 start = 0;
+        UChar32 end = 0;
+        error = U_ZERO_ERROR;
+        const std::int32_t length =
+            uset_getItem(joined.get(), i, &start, &end, text.data(), longest, &error);
+        if (length < 2 || text[0] >= tableEnd)
+            continue; // a text with that character is never looked up
+        for (std::int32_t at = 1; at < std::min(length, longest); ++at)
+            if (const char16_t unit = text[static_cast<std::size_t>(at)]; unit < tableEnd)
+                table_[unit].known = false;
+    }
+}
+
+void CollationKeys::rankPrimaries() {
+    for (const Weights& weights : table_)
+        for (const Element& element : weights.elements)
+            if (element.primary != 0)
+                primaries_.push_back(element.primary);
+    std::sort(primaries_.begin(), primaries_.end());
+    primaries_.erase(std::unique(primaries_.begin(), primaries_.end()), primaries_.end());
+    if (primaries_.size() > mostPrimaries)
+        primaries_.resize(mostPrimaries); // what lies beyond is written in full
+    for (Weights& weights : table_)
+        for (Element& element : weights.elements)
+            element.rank = rankOf(element.primary);
+    digitByte_ = table_[u'0'].elements[0].rank;
+}
+
+// 4, 6, 8 ... for a weight of the table, the odd number above its lower neighbour's for another.
+std::uint8_t CollationKeys::rankOf(std::uint16_t primary) const {
+    if (primary == 0)
+        return 0;
+    const auto above = std::upper_bound(primaries_.begin(), primaries_.end(), primary);
+    const auto notAbove = static_cast<std::size_t>(above - primaries_.begin());
+    const bool inTable = notAbove > 0 && primaries_[notAbove - 1] == primary;
+    return static_cast<std::uint8_t>(2 * notAbove + (inTable ? 2 : 3));
+}
+
+void CollationKeys::append(std::string_view utf8, std::string& keys) {
+    if (!iterator_) {
+        keys.append(utf8);
+        return;
+    }
+    const std::size_t start = keys.size();
+    forgetAccents();
+    if (!appendFast(utf8, keys)) {
+        keys.resize(start);
+        forgetAccents();
+        appendSlow(utf8, keys);
+    }
+    finish(keys);
+}
+
+bool CollationKeys::appendFast(std::string_view utf8, std::string& keys) {
+    for (std::size_t at = 0; at < utf8.size();) {
+        if (utf8[at] >= '0' && utf8[at] <= '9') {
+            units_.clear();
+            for (; at < utf8.size() && utf8[at] >= '0' && utf8[at] <= '9'; ++at)
+                units_ += static_cast<char16_t>(utf8[at]);
+            addNumber(units_.data(), units_.size(), keys);
+            continue;
+        }
+        const char16_t unit = nextLatin(utf8, at);
+        if (unit >= tableEnd || !table_[unit].known)
+            return false;
+        const Weights& weights = table_[unit];
+        for (std::uint8_t i = 0; i < weights.count; ++i)
+            addElement(weights.elements[i], keys);
+    }
+    return true;
+}
+
+void CollationKeys::appendSlow(std::string_view utf8, std::string& keys) {
+    std::u16string text(utf8.size(), u'\0'); // never more units than bytes
+    UErrorCode error = U_ZERO_ERROR;
+    std::int32_t length = 0;
+    u_strFromUTF8WithSub(text.data(), static_cast<std::int32_t>(text.size()), &length, utf8.data(),
+                         static_cast<std::int32_t>(utf8.size()), 0xFFFD, nullptr, &error);
+    const auto rest = std::u16string_view(text).substr(0, static_cast<std::size_t>(length));
+    for (std::size_t at = 0; at < rest.size();) {
+        const bool number = isDigit(rest[at]);
+        std::size_t end = at;
+        while (end < rest.size() && isDigit(rest[end]) == number)
+            ++end;
+        if (number)
+            addNumber(rest.data() + at, end - at, keys);
+        else
+            weigh(rest.substr(at, end - at), keys);
+        at = end;
+    }
+}
+
+void CollationKeys::weigh(std::u16string_view text, std::string& keys) {
+    UErrorCode error = U_ZERO_ERROR;
+    ucol_setText(iterator_.get(), text.data(), static_cast<std::int32_t>(text.size()), &error);
+    for (std::int32_t order = ucol_next(iterator_.get(), &error);
+         order != UCOL_NULLORDER && U_SUCCESS(error); order = ucol_next(iterator_.get(), &error)) {
+        const std::uint16_t primary = primaryOf(order);
+        addElement({primary, accentOf(order), rankOf(primary)}, keys);
+    }
+}
+
+void CollationKeys::addElement(const Element& element, std::string& keys) {
+    if (element.rank != 0) {
+        keys += static_cast<char>(element.rank);
+        if (element.rank % 2 != 0) {
+            keys += static_cast<char>(element.primary >> 8U);
+            keys += static_cast<char>(element.primary & 0xFFU);
+        }
+    }
+    addAccent(element.accent);
+}
+
+// Which of two texts has the first accent decides, so a longer way to it counts less.
+void CollationKeys::addAccent(std::uint8_t accent) {
+    if (accent == 0)
+        return;
+    if (accent == noAccent) {
+        ++plain_;
+        return;
+    }
+    constexpr std::size_t furthest = 250;
+    constexpr char further = 1;
+    for (; plain_ >= furthest; plain_ -= furthest)
+        accents_ += further;
+    accents_ += static_cast<char>(0xFFU - plain_);
+    accents_ += static_cast<char>(accent);
+    plain_ = 0;
+}
+
+void CollationKeys::addNumber(const char16_t* digits, std::size_t count, std::string& keys) {
+    for (; count > 1 && *digits == u'0'; --count)
+        ++digits;
+    constexpr std::size_t most = 0xFFFF;
+    const std::size_t length = std::min(count, most);
+    keys += static_cast<char>(digitByte_);
+    keys += static_cast<char>(length >> 8U);
+    keys += static_cast<char>(length & 0xFFU);
+    for (std::size_t i = 0; i < length; ++i)
+        keys += static_cast<char>(digits[i]);
+    addAccent(noAccent);
+}
+
+void CollationKeys::finish(std::string& keys) {
+    keys += '\0';
+    keys.append(accents_);
+}
+
+} // namespace ov::modDictation

@@ -1,0 +1,92 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+#include "sound/wave_feeder.h"
+
+#include <SoundTouch.h>
+#include <algorithm>
+#include <cmath>
+
+namespace ov::sound {
+
+namespace {
+
+constexpr std::size_t inputFrames = 1024; // given to the stretcher at a time
+
+unsigned int toUnsigned(std::size_t number) noexcept {
+    return static_cast<unsigned int>(number);
+}
+
+} // namespace
+
+WaveFeeder::WaveFeeder(WaveFile& file) : file_(file) {}
+WaveFeeder::~WaveFeeder() = default;
+
+void WaveFeeder::start(double from, double to, int tempo) {
+    const auto first = std::min(static_cast<std::int64_t>(std::llround(from)), file_.frames());
+    const auto last = std::min(static_cast<std::int64_t>(std::llround(to)), file_.frames());
+    failed_ = !file_.seek(first);
+    left_ = failed_ ? 0 : std::max<std::int64_t>(last - first, 0);
+    // Beyond what is there the place is kept.
+    position_ = first < file_.frames() ? static_cast<double>(first) : from;
+    end_ = left_ > 0 ? std::min(to, static_cast<double>(last)) : position_;
+    tempo_ = tempo;
+    flushed_ = false;
+    if (tempo == usualTempo)
+        return;
+    stretcher_ = std::make_unique<soundtouch::SoundTouch>();
+    stretcher_->setSampleRate(static_cast<unsigned int>(file_.layout().rate));
+    stretcher_->setChannels(static_cast<unsigned int>(file_.channels()));
+    stretcher_->setTempo(tempo / 100.0);
+}
+
+WaveFeeder::Piece WaveFeeder::read(std::span<float> samples) {
+    Piece piece;
+    piece.from = position_;
+    const std::size_t wanted = samples.size() / static_cast<std::size_t>(file_.channels());
+    piece.frames = tempo_ == usualTempo ? readFile(samples) : readStretched(samples);
+    position_ = std::min(end_, position_ + static_cast<double>(piece.frames) * tempo_ / 100);
+    piece.last = piece.frames < wanted || position_ >= end_;
+    if (piece.last && !failed_)
+        position_ = end_;
+    piece.to = position_;
+    piece.failed = piece.last && failed_;
+    return piece;
+}
+
+std::size_t WaveFeeder::readFile(std::span<float> samples) {
+    const auto channels = static_cast<std::size_t>(file_.channels());
+    const auto wanted = std::min(samples.size() / channels,
+                                 static_cast<std::size_t>(std::max<std::int64_t>(left_, 0)));
+    const std::size_t got = wanted == 0 ? 0 : file_.read(samples.first(wanted * channels));
+    left_ -= static_cast<std::int64_t>(got);
+    if (got < wanted) {
+        left_ = 0;
+        failed_ = failed_ || file_.failed();
+        end_ = std::min(end_, std::max(position_, static_cast<double>(file_.frames())));
+    }
+    return got;
+}
+
+void WaveFeeder::feedStretcher() {
+    input_.resize(inputFrames * static_cast<std::size_t>(file_.channels()));
+    const std::size_t got = readFile(input_);
+    if (got > 0) {
+        stretcher_->putSamples(input_.data(), toUnsigned(got));
+    } else {
+        stretcher_->flush();
+        flushed_ = true;
+    }
+}
+
+std::size_t WaveFeeder::readStretched(std::span<float> samples) {
+    const auto channels = static_cast<std::size_t>(file_.channels());
+    std::size_t wanted = samples.size() / channels;
+    // The stretcher pads its end.
+    wanted = std::min(wanted, static_cast<std::size_t>(
+                                  std::ceil(std::max(end_ - position_, 0.0) * 100 / tempo_)));
+    while (!flushed_ && stretcher_->numSamples() < wanted)
+        feedStretcher();
+    return stretcher_->receiveSamples(samples.data(), toUnsigned(wanted));
+}
+
+} // namespace ov::sound
