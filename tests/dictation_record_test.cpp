@@ -18,67 +18,49 @@
 namespace ov::modDictation {
 namespace {
 
-struct TextCase {
-    const char* what;
-    std::string in;
-    std::string out;
-};
-
 // The schemes are defined by passes over the whole text; the decoders read once.
 TEST(NameDecoding, GivesWhatThePassesGive) {
-    struct Case {
-        std::string text;
-        std::string general;
-        std::string second;
+    const std::string cases[][3] = {
+        {"~_²²³³%%'!!$#", "*/?<>\".:", "~_²²³³%%'!!$#"},
+        {"²0²1²2²3²4²5²6²7²8²9²A", "²0²1²2²3²4²5²6²7²8²9²A", "²*/\\?<>\".:|"},
+        {"²³%!$", "²³%!$", "²³%!$"},
+        {"%%%!!!²²²³³³$$##", ">%.!?²<³$:#", "%%%!!!²²²³³³$$##"},
+        {"²01²00²0²1²²1²a²", "²01²00²0²1?1²a²", "*²0²*²*²a²"},
+        {"a\xC2", "a\xC2", "a\xC2"},
+        {"ÄÖÜäöüß€#A0", "ÄÖÜäöüß€#A0", "ÄÖÜäöüß€#A0"},
     };
-    for (const Case& c : std::vector<Case>{
-             {"~_²²³³%%'!!$#", "*/?<>\".:", "~_²²³³%%'!!$#"},
-             {"²0²1²2²3²4²5²6²7²8²9²A", "²0²1²2²3²4²5²6²7²8²9²A", "²*/\\?<>\".:|"},
-             {"²³%!$", "²³%!$", "²³%!$"},
-             {"%%%!!!²²²³³³$$##", ">%.!?²<³$:#", "%%%!!!²²²³³³$$##"},
-             {"²01²00²0²1²²1²a²", "²01²00²0²1?1²a²", "*²0²*²*²a²"},
-             {"a\xC2", "a\xC2", "a\xC2"},
-             {"ÄÖÜäöüß€#A0", "ÄÖÜäöüß€#A0", "ÄÖÜäöüß€#A0"},
-         }) {
-        EXPECT_EQ(DecodeFieldText(c.text), c.general);
-        EXPECT_EQ(DecodeFieldText2(c.text), c.second);
+    for (const auto& [text, general, second] : cases) {
+        EXPECT_EQ(DecodeFieldText(text), general);
+        EXPECT_EQ(DecodeFieldText2(text), second);
     }
 }
 
 TEST(NameEncoding, WritesWhatReadsBack) {
-    struct Case {
-        const char* what;
-        std::string_view text;
-        std::optional<std::string> general;
-        std::optional<std::string> second;
+    const std::optional<std::string> none;
+    const std::optional<std::string> cases[][3] = {
+        {"Öztürk ß 7", "Öztürk ß 7", "Öztürk ß 7"},
+        {"*/?<>\".:", "~_²²³³%%'!!$#", "²1²2²4²5²6²7²8²9"},
+        {"a\\b|c", none, "a²3b²Ac"},
+        {"²a³%!$", "²a³%!$", "²0a³%!$"},
+        {"a!!b", none, "a!!b"},
+        {"?²", "²²²", "²4²0"}, // half an escape behind a whole one
+        {"m²1", "m²1", none},
+        {"a@@5$HOCH", none, none},
+        {"a@", none, none}, // would join the next separator
+        {"a\nb", none, none},
+        {"M\xFCller", none, none},
     };
-    for (const Case& c : std::vector<Case>{
-             {"plain with umlauts", "Öztürk ß 7", "Öztürk ß 7", "Öztürk ß 7"},
-             {"all that a file name cannot hold", "*/?<>\".:", "~_²²³³%%'!!$#", "²1²2²4²5²6²7²8²9"},
-             {"backslash and bar", "a\\b|c", std::nullopt, "a²3b²Ac"},
-             {"lone escape halves", "²a³%!$", "²a³%!$", "²0a³%!$"},
-             {"literal pair", "a!!b", std::nullopt, "a!!b"},
-             {"half behind an escape", "?²", "²²²", "²4²0"},
-             {"superscript before a digit", "m²1", "m²1", std::nullopt},
-             {"field separator", "a@@5$HOCH", std::nullopt, std::nullopt},
-             {"would join the next separator", "a@", std::nullopt, std::nullopt},
-             {"line end", "a\nb", std::nullopt, std::nullopt},
-             {"not UTF-8", "M\xFCller", std::nullopt, std::nullopt},
-         }) {
-        EXPECT_EQ(encodeFieldText(c.text), c.general) << c.what;
-        EXPECT_EQ(encodeFieldText2(c.text), c.second) << c.what;
+    for (const auto& [text, general, second] : cases) {
+        EXPECT_EQ(encodeFieldText(*text), general) << *text;
+        EXPECT_EQ(encodeFieldText2(*text), second) << *text;
     }
 }
 
 TEST(NameBuilder, RefusesAndStaysAsItWas) {
     DictationNameBuilder name(20);
-    EXPECT_EQ(name.name(), "2$");
-    EXPECT_TRUE(name.add(5, "HOCH"));
-    EXPECT_TRUE(name.add(2, "ROH"));
-    EXPECT_FALSE(name.add(5, "MSG")) << "there already";
-    EXPECT_FALSE(name.add(2, "MAI")) << "there already";
-    EXPECT_FALSE(name.add(-1, "x")) << "no field of a name";
-    EXPECT_FALSE(name.add(0, "x")) << "no field of a name";
+    EXPECT_TRUE(name.add(5, "HOCH") && name.add(2, "ROH"));
+    EXPECT_FALSE(name.add(5, "MSG") || name.add(2, "MAI")) << "there already";
+    EXPECT_FALSE(name.add(-1, "x") || name.add(0, "x")) << "no field of a name";
     EXPECT_FALSE(name.add(7, "a_b")) << "cannot be written";
     EXPECT_FALSE(name.add(8, "1234")) << "21 bytes";
     EXPECT_TRUE(name.add(8, "123")) << "20 bytes";
@@ -86,38 +68,37 @@ TEST(NameBuilder, RefusesAndStaysAsItWas) {
 }
 
 TEST(DictationRecord, ReadsFields) {
-    struct Case {
-        const char* what;
+    const struct {
         std::string name;
-        std::int32_t field;
-        bool found;
-        std::string value;
+        std::int32_t field = 0;
+        std::optional<std::string> value;
+    } cases[] = {
+        {"2$ROH@@5$HOCH", 2, "ROH"},
+        {"@@12$x2$y", 2, {}}, // the status stands at the start
+        {"@@2$ROH", 2, {}},
+        {"2$ROH", 5, {}},
+        {"2$@@5$@@6$x@", 5, ""},
+        {"2$@@5$@@6$x@", 6, "x@"},
+        {"2$@@17$1@@7$24.12.2003", 7, "24.12.2003"}, // a number is not the start of another
+        {"2$@@5$A@b@@5$B@", 5, "A@b"},               // the first one counts
+        {"2$x@@@5$HOCH", 5, "HOCH"},
+        {"2$@@23$~²1", 23, "~*"},  // by the second scheme
+        {"2$@@14$a@@²²", 14, "a"}, // cut before it is decoded
+        {"2$" + std::string(28, 'x') + "@@14", 14, {}},
+        {"2$@@0$z", 0, "z"},
+        {"2$a~b@@5$", -1, "2$a*b@@5$"},
+        {"2$", -2, "...\\Ward3"},
+        {"2$@@7$24.12.2003 17$05$00", -3, "37979.7118055556"},
+        {"2$@@4$ 24.12.2003  ", -4, "37979"},
+        {"2$@@20$soon", -5, ""},
+        {"2$", -3, ""},
     };
-    const std::vector<Case> cases = {
-        {"status", "2$ROH@@5$HOCH", 2, true, "ROH"},
-        {"status not at the start", "@@12$x2$y", 2, false, ""},
-        {"status as a tagged field", "@@2$ROH", 2, false, ""},
-        {"absent", "2$ROH", 5, false, ""},
-        {"empty", "2$@@5$@@6$x@", 5, true, ""},
-        {"the last", "2$@@5$@@6$x@", 6, true, "x@"},
-        {"a number is not the start of another", "2$@@17$1@@7$24.12.2003", 7, true, "24.12.2003"},
-        {"the first one counts", "2$@@5$A@b@@5$B@", 5, true, "A@b"},
-        {"three separators in a row", "2$x@@@5$HOCH", 5, true, "HOCH"},
-        {"the second scheme for 23", "2$@@23$~²1", 23, true, "~*"},
-        {"cut before it is decoded", "2$@@14$a@@²²", 14, true, "a"},
-        {"a tag that is cut off", "2$" + std::string(28, 'x') + "@@14", 14, false, ""},
-        {"zero", "2$@@0$z", 0, true, "z"},
-        {"whole name", "2$a~b@@5$", -1, true, "2$a*b@@5$"},
-        {"directory", "2$", -2, true, "...\\Ward3"},
-        {"serial of a date", "2$@@7$24.12.2003 17$05$00", -3, true, "37979.7118055556"},
-        {"serial is trimmed", "2$@@4$ 24.12.2003  ", -4, true, "37979"},
-        {"serial of no date", "2$@@20$soon", -5, true, ""},
-        {"serial of an absent date", "2$", -3, true, ""},
-    };
-    for (const Case& c : cases) {
+    for (const auto& tested : cases) {
         std::string value = "left over";
-        EXPECT_EQ(GetDictationField(c.field, "\\store\\Ward3\\", c.name, value), c.found) << c.what;
-        EXPECT_EQ(value, c.value) << c.what;
+        EXPECT_EQ(GetDictationField(tested.field, "\\store\\Ward3\\", tested.name, value),
+                  tested.value.has_value())
+            << tested.name;
+        EXPECT_EQ(value, tested.value.value_or("")) << tested.name << ", field " << tested.field;
     }
 }
 
@@ -134,20 +115,20 @@ TEST(DictationRecord, FindsTagsAtEveryOffset) {
 }
 
 TEST(DictationRecord, DirectoryText) {
-    const std::vector<TextCase> cases = {
-        {"last part", "\\store\\Ward3\\", "...\\Ward3"},
-        {"finished ones keep their ward", "\\store\\Ward3\\erl\\", "...\\Ward3\\erl"},
-        {"ERL at the top", "\\ERL\\", "...\\ERL"},
-        {"ERL right below a drive", "D:\\ERL\\", "...\\ERL"},
-        {"without a final backslash", "D:\\Ward3", "...\\Ward3"},
-        {"only one backslash", "Ward3\\", "Ward3"},
-        {"empty", "", ""},
-        {"root", "\\", ""},
-        {"ends in ERL but is not", "\\a\\XERL\\", "...\\XERL"},
-        {"not UTF-8", "\\Ä\\M\xFCller\\ERL\\", "...\\Müller\\ERL"},
+    const std::pair<const char*, const char*> cases[] = {
+        {"\\store\\Ward3\\", "...\\Ward3"},
+        {"\\store\\Ward3\\erl\\", "...\\Ward3\\erl"}, // the finished ones keep their ward
+        {"\\ERL\\", "...\\ERL"},
+        {"D:\\ERL\\", "...\\ERL"},
+        {"D:\\Ward3", "...\\Ward3"},
+        {"Ward3\\", "Ward3"},
+        {"", ""},
+        {"\\", ""},
+        {"\\a\\XERL\\", "...\\XERL"},
+        {"\\Ä\\M\xFCller\\ERL\\", "...\\Müller\\ERL"},
     };
-    for (const TextCase& c : cases)
-        EXPECT_EQ(GetDirectoryText(c.in), c.out) << c.what;
+    for (const auto& [directory, text] : cases)
+        EXPECT_EQ(GetDirectoryText(directory), text) << directory;
 }
 
 TEST(DictationRecord, Names) {
@@ -164,48 +145,35 @@ TEST(DictationRecord, Names) {
 std::string describe(const std::optional<DateSerial>& serial) {
     if (!serial)
         return "none";
-    const platform::DateTime d = dateOf(*serial);
-    std::string text =
-        std::to_string(d.year) + "-" + std::to_string(d.month) + "-" + std::to_string(d.day);
-    if (serial->hasTime)
-        text += " " + std::to_string(d.hour) + ":" + std::to_string(d.minute) + ":" +
-                std::to_string(d.second);
-    return text;
+    const platform::DateTime date = dateOf(*serial);
+    return platform::formatIsoDate(date) +
+           (serial->hasTime ? " " + platform::formatLongTime(date) : "");
 }
 
 TEST(FieldDate, ReadsTheWrittenForm) {
-    const std::vector<TextCase> cases = {
-        {"colons are no time", "24.12.2003 17:05:00", "2003-12-24"},
-        {"huge", "99999999999.1.2003", "none"},
-        {"two digits of the year", "01.01.29x", "2029-1-1"},
-        {"two digits before", "01.01.0030", "1930-1-1"},
-        {"too short", "1.1.203", "none"},
-        {"too short in characters", "1.1.03ä", "none"},
-        {"four pieces", "1.2.3.2003", "none"},
-        {"no separator", "24122003", "none"},
-        {"a separator at the start", ".1.2.2003", "none"},
-        {"leading blank", " 24.12.2003", "none"},
-        {"day rolls over", "31.02.2004", "2004-3-2"},
-        {"month rolls over", "01.13.2003", "2004-1-1"},
-        {"day 0", "00.03.2004", "2004-2-29"},
-        {"letters behind a number", "24x.12y.2003z", "2003-12-24"},
-        {"mixed, a second blank ends the time", "24.12-2003 17$05$00 x", "2003-12-24 17:5:0"},
-        {"year too late", "01.01.10000", "none"},
-        {"rolls out of the years", "31.12.9999 24$00$00", "none"},
-        {"huge time", "01.01.2003 99999999999$0$0", "none"},
-        {"seconds beyond 16 bits", "01.01.2003 0$0$32768", "none"},
-        {"a sign is no digit", "24.12.2003 -1$-1$-1", "2003-12-24 0:0:0"},
-        {"superscript", "²².³³.2003", "2002-11-30"},
+    platform::setLocale(platform::localeNamed("de"));
+    const std::pair<const char*, const char*> cases[] = {
+        {"24.12.2003 17:05:00", "2003-12-24"}, // colons are no time
+        {"01.01.29x", "2029-01-01"},
+        {"01.01.0030", "1930-01-01"},
+        {"31.02.2004", "2004-03-02"}, // rolls over
+        {"01.13.2003", "2004-01-01"},
+        {"00.03.2004", "2004-02-29"},
+        {"24x.12y.2003z", "2003-12-24"},
+        {"24.12-2003 17$05$00 x", "2003-12-24 17:05:00"},
+        {"24.12.2003 -1$-1$-1", "2003-12-24 00:00:00"}, // a sign is no digit
+        {"²².³³.2003", "2002-11-30"},
     };
-    for (const TextCase& c : cases)
-        EXPECT_EQ(describe(ReadFieldDate(c.in, false)), c.out) << c.what;
+    for (const auto& [text, date] : cases)
+        EXPECT_EQ(describe(ReadFieldDate(text, false)), date) << text;
     EXPECT_EQ(describe(ReadFieldDate("24.12.2003 17$05$00", true)), "2003-12-24");
-}
-
-TEST(FieldDate, SerialsAndWrittenDatesAreTheSame) {
-    EXPECT_EQ(describe(readDateOrSerial("37979.7118055556")), "2003-12-24 17:5:0");
-    EXPECT_EQ(describe(readDateOrSerial(" 24.12.2003 17$05$00 ")), "2003-12-24 17:5:0");
-    EXPECT_EQ(describe(readDateOrSerial("0")), "1899-12-30");
+    for (const char* text : {"99999999999.1.2003", "1.1.203", "1.1.03ä", "1.2.3.2003", "24122003",
+                             ".1.2.2003", " 24.12.2003", "01.01.10000", "31.12.9999 24$00$00",
+                             "01.01.2003 99999999999$0$0", "01.01.2003 0$0$32768"})
+        EXPECT_EQ(describe(ReadFieldDate(text, false)), "none") << text;
+    // Serials and written dates are the same.
+    EXPECT_EQ(describe(readDateOrSerial("37979.7118055556")), "2003-12-24 17:05:00");
+    EXPECT_EQ(describe(readDateOrSerial(" 24.12.2003 17$05$00 ")), "2003-12-24 17:05:00");
     EXPECT_EQ(describe(readDateOrSerial("-1")), "1899-12-29");
     for (const char* text :
          {"", "nan", "inf", "1e300", "20031224", "37979x", ".", "2958465.9999999"})
@@ -215,13 +183,13 @@ TEST(FieldDate, SerialsAndWrittenDatesAreTheSame) {
             const DateSerial serial{day, second, second != 0};
             EXPECT_EQ(readDateOrSerial(serialText(serial)), serial) << day << ' ' << second;
         }
+    platform::setLocale(std::nullopt);
 }
 
 TEST(FieldDate, Seconds) {
-    EXPECT_EQ(readSeconds("00:02:15"), 135);
-    EXPECT_EQ(readSeconds("00$02$15"), 135);
-    EXPECT_EQ(readSeconds(" 1:30 "), 5400);
-    EXPECT_EQ(readSeconds("25:00:00"), 90000);
+    for (const auto& [text, seconds] : {std::pair("00:02:15", 135), std::pair("00$02$15", 135),
+                                        std::pair(" 1:30 ", 5400), std::pair("25:00:00", 90000)})
+        EXPECT_EQ(readSeconds(text), seconds);
     for (const char* text :
          {"", "135", "1:60", "1:2:60", "1:2:3:4", "a:b", "-1:00", "1::2", "99999:00", "00:02:15x"})
         EXPECT_FALSE(readSeconds(text)) << text;
@@ -259,19 +227,23 @@ TEST(FieldCodes, TextsOfCodes) {
 TEST(FieldValues, ShownTexts) {
     modLanguage::SetLanguage(7, 0);
     platform::setLocale(platform::localeNamed("de"));
-    const auto shown = [](std::int32_t field, const char* name) {
-        return fieldText(field, "\\store\\Ward3\\", name);
+    const struct {
+        std::int32_t field;
+        const char* name;
+        const char* shown;
+    } cases[] = {
+        {9, "2$@@7$4.2.2003 7$05$00", "04.02.2003 07:05:00"},
+        {16, "2$@@4$bald", "bald"},
+        {13, "2$@@6$0$2$5", "00:02:05"},
+        {13, "2$@@6$kurz", "kurz"},
+        {2, "2$FOO", "FOO"},
+        {7, "2$@@17$384", "(Status 128), (Status 256)"},
+        {7, "2$@@17$0", ""},
+        {7, "2$@@17$x", "x"},
+        {0, "2$", ""},
     };
-    EXPECT_EQ(shown(9, "2$@@7$4.2.2003 7$05$00"), "04.02.2003 07:05:00");
-    EXPECT_EQ(shown(16, "2$@@4$bald"), "bald");
-    EXPECT_EQ(shown(13, "2$@@6$0$2$5"), "00:02:05");
-    EXPECT_EQ(shown(13, "2$@@6$kurz"), "kurz");
-    EXPECT_EQ(shown(2, "2$FOO"), "FOO");
-    EXPECT_EQ(shown(7, "2$@@17$128"), "(Status 128)");
-    EXPECT_EQ(shown(7, "2$@@17$384"), "(Status 128), (Status 256)");
-    EXPECT_EQ(shown(7, "2$@@17$0"), "");
-    EXPECT_EQ(shown(7, "2$@@17$x"), "x");
-    EXPECT_EQ(shown(0, "2$"), "");
+    for (const auto& [field, name, shown] : cases)
+        EXPECT_EQ(fieldText(field, "\\store\\Ward3\\", name), shown) << name;
     platform::setLocale(std::nullopt);
 }
 

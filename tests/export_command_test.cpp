@@ -7,8 +7,6 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 
 // `ovsearch export`, run as a person or a script runs it.
 
@@ -33,8 +31,10 @@ protected:
         return run(options, how);
     }
     std::string content(const std::string& name) const {
-        std::ifstream file(out_.native(name), std::ios::binary);
-        return {std::istreambuf_iterator<char>(file), {}};
+        return shellOutput("cat '" + out_.native(name) + "'");
+    }
+    static bool holds(const std::string& text, const std::string& part) {
+        return text.find(part) != std::string::npos;
     }
 
     tests::TemporaryStore store_;
@@ -56,7 +56,7 @@ TEST_F(ExportCommand, WritesWhatFindFinds) {
     tests::ProgramRun how;
     how.onTerminal = true;
     const ProgramResult shown = exportTo("l.json", {"--columns", "author,length"}, how);
-    EXPECT_NE(shown.output.find("1 of 2 rows"), std::string::npos) << shown.output;
+    EXPECT_PRED2(holds, shown.output, "1 of 2 rows");
     EXPECT_TRUE(shown.output.ends_with("\r\x1B[K")) << shown.output;
     EXPECT_EQ(content("l.json"), run({"find", store_.folder().native(), "--format", "json",
                                       "--columns", "author,length"})
@@ -68,19 +68,25 @@ TEST_F(ExportCommand, WritesWhatFindFinds) {
 TEST_F(ExportCommand, RefusesWhatItShould) {
     store_.add("2$WAV@@14$Zeh.WAV");
     out_.add("there.csv", "old");
-    EXPECT_EQ(exportTo("list").exitCode, 2);
-    EXPECT_EQ(exportTo("list.doc").exitCode, 2);
-    EXPECT_EQ(exportTo("list.pdf", {"--separator", ";"}).exitCode, 2);
-    const ProgramResult there = exportTo("there.csv");
-    EXPECT_EQ(there.exitCode, 3);
-    EXPECT_NE(there.errors.find("--force"), std::string::npos);
-    EXPECT_EQ(content("there.csv"), "old");
-    EXPECT_EQ(exportTo("missing/l.csv").exitCode, 3);
     tests::ProgramRun full;
     full.longestFile = 10;
-    const ProgramResult failed = exportTo("there.csv", {"--force"}, full);
-    EXPECT_EQ(failed.exitCode, 3);
-    EXPECT_NE(failed.errors.find("there.csv: File too large"), std::string::npos) << failed.errors;
+    const struct {
+        ProgramResult result;
+        int exitCode;
+        const char* error;
+    } cases[] = {
+        {exportTo("list"), 2, ".json, .txt"},
+        {exportTo("list.doc"), 2, "list.doc\" has none"},
+        {exportTo("list.pdf", {"--separator", ";"}), 2, "--separator goes with"},
+        {exportTo("list.csv", {"--sort", "shoe"}), 2, "cannot sort"},
+        {exportTo("there.csv"), 3, "there.csv: already exists; --force"},
+        {exportTo("missing/l.csv"), 3, "missing/l.csv: No such file"},
+        {exportTo("there.csv", {"--force"}, full), 3, "there.csv: File too large"},
+    };
+    for (const auto& [result, exitCode, error] : cases) {
+        EXPECT_EQ(result.exitCode, exitCode) << error;
+        EXPECT_PRED2(holds, result.errors, error);
+    }
     EXPECT_EQ(content("there.csv"), "old");
     EXPECT_EQ(exportTo("there.csv", {"--force"}).exitCode, 0);
 }
@@ -92,7 +98,7 @@ TEST_F(ExportCommand, InterruptedWritesNothing) {
     how.interruptAt = " hits, in ";
     const ProgramResult result = exportTo("l.csv", {}, how);
     EXPECT_EQ(result.exitCode, -SIGINT);
-    EXPECT_NE(result.output.find("l.csv was not written"), std::string::npos) << result.output;
+    EXPECT_PRED2(holds, result.output, "l.csv was not written");
     EXPECT_FALSE(std::filesystem::exists(out_.native("l.csv")));
 }
 
@@ -112,19 +118,17 @@ TEST_F(ExportCommand, WritesPages) {
             .exitCode,
         0);
     const std::string file = "'" + out_.native("l.pdf") + "'";
-    EXPECT_NE(shellOutput("qpdf --check " + file).find("No syntax or stream encoding errors"),
-              std::string::npos);
+    EXPECT_PRED2(holds, shellOutput("qpdf --check " + file), "No syntax or stream encoding errors");
     const std::string pages = shellOutput("pdftotext -layout " + file + " -");
     for (const char* part :
          {"Liste (Ä)", "\"Autor\" ist nicht leer", "Author 100", "Author 299", "00:00:20", "=1+1",
-          "two lines", "Diktiert", "Seite 1 von 4", "Seite 4 von 4", "Gedruckt am"})
-        EXPECT_NE(pages.find(part), std::string::npos) << part;
-    std::size_t captions = 0;
-    for (std::size_t at = 0; (at = pages.find("Autor ", at)) != std::string::npos; ++at)
-        ++captions;
-    EXPECT_EQ(captions, 4U) << "above the rows of each page\n" << pages;
-    EXPECT_EQ(pages.find(std::string(236, 'W')), std::string::npos);
-    EXPECT_NE(pages.find("W…"), std::string::npos) << "what is too long is cut";
+          "two lines", "Diktiert", "Seite 1 von 4", "Seite 4 von 4", "Gedruckt am", "W…"})
+        EXPECT_PRED2(holds, pages, part);
+    const std::regex caption("Autor ");
+    EXPECT_EQ(std::distance(std::sregex_iterator(pages.begin(), pages.end(), caption), {}), 4)
+        << "above the rows of each page\n"
+        << pages;
+    EXPECT_FALSE(holds(pages, std::string(235, 'W')));
     // A module is taken from the installation of the program, and from no folder above that.
     namespace fs = std::filesystem;
     for (const char* folder : {"a/b/bin", "bin"})
@@ -141,8 +145,7 @@ TEST_F(ExportCommand, WritesPages) {
     }
     // With every column the paper lies across.
     exportTo("wide.pdf");
-    EXPECT_NE(shellOutput("pdfinfo '" + out_.native("wide.pdf") + "'").find("842 x 595"),
-              std::string::npos);
+    EXPECT_PRED2(holds, shellOutput("pdfinfo '" + out_.native("wide.pdf") + "'"), "842 x 595");
 }
 #endif
 

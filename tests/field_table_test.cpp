@@ -116,9 +116,9 @@ TEST_F(FieldTable, RowsAndCaptionsInTheLanguageOfTheUser) {
 TEST_F(FieldTable, FactsOfADictation) {
     show(8, false);
     std::string facts;
-    for (const DictationFact& fact :
+    for (const auto& [caption, value] :
          describeDictation("\\s\\Ward\\2$MAI@@99$ROH@@12$7@@14$M\xFCller.WAV"))
-        facts += fact.caption + "=" + fact.value + ";";
+        facts.append(caption).append("=").append(value).append(";");
     EXPECT_EQ(facts, "Folder=...\\Ward;Status=Sent by email;Author=Müller;Number=7;Priority=Normal;"
                      "File name=2$MAI@@99$ROH@@12$7@@14$Müller;Second status=Draft;");
 }

@@ -5,8 +5,7 @@
 
 #include <gtest/gtest.h>
 
-#include <utility>
-#include <vector>
+#include <array>
 
 namespace ov::platform {
 namespace {
@@ -59,12 +58,8 @@ std::string dateIn(const char* locale, std::string_view text) {
 }
 
 TEST_F(LocaleTest, ReadsDates) {
-    const struct {
-        const char* text;
-        const char* german;
-        const char* american;
-        const char* swedish;
-    } cases[] = {
+    // As written, in German, American and Swedish.
+    const std::array<const char*, 4> cases[] = {
         {"5.3.2026", "2026-03-05", "2026-03-05", "2026-03-05"}, // points are day first anywhere
         {"12.31.2026", "", "", ""},
         {"05/03/26", "2026-03-05", "2026-05-03", "2005-03-26"},
@@ -77,45 +72,40 @@ TEST_F(LocaleTest, ReadsDates) {
         {"1.1.0100", "0100-01-01", "0100-01-01", "0100-01-01"},
         {"31.12.9999", "9999-12-31", "9999-12-31", "9999-12-31"},
     };
-    for (const auto& tested : cases) {
-        EXPECT_EQ(dateIn("de", tested.text), tested.german) << tested.text;
-        EXPECT_EQ(dateIn("en_US", tested.text), tested.american) << tested.text;
-        EXPECT_EQ(dateIn("sv", tested.text), tested.swedish) << tested.text;
+    for (const auto& [text, german, american, swedish] : cases) {
+        EXPECT_EQ(dateIn("de", text), german) << text;
+        EXPECT_EQ(dateIn("en_US", text), american) << text;
+        EXPECT_EQ(dateIn("sv", text), swedish) << text;
     }
-    const struct {
-        const char* why;
-        std::vector<const char*> texts;
-    } noDates[] = {
-        {"three pieces", {"", ".", "...", "1.1", "1.1.", ".1.2026", "1..2026", "1.1.2026.1"}},
-        {"separators", {"1.1/2026", "1,1,2026", "1 . 1 . 2026"}},
-        {"digits", {"1.1.6", "1.1.026", "1.1.20266", "001.1.2026", "1.001.2026"}},
-        {"calendar", {"0.1.2026", "1.0.2026", "1.13.2026", "32.1.2026", "29.2.2023", "1.1.0099"}},
-        {"signs", {"-1.1.2026", "1/1/-0", "+1.1.2026", "--2026"}},
-        {"rest", {"1.1.2026x", "1.1.2026 17:00", "99999999999.1.1"}},
+    // Wrong are the pieces, the separators, the digits, the calendar, the signs, the rest.
+    const std::vector<const char*> noDates[] = {
+        {"", ".", "...", "1.1", "1.1.", ".1.2026", "1..2026", "1.1.2026.1"},
+        {"1.1/2026", "1,1,2026", "1 . 1 . 2026"},
+        {"1.1.6", "1.1.026", "1.1.20266", "001.1.2026", "1.001.2026"},
+        {"0.1.2026", "1.0.2026", "1.13.2026", "32.1.2026", "29.2.2023", "1.1.0099"},
+        {"-1.1.2026", "1/1/-0", "+1.1.2026", "--2026"},
+        {"1.1.2026x", "1.1.2026 17:00", "99999999999.1.1"},
     };
-    for (const auto& tested : noDates)
-        for (const char* text : tested.texts)
-            EXPECT_EQ(dateIn("de", text), "") << tested.why << ": " << text;
+    for (const auto& texts : noDates)
+        for (const char* text : texts)
+            EXPECT_EQ(dateIn("de", text), "") << text;
 }
 
 TEST_F(LocaleTest, ReadsNumbers) {
-    const struct {
-        std::optional<double> german;
-        std::optional<double> american;
-        std::vector<const char*> texts;
-    } cases[] = {
+    using Number = std::optional<double>; // in German, American
+    const std::tuple<Number, Number, std::vector<const char*>> cases[] = {
         {25, 25, {"25", " +25\t", "2500e-2"}},
         {2.5, {}, {"2,5", "0,25E+1"}},
         {{}, 2.5, {"2.5", "25.e-1"}},
         {{}, {}, {"", " ", "+", "-", "+-5", "--5", "5 5", "5x", "0x10", "1,5,5", "1.234,5"}},
         {{}, {}, {"inf", "nan", "1e", "e1", "1e999", "&H1"}},
     };
-    for (const auto& tested : cases)
-        for (const char* text : tested.texts) {
+    for (const auto& [german, american, texts] : cases)
+        for (const char* text : texts) {
             setLocale(localeNamed("de"));
-            EXPECT_EQ(parseNumber(text), tested.german) << text;
+            EXPECT_EQ(parseNumber(text), german) << text;
             setLocale(localeNamed("en_US"));
-            EXPECT_EQ(parseNumber(text), tested.american) << text;
+            EXPECT_EQ(parseNumber(text), american) << text;
         }
 }
 

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <bit>
 #include <cstring>
 #include <set>
 #include <string>
@@ -76,26 +77,24 @@ private:
 };
 
 TEST(Mixer, ChoosesADevice) {
-    using Texts = std::vector<std::string>;
     const struct {
-        Texts devices;
-        std::string wanted;
-        std::string chosen;
-        std::vector<std::size_t> leftOpen;
+        std::vector<std::string> devices;
+        const char* wanted;
+        const char* chosen;
+        std::size_t leftOpen;
     } cases[] = {
-        {{"One", " sb16 MIXER [220] ", "Three"}, "SB16 Mixer [220]", "sb16 MIXER [220]", {1}},
-        {{"busy", "B"}, "b", "B", {1}},
-        {{"A", "B"}, "SB16 Mixer [220]", "A", {0}},
-        {{"", "B"}, "", "", {0}}};
-    for (const auto& test : cases) {
-        SCOPED_TRACE(test.wanted + " " + test.chosen);
+        {{"One", " sb16 MIXER [220] ", "Three"}, "SB16 Mixer [220]", "sb16 MIXER [220]", 1},
+        {{"busy", "B"}, "b", "B", 1},
+        {{"A", "B"}, "SB16 Mixer [220]", "A", 0},
+        {{"", "B"}, "", "", 0}};
+    for (const auto& [devices, wanted, chosen, leftOpen] : cases) {
         ScriptedMixer fake;
-        fake.names = test.devices;
+        fake.names = devices;
         clsMixer mixer;
-        mixer.DefaultMixerName(test.wanted);
+        mixer.DefaultMixerName(wanted);
         EXPECT_TRUE(mixer.Init_MixerControl());
-        EXPECT_EQ(mixer.CurrentMixerName(), test.chosen);
-        EXPECT_EQ(fake.opened, test.leftOpen);
+        EXPECT_EQ(mixer.CurrentMixerName(), chosen);
+        EXPECT_EQ(fake.opened, std::vector<std::size_t>{leftOpen});
     }
     ScriptedMixer none;
     clsMixer mixer;
@@ -136,80 +135,70 @@ TEST(Mixer, FindsControlsAndTheirValues) {
     EXPECT_EQ(fake.opened.size(), 1U) << "the mixer stays open";
 }
 
+// The answers to a question with each of its fields one less, then one more than it should be.
+template <typename Question, typename Ask>
+std::vector<std::uint32_t> answersToWrong(const Question& right, Ask ask) {
+    using Fields = std::array<std::uint32_t, sizeof right / sizeof(std::uint32_t)>;
+    std::vector<std::uint32_t> answers;
+    for (const std::uint32_t change : {~0U, 1U})
+        for (std::size_t i = 0; i < Fields().size(); ++i) {
+            auto fields = std::bit_cast<Fields>(right);
+            fields[i] += change;
+            auto wrong = std::bit_cast<Question>(fields);
+            answers.push_back(ask(wrong));
+        }
+    return answers;
+}
+
 // The system's own mixer answers wrong questions as programs expect it.
 TEST(Mixer, AnswersWrongQuestions) {
+    using Answers = std::vector<std::uint32_t>;
     MixerCalls& mixer = systemMixerCalls();
     MixerHandle handle = 0;
-    EXPECT_EQ(mixer.open(handle, mixer.getNumDevs(), 0, 0, 0), mixer_result::badDevice);
-    ASSERT_EQ(mixer.open(handle, 0, 0, 0, 0), mixer_result::success);
     MixerCaps caps;
-    EXPECT_EQ(mixer.getDevCaps(0, caps, 48), mixer_result::success) << "a device's number";
-    EXPECT_EQ(std::string(caps.name.data()) + std::to_string(caps.destinations), "OVSearch1");
-    EXPECT_EQ(mixer.getDevCaps(handle, caps, 47), mixer_result::invalidParameter);
-    EXPECT_EQ(mixer.getDevCaps(1, caps, 48), mixer_result::badDevice);
+    Answers answers;
+    answers = {mixer.open(handle, mixer.getNumDevs(), 0, 0, 0), mixer.open(handle, 0, 0, 0, 0),
+               mixer.getDevCaps(0, caps, 48), mixer.getDevCaps(handle, caps, 47),
+               mixer.getDevCaps(1, caps, 48)};
+    EXPECT_EQ(answers, (Answers{2, 0, 0, 11, 2}));
+    EXPECT_EQ(caps.name.data(), std::string("OVSearch"));
     MixerLine line;
-    const auto askForLine = [&](MixerHandle with, std::uint32_t size, std::uint32_t component,
-                                std::uint32_t flags) {
+    const auto askForLine = [&](std::uint32_t size, std::uint32_t component, std::uint32_t flags,
+                                MixerHandle with) {
         line.size = size;
         line.component = component;
         return mixer.getLineInfo(with, line, flags);
     };
-    EXPECT_EQ(askForLine(handle, 168, mixer_line::waveOutput, 3), mixer_result::success);
-    EXPECT_EQ((std::array{line.size, line.line, line.state, line.component, line.channels,
-                          line.controls, line.targetType}),
-              (std::array{168U, 1U, 0x80000001U, mixer_line::waveOutput, 1U, 2U, 1U}));
-    EXPECT_EQ(std::string(line.shortName.data()) + line.name.data() + line.targetName.data(),
-              "WaveWave outputOVSearch");
-    EXPECT_EQ(askForLine(handle, 164, mixer_line::waveOutput, 3), mixer_result::invalidParameter);
-    EXPECT_EQ(askForLine(handle, 168, mixer_line::waveOutput, 2), mixer_result::invalidParameter);
-    EXPECT_EQ(askForLine(handle, 168, 0x1003, 3), mixer_result::invalidLine);
-    EXPECT_EQ(askForLine(0, 168, mixer_line::waveOutput, 3), mixer_result::invalidHandle);
+    answers = {askForLine(164, mixer_line::waveOutput, 3, handle),
+               askForLine(168, mixer_line::waveOutput, 2, handle),
+               askForLine(168, mixer_line::waveOutput, 3, 0), askForLine(168, 0x1003, 3, handle),
+               askForLine(168, mixer_line::waveOutput, 3, handle)};
+    EXPECT_EQ(answers, (Answers{11, 11, 5, 1024, 0}));
+    EXPECT_EQ((std::array{line.size, line.line, line.state, line.controls, line.targetType}),
+              (std::array{168U, 1U, 0x80000001U, 2U, 1U}));
 
-    const MemoryHandle block = mixer.globalAlloc(0, 152);
     const MemoryHandle small = mixer.globalAlloc(0, 3);
-    const struct {
-        MixerLineControls asked;
-        std::uint32_t result;
-        std::uint32_t flags = 2;
-    } controls[] = {{{24, 1, mixer_control::volume, 1, 148, block}, mixer_result::success},
-                    {{24, 1, mixer_control::peakMeter, 1, 148, block}, mixer_result::success},
-                    {{23, 1, mixer_control::volume, 1, 148, block}, mixer_result::invalidParameter},
-                    {{24, 1, mixer_control::volume, 1, 147, block}, mixer_result::invalidParameter},
-                    {{24, 1, mixer_control::volume, 2, 148, block}, mixer_result::invalidParameter},
-                    {{24, 1, mixer_control::volume, 1, 148, small}, mixer_result::invalidParameter},
-                    {{24, 1, mixer_control::volume, 1, 148, block}, 11, 1},
-                    {{24, 2, mixer_control::volume, 1, 148, block}, mixer_result::invalidLine},
-                    {{24, 1, 0x20010001, 1, 148, block}, mixer_result::invalidControl}};
-    for (auto test : controls) {
-        EXPECT_EQ(mixer.getLineControls(handle, test.asked, test.flags), test.result);
-        if (test.result == mixer_result::success) {
-            MixerControl control;
-            std::memcpy(&control, mixer.globalLock(block), sizeof control);
-            const bool isVolume = test.asked.controlType == mixer_control::volume;
-            EXPECT_EQ(
-                (std::array{control.size, control.id, control.type, control.flags, control.steps}),
-                (std::array{148U, isVolume ? 1U : 2U, test.asked.controlType, 1U,
-                            isVolume ? 192U : 0U}));
-            EXPECT_EQ(std::string(control.shortName.data()) + control.name.data(),
-                      isVolume ? "VolumeVolume" : "LevelPeak meter");
-        }
-    }
-    const std::pair<MixerControlDetails, std::uint32_t> details[] = {
-        {{24, 1, 1, 0, 4, block}, mixer_result::success},
-        {{23, 1, 1, 0, 4, block}, mixer_result::invalidParameter},
-        {{24, 1, 2, 0, 4, block}, mixer_result::invalidParameter},
-        {{24, 1, 1, 0, 3, block}, mixer_result::invalidParameter},
-        {{24, 1, 1, 0, 4, small}, mixer_result::invalidParameter},
-        {{24, 9, 1, 0, 4, block}, mixer_result::invalidControl}};
-    for (auto [asked, result] : details)
-        EXPECT_EQ(mixer.getControlDetails(handle, asked, 0), result);
-    MixerControlDetails meter{24, 2, 1, 0, 4, block};
-    EXPECT_EQ(mixer.setControlDetails(handle, meter, 0), mixer_result::notSupported);
-    EXPECT_EQ(mixer.setControlDetails(0, meter, 0), mixer_result::invalidHandle);
-    EXPECT_EQ(mixer.close(handle) * 10 + mixer.close(0), mixer_result::invalidHandle);
-    mixer.globalFree(small);
+    const MemoryHandle block = mixer.globalAlloc(0, 152); // the next one
+    MixerLineControls volume{24, 1, mixer_control::volume, 1, 148, block};
+    answers = answersToWrong(volume, [&](auto& q) { return mixer.getLineControls(handle, q, 2); });
+    EXPECT_EQ(answers, (Answers{11, 1024, 1025, 11, 11, 11, 0, 1024, 1025, 11, 0, 11}));
+    answers = {mixer.getLineControls(handle, volume, 1), mixer.getLineControls(handle, volume, 2)};
+    EXPECT_EQ(answers, (Answers{11, 0}));
+    MixerControl control;
+    std::memcpy(&control, mixer.globalLock(block), sizeof control);
+    EXPECT_EQ((std::array{control.size, control.id, control.flags, control.steps}),
+              (std::array{148U, 1U, 1U, 192U}));
+    MixerControlDetails details{24, 1, 1, 0, 4, block};
+    answers =
+        answersToWrong(details, [&](auto& q) { return mixer.getControlDetails(handle, q, 0); });
+    EXPECT_EQ(answers, (Answers{11, 1025, 0, 0, 11, 11, 0, 0, 11, 0, 0, 11}));
+    details.control = 2; // the meter
+    answers = {mixer.setControlDetails(handle, details, 0), mixer.setControlDetails(0, details, 0),
+               mixer.close(handle), mixer.close(0)};
+    EXPECT_EQ(answers, (Answers{8, 5, 0, 5}));
     mixer.globalFree(block);
-    EXPECT_EQ(mixer.globalLock(block), nullptr);
+    EXPECT_TRUE(mixer.globalLock(block) == nullptr && mixer.globalLock(small) != nullptr);
+    mixer.globalFree(small);
 }
 
 } // namespace

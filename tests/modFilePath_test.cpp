@@ -63,24 +63,21 @@ const std::string baseSetting =
 TEST_F(ControlDirectories, ByNumber) {
     useRegistry(baseSetting + "[HKEY_LOCAL_MACHINE\\Software\\Orvanta\\WF\\Orvanta2000]\n"
                               "\"NetzPath\"=\"N:\\\\net\"\n");
-    const std::string data = path("Orvanta\\Data\\");
-    const std::string common = "\\etc\\xdg\\Orvanta\\";
-    const std::string commonData = common + "Data\\";
-    Lines found;
-    for (const std::int32_t id : {1, 11, 12, 2, 10, 30, 3, 40, 100, 102, 200}) {
-        found.push_back(GetDirectory(id));
-        if (found.back().starts_with(path("")))
-            found.back().replace(0, path("").size(), "@");
+    std::string found;
+    for (const std::int32_t id : {1,  11, 12, 2,  10,  30,  31,  32,  33,  34,  3,  40,
+                                  41, 42, 43, 44, 100, 102, 103, 104, 105, 106, 200}) {
+        std::string directory = GetDirectory(id);
+        if (directory.starts_with(path("")))
+            directory.replace(0, path("").size(), "@");
+        found.append(directory).append(" ");
     }
-    EXPECT_EQ(found, (Lines{"@module\\", "@module\\PlugIns\\", "@module\\DRL\\", "@Orvanta\\",
-                            "@Orvanta\\Log\\", "@Orvanta\\Data\\", common, common + "Data\\",
-                            "N:\\net\\", "N:\\net\\Data\\", "N:\\base\\"}));
-    std::int32_t next = 1;
-    for (const std::string name : {"TServer\\", "DAss\\", "WF\\", "Lumeron\\"}) {
-        EXPECT_EQ(GetDirectory(30 + next), data + name);
-        EXPECT_EQ(GetDirectory(40 + next), commonData + name);
-        EXPECT_EQ(GetDirectory(102 + next++), name == "Lumeron\\" ? "" : "N:\\net\\Data\\" + name);
-    }
+    EXPECT_EQ(found, R"(@module\ @module\PlugIns\ @module\DRL\ @Orvanta\ @Orvanta\Log\ )"
+                     R"(@Orvanta\Data\ @Orvanta\Data\TServer\ @Orvanta\Data\DAss\ )"
+                     R"(@Orvanta\Data\WF\ @Orvanta\Data\Lumeron\ \etc\xdg\Orvanta\ )"
+                     R"(\etc\xdg\Orvanta\Data\ \etc\xdg\Orvanta\Data\TServer\ )"
+                     R"(\etc\xdg\Orvanta\Data\DAss\ \etc\xdg\Orvanta\Data\WF\ )"
+                     R"(\etc\xdg\Orvanta\Data\Lumeron\ N:\net\ N:\net\Data\ N:\net\Data\TServer\ )"
+                     R"(N:\net\Data\DAss\ N:\net\Data\WF\  N:\base\ )");
     for (const std::int32_t unknown : {0, 13, 101, 205, -1})
         EXPECT_EQ(GetDirectory(unknown, true), "") << unknown;
     EXPECT_EQ(entryCount(), 1U) << "asking makes nothing";

@@ -36,8 +36,6 @@ protected:
 };
 
 TEST_F(Multimedia, DrivesADevice) {
-    const std::string outOfRange =
-        "The specified parameter is out of range for the specified command.";
     EXPECT_EQ(MciOpen(alias, store_.path("gone.WAV"), "waveaudio").substr(0, 30),
               "Cannot find the specified file");
     EXPECT_EQ(MciGetPosition(alias), -1);
@@ -47,15 +45,14 @@ TEST_F(Multimedia, DrivesADevice) {
     EXPECT_EQ(MciGetSpeed(alias), -1);
     EXPECT_EQ(MciSeek(alias, 7000), "");
     EXPECT_EQ(MciPlay(alias, 77, -1, -1), "") << "the output's refusal does not count";
-    EXPECT_EQ(MciPause(alias), "");
-    EXPECT_EQ(MciGetMode(alias), "paused");
+    EXPECT_EQ((Commands{MciPause(alias), MciGetMode(alias)}), (Commands{"", "paused"}));
     EXPECT_GE(MciGetPosition(alias), 7000);
-    EXPECT_EQ(MciResume(alias), "");
-    EXPECT_EQ(MciSeekAndPlay(alias, 15000), "");
-    EXPECT_EQ(MciGetMode(alias), "playing");
-    EXPECT_EQ(MciStop(alias), "");
-    EXPECT_EQ(MciGetMode(alias), "stopped");
+    EXPECT_EQ((Commands{MciResume(alias), MciSeekAndPlay(alias, 15000), MciGetMode(alias)}),
+              (Commands{"", "", "playing"}));
+    EXPECT_EQ((Commands{MciStop(alias), MciGetMode(alias)}), (Commands{"", "stopped"}));
     EXPECT_GE(MciGetPosition(alias), 15000);
+    const std::string outOfRange =
+        "The specified parameter is out of range for the specified command.";
     EXPECT_EQ(MciPlay(alias, -1, 20, 10), outOfRange);
 
     MciSeek(alias, 20000);

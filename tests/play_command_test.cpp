@@ -5,6 +5,7 @@
 #include "environment.h"
 #include "failing_reads.h"
 #include "run_program.h"
+#include "scripted_media.h"
 #include "temporary_store.h"
 #include "wave_files.h"
 
@@ -63,6 +64,7 @@ TEST_F(PlayCommand, TellsThatTheFileCannotBeReadOn) {
     const tests::Environment silent("SDL_AUDIODRIVER", "dummy");
     const std::string file = store_.native("long one.WAV");
     const tests::FailingReads bad(file, tests::FailingReads::How::fail, 10000);
+    tests::ScriptedMedia media;
     ::testing::internal::CaptureStderr();
     TerminalInterface terminal;
     EXPECT_EQ(runPlay(file, terminal), ExitCode::unreadable);
@@ -70,27 +72,36 @@ TEST_F(PlayCommand, TellsThatTheFileCannotBeReadOn) {
               "ovsearch: " + file +
                   ": Cannot read the specified file. Make sure the file is still present, or check "
                   "your disk or network connection.\n");
+    EXPECT_EQ(media.sent.at(1) + ", " + media.sent.at(3),
+              "set Player output -1, play Player from 0 to 100000");
 }
 
+// In a shell that tells afterwards how the terminal was left.
 TEST_F(PlayCommand, ShowsPositionAndEndsAsAskedFor) {
     ProgramRun how = playing("long one.WAV");
+    how.onTerminal = true;
+    how.arguments = {"-c",
+                     "before=$(stty -g); \"$0\" play \"$1\"; echo \"code $?\"; "
+                     "test \"$before\" = \"$(stty -g)\" && echo restored",
+                     OV_SEARCH_PROGRAM, how.arguments.back()};
+    how.typeAt = "#"; // the level
+    for (const char* key : {"q", "\x03"}) {
+        how.typed = key;
+        const ProgramResult result = tests::runProgram("/bin/sh", how);
+        for (const char* text : {"0:00:00 / 0:01:40", "code 0", "restored"})
+            EXPECT_NE(result.output.find(text), std::string::npos) << result.output;
+    }
+    how = playing("long one.WAV");
     how.onTerminal = true;
     how.typeAt = "0:00:01 / 0:01:40";
     how.typed = " ";
     how.interruptAt = "paused";
     EXPECT_EQ(run(how).exitCode, -SIGINT);
-    // In a shell that tells afterwards how the terminal was left.
-    how.interruptAt.clear();
-    how.arguments = {"-c",
-                     "before=$(stty -g); \"$0\" play \"$1\"; echo \"code $?\"; "
-                     "test \"$before\" = \"$(stty -g)\" && echo restored",
-                     OV_SEARCH_PROGRAM, how.arguments.back()};
-    for (const char* key : {"q", "\x03"}) {
-        how.typed = key;
-        const ProgramResult result = tests::runProgram("/bin/sh", how);
-        for (const char* text : {"code 0", "restored", "#"}) // the last is the level
-            EXPECT_NE(result.output.find(text), std::string::npos) << result.output;
-    }
+    // Who ignored Ctrl-C goes on doing so.
+    how.interruptAt = "0:00:00 / 0:00:00";
+    how.arguments = {"-c", "trap '' INT; exec \"$0\" play \"$1\"", OV_SEARCH_PROGRAM,
+                     store_.native("short.WAV")};
+    EXPECT_EQ(tests::runProgram("/bin/sh", how).exitCode, 0);
 }
 
 } // namespace

@@ -10,39 +10,31 @@
 #include "recording_interface.h"
 #include "settings_fixture.h"
 #include "support/language/modLanguage.h"
-#include "temporary_store.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <filesystem>
 #include <numeric>
-#include <random>
-#include <string>
-#include <vector>
 
 namespace ov::modDictation {
 namespace {
+
+using Texts = std::vector<std::string>;
 
 constexpr std::int32_t noLimit = 999999;
 
 class TreeScan : public tests::SettingsTest {
 protected:
-    std::vector<std::string> search(const std::vector<std::string>& criteria = {},
-                                    std::int32_t maxDepth = 50, std::int32_t limit = noLimit) {
+    // Relative to the store, native, sorted.
+    Texts search(const Texts& criteria = {}, std::int32_t maxDepth = 50,
+                 std::int32_t limit = noLimit) {
         list_.clear();
         const std::int32_t found =
             SearchDictations(store_.directory(), criteria, maxDepth, list_, true, true, limit);
         EXPECT_EQ(found, list_.size());
-        return sortedPaths();
-    }
-
-    // Relative to the store, native, sorted.
-    std::vector<std::string> sortedPaths() const {
-        std::vector<std::string> paths;
-        const std::size_t root = store_.directory().size();
+        Texts paths;
         for (std::int32_t i = 1; i <= list_.size(); ++i) {
-            paths.push_back(list_.path(i).substr(root));
+            paths.push_back(list_.path(i).substr(store_.directory().size()));
             std::replace(paths.back().begin(), paths.back().end(), '\\', '/');
         }
         std::sort(paths.begin(), paths.end());
@@ -52,9 +44,6 @@ protected:
     tests::TemporaryStore store_;
     DictationList list_;
 };
-
-using Paths = std::vector<std::string>;
-using Lines = std::vector<std::string>;
 
 std::string criterion(std::int32_t field, std::int32_t operatorId, const char* value) {
     return BuildCriteriaString(field, operatorId, value, "");
@@ -66,7 +55,7 @@ TEST_F(TreeScan, FindsDictationsAndNothingElse) {
     store_.add("_old/f.WAV").add("Ward/_old/g.WAV").add("_g.WAV");
     store_.add("x.WAV/inside.WAV").addPipe("pipe.WAV").addLink("nowhere.WAV", "missing");
     store_.addLink("linked.WAV", "a.WAV").addFolder("empty");
-    EXPECT_EQ(search(), (Paths{".hidden/e.wav", "Ward/ERL/d.WAV", "Ward/c.Wav", "_g.WAV", "a.WAV",
+    EXPECT_EQ(search(), (Texts{".hidden/e.wav", "Ward/ERL/d.WAV", "Ward/c.Wav", "_g.WAV", "a.WAV",
                                "b.wav", "linked.WAV", "x.WAV/inside.WAV"}));
     EXPECT_TRUE(lastScanReport().problems.empty());
 }
@@ -74,29 +63,28 @@ TEST_F(TreeScan, FindsDictationsAndNothingElse) {
 TEST_F(TreeScan, MatchesByNameAndFolder) {
     store_.add("Ward3/2$ROH@@5$HOCH.WAV").add("Ward3/2$ROH.WAV").add("Ward4/2$@@5$2.WAV");
     EXPECT_EQ(search({criterion(15, 25, "3")}),
-              (Paths{"Ward3/2$ROH@@5$HOCH.WAV", "Ward4/2$@@5$2.WAV"}));
-    const Lines criteria = {criterion(15, 25, "3"), criterion(1, 17, "ward3")};
-    EXPECT_EQ(search(criteria), (Paths{"Ward3/2$ROH@@5$HOCH.WAV"}));
+              (Texts{"Ward3/2$ROH@@5$HOCH.WAV", "Ward4/2$@@5$2.WAV"}));
+    const Texts criteria = {criterion(15, 25, "3"), criterion(1, 17, "ward3")};
+    EXPECT_EQ(search(criteria), (Texts{"Ward3/2$ROH@@5$HOCH.WAV"}));
     list_.clear();
     EXPECT_EQ(SearchDictations(store_.directory(), criteria, 50, list_, false, false, noLimit), 3);
     EXPECT_EQ(list_.directory(1), "") << "bare names";
     EXPECT_EQ(search({""}).size(), 3U) << "a single empty criterion is satisfied by all";
 }
 
-TEST_F(TreeScan, DepthLimit) {
+TEST_F(TreeScan, LimitsOfDepthAndHits) {
     store_.add("root.WAV").addDeep(60, "d.WAV");
-    for (const std::int32_t depth : {0, 2, 50})
-        EXPECT_EQ(search({}, depth).size(), static_cast<std::size_t>(depth) + 1);
-    EXPECT_EQ(search({}, noDepthLimit).size(), 61U);
-}
-
-TEST_F(TreeScan, EndsAtTheHitLimit) {
-    for (int i = 0; i < 30; ++i)
-        store_.add("a/" + std::to_string(i) + ".WAV").add("b/" + std::to_string(i) + ".WAV");
-    store_.add("root.WAV");
-    for (const std::int32_t limit : {1, 30, 31, 32, 60, 61, 1000}) {
-        EXPECT_EQ(search({}, 50, limit).size(), static_cast<std::size_t>(std::min(limit, 61)));
+    for (const std::int32_t depth : {0, 2, 50, 60})
+        EXPECT_EQ(std::ssize(search({}, depth)), depth + 1);
+    for (const std::int32_t limit : {1, 2, 60, 61, 1000}) {
+        EXPECT_EQ(std::ssize(search({}, noDepthLimit, limit)), std::min(limit, 61));
         EXPECT_EQ(lastScanReport().limitReached, limit < 61) << limit;
+    }
+    for (int i = 0; i < 30; ++i)
+        store_.add("1/d" + std::to_string(i) + ".WAV");
+    for (const std::int32_t limit : {31, 32}) { // the last two in one folder
+        EXPECT_EQ(std::ssize(search({}, 1, limit)), limit);
+        EXPECT_EQ(lastScanReport().limitReached, limit < 32) << limit;
     }
 }
 
@@ -108,7 +96,7 @@ TEST_F(TreeScan, FollowsLinksButNotInCircles) {
     store_.addLink("out", outside.native("")).addLink("again", "a");
     // "again" is another way into "a", not a circle.
     EXPECT_EQ(search({}, noDepthLimit),
-              (Paths{"a/x.WAV", "again/x.WAV", "b/c/y.WAV", "out/o.WAV"}));
+              (Texts{"a/x.WAV", "again/x.WAV", "b/c/y.WAV", "out/o.WAV"}));
 }
 
 TEST_F(TreeScan, HostileNames) {
@@ -117,7 +105,7 @@ TEST_F(TreeScan, HostileNames) {
     EXPECT_EQ(search().size(), 3U);
     EXPECT_EQ(lastScanReport().namesSkipped, 2);
     EXPECT_NE(read("Log/OVSearch_.log").find("backslash"), std::string::npos);
-    EXPECT_EQ(search({criterion(5, 18, "MÜLLER")}), (Paths{"2$@@14$M\xFCller.WAV"}))
+    EXPECT_EQ(search({criterion(5, 18, "MÜLLER")}), (Texts{"2$@@14$M\xFCller.WAV"}))
         << "read as Windows-1252, the path keeps its bytes";
     EXPECT_TRUE(platform::fileExists(list_.path(1)));
     for (int i = 0; i < 99; ++i)
@@ -130,8 +118,8 @@ TEST_F(TreeScan, HostileNames) {
 TEST_F(TreeScan, FoldersThatAreNotUtf8) {
     store_.add("\xC4rzte/x.WAV").add("M\xFCller/ERL/x.WAV").add("Möller/x.WAV");
     const tests::StartedPlugIn plugIn;
-    EXPECT_EQ(search({criterion(1, 17, "müller\\erl")}), (Paths{"M\xFCller/ERL/x.WAV"}));
-    EXPECT_EQ(search({criterion(1, 17, "ö")}), (Paths{"Möller/x.WAV"}));
+    EXPECT_EQ(search({criterion(1, 17, "müller\\erl")}), Texts{"M\xFCller/ERL/x.WAV"});
+    EXPECT_EQ(search({criterion(1, 17, "ö")}), Texts{"Möller/x.WAV"});
     for (const std::string& call : plugIn.host->calls)
         EXPECT_TRUE(platform::isValidUtf8(call)) << "the host gets text: " << call;
 }
@@ -147,22 +135,22 @@ TEST_F(TreeScan, RootThatCannotBeRead) {
 
 // What goes away in mid-search is a loss where what it lay in goes too.
 TEST_F(TreeScan, FoldersThatVanish) {
-    struct Case {
+    const struct {
         const char* at; // the folder that the walk is about to read
         const char* gone;
         const char* instead;
         std::int64_t unreadable;
         bool rootVanished;
+    } cases[] = {
+        {"\\s\\a\\b\\", "s/a/b", nullptr, 0, false},
+        {"\\s\\a\\b\\", "s/a", nullptr, 1, false},
+        {"\\s\\a\\b\\", "s/a", "s/a/other.WAV", 1, false},
+        {"\\s\\", "s", nullptr, 1, true},
+        {"\\s\\a\\b\\", "s", nullptr, 1, true},
+        {"\\s\\a\\b\\", "s", "s/a/b/other.WAV", 1, true},
+        {"\\s\\a\\b\\c\\", "s", "s/other.WAV", 1, true},
     };
-    for (const Case& c : std::vector<Case>{
-             {"\\s\\a\\b\\", "s/a/b", nullptr, 0, false},
-             {"\\s\\a\\b\\", "s/a", nullptr, 1, false},
-             {"\\s\\a\\b\\", "s/a", "s/a/other.WAV", 1, false},
-             {"\\s\\", "s", nullptr, 1, true},
-             {"\\s\\a\\b\\", "s", nullptr, 1, true},
-             {"\\s\\a\\b\\", "s", "s/a/b/other.WAV", 1, true},
-             {"\\s\\a\\b\\c\\", "s", "s/other.WAV", 1, true},
-         }) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(std::string(c.at) + " " + c.gone);
         tests::TemporaryStore store;
         store.add("s/first.WAV").add("s/a/b/x.WAV").add("s/d/x.WAV").addFolder("s/a/b/c");
@@ -186,16 +174,13 @@ TEST_F(TreeScan, FoldersThatVanish) {
 TEST_F(TreeScan, StopKeepsWhatWasFound) {
     for (int i = 0; i < 200; ++i)
         store_.add(std::to_string(i) + ".WAV");
-    {
+    store_.addFolder("empty");
+    for (const char* folder : {"", "empty"}) { // also where there is nothing
         const tests::RecordingInterface person([] { requestSearchAbort(); });
-        EXPECT_LT(search().size(), 200U);
-        EXPECT_TRUE(lastScanReport().stopped);
-    }
-    {
-        store_.addFolder("empty");
-        const tests::RecordingInterface person([] { requestSearchAbort(); });
-        SearchDictations(store_.directory("empty"), {}, 50, list_, true, true, noLimit);
-        EXPECT_TRUE(lastScanReport().stopped) << "also where there is nothing";
+        list_.clear();
+        SearchDictations(store_.directory(folder), {}, 50, list_, true, true, noLimit);
+        EXPECT_LT(list_.size(), 200);
+        EXPECT_TRUE(lastScanReport().stopped) << folder;
     }
     EXPECT_EQ(search().size(), 200U) << "the next search is a whole one";
     requestSearchAbort();
@@ -224,9 +209,9 @@ public:
     ~Progress() override { modLanguage::reset(); }
 
 protected:
-    Lines callsOfSearch(std::int32_t maxDepth = 50, std::int32_t limit = noLimit) {
+    Texts callsOfSearch(std::int32_t maxDepth = 50, std::int32_t limit = noLimit) {
         search({}, maxDepth, limit);
-        Lines calls = plugIn_.host->takeCalls();
+        Texts calls = plugIn_.host->takeCalls();
         for (std::string& call : calls)
             if (const std::size_t at = call.find(store_.directory()); at != std::string::npos)
                 call.replace(at, store_.directory().size() - 1, "@");
@@ -243,21 +228,16 @@ TEST_F(Progress, CountsTheFoldersOfTheRootAndNamesAll) {
     store_.add("x.WAV").addFolder("_old");
     EXPECT_EQ(
         callsOfSearch(),
-        (Lines{inRoot, counting, R"(PI_ProgressInit(&0, &0, &0, &"Searching folders…"))", end}));
-    store_.add("a/b/x.WAV").add("c/x.WAV");
-    EXPECT_EQ(callsOfSearch(0), (Lines{inRoot, end})) << "they are too deep";
-    EXPECT_EQ(callsOfSearch(50, 1), (Lines{inRoot, end})) << "the root has all that is wanted";
-    Lines calls = callsOfSearch();
-    const auto texts = std::stable_partition(calls.begin(), calls.end(), [](const auto& call) {
-        return !call.starts_with("PI_ProgressText");
-    });
-    std::sort(texts, calls.end());
-    EXPECT_EQ(calls, (Lines{counting, R"(PI_ProgressInit(&0, &2, &0, &"Searching folders…"))",
-                            "PI_ProgressValue(&1)", "PI_ProgressValue(&2)", end, inRoot,
-                            R"(PI_ProgressText(&"@\a\"))", R"(PI_ProgressText(&"@\a\b\"))",
-                            R"(PI_ProgressText(&"@\c\"))"}));
+        (Texts{inRoot, counting, R"(PI_ProgressInit(&0, &0, &0, &"Searching folders…"))", end}));
+    store_.add("a/b/x.WAV");
+    EXPECT_EQ(callsOfSearch(0), (Texts{inRoot, end})) << "they are too deep";
+    EXPECT_EQ(callsOfSearch(50, 1), (Texts{inRoot, end})) << "the root has all that is wanted";
+    EXPECT_EQ(callsOfSearch(),
+              (Texts{inRoot, counting, R"(PI_ProgressInit(&0, &1, &0, &"Searching folders…"))",
+                     R"(PI_ProgressText(&"@\a\"))", R"(PI_ProgressText(&"@\a\b\"))",
+                     "PI_ProgressValue(&1)", end}));
     requestSearchAbort();
-    EXPECT_EQ(callsOfSearch(), Lines()) << "stopped before it began";
+    EXPECT_EQ(callsOfSearch(), Texts()) << "stopped before it began";
 }
 
 TEST_F(Progress, HostThatRefusesEndsTheSearch) {
@@ -268,8 +248,8 @@ TEST_F(Progress, HostThatRefusesEndsTheSearch) {
         EXPECT_THROW(search(), HostError) << call;
         EXPECT_FALSE(isSearchRunning()) << call;
         plugIn_.host->refused.clear();
-        EXPECT_EQ(search({}, 0), (Paths{"x.WAV"})) << "the next search counts from the root again";
-        EXPECT_EQ(search(), (Paths{"a/x.WAV", "x.WAV"})) << call;
+        EXPECT_EQ(search({}, 0), (Texts{"x.WAV"})) << "the next search counts from the root again";
+        EXPECT_EQ(search(), (Texts{"a/x.WAV", "x.WAV"})) << call;
     }
 }
 
@@ -283,36 +263,34 @@ TEST(ResultOrder, ByEveryKindOfValue) {
     DictationList list;
     for (const std::string& name : names)
         list.add("\\s\\", name + ".WAV");
-    struct Case {
-        const char* what;
+    const struct {
         std::int32_t field;
         std::vector<std::int32_t> up;
         std::vector<std::int32_t> down;
+    } cases[] = {
+        {5, {3, 4, 2, 1}, {1, 2, 4, 3}},  // umlauts in their place
+        {9, {3, 2, 1, 4}, {4, 1, 2, 3}},  // dates by day, then time
+        {13, {3, 2, 1, 4}, {4, 1, 2, 3}}, // lengths by seconds
+        {2, {2, 4, 3, 1}, {1, 3, 2, 4}},  // codes by number, ties as found
+        {15, {2, 3, 1, 4}, {1, 4, 3, 2}},
+        {8, {4, 2, 3, 1}, {1, 3, 2, 4}},  // 9 before 10, missing first
+        {18, {3, 2, 4, 1}, {1, 4, 2, 3}}, // behind a long common beginning
+        {3, {1, 2, 3, 4}, {1, 2, 3, 4}},
     };
-    for (const Case& c : std::vector<Case>{
-             {"umlauts in their place", 5, {3, 4, 2, 1}, {1, 2, 4, 3}},
-             {"dates by day, then time", 9, {3, 2, 1, 4}, {4, 1, 2, 3}},
-             {"lengths by seconds", 13, {3, 2, 1, 4}, {4, 1, 2, 3}},
-             {"codes by number, ties as found", 2, {2, 4, 3, 1}, {1, 3, 2, 4}},
-             {"priorities by urgency", 15, {2, 3, 1, 4}, {1, 4, 3, 2}},
-             {"9 before 10, missing first", 8, {4, 2, 3, 1}, {1, 3, 2, 4}},
-             {"behind a long common beginning", 18, {3, 2, 4, 1}, {1, 4, 2, 3}},
-             {"all alike", 3, {1, 2, 3, 4}, {1, 2, 3, 4}},
-         }) {
-        EXPECT_EQ(sortedOrder(list, c.field, false), c.up) << c.what;
-        EXPECT_EQ(sortedOrder(list, c.field, true), c.down) << c.what << ", descending";
+    for (const auto& [field, up, down] : cases) {
+        EXPECT_EQ(sortedOrder(list, field, false), up) << field;
+        EXPECT_EQ(sortedOrder(list, field, true), down) << field;
     }
 }
 
 // Sorted in steps that are merged; what is equal stays as it was found.
 TEST(ResultOrder, OfManyRows) {
-    std::mt19937 dice(1);
     DictationList list;
     for (const std::size_t count : {40'000U, 70'000U}) {
         list.clear();
-        std::vector<std::uint_fast32_t> values;
+        std::vector<std::size_t> values;
         for (std::size_t i = 0; i < count; ++i) {
-            values.push_back(dice() % 600 + 100);
+            values.push_back(i * i % 601 + 100);
             const std::string digits = std::to_string(values.back());
             std::string name = "2$@@6$";
             list.add("\\s\\", name.append(digits).append("$00$00@@12$").append(digits) + ".WAV");
