@@ -10,12 +10,7 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <map>
 #include <regex>
-#include <set>
-#include <sstream>
-#include <string>
-#include <vector>
 
 // The terminal program, run as a person or a script runs it.
 

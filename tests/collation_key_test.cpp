@@ -6,9 +6,7 @@
 #include <gtest/gtest.h>
 #include <unicode/coll.h>
 
-#include <memory>
 #include <random>
-#include <string>
 
 namespace ov::modDictation {
 namespace {

@@ -8,9 +8,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <map>
-#include <set>
-#include <sstream>
 
 namespace ov::cli {
 namespace {

@@ -70,11 +70,7 @@ TEST_F(ExportCommand, RefusesWhatItShould) {
     out_.add("there.csv", "old");
     tests::ProgramRun full;
     full.longestFile = 10;
-    const struct {
-        ProgramResult result;
-        int exitCode;
-        const char* error;
-    } cases[] = {
+    const std::tuple<ProgramResult, int, const char*> cases[] = {
         {exportTo("list"), 2, ".json, .txt"},
         {exportTo("list.doc"), 2, "list.doc\" has none"},
         {exportTo("list.pdf", {"--separator", ";"}), 2, "--separator goes with"},

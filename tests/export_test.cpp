@@ -19,7 +19,6 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <map>
 #include <regex>
 
 namespace ov::exporting {

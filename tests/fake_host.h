@@ -128,34 +128,27 @@ public:
 
     void CallPlugInFunction(IPlugin& calling, std::string_view function,
                             std::span<HostArgument> arguments, std::string& result) override {
-        caller = &calling;
         std::string list;
         for (const HostArgument& argument : arguments)
             list.append(list.empty() ? "" : ", ").append(argumentText(argument));
-        result = add(std::string(function), list);
+        result = addFor(calling, function, list);
     }
     void WriteTrace(std::string_view text, IPlugin& calling) override {
-        caller = &calling;
-        add("trace", std::string(text));
+        addFor(calling, "trace", text);
     }
-
     std::shared_ptr<IFormExtension> AddPlugInControl(std::string_view progId,
                                                      IPlugin& calling) override {
-        caller = &calling;
-        add("AddPlugInControl", std::string(progId));
+        addFor(calling, "AddPlugInControl", progId);
         return control;
     }
-    void RemovePlugInControl(IPlugin& calling) override {
+    void RemovePlugInControl(IPlugin& calling) override { addFor(calling, "RemovePlugInControl"); }
+    void ResizePlugInControl(IPlugin& calling) override { addFor(calling, "ResizePlugInControl"); }
+    void ReportControlReady(IPlugin& calling) override { addFor(calling, "ReportControlReady"); }
+
+private:
+    std::string addFor(IPlugin& calling, std::string_view function, std::string_view list = {}) {
         caller = &calling;
-        add("RemovePlugInControl");
-    }
-    void ResizePlugInControl(IPlugin& calling) override {
-        caller = &calling;
-        add("ResizePlugInControl");
-    }
-    void ReportControlReady(IPlugin& calling) override {
-        caller = &calling;
-        add("ReportControlReady");
+        return add(std::string(function), std::string(list));
     }
 };
 

@@ -14,9 +14,6 @@
 
 #include <gtest/gtest.h>
 
-#include <string>
-#include <vector>
-
 namespace ov::modDictation {
 namespace {
 

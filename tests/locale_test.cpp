@@ -18,13 +18,7 @@ public:
 TEST_F(LocaleTest, FollowsTheNameWithoutAnInstalledLocale) {
     const DateTime evening{2026, 3, 5, 17, 7, 9};
     const DateTime midnight{987, 11, 21, 0, 0, 59};
-    const struct {
-        const char* name;
-        const char* evening;
-        const char* midnight;
-        char decimalSign;
-        int firstWeekday;
-    } cases[] = {
+    const std::tuple<const char*, const char*, const char*, char, int> cases[] = {
         {"de_DE.UTF-8", "05.03.2026 17:07:09", "21.11.0987 00:00:59", ',', 1},
         {"de_AT@euro", "05.03.2026 17:07:09", "21.11.0987 00:00:59", ',', 1},
         {"en_GB", "05/03/2026 17:07:09", "21/11/0987 00:00:59", '.', 1},
@@ -36,15 +30,15 @@ TEST_F(LocaleTest, FollowsTheNameWithoutAnInstalledLocale) {
         {"fa_IR", "2026/3/5 17:07:09", "0987/11/21 00:00:59", '.', 6},
         {"C.UTF-8", "03/05/2026 17:07:09", "11/21/0987 00:00:59", '.', 0},
     };
-    for (const auto& tested : cases) {
-        SCOPED_TRACE(tested.name);
-        const Locale own = localeNamed(tested.name);
+    for (const auto& [name, inTheEvening, atMidnight, decimalSign, firstWeekday] : cases) {
+        SCOPED_TRACE(name);
+        const Locale own = localeNamed(name);
         setLocale(own);
-        EXPECT_EQ(formatShortDate(evening) + " " + formatLongTime(evening), tested.evening);
-        EXPECT_EQ(formatShortDate(midnight) + " " + formatLongTime(midnight), tested.midnight);
-        EXPECT_EQ(own.decimalSign, tested.decimalSign);
-        EXPECT_NE(own.groupSign, std::string(1, tested.decimalSign));
-        EXPECT_EQ(own.firstWeekday, tested.firstWeekday);
+        EXPECT_EQ(formatShortDate(evening) + " " + formatLongTime(evening), inTheEvening);
+        EXPECT_EQ(formatShortDate(midnight) + " " + formatLongTime(midnight), atMidnight);
+        EXPECT_EQ(own.decimalSign, decimalSign);
+        EXPECT_NE(own.groupSign, std::string(1, decimalSign));
+        EXPECT_EQ(own.firstWeekday, firstWeekday);
         for (const std::string& written : {formatShortDate(evening), formatIsoDate(evening)})
             EXPECT_EQ(parseDate(written), (DateTime{2026, 3, 5})) << written;
     }

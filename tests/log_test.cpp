@@ -9,7 +9,6 @@
 #include "support/modFilePath.h"
 
 #include <regex>
-#include <sstream>
 
 namespace ov {
 namespace {

@@ -9,9 +9,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <set>
-#include <string>
-#include <vector>
 
 namespace ov::modDictation {
 namespace {
@@ -41,11 +38,8 @@ protected:
 
 TEST_F(Matching, EachKindOfValue) {
     const std::string day = "2$@@7$24.12.2003";
-    const struct {
-        std::string name;
-        std::vector<const char*> hits;
-        std::vector<const char*> misses;
-    } cases[] = {
+    using Texts = std::vector<const char*>; // that hit, then that do not
+    const std::tuple<std::string, Texts, Texts> cases[] = {
         {"2$@@14$Dr. MÜLLER-Straße@@11$",
          {"5|17|müller", "5|17|mu\u0308ller", "5|18|dr. müller-straße", "5|25|DR. MÜLLER-STRAßE",
           "5|19|meier", "5|1", "5|21"},
@@ -86,11 +80,11 @@ TEST_F(Matching, EachKindOfValue) {
         {"2$@@7$37979.71", {"9|13|24.12.2003"}, {}},
         {"2$@@4$24-12-2003@@20$25.12.2003", {"16|13|24.12.2003", "11|13|25.12.2003"}, {}},
     };
-    for (const auto& tested : cases) {
-        for (const char* text : tested.hits)
-            EXPECT_TRUE(match({criterion(text)}, tested.name)) << text << " in " << tested.name;
-        for (const char* text : tested.misses)
-            EXPECT_FALSE(match({criterion(text)}, tested.name)) << text << " in " << tested.name;
+    for (const auto& [name, hits, misses] : cases) {
+        for (const char* text : hits)
+            EXPECT_TRUE(match({criterion(text)}, name)) << text << " in " << name;
+        for (const char* text : misses)
+            EXPECT_FALSE(match({criterion(text)}, name)) << text << " in " << name;
     }
 }
 

@@ -8,7 +8,6 @@
 #include "support/modWFRoutines.h"
 
 #include <sys/stat.h>
-#include <vector>
 
 namespace ov::modFilePath {
 namespace {
@@ -153,14 +152,13 @@ TEST_F(ControlDirectories, ThoseOfTheUsersOwnAreTheUsersAlone) {
         EXPECT_NE(GetDirectory(id, true), "") << id;
     EXPECT_EQ(logged(), Lines{}) << "there was no log to tell of its making";
     umask(mask);
-    const auto rights = [this](const char* name) {
-        return static_cast<unsigned>(fs::status(folder() / name).permissions());
-    };
-    for (const char* own : {"Orvanta", "Orvanta/Data", "Orvanta/Data/DAss", "logs", "logs/mine"})
-        EXPECT_EQ(rights(own), 0700U) << own;
-    EXPECT_EQ(rights("net/store"), 0777U);
     EXPECT_TRUE(WriteLog("line"));
-    EXPECT_EQ(rights("logs/mine/OVSearch_.log"), 0600U);
+    for (const auto& [name, expected] :
+         {std::pair("Orvanta", 0700U), std::pair("Orvanta/Data", 0700U),
+          std::pair("Orvanta/Data/DAss", 0700U), std::pair("logs", 0700U),
+          std::pair("logs/mine", 0700U), std::pair("logs/mine/OVSearch_.log", 0600U),
+          std::pair("net/store", 0777U)})
+        EXPECT_EQ(static_cast<unsigned>(fs::status(folder() / name).permissions()), expected);
 }
 
 TEST_F(ControlDirectories, MissingDriveIsShownUntilThereIsALog) {

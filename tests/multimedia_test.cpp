@@ -8,9 +8,6 @@
 
 #include <gtest/gtest.h>
 
-#include <string>
-#include <vector>
-
 // The command layer before the real device, which plays into an output that throws all away.
 
 namespace ov::modMultimedia {

@@ -7,8 +7,6 @@
 
 #include <cmath>
 #include <limits>
-#include <utility>
-#include <vector>
 
 namespace ov {
 namespace {

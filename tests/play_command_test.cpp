@@ -11,9 +11,6 @@
 
 #include <gtest/gtest.h>
 
-#include <string>
-#include <vector>
-
 // `ovsearch play`, into an output that throws everything away.
 
 namespace ov::cli {

@@ -9,10 +9,6 @@
 #include "platform/text.h"
 #include "settings_fixture.h"
 
-#include <set>
-#include <sstream>
-#include <vector>
-
 namespace ov::platform {
 namespace {
 
@@ -52,7 +48,7 @@ OptionalText unquoted(const std::string& field) {
 
 std::vector<Row> recordedRows() {
     std::vector<Row> rows;
-    std::ifstream stream(fs::path(OV_SOURCE_DIR) / "tests" / "data" / "profile.tsv");
+    std::ifstream stream(OV_SOURCE_DIR "/tests/data/profile.tsv");
     for (std::string line; std::getline(stream, line);) {
         Row row;
         std::istringstream fields(line);

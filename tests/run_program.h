@@ -19,7 +19,6 @@
 #include <set>
 #include <stdexcept>
 #include <string>
-#include <string_view>
 #include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
@@ -118,18 +117,15 @@ inline void readSome(int& stream, std::string& text) {
         close(std::exchange(stream, -1));
 }
 
-inline bool hasSaid(const ProgramResult& result, const std::string& text) {
-    return !text.empty() && (result.output.find(text) != std::string::npos ||
-                             result.errors.find(text) != std::string::npos);
-}
-
-inline void type(const Child& child, std::string_view keys) {
-    if (write(child.streams[0], keys.data(), keys.size()) < 0)
-        ADD_FAILURE() << "cannot type";
-}
-
 inline void collect(Child& child, ProgramRun run, ProgramResult& result) {
     const auto deadline = std::chrono::steady_clock::now() + hangsAfter;
+    const auto once = [&result](std::string& text, const std::function<void()>& act) {
+        if (!text.empty() && (result.output.find(text) != std::string::npos ||
+                              result.errors.find(text) != std::string::npos)) {
+            text.clear();
+            act();
+        }
+    };
     while (child.streams != std::array<int, 2>{-1, -1}) {
         std::array<pollfd, 2> waiting{
             {{child.streams[0], POLLIN, 0}, {child.streams[1], POLLIN, 0}}};
@@ -138,18 +134,10 @@ inline void collect(Child& child, ProgramRun run, ProgramResult& result) {
             readSome(child.streams[0], result.output);
         if (waiting[1].revents != 0)
             readSome(child.streams[1], result.errors);
-        if (hasSaid(result, run.interruptAt)) {
-            kill(child.id, SIGINT);
-            run.interruptAt.clear();
-        }
-        if (hasSaid(result, run.actAt)) {
-            run.act();
-            run.actAt.clear();
-        }
-        if (hasSaid(result, run.typeAt)) {
-            type(child, run.typed);
-            run.typeAt.clear();
-        }
+        once(run.interruptAt, [&child] { kill(child.id, SIGINT); });
+        once(run.actAt, run.act);
+        once(run.typeAt,
+             [&] { EXPECT_GT(write(child.streams[0], run.typed.data(), run.typed.size()), 0); });
         if (std::chrono::steady_clock::now() > deadline) {
             ADD_FAILURE() << "the program hangs";
             kill(child.id, SIGKILL);

@@ -5,8 +5,6 @@
 
 #include <gtest/gtest.h>
 
-#include <utility>
-
 namespace ov::platform {
 namespace {
 

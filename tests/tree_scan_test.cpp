@@ -263,11 +263,8 @@ TEST(ResultOrder, ByEveryKindOfValue) {
     DictationList list;
     for (const std::string& name : names)
         list.add("\\s\\", name + ".WAV");
-    const struct {
-        std::int32_t field;
-        std::vector<std::int32_t> up;
-        std::vector<std::int32_t> down;
-    } cases[] = {
+    using Order = std::vector<std::int32_t>;
+    const std::tuple<std::int32_t, Order, Order> cases[] = {
         {5, {3, 4, 2, 1}, {1, 2, 4, 3}},  // umlauts in their place
         {9, {3, 2, 1, 4}, {4, 1, 2, 3}},  // dates by day, then time
         {13, {3, 2, 1, 4}, {4, 1, 2, 3}}, // lengths by seconds
