@@ -6,8 +6,6 @@
 
 #include <QCalendarWidget>
 #include <QDateEdit>
-#include <QLineEdit>
-#include <QPushButton>
 #include <QScreen>
 #include <QTimeEdit>
 
@@ -17,6 +15,7 @@ namespace {
 using tests::bars;
 using tests::child;
 using tests::choose;
+using tests::clickOn;
 using tests::criterion;
 using tests::isTidy;
 using tests::readable;
@@ -37,16 +36,44 @@ protected:
     QComboBox& fields() { return child<QComboBox>(*form_, "cboField"); }
     QComboBox& operators() { return child<QComboBox>(*form_, "cboOperator"); }
     QLineEdit& textBox() { return child<QLineEdit>(*form_, "txtValue(0)"); }
-    void pressOK() { QTest::mouseClick(&child<QPushButton>(*form_, "cmdOK"), Qt::LeftButton); }
-    // The names of the controls that are seen, of those that come and go.
+    void pressOK() { clickOn(*form_, "cmdOK"); }
+    // Chooses a field and an operator, 0 for those that are there, and enters values; "-" is none.
+    void enter(int field, int operatorId, const QStringList& values = {}) {
+        if (field > 0)
+            choose(fields(), field);
+        if (operatorId > 0)
+            choose(operators(), operatorId);
+        for (int i = 0; i < values.size(); ++i)
+            for (const char* kind :
+                 {"txtValue(%1)", "cboValue(%1)", "dtpValue(%1)", "dtpValueTime(%1)"})
+                fill(*form_->findChild<QWidget*>(QString::fromLatin1(kind).arg(i)), values[i]);
+    }
+    static void fill(QWidget& control, const QString& value) {
+        if (!control.isVisible())
+            return;
+        if (auto* list = qobject_cast<QComboBox*>(&control))
+            choose(*list, value.toInt());
+        else if (auto* text = qobject_cast<QLineEdit*>(&control))
+            text->insert(value);
+        else if (auto* time = qobject_cast<QTimeEdit*>(&control))
+            time->setTime(QTime::fromString(value));
+        else
+            static_cast<QDateEdit&>(control).setDate(QDate::fromString(value, Qt::ISODate));
+    }
+    // What is seen in the row of values, "&Value: dtp 01.02.2026 and dtp 03.02.2026".
     std::string shown() {
-        std::string names;
-        for (const char* name : {"txtValue(0)", "txtValue(1)", "cboValue(0)", "cboValue(1)",
-                                 "dtpValue(0)", "dtpValue(1)", "dtpValueTime(0)", "dtpValueTime(1)",
-                                 "lblValueAnd", "lblValueOhne", "lblOperatorOhne"})
-            if (child<QWidget>(*form_, name).isVisible())
-                names.append(names.empty() ? "" : " ").append(name);
-        return names;
+        std::string all;
+        for (const char* name :
+             {"lblLabel(2)", "txtValue(0)", "cboValue(0)", "dtpValue(0)", "dtpValueTime(0)",
+              "lblValueAnd", "txtValue(1)", "cboValue(1)", "dtpValue(1)", "dtpValueTime(1)",
+              "lblValueOhne", "lblOperatorOhne"}) {
+            auto& control = child<QWidget>(*form_, name);
+            const QVariant text = control.property(*name == 'c' ? "currentText" : "text");
+            if (control.isVisible())
+                all += (all.empty() ? "" : " ") + (*name == 'l' ? "" : std::string(name, 3) + " ") +
+                       text.toString().toStdString();
+        }
+        return all;
     }
     std::string result() { return form_->OKPressed() ? bars(form_->CriteriaString) : "cancelled"; }
 
@@ -56,19 +83,23 @@ protected:
 TEST_F(Editor, ShowsTheValuesThatFieldAndOperatorNeed) {
     open();
     EXPECT_EQ(fields().currentData().toInt(), 4);
+    const std::string today =
+        QDate::currentDate().toString(QStringLiteral("dd.MM.yyyy")).toStdString();
+    const std::string none = "This condition needs no value.";
     // Field, operator (0: the first one offered), what is shown.
     const std::vector<std::tuple<int, int, std::string>> cases = {
-        {5, 17, "txtValue(0)"},    {5, 20, "lblValueOhne"},
-        {9, 13, "dtpValue(0)"},    {9, 16, "dtpValue(0) dtpValue(1) lblValueAnd"},
-        {9, 3, "lblValueOhne"},    {13, 31, "dtpValueTime(0) dtpValueTime(1) lblValueAnd"},
-        {15, 25, "cboValue(0)"},   {3, 32, "lblValueOhne"},
-        {0, 0, "lblOperatorOhne"},
-    };
+        {5, 17, "&Value: txt "},
+        {5, 20, none},
+        {9, 13, "&Value: dtp " + today},
+        {9, 16, "&Value: dtp " + today + " and dtp " + today},
+        {9, 3, none},
+        {13, 31, "&Value: dtp 00:00:00 and dtp 00:00:00"},
+        {15, 25, "&Value: cbo Normal"},
+        {3, 32, none},
+        {0, 0, "There are no conditions for this field. Choose another field."}};
     const int height = form_->sizeHint().height();
     for (const auto& [field, operatorId, controls] : cases) {
-        choose(fields(), field);
-        if (operatorId != 0)
-            choose(operators(), operatorId);
+        field > 0 ? enter(field, operatorId) : choose(fields(), field);
         EXPECT_EQ(shown(), controls) << "field " << field << " operator " << operatorId;
         EXPECT_EQ(child<QWidget>(*form_, "cmdOK").isEnabled(), field != 0);
         EXPECT_EQ(operators().isEnabled(), field != 0);
@@ -86,123 +117,83 @@ TEST_F(Editor, StaysOpenUntilTheInputIsValid) {
         return user->boxes.back().text.substr(0, user->boxes.back().text.find('\r')) + " " +
                form_->focusWidget()->objectName().toStdString();
     };
-    textBox().setText(QStringLiteral("   "));
+    enter(0, 0, {QStringLiteral("   ")});
     EXPECT_EQ(refused(), "Enter a value. txtValue(0)");
-    choose(fields(), 8);
-    choose(operators(), 30);
-    textBox().setText(QStringLiteral("1"));
+    textBox().clear();
+    enter(8, 30, {QStringLiteral("1")});
     EXPECT_EQ(refused(), "Enter a value. txtValue(1)");
-
-    choose(fields(), 9);
-    choose(operators(), 16);
-    child<QDateEdit>(*form_, "dtpValue(0)").setDate({2026, 3, 6});
-    child<QDateEdit>(*form_, "dtpValue(1)").setDate({2026, 3, 5});
+    enter(9, 16, {QStringLiteral("2026-03-06"), QStringLiteral("2026-03-05")});
     EXPECT_EQ(refused(), "The first date is later than the second. dtpValue(0)");
-
-    choose(fields(), 13);
-    choose(operators(), 31);
-    child<QTimeEdit>(*form_, "dtpValueTime(0)").setTime({0, 0, 2});
-    child<QTimeEdit>(*form_, "dtpValueTime(1)").setTime({0, 0, 1});
+    enter(13, 31, {QStringLiteral("00:00:02"), QStringLiteral("00:00:01")});
     EXPECT_EQ(refused(), "The second time is shorter than the first. dtpValueTime(0)");
     EXPECT_FALSE(form_->OKPressed());
-    child<QTimeEdit>(*form_, "dtpValueTime(1)").setTime({0, 0, 2});
+    enter(0, 0, {QStringLiteral("00:00:02"), QStringLiteral("00:00:02")});
     pressOK();
     EXPECT_EQ(result(), "13|31|00:00:02|00:00:02");
 }
 
 TEST_F(Editor, ShowsTheCriterionThatIsEdited) {
-    // Criterion, the controls that are seen, the text of the first.
-    const std::vector<std::array<std::string, 3>> cases = {
-        {"5|18|Weber|", "txtValue(0)", "Weber"},
-        {"9|16|01.02.2026|03.02.2026", "dtpValue(0) dtpValue(1) lblValueAnd", "01.02.2026"},
-        {"13|31|00:01:00|01:00:00", "dtpValueTime(0) dtpValueTime(1) lblValueAnd", "00:01:00"},
-        {"15|25|3|", "cboValue(0)", "High"},
-        {"2|24|7|", "cboValue(0)", "Draft"},
-        {"2|24|99|", "cboValue(0)", ""},
-        {"9|13|rubbish|", "dtpValue(0)",
-         QDate::currentDate().toString(QStringLiteral("dd.MM.yyyy")).toStdString()},
-        {"13|27|99:00:00|", "dtpValueTime(0)", "00:00:00"},
-        {"no criterion", "lblOperatorOhne",
-         "There are no conditions for this field. Choose another field."},
-    };
-    for (const auto& [before, controls, first] : cases) {
+    const std::vector<std::array<std::string, 2>> cases = {
+        {"5|18|Weber|", "txt Weber"},
+        {"9|16|01.02.2026|03.02.2026", "dtp 01.02.2026 and dtp 03.02.2026"},
+        {"13|31|00:01:00|01:00:00", "dtp 00:01:00 and dtp 01:00:00"},
+        {"15|25|3|", "cbo High"},
+        {"2|24|7|", "cbo Draft"},
+        {"2|24|99|", "cbo "},
+        {"13|27|99:00:00|", "dtp 00:00:00"}};
+    for (const auto& [before, values] : cases) {
         open(before);
-        EXPECT_EQ(shown(), controls) << before;
-        const auto& value = child<QWidget>(*form_, controls.substr(0, controls.find(' ')).c_str());
-        const char* property = controls.starts_with("cbo") ? "currentText" : "text";
-        const std::string text = value.property(property).toString().toStdString();
-        EXPECT_EQ(text, first) << before;
+        EXPECT_EQ(shown(), "&Value: " + values);
         pressOK();
-        EXPECT_EQ(form_->isVisible(), before == "no criterion") << before;
+        EXPECT_FALSE(form_->isVisible()) << before;
         EXPECT_EQ(result(), "cancelled") << before << ": nothing was changed";
     }
+    open("no criterion");
+    EXPECT_TRUE(shown().starts_with("There are no conditions"));
+    clickOn(*form_, "cmdCancel");
+    EXPECT_FALSE(form_->isVisible());
 }
 
 TEST_F(Editor, GivesBackWhatWasChosen) {
-    const auto take = [this](int field, int operatorId) {
-        choose(fields(), field);
-        choose(operators(), operatorId);
+    struct Case {
+        std::string before;
+        int field;
+        int operatorId;
+        const char* values; // as far as they are entered
+        std::string after;
     };
-    const auto setDate = [this](const char* name, const QDate& date) {
-        child<QDateEdit>(*form_, name).setDate(date);
-    };
-    const auto setTime = [this](const QTime& time) {
-        child<QTimeEdit>(*form_, "dtpValueTime(0)").setTime(time);
-    };
-    const auto setCode = [this](int code) {
-        choose(child<QComboBox>(*form_, "cboValue(0)"), code);
-    };
-    const std::vector<std::tuple<std::string, std::function<void()>, std::string>> cases = {
+    const std::vector<Case> cases = {
         // As pasted: on one line, in four parts.
-        {"", [&] { textBox().insert(QStringLiteral("  Müller\n\x01Lüdenscheidt ")); },
-         "4|17|Müller  Lüdenscheidt|"},
-        {"", [&] { take(15, 24), setCode(-1); }, "15|24||"},
-        {"",
-         [&] {
-             take(9, 16);
-             setDate("dtpValue(0)", {2026, 3, 5});
-             setDate("dtpValue(1)", {2026, 3, 5});
-         },
-         "9|16|2026-03-05|2026-03-05"},
-        {"",
-         [&] {
-             take(13, 27), setTime({0, 2, 5});
-         },
-         "13|27|00:02:05|"},
-        {"", [&] { QTest::keyClick(form_.get(), Qt::Key_Escape); }, "cancelled"},
-        {"5|18|Weber|", [&] { choose(operators(), 17); }, "5|17|Weber|"},
-        {"5|20||", [&] { take(6, 20); }, "6|20||"},
-        {"5|18|Weber|", [&] { textBox().insert(QStringLiteral("s")); }, "5|18|Webers|"},
-        {"15|25|3|", [&] { setCode(2); }, "15|25|2|"},
-        {"9|16|01.02.2026|03.02.2026",
-         [&] {
-             setDate("dtpValue(1)", {2026, 2, 4});
-         },
-         "9|16|2026-02-01|2026-02-04"},
-        {"13|27|00:01:00|",
-         [&] {
-             setTime({0, 2, 0});
-         },
-         "13|27|00:02:00|"},
-    };
-    for (const auto& [before, change, after] : cases) {
-        open(before);
-        change();
+        {"", 0, 0, "  Müller\n\x01Lüdenscheidt ", "4|17|Müller  Lüdenscheidt|"},
+        {"", 15, 24, "-1", "15|24||"},
+        {"", 9, 16, "2026-03-05;2026-03-05", "9|16|2026-03-05|2026-03-05"},
+        {"", 13, 27, "00:02:05", "13|27|00:02:05|"},
+        {"5|18|Weber|", 0, 17, "", "5|17|Weber|"},
+        {"5|20||", 6, 20, "", "6|20||"},
+        {"5|18|Weber|", 0, 0, "s", "5|18|Webers|"},
+        {"15|25|3|", 0, 0, "2", "15|25|2|"},
+        {"9|16|01.02.2026|03.02.2026", 0, 0, "2026-02-01;2026-02-04", "9|16|2026-02-01|2026-02-04"},
+        {"13|27|00:01:00|", 0, 0, "00:02:00", "13|27|00:02:00|"}};
+    for (const Case& c : cases) {
+        open(c.before);
+        enter(c.field, c.operatorId,
+              QString::fromUtf8(c.values).split(QLatin1Char(';'), Qt::SkipEmptyParts));
         QTest::keyClick(form_.get(), Qt::Key_Return);
-        EXPECT_EQ(result(), after);
+        EXPECT_EQ(result(), c.after);
     }
+    open();
+    enter(0, 0, {QStringLiteral("x")});
+    QTest::keyClick(form_.get(), Qt::Key_Escape);
+    EXPECT_EQ(result(), "cancelled");
 }
 
 TEST_F(Editor, TakesOnlyWhatTheFieldHolds) {
     open();
     std::string limits;
     for (const modDictation::SearchField& field : modDictation::searchFields())
-        if (fields().findData(field.Id) > 0 &&
-            field.ValueKind == modDictation::ValueKind::textBox) {
+        if (field.Selectable && field.ValueKind == modDictation::ValueKind::textBox) {
             choose(fields(), field.Id);
-            textBox().setText(QString(40000, QLatin1Char('x')));
-            limits +=
-                std::to_string(field.Id) + ":" + std::to_string(textBox().text().size()) + " ";
+            limits += std::to_string(field.Id) + ":" + std::to_string(textBox().maxLength()) + " ";
         }
     EXPECT_EQ(limits, "1:32767 4:256 5:25 6:256 8:9 14:19 18:55 19:64 20:64 21:14 22:15 23:20 "
                       "26:256 ");

@@ -5,7 +5,6 @@
 #include "tests/window/window_fixture.h"
 
 #include <QListWidget>
-#include <QPushButton>
 
 namespace ov {
 namespace {
@@ -20,7 +19,7 @@ protected:
     }
     QListWidget& left() { return child<QListWidget>(*form_, "lstLeft"); }
     QListWidget& right() { return child<QListWidget>(*form_, "lstRight"); }
-    void press(const char* name) { child<QPushButton>(*form_, name).click(); }
+    void press(const char* name) { tests::clickOn(*form_, name); }
     static std::string captions(const QListWidget& list, int from = 0) {
         std::string all;
         for (int i = from; i < list.count(); ++i)
@@ -69,10 +68,7 @@ TEST_F(ColumnChooser, MovesFieldsBetweenTheLists) {
     press("cmdTransfer(0)");
     EXPECT_EQ(captions(left()), "") << "an empty list has no selection";
     EXPECT_EQ(captions(right(), 19), "File name;Status*;");
-}
 
-TEST_F(ColumnChooser, MovesTheSelectedColumnUpAndDown) {
-    open();
     std::string states;
     for (const int row : {0, 1, right().count() - 1}) {
         right().setCurrentRow(row);
@@ -81,9 +77,9 @@ TEST_F(ColumnChooser, MovesTheSelectedColumnUpAndDown) {
     EXPECT_EQ(states, "0101 0111 0110 ");
     right().setCurrentRow(1);
     press("cmdUpDown(0)");
-    EXPECT_EQ(captions(right()).substr(0, 22), "Status*;Folder;Marker;");
+    EXPECT_EQ(captions(right()).substr(0, 15), "Marker*;Folder;");
     press("cmdUpDown(1)");
-    EXPECT_EQ(captions(right()).substr(0, 22), "Folder;Status*;Marker;");
+    EXPECT_EQ(captions(right()).substr(0, 15), "Folder;Marker*;");
 }
 
 // A key that is pressed twice on a button that the first press disables.
@@ -113,7 +109,7 @@ TEST_F(ColumnChooser, TouchesTheTableOnlyWithOK) {
     right().setCurrentRow(0);
     press("cmdTransfer(1)");
     press("cmdCancel");
-    EXPECT_FALSE(form_->OKPressed());
+    EXPECT_FALSE(form_->OKPressed() || form_->isVisible());
     EXPECT_EQ(visibleFields(), before);
 
     open();

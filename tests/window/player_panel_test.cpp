@@ -11,10 +11,7 @@
 #include "tests/window/window_fixture.h"
 #include "widgets/captions.h"
 
-#include <QLabel>
-#include <QMenu>
 #include <QProgressBar>
-#include <QPushButton>
 #include <QSignalSpy>
 #include <QToolTip>
 #include <filesystem>
@@ -62,8 +59,7 @@ protected:
     static void setVolume(int value) { EXPECT_TRUE(mixer().SetVolumeValue(value)); }
 
     void press(int button) {
-        child<QPushButton>(*panel_, qPrintable(QStringLiteral("cmdSearchPlayer(%1)").arg(button)))
-            .click();
+        tests::clickOn(*panel_, ("cmdSearchPlayer(" + std::to_string(button) + ")").c_str());
     }
     void play(const char* name) {
         selected = store.path(name);
@@ -149,7 +145,7 @@ TEST_F(Player, ClosesWhenTheDictationEnds) {
     }
 }
 
-TEST_F(Player, SaysWhatTheDeviceRefuses) {
+TEST_F(Player, SaysWhatTheDeviceOrTheDiskRefuses) {
     store.add("text.WAV", "no <b> sound");
     play("two.WAV");
     moveTo(50);
@@ -176,9 +172,6 @@ TEST_F(Player, SaysWhatTheDeviceRefuses) {
     panel_->playOrPause();
     EXPECT_EQ(shown(), "00:00:50 Playing");
     EXPECT_FALSE(state().toolTip().contains(QLatin1String("wave device")));
-}
-
-TEST_F(Player, SaysThatTheFileCannotBeRead) {
     {
         const FailingReads bad(store.native("one.WAV"), FailingReads::How::fail,
                                headerSize + 2 * bytesPerSecond + bytesPerSecond / 2);
@@ -238,8 +231,6 @@ TEST_F(Player, LetsTheUserDragTheHandle) {
 }
 
 TEST_F(Player, HasAMenuOfSpeedsAndOfWaysBack) {
-    QSignalSpy speeds(panel_.get(), &PlayerPanel::speedChosen);
-    QSignalSpy ways(panel_.get(), &PlayerPanel::backUpSecondsChosen);
     auto& button = child<QToolButton>(*panel_, "cmdSearchPlayerOptions");
     const auto choose = [&](int menu, const QString& text) {
         QTest::mousePress(&button, Qt::LeftButton);
@@ -259,8 +250,6 @@ TEST_F(Player, HasAMenuOfSpeedsAndOfWaysBack) {
     choose(1, QStringLiteral("10 s"));
     EXPECT_EQ(media.sent.back(), "set PBWave tempo 150");
     EXPECT_EQ(button.text(), QStringLiteral("150 %"));
-    EXPECT_EQ(speeds.value(0).value(0).toInt(), 150);
-    EXPECT_EQ(ways.value(0).value(0).toInt(), 10);
     media.takeSent();
     play("two.WAV");
     EXPECT_EQ(std::count(media.sent.begin(), media.sent.end(), "set PBWave tempo 150"), 1)
@@ -335,8 +324,6 @@ TEST_F(Waveform, IsNotWaitedForWhenTheDiskStalls) {
 TEST_F(Player, SaysTimesAndModes) {
     EXPECT_EQ(FormatPlayTime(3723999, 1000), QStringLiteral("01:02:03"));
     EXPECT_EQ(FormatPlayTime(360000, 1), QStringLiteral("100:00:00"));
-    EXPECT_EQ(FormatPlayTime(5000, 0), QStringLiteral("00:00:00"));
-    EXPECT_EQ(MciModeText(""), QStringLiteral("-"));
     EXPECT_EQ(MciModeText("not ready"), QStringLiteral("Not ready"));
     EXPECT_EQ(MciModeText("dancing"), QString());
 }

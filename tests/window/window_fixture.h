@@ -48,7 +48,6 @@ Widget& child(QWidget& window, const char* name) {
 inline void clickOn(QWidget& window, const char* button) {
     child<QAbstractButton>(window, button).click();
 }
-
 // A host with a store, settings and the English language, and no control yet.
 class WindowTest : public SettingsTest {
 public:
@@ -75,8 +74,9 @@ public:
 
     FakeHost& host() { return *plugIn_.host; }
 
-    // Shows a new control to the user and answers its boxes from `user`.
+    // Shows a new control, in place of the one before, and answers its boxes from `user`.
     void openControl() {
+        closeControl();
         plugIn_.caller = nullptr; // the control calls in its own name
         control_ = makeControl(nullptr);
         control_->IFormExtension_Init(plugIn_.connector, host());
@@ -103,6 +103,20 @@ public:
         user->saysYes = false;
     }
     QTableView& results() { return widget<QTableView>("lvSearchResult"); }
+    // Does `act` inside the first call to the host that begins so while `run` is at work.
+    void inCall(const std::string& beginning, const std::function<void()>& run,
+                const std::function<void()>& act) {
+        bool reached = false;
+        host().onCall = [&](const std::string& call) {
+            if (reached || !call.starts_with(beginning))
+                return;
+            reached = true;
+            act();
+        };
+        run();
+        host().onCall = nullptr;
+        EXPECT_TRUE(reached) << beginning;
+    }
     // Clicks the head of the column that stands there.
     void clickHeader(int column) {
         QHeaderView* header = results().horizontalHeader();
