@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-// Volume and level of wave playback, through the platform's mixer (platform/mixer.h).
+// Volume and level of wave playback, through the platform's mixer (sound/mixer.h).
 //
 // Set DefaultMixerName, then call Init_MixerControl, then Init_VolumeControl and
 // Init_VUMeterControl; after that bounds and values mean something. Nothing raises: failures are

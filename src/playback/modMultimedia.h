@@ -7,7 +7,7 @@
 #include <string_view>
 
 // The one door to sound: each function builds the texts of media commands and sends them to the
-// platform (platform/media.h), all from one thread, none waiting for sound.
+// platform (sound/media.h), all from one thread, none waiting for sound.
 //
 // A command is sent as exactly 128 characters: cut, or filled up with blanks. A file name is
 // shortened before, so that no usual command is cut.

@@ -7,9 +7,8 @@
 #include <span>
 #include <string_view>
 
-// The platform's media commands: a device is opened under an alias and driven by texts such as
-// "play PBWave from 0 to 2000". On Linux they drive a device of our own, see
-// posix/wave_devices.h.
+// Media commands: a device is opened under an alias and driven by texts such as "play PBWave from 0
+// to 2000". Where the system has none they drive a device of our own, see device/wave_devices.h.
 //
 // Ours also plays slower or faster at the same pitch: "set PBWave tempo 150" (50 to 200 percent,
 // at once), "status PBWave tempo". Lengths and positions stay those of the file. Other devices
