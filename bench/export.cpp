@@ -74,7 +74,7 @@ int main(int argc, char** argv) {
     modDictation::BuildSearchFieldTable();
     modDictation::DictationList hits;
     fill(hits, count);
-    exporting::Document document = exporting::describe({{}, true, "\\store\\"});
+    exporting::Document document = exporting::describe({"\\store\\", {}});
     for (const modDictation::SearchField* field : modDictation::columnFields())
         if (field->Width > 0)
             document.columns.push_back(exporting::columnOf(field->Id));

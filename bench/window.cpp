@@ -81,7 +81,7 @@ double walkMilliseconds(const std::string& root, std::size_t& pathBytes) {
         [&] { modDictation::SearchDictations(root, criteria, 50, hits, true, true, 999999); });
     pathBytes = 0;
     for (std::int32_t i = 1; i <= hits.size(); ++i)
-        pathBytes += hits.path(i).size();
+        pathBytes += pathOf(hits[i]).size();
     return time;
 }
 

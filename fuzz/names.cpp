@@ -36,8 +36,8 @@ void readFields(std::string_view fileName) {
     for (std::int32_t number = -5; number < 100; ++number)
         modDictation::GetDictationField(number, directory, name, value);
     for (std::int32_t field = 0; field < modDictation::searchFieldCount; ++field) {
-        require(platform::isValidUtf8(modDictation::fieldText(field, directory, name)));
-        require(!std::isnan(modDictation::fieldNumber(field, directory, name)));
+        require(platform::isValidUtf8(modDictation::shownValue(field, {directory, name})));
+        require(!std::isnan(modDictation::sortNumber(field, {directory, name})));
     }
 }
 

@@ -226,7 +226,7 @@ TEST(FieldValues, ShownTexts) {
         {0, "2$", ""},
     };
     for (const auto& [field, name, shown] : cases)
-        EXPECT_EQ(fieldText(field, "\\store\\Ward3\\", name), shown) << name;
+        EXPECT_EQ(shownValue(field, {"\\store\\Ward3\\", name}), shown) << name;
     platform::setLocale(std::nullopt);
 }
 

@@ -64,7 +64,7 @@ public:
         modLanguage::SetLanguage(9, 0);
         modLanguage::LoadLanguageFile();
         modDictation::BuildSearchFieldTable();
-        document_ = describe({{}, true, "\\store\\"});
+        document_ = describe({"\\store\\", {}});
         document_.columns = {columnOf(5), columnOf(8), columnOf(9), columnOf(13)};
     }
     ~Export() override {
@@ -315,7 +315,7 @@ TEST_F(Export, SheetHasARowTooFew) {
     struct ManyRows final : RowSource {
         std::int64_t rows = mostSheetRows;
         std::int64_t count() const override { return rows; }
-        Hit hit(std::int64_t) const override { return {"\\store\\", "a.WAV"}; }
+        Dictation dictation(std::int64_t) const override { return {"\\store\\", "a.WAV"}; }
         std::string text(const Column&, std::int64_t) const override { return {}; }
     } many;
     const auto result = [&] {
@@ -328,13 +328,13 @@ TEST_F(Export, SheetHasARowTooFew) {
 }
 
 TEST_F(Export, CriteriaStandInWords) {
-    const std::string one = modDictation::BuildCriteriaString(5, 17, "M", "");
-    EXPECT_EQ(describe({{""}, true, ""}).criteria, Cells{"No search criteria: all dictations"});
-    EXPECT_EQ(describe({{one}, true, ""}).criteria, Cells{"\"Author\" contains M"});
+    const modDictation::Criterion one{5, 17, "M", ""};
+    EXPECT_EQ(describe({"", {{}}}).criteria, Cells{"No search criteria: all dictations"});
+    EXPECT_EQ(describe({"", {one}}).criteria, Cells{"\"Author\" contains M"});
     for (const auto& [all, text] :
          {std::pair(false, "Finds dictations that meet at least one criterion."),
           std::pair(true, "Finds dictations that meet all criteria.")})
-        EXPECT_EQ(describe({{one, one}, all, ""}).criteria[0], text);
+        EXPECT_EQ(describe({"", {one, one}, all}).criteria[0], text);
     for (const auto& [number, name] :
          {std::pair(0, "de"), std::pair(7, "de"), std::pair(9, "en")}) {
         modLanguage::SetLanguage(number, 0);

@@ -84,7 +84,7 @@ TEST_F(FieldTable, RowsAndCaptionsInTheLanguageOfTheUser) {
     for (const SearchField& field : searchFields()) {
         captions += field.Caption + "/" + field.ShortCaption + " ";
         places += std::to_string(field.Position) + ":" + std::to_string(field.Width) + " ";
-        values += fieldText(field.Id, "\\s\\Ward\\", field.Id == 26 ? "f26" : name) + " ";
+        values += shownValue(field.Id, {"\\s\\Ward\\", field.Id == 26 ? "f26" : name}) + " ";
     }
     EXPECT_EQ(captions,
               "(no field)/(no field) Folder/Folder Status/S Marker/M Author code/Code "

@@ -4,6 +4,7 @@
 #include "dictation/dictation_record.h"
 #include "dictation/search/criterion.h"
 #include "dictation/search/result_order.h"
+#include "dictation/search/search.h"
 #include "dictation/search/tree_scan.h"
 #include "fake_host.h"
 #include "platform/text.h"
@@ -28,21 +29,30 @@ protected:
     // Relative to the store, native, sorted.
     Texts search(const Texts& criteria = {}, std::int32_t maxDepth = 50,
                  std::int32_t limit = noLimit) {
+        Search what{store_.directory(), {}, true, maxDepth, limit};
+        for (const std::string& text : criteria)
+            what.criteria.push_back(ParseCriteriaString(text));
         list_.clear();
-        const std::int32_t found =
-            SearchDictations(store_.directory(), criteria, maxDepth, list_, true, true, limit);
-        EXPECT_EQ(found, list_.size());
+        report_ = modDictation::search(what, list_);
         Texts paths;
         for (std::int32_t i = 1; i <= list_.size(); ++i) {
-            paths.push_back(list_.path(i).substr(store_.directory().size()));
+            paths.push_back(pathOf(list_[i]).substr(store_.directory().size()));
             std::replace(paths.back().begin(), paths.back().end(), '\\', '/');
         }
         std::sort(paths.begin(), paths.end());
         return paths;
     }
 
+    // By the function of the thread.
+    std::int32_t searchBy(const Texts& criteria, bool storeFullPath = true) {
+        list_.clear();
+        return SearchDictations(store_.directory(), criteria, 50, list_, storeFullPath, true,
+                                noLimit);
+    }
+
     tests::TemporaryStore store_;
     DictationList list_;
+    SearchReport report_;
 };
 
 std::string criterion(std::int32_t field, std::int32_t operatorId, const char* value) {
@@ -57,7 +67,7 @@ TEST_F(TreeScan, FindsDictationsAndNothingElse) {
     store_.addLink("linked.WAV", "a.WAV").addFolder("empty");
     EXPECT_EQ(search(), (Texts{".hidden/e.wav", "Ward/ERL/d.WAV", "Ward/c.Wav", "_g.WAV", "a.WAV",
                                "b.wav", "linked.WAV", "x.WAV/inside.WAV"}));
-    EXPECT_TRUE(lastScanReport().problems.empty());
+    EXPECT_TRUE(report_.problems.empty());
 }
 
 TEST_F(TreeScan, MatchesByNameAndFolder) {
@@ -66,9 +76,13 @@ TEST_F(TreeScan, MatchesByNameAndFolder) {
               (Texts{"Ward3/2$ROH@@5$HOCH.WAV", "Ward4/2$@@5$2.WAV"}));
     const Texts criteria = {criterion(15, 25, "3"), criterion(1, 17, "ward3")};
     EXPECT_EQ(search(criteria), (Texts{"Ward3/2$ROH@@5$HOCH.WAV"}));
+    EXPECT_EQ(searchBy(criteria), 1);
+    EXPECT_EQ(list_[1].directory, store_.directory("Ward3"));
+    EXPECT_EQ(searchBy({criteria[0]}, false), 2);
+    EXPECT_EQ(list_[1].directory, "") << "bare names";
     list_.clear();
-    EXPECT_EQ(SearchDictations(store_.directory(), criteria, 50, list_, false, false, noLimit), 3);
-    EXPECT_EQ(list_.directory(1), "") << "bare names";
+    EXPECT_EQ(SearchDictations(store_.directory(), criteria, 50, list_, true, false, 2), 2);
+    EXPECT_EQ(SearchDictations(store_.directory(), criteria, 0, list_, true, false, 3), 0);
     EXPECT_EQ(search({""}).size(), 3U) << "a single empty criterion is satisfied by all";
 }
 
@@ -78,13 +92,13 @@ TEST_F(TreeScan, LimitsOfDepthAndHits) {
         EXPECT_EQ(std::ssize(search({}, depth)), depth + 1);
     for (const std::int32_t limit : {1, 2, 60, 61, 1000}) {
         EXPECT_EQ(std::ssize(search({}, noDepthLimit, limit)), std::min(limit, 61));
-        EXPECT_EQ(lastScanReport().limitReached, limit < 61) << limit;
+        EXPECT_EQ(report_.limitReached, limit < 61) << limit;
     }
     for (int i = 0; i < 30; ++i)
         store_.add("1/d" + std::to_string(i) + ".WAV");
     for (const std::int32_t limit : {31, 32}) { // the last two in one folder
         EXPECT_EQ(std::ssize(search({}, 1, limit)), limit);
-        EXPECT_EQ(lastScanReport().limitReached, limit < 32) << limit;
+        EXPECT_EQ(report_.limitReached, limit < 32) << limit;
     }
 }
 
@@ -103,16 +117,16 @@ TEST_F(TreeScan, HostileNames) {
     store_.add("2$@@14$M\xFCller.WAV").add("2$@@14$a\nb\x1B[31m.WAV");
     store_.add("2$ba\\ck.WAV").add("folder\\odd/z.WAV").add("ok/z.WAV");
     EXPECT_EQ(search().size(), 3U);
-    EXPECT_EQ(lastScanReport().namesSkipped, 2);
+    EXPECT_EQ(report_.namesSkipped, 2);
     EXPECT_NE(read("Log/OVSearch_.log").find("backslash"), std::string::npos);
     EXPECT_EQ(search({criterion(5, 18, "MÜLLER")}), (Texts{"2$@@14$M\xFCller.WAV"}))
         << "read as Windows-1252, the path keeps its bytes";
-    EXPECT_TRUE(platform::fileExists(list_.path(1)));
+    EXPECT_TRUE(platform::fileExists(pathOf(list_[1])));
     for (int i = 0; i < 99; ++i)
         store_.add("back\\slash" + std::to_string(i) + ".WAV");
     search();
-    EXPECT_EQ(lastScanReport().namesSkipped, 101);
-    EXPECT_EQ(lastScanReport().problems.size(), 100U) << "many do not fill the log";
+    EXPECT_EQ(report_.namesSkipped, 101);
+    EXPECT_EQ(report_.problems.size(), 100U) << "many do not fill the log";
 }
 
 TEST_F(TreeScan, FoldersThatAreNotUtf8) {
@@ -126,11 +140,11 @@ TEST_F(TreeScan, FoldersThatAreNotUtf8) {
 
 TEST_F(TreeScan, RootThatCannotBeRead) {
     for (const std::string& root : {std::string(), store_.directory("missing")})
-        EXPECT_EQ(SearchDictations(root, {}, 50, list_, true, true, noLimit), 0);
-    EXPECT_EQ(lastScanReport().foldersUnreadable, 1);
-    ASSERT_EQ(lastScanReport().problems.size(), 1U);
-    EXPECT_NE(lastScanReport().problems[0].description().find("missing"), std::string::npos);
-    EXPECT_FALSE(isSearchRunning());
+        report_ = modDictation::search({root, {}}, list_);
+    EXPECT_TRUE(list_.empty());
+    EXPECT_EQ(report_.foldersUnreadable, 1);
+    ASSERT_EQ(report_.problems.size(), 1U);
+    EXPECT_NE(report_.problems[0].description().find("missing"), std::string::npos);
 }
 
 // What goes away in mid-search is a loss where what it lay in goes too.
@@ -163,11 +177,10 @@ TEST_F(TreeScan, FoldersThatVanish) {
                 store.add(c.instead);
         };
         list_.clear();
-        const std::int32_t found =
-            SearchDictations(store.directory("s"), {}, 50, list_, true, true, noLimit);
-        EXPECT_EQ(lastScanReport().foldersUnreadable, c.unreadable);
-        EXPECT_EQ(lastScanReport().rootVanished, c.rootVanished);
-        EXPECT_TRUE(c.rootVanished || found == 2) << "the rest is found";
+        report_ = modDictation::search({store.directory("s"), {}}, list_);
+        EXPECT_EQ(report_.foldersUnreadable, c.unreadable);
+        EXPECT_EQ(report_.rootVanished, c.rootVanished);
+        EXPECT_TRUE(c.rootVanished || list_.size() == 2) << "the rest is found";
     }
 }
 
@@ -176,17 +189,23 @@ TEST_F(TreeScan, StopKeepsWhatWasFound) {
         store_.add(std::to_string(i) + ".WAV");
     store_.addFolder("empty");
     for (const char* folder : {"", "empty"}) { // also where there is nothing
-        const tests::RecordingInterface person([] { requestSearchAbort(); });
+        std::stop_source stop;
+        const tests::RecordingInterface person([&] { stop.request_stop(); });
         list_.clear();
-        SearchDictations(store_.directory(folder), {}, 50, list_, true, true, noLimit);
+        report_ = modDictation::search({store_.directory(folder), {}}, list_, stop.get_token());
         EXPECT_LT(list_.size(), 200);
-        EXPECT_TRUE(lastScanReport().stopped) << folder;
+        EXPECT_TRUE(report_.stopped) << folder;
     }
-    EXPECT_EQ(search().size(), 200U) << "the next search is a whole one";
-    requestSearchAbort();
-    EXPECT_EQ(search().size(), 0U) << "a stop before the start";
-    EXPECT_TRUE(lastScanReport().stopped);
     EXPECT_EQ(search().size(), 200U);
+    EXPECT_FALSE(report_.stopped);
+    {
+        const tests::RecordingInterface person([] { requestSearchAbort(); });
+        EXPECT_LT(searchBy({""}), 200);
+    }
+    EXPECT_EQ(searchBy({""}), 200) << "the next search is a whole one";
+    requestSearchAbort();
+    EXPECT_EQ(searchBy({""}), 0) << "a stop before the start";
+    EXPECT_EQ(searchBy({""}), 200);
 }
 
 TEST_F(TreeScan, SecondSearchInsideTheFirstDoesNothing) {
@@ -197,7 +216,7 @@ TEST_F(TreeScan, SecondSearchInsideTheFirstDoesNothing) {
         inner = SearchDictations(store_.directory(), {}, 50, other, true, true, noLimit);
         EXPECT_TRUE(isSearchRunning());
     });
-    EXPECT_EQ(search().size(), 2U);
+    EXPECT_EQ(searchBy({""}), 2);
     EXPECT_EQ(inner, 0);
     EXPECT_FALSE(isSearchRunning());
 }
@@ -237,7 +256,8 @@ TEST_F(Progress, CountsTheFoldersOfTheRootAndNamesAll) {
                      R"(PI_ProgressText(&"@\a\"))", R"(PI_ProgressText(&"@\a\b\"))",
                      "PI_ProgressValue(&1)", end}));
     requestSearchAbort();
-    EXPECT_EQ(callsOfSearch(), Texts()) << "stopped before it began";
+    searchBy({""});
+    EXPECT_EQ(plugIn_.host->takeCalls(), Texts()) << "stopped before it began";
 }
 
 TEST_F(Progress, HostThatRefusesEndsTheSearch) {
@@ -245,12 +265,25 @@ TEST_F(Progress, HostThatRefusesEndsTheSearch) {
     for (const char* call :
          {"PI_ProgressText", "PI_ProgressInit", "PI_ProgressValue", "PI_ProgressClear"}) {
         plugIn_.host->refused = {call};
-        EXPECT_THROW(search(), HostError) << call;
+        EXPECT_THROW(searchBy({""}), HostError) << call;
         EXPECT_FALSE(isSearchRunning()) << call;
         plugIn_.host->refused.clear();
         EXPECT_EQ(search({}, 0), (Texts{"x.WAV"})) << "the next search counts from the root again";
         EXPECT_EQ(search(), (Texts{"a/x.WAV", "x.WAV"})) << call;
     }
+}
+
+TEST(SearchText, HoldsAllOfASearch) {
+    const Search search{"\\Dikt\xE4te\\a\nb\\",
+                        {{14, operator_id::contains, "root=x", ""}, {9, operator_id::today, "", ""}},
+                        false,
+                        noDepthLimit,
+                        7};
+    EXPECT_EQ(readSearch(writeSearch(search)), search);
+    Search shallow;
+    shallow.depth = 3;
+    EXPECT_EQ(readSearch("depth=3\r\n"), shallow);
+    EXPECT_EQ(readSearch("no search\n"), std::nullopt);
 }
 
 TEST(ResultOrder, ByEveryKindOfValue) {

@@ -13,13 +13,15 @@ namespace ov::cli {
 
 namespace {
 
+using modDictation::Dictation;
+
 class PathsWriter final : public HitWriter {
 public:
     PathsWriter(Output& output, bool escaped, bool zeroEnded)
         : output_(output), escaped_(escaped && !zeroEnded), end_(zeroEnded ? '\0' : '\n') {}
 
-    void write(std::string_view directory, std::string_view fileName) override {
-        std::string line = exporting::nativePath({directory, fileName});
+    void write(const Dictation& dictation) override {
+        std::string line = nativePathOf(dictation);
         if (escaped_)
             line = shownText(line);
         line.push_back(end_);
@@ -39,10 +41,10 @@ public:
     TableWriter(Output& output, std::vector<Column> columns)
         : output_(output), columns_(std::move(columns)) {}
 
-    void write(std::string_view directory, std::string_view fileName) override {
+    void write(const Dictation& dictation) override {
         Row row;
         for (const Column& column : columns_)
-            row.push_back(shownText(exporting::cellBytes(column, {directory, fileName})));
+            row.push_back(shownText(exporting::cellBytes(column, dictation)));
         if (!widths_.empty()) {
             output_.write(tableLine(row, widths_));
             return;
@@ -89,9 +91,7 @@ public:
         : writer_(std::move(writer)) {}
 
     void begin() override { writer_->begin(); }
-    void write(std::string_view directory, std::string_view fileName) override {
-        writer_->write({directory, fileName});
-    }
+    void write(const Dictation& dictation) override { writer_->write(dictation); }
     void end() override { writer_->end(); }
 
 private:

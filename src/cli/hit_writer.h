@@ -4,10 +4,10 @@
 #pragma once
 
 #include "cli/output.h"
+#include "dictation/dictation.h"
 #include "export/document.h"
 
 #include <memory>
-#include <string_view>
 #include <vector>
 
 // Hits as text, in the forms that `ovsearch find` offers.
@@ -23,8 +23,7 @@ class HitWriter {
 public:
     virtual ~HitWriter() = default;
     virtual void begin() {}
-    // `directory` ends in "\"; `fileName` as the file system has it.
-    virtual void write(std::string_view directory, std::string_view fileName) = 0;
+    virtual void write(const modDictation::Dictation& dictation) = 0;
     virtual void end() {}
 };
 

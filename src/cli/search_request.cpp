@@ -8,37 +8,39 @@
 #include "cli/session.h"
 #include "cli/terminal_interface.h"
 #include "dictation/field_table.h"
-#include "dictation/search/criterion.h"
-#include "dictation/search/tree_scan.h"
 #include "platform/coarse_clock.h"
 #include "platform/files.h"
 #include "platform/text.h"
 #include "support/modFilePath.h"
 
+#include <algorithm>
+#include <iterator>
+#include <stop_token>
+
 namespace ov::cli {
 
 using exporting::Column;
+using modDictation::Criterion;
 using modDictation::DictationList;
+using modDictation::SearchReport;
 
 namespace {
 
 constexpr std::int32_t pathWidth = 6000; // twips
 
-bool readCriteria(const std::vector<std::string>& texts, std::vector<std::string>& criteria) {
+bool readCriteria(const std::vector<std::string>& texts, std::vector<Criterion>& criteria) {
     for (const std::string& text : texts) {
         const ParsedCriterion parsed = parseCriterion(text);
         if (!parsed.ok()) {
             complain("criterion \"" + text + "\": " + parsed.error);
             return false;
         }
-        const modDictation::Criterion& c = parsed.criterion;
-        criteria.push_back(
-            modDictation::BuildCriteriaString(c.Field, c.Operator, c.Value1, c.Value2));
+        criteria.push_back(parsed.criterion);
     }
     return true;
 }
 
-bool readCriteriaFile(const std::string& native, std::vector<std::string>& criteria) {
+bool readCriteriaFile(const std::string& native, std::vector<Criterion>& criteria) {
     std::string content;
     const platform::Status read = platform::readFile(platform::fromNativePath(native), content);
     if (!read.ok()) {
@@ -46,7 +48,8 @@ bool readCriteriaFile(const std::string& native, std::vector<std::string>& crite
         return false;
     }
     const modDictation::CriteriaLines lines = modDictation::readCriteriaLines(content);
-    criteria.insert(criteria.end(), lines.criteria.begin(), lines.criteria.end());
+    std::ranges::transform(lines.criteria, std::back_inserter(criteria),
+                           modDictation::ParseCriteriaString);
     if (lines.skipped > 0)
         complain(native + ": lines that are no criteria: " + std::to_string(lines.skipped));
     // Without any, every dictation would match.
@@ -107,14 +110,14 @@ bool findRoot(const std::optional<std::string>& typed, std::string& root) {
     return opened.ok();
 }
 
-void showProgress(const Session& session, const DictationList& hits, TerminalInterface& terminal) {
-    terminal.showProgress(std::to_string(modDictation::lastScanReport().filesTested) +
-                          " dictations, " + std::to_string(hits.size()) + " hits, in " +
+void showProgress(const Session& session, const SearchReport& soFar, const DictationList& hits,
+                  TerminalInterface& terminal) {
+    terminal.showProgress(std::to_string(soFar.filesTested) + " dictations, " +
+                          std::to_string(hits.size()) + " hits, in " +
                           platform::toNativePath(session.host().currentFolder()));
 }
 
-void reportProblems() {
-    const modDictation::ScanReport& report = modDictation::lastScanReport();
+void tellProblems(const SearchReport& report) {
     for (const platform::Status& problem : report.problems)
         complain(problem.description());
     const auto told = static_cast<std::int64_t>(report.problems.size());
@@ -135,53 +138,55 @@ std::vector<std::string> chosenColumns() {
 
 ExitCode readSearch(const SearchOptions& options, const std::vector<std::string>& usualColumns,
                     SearchRequest& request) {
-    if (!readCriteria(options.criteria, request.criteria) ||
+    modDictation::Search& search = request.search;
+    if (!readCriteria(options.criteria, search.criteria) ||
         !readColumns(options.columns.empty() ? usualColumns : options.columns, request.columns) ||
         (options.sort && !readSort(*options.sort, request.sort)))
         return ExitCode::usage;
-    if ((options.criteriaFile && !readCriteriaFile(*options.criteriaFile, request.criteria)) ||
-        !findRoot(options.root, request.root))
+    if ((options.criteriaFile && !readCriteriaFile(*options.criteriaFile, search.criteria)) ||
+        !findRoot(options.root, search.root))
         return ExitCode::unreadable;
-    request.all = !options.any || request.criteria.empty();
-    request.maxDepth = options.maxDepth;
-    request.limit = options.limit;
+    search.all = !options.any || search.criteria.empty();
+    search.depth = options.maxDepth;
+    search.limit = options.limit;
     return ExitCode::found;
 }
 
-void search(const SearchRequest& request, const Session& session, TerminalInterface& terminal,
-            DictationList& hits, const std::function<void()>& idle) {
+SearchReport search(const modDictation::Search& what, const Session& session,
+                    TerminalInterface& terminal, DictationList& hits,
+                    const std::function<bool()>& goOn) {
     constexpr std::int64_t progressIntervalMs = 100;
     std::int64_t nextProgress = platform::coarseMilliseconds() + progressIntervalMs;
-    terminal.setIdleHandler([&] {
-        idle();
+    std::stop_source stop;
+    const auto watch = [&](const SearchReport& soFar) {
+        if (!goOn() || TerminalInterface::interrupted())
+            stop.request_stop();
         if (platform::coarseMilliseconds() < nextProgress)
             return;
         nextProgress = platform::coarseMilliseconds() + progressIntervalMs;
-        showProgress(session, hits, terminal);
-    });
-    modDictation::SearchDictations(request.root, request.criteria, request.maxDepth, hits, true,
-                                   request.all, request.limit);
-    terminal.setIdleHandler({});
+        showProgress(session, soFar, hits, terminal);
+    };
+    SearchReport report = modDictation::search(what, hits, stop.get_token(), watch);
     terminal.clearProgress();
+    return report;
 }
 
-void reportSearch(const DictationList& hits) {
-    reportProblems();
-    if (TerminalInterface::interrupted() && modDictation::lastScanReport().stopped)
+void tellReport(const SearchReport& report, std::int32_t hitCount) {
+    tellProblems(report);
+    if (TerminalInterface::interrupted() && report.stopped)
         complain("stopped; what was found until then is shown");
-    else if (modDictation::lastScanReport().limitReached)
-        complain("ended after " + std::to_string(hits.size()) +
+    else if (report.limitReached)
+        complain("ended after " + std::to_string(hitCount) +
                  " dictations, there may be more; --limit sets how many");
 }
 
-ExitCode searchResult(const DictationList& hits) {
-    if (modDictation::lastScanReport().rootVanished)
+ExitCode searchResult(const SearchReport& report, std::int32_t hitCount) {
+    if (report.rootVanished)
         return ExitCode::unreadable;
-    if (!hits.empty())
+    if (hitCount > 0)
         return ExitCode::found;
     // What could not be read may hold what was looked for.
-    const bool incomplete = modDictation::lastScanReport().foldersUnreadable > 0;
-    return incomplete ? ExitCode::unreadable : ExitCode::nothingFound;
+    return report.foldersUnreadable > 0 ? ExitCode::unreadable : ExitCode::nothingFound;
 }
 
 } // namespace ov::cli

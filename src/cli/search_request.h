@@ -4,7 +4,7 @@
 #pragma once
 
 #include "cli/exit_code.h"
-#include "dictation/search/dictation_list.h"
+#include "dictation/search/search.h"
 #include "export/document.h"
 
 #include <cstdint>
@@ -20,16 +20,14 @@ namespace ov::cli {
 class Session;
 class TerminalInterface;
 
-constexpr std::int32_t usualLimit = 999999;
-
 // As typed.
 struct SearchOptions {
     std::optional<std::string> root; // native; else the dictation root of the settings
     std::vector<std::string> criteria;
     bool any = false;
     std::optional<std::string> criteriaFile; // native
-    std::int32_t maxDepth = 50;
-    std::int32_t limit = usualLimit;
+    std::int32_t maxDepth = modDictation::usualDepth;
+    std::int32_t limit = modDictation::usualLimit;
     std::vector<std::string> columns;
     std::optional<std::string> sort; // KEY or KEY:desc
 };
@@ -41,13 +39,9 @@ struct SortOrder {
 
 // Once the options have been understood.
 struct SearchRequest {
-    std::string root;
-    std::vector<std::string> criteria;
-    bool all = true; // criteria must match
+    modDictation::Search search;
     std::vector<exporting::Column> columns;
     std::optional<SortOrder> sort;
-    std::int32_t maxDepth = 0;
-    std::int32_t limit = 0;
 };
 
 // The columns that the user has chosen to see, by their keys.
@@ -58,14 +52,15 @@ std::vector<std::string> chosenColumns();
 ExitCode readSearch(const SearchOptions& options, const std::vector<std::string>& usualColumns,
                     SearchRequest& request);
 
-// Fills `hits` and shows the progress. `idle` is called now and then, and before the progress is
-// shown; it may stop the search with modDictation::requestSearchAbort().
-void search(const SearchRequest& request, const Session& session, TerminalInterface& terminal,
-            modDictation::DictationList& hits, const std::function<void()>& idle);
+// Fills `hits` and shows the progress. `goOn` is asked now and then, before the progress is shown;
+// false stops the search.
+modDictation::SearchReport search(const modDictation::Search& what, const Session& session,
+                                  TerminalInterface& terminal, modDictation::DictationList& hits,
+                                  const std::function<bool()>& goOn);
 
 // Tells what was left out and whether the search ended early.
-void reportSearch(const modDictation::DictationList& hits);
+void tellReport(const modDictation::SearchReport& report, std::int32_t hitCount);
 
-ExitCode searchResult(const modDictation::DictationList& hits);
+ExitCode searchResult(const modDictation::SearchReport& report, std::int32_t hitCount);
 
 } // namespace ov::cli

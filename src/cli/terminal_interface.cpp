@@ -5,7 +5,6 @@
 
 #include "cli/messages.h"
 #include "cli/shown_text.h"
-#include "dictation/search/tree_scan.h"
 #include "platform/program_end.h"
 #include "platform/terminal.h"
 
@@ -88,12 +87,7 @@ platform::MessageAnswer TerminalInterface::showMessage(const platform::MessageBo
     return box.defaultAnswer;
 }
 
-void TerminalInterface::processMessages() {
-    if (interrupted() && modDictation::isSearchRunning())
-        modDictation::requestSearchAbort();
-    if (idle_)
-        idle_();
-}
+void TerminalInterface::processMessages() {}
 
 void TerminalInterface::beep() {
     if (showsProgress_)

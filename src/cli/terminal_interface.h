@@ -5,9 +5,7 @@
 
 #include "platform/user_interface.h"
 
-#include <functional>
 #include <string>
-#include <utility>
 
 namespace ov::cli {
 
@@ -20,9 +18,6 @@ public:
     ~TerminalInterface() override;
     TerminalInterface(const TerminalInterface&) = delete;
     TerminalInterface& operator=(const TerminalInterface&) = delete;
-
-    // Called whenever the search lets messages be processed, some hundred times a second at most.
-    void setIdleHandler(std::function<void()> handler) { idle_ = std::move(handler); }
 
     // One line on standard error, replaced by the next; nothing unless a person looks at it.
     void showProgress(const std::string& line);
@@ -37,7 +32,6 @@ public:
     void beep() override;
 
 private:
-    std::function<void()> idle_;
     platform::UserInterface* previous_;
     void (*previousHandler_)(int);
     bool showsProgress_;

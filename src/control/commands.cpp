@@ -115,10 +115,10 @@ void ctrlOVSearch::runSearch() {
     const std::string root = dictationTree_; // the host may name another one meanwhile
     SearchRun run(
         view_, *this,
-        [this, &root] {
+        [this](const modDictation::Search& what) {
             view_.picPlayer->PlayerStop();
             outcome_.reset();
-            searched_ = {view_.lvSearchCriteria->criteria(), view_.isCompareAnd(), root};
+            searched_ = what;
         },
         [this] { return terminating_; });
     const QScopedValueRollback running(run_, &run);

@@ -142,7 +142,7 @@ private:
     int frames_ = 0;
     SearchRun* run_ = nullptr;             // that is on the stack
     std::optional<SearchOutcome> outcome_; // of the last search
-    exporting::Searched searched_;         // what it looked for
+    modDictation::Search searched_;        // what it looked for
 };
 
 // The control as the host holds it: letting go of it ends the control, wherever it is.

@@ -14,7 +14,9 @@
 #include <QPointer>
 #include <QScopedValueRollback>
 #include <QTimer>
-#include <string_view>
+#include <algorithm>
+#include <iterator>
+#include <memory>
 
 namespace ov {
 
@@ -22,8 +24,6 @@ using modLanguage::GetText;
 
 namespace {
 
-constexpr std::int32_t maximumDepth = 50;
-constexpr std::int32_t maximumHits = 999999;
 // Fewer rows are filled before a progress display could be seen.
 constexpr std::int32_t mostHitsWithoutProgress = 25;
 
@@ -69,12 +69,13 @@ bool& searchOnThread() {
 
 } // namespace
 
-QString noticeText(const modDictation::ScanReport& report) {
+QString noticeText(const modDictation::SearchReport& report) {
     QStringList sentences;
     if (report.stopped)
         sentences << widgets::text(text_id::searchStopped);
     if (report.limitReached)
-        sentences << widgets::text(text_id::hitLimitReached, {groupedNumber(maximumHits)});
+        sentences << widgets::text(text_id::hitLimitReached,
+                                   {groupedNumber(modDictation::usualLimit)});
     if (report.rootVanished)
         sentences << widgets::text(text_id::storeVanished);
     else if (report.foldersUnreadable > 0)
@@ -101,23 +102,23 @@ std::optional<SearchOutcome> SearchRun::run(const std::string& root) {
                              &owner_);
         return std::nullopt;
     }
-    const std::vector<std::string> searched = criteria();
-    if (searched.empty() || isEnding_())
+    const modDictation::Search what{root, criteria(), view_.isCompareAnd()};
+    if (what.criteria.empty() || isEnding_())
         return std::nullopt;
-    starting_();
+    starting_(what);
     showOutcome(view_, std::nullopt);
     view_.lvSearchResult->removeAllRows();
     view_.lvSearchResult->viewport()->repaint();
-    return search(root, searched);
+    return search(what);
 }
 
-std::optional<SearchOutcome> SearchRun::search(const std::string& root,
-                                               const std::vector<std::string>& criteria) {
+std::optional<SearchOutcome> SearchRun::search(const modDictation::Search& what) {
     const QScopedValueRollback onlyOne(searchOnThread(), true);
-    auto hits = walk(root, criteria);
+    auto hits = std::make_unique<modDictation::DictationList>();
+    SearchOutcome outcome{0, walk(what, *hits)};
     if (isEnding_())
         return std::nullopt;
-    SearchOutcome outcome{hits->size(), modDictation::lastScanReport()};
+    outcome.hitCount = hits->size();
     if (outcome.hitCount > 0) {
         view_.lvSearchResult->setHits(std::move(hits));
         fill(outcome.hitCount);
@@ -128,31 +129,32 @@ std::optional<SearchOutcome> SearchRun::search(const std::string& root,
 }
 
 // A single empty criterion, which every dictation satisfies, when the user wants all of them.
-std::vector<std::string> SearchRun::criteria() {
-    std::vector<std::string> all = view_.lvSearchCriteria->criteria();
+std::vector<modDictation::Criterion> SearchRun::criteria() {
+    std::vector<modDictation::Criterion> all;
+    std::ranges::transform(view_.lvSearchCriteria->criteria(), std::back_inserter(all),
+                           modDictation::ParseCriteriaString);
     if (all.empty() && modUtil::AskYesNo(text_id::searchWithoutCriteria, {}, &owner_))
         all.emplace_back();
     return all;
 }
 
-std::unique_ptr<modDictation::DictationList>
-SearchRun::walk(const std::string& root, const std::vector<std::string>& criteria) {
-    auto hits = std::make_unique<modDictation::DictationList>();
-    const LiveCount liveCount(*hits, *view_.lblSearchResult);
+modDictation::SearchReport SearchRun::walk(const modDictation::Search& what,
+                                           modDictation::DictationList& hits) {
+    const LiveCount liveCount(hits, *view_.lblSearchResult);
     view_.show(ControlView::Activity::searching);
+    modDictation::SearchReport report;
     {
         const QScopedValueRollback walking(stage_, Stage::walking);
-        modDictation::SearchDictations(root, criteria, maximumDepth, *hits, true,
-                                       view_.isCompareAnd(), maximumHits);
+        report = modDictation::search(what, hits, stop_.get_token());
     }
     if (!isEnding_()) // what is left is over before one could stop it
         view_.show(ControlView::Activity::busy);
-    return hits;
+    return report;
 }
 
-void SearchRun::stop() const {
+void SearchRun::stop() {
     if (stage_ == Stage::walking)
-        modDictation::requestSearchAbort();
+        stop_.request_stop();
 }
 
 // The host hears of every row; the list shows them in the steps in which a person can see them

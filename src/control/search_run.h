@@ -4,12 +4,12 @@
 #pragma once
 
 #include "control/control_view.h"
-#include "dictation/search/tree_scan.h"
+#include "dictation/search/search.h"
 
 #include <cstdint>
 #include <functional>
-#include <memory>
 #include <optional>
+#include <stop_token>
 #include <string>
 #include <vector>
 
@@ -18,7 +18,7 @@ namespace ov {
 // What a search found and met. An own copy: a later search of the thread has its own.
 struct SearchOutcome {
     std::int32_t hitCount = 0;
-    modDictation::ScanReport report;
+    modDictation::SearchReport report;
 };
 
 // One search, from the question whether to go on without criteria to the count below the list.
@@ -28,7 +28,8 @@ class SearchRun {
 public:
     // `isEnding` tells that the control goes away: nothing of it may be touched any more.
     // `starting` is called before the old rows go.
-    SearchRun(ControlView& view, QWidget& owner, std::function<void()> starting,
+    SearchRun(ControlView& view, QWidget& owner,
+              std::function<void(const modDictation::Search&)> starting,
               std::function<bool()> isEnding)
         : view_(view),
           owner_(owner),
@@ -43,29 +44,29 @@ public:
     void tellOutcome(const SearchOutcome& outcome);
 
     // Ends the walk through the tree, if that is where the search is.
-    void stop() const;
+    void stop();
     // Something stands in the host's progress display.
     bool tellsHost() const { return stage_ != Stage::asking; }
 
 private:
     enum class Stage { asking, walking, filling };
 
-    std::vector<std::string> criteria();
-    std::optional<SearchOutcome> search(const std::string& root,
-                                        const std::vector<std::string>& criteria);
-    std::unique_ptr<modDictation::DictationList> walk(const std::string& root,
-                                                      const std::vector<std::string>& criteria);
+    std::vector<modDictation::Criterion> criteria();
+    std::optional<SearchOutcome> search(const modDictation::Search& what);
+    modDictation::SearchReport walk(const modDictation::Search& what,
+                                    modDictation::DictationList& hits);
     void fill(std::int32_t count);
 
     ControlView& view_;
     QWidget& owner_;
-    std::function<void()> starting_;
+    std::function<void(const modDictation::Search&)> starting_;
     std::function<bool()> isEnding_;
     Stage stage_ = Stage::asking;
+    std::stop_source stop_;
 };
 
 // What a search left out or did not reach; empty when nothing.
-QString noticeText(const modDictation::ScanReport& report);
+QString noticeText(const modDictation::SearchReport& report);
 
 // The label and the notice at the hits; without an outcome they tell none.
 void showOutcome(const ControlView& view, const std::optional<SearchOutcome>& outcome);

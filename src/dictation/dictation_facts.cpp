@@ -3,10 +3,9 @@
 
 #include "dictation/dictation_facts.h"
 
-#include "dictation/dictation_record.h"
+#include "dictation/dictation.h"
 #include "dictation/field_table.h"
 #include "dictation/field_values.h"
-#include "support/modFilePath.h"
 
 #include <algorithm>
 #include <string>
@@ -30,12 +29,10 @@ std::vector<SearchField> describedFields() {
 } // namespace
 
 std::vector<DictationFact> describeDictation(std::string_view path) {
-    const std::string_view directory = modFilePath::directoryPart(path);
-    std::string buffer;
-    const std::string_view name = dictationName(modFilePath::namePart(path), buffer);
+    const Dictation dictation = dictationOfPath(path);
     std::vector<DictationFact> facts;
     for (const SearchField& field : describedFields())
-        if (std::string value = fieldText(field.Id, directory, name); !value.empty())
+        if (std::string value = shownValue(field.Id, dictation); !value.empty())
             facts.push_back({field.Caption, std::move(value)});
     return facts;
 }

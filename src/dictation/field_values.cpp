@@ -10,6 +10,7 @@
 #include "platform/locale.h"
 #include "support/numbers.h"
 
+#include <charconv>
 #include <utility>
 
 namespace ov::modDictation {
@@ -64,12 +65,23 @@ double dateNumber(std::string_view value) {
     return serial ? serial->day + serial->second / secondsPerDay : noNumber;
 }
 
+constexpr std::int32_t numberField = 8; // text by its type, since it may be anything
+
+std::optional<TypedValue> exactNumber(std::string_view text) {
+    constexpr std::size_t exactDigits = 15; // of the numbers of spreadsheets and of JSON readers
+    std::int64_t number = 0;
+    const auto read = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (read.ec != std::errc() || text.size() > exactDigits || std::to_string(number) != text)
+        return std::nullopt;
+    return number;
+}
+
 } // namespace
 
-std::string fieldText(std::int32_t field, std::string_view path, std::string_view name) {
+std::string shownValue(std::int32_t field, const Dictation& dictation) {
     const FieldDefinition& definition = fieldDefinition(field);
     std::string value;
-    GetDictationField(definition.dictationField, path, name, value);
+    readField(definition.dictationField, dictation, value);
     switch (definition.valueType) {
     case ValueType::date:
         return dateText(std::move(value));
@@ -92,10 +104,10 @@ bool sortsByNumber(std::int32_t field) noexcept {
     return type != ValueType::text && type != ValueType::marker && type != ValueType::none;
 }
 
-double fieldNumber(std::int32_t field, std::string_view path, std::string_view name) {
+double sortNumber(std::int32_t field, const Dictation& dictation) {
     const FieldDefinition& definition = fieldDefinition(field);
     std::string value;
-    GetDictationField(definition.dictationField, path, name, value);
+    readField(definition.dictationField, dictation, value);
     switch (definition.valueType) {
     case ValueType::date:
         return dateNumber(value);
@@ -114,6 +126,19 @@ double fieldNumber(std::int32_t field, std::string_view path, std::string_view n
     default:
         return noNumber;
     }
+}
+
+std::optional<TypedValue> typedValue(std::int32_t field, const Dictation& dictation) {
+    const FieldDefinition& definition = fieldDefinition(field);
+    std::string value;
+    readField(definition.dictationField, dictation, value);
+    if (definition.valueType == ValueType::date)
+        return readDateOrSerial(value);
+    if (definition.valueType == ValueType::time) {
+        const auto seconds = readSeconds(value);
+        return seconds ? std::optional<TypedValue>(Seconds{*seconds}) : std::nullopt;
+    }
+    return field == numberField ? exactNumber(value) : std::nullopt;
 }
 
 } // namespace ov::modDictation

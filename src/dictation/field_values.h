@@ -1,31 +1,43 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
-
 #pragma once
+
+#include "dictation/dictation.h"
+#include "dictation/field_date.h"
 
 #include <cstdint>
 #include <limits>
+#include <optional>
 #include <string>
-#include <string_view>
+#include <variant>
 
-// A dictation's fields as a person reads them and as a list sorts them. The result list, export
-// and the terminal all take them from here.
+// The value of a search field as a person reads it, as a list sorts by it, and as what it is.
+// List, terminal, export and print all take them from here.
 
 namespace ov::modDictation {
 
-// What a list shows for the search field: text as decoded, dates in the locale's short form with
-// the time where the name has one, lengths as hh:mm:ss, codes as their text. A value that is not
-// what its field should hold is shown as it stands; an absent one is empty.
-std::string fieldText(std::int32_t field, std::string_view path, std::string_view name);
+// What a list shows: text as decoded, dates in the locale's short form with the time where the
+// name has one, lengths as hh:mm:ss, codes as their text. A value that is not what its field
+// should hold is shown as it stands; an absent one is empty.
+std::string shownValue(std::int32_t field, const Dictation& dictation);
 
-// True for fields that sort by fieldNumber, false for those that sort by their text.
+// True for fields that sort by sortNumber, false for those that sort by their shown value.
 bool sortsByNumber(std::int32_t field) noexcept;
 
 // Sorts before every number.
 constexpr double noNumber = -std::numeric_limits<double>::infinity();
 
-// The number that a field sorts by: the serial of a date, the seconds of a length, a code;
-// noNumber where it has none.
-double fieldNumber(std::int32_t field, std::string_view path, std::string_view name);
+// The serial of a date, the seconds of a length, a code; noNumber where it has none.
+double sortNumber(std::int32_t field, const Dictation& dictation);
+
+struct Seconds {
+    std::int32_t count = 0;
+    bool operator==(const Seconds&) const = default;
+};
+using TypedValue = std::variant<DateSerial, Seconds, std::int64_t>;
+
+// The date, length or number; nothing for text, and for what only looks like one: a number must
+// read the same when it is written back, so "007" is text.
+std::optional<TypedValue> typedValue(std::int32_t field, const Dictation& dictation);
 
 } // namespace ov::modDictation

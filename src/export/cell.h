@@ -1,36 +1,25 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
-
 #pragma once
 
-#include "dictation/field_date.h"
+#include "dictation/field_values.h"
 #include "export/document.h"
 #include "export/rows.h"
 
-#include <cstdint>
 #include <optional>
 #include <string>
-#include <variant>
 
-// A cell of the list, as shown and as what it is.
+// A cell of the list, as shown and as what it is. Besides the search fields there is a column of
+// paths.
 
 namespace ov::exporting {
 
-std::string nativePath(const Hit& hit);
-
 // As the result list shows it; bytes that are no UTF-8 are read as Windows-1252.
-std::string cellText(const Column& column, const Hit& hit);
+std::string cellText(const Column& column, const Dictation& dictation);
 // The same without that: a path keeps its bytes.
-std::string cellBytes(const Column& column, const Hit& hit);
+std::string cellBytes(const Column& column, const Dictation& dictation);
 
-struct Seconds {
-    std::int32_t count = 0;
-    bool operator==(const Seconds&) const = default;
-};
-using RealValue = std::variant<modDictation::DateSerial, Seconds, std::int64_t>;
-
-// The date, length or number that the cell shows; nothing for text, and for what only looks like
-// one: a number must read the same when it is written back, so "007" is text.
-std::optional<RealValue> cellValue(const Column& column, const Hit& hit);
+// The date, length or number that the cell shows; nothing for text.
+std::optional<modDictation::TypedValue> cellValue(const Column& column, const Dictation& dictation);
 
 } // namespace ov::exporting

@@ -51,9 +51,9 @@ public:
         endLine();
     }
 
-    void write(const Hit& hit) override {
+    void write(const Dictation& dictation) override {
         for (const Column& column : columns_) {
-            const std::string text = cellText(column, hit);
+            const std::string text = cellText(column, dictation);
             appendCell(options_.filter != nullptr ? options_.filter(text) : text);
         }
         endLine();

@@ -4,7 +4,6 @@
 #include "export/document.h"
 
 #include "dictation/field_table.h"
-#include "dictation/search/criterion.h"
 #include "platform/files.h"
 #include "platform/locale.h"
 #include "platform/text.h"
@@ -19,16 +18,16 @@ namespace {
 
 constexpr std::int32_t german = 7;
 
-std::vector<std::string> criteriaInWords(const Searched& searched) {
+std::vector<std::string> criteriaInWords(const modDictation::Search& search) {
     std::vector<std::string> lines;
-    for (const std::string& criterion : searched.criteria)
-        if (!criterion.empty())
+    for (const modDictation::Criterion& criterion : search.criteria)
+        if (criterion != modDictation::Criterion()) // that every dictation satisfies
             lines.push_back(platform::textFromBytes(modDictation::GetCriterionText(criterion)));
     if (lines.empty())
         return {GetText(text_id::printedWithoutCriteria)};
     if (lines.size() > 1)
         lines.insert(lines.begin(),
-                     GetText(searched.all ? text_id::describeAll : text_id::describeAny));
+                     GetText(search.all ? text_id::describeAll : text_id::describeAny));
     return lines;
 }
 
@@ -40,14 +39,14 @@ Column columnOf(std::int32_t field) {
             modDictation::GetSearchFieldCaption(field, false), definition.width};
 }
 
-Document describe(const Searched& searched) {
+Document describe(const modDictation::Search& search) {
     Document document;
     document.title = GetText(text_id::defaultPrintTitle);
     const std::int32_t language = modLanguage::Language();
     document.language = language == 0 || language == german ? "de" : "en";
-    document.criteria = criteriaInWords(searched);
+    document.criteria = criteriaInWords(search);
     document.madeOn = GetText(text_id::printedOn, {platform::formatShortDate(platform::now())});
-    document.storeFolder = platform::textFromBytes(platform::toNativePath(searched.storeFolder));
+    document.storeFolder = platform::textFromBytes(platform::toNativePath(search.root));
     document.pageNumber = GetText(text_id::pageNumber);
     document.sheetName = GetText(text_id::defaultPrintTitle);
     document.listSeparator = platform::listSeparator();

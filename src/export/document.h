@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "dictation/search/search.h"
+
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -46,13 +48,8 @@ struct Document {
     PageStyle style;
 };
 
-// A document with all that can be known: the words for these criteria, the date of today, the
-// usual title. `storeFolder` is a path of the program; columns are the caller's.
-struct Searched {
-    std::vector<std::string> criteria; // criteria strings; an empty one matches everything
-    bool all = true;                   // all criteria had to match
-    std::string storeFolder;
-};
-Document describe(const Searched& searched);
+// A document with all that can be known: the words for what was searched, the date of today, the
+// usual title. Columns are the caller's.
+Document describe(const modDictation::Search& search);
 
 } // namespace ov::exporting

@@ -102,7 +102,7 @@ std::unique_ptr<RowWriter> makeWriter(const Document& document, Format format, S
 bool writeRows(RowWriter& writer, const RowSource& rows, const GoOn& goOn) {
     writer.begin();
     for (std::int64_t row = 0; row < rows.count(); ++row) {
-        writer.write(rows.hit(row));
+        writer.write(rows.dictation(row));
         if (!goOn(row + 1))
             return false;
     }

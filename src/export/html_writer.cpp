@@ -105,11 +105,11 @@ public:
         writeHead();
     }
 
-    void write(const Hit& hit) override {
+    void write(const Dictation& dictation) override {
         line_.assign("<tr>");
         for (const Column& column : document_.columns) {
             line_.append("<td dir=\"auto\">");
-            appendEscaped(cellText(column, hit), line_);
+            appendEscaped(cellText(column, dictation), line_);
             line_.append("</td>");
         }
         sink_.write(line_.append("</tr>\n"));

@@ -30,7 +30,7 @@ Json jsonOf(const modDictation::DateSerial& serial) {
     }
     return iso;
 }
-Json jsonOf(Seconds seconds) {
+Json jsonOf(modDictation::Seconds seconds) {
     return seconds.count;
 }
 Json jsonOf(std::int64_t number) {
@@ -44,15 +44,15 @@ public:
 
     void begin() override { sink_.write("["); }
 
-    void write(const Hit& hit) override {
+    void write(const Dictation& dictation) override {
         Json object;
         Json values;
-        object["path"] = platform::textFromBytes(nativePath(hit));
+        object["path"] = platform::textFromBytes(nativePathOf(dictation));
         for (const Column& column : columns_) {
             if (column.field == pathColumn)
                 continue;
-            object[column.key] = cellText(column, hit);
-            if (const auto value = cellValue(column, hit))
+            object[column.key] = cellText(column, dictation);
+            if (const auto value = cellValue(column, dictation))
                 values[column.key] = std::visit([](const auto& v) { return jsonOf(v); }, *value);
         }
         if (!values.empty())

@@ -27,7 +27,7 @@ class RowWriter {
 public:
     virtual ~RowWriter() = default;
     virtual void begin() {}
-    virtual void write(const Hit& hit) = 0;
+    virtual void write(const Dictation& dictation) = 0;
     virtual void end() {}
 };
 

@@ -17,11 +17,7 @@
 
 namespace ov::exporting {
 
-// A dictation as the file system has it; `directory` ends in "\".
-struct Hit {
-    std::string_view directory;
-    std::string_view fileName;
-};
+using modDictation::Dictation;
 
 // Asked for one row after the other, and by a preview for any, some of them again. Rows are
 // counted from 0. Nothing may change while somebody writes or prints.
@@ -29,7 +25,7 @@ class RowSource {
 public:
     virtual ~RowSource() = default;
     virtual std::int64_t count() const = 0;
-    virtual Hit hit(std::int64_t row) const = 0;
+    virtual Dictation dictation(std::int64_t row) const = 0;
     // The cell as the result list shows it. Virtual, since codes read in the language of whoever
     // made the source; a module with pages knows none.
     virtual std::string text(const Column& column, std::int64_t row) const = 0;
@@ -47,10 +43,10 @@ public:
     std::int64_t count() const override {
         return all_ ? hits_.size() : static_cast<std::int64_t>(indexes_.size());
     }
-    Hit hit(std::int64_t row) const override {
+    Dictation dictation(std::int64_t row) const override {
         const std::int32_t index =
             all_ ? static_cast<std::int32_t>(row + 1) : indexes_[static_cast<std::size_t>(row)];
-        return {hits_.directory(index), hits_.fileName(index)};
+        return hits_[index];
     }
     std::string text(const Column& column, std::int64_t row) const override;
 

@@ -19,8 +19,8 @@ public:
     void begin() override {
         writeLine([](const Column& column) { return column.caption; });
     }
-    void write(const Hit& hit) override {
-        writeLine([&hit](const Column& column) { return cellText(column, hit); });
+    void write(const Dictation& dictation) override {
+        writeLine([&dictation](const Column& column) { return cellText(column, dictation); });
     }
 
 private:

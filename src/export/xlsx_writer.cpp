@@ -116,17 +116,17 @@ public:
                              static_cast<lxw_col_t>(document_.columns.size() - 1));
     }
 
-    void write(std::int64_t row, const Hit& hit) {
+    void write(std::int64_t row, const Dictation& dictation) {
         const auto line = static_cast<lxw_row_t>(row + 1);
         for (std::size_t i = 0; i < document_.columns.size(); ++i) {
             const Column& column = document_.columns[i];
             const auto place = static_cast<lxw_col_t>(i);
-            const auto value = cellValue(column, hit);
+            const auto value = cellValue(column, dictation);
             const bool written =
                 value &&
                 std::visit([&](const auto& v) { return writeValue(line, place, v); }, *value);
             if (!written)
-                writeText(line, place, cellText(column, hit), text_);
+                writeText(line, place, cellText(column, dictation), text_);
         }
     }
 
@@ -190,7 +190,7 @@ private:
         return writeNumber(row, column, date.day + date.second / secondsPerDay,
                            date.hasTime ? dateTime_ : date_);
     }
-    bool writeValue(lxw_row_t row, lxw_col_t column, Seconds seconds) {
+    bool writeValue(lxw_row_t row, lxw_col_t column, modDictation::Seconds seconds) {
         return writeNumber(row, column, seconds.count / secondsPerDay, length_);
     }
     bool writeValue(lxw_row_t row, lxw_col_t column, std::int64_t number) {
@@ -236,7 +236,7 @@ platform::Status writeWorkbook(const Document& document, const RowSource& rows,
         return book.status();
     book.writeCaptions(rows.count());
     for (std::int64_t row = 0; row < rows.count() && !book.failed(); ++row) {
-        book.write(row, rows.hit(row));
+        book.write(row, rows.dictation(row));
         if (!goOn(row + 1)) {
             stopped = true;
             return {};

@@ -497,7 +497,7 @@ TEST_F(Control, TellsWhatASearchLeftOut) {
     searchAll();
     EXPECT_EQ(widget<QLabel>("lblSearchNotice").text().toStdString(),
               "Files and folders left out because of a “\\” in their name: 1");
-    modDictation::ScanReport all;
+    modDictation::SearchReport all;
     all.limitReached = all.stopped = true;
     all.foldersUnreadable = 1234;
     EXPECT_EQ(noticeText(all).toStdString(),

@@ -23,7 +23,7 @@ class Cells final : public RowSource {
 public:
     std::vector<Texts> rows;
     std::int64_t count() const override { return static_cast<std::int64_t>(rows.size()); }
-    Hit hit(std::int64_t /*row*/) const override { return {}; }
+    Dictation dictation(std::int64_t /*row*/) const override { return {}; }
     std::string text(const Column& column, std::int64_t row) const override {
         return rows[static_cast<std::size_t>(row)][std::stoul(column.key)];
     }

@@ -39,8 +39,7 @@ bool mayWrite(const std::string& path, bool force) {
 }
 
 exporting::Document documentOf(const ExportOptions& options, const SearchRequest& request) {
-    exporting::Document document =
-        exporting::describe({request.criteria, request.all, request.root});
+    exporting::Document document = exporting::describe(request.search);
     if (options.title)
         document.title = platform::textFromBytes(*options.title);
     document.listSeparator = options.separator.value_or(document.listSeparator);
@@ -110,11 +109,11 @@ ExitCode runExport(const ExportOptions& options, const Session& session,
         return ExitCode::unreadable;
 
     DictationList hits;
-    search(request, session, terminal, hits, [] {});
+    const auto report = search(request.search, session, terminal, hits, [] { return true; });
     if (TerminalInterface::interrupted())
         return tellStopped(path);
-    reportSearch(hits);
-    const ExitCode found = searchResult(hits);
+    tellReport(report, hits.size());
+    const ExitCode found = searchResult(report, hits.size());
     if (found != ExitCode::found)
         return found;
     const std::vector<std::int32_t> order = orderOf(request, hits);

@@ -47,7 +47,7 @@ public:
     }
 
 private:
-    void print(std::int32_t index) { writer_.write(hits_.directory(index), hits_.fileName(index)); }
+    void print(std::int32_t index) { writer_.write(hits_[index]); }
 
     const DictationList& hits_;
     HitWriter& writer_;
@@ -79,13 +79,12 @@ ExitCode runFind(const FindOptions& options, const Session& session, TerminalInt
     DictationList hits;
     HitPrinter printer(hits, *writer, output);
     writer->begin();
-    search(request, session, terminal, hits, [&] {
+    const auto report = search(request.search, session, terminal, hits, [&] {
         if (!request.sort && printer.hasNew()) {
             terminal.makeRoomForOutput();
             printer.printNew();
         }
-        if (output.failed())
-            modDictation::requestSearchAbort();
+        return !output.failed();
     });
     if (request.sort)
         printer.printSorted(*request.sort);
@@ -93,9 +92,9 @@ ExitCode runFind(const FindOptions& options, const Session& session, TerminalInt
         printer.printNew();
     writer->end();
     output.flush();
-    reportSearch(hits);
+    tellReport(report, hits.size());
     return output.finish(TerminalInterface::interrupted() ? ExitCode::interrupted
-                                                          : searchResult(hits));
+                                                          : searchResult(report, hits.size()));
 }
 
 } // namespace ov::cli

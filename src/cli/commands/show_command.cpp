@@ -11,7 +11,6 @@
 #include "dictation/field_table.h"
 #include "dictation/field_values.h"
 #include "platform/files.h"
-#include "support/modFilePath.h"
 #include "support/numbers.h"
 
 #include <algorithm>
@@ -22,6 +21,7 @@ namespace ov::cli {
 
 namespace {
 
+using modDictation::Dictation;
 using modDictation::FieldDefinition;
 
 ExitCode printRows(const std::vector<Row>& rows, const std::vector<std::size_t>& widths) {
@@ -42,10 +42,9 @@ std::string_view rawText(std::int32_t dictationField, std::string_view name) {
     return modDictation::findFieldValue(name, modDictation::fieldTag(dictationField)).value_or("-");
 }
 
-Row fieldRow(const FieldDefinition& field, std::string_view directory, std::string_view name,
-             std::string_view raw) {
+Row fieldRow(const FieldDefinition& field, const Dictation& dictation, std::string_view raw) {
     return {std::string(field.key), shownText(modDictation::GetSearchFieldCaption(field.id, true)),
-            shownText(modDictation::fieldText(field.id, directory, name)), shownText(raw)};
+            shownText(modDictation::shownValue(field.id, dictation)), shownText(raw)};
 }
 
 bool isInTable(std::int32_t dictationField) {
@@ -56,7 +55,7 @@ bool isInTable(std::int32_t dictationField) {
 }
 
 // What the name carries beside the fields that can be searched.
-void addOtherFields(std::string_view directory, std::string_view name, std::vector<Row>& rows) {
+void addOtherFields(const Dictation& dictation, std::string_view name, std::vector<Row>& rows) {
     constexpr std::string_view separator = "@@";
     for (std::size_t at = name.find(separator); at != std::string_view::npos;
          at = name.find(separator, at + 1)) {
@@ -68,29 +67,29 @@ void addOtherFields(std::string_view directory, std::string_view name, std::vect
         if (number == 0 || isInTable(number) || name.find(tag) != at)
             continue;
         std::string text;
-        modDictation::GetDictationField(number, directory, name, text);
+        modDictation::readField(number, dictation, text);
         rows.push_back({"-", tag, shownText(text), shownText(rawText(number, name))});
     }
 }
 
-std::vector<Row> fieldRows(std::string_view directory, std::string_view name) {
+std::vector<Row> fieldRows(const Dictation& dictation, std::string_view name) {
     using namespace modDictation;
     std::vector<Row> rows = {{"KEY", "FIELD", "SHOWN", "RAW"}};
     for (const FieldDefinition& field : fieldDefinitions())
         if (field.dictationField > 0)
-            rows.push_back(fieldRow(field, directory, name, rawText(field.dictationField, name)));
-    addOtherFields(directory, name, rows);
+            rows.push_back(fieldRow(field, dictation, rawText(field.dictationField, name)));
+    addOtherFields(dictation, name, rows);
     return rows;
 }
 
 // What does not come from a field of the name, but from the path or the name as a whole.
-void addDerivedFields(std::string_view directory, std::string_view name, std::vector<Row>& rows) {
+void addDerivedFields(const Dictation& dictation, std::string_view name, std::vector<Row>& rows) {
     using namespace modDictation;
-    const std::string native = platform::toNativePath(directory);
+    const std::string native = platform::toNativePath(dictation.directory);
     for (const FieldDefinition& field : fieldDefinitions())
         if (field.dictationField < 0 && !field.key.empty()) {
             const bool isFolder = field.dictationField == dictation_field::directory;
-            rows.push_back(fieldRow(field, directory, name, isFolder ? native : name));
+            rows.push_back(fieldRow(field, dictation, isFolder ? native : name));
         }
 }
 
@@ -98,22 +97,21 @@ void addDerivedFields(std::string_view directory, std::string_view name, std::ve
 
 ExitCode runShow(const std::string& file) {
     const std::string path = platform::fromNativePath(file);
-    const std::string_view fileName = modFilePath::namePart(path);
+    const Dictation dictation = modDictation::dictationOfPath(path);
     if (!platform::fileExists(path)) {
         complain(file + ": there is no such file");
         return ExitCode::unreadable;
     }
-    if (!modDictation::hasDictationEnding(fileName)) {
+    if (!modDictation::hasDictationEnding(dictation.name)) {
         complain(file + ": not a dictation; its name does not end in \".WAV\"");
         return ExitCode::unreadable;
     }
     std::string buffer;
-    const std::string_view directory = modFilePath::directoryPart(path);
-    const std::string_view name = modDictation::dictationName(fileName, buffer);
-    std::vector<Row> rows = fieldRows(directory, name);
+    const std::string_view name = modDictation::dictationName(dictation.name, buffer);
+    std::vector<Row> rows = fieldRows(dictation, name);
     // The longest ones come last and do not count for the columns.
     const std::vector<std::size_t> widths = columnWidths(rows);
-    addDerivedFields(directory, name, rows);
+    addDerivedFields(dictation, name, rows);
     return printRows(rows, widths);
 }
 

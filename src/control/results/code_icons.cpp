@@ -3,7 +3,6 @@
 
 #include "control/results/code_icons.h"
 
-#include "dictation/dictation_record.h"
 #include "dictation/field_codes.h"
 #include "dictation/field_table.h"
 
@@ -34,10 +33,10 @@ bool hasCodeIcons(std::int32_t field) {
     }
 }
 
-QString codeIconName(std::int32_t field, std::string_view directory, std::string_view name) {
+QString codeIconName(std::int32_t field, const modDictation::Dictation& dictation) {
     const modDictation::FieldDefinition& definition = modDictation::fieldDefinition(field);
     std::string value;
-    modDictation::GetDictationField(definition.dictationField, directory, name, value);
+    modDictation::readField(definition.dictationField, dictation, value);
     const auto code = [&] { return modDictation::GetFieldCode(definition.dictationField, value); };
     switch (definition.valueType) {
     case ValueType::status:

@@ -3,9 +3,10 @@
 
 #pragma once
 
+#include "dictation/dictation.h"
+
 #include <QString>
 #include <cstdint>
-#include <string_view>
 
 namespace ov {
 
@@ -16,6 +17,6 @@ namespace ov {
 bool hasCodeIcons(std::int32_t field);
 
 // The icon (widgets/icons.h) of a dictation's value; empty for a value that has none.
-QString codeIconName(std::int32_t field, std::string_view directory, std::string_view name);
+QString codeIconName(std::int32_t field, const modDictation::Dictation& dictation);
 
 } // namespace ov

@@ -54,7 +54,7 @@ void ResultList::copySelectedRows(const std::function<bool()>& goOn) {
     QList<QUrl> files;
     forEachSelectedRow([&](int row) {
         addRow([&](int column) { return cellText(model_->text(row, column)); });
-        files.append(fileUrl(model_->path(row)));
+        files.append(fileUrl(pathOf(model_->dictation(row))));
         platform::processMessagesNowAndThen();
         return goOn();
     });
@@ -69,7 +69,7 @@ void ResultList::copySelectedRows(const std::function<bool()>& goOn) {
 void ResultList::copySelectedPaths(const std::function<bool()>& goOn) {
     QString paths;
     forEachSelectedRow([&](int row) {
-        paths += widgets::nativePathText(model_->path(row)) + QLatin1Char('\n');
+        paths += widgets::nativePathText(pathOf(model_->dictation(row))) + QLatin1Char('\n');
         platform::processMessagesNowAndThen();
         return goOn();
     });

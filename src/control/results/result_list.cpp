@@ -226,10 +226,10 @@ int ResultList::selectedRowCount() const {
 std::string ResultList::selectedPath() const {
     const QModelIndex current = currentIndex();
     if (current.isValid() && selectionModel()->isRowSelected(current.row()))
-        return model_->path(current.row());
+        return pathOf(model_->dictation(current.row()));
     std::string path;
     forEachSelectedRow([&](int row) {
-        path = model_->path(row);
+        path = pathOf(model_->dictation(row));
         return false;
     });
     return path;

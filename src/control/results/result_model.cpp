@@ -4,7 +4,6 @@
 #include "control/results/result_model.h"
 
 #include "control/results/code_icons.h"
-#include "dictation/dictation_record.h"
 #include "dictation/field_values.h"
 #include "widgets/text.h"
 
@@ -94,16 +93,13 @@ int ResultModel::rowOf(std::int32_t hit) const {
     return found == order_.end() ? -1 : static_cast<int>(found - order_.begin());
 }
 
-std::string ResultModel::path(int row) const {
-    return hits_->path(hitOf(row));
+modDictation::Dictation ResultModel::dictation(int row) const {
+    return (*hits_)[hitOf(row)];
 }
 
 QString ResultModel::text(int row, int column) const {
-    const std::int32_t hit = hitOf(row);
-    std::string buffer;
-    const std::string_view name = modDictation::dictationName(hits_->fileName(hit), buffer);
     const std::int32_t field = columns_.at(static_cast<std::size_t>(column)).field;
-    return toQt(modDictation::fieldText(field, hits_->directory(hit), name));
+    return toQt(modDictation::shownValue(field, dictation(row)));
 }
 
 QVariant ResultModel::data(const QModelIndex& index, int role) const {
@@ -118,14 +114,9 @@ QVariant ResultModel::cell(const QModelIndex& index, int role) const {
     case Qt::TextAlignmentRole:
         return QVariant::fromValue(
             Qt::Alignment(Qt::AlignVCenter | (column.alignRight ? Qt::AlignRight : Qt::AlignLeft)));
-    case codeIconRole: {
-        if (!hasCodeIcons(column.field))
-            return {};
-        const std::int32_t hit = hitOf(index.row());
-        std::string buffer;
-        const std::string_view name = modDictation::dictationName(hits_->fileName(hit), buffer);
-        return codeIconName(column.field, hits_->directory(hit), name);
-    }
+    case codeIconRole:
+        return hasCodeIcons(column.field) ? codeIconName(column.field, dictation(index.row()))
+                                          : QVariant();
     default:
         return {};
     }

@@ -63,7 +63,7 @@ public:
 
     std::int32_t hitOf(int row) const;
     int rowOf(std::int32_t hit) const; // -1 for a hit that is not shown
-    std::string path(int row) const;
+    modDictation::Dictation dictation(int row) const;
     QString text(int row, int column) const;
 
 private:

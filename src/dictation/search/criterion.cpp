@@ -10,6 +10,7 @@
 #include "support/language/modLanguage.h"
 #include "support/language/text_ids.h"
 #include "support/numbers.h"
+#include "support/text_lines.h"
 
 #include <algorithm>
 #include <array>
@@ -121,15 +122,15 @@ bool isSameCriterion(std::string_view one, std::string_view other) {
 CriteriaLines readCriteriaLines(std::string_view content) {
     const std::string text = platform::settingsText(content);
     CriteriaLines lines;
-    for (std::string_view rest = text; !rest.empty();) {
-        const std::size_t end = std::min(rest.find_first_of("\r\n"), rest.size());
-        const std::string_view line = rest.substr(0, end);
-        rest.remove_prefix(std::min(end + 1, rest.size()));
-        if (isCriteriaString(line))
-            lines.criteria.emplace_back(line);
-        else if (!line.empty())
-            ++lines.skipped;
-    }
+    forEachLine(
+        text,
+        [&lines](std::string_view line) {
+            if (isCriteriaString(line))
+                lines.criteria.emplace_back(line);
+            else if (!line.empty())
+                ++lines.skipped;
+        },
+        "\r\n");
     return lines;
 }
 
@@ -199,13 +200,16 @@ std::string GetCriterionValueText(std::int32_t field, std::string_view value1,
     return first + modLanguage::GetText(text_id::rangeAnd) + second;
 }
 
-std::string GetCriterionText(std::string_view criteriaString) {
-    const Criterion criterion = ParseCriteriaString(criteriaString);
+std::string GetCriterionText(const Criterion& criterion) {
     std::string caption = GetSearchFieldCaption(criterion.Field, true);
     if (criterion.Field == noField)
         return caption;
     return '"' + caption + "\" " + GetOperatorText(criterion.Operator) + ' ' +
            GetCriterionValueText(criterion.Field, criterion.Value1, criterion.Value2);
+}
+
+std::string GetCriterionText(std::string_view criteriaString) {
+    return GetCriterionText(ParseCriteriaString(criteriaString));
 }
 
 } // namespace ov::modDictation

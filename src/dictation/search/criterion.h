@@ -102,6 +102,7 @@ std::string GetCriterionValueText(std::int32_t field, std::string_view value1,
                                   std::string_view value2);
 
 // '"Author" contains Smith'; the name of field 0 alone for an unreadable criterion.
+std::string GetCriterionText(const Criterion& criterion);
 std::string GetCriterionText(std::string_view criteriaString);
 
 } // namespace ov::modDictation

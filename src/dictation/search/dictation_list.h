@@ -3,13 +3,14 @@
 
 #pragma once
 
+#include "dictation/dictation.h"
+#include "support/block_arena.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <deque>
-#include <memory>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace ov::modDictation {
 
@@ -29,10 +30,8 @@ public:
     std::int32_t size() const noexcept { return static_cast<std::int32_t>(entries_.size()); }
     bool empty() const noexcept { return entries_.empty(); }
 
-    // `index` is from 1 to size(). Bytes as the file system has them.
-    std::string_view directory(std::int32_t index) const;
-    std::string_view fileName(std::int32_t index) const;
-    std::string path(std::int32_t index) const;
+    // `index` is from 1 to size().
+    Dictation operator[](std::int32_t index) const;
 
     void clear() noexcept;
 
@@ -43,16 +42,9 @@ private:
         std::uint32_t directory;
     };
 
-    const char* keep(std::string_view text);
-    const Entry& entry(std::int32_t index) const {
-        return entries_.at(static_cast<std::size_t>(index) - 1);
-    }
-
     std::deque<Entry> entries_;
     std::deque<std::string> directories_;
-    std::vector<std::unique_ptr<char[]>> blocks_;
-    char* blockEnd_ = nullptr; // of the last block
-    std::size_t free_ = 0;     // bytes left in it
+    BlockArena names_{std::size_t{256} * 1024};
 };
 
 } // namespace ov::modDictation

@@ -3,12 +3,12 @@
 
 #include "dictation/search/result_order.h"
 
-#include "dictation/dictation_record.h"
 #include "dictation/field_table.h"
 #include "dictation/field_values.h"
 #include "dictation/search/collation_key.h"
 #include "dictation/search/ordered_steps.h"
 #include "platform/user_interface.h"
+#include "support/block_arena.h"
 #include "support/language/modLanguage.h"
 
 #include <unicode/uloc.h>
@@ -16,7 +16,6 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
-#include <memory>
 #include <string>
 #include <utility>
 
@@ -48,28 +47,6 @@ struct TextEntry {
     std::int32_t index;
 };
 
-// Keys in blocks, so that nothing is moved while they grow: moving them would stall the window.
-class KeyStore {
-public:
-    const char* keep(std::string_view key) {
-        if (key.size() > static_cast<std::size_t>(end_ - free_)) {
-            constexpr std::size_t blockSize = std::size_t{1} << 20U;
-            const std::size_t size = std::max(blockSize, key.size());
-            blocks_.emplace_back(new char[size]);
-            free_ = blocks_.back().get();
-            end_ = free_ + size;
-        }
-        char* place = std::exchange(free_, free_ + key.size());
-        std::copy(key.begin(), key.end(), place);
-        return place;
-    }
-
-private:
-    std::vector<std::unique_ptr<char[]>> blocks_;
-    char* free_ = nullptr;
-    char* end_ = nullptr;
-};
-
 constexpr std::size_t chunkSize = sizeof(std::uint64_t);
 
 // As a number that compares as the bytes do.
@@ -81,12 +58,11 @@ std::uint64_t chunkOf(std::string_view key) noexcept {
            at(6) << 8U | at(7);
 }
 
-// Calls `visit(index, directory, name)` for every hit.
+// Calls `visit(index, dictation)` for every hit.
 template <typename Visit>
 void forEachHit(const DictationList& list, Visit visit) {
-    std::string buffer;
     for (std::int32_t i = 1; i <= list.size(); ++i) {
-        visit(i, list.directory(i), dictationName(list.fileName(i), buffer));
+        visit(i, list[i]);
         platform::processMessagesNowAndThen();
     }
 }
@@ -104,8 +80,8 @@ std::vector<std::int32_t> orderByNumber(const DictationList& list, std::int32_t 
                                         bool descending) {
     std::vector<NumberEntry> entries;
     entries.reserve(static_cast<std::size_t>(list.size()));
-    forEachHit(list, [&](std::int32_t i, std::string_view path, std::string_view name) {
-        const double number = fieldNumber(field, path, name);
+    forEachHit(list, [&](std::int32_t i, const Dictation& dictation) {
+        const double number = sortNumber(field, dictation);
         entries.push_back({descending ? -number : number, i});
     });
     std::vector<NumberEntry> spare(entries.size());
@@ -171,13 +147,13 @@ void TextSorter::sortFrom(TextEntry* first, TextEntry* last, std::size_t depth) 
 std::vector<std::int32_t> orderByText(const DictationList& list, std::int32_t field,
                                       bool descending) {
     CollationKeys collation(alphabet());
-    KeyStore keys;
+    BlockArena keys(std::size_t{1} << 20U);
     std::string key;
     std::vector<TextEntry> entries;
     entries.reserve(static_cast<std::size_t>(list.size()));
-    forEachHit(list, [&](std::int32_t i, std::string_view path, std::string_view name) {
+    forEachHit(list, [&](std::int32_t i, const Dictation& dictation) {
         key.clear();
-        collation.append(fieldText(field, path, name), key);
+        collation.append(shownValue(field, dictation), key);
         entries.push_back({0, keys.keep(key), static_cast<std::uint32_t>(key.size()), i});
     });
     TextSorter(entries, descending).sort();

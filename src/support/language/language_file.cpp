@@ -5,6 +5,7 @@
 
 #include "platform/text.h"
 #include "support/numbers.h"
+#include "support/text_lines.h"
 
 #include <charconv>
 
@@ -23,16 +24,6 @@ std::optional<std::int32_t> wholeNumber(std::string_view text) {
         std::from_chars(text.data(), text.data() + text.size(), number).ec != std::errc{})
         return std::nullopt;
     return number;
-}
-
-// Cuts the first line off `rest`; its line end belongs to neither.
-std::string_view takeLine(std::string_view& rest) {
-    const std::size_t end = rest.find('\n');
-    std::string_view line = rest.substr(0, end);
-    rest.remove_prefix(end == std::string_view::npos ? rest.size() : end + 1);
-    if (line.ends_with('\r'))
-        line.remove_suffix(1);
-    return line;
 }
 
 // Language and sub-language of a header without its brackets.
@@ -60,23 +51,22 @@ LanguageFile LanguageFile::parse(std::string_view content) {
     Texts* section = nullptr;
     if (content.starts_with(byteOrderMark))
         content.remove_prefix(byteOrderMark.size());
-    while (!content.empty()) {
-        const std::string_view line = takeLine(content);
+    forEachLine(content, [&](std::string_view line) {
         const std::string_view visible = platform::trimmed(line);
         if (visible.starts_with('[')) {
             const auto id = visible.ends_with(']')
                                 ? parseHeader(visible.substr(1, visible.size() - 2))
                                 : std::nullopt;
             section = id ? &file.sections_[*id] : nullptr;
-            continue;
+            return;
         }
         const std::size_t equals = line.find('=');
         if (section == nullptr || equals == std::string_view::npos)
-            continue;
+            return;
         if (const auto number = wholeNumber(platform::trimmed(line.substr(0, equals))))
             section->try_emplace(*number,
                                  platform::textFromBytes(withoutQuotes(line.substr(equals + 1))));
-    }
+    });
     return file;
 }
 

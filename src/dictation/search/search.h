@@ -1,0 +1,69 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "dictation/search/criterion.h"
+#include "dictation/search/dictation_list.h"
+#include "platform/status.h"
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <stop_token>
+#include <string>
+#include <string_view>
+#include <vector>
+
+// What is searched for, and where: the one value that window, terminal, export and files hand
+// round.
+
+namespace ov::modDictation {
+
+constexpr std::int32_t noDepthLimit = -1;
+constexpr std::int32_t usualDepth = 50;
+constexpr std::int32_t usualLimit = 999999;
+
+struct Search {
+    std::string root; // a directory text
+    std::vector<Criterion> criteria;
+    bool all = true;                 // of the criteria must match; else any one of them
+    std::int32_t depth = usualDepth; // of the deepest folders; 0 is the root alone
+    std::int32_t limit = usualLimit; // of hits, 1 or more
+    bool operator==(const Search&) const = default;
+};
+
+// A search as text, to be kept in a file: a line each for root, all, depth and limit ("depth=50"),
+// then a criteria string a line. Reading takes what it does not find as it is in a new Search;
+// nothing for a text that holds none of it.
+std::string writeSearch(const Search& search);
+std::optional<Search> readSearch(std::string_view text);
+
+// What a search met.
+struct SearchReport {
+    std::int64_t filesTested = 0;
+    std::int64_t foldersRead = 0;
+    std::int64_t foldersUnreadable = 0;
+    std::int64_t namesSkipped = 0;          // of dictations and folders, with a "\"
+    bool stopped = false;                   // by a request, before the end
+    bool limitReached = false;              // the limit ended it; there may be more
+    bool rootVanished = false;              // unmounted or moved; counts as unreadable
+    std::vector<platform::Status> problems; // the first of them
+};
+
+// Looked in some hundred times a second at most, with what was met so far.
+using SearchWatch = std::function<void(const SearchReport&)>;
+
+// Walks depth first, the files of a folder before its subfolders, both in the order of the file
+// system, and adds the hits to `hits` until they are `limit` in all. "Today" is the day of the
+// start. Tells the host's progress display and lets window messages be processed after every file,
+// so a host call that fails (HostError) ends the search; `hits` keeps what was found by then.
+//
+// Left out: folders whose name begins with "_" (the host keeps what is not to be searched
+// there), names that hold a "\" (no path could name them), what ends in ".WAV" but is no file,
+// and a link into a folder that the walk is already inside of. What cannot be read is logged and
+// counted; the walk goes on. A subfolder that is removed or moved away while its own folder stays
+// is no error; when the root itself goes away or becomes another folder, the walk ends.
+SearchReport search(const Search& what, DictationList& hits, const std::stop_token& stop = {},
+                    const SearchWatch& watch = {});
+
+} // namespace ov::modDictation
