@@ -41,7 +41,7 @@ std::optional<WaveTimeline::Entry> WaveTimeline::read(const Slot& slot) noexcept
     const std::uint32_t version = slot.version.load();
     const Entry entry{slot.run.load(),  slot.heardAt.load(), slot.duration.load(),
                       slot.from.load(), slot.to.load(),      slot.peak.load(),
-                      slot.last.load(), slot.failed.load()};
+                      slot.last.load(), slot.failed.load(),  version};
     if (version % 2 != 0 || slot.version.load() != version || entry.run == 0)
         return std::nullopt;
     return entry;
@@ -50,9 +50,10 @@ std::optional<WaveTimeline::Entry> WaveTimeline::read(const Slot& slot) noexcept
 template <typename Accept>
 std::optional<WaveTimeline::Entry> WaveTimeline::newestThat(Accept accept) const noexcept {
     std::optional<Entry> found;
+    // Not by the time: an output that asks for much at once is told to be heard earlier again.
     for (const Slot& slot : slots_) {
         const auto entry = read(slot);
-        if (entry && accept(*entry) && (!found || entry->heardAt > found->heardAt))
+        if (entry && accept(*entry) && (!found || entry->version >= found->version))
             found = entry;
     }
     return found;

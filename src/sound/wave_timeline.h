@@ -24,9 +24,10 @@ public:
         std::int64_t duration = 0; // nanoseconds
         double from = 0;           // frames of the file
         double to = 0;
-        std::int32_t peak = 0; // the sample of largest magnitude, -32768 to 32767
-        bool last = false;     // nothing of this run follows
-        bool failed = false;   // because the file cannot be read on
+        std::int32_t peak = 0;     // the sample of largest magnitude, -32768 to 32767
+        bool last = false;         // nothing of this run follows
+        bool failed = false;       // because the file cannot be read on
+        std::uint32_t version = 0; // of its slot, set by push(); slots are used in turn
 
         // The frame that is heard then.
         double at(std::int64_t time) const noexcept;
