@@ -9,7 +9,11 @@
 #include <QApplication>
 #include <QLabel>
 #include <QMenu>
+#include <QMessageBox>
+#include <QPlainTextEdit>
 #include <QPointer>
+#include <QProgressBar>
+#include <QTableWidget>
 #include <QTimer>
 #include <array>
 #include <cstdio>
@@ -131,7 +135,7 @@ public:
             {u"answers"_s, &ScriptedControl::askAll},
             {u"events"_s, &ScriptedControl::hearEvents},
             {u"failing-sink"_s, &ScriptedControl::hearEvents},
-            {u"recent-folder"_s, &ScriptedControl::openRecentFolder},
+            {u"window"_s, &ScriptedControl::showWindow},
             {u"search"_s, &ScriptedControl::startSearch}};
         for (const QString& step : steps())
             if (const auto found = known.find(step); found != known.end())
@@ -182,23 +186,49 @@ private:
             choose(*hostWidget<QAction>(name));
             if (fails)
                 break;
-            print("language=" + call("PI_GetLanguage"));
+            print(call("PI_GetLanguage") + ", " +
+                  hostWidget<QMenu>(u"menuRecentFolders"_s)->title().toStdString());
         }
-        source->unsubscribe(first);
-        source->unsubscribe(third);
-    }
-
-    // The last of the list, so that it has to move to the front.
-    void openRecentFolder() {
-        const auto source = form_->EventSource();
-        PrintingSink sink("sink");
-        source->subscribe(sink);
+        // The last of the list, so that it has to move to the front.
         auto* recent = hostWidget<QMenu>(u"menuRecentFolders"_s);
         emit qobject_cast<QMenu*>(recent->parent())->aboutToShow();
         QList<QAction*> folders = recent->actions();
         folders.removeIf([](QAction* action) { return !action->text().startsWith(u'/'); });
-        choose(*folders.constLast());
-        source->unsubscribe(sink);
+        if (!folders.isEmpty())
+            choose(*folders.constLast());
+        source->unsubscribe(first);
+        source->unsubscribe(third);
+    }
+
+    // How far it is, its log, and what the host has told in boxes.
+    void showWindow() {
+        const auto* panel = hostWidget<QWidget>(u"progressPanel"_s);
+        const auto* caption = hostWidget<QLabel>(u"progressCaption"_s);
+        const auto* bar = hostWidget<QProgressBar>(u"progressBar"_s);
+        const auto shown = [&](const QString& what) {
+            waitUntil([&] { return panel->isVisible() && caption->text() == what; });
+            print(what.toStdString() + ": " + std::to_string(bar->value()) + " of " +
+                  std::to_string(bar->maximum()));
+        };
+        std::string path = "\\store\\M\xFCller.WAV";
+        std::string filling = "filling";
+        call("PI_ProgressText", {&path}); // without init
+        shown(u"Working…"_s);
+        call("PI_ProgressInit", {0, 40, 0, &filling});
+        call("PI_ProgressValue", {100}); // of 40
+        shown(u"filling"_s);
+        call("PI_ProgressInit"); // nothing that it needs
+        shown(u"Working…"_s);
+        call("PI_ProgressClear");
+        waitUntil([&] { return !panel->isVisible(); });
+
+        call("PI_LogView", {&path});
+        const auto* facts = hostWidget<QTableWidget>(u"facts"_s);
+        print((facts->item(0, 0)->text() + u'=' + facts->item(0, 1)->text()).toStdString());
+        print(hostWidget<QPlainTextEdit>(u"logLines"_s)->toPlainText().toStdString());
+        for (const QWidget* window : QApplication::topLevelWidgets())
+            if (const auto* box = qobject_cast<const QMessageBox*>(window))
+                print(box->text().section(u'\n', 0, 0).toStdString());
     }
 
     // A search that pumps messages; the window is closed below it.
@@ -229,10 +259,10 @@ std::shared_ptr<IFormExtension> ScriptedLibrary::createControl(std::string_view 
     return std::make_shared<ScriptedControl>(parent);
 }
 
-std::vector<DictationFact> ScriptedLibrary::describeDictation(std::string_view /*path*/) const {
-    return {};
+std::vector<DictationFact> ScriptedLibrary::describeDictation(std::string_view path) const {
+    return {{"latin-1", path.find('\xFC') != std::string_view::npos ? "kept" : "lost"}};
 }
 
 std::vector<std::string> ScriptedLibrary::recentLogLines() const {
-    return {};
+    return {"line 1", "line 2"};
 }
