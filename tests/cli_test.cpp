@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
+#include <sndfile.hh>
 
 #include <algorithm>
 #include <filesystem>
@@ -302,7 +303,13 @@ TEST_F(Cli, ShowAndFields) {
 
 TEST_F(Cli, DemoStoreIsFound) {
     EXPECT_EQ(run({"demo", store_.native("new/demo"), "--count", "12"}).exitCode, 0);
-    EXPECT_EQ(split(find({}).output, '\n').size(), 13U);
+    const auto made = nlohmann::json::parse(find({"--format", "json"}).output);
+    EXPECT_EQ(made.size(), 12U);
+    for (const auto& one : made) { // sounds as long as its name says
+        const SndfileHandle sound(one["path"].get<std::string>());
+        const double seconds = static_cast<double>(sound.frames()) / sound.samplerate();
+        EXPECT_NEAR(seconds, one["values"].value("length", seconds), 0.1) << one;
+    }
     store_.addDeep(60, "y.WAV").addDeep(60, "z.WAV");
     EXPECT_EQ(foundFiles({"-c", "name is y"}).size(), 50U);
     EXPECT_EQ(split(find({"--max-depth", "-1"}).output, '\n').size(), 133U);
