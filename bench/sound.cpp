@@ -17,6 +17,7 @@
 #include <fstream>
 #include <memory>
 #include <mutex>
+#include <span>
 #include <stop_token>
 #include <string>
 #include <sys/resource.h>
@@ -165,6 +166,47 @@ void measureSeekInPlay(const Recorder& recorder) {
     seek.print("seek in play to the new place", "at most two chunks, 67");
 }
 
+// Straight lines between samples; good enough for what lies far below the file's rate.
+std::vector<float> resampled(const std::vector<float>& samples, int from, int to) {
+    std::vector<float> result;
+    for (std::size_t i = 0;; ++i) {
+        const double place = static_cast<double>(i) * from / to;
+        const auto left = static_cast<std::size_t>(place);
+        if (left + 1 >= samples.size())
+            return result;
+        const auto part = static_cast<float>(place - static_cast<double>(left));
+        result.push_back(samples[left] * (1 - part) + samples[left + 1] * part);
+    }
+}
+
+struct Match {
+    std::size_t place = 0;
+    double correlation = 0;
+};
+
+// Where `piece` lies best in `whole`, looked for from `first` to `last`.
+Match findPiece(std::span<const float> piece, std::span<const float> whole, std::size_t first,
+                std::size_t last) {
+    Match best;
+    for (std::size_t at = first; at <= last && at + piece.size() <= whole.size(); ++at) {
+        // Coarse and quick, then exact where it looks promising.
+        double both = 0;
+        double ofPiece = 0;
+        double there = 0;
+        for (std::size_t i = 0; i < piece.size(); i += 16) {
+            both += static_cast<double>(piece[i]) * whole[at + i];
+            ofPiece += static_cast<double>(piece[i]) * piece[i];
+            there += static_cast<double>(whole[at + i]) * whole[at + i];
+        }
+        if (both <= 0 || both * both < 0.5 * ofPiece * there)
+            continue;
+        const double found = ov::tests::correlation(piece, whole.subspan(at, piece.size()));
+        if (found > best.correlation)
+            best = {at, found};
+    }
+    return best;
+}
+
 // Compares positions that were told with what arrived from the server at that time.
 void measurePosition(const Recorder& recorder, const Samples& file) {
     struct Told {
@@ -185,9 +227,8 @@ void measurePosition(const Recorder& recorder, const Samples& file) {
     double sum = 0;
     for (std::size_t i = 5; i < told.size(); i += 10) {
         const auto place = static_cast<std::size_t>(told[i].position * perSecond);
-        const auto match =
-            ov::tests::findPiece(std::span(file).subspan(place, perSecond / 5), heard,
-                                 place > perSecond ? place - perSecond : 0, place + perSecond);
+        const auto match = findPiece(std::span(file).subspan(place, perSecond / 5), heard,
+                                     place > perSecond ? place - perSecond : 0, place + perSecond);
         const double error = milliseconds(told[i].time - recorder.arrival(start + match.place));
         late.values.push_back(std::fabs(error));
         sum += error;
@@ -321,7 +362,7 @@ void measure() {
                 timed([&] { MciOpen(alias, store.path("two hours.WAV"), "waveaudio"); }));
     measureAnswers(recorder);
     measureSeekInPlay(recorder);
-    measurePosition(recorder, ov::tests::resampled(minute, rate, perSecond));
+    measurePosition(recorder, resampled(minute, rate, perSecond));
     MciClose(alias);
     measureGaps(recorder, store);
     minute.resize(static_cast<std::size_t>(60) * 8000);

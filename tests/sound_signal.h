@@ -12,32 +12,6 @@
 
 namespace ov::tests {
 
-// Mono samples of interleaved ones.
-inline std::vector<float> mono(const std::vector<float>& samples, int channels) {
-    std::vector<float> result;
-    for (std::size_t i = 0; i + static_cast<std::size_t>(channels) <= samples.size();
-         i += static_cast<std::size_t>(channels)) {
-        float sum = 0;
-        for (std::size_t c = 0; c < static_cast<std::size_t>(channels); ++c)
-            sum += samples[i + c];
-        result.push_back(sum / static_cast<float>(channels));
-    }
-    return result;
-}
-
-// Straight lines between samples; good enough for what lies far below the file's rate.
-inline std::vector<float> resampled(const std::vector<float>& samples, int from, int to) {
-    std::vector<float> result;
-    for (std::size_t i = 0;; ++i) {
-        const double place = static_cast<double>(i) * from / to;
-        const auto left = static_cast<std::size_t>(place);
-        if (left + 1 >= samples.size())
-            return result;
-        const auto part = static_cast<float>(place - static_cast<double>(left));
-        result.push_back(samples[left] * (1 - part) + samples[left + 1] * part);
-    }
-}
-
 // 1 for the same shape, whatever the loudness.
 inline double correlation(std::span<const float> a, std::span<const float> b) {
     double ab = 0;
@@ -73,32 +47,18 @@ inline std::vector<std::span<const float>> soundsOf(std::span<const float> sampl
     return sounds;
 }
 
-struct Match {
-    std::size_t place = 0;
-    double correlation = 0;
-};
-
-// Where `piece` lies best in `whole`, looked for from `first` to `last`.
-inline Match findPiece(std::span<const float> piece, std::span<const float> whole,
-                       std::size_t first, std::size_t last) {
-    Match best;
-    for (std::size_t at = first; at <= last && at + piece.size() <= whole.size(); ++at) {
-        // Coarse and quick, then exact where it looks promising.
-        double both = 0;
-        double ofPiece = 0;
-        double there = 0;
-        for (std::size_t i = 0; i < piece.size(); i += 16) {
-            both += static_cast<double>(piece[i]) * whole[at + i];
-            ofPiece += static_cast<double>(piece[i]) * piece[i];
-            there += static_cast<double>(whole[at + i]) * whole[at + i];
+// In Hz, by the crossings of zero.
+inline double frequencyOf(std::span<const float> sound, double rate) {
+    double first = 0;
+    double last = 0;
+    int periods = -1;
+    for (std::size_t i = 1; i < sound.size(); ++i)
+        if (sound[i - 1] < 0 && sound[i] >= 0) {
+            last = static_cast<double>(i) - sound[i] / (sound[i] - sound[i - 1]);
+            if (++periods == 0)
+                first = last;
         }
-        if (both <= 0 || both * both < 0.5 * ofPiece * there)
-            continue;
-        const double found = correlation(piece, whole.subspan(at, piece.size()));
-        if (found > best.correlation)
-            best = {at, found};
-    }
-    return best;
+    return periods < 1 ? 0 : periods / (last - first) * rate;
 }
 
 } // namespace ov::tests
