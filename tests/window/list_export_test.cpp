@@ -246,12 +246,13 @@ TEST_F(ListExport, CanBeStopped) {
     addAuthors(60);
     openAndSearch();
     write("there.pdf", "old");
+    QString title; // of what is stopped
     // The first look at the window system, which a new person brings with him, presses Cancel.
-    const auto stopping = [this](const std::function<void()>& open) {
+    const auto stopping = [&](const std::function<void()>& open) {
         bool cancelled = false;
         tests::RecordingInterface impatient([&] {
             if (auto* bar = window().findChild<QProgressDialog*>(QStringLiteral("ExportProgress")))
-                bar->cancel(), cancelled = true;
+                title = bar->windowTitle(), bar->cancel(), cancelled = true;
         });
         impatient.saysYes = true;
         QTimer guard; // against a window that would stay for ever
@@ -282,6 +283,7 @@ TEST_F(ListExport, CanBeStopped) {
               "The export was stopped. The file " + native("there.pdf") + " is as it was.");
     EXPECT_EQ(read("there.pdf"), "old");
     EXPECT_EQ(stopping(print), "Printing was stopped.");
+    EXPECT_EQ(title, QStringLiteral("Print result list"));
     EXPECT_EQ(stopping([this] { choose("preview"); }), "") << "no window, no word";
     QApplication::clipboard()->setText(QStringLiteral("old"));
     EXPECT_EQ(stopping([this] { choose("Copy as"); }), "");
