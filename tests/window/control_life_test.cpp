@@ -33,21 +33,11 @@ protected:
         if (parent_)
             parent_->show();
     }
-    // Does `act` inside the first call to the host that begins so.
     std::function<void(const std::function<void()>&)>
-    inCall(const char* beginning, std::function<void()> run, bool opened = true) {
+    during(const char* call, std::function<void()> run, bool opened = true) {
         return [=, this](const std::function<void()>& act) {
             opened ? open() : place();
-            bool reached = false;
-            host().onCall = [&](const std::string& call) {
-                if (reached || !call.starts_with(beginning))
-                    return;
-                reached = true;
-                act();
-            };
-            run();
-            host().onCall = nullptr;
-            EXPECT_TRUE(reached);
+            inCall(call, run, act);
         };
     }
     std::function<void(const std::function<void()>&)> inDialog(std::function<void()> run) {
@@ -59,8 +49,6 @@ protected:
             });
         };
     }
-    void search() { press("cmdSearchOptions(0)"); }
-    void select() { widget<QTableView>("lvSearchResult").selectRow(0); }
     static std::string label(QWidget& control) {
         return child<QLabel>(control, "lblSearchResult").text().toStdString();
     }
@@ -81,11 +69,11 @@ TEST_F(ControlLife, EndsWhereverItIs) {
         const char* criteria = "2|25|6|\r\n";
     };
     const std::vector<Place> places = {
-        {"subscribe", inCall("subscribe", starts, false)},
-        {"language", inCall("PI_GetLanguage", starts, false)},
-        {"settings", inCall("PI_GetLocalINIFile", starts, false)},
-        {"directory", inCall("PI_GetDirectory(32)", starts, false)},
-        {"ready", inCall("ReportControlReady", starts, false)},
+        {"subscribe", during("subscribe", starts, false)},
+        {"language", during("PI_GetLanguage", starts, false)},
+        {"settings", during("PI_GetLocalINIFile", starts, false)},
+        {"directory", during("PI_GetDirectory(32)", starts, false)},
+        {"ready", during("ReportControlReady", starts, false)},
         {"box without language",
          [&](const auto& act) {
              resource_gateway::SetResPath(path(""));
@@ -93,16 +81,21 @@ TEST_F(ControlLife, EndsWhereverItIs) {
              withDialog(starts, [&](QDialog& /*box*/) { act(); });
              resource_gateway::SetResPath({});
          }},
-        {"new directory", inCall("PI_GetDirectory(204)", hears)},
-        {"walk", inCall("PI_ProgressText", searches), true},
-        {"count of folders", inCall("PI_ProgressInit", searches), true},
-        {"filling", inCall("PI_ProgressValue(&3)", searches), true},
+        {"new directory", during("PI_GetDirectory(204)", hears)},
+        {"walk", during("PI_ProgressText", searches), true},
+        {"count of folders", during("PI_ProgressInit", searches), true},
+        {"filling", during("PI_ProgressValue(&3)", searches), true},
         {"question", inDialog(searches), false, ""},
         {"editor", inDialog([this] { press("cmdSearchKriteriaOptions(0)"); })},
-        {"log view", inCall("PI_LogView",
+        {"preview", inDialog([this] {
+             search();
+             press("cmdSearchOptions(2)");
+             click("preview");
+         })},
+        {"log view", during("PI_LogView",
                             [this] {
                                 search();
-                                select();
+                                results().selectRow(0);
                                 press("cmdSearchOptions(4)");
                             })},
     };
@@ -169,11 +162,7 @@ TEST_F(ControlLife, TwoShareNothing) {
             QCoreApplication::processEvents();
         };
         searchOther();
-        bool reached = false;
-        host().onCall = [&](const std::string& call) {
-            if (reached || !call.starts_with("PI_ProgressText"))
-                return;
-            reached = true;
+        const auto meanwhile = [&] {
             itsPlugIn.host->calls.clear();
             searchOther();
             ASSERT_EQ(user->boxes.size(), 1U);
@@ -184,9 +173,8 @@ TEST_F(ControlLife, TwoShareNothing) {
             EXPECT_EQ(itsPlugIn.host->calls.size(), sameHost ? 2U : 1U) << "each asks its own";
             otherControl = nullptr;
         };
-        search();
-        host().onCall = nullptr;
-        EXPECT_TRUE(reached);
+        inCall(
+            "PI_ProgressText", [this] { search(); }, meanwhile);
         EXPECT_EQ(label(window()), "Search result (30 dictations)");
         EXPECT_EQ(host().calls.back(), "PI_ProgressClear()") << "its host is still there";
         user = nullptr;

@@ -226,11 +226,9 @@ TEST_F(Control, LosesNothingOfABrokenCriteriaFile) {
     closeControl();
     EXPECT_EQ(bars(read("SearchCriteria.dat")), "5|17|Anna|\r\n7|25|10|\r\n");
     EXPECT_EQ(read("SearchCriteria.bak"), content);
-}
-
-TEST_F(Control, KeepsACriteriaFileThatItCouldNotRead) {
-    const std::string content = criterion("5|17|Anna|\r\n");
-    write("SearchCriteria.dat", content);
+    // One that cannot be read now, but later.
+    const std::string large = criterion("5|17|Dora|\r\n");
+    write("SearchCriteria.dat", large);
     const tests::fs::path file = folder() / "SearchCriteria.dat";
     const std::uintmax_t tooLarge = std::uintmax_t{1} << 30U;
     tests::fs::resize_file(file, tooLarge);
@@ -238,11 +236,10 @@ TEST_F(Control, KeepsACriteriaFileThatItCouldNotRead) {
     enter([&] { key(criteria(), Qt::Key_Insert); }, "Berta");
     EXPECT_EQ(user->boxes.size(), 1U);
     EXPECT_EQ(tests::fs::file_size(file), tooLarge);
-    tests::fs::resize_file(file, content.size());
+    tests::fs::resize_file(file, large.size());
     enter([&] { key(criteria(), Qt::Key_Insert); }, "Carla");
     EXPECT_EQ(bars(read("SearchCriteria.dat")), "5|17|Berta|\r\n5|17|Carla|\r\n");
-    closeControl();
-    EXPECT_EQ(read("SearchCriteria.bak"), content);
+    EXPECT_EQ(read("SearchCriteria.bak"), content + large);
 }
 
 TEST_F(Control, TellsOnceThatTheCriteriaCannotBeSaved) {
@@ -518,14 +515,15 @@ TEST_F(Control, KnowsUnderABoxThatTheSearchIsOver) {
     openControl();
     user = nullptr; // real boxes
     host().answers["PI_GetLanguage"] = "7";
-    const auto start = [&] { press("cmdSearchOptions(0)"); };
-    withDialog(start, [&](QDialog& nothingFound) {
-        action("language");
-        EXPECT_EQ(tests::readable(nothingFound).substr(0, 12), "Diktatsuche|");
-    });
+    withDialog([&] { search(); },
+               [&](QDialog& nothingFound) {
+                   action("language");
+                   EXPECT_EQ(tests::readable(nothingFound).substr(0, 12), "Diktatsuche|");
+               });
     EXPECT_EQ(label(), "Suchergebnis (0 Diktate)");
     host().refused = {"PI_ProgressInit"};
-    withDialog(start, [&](QDialog&) { EXPECT_FALSE(button("cmdSearchStop").isEnabled()); });
+    withDialog([&] { search(); },
+               [&](QDialog&) { EXPECT_FALSE(button("cmdSearchStop").isEnabled()); });
 }
 
 TEST_F(Control, SpeaksTheLanguageTheHostChangesTo) {
@@ -629,7 +627,6 @@ TEST_F(Control, ShowsCodesAsPicturesWhereWordsDoNotFit) {
     results().setColumnWidth(column(5), 20);
     EXPECT_EQ(tip(5), "<qt>Anna</qt>");
     EXPECT_EQ(tip(3), "<qt>Marker</qt>");
-    EXPECT_EQ(neededWidth(5, 20), neededWidth(5, 500));
     EXPECT_LT(neededWidth(15, 20), neededWidth(15, 500));
     EXPECT_EQ(neededWidth(3, 20), neededWidth(3, 500));
     const auto picture = [this](int field, int row) {
