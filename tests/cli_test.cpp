@@ -20,6 +20,7 @@ namespace {
 
 namespace fs = std::filesystem;
 using namespace std::string_literals;
+using tests::holds;
 using tests::longOptions;
 using tests::ProgramResult;
 using tests::ProgramRun;
@@ -45,10 +46,6 @@ std::string joined(const Texts& texts) {
     for (const std::string& text : texts)
         all.append(all.empty() ? "" : " ").append(text);
     return all;
-}
-
-bool holds(const std::string& text, const std::string& part) {
-    return text.find(part) != std::string::npos;
 }
 
 class Cli : public ::testing::Test {
@@ -185,6 +182,8 @@ TEST_F(Cli, RefusesAndSaysWhy) {
         {{"find", root(), "--language", "fr"}, "fr not in {de,en}"},
         {{"find", root(), "-c", "length > 5"}, "criterion \"length > 5\""},
         {{"find", root(), "-0"}, "--format paths"},
+        {{"find", root(), "--separator", ";"}, "--separator goes with --format csv"},
+        {{"find", root(), "--format", "csv", "--separator", "x"}, "x not in {"},
         {{"find", root(), "--\x1B[31m"}, "--\\u001B[31m"},
         {{"demo", root(), "--count", "-1"}, "--count"},
     };

@@ -13,6 +13,7 @@
 namespace ov::cli {
 namespace {
 
+using tests::holds;
 using tests::ProgramResult;
 using tests::shellOutput;
 using Texts = std::vector<std::string>;
@@ -32,9 +33,6 @@ protected:
     }
     std::string content(const std::string& name) const {
         return shellOutput("cat '" + out_.native(name) + "'");
-    }
-    static bool holds(const std::string& text, const std::string& part) {
-        return text.find(part) != std::string::npos;
     }
 
     tests::TemporaryStore store_;

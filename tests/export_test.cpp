@@ -26,6 +26,7 @@ namespace {
 
 using namespace std::string_literals;
 namespace fs = std::filesystem;
+using tests::holds;
 using tests::shellOutput;
 using Cells = std::vector<std::string>;
 
@@ -51,10 +52,6 @@ const std::pair<std::string, std::string> hostile[] = {
     {"a;=1, \"+1\t-1;b-c", "a;'=1,' \"+1 '-1;b-c"},
     {"＝1", "'＝1"},
     {"M\xFCller", "Müller"}};
-
-bool holds(const std::string& text, const std::string& part) {
-    return text.find(part) != std::string::npos;
-}
 
 class Export : public tests::SettingsTest {
 public:

@@ -53,7 +53,7 @@ TEST_F(PlayCommand, PlaysInSilenceOrTellsWhyNot) {
         EXPECT_EQ(result.exitCode, 3);
         EXPECT_TRUE(result.errors.starts_with("ovsearch: " + test.run.arguments.back() + ": "))
             << result.errors;
-        EXPECT_NE(result.errors.find(test.reason), std::string::npos) << result.errors;
+        EXPECT_PRED2(tests::holds, result.errors, test.reason);
     }
 }
 
@@ -86,7 +86,7 @@ TEST_F(PlayCommand, ShowsPositionAndEndsAsAskedFor) {
         how.typed = key;
         const ProgramResult result = tests::runProgram("/bin/sh", how);
         for (const char* text : {"0:00:00 / 0:01:40", "code 0", "restored"})
-            EXPECT_NE(result.output.find(text), std::string::npos) << result.output;
+            EXPECT_PRED2(tests::holds, result.output, text);
     }
     how = playing("long one.WAV");
     how.onTerminal = true;

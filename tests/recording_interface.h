@@ -35,9 +35,11 @@ public:
 
     // "exclamation, OVSearch: <text>" for each box.
     std::vector<std::string> boxLines() const {
+        constexpr const char* icons[] = {"information", "exclamation", "question"};
         std::vector<std::string> lines;
         for (const platform::MessageBox& box : boxes)
-            lines.push_back(iconName(box.icon) + ", " + box.title + ": " + box.text);
+            lines.push_back(std::string(icons[static_cast<std::size_t>(box.icon)]) + ", " +
+                            box.title + ": " + box.text);
         return lines;
     }
 
@@ -47,18 +49,6 @@ public:
     int beeps = 0;
 
 private:
-    static std::string iconName(platform::MessageIcon icon) {
-        switch (icon) {
-        case platform::MessageIcon::information:
-            return "information";
-        case platform::MessageIcon::exclamation:
-            return "exclamation";
-        case platform::MessageIcon::question:
-            break;
-        }
-        return "question";
-    }
-
     std::function<void()> onPump_;
     platform::UserInterface* before_;
 };

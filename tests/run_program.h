@@ -161,6 +161,11 @@ inline ProgramResult runProgram(const std::string& program, const ProgramRun& ru
     return result;
 }
 
+// For EXPECT_PRED2, which shows both.
+inline bool holds(const std::string& text, const std::string& part) {
+    return text.find(part) != std::string::npos;
+}
+
 // What a shell's command prints.
 inline std::string shellOutput(const std::string& command) {
     ProgramRun run;
