@@ -274,11 +274,12 @@ TEST_F(Progress, HostThatRefusesEndsTheSearch) {
 }
 
 TEST(SearchText, HoldsAllOfASearch) {
-    const Search search{"\\Dikt\xE4te\\a\nb\\",
-                        {{14, operator_id::contains, "root=x", ""}, {9, operator_id::today, "", ""}},
-                        false,
-                        noDepthLimit,
-                        7};
+    const Search search{
+        "\\Dikt\xE4te\\a\nb\\",
+        {{14, operator_id::contains, "root=x", ""}, {9, operator_id::today, "", ""}},
+        false,
+        noDepthLimit,
+        7};
     EXPECT_EQ(readSearch(writeSearch(search)), search);
     Search shallow;
     shallow.depth = 3;

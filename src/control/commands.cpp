@@ -153,7 +153,7 @@ void ctrlOVSearch::exportResults() {
     auto* menu = new QMenu(this);
     menu->setObjectName(QStringLiteral("ExportMenu"));
     menu->setAttribute(Qt::WA_DeleteOnClose);
-    exporting::print::addCommands(*menu, !view_.lvSearchResult->selectedHits().empty(),
+    exporting::print::addCommands(*menu, !view_.lvSearchResult->selected().hits().empty(),
                                   [this](exporting::print::Command what, bool selectedOnly) {
                                       post("ExportRows",
                                            [=, this] { exportRows(what, selectedOnly); });
@@ -172,7 +172,7 @@ void ctrlOVSearch::exportRows(exporting::print::Command what, bool selectedOnly)
     for (const std::int32_t field : list.shownFields())
         document.columns.push_back(exporting::columnOf(field));
     const std::vector<std::int32_t> all = list.shownHits();
-    const std::vector<std::int32_t> selected = list.selectedHits();
+    const std::vector<std::int32_t> selected = list.selected().hits();
     const exporting::HitRows allRows(list.results().hits(), all);
     const exporting::HitRows selectedRows(list.results().hits(), selected);
     exporting::print::ListExport({std::move(document), allRows, selectedRows, settings_.file(),
@@ -192,7 +192,7 @@ void ctrlOVSearch::chooseColumns() {
 }
 
 void ctrlOVSearch::showLog() const {
-    const std::string path = view_.lvSearchResult->selectedPath();
+    const std::string path = view_.lvSearchResult->selected().path();
     if (path.empty() || !platform::fileExists(path))
         platform::userInterface().beep();
     else
@@ -200,7 +200,7 @@ void ctrlOVSearch::showLog() const {
 }
 
 void ctrlOVSearch::copyRows(const std::function<void(const std::function<bool()>&)>& copy) {
-    if (view_.lvSearchResult->selectedRowCount() > ResultList::mostCopiedRows) {
+    if (view_.lvSearchResult->selected().count() > ResultList::mostCopiedRows) {
         modUtil::ShowMessage({text_id::tooManyRows, {std::to_string(ResultList::mostCopiedRows)}},
                              platform::MessageIcon::information, {}, this);
         return;

@@ -86,11 +86,12 @@ void ControlSettings::setSearchCompareAnd(bool compareAnd) const {
         modINI::WriteIniBoolean(section, key::searchCompareAnd, compareAnd, file_);
 }
 
-ControlSettings::ColumnLayout ControlSettings::columnLayout() const {
-    ColumnLayout layout;
+ColumnLayout ControlSettings::columnLayout() const {
+    std::vector<std::int32_t> order;
+    std::vector<ColumnLayout::Width> widths;
     forEachPart(read(key::columnOrder), [&](std::string_view part) {
         if (const std::int32_t id = leadingInt32(part); isField(id))
-            layout.order.push_back(id);
+            order.push_back(id);
     });
     forEachPart(read(key::columnWidths), [&](std::string_view part) {
         const std::size_t colon = part.find(':');
@@ -98,19 +99,19 @@ ControlSettings::ColumnLayout ControlSettings::columnLayout() const {
         if (colon == std::string_view::npos || !isField(id))
             return;
         if (const std::int32_t width = leadingInt32(part.substr(colon + 1)); width > 0)
-            layout.widths.emplace_back(id, width);
+            widths.emplace_back(id, width);
     });
-    return layout;
+    return {std::move(order), std::move(widths)};
 }
 
 void ControlSettings::setColumnLayout(const ColumnLayout& layout) const {
     if (file_.empty())
         return;
     std::string order;
-    for (const std::int32_t id : layout.order)
+    for (const std::int32_t id : layout.order())
         order.append(order.empty() ? "" : ",").append(std::to_string(id));
     std::string widths;
-    for (const auto& [id, width] : layout.widths)
+    for (const auto& [id, width] : layout.widths())
         widths.append(widths.empty() ? "" : ",")
             .append(std::to_string(id))
             .append(":")

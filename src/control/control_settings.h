@@ -3,11 +3,11 @@
 
 #pragma once
 
+#include "control/results/column_layout.h"
+
 #include <cstdint>
 #include <string>
 #include <string_view>
-#include <utility>
-#include <vector>
 
 namespace ov {
 
@@ -16,14 +16,6 @@ namespace ov {
 // does nothing.
 class ControlSettings {
 public:
-    // By how the columns were left: field ids in their order from left to right, and widths in
-    // twips of the columns that the user widened or narrowed.
-    struct ColumnLayout {
-        std::vector<std::int32_t> order;
-        std::vector<std::pair<std::int32_t, std::int32_t>> widths;
-        bool operator==(const ColumnLayout&) const = default;
-    };
-
     ControlSettings() = default;
     explicit ControlSettings(std::string file) : file_(std::move(file)) {}
 

@@ -119,7 +119,7 @@ QWidget* ControlView::buildResultHalf() {
     column->addLayout(buildNoticeRow(half));
 
     picPlayer = new PlayerPanel(half);
-    picPlayer->setSelection([this] { return lvSearchResult->selectedPath(); });
+    picPlayer->setSelection([this] { return lvSearchResult->selected().path(); });
     column->addWidget(picPlayer);
     return half;
 }

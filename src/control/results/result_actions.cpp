@@ -42,7 +42,7 @@ QUrl fileUrl(const std::string& path) {
 } // namespace
 
 void ResultList::copySelectedRows(const std::function<bool()>& goOn) {
-    const std::vector<int> columns = shownColumns();
+    const std::vector<int> columns = columns_->shown();
     QString rows;
     const auto addRow = [&](const auto& textOf) {
         for (const int column : columns)
@@ -52,7 +52,7 @@ void ResultList::copySelectedRows(const std::function<bool()>& goOn) {
         return cellText(model_->columns().at(static_cast<std::size_t>(column)).caption);
     });
     QList<QUrl> files;
-    forEachSelectedRow([&](int row) {
+    selection_.forEachRow([&](int row) {
         addRow([&](int column) { return cellText(model_->text(row, column)); });
         files.append(fileUrl(pathOf(model_->dictation(row))));
         platform::processMessagesNowAndThen();
@@ -68,7 +68,7 @@ void ResultList::copySelectedRows(const std::function<bool()>& goOn) {
 
 void ResultList::copySelectedPaths(const std::function<bool()>& goOn) {
     QString paths;
-    forEachSelectedRow([&](int row) {
+    selection_.forEachRow([&](int row) {
         paths += widgets::nativePathText(pathOf(model_->dictation(row))) + QLatin1Char('\n');
         platform::processMessagesNowAndThen();
         return goOn();
@@ -78,7 +78,7 @@ void ResultList::copySelectedPaths(const std::function<bool()>& goOn) {
 }
 
 void ResultList::openFolder() const {
-    if (const std::string path = selectedPath(); !path.empty())
+    if (const std::string path = selection_.path(); !path.empty())
         QDesktopServices::openUrl(fileUrl(std::string(modFilePath::directoryPart(path))));
 }
 

@@ -4,10 +4,11 @@
 #pragma once
 
 #include "control/control_settings.h"
+#include "control/results/result_columns.h"
 #include "control/results/result_model.h"
+#include "control/results/result_selection.h"
 
 #include <QTableView>
-#include <QTimer>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -29,7 +30,7 @@ public:
     // Reads how it was left the last time.
     void setSettings(const ControlSettings& settings);
     // What has not been written yet, before the list goes away.
-    void saveSettings();
+    void saveSettings() { columns_->saveSettings(); }
 
     // Clears the columns and makes one for each visible field, in the user's order and widths.
     // The rows stay and stay sorted by the same field.
@@ -44,17 +45,13 @@ public:
     void showSorted();
     bool isEmpty() const { return model_->rowCount() == 0; }
 
-    // The path of the current row when it is selected, else of the first selected one; empty
-    // without a selection.
-    std::string selectedPath() const;
-
     const ResultModel& results() const { return *model_; }
+    const ResultSelection& selected() const { return selection_; }
 
     // The fields of the columns from left to right, without the hidden ones.
-    std::vector<std::int32_t> shownFields() const;
+    std::vector<std::int32_t> shownFields() const { return columns_->shownFields(); }
     // The hits of the rows, from top to bottom.
     std::vector<std::int32_t> shownHits() const;
-    std::vector<std::int32_t> selectedHits() const;
 
     // Sorts by that column, or the other way round when it is the one already, and remembers it.
     // Lets window messages be handled. When it throws, all is as it was before.
@@ -80,7 +77,6 @@ public:
     // While the caller works on the rows, headers cannot be clicked.
     void setBusy(bool busy);
 
-    int selectedRowCount() const;
     // More than fits a clipboard sensibly; such a list is exported.
     static constexpr int mostCopiedRows = 100000;
     // The selected rows as lines of text with tabs, headers first, and their paths, on the
@@ -99,38 +95,19 @@ protected:
     void keyboardSearch(const QString& search) override;
 
 private:
-    struct SelectedRows {
-        bool all = false;
-        std::int32_t current = 0; // hits; 0 for none
-        std::vector<std::int32_t> hits;
-    };
-
+    void setUp();
     void playKeyPressed(const QKeyEvent& event, bool enter);
     int sortColumnOf(int column) const;
     int indicatedColumn() const;
     void showSortIndicator();
-    SelectedRows selectedRows() const;
-    void select(const SelectedRows& rows);
-    // In the order of the rows. `visit` is called with each row and returns false to end.
-    void forEachSelectedRow(const std::function<bool(int)>& visit) const;
-    std::vector<int> shownColumns() const;
-
-    std::vector<std::int32_t> columnOrder() const;
-    void placeColumns();
-    void applyWidths();
-    void columnResized(int column, int oldSize, int newSize);
-    void layoutChangedByUser();
-    double pixelsPerTwip() const;
-    int pixelsOf(std::int32_t twips) const;
-    std::int32_t twipsOf(int pixels) const;
+    std::int32_t sortedField() const;
 
     QMenu* buildMenu();
 
     ResultModel* model_;
+    ResultColumns* columns_;
+    ResultSelection selection_;
     ControlSettings settings_;
-    ControlSettings::ColumnLayout layout_;
-    QTimer saveLayout_;
-    bool applying_ = false; // columns are being made, nobody is dragging them
     std::int32_t listSortKey_ = 1;
     std::int32_t listSortOrder_ = 0;
 };

@@ -5,7 +5,7 @@
 
 #include "export/export_settings.h"
 #include "export/file_export.h"
-#include "export/print/list_pages.h"
+#include "export/print/export_menu.h"
 #include "export/rows.h"
 #include "support/modUtil.h"
 
@@ -14,20 +14,10 @@
 #include <optional>
 #include <string>
 
-class QMenu;
 class QPrinter;
 class QWidget;
 
-// What a window offers for a list: printing, a preview, files, the clipboard.
-
 namespace ov::exporting::print {
-
-enum class Command { print, preview, saveAs, pdf, xlsx, csv, html, json, copyText };
-
-// Adds the commands, for all rows and, when some are selected, in a menu below for those alone.
-// `run(command, selectedOnly)` is called when one is chosen.
-void addCommands(QMenu& menu, bool someSelected,
-                 const std::function<void(Command command, bool selectedOnly)>& run);
 
 // What the window hands over. Everything is borrowed and stays as it is while a command runs; the
 // commands let window messages be handled, so the window keeps the user from changing the list.
@@ -58,7 +48,6 @@ private:
 
     const RowSource& rows(bool selectedOnly) const;
     void printOn(QPrinter& printer, const Document& document, const RowSource& chosen);
-    std::optional<std::string> askForFile(std::optional<Format> format, Format& chosen);
     bool mayReplace(const std::string& path) const;
     void tell(modUtil::Message message) const;
     void tellResult(const ExportResult& result, const std::string& path, bool existed);

@@ -1,0 +1,19 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <functional>
+
+class QMenu;
+
+namespace ov::exporting::print {
+
+// What a window offers for a list.
+enum class Command { print, preview, saveAs, pdf, xlsx, csv, html, json, copyText };
+
+// Adds the commands, for all rows and, when some are selected, in a menu below for those alone.
+// `run(command, selectedOnly)` is called when one is chosen.
+void addCommands(QMenu& menu, bool someSelected,
+                 const std::function<void(Command command, bool selectedOnly)>& run);
+
+} // namespace ov::exporting::print

@@ -1,0 +1,85 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+// What a list export puts on paper, and shows before.
+
+#include "dialogs/frmExportOptionsPrint.h"
+#include "export/print/export_progress.h"
+#include "export/print/list_export.h"
+#include "export/print/pdf.h"
+#include "export/print/print_preview.h"
+#include "support/language/text_ids.h"
+
+namespace ov::exporting::print {
+
+namespace {
+
+QPageSize paperOf(const QPrinter& printer) {
+    const QPageSize paper = printer.pageLayout().pageSize();
+    return printer.printerName().isEmpty() || !paper.isValid() ? usualPaper() : paper;
+}
+
+} // namespace
+
+void ListExport::print(bool selectedOnly) {
+    frmExportOptionsPrint options(list_.owner);
+    options.DruckBereichIndex =
+        selectedOnly ? frmExportOptionsPrint::markierte : frmExportOptionsPrint::alle;
+    options.Titel = list_.document.title;
+    options.Orientation = static_cast<std::int32_t>(list_.document.style.orientation);
+    options.Font_Name = list_.document.style.fontName;
+    options.Font_Size = list_.document.style.fontSize;
+    options.exec();
+    if (!options.OKPressed() || list_.isEnding())
+        return;
+    Document document = list_.document;
+    document.title = options.Titel;
+    document.style = {options.Font_Name, options.Font_Size,
+                      static_cast<Orientation>(options.Orientation)};
+    const RowSource& chosen = rows(options.DruckBereichIndex == frmExportOptionsPrint::markierte);
+    if (chosen.count() == 0)
+        tell(text_id::nothingSelected);
+    else if (options.printer().printerName().isEmpty() &&
+             options.printer().outputFileName().isEmpty())
+        tell(text_id::noPrinter);
+    else
+        printOn(options.printer(), document, chosen);
+}
+
+void ListExport::printOn(QPrinter& printer, const Document& document, const RowSource& chosen) {
+    bool stopped = false;
+    bool printed = false;
+    {
+        ListPages pages(document, chosen, paperOf(printer));
+        ExportProgress progress(text_id::printing, 2 * chosen.count(), list_.owner, list_.isEnding);
+        const auto goOn = [&](std::int64_t done) {
+            stopped = stopped || !progress.goOn(done);
+            return !stopped;
+        };
+        printer.setDocName(pageText(document.title));
+        printed = pages.layOut(goOn) && printPages(pages, printer, [&](std::int64_t done) {
+                      return goOn(chosen.count() + done);
+                  });
+    }
+    if (stopped)
+        tell(text_id::printStopped);
+    else if (!printed)
+        tell(text_id::printFailed);
+}
+
+void ListExport::preview(bool selectedOnly) {
+    const RowSource& chosen = rows(selectedOnly);
+    const QPrinter printer(QPrinter::HighResolution);
+    ListPages pages(list_.document, chosen, paperOf(printer));
+    {
+        ExportProgress progress(text_id::layingOutPages, chosen.count(), list_.owner,
+                                list_.isEnding);
+        if (!pages.layOut([&](std::int64_t done) { return progress.goOn(done); }))
+            return;
+    }
+    PrintPreview window(pages, list_.owner);
+    if (window.exec() == QDialog::Accepted && !list_.isEnding())
+        print(selectedOnly);
+}
+
+} // namespace ov::exporting::print
