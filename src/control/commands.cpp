@@ -14,43 +14,27 @@
 #include "widgets/text.h"
 
 #include <QMenu>
-#include <QScopedValueRollback>
 #include <utility>
 
 namespace ov {
 
-namespace {
-
-// A command is at work: its buttons are off meanwhile.
-class Busy {
-public:
-    Busy(ControlView& view, const ctrlOVSearch& control) : view_(view), control_(control) {
-        view_.show(ControlView::Activity::busy);
-    }
-    ~Busy() {
-        if (!control_.isEnding())
-            view_.show(ControlView::Activity::idle);
-    }
-    Busy(const Busy&) = delete;
-    Busy& operator=(const Busy&) = delete;
-
-private:
-    ControlView& view_;
-    const ctrlOVSearch& control_;
-};
-
-} // namespace
+void ctrlOVSearch::enter(ControlState state) {
+    if (isEnding())
+        return;
+    state_ = state;
+    view_.show(state);
+}
 
 void ctrlOVSearch::post(const char* procedure, std::function<void()> run) {
     commands_.post(procedure, std::move(run));
 }
 
 void ctrlOVSearch::perform(const char* procedure, const std::function<void()>& run) {
-    if (terminating_)
+    if (!rulesOf(state_).takesCommands)
         return;
     const Frame frame(*this);
-    const Busy busy(view_, *this);
-    stopRequested_ = false;
+    stop_ = {};
+    enter(ControlState::working);
     try {
         run();
     } catch (const HostError& error) {
@@ -60,13 +44,14 @@ void ctrlOVSearch::perform(const char* procedure, const std::function<void()>& r
     } catch (...) {
         report(Error(0, "unknown"), procedure);
     }
+    enter(ControlState::idle);
 }
 
 void ctrlOVSearch::report(const Error& error, const char* procedure) {
     WriteErrorLog(error, procedure);
-    if (terminating_)
+    if (isEnding())
         return;
-    view_.show(ControlView::Activity::busy); // a search that failed cannot be stopped any more
+    enter(ControlState::asking);
     modUtil::ShowMessage(error.description, platform::MessageIcon::exclamation, {}, this);
 }
 
@@ -113,22 +98,21 @@ void ctrlOVSearch::cmdSearchKriteriaOptions_Click(int index) {
 
 void ctrlOVSearch::runSearch() {
     const std::string root = dictationTree_; // the host may name another one meanwhile
-    SearchRun run(
-        view_, *this,
-        [this](const modDictation::Search& what) {
-            view_.picPlayer->PlayerStop();
-            outcome_.reset();
-            searched_ = what;
-        },
-        [this] { return terminating_; });
-    const QScopedValueRollback running(run_, &run);
+    SearchRun run({view_, *this, stop_.get_token(), [this](ControlState state) { enter(state); },
+                   [this] { return isEnding(); },
+                   [this](const modDictation::Search& what) {
+                       view_.picPlayer->PlayerStop();
+                       outcome_.reset();
+                       searched_ = what;
+                   }});
+    enter(ControlState::asking);
     try {
         if (const auto outcome = run.run(root)) {
             outcome_ = outcome; // before its box is open, in which the language may change
             run.tellOutcome(*outcome);
         }
     } catch (...) {
-        if (!terminating_) // nobody else takes the host's progress away
+        if (rulesOf(state_).tellsHost) // nobody else takes the host's progress away
             trapped("runSearch", [] {
                 modOVPlugIn::ProgressClear();
                 return 0;
@@ -139,9 +123,8 @@ void ctrlOVSearch::runSearch() {
 
 // No command: what it does is done at once, and only marks what others look at.
 void ctrlOVSearch::stopSearch() {
-    stopRequested_ = true;
-    if (run_ != nullptr)
-        run_->stop();
+    if (rulesOf(state_).stops)
+        stop_.request_stop();
 }
 
 // The menu of the button.
@@ -175,18 +158,20 @@ void ctrlOVSearch::exportRows(exporting::print::Command what, bool selectedOnly)
     const std::vector<std::int32_t> selected = list.selected().hits();
     const exporting::HitRows allRows(list.results().hits(), all);
     const exporting::HitRows selectedRows(list.results().hits(), selected);
+    enter(ControlState::exporting);
     exporting::print::ListExport({std::move(document), allRows, selectedRows, settings_.file(),
-                                  this, [this] { return terminating_; }})
+                                  this, [this] { return isEnding(); }})
         .run(what, selectedOnly);
 }
 
 void ctrlOVSearch::chooseColumns() {
+    enter(ControlState::asking);
     frmSearchResultColumns dialog(this);
     dialog.exec();
-    if (!dialog.OKPressed() || terminating_)
+    if (!dialog.OKPressed() || isEnding())
         return;
     modDictation::SaveColumnSettings();
-    if (terminating_) // it asked the host where to
+    if (isEnding()) // it asked the host where to
         return;
     view_.lvSearchResult->ApplyColumns();
 }
@@ -206,16 +191,18 @@ void ctrlOVSearch::copyRows(const std::function<void(const std::function<bool()>
         return;
     }
     const WaitCursor waiting;
-    copy([this] { return !terminating_ && !stopRequested_; });
+    enter(ControlState::copying);
+    copy([stop = stop_.get_token()] { return !stop.stop_requested(); });
 }
 
 // Empty when the editor was left without a new criterion.
 std::optional<std::string> ctrlOVSearch::openEditor(const std::string& criteriaString) {
+    enter(ControlState::asking);
     frmCriteria editor(this);
     editor.EditMode = !criteriaString.empty();
     editor.CriteriaString = criteriaString;
     editor.exec();
-    if (!editor.OKPressed() || terminating_)
+    if (!editor.OKPressed() || isEnding())
         return std::nullopt;
     return editor.CriteriaString;
 }
@@ -226,7 +213,7 @@ void ctrlOVSearch::addCriterion() {
         return;
     const bool isNew = view_.lvSearchCriteria->addOnce(*made);
     saveCriteria();
-    if (!isNew && !terminating_)
+    if (!isNew && !isEnding())
         modUtil::ShowMessage(text_id::duplicateCriterion, platform::MessageIcon::information, {},
                              this);
 }
@@ -239,7 +226,7 @@ void ctrlOVSearch::editCriterion() {
         return;
     const bool isNew = view_.lvSearchCriteria->replaceSelected(*changed);
     saveCriteria();
-    if (!isNew && !terminating_)
+    if (!isNew && !isEnding())
         modUtil::ShowMessage(text_id::duplicateCriterion, platform::MessageIcon::information, {},
                              this);
 }
@@ -262,8 +249,6 @@ void ctrlOVSearch::saveCriteria() {
 }
 
 void ctrlOVSearch::compareChanged() {
-    if (initialising_)
-        return;
     settings_.setSearchCompareAnd(view_.isCompareAnd());
     view_.describeCompare();
 }

@@ -11,6 +11,7 @@
 #include <QMenu>
 #include <QPointer>
 #include <QThread>
+#include <utility>
 
 namespace ov {
 
@@ -45,7 +46,7 @@ std::shared_ptr<IFormExtension> makeControl(WindowHandle parent) {
 }
 
 void ctrlOVSearch::letGo() {
-    if (terminating_)
+    if (isEnding())
         return;
     const Frame frame(*this);
     UserControl_Terminate();
@@ -54,7 +55,7 @@ void ctrlOVSearch::letGo() {
 }
 
 void ctrlOVSearch::leaveFrame() {
-    if (--frames_ > 0 || !terminating_)
+    if (--frames_ > 0 || !isEnding())
         return;
     // An event handler below may still be that of one of our widgets. Without a loop that runs
     // nobody would delete the control later.
@@ -72,12 +73,12 @@ void ctrlOVSearch::followParent() {
 }
 
 void ctrlOVSearch::UserControl_Terminate() {
-    if (terminating_)
+    if (isEnding())
         return;
-    terminating_ = true;
+    const StateRules before = rulesOf(std::exchange(state_, ControlState::ending));
     if (m_cEventSource)
         m_cEventSource->unsubscribe(*this);
-    stopSearch();
+    stop_.request_stop();
     const QList<QDialog*> dialogs = findChildren<QDialog*>();
     for (QDialog* dialog : dialogs)
         dialog->reject();
@@ -86,14 +87,14 @@ void ctrlOVSearch::UserControl_Terminate() {
         menu->close();
     windowInterface_->closeBoxes(this);
     endPlayer();
-    if (built_) {
+    if (before.hasContents) {
         if (const auto saved = criteriaFile_.save(view_.lvSearchCriteria->criteria()); !saved.ok())
             WriteErrorLog(saved, "SaveCriteria");
         view_.lvSearchResult->saveSettings();
         if (shareMoved_)
             settings_.setCriteriaShare(view_.criteriaShare());
     }
-    if (run_ != nullptr && run_->tellsHost())
+    if (before.tellsHost)
         trapped("UserControl_Terminate", [] {
             modOVPlugIn::ProgressClear(); // nobody else does, once the search finds us gone
             return 0;

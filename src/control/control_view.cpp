@@ -192,24 +192,24 @@ void ControlView::describeCompare() const {
         widgets::text(isCompareAnd() ? text_id::describeAll : text_id::describeAny));
 }
 
-void ControlView::show(Activity activity) {
-    activity_ = activity;
+void ControlView::show(ControlState state) {
+    state_ = state;
     const QPointer<QWidget> before = control_.window()->focusWidget();
     enable();
     if (before && before != control_.window()->focusWidget() && control_.isAncestorOf(before)) {
         displaced_ = before;
         splitter->setFocus(); // not the next widget, which would take a key that was meant for it
     }
-    if (activity == Activity::idle)
+    if (rulesOf(state).takesCommands)
         giveKeyboardBack();
 }
 
 void ControlView::enable() {
-    const bool idle = activity_ == Activity::idle;
+    const StateRules& rules = rulesOf(state_);
     for (QPushButton* button : cmdSearchOptions)
-        button->setEnabled(idle);
-    cmdSearchStop->setEnabled(activity_ == Activity::searching);
-    lvSearchResult->setBusy(!idle);
+        button->setEnabled(rules.takesCommands);
+    cmdSearchStop->setEnabled(rules.stopButton);
+    lvSearchResult->setBusy(!rules.takesCommands);
     enableCriteriaButtons();
 }
 
@@ -226,7 +226,7 @@ void ControlView::giveKeyboardBack() {
 }
 
 void ControlView::enableCriteriaButtons() {
-    const bool idle = activity_ == Activity::idle;
+    const bool idle = rulesOf(state_).takesCommands;
     const bool selected = lvSearchCriteria->hasSelected();
     cmdSearchKriteriaOptions[addCriterion]->setEnabled(idle);
     cmdSearchKriteriaOptions[editCriterion]->setEnabled(idle && selected);

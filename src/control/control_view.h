@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "control/control_state.h"
 #include "control/criteria_list.h"
 #include "control/results/result_list.h"
 #include "playback/panel/player_panel.h"
@@ -37,14 +38,9 @@ public:
     bool isCompareAnd() const { return optCriteriaCompare[all]->isChecked(); }
     void describeCompare() const;
 
-    // What is going on decides what can be pressed:
-    //                     idle  busy  searching
-    //   commands, headers  on    -     -
-    //   stop               -     -     on
-    // A button that loses the keyboard by this has it again when all is idle, unless the user
-    // gave it to another widget meanwhile.
-    enum class Activity { idle, busy, searching };
-    void show(Activity activity);
+    // Lights what can be pressed in that state. A button that loses the keyboard by this has it
+    // again when commands are taken, unless the user gave it to another widget meanwhile.
+    void show(ControlState state);
     void enableCriteriaButtons();
 
     // Below the hits: what the last search could not do; empty hides it.
@@ -78,7 +74,7 @@ private:
     void giveKeyboardBack();
 
     QWidget& control_;
-    Activity activity_ = Activity::idle;
+    ControlState state_ = ControlState::idle;
     QPointer<QWidget> displaced_; // had the keyboard before it was disabled
 };
 

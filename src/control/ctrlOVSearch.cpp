@@ -15,6 +15,7 @@
 #include <QEvent>
 #include <QLayout>
 #include <QShortcut>
+#include <utility>
 
 namespace ov {
 
@@ -45,23 +46,21 @@ ctrlOVSearch::~ctrlOVSearch() {
 // ---- Start
 
 void ctrlOVSearch::IFormExtension_Init(IPlugin& plugIn, IHostForm& form) {
-    if (terminating_)
+    if (isEnding())
         return;
-    initialising_ = true;
     plugIn_ = &plugIn;
     m_icExtendableForm = &form;
     const Frame frame(*this);
     listenToHost();
     view_.picPlayer->createMixer();
     readFromHost();
-    if (terminating_)
+    if (isEnding())
         return;
     if (!modLanguage::LoadLanguageFile()) {
         modLanguage::ShowLanguageLoadFailure();
         return;
     }
     buildControl();
-    initialising_ = false;
 }
 
 void ctrlOVSearch::listenToHost() {
@@ -73,7 +72,7 @@ void ctrlOVSearch::listenToHost() {
         m_cEventSource->subscribe(*this);
         return 0;
     });
-    if (terminating_) // the end may have come before the host had us on its list
+    if (isEnding()) // the end may have come before the host had us on its list
         m_cEventSource->unsubscribe(*this);
 }
 
@@ -88,7 +87,7 @@ void ctrlOVSearch::readFromHost() {
         ask(procedure, [] { return host::GetHostDirectory(host::host_directory::dictationTree); });
     const std::string directory =
         ask(procedure, [] { return host::GetHostDirectory(host::host_directory::settings); });
-    if (terminating_)
+    if (isEnding())
         return;
     settings_ = ControlSettings(settings);
     criteriaFile_ = CriteriaFile(directory);
@@ -105,7 +104,7 @@ void ctrlOVSearch::buildControl() {
         modDictation::LoadColumnSettings();
         return 0;
     });
-    if (terminating_)
+    if (isEnding())
         return;
     view_.setCompareAnd(settings_.searchCompareAnd());
     view_.lvSearchResult->setSettings(settings_);
@@ -114,11 +113,12 @@ void ctrlOVSearch::buildControl() {
     view_.picPlayer->setBackUpSeconds(settings_.backUpSeconds());
     view_.picPlayer->setSpeedPercent(settings_.speedPercent());
     retranslate();
-    if (terminating_)
+    if (isEnding())
         return;
     for (const std::string& criterion : criteriaFile_.load())
         view_.lvSearchCriteria->add(criterion);
-    built_ = true; // from now on the criteria are worth saving
+    shareToShow_ = settings_.criteriaShare();
+    enter(ControlState::idle); // from now on the criteria are worth saving
     connectAll();
     addShortcuts();
     ask("IFormExtension_Init", [this] {
@@ -227,7 +227,7 @@ void ctrlOVSearch::EventSource_ActionEvent(std::int32_t action, std::int32_t /*s
     if (isAction(parameter, "DIR_NETDICTATIONTREE")) {
         std::string root =
             modOVPlugIn::GetHostDirectory(modOVPlugIn::host_directory::dictationTree);
-        if (terminating_)
+        if (isEnding())
             return;
         dictationTree_ = std::move(root);
         refresh();
@@ -244,7 +244,7 @@ void ctrlOVSearch::EventSource_WindowEvent(std::int32_t /*event*/, std::int32_t 
 
 // The language before Qt hands it on to the children, open dialogs among them.
 void ctrlOVSearch::changeEvent(QEvent* event) {
-    if (event->type() == QEvent::LanguageChange && built_ && !terminating_) {
+    if (event->type() == QEvent::LanguageChange && rulesOf(state_).hasContents) {
         retranslate();
         windowInterface_->changeLanguage(this);
     } else if (event->type() == QEvent::ParentChange) {
@@ -256,11 +256,10 @@ void ctrlOVSearch::changeEvent(QEvent* event) {
 // Only now is it known how much room the halves share.
 void ctrlOVSearch::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
-    if (shown_ || !built_)
+    if (!shareToShow_)
         return;
-    shown_ = true;
     layout()->activate();
-    view_.setCriteriaShare(settings_.criteriaShare());
+    view_.setCriteriaShare(*std::exchange(shareToShow_, std::nullopt));
 }
 
 void ctrlOVSearch::retranslate() {

@@ -5,6 +5,7 @@
 
 #include "control/command_queue.h"
 #include "control/control_settings.h"
+#include "control/control_state.h"
 #include "control/control_view.h"
 #include "control/criteria_file.h"
 #include "control/host_trap.h"
@@ -20,6 +21,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <stop_token>
 #include <string>
 
 namespace ov {
@@ -43,7 +45,7 @@ public:
     // the user entered, calls the host no more, and deletes the control as soon as nothing of it
     // is on the stack.
     void letGo();
-    bool isEnding() const { return terminating_; }
+    bool isEnding() const { return state_ == ControlState::ending; }
 
     void EventSource_ActionEvent(std::int32_t action, std::int32_t second,
                                  std::string_view parameter) override;
@@ -96,8 +98,11 @@ private:
     // What the host answers; nothing when it fails, or has let go meanwhile.
     template <typename Call>
     auto ask(const char* procedure, Call call) -> decltype(call()) {
-        return terminating_ ? decltype(call())() : trapped(procedure, call);
+        return isEnding() ? decltype(call())() : trapped(procedure, call);
     }
+
+    // Nothing comes after the end.
+    void enter(ControlState state);
 
     // Hands a command to the queue, which runs it by perform().
     void post(const char* procedure, std::function<void()> run);
@@ -132,17 +137,14 @@ private:
     ControlSettings settings_;
     CriteriaFile criteriaFile_;
     std::string dictationTree_;
-    bool initialising_ = false;
-    bool terminating_ = false;
-    bool built_ = false;
-    bool shown_ = false;
-    bool toldUnsaved_ = false;   // that the criteria cannot be saved
-    bool shareMoved_ = false;    // the user moved the line between the halves
-    bool stopRequested_ = false; // by Esc or the stop button
+    ControlState state_ = ControlState::notBuilt;
     int frames_ = 0;
-    SearchRun* run_ = nullptr;             // that is on the stack
-    std::optional<SearchOutcome> outcome_; // of the last search
-    modDictation::Search searched_;        // what it looked for
+    std::stop_source stop_;                   // of the command that is at work
+    std::optional<std::int32_t> shareToShow_; // of the criteria's half, once there is room
+    bool shareMoved_ = false;                 // by the user
+    bool toldUnsaved_ = false;                // that the criteria cannot be saved
+    std::optional<SearchOutcome> outcome_;    // of the last search
+    modDictation::Search searched_;           // what it looked for
 };
 
 // The control as the host holds it: letting go of it ends the control, wherever it is.

@@ -95,20 +95,20 @@ bool checkDictationTree(const std::string& root, QWidget& owner) {
 }
 
 std::optional<SearchOutcome> SearchRun::run(const std::string& root) {
-    if (!checkDictationTree(root, owner_))
+    if (!checkDictationTree(root, caller_.owner))
         return std::nullopt;
     if (searchOnThread()) {
         modUtil::ShowMessage(text_id::anotherSearchRuns, platform::MessageIcon::information, {},
-                             &owner_);
+                             &caller_.owner);
         return std::nullopt;
     }
-    const modDictation::Search what{root, criteria(), view_.isCompareAnd()};
-    if (what.criteria.empty() || isEnding_())
+    const modDictation::Search what{root, criteria(), caller_.view.isCompareAnd()};
+    if (what.criteria.empty() || caller_.isEnding())
         return std::nullopt;
-    starting_(what);
-    showOutcome(view_, std::nullopt);
-    view_.lvSearchResult->removeAllRows();
-    view_.lvSearchResult->viewport()->repaint();
+    caller_.starting(what);
+    showOutcome(caller_.view, std::nullopt);
+    caller_.view.lvSearchResult->removeAllRows();
+    caller_.view.lvSearchResult->viewport()->repaint();
     return search(what);
 }
 
@@ -116,14 +116,14 @@ std::optional<SearchOutcome> SearchRun::search(const modDictation::Search& what)
     const QScopedValueRollback onlyOne(searchOnThread(), true);
     auto hits = std::make_unique<modDictation::DictationList>();
     SearchOutcome outcome{0, walk(what, *hits)};
-    if (isEnding_())
+    if (caller_.isEnding())
         return std::nullopt;
     outcome.hitCount = hits->size();
     if (outcome.hitCount > 0) {
-        view_.lvSearchResult->setHits(std::move(hits));
+        caller_.view.lvSearchResult->setHits(std::move(hits));
         fill(outcome.hitCount);
     }
-    if (isEnding_())
+    if (caller_.isEnding())
         return std::nullopt;
     return outcome;
 }
@@ -131,64 +131,53 @@ std::optional<SearchOutcome> SearchRun::search(const modDictation::Search& what)
 // A single empty criterion, which every dictation satisfies, when the user wants all of them.
 std::vector<modDictation::Criterion> SearchRun::criteria() {
     std::vector<modDictation::Criterion> all;
-    std::ranges::transform(view_.lvSearchCriteria->criteria(), std::back_inserter(all),
+    std::ranges::transform(caller_.view.lvSearchCriteria->criteria(), std::back_inserter(all),
                            modDictation::ParseCriteriaString);
-    if (all.empty() && modUtil::AskYesNo(text_id::searchWithoutCriteria, {}, &owner_))
+    if (all.empty() && modUtil::AskYesNo(text_id::searchWithoutCriteria, {}, &caller_.owner))
         all.emplace_back();
     return all;
 }
 
 modDictation::SearchReport SearchRun::walk(const modDictation::Search& what,
                                            modDictation::DictationList& hits) {
-    const LiveCount liveCount(hits, *view_.lblSearchResult);
-    view_.show(ControlView::Activity::searching);
-    modDictation::SearchReport report;
-    {
-        const QScopedValueRollback walking(stage_, Stage::walking);
-        report = modDictation::search(what, hits, stop_.get_token());
-    }
-    if (!isEnding_()) // what is left is over before one could stop it
-        view_.show(ControlView::Activity::busy);
-    return report;
-}
-
-void SearchRun::stop() {
-    if (stage_ == Stage::walking)
-        stop_.request_stop();
+    const LiveCount liveCount(hits, *caller_.view.lblSearchResult);
+    caller_.enter(ControlState::searching);
+    return modDictation::search(what, hits, caller_.stop);
 }
 
 // The host hears of every row; the list shows them in the steps in which a person can see them
 // come.
 void SearchRun::fill(std::int32_t count) {
-    const QScopedValueRollback filling(stage_, Stage::filling);
+    caller_.enter(ControlState::filling);
     if (count > mostHitsWithoutProgress)
         modOVPlugIn::ProgressInit(0, count, 0, GetText(text_id::fillingList));
     constexpr std::int32_t step = 4096;
     std::int32_t i = 1;
     try {
-        for (; i <= count && !isEnding_(); ++i) {
+        for (; i <= count && !caller_.isEnding(); ++i) {
             if (i % step == 0 || i == count)
-                view_.lvSearchResult->showFirst(i);
+                caller_.view.lvSearchResult->showFirst(i);
             modOVPlugIn::ProgressValue(i);
             platform::processMessagesNowAndThen();
         }
     } catch (...) {
-        view_.lvSearchResult->showFirst(i); // the host was to hear of this one
+        caller_.view.lvSearchResult->showFirst(i); // the host was to hear of this one
         throw;
     }
-    if (isEnding_())
+    if (caller_.isEnding())
         return;
-    view_.lvSearchResult->showSorted();
+    caller_.view.lvSearchResult->showSorted();
     modOVPlugIn::ProgressClear();
 }
 
 void SearchRun::tellOutcome(const SearchOutcome& outcome) {
-    view_.lvSearchResult->viewport()->update();
-    showOutcome(view_, outcome);
+    caller_.enter(ControlState::asking);
+    caller_.view.lvSearchResult->viewport()->update();
+    showOutcome(caller_.view, outcome);
     // Who stopped the search knows why nothing was found.
     if (outcome.hitCount == 0 && !outcome.report.stopped && !outcome.report.rootVanished)
         modUtil::ShowMessage(text_id::nothingFound, platform::MessageIcon::information, {},
-                             &owner_);
+                             &caller_.owner);
 }
 
 void showOutcome(const ControlView& view, const std::optional<SearchOutcome>& outcome) {

@@ -26,15 +26,18 @@ struct SearchOutcome {
 // HostError; the rows shown by then stay.
 class SearchRun {
 public:
-    // `isEnding` tells that the control goes away: nothing of it may be touched any more.
-    // `starting` is called before the old rows go.
-    SearchRun(ControlView& view, QWidget& owner,
-              std::function<void(const modDictation::Search&)> starting,
-              std::function<bool()> isEnding)
-        : view_(view),
-          owner_(owner),
-          starting_(std::move(starting)),
-          isEnding_(std::move(isEnding)) {}
+    struct Caller {
+        ControlView& view;
+        QWidget& owner;       // of boxes
+        std::stop_token stop; // ends the walk
+        // The state changes; it is not called once the control is ending.
+        std::function<void(ControlState)> enter;
+        // The control goes away: nothing of it may be touched any more.
+        std::function<bool()> isEnding;
+        // Before the old rows go.
+        std::function<void(const modDictation::Search&)> starting;
+    };
+    explicit SearchRun(Caller caller) : caller_(std::move(caller)) {}
 
     // `root` is the dictation tree. Nothing when nothing was searched: there is no such directory,
     // another control of this thread searches, or there are no criteria and the user did not want
@@ -43,26 +46,14 @@ public:
     // Shows it, with a box when nothing was found.
     void tellOutcome(const SearchOutcome& outcome);
 
-    // Ends the walk through the tree, if that is where the search is.
-    void stop();
-    // Something stands in the host's progress display.
-    bool tellsHost() const { return stage_ != Stage::asking; }
-
 private:
-    enum class Stage { asking, walking, filling };
-
     std::vector<modDictation::Criterion> criteria();
     std::optional<SearchOutcome> search(const modDictation::Search& what);
     modDictation::SearchReport walk(const modDictation::Search& what,
                                     modDictation::DictationList& hits);
     void fill(std::int32_t count);
 
-    ControlView& view_;
-    QWidget& owner_;
-    std::function<void(const modDictation::Search&)> starting_;
-    std::function<bool()> isEnding_;
-    Stage stage_ = Stage::asking;
-    std::stop_source stop_;
+    Caller caller_;
 };
 
 // What a search left out or did not reach; empty when nothing.
