@@ -149,7 +149,9 @@ TEST_F(Control, ListsWhatTheHostHearsOf) {
         EXPECT_EQ(model().rowCount(), hits);
         EXPECT_EQ(calls("PI_ProgressClear"), hits == 0 ? 1 : 2);
     }
+    user->boxes.clear();
     key(window(), Qt::Key_F, Qt::ControlModifier);
+    ASSERT_EQ(user->boxes.size(), 1U);
     EXPECT_EQ(user->boxes.back().buttons, platform::MessageButtons::yesNo);
     EXPECT_EQ(user->boxes.back().title, "Dictation search");
     host().answers["PI_GetLanguage"] = "7";
@@ -300,6 +302,7 @@ TEST_F(Control, SortsByTheClickedColumn) {
 
 TEST_F(Control, RemembersHowTheColumnsWereLeft) {
     openControl();
+    EXPECT_TRUE(results().horizontalHeader()->sectionsMovable());
     results().horizontalHeader()->moveSection(results().horizontalHeader()->visualIndex(column(5)),
                                               0);
     results().setColumnWidth(column(18), 333);
