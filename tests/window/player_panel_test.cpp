@@ -296,9 +296,9 @@ protected:
 };
 
 TEST_F(Waveform, IsThatOfTheFileAsItIsNow) {
-    const QImage one = openAndSee("one.WAV", {plain_});
+    const QImage two = openAndSee("two.WAV", {plain_});
+    const QImage one = openAndSee("one.WAV", {plain_, two});
     EXPECT_EQ(openAndSee("one.WAV", {plain_}), one);
-    const QImage two = openAndSee("two.WAV", {plain_, one});
     const std::string loud = tests::readBytes(store.native("one.WAV"));
     store.add("one.WAV", tests::readBytes(store.native("two.WAV")));
     EXPECT_EQ(openAndSee("one.WAV", {plain_}), two) << "of the same size, later";
