@@ -80,9 +80,10 @@ TEST(Criterion, OffersInTheOrderOfHabit) {
               "| 17 18 19 20 21 | 2 3 4 5 6 7 8 9 10 11 12 13 14 15 16 20 21 | "
               "25 26 27 24 31 20 21 | 25 26 27 24 28 29 30 20 21 | 25 24 20 21 | 25 24 20 21 | "
               "25 24 20 21 | 32 33 | 25 24 20 21 | ");
-    EXPECT_EQ(joined(offeredCodes(2)) + joined(offeredCodes(7)) + joined(offeredCodes(15)),
+    EXPECT_EQ(joined(fieldDefinition(2).offeredCodes) + joined(fieldDefinition(7).offeredCodes) +
+                  joined(fieldDefinition(15).offeredCodes),
               "6 7 8 9 10 11 12 13 14 15 16 17 1 2 3 4 5 ");
-    EXPECT_TRUE(offeredCodes(25).empty());
+    EXPECT_TRUE(fieldDefinition(25).offeredCodes.empty());
 }
 
 TEST(Criterion, DisplayText) {

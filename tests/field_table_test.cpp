@@ -137,10 +137,11 @@ TEST_F(FieldTable, ColumnsStandByPosition) {
     show(24, true);
     std::string columns;
     for (const SearchField* field : columnFields())
-        columns += std::to_string(field->Id) + ":" + std::to_string(sortField(field->Id)) + " ";
+        columns += std::to_string(field->Id) + ":" +
+                   std::to_string(fieldDefinition(field->Id).sortField) + " ";
     EXPECT_EQ(columns, "1:1 2:2 3:3 4:4 5:5 6:6 7:7 8:8 10:10 11:12 12:12 13:13 14:14 15:15 16:17 "
                        "17:17 18:18 19:19 20:20 21:21 26:26 22:22 23:23 24:24 ");
-    EXPECT_EQ(sortField(9), 10);
+    EXPECT_EQ(fieldDefinition(9).sortField, 10);
 }
 
 TEST_F(FieldTable, ColumnsAreKeptInAFile) {

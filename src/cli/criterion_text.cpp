@@ -103,9 +103,9 @@ std::optional<std::int32_t> findOperator(const FieldDefinition& field, std::stri
 
 // The second status has no list of its own in the editor; it takes the same codes.
 std::span<const std::int32_t> codesOf(const FieldDefinition& field) {
-    constexpr std::int32_t statusField = 2;
     const bool isStatus = field.valueType == ValueType::status;
-    return modDictation::offeredCodes(isStatus ? statusField : field.id);
+    return isStatus ? modDictation::fieldDefinition(modDictation::field_id::status).offeredCodes
+                    : field.offeredCodes;
 }
 
 std::string codeList(const FieldDefinition& field) {

@@ -29,38 +29,6 @@ namespace {
 constexpr std::array kinds{ValueKind::textBox, ValueKind::codeList, ValueKind::date,
                            ValueKind::time};
 
-constexpr std::int32_t dictatedField = 9;
-constexpr std::int32_t changedField = 11;
-
-struct TextLimit {
-    std::int32_t field;
-    int length;
-};
-
-// What the host's own entry forms take; other fields have no limit.
-constexpr std::array<TextLimit, 14> textLimits{{{3, 6},
-                                                {4, 256},
-                                                {5, 25},
-                                                {6, 256},
-                                                {8, 9},
-                                                {14, 19},
-                                                {18, 55},
-                                                {19, 64},
-                                                {20, 64},
-                                                {21, 14},
-                                                {22, 15},
-                                                {23, 20},
-                                                {25, 8},
-                                                {26, 256}}};
-
-int textLimit(std::int32_t field) {
-    constexpr int noLimit = 32767;
-    for (const TextLimit& limit : textLimits)
-        if (limit.field == field)
-            return limit.length;
-    return noLimit;
-}
-
 // The characters that may be typed.
 QString allowedText(ValueType type) {
     switch (type) {
@@ -132,11 +100,11 @@ ValuePlace::ValuePlace(int index, QWidget* parent)
 
 void ValuePlace::prepare(const modDictation::SearchField& field) {
     cboValue_->clear();
-    for (const std::int32_t code : modDictation::offeredCodes(field.Id))
+    for (const std::int32_t code : modDictation::fieldDefinition(field.Id).offeredCodes)
         cboValue_->addItem(toQt(modDictation::GetStatusText(code)), code);
-    txtValue_->setMaxLength(textLimit(field.Id));
+    txtValue_->setMaxLength(modDictation::fieldDefinition(field.Id).greatestLength);
     setKeyFilter(field.ValueType);
-    if (field.Id == dictatedField || field.Id == changedField)
+    if (field.Id == modDictation::field_id::dictated || field.Id == modDictation::field_id::changed)
         dtpValue_->setDate(QDate::currentDate()); // a due date may be any day
     if (field.ValueKind == ValueKind::time)
         dtpValueTime_->setTime(QTime(0, 0));

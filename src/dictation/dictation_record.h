@@ -18,15 +18,29 @@
 
 namespace ov::modDictation {
 
-// Fields of the name whose meaning is fixed here; all others are the host's.
+// Numbers of the fields in the name.
 namespace dictation_field {
 constexpr std::int32_t status = 2;
+constexpr std::int32_t authorCode = 3;
 constexpr std::int32_t due = 4;
 constexpr std::int32_t priority = 5;
+constexpr std::int32_t length = 6;
 constexpr std::int32_t dictated = 7;
+constexpr std::int32_t file = 8;
+constexpr std::int32_t column1 = 9;
+constexpr std::int32_t column2 = 10;
+constexpr std::int32_t subject = 11;
+constexpr std::int32_t number = 12;
+constexpr std::int32_t worktype = 13;
+constexpr std::int32_t author = 14;
+constexpr std::int32_t typist = 16;
 constexpr std::int32_t flags = 17;
 constexpr std::int32_t changed = 20;
 constexpr std::int32_t freeText = 23; // the one with the second escape scheme
+constexpr std::int32_t note1 = 91;
+constexpr std::int32_t group = 92;
+constexpr std::int32_t note2 = 95;
+constexpr std::int32_t marker = 98;
 constexpr std::int32_t secondStatus = 99;
 // Derived ones.
 constexpr std::int32_t wholeName = -1;

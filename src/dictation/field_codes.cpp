@@ -6,6 +6,7 @@
 #include "dictation/dictation_record.h"
 #include "platform/text.h"
 #include "support/language/modLanguage.h"
+#include "support/language/text_ids.h"
 #include "support/numbers.h"
 
 #include <array>
@@ -19,20 +20,23 @@ struct Word {
     std::int32_t code;
 };
 
-constexpr std::array<Word, 5> statusWords = {
-    {{"", emptyStatusCode}, {"WAV", emptyStatusCode}, {"ROH", 7}, {"STOP", 8}, {"MAI", 9}}};
+constexpr std::array<Word, 5> statusWords = {{{"", emptyStatusCode},
+                                              {"WAV", emptyStatusCode},
+                                              {"ROH", status_code::roh},
+                                              {"STOP", status_code::stop},
+                                              {"MAI", status_code::mai}}};
 
 constexpr std::array<Word, 11> priorityWords = {{{"", emptyPriorityCode},
                                                  {"NORMAL", emptyPriorityCode},
-                                                 {"FRIST", 2},
-                                                 {"HOCH", 3},
-                                                 {"EDIT", 4},
-                                                 {"MSG", 5},
+                                                 {"FRIST", priority_code::deadline},
+                                                 {"HOCH", priority_code::high},
+                                                 {"EDIT", priority_code::edit},
+                                                 {"MSG", priority_code::message},
                                                  {"1", emptyPriorityCode},
-                                                 {"2", 3},
-                                                 {"3", 2},
-                                                 {"4", 5},
-                                                 {"5", 4}}};
+                                                 {"2", priority_code::high},
+                                                 {"3", priority_code::deadline},
+                                                 {"4", priority_code::message},
+                                                 {"5", priority_code::edit}}};
 
 // Longer than any word, also when its letters took two bytes each before they were capitals.
 constexpr std::size_t tooLong = 13;
@@ -57,27 +61,24 @@ std::int32_t flagsCode(std::string_view text) noexcept {
     return code;
 }
 
-// Text numbers of codes. The pair 6 and 7 is crossed, as are 16 and its neighbours: the texts
-// are older than the codes.
+// Text numbers of codes.
 std::int32_t textNumber(std::int32_t code) noexcept {
-    if (code >= 1 && code <= 5)
-        return 25100 + code;
-    if (code >= 8 && code <= 14)
-        return 25100 + code;
+    constexpr std::int32_t sixthFlag = firstFlagCode + 5;
     switch (code) {
-    case 6:
-        return 25107;
-    case 7:
-        return 25106;
-    case 15:
-    case 30:
-        return 25115;
-    case 16:
-        return 25118;
-    case 31:
-        return 25116;
+    case status_code::wav:
+        return text_id::wavText;
+    case status_code::roh:
+        return text_id::rohText;
+    case sixthFlag:
+    case sixthFlag + 15:
+        return text_id::sixthFlagText;
+    case sixthFlag + 1:
+        return text_id::seventhFlagText;
+    case sixthFlag + 16:
+        return text_id::severalFlagsText;
     default:
-        return 0;
+        return code >= priority_code::normal && code < sixthFlag ? text_id::firstCodeText - 1 + code
+                                                                 : 0;
     }
 }
 

@@ -13,8 +13,24 @@
 namespace ov::modDictation {
 
 constexpr std::int32_t noCode = 0;
-constexpr std::int32_t emptyStatusCode = 6;   // "WAV", also what an empty status counts as
-constexpr std::int32_t emptyPriorityCode = 1; // "NORMAL", also what an empty priority counts as
+
+namespace priority_code {
+constexpr std::int32_t normal = 1;
+constexpr std::int32_t deadline = 2;
+constexpr std::int32_t high = 3;
+constexpr std::int32_t edit = 4;
+constexpr std::int32_t message = 5;
+} // namespace priority_code
+
+namespace status_code {
+constexpr std::int32_t wav = 6; // new
+constexpr std::int32_t roh = 7; // a draft
+constexpr std::int32_t stop = 8;
+constexpr std::int32_t mai = 9;
+} // namespace status_code
+
+constexpr std::int32_t emptyStatusCode = status_code::wav;        // what an empty one counts as
+constexpr std::int32_t emptyPriorityCode = priority_code::normal; // likewise
 constexpr std::int32_t firstFlagCode = 10;
 constexpr std::int32_t lastFlagCode = 19;
 

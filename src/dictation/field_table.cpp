@@ -3,9 +3,12 @@
 
 #include "dictation/field_table.h"
 
+#include "dictation/dictation_record.h"
+#include "dictation/field_codes.h"
 #include "plugin/host_error.h"
 #include "plugin/modOVPlugIn.h"
 #include "support/language/modLanguage.h"
+#include "support/language/text_ids.h"
 #include "support/log.h"
 #include "support/modFilePath.h"
 #include "support/modINI.h"
@@ -24,38 +27,55 @@ namespace {
 constexpr bool yes = true;
 constexpr bool no = false;
 
-// Columns 10, 12 and 17 hold the dates of 9, 11 and 16 as serials. They are visible but have no
-// width. 26 is as wide as a screen and stands before the last, rarely used ones.
+namespace d = dictation_field;
+using T = ValueType;
+using K = ValueKind;
+using S = SortKind;
+using X = ExportType;
+
+constexpr std::int32_t any = noLengthLimit;
+constexpr std::int32_t noCaption = 0;
+
+constexpr std::array<std::int32_t, 4> statusCodes = {status_code::wav, status_code::roh,
+                                                     status_code::stop, status_code::mai};
+constexpr std::array<std::int32_t, 5> priorityCodes = {priority_code::normal,
+                                                       priority_code::deadline, priority_code::high,
+                                                       priority_code::edit, priority_code::message};
+constexpr std::array<std::int32_t, 8> flagCodes = {10, 11, 12, 13, 14, 15, 16, 17};
+constexpr std::span<const std::int32_t> none;
+
+// The columns of serials hold the dates of others: they are visible but have no width. The name is
+// as wide as a screen and stands before the last, rarely used ones.
 // clang-format off
 constexpr std::array<FieldDefinition, searchFieldCount> definitions = {{
-    // id vis  sel  type               kind                 field pos width  caption      host setting       key
-    { 0, no,  no,  ValueType::none,     ValueKind::none,       0,  0,     0, 25002, 25001, "",                ""},
-    { 1, yes, yes, ValueType::text,     ValueKind::textBox,   -2,  1,  1400, 25004, 25003, "",                "folder"},
-    { 2, yes, yes, ValueType::status,   ValueKind::codeList,   2,  2,   280, 25008, 25007, "",                "status"},
-    { 3, yes, yes, ValueType::marker,   ValueKind::none,      98,  3,   280, 25010, 25009, "",                "marker"},
-    { 4, yes, yes, ValueType::text,     ValueKind::textBox,    3,  4,   700, 25012, 25011, "",                "author-code"},
-    { 5, yes, yes, ValueType::text,     ValueKind::textBox,   14,  5,  1000, 25014, 25013, "",                "author"},
-    { 6, yes, yes, ValueType::text,     ValueKind::textBox,   16,  6,  1100, 25016, 25015, "",                "typist"},
-    { 7, yes, yes, ValueType::flag,     ValueKind::codeList,  17,  7,  1500, 25018, 25017, "",                "flags"},
-    { 8, yes, yes, ValueType::text,     ValueKind::textBox,   12,  8,   600, 25020, 25019, "",                "number"},
-    { 9, yes, yes, ValueType::date,     ValueKind::date,       7,  9,  1800, 25022, 25021, "",                "dictated"},
-    {10, yes, no,  ValueType::number,   ValueKind::none,      -3, 10,     0,     0,     0, "",                ""},
-    {11, yes, yes, ValueType::date,     ValueKind::date,      20, 11,  1800, 25040, 25039, "",                "changed"},
-    {12, yes, no,  ValueType::number,   ValueKind::none,      -5, 12,     0,     0,     0, "",                ""},
-    {13, yes, yes, ValueType::time,     ValueKind::time,       6, 13,  1000, 25024, 25023, "",                "length"},
-    {14, yes, yes, ValueType::text,     ValueKind::textBox,    8, 14,  1000, 25042, 25041, "ColFiles",        "file"},
-    {15, yes, yes, ValueType::priority, ValueKind::codeList,   5, 15,   280, 25026, 25025, "",                "priority"},
-    {16, yes, yes, ValueType::date,     ValueKind::date,       4, 16,  1100, 25044, 25043, "ColScheduleTime", "due"},
-    {17, yes, no,  ValueType::number,   ValueKind::none,      -4, 17,     0,     0,     0, "",                ""},
-    {18, yes, yes, ValueType::text,     ValueKind::textBox,   11, 18,  2000, 25028, 25027, "",                "subject"},
-    {19, yes, yes, ValueType::text,     ValueKind::textBox,   91, 19,  2000, 25030, 25029, "",                "note1"},
-    {20, yes, yes, ValueType::text,     ValueKind::textBox,   95, 20,  2000, 25032, 25031, "",                "note2"},
-    {21, yes, yes, ValueType::text,     ValueKind::textBox,    9, 21,  1000, 25046, 25045, "ColColumn1",      "column1"},
-    {22, yes, yes, ValueType::text,     ValueKind::textBox,   10, 23,  1000, 25048, 25047, "ColColumn2",      "column2"},
-    {23, yes, yes, ValueType::text,     ValueKind::textBox,   92, 24,  1500, 25034, 25033, "",                "group"},
-    {24, no,  no,  ValueType::text,     ValueKind::textBox,   13, 25,     0, 25036, 25035, "",                "worktype"},
-    {25, no,  no,  ValueType::status,   ValueKind::codeList,  99, 26,     0, 25038, 25037, "",                "status2"},
-    {26, yes, yes, ValueType::text,     ValueKind::textBox,   -1, 22, 15000, 25006, 25005, "",                "name"},
+    // id, visible, selectable, type, kind, dictation field, position, width, caption, host setting, key, length, codes, sort, sorted by, export
+    {field_id::noField,        no,  no,  T::none,     K::none,     0,                  0,     0, text_id::noFieldCaption,    "",                "",            any, none,          S::text,   field_id::noField,        X::text},
+    {field_id::folder,         yes, yes, T::text,     K::textBox,  d::directory,       1,  1400, text_id::folderCaption,     "",                "folder",      any, none,          S::text,   field_id::folder,         X::text},
+    {field_id::status,         yes, yes, T::status,   K::codeList, d::status,          2,   280, text_id::statusCaption,     "",                "status",      any, statusCodes,   S::number, field_id::status,         X::text},
+    {field_id::marker,         yes, yes, T::marker,   K::none,     d::marker,          3,   280, text_id::markerCaption,     "",                "marker",        6, none,          S::text,   field_id::marker,         X::text},
+    {field_id::authorCode,     yes, yes, T::text,     K::textBox,  d::authorCode,      4,   700, text_id::authorCodeCaption, "",                "author-code", 256, none,          S::text,   field_id::authorCode,     X::text},
+    {field_id::author,         yes, yes, T::text,     K::textBox,  d::author,          5,  1000, text_id::authorCaption,     "",                "author",       25, none,          S::text,   field_id::author,         X::text},
+    {field_id::typist,         yes, yes, T::text,     K::textBox,  d::typist,          6,  1100, text_id::typistCaption,     "",                "typist",      256, none,          S::text,   field_id::typist,         X::text},
+    {field_id::flags,          yes, yes, T::flag,     K::codeList, d::flags,           7,  1500, text_id::flagsCaption,      "",                "flags",       any, flagCodes,     S::number, field_id::flags,          X::text},
+    {field_id::number,         yes, yes, T::text,     K::textBox,  d::number,          8,   600, text_id::numberCaption,     "",                "number",        9, none,          S::text,   field_id::number,         X::number},
+    {field_id::dictated,       yes, yes, T::date,     K::date,     d::dictated,        9,  1800, text_id::dictatedCaption,   "",                "dictated",    any, none,          S::number, field_id::dictatedSerial, X::date},
+    {field_id::dictatedSerial, yes, no,  T::number,   K::none,     d::dictatedSerial, 10,     0, noCaption,                  "",                "",            any, none,          S::number, field_id::dictatedSerial, X::text},
+    {field_id::changed,        yes, yes, T::date,     K::date,     d::changed,        11,  1800, text_id::changedCaption,    "",                "changed",     any, none,          S::number, field_id::changedSerial,  X::date},
+    {field_id::changedSerial,  yes, no,  T::number,   K::none,     d::changedSerial,  12,     0, noCaption,                  "",                "",            any, none,          S::number, field_id::changedSerial,  X::text},
+    {field_id::length,         yes, yes, T::time,     K::time,     d::length,         13,  1000, text_id::lengthCaption,     "",                "length",      any, none,          S::number, field_id::length,         X::length},
+    {field_id::file,           yes, yes, T::text,     K::textBox,  d::file,           14,  1000, text_id::fileCaption,       "ColFiles",        "file",         19, none,          S::text,   field_id::file,           X::text},
+    {field_id::priority,       yes, yes, T::priority, K::codeList, d::priority,       15,   280, text_id::priorityCaption,   "",                "priority",    any, priorityCodes, S::number, field_id::priority,       X::text},
+    {field_id::due,            yes, yes, T::date,     K::date,     d::due,            16,  1100, text_id::dueCaption,        "ColScheduleTime", "due",         any, none,          S::number, field_id::dueSerial,      X::date},
+    {field_id::dueSerial,      yes, no,  T::number,   K::none,     d::dueSerial,      17,     0, noCaption,                  "",                "",            any, none,          S::number, field_id::dueSerial,      X::text},
+    {field_id::subject,        yes, yes, T::text,     K::textBox,  d::subject,        18,  2000, text_id::subjectCaption,    "",                "subject",      55, none,          S::text,   field_id::subject,        X::text},
+    {field_id::note1,          yes, yes, T::text,     K::textBox,  d::note1,          19,  2000, text_id::note1Caption,      "",                "note1",        64, none,          S::text,   field_id::note1,          X::text},
+    {field_id::note2,          yes, yes, T::text,     K::textBox,  d::note2,          20,  2000, text_id::note2Caption,      "",                "note2",        64, none,          S::text,   field_id::note2,          X::text},
+    {field_id::column1,        yes, yes, T::text,     K::textBox,  d::column1,        21,  1000, text_id::column1Caption,    "ColColumn1",      "column1",      14, none,          S::text,   field_id::column1,        X::text},
+    {field_id::column2,        yes, yes, T::text,     K::textBox,  d::column2,        23,  1000, text_id::column2Caption,    "ColColumn2",      "column2",      15, none,          S::text,   field_id::column2,        X::text},
+    {field_id::group,          yes, yes, T::text,     K::textBox,  d::group,          24,  1500, text_id::groupCaption,      "",                "group",        20, none,          S::text,   field_id::group,          X::text},
+    {field_id::worktype,       no,  no,  T::text,     K::textBox,  d::worktype,       25,     0, text_id::worktypeCaption,   "",                "worktype",    any, none,          S::text,   field_id::worktype,       X::text},
+    {field_id::status2,        no,  no,  T::status,   K::codeList, d::secondStatus,   26,     0, text_id::status2Caption,    "",                "status2",       8, none,          S::number, field_id::status2,        X::text},
+    {field_id::name,           yes, yes, T::text,     K::textBox,  d::wholeName,      22, 15000, text_id::nameCaption,       "",                "name",        256, none,          S::text,   field_id::name,           X::text},
 }};
 // clang-format on
 
@@ -120,19 +140,6 @@ std::int32_t fieldIdOfKey(std::string_view key) noexcept {
     return isFieldId(id) ? id : -1;
 }
 
-std::int32_t sortField(std::int32_t id) noexcept {
-    switch (id) {
-    case 9:
-        return 10;
-    case 11:
-        return 12;
-    case 16:
-        return 17;
-    default:
-        return id;
-    }
-}
-
 void BuildSearchFieldTable() {
     std::vector<SearchField> fields;
     fields.reserve(definitions.size());
@@ -152,14 +159,15 @@ std::string GetSearchFieldCaption(std::int32_t id, bool longForm) {
     if (!isFieldId(id))
         return "<?>";
     const FieldDefinition& definition = fieldDefinition(id);
-    if (definition.captionText == 0)
+    if (definition.captionText == noCaption)
         return "-";
     if (!definition.hostCaption.empty())
         if (std::string caption =
                 modWFRoutines::WFGetValue(gridSection, definition.hostCaption, "");
             !caption.empty())
             return caption;
-    return modLanguage::GetText(longForm ? definition.captionText : definition.shortCaptionText);
+    return modLanguage::GetText(longForm ? definition.captionText
+                                         : text_id::shortCaption(definition.captionText));
 }
 
 std::vector<const SearchField*> columnFields() {

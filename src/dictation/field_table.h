@@ -32,8 +32,47 @@ enum class ValueType : std::int32_t {
 // The control that a value is entered with.
 enum class ValueKind : std::int32_t { none = 0, textBox = 1, codeList = 2, date = 3, time = 4 };
 
-constexpr std::int32_t searchFieldCount = 27; // ids 0 to 26
+// Stored in criteria files and settings: never renumber.
+namespace field_id {
 constexpr std::int32_t noField = 0;
+constexpr std::int32_t folder = 1;
+constexpr std::int32_t status = 2;
+constexpr std::int32_t marker = 3;
+constexpr std::int32_t authorCode = 4;
+constexpr std::int32_t author = 5;
+constexpr std::int32_t typist = 6;
+constexpr std::int32_t flags = 7;
+constexpr std::int32_t number = 8;
+constexpr std::int32_t dictated = 9;
+constexpr std::int32_t dictatedSerial = 10; // auxiliary: the dates of the one before as serials
+constexpr std::int32_t changed = 11;
+constexpr std::int32_t changedSerial = 12;
+constexpr std::int32_t length = 13;
+constexpr std::int32_t file = 14;
+constexpr std::int32_t priority = 15;
+constexpr std::int32_t due = 16;
+constexpr std::int32_t dueSerial = 17;
+constexpr std::int32_t subject = 18;
+constexpr std::int32_t note1 = 19;
+constexpr std::int32_t note2 = 20;
+constexpr std::int32_t column1 = 21;
+constexpr std::int32_t column2 = 22;
+constexpr std::int32_t group = 23;
+constexpr std::int32_t worktype = 24;
+constexpr std::int32_t status2 = 25;
+constexpr std::int32_t name = 26;
+} // namespace field_id
+
+constexpr std::int32_t searchFieldCount = 27; // ids 0 to 26
+constexpr std::int32_t noField = field_id::noField;
+
+// By what a list sorts: the shown text, or the number that it stands for.
+enum class SortKind : std::uint8_t { text, number };
+
+// What a value is in forms that know more than text.
+enum class ExportType : std::uint8_t { text, date, length, number };
+
+constexpr std::int32_t noLengthLimit = 32767; // what an entry field takes anyway
 
 // What is fixed about a field.
 struct FieldDefinition {
@@ -46,9 +85,13 @@ struct FieldDefinition {
     std::int32_t position = 0;       // of the column, 1 to 26
     std::int32_t width = 0;          // of the column, twips (1/1440 inch); 0: hidden
     std::int32_t captionText = 0;    // text number of the long caption; 0: "-"
-    std::int32_t shortCaptionText = 0;
-    std::string_view hostCaption; // the host's setting that replaces both captions
-    std::string_view key;         // name in the terminal; empty for auxiliary columns
+    std::string_view hostCaption;    // the host's setting that replaces both captions
+    std::string_view key;            // name in the terminal; empty for auxiliary columns
+    std::int32_t greatestLength = noLengthLimit; // characters that the host's own forms take
+    std::span<const std::int32_t> offeredCodes;  // of a code list, in their order
+    SortKind sortKind = SortKind::text;
+    std::int32_t sortField = noField; // the column that this one is sorted by, mostly itself
+    ExportType exportType = ExportType::text;
 };
 
 // All definitions, by id.
@@ -57,10 +100,6 @@ std::span<const FieldDefinition> fieldDefinitions() noexcept;
 const FieldDefinition& fieldDefinition(std::int32_t id) noexcept;
 // The id of a terminal key ("author") or of a number in the table; -1 for any other text.
 std::int32_t fieldIdOfKey(std::string_view key) noexcept;
-
-// The hidden column that holds a date column's dates as serials, which sort as they should; the
-// field itself for any other.
-std::int32_t sortField(std::int32_t id) noexcept;
 
 // A field as the program works with it: its definition with captions in the user's language and
 // the user's choice of columns.

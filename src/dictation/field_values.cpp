@@ -65,8 +65,6 @@ double dateNumber(std::string_view value) {
     return serial ? serial->day + serial->second / secondsPerDay : noNumber;
 }
 
-constexpr std::int32_t numberField = 8; // text by its type, since it may be anything
-
 std::optional<TypedValue> exactNumber(std::string_view text) {
     constexpr std::size_t exactDigits = 15; // of the numbers of spreadsheets and of JSON readers
     std::int64_t number = 0;
@@ -100,8 +98,7 @@ std::string shownValue(std::int32_t field, const Dictation& dictation) {
 }
 
 bool sortsByNumber(std::int32_t field) noexcept {
-    const ValueType type = fieldDefinition(field).valueType;
-    return type != ValueType::text && type != ValueType::marker && type != ValueType::none;
+    return fieldDefinition(field).sortKind == SortKind::number;
 }
 
 double sortNumber(std::int32_t field, const Dictation& dictation) {
@@ -132,13 +129,19 @@ std::optional<TypedValue> typedValue(std::int32_t field, const Dictation& dictat
     const FieldDefinition& definition = fieldDefinition(field);
     std::string value;
     readField(definition.dictationField, dictation, value);
-    if (definition.valueType == ValueType::date)
+    switch (definition.exportType) {
+    case ExportType::date:
         return readDateOrSerial(value);
-    if (definition.valueType == ValueType::time) {
+    case ExportType::length: {
         const auto seconds = readSeconds(value);
         return seconds ? std::optional<TypedValue>(Seconds{*seconds}) : std::nullopt;
     }
-    return field == numberField ? exactNumber(value) : std::nullopt;
+    case ExportType::number:
+        return exactNumber(value);
+    case ExportType::text:
+        break;
+    }
+    return std::nullopt;
 }
 
 } // namespace ov::modDictation

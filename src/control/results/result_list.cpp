@@ -30,7 +30,7 @@ constexpr int mostRowsToJumpIn = 20000;
 // column of their own.
 std::int32_t indicatedField(std::int32_t field) {
     for (const modDictation::FieldDefinition& definition : modDictation::fieldDefinitions())
-        if (modDictation::sortField(definition.id) == field && definition.id != field)
+        if (definition.sortField == field && definition.id != field)
             return definition.id;
     return field;
 }
@@ -88,7 +88,7 @@ void ResultList::setHits(std::unique_ptr<modDictation::DictationList> hits) {
 // Dates are sorted by the hidden column that holds them as serial numbers.
 int ResultList::sortColumnOf(int column) const {
     const std::int32_t field = model_->columns().at(static_cast<std::size_t>(column)).field;
-    const int sortColumn = model_->columnOf(modDictation::sortField(field));
+    const int sortColumn = model_->columnOf(modDictation::fieldDefinition(field).sortField);
     return sortColumn < 0 ? column : sortColumn;
 }
 

@@ -19,19 +19,6 @@ namespace ov::modDictation {
 
 namespace {
 
-// The orders are what users are used to, not numeric.
-constexpr std::array<std::int32_t, 5> textOperators = {17, 18, 19, 20, 21};
-constexpr std::array<std::int32_t, 17> dateOperators = {2,  3,  4,  5,  6,  7,  8,  9, 10,
-                                                        11, 12, 13, 14, 15, 16, 20, 21};
-constexpr std::array<std::int32_t, 7> timeOperators = {25, 26, 27, 24, 31, 20, 21};
-constexpr std::array<std::int32_t, 9> numberOperators = {25, 26, 27, 24, 28, 29, 30, 20, 21};
-constexpr std::array<std::int32_t, 4> codeOperators = {25, 24, 20, 21};
-constexpr std::array<std::int32_t, 2> markerOperators = {32, 33};
-
-constexpr std::array<std::int32_t, 4> statusCodes = {6, 7, 8, 9};
-constexpr std::array<std::int32_t, 8> flagCodes = {10, 11, 12, 13, 14, 15, 16, 17};
-constexpr std::array<std::int32_t, 5> priorityCodes = {1, 2, 3, 4, 5};
-
 constexpr std::size_t partCount = 4;
 
 using Parts = std::array<std::string_view, partCount>;
@@ -132,62 +119,6 @@ CriteriaLines readCriteriaLines(std::string_view content) {
         },
         "\r\n");
     return lines;
-}
-
-std::span<const std::int32_t> offeredOperators(ValueType type) noexcept {
-    switch (type) {
-    case ValueType::text:
-        return textOperators;
-    case ValueType::date:
-        return dateOperators;
-    case ValueType::time:
-        return timeOperators;
-    case ValueType::number:
-        return numberOperators;
-    case ValueType::code:
-    case ValueType::status:
-    case ValueType::priority:
-    case ValueType::flag:
-        return codeOperators;
-    case ValueType::marker:
-        return markerOperators;
-    case ValueType::none:
-        break;
-    }
-    return {};
-}
-
-int operatorValueCount(std::int32_t operatorId) noexcept {
-    switch (operatorId) {
-    case operator_id::betweenDates:
-    case operator_id::betweenNumbers:
-    case operator_id::betweenTimes:
-        return 2;
-    case operator_id::isEmpty:
-    case operator_id::isNotEmpty:
-        return 0;
-    default:
-        return operatorId >= operator_id::onDate && operatorId <= operator_id::lessThan ? 1 : 0;
-    }
-}
-
-std::string GetOperatorText(std::int32_t operatorId) {
-    if (operatorId < operator_id::any || operatorId > operator_id::notMarked)
-        return {};
-    return modLanguage::GetText(text_id::operatorBase + operatorId);
-}
-
-std::span<const std::int32_t> offeredCodes(std::int32_t field) noexcept {
-    switch (field) {
-    case 2:
-        return statusCodes;
-    case 7:
-        return flagCodes;
-    case 15:
-        return priorityCodes;
-    default:
-        return {};
-    }
 }
 
 std::string GetCriterionValueText(std::int32_t field, std::string_view value1,

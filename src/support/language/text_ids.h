@@ -199,9 +199,43 @@ constexpr std::int32_t valueRequired = 29001;
 // is in the field table.
 constexpr std::int32_t firstFieldCaption = 25001;
 constexpr std::int32_t lastFieldCaption = 25048;
+// The long ones; the short one of a field stands before it.
+constexpr std::int32_t noFieldCaption = 25002;
+constexpr std::int32_t folderCaption = 25004;
+constexpr std::int32_t nameCaption = 25006;
+constexpr std::int32_t statusCaption = 25008;
+constexpr std::int32_t markerCaption = 25010;
+constexpr std::int32_t authorCodeCaption = 25012;
+constexpr std::int32_t authorCaption = 25014;
+constexpr std::int32_t typistCaption = 25016;
+constexpr std::int32_t flagsCaption = 25018;
+constexpr std::int32_t numberCaption = 25020;
+constexpr std::int32_t dictatedCaption = 25022;
+constexpr std::int32_t lengthCaption = 25024;
+constexpr std::int32_t priorityCaption = 25026;
+constexpr std::int32_t subjectCaption = 25028;
+constexpr std::int32_t note1Caption = 25030;
+constexpr std::int32_t note2Caption = 25032;
+constexpr std::int32_t groupCaption = 25034;
+constexpr std::int32_t worktypeCaption = 25036;
+constexpr std::int32_t status2Caption = 25038;
+constexpr std::int32_t changedCaption = 25040;
+constexpr std::int32_t fileCaption = 25042;
+constexpr std::int32_t dueCaption = 25044;
+constexpr std::int32_t column1Caption = 25046;
+constexpr std::int32_t column2Caption = 25048;
+constexpr std::int32_t shortCaption(std::int32_t caption) noexcept {
+    return caption - 1;
+}
 
 // Priorities, states and flags; which code has which text is in GetStatusText.
 constexpr std::int32_t firstCodeText = 25101;
+// The texts are older than the codes: some stand elsewhere than their code would say.
+constexpr std::int32_t rohText = 25106;
+constexpr std::int32_t wavText = 25107;
+constexpr std::int32_t sixthFlagText = 25115;
+constexpr std::int32_t severalFlagsText = 25116;
+constexpr std::int32_t seventhFlagText = 25118;
 constexpr std::int32_t rangeAnd = 25117; // between two values, with its own blanks
 constexpr std::int32_t lastCodeText = 25118;
 
