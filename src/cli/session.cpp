@@ -9,6 +9,7 @@
 #include "platform/known_folders.h"
 #include "platform/process_locale.h"
 #include "plugin/modOVPlugIn.h"
+#include "support/language/language_id.h"
 #include "support/language/modLanguage.h"
 #include "support/language/text_ids.h"
 #include "support/modFilePath.h"
@@ -18,13 +19,10 @@ namespace ov::cli {
 
 namespace {
 
-constexpr std::int32_t german = 7;
-constexpr std::int32_t english = 9;
-
 std::int32_t languageNumber(const SessionOptions& options) {
     const std::string name =
         options.language ? *options.language : platform::environmentLocale("LC_MESSAGES");
-    return name.starts_with("de") ? german : english;
+    return name.starts_with("de") ? language_id::german : language_id::english;
 }
 
 std::string directoryAnswer(std::span<HostArgument> arguments) {

@@ -211,11 +211,7 @@ void ctrlOVSearch::addCriterion() {
     const auto made = openEditor({});
     if (!made)
         return;
-    const bool isNew = view_.lvSearchCriteria->addOnce(*made);
-    saveCriteria();
-    if (!isNew && !isEnding())
-        modUtil::ShowMessage(text_id::duplicateCriterion, platform::MessageIcon::information, {},
-                             this);
+    keepCriterion(view_.lvSearchCriteria->addOnce(*made));
 }
 
 void ctrlOVSearch::editCriterion() {
@@ -224,7 +220,10 @@ void ctrlOVSearch::editCriterion() {
     const auto changed = openEditor(view_.lvSearchCriteria->selected());
     if (!changed)
         return;
-    const bool isNew = view_.lvSearchCriteria->replaceSelected(*changed);
+    keepCriterion(view_.lvSearchCriteria->replaceSelected(*changed));
+}
+
+void ctrlOVSearch::keepCriterion(bool isNew) {
     saveCriteria();
     if (!isNew && !isEnding())
         modUtil::ShowMessage(text_id::duplicateCriterion, platform::MessageIcon::information, {},

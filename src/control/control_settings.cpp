@@ -4,7 +4,6 @@
 #include "control/control_settings.h"
 
 #include "dictation/field_table.h"
-#include "support/modINI.h"
 #include "support/numbers.h"
 
 #include <limits>
@@ -12,8 +11,6 @@
 namespace ov {
 
 namespace {
-
-constexpr std::string_view section = "OVSearch.ctrlOVSearch";
 
 // Stored: never rename.
 namespace key {
@@ -47,53 +44,40 @@ bool isField(std::int32_t id) {
 
 } // namespace
 
-std::string ControlSettings::read(std::string_view settingKey) const {
-    return file_.empty() ? std::string()
-                         : modINI::ReadIniValueDirect(section, settingKey, {}, file_);
-}
-
-std::int32_t ControlSettings::readNumber(std::string_view settingKey, std::int32_t defaultValue,
-                                         std::int32_t minimum, std::int32_t maximum) const {
-    return file_.empty()
-               ? defaultValue
-               : modINI::ReadIniNumber(section, settingKey, defaultValue, minimum, maximum, file_);
-}
-
 void ControlSettings::markAsCopied() const {
-    if (!file_.empty() && !modINI::ReadIniBoolean(section, key::settingsCopied, false, file_))
-        modINI::WriteIniBoolean(section, key::settingsCopied, true, file_);
+    if (!settings_.boolean(key::settingsCopied, false))
+        settings_.setBoolean(key::settingsCopied, true);
 }
 
 std::int32_t ControlSettings::listSortKey() const {
-    return readNumber(key::listSortKey, 1, lowest, highest);
+    return settings_.number(key::listSortKey, 1, lowest, highest);
 }
 
 std::int32_t ControlSettings::listSortOrder() const {
-    return readNumber(key::listSortOrder, 0, 0, 1);
+    return settings_.number(key::listSortOrder, 0, 0, 1);
 }
 
 void ControlSettings::setListSort(std::int32_t sortKey, std::int32_t order) const {
-    writeNumber(key::listSortKey, sortKey);
-    writeNumber(key::listSortOrder, order);
+    settings_.setNumber(key::listSortKey, sortKey);
+    settings_.setNumber(key::listSortOrder, order);
 }
 
 bool ControlSettings::searchCompareAnd() const {
-    return file_.empty() || modINI::ReadIniBoolean(section, key::searchCompareAnd, true, file_);
+    return settings_.boolean(key::searchCompareAnd, true);
 }
 
 void ControlSettings::setSearchCompareAnd(bool compareAnd) const {
-    if (!file_.empty())
-        modINI::WriteIniBoolean(section, key::searchCompareAnd, compareAnd, file_);
+    settings_.setBoolean(key::searchCompareAnd, compareAnd);
 }
 
 ColumnLayout ControlSettings::columnLayout() const {
     std::vector<std::int32_t> order;
     std::vector<ColumnLayout::Width> widths;
-    forEachPart(read(key::columnOrder), [&](std::string_view part) {
+    forEachPart(settings_.text(key::columnOrder), [&](std::string_view part) {
         if (const std::int32_t id = leadingInt32(part); isField(id))
             order.push_back(id);
     });
-    forEachPart(read(key::columnWidths), [&](std::string_view part) {
+    forEachPart(settings_.text(key::columnWidths), [&](std::string_view part) {
         const std::size_t colon = part.find(':');
         const std::int32_t id = leadingInt32(part);
         if (colon == std::string_view::npos || !isField(id))
@@ -105,8 +89,6 @@ ColumnLayout ControlSettings::columnLayout() const {
 }
 
 void ControlSettings::setColumnLayout(const ColumnLayout& layout) const {
-    if (file_.empty())
-        return;
     std::string order;
     for (const std::int32_t id : layout.order())
         order.append(order.empty() ? "" : ",").append(std::to_string(id));
@@ -116,37 +98,32 @@ void ControlSettings::setColumnLayout(const ColumnLayout& layout) const {
             .append(std::to_string(id))
             .append(":")
             .append(std::to_string(width));
-    modINI::WriteIniString(section, key::columnOrder, order, file_);
-    modINI::WriteIniString(section, key::columnWidths, widths, file_);
-}
-
-void ControlSettings::writeNumber(std::string_view settingKey, std::int32_t number) const {
-    if (!file_.empty())
-        modINI::WriteIniNumber(section, settingKey, number, file_);
+    settings_.setText(key::columnOrder, order);
+    settings_.setText(key::columnWidths, widths);
 }
 
 std::int32_t ControlSettings::backUpSeconds() const {
-    return readNumber(key::backUpSeconds, 0, 0, 10);
+    return settings_.number(key::backUpSeconds, 0, 0, 10);
 }
 
 void ControlSettings::setBackUpSeconds(std::int32_t seconds) const {
-    writeNumber(key::backUpSeconds, seconds);
+    settings_.setNumber(key::backUpSeconds, seconds);
 }
 
 std::int32_t ControlSettings::speedPercent() const {
-    return readNumber(key::speedPercent, 100, 50, 200);
+    return settings_.number(key::speedPercent, 100, 50, 200);
 }
 
 void ControlSettings::setSpeedPercent(std::int32_t percent) const {
-    writeNumber(key::speedPercent, percent);
+    settings_.setNumber(key::speedPercent, percent);
 }
 
 std::int32_t ControlSettings::criteriaShare() const {
-    return readNumber(key::criteriaShare, 300, 0, 1000);
+    return settings_.number(key::criteriaShare, 300, 0, 1000);
 }
 
 void ControlSettings::setCriteriaShare(std::int32_t thousandths) const {
-    writeNumber(key::criteriaShare, thousandths);
+    settings_.setNumber(key::criteriaShare, thousandths);
 }
 
 } // namespace ov

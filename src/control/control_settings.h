@@ -4,10 +4,11 @@
 #pragma once
 
 #include "control/results/column_layout.h"
+#include "support/ini_section.h"
 
 #include <cstdint>
 #include <string>
-#include <string_view>
+#include <utility>
 
 namespace ov {
 
@@ -16,10 +17,9 @@ namespace ov {
 // does nothing.
 class ControlSettings {
 public:
-    ControlSettings() = default;
-    explicit ControlSettings(std::string file) : file_(std::move(file)) {}
+    explicit ControlSettings(std::string file = {}) : settings_(controlSection, std::move(file)) {}
 
-    const std::string& file() const { return file_; }
+    const std::string& file() const { return settings_.file(); }
 
     // Sets the marker that older versions looked for; nothing else is copied.
     void markAsCopied() const;
@@ -44,12 +44,7 @@ public:
     void setCriteriaShare(std::int32_t thousandths) const;
 
 private:
-    std::string read(std::string_view key) const;
-    void writeNumber(std::string_view key, std::int32_t number) const;
-    std::int32_t readNumber(std::string_view key, std::int32_t defaultValue, std::int32_t minimum,
-                            std::int32_t maximum) const;
-
-    std::string file_;
+    IniSection settings_;
 };
 
 } // namespace ov

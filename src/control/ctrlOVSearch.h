@@ -121,6 +121,7 @@ private:
     void editCriterion();
     void deleteCriterion();
     std::optional<std::string> openEditor(const std::string& criteriaString);
+    void keepCriterion(bool isNew);
     void saveCriteria();
     void compareChanged();
     void endPlayer() const;

@@ -60,8 +60,7 @@ QDate readDate(const std::string& value) {
 
 QTime readTime(const std::string& value) {
     const auto seconds = modDictation::readSeconds(value);
-    constexpr std::int32_t secondsPerDay = 86400;
-    if (!seconds || *seconds >= secondsPerDay)
+    if (!seconds || *seconds >= modDictation::secondsPerDay)
         return {};
     return QTime(0, 0).addSecs(*seconds);
 }

@@ -82,14 +82,6 @@ bool isInAnyCase(std::string_view text, std::string_view capitals) noexcept {
                       [](char c, char capital) { return c == capital || (c & ~0x20) == capital; });
 }
 
-// `bytes` as they are when they are UTF-8, else read as Windows-1252.
-void appendText(std::string_view bytes, std::string& out) {
-    if (platform::isValidUtf8(bytes))
-        out.append(bytes);
-    else
-        platform::appendWindows1252(bytes, out);
-}
-
 void readSerial(std::int32_t field, std::string_view path, std::string_view name,
                 std::string& value) {
     GetDictationField(field, path, name, value);
@@ -153,7 +145,7 @@ void appendDirectoryText(std::string_view path, std::string& out) {
         path.remove_suffix(1);
     std::size_t at = path.rfind('\\');
     if (at == std::string_view::npos) {
-        appendText(path, out);
+        platform::appendTextFromBytes(path, out);
         return;
     }
     // Finished dictations lie in "ERL" below every ward: the ward's name must be seen as well.
@@ -161,7 +153,7 @@ void appendDirectoryText(std::string_view path, std::string& out) {
         if (const std::size_t above = path.rfind('\\', at - 1); above != std::string_view::npos)
             at = above;
     out.append("...");
-    appendText(path.substr(at), out);
+    platform::appendTextFromBytes(path.substr(at), out);
 }
 
 std::string GetDirectoryText(std::string_view path) {

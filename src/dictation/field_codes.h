@@ -14,6 +14,11 @@ namespace ov::modDictation {
 
 constexpr std::int32_t noCode = 0;
 
+// What the marker field holds for a marked dictation, in either case.
+constexpr bool isMarked(std::string_view value) noexcept {
+    return value == "D" || value == "d";
+}
+
 namespace priority_code {
 constexpr std::int32_t normal = 1;
 constexpr std::int32_t deadline = 2;

@@ -20,7 +20,6 @@ using std::chrono::days;
 using std::chrono::sys_days;
 
 constexpr sys_days origin{std::chrono::year{1899} / 12 / 30};
-constexpr std::int32_t secondsPerDay = 86400;
 constexpr std::size_t shortestDate = 8;
 
 constexpr std::int32_t serialDay(int year, int month, int day) noexcept {
@@ -156,7 +155,7 @@ std::optional<DateSerial> readDateOrSerial(std::string_view text) noexcept {
 
 void appendSerialText(const DateSerial& serial, std::string& out) {
     constexpr int digits = 15;
-    const double value = serial.day + static_cast<double>(serial.second) / secondsPerDay;
+    const double value = daysOf(serial);
     std::array<char, 40> text{};
     const auto [end, error] = std::to_chars(text.data(), text.data() + text.size(), value,
                                             std::chars_format::general, digits);

@@ -17,12 +17,19 @@
 
 namespace ov::modDictation {
 
+constexpr std::int32_t secondsPerDay = 86400;
+
 struct DateSerial {
     std::int32_t day = 0;    // days since 30 December 1899
     std::int32_t second = 0; // of the day, 0 to 86399
     bool hasTime = false;    // a time was written, also if it is midnight
     bool operator==(const DateSerial&) const = default;
 };
+
+// Days and parts of a day, as spreadsheets count.
+constexpr double daysOf(const DateSerial& serial) noexcept {
+    return serial.day + serial.second / static_cast<double>(secondsPerDay);
+}
 
 // The written form: day, month and year parted by "-" or ".", then, unless `dateOnly`, a blank
 // and hours, minutes and seconds parted by "$" ("24.12.2003 17$05$00"). Months, days and times

@@ -61,8 +61,7 @@ std::string codeText(std::int32_t dictationField, std::string value) {
 
 double dateNumber(std::string_view value) {
     const auto serial = readDateOrSerial(value);
-    constexpr double secondsPerDay = 86400;
-    return serial ? serial->day + serial->second / secondsPerDay : noNumber;
+    return serial ? daysOf(*serial) : noNumber;
 }
 
 std::optional<TypedValue> exactNumber(std::string_view text) {

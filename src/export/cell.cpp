@@ -12,8 +12,7 @@ std::string cellBytes(const Column& column, const Dictation& dictation) {
 }
 
 std::string cellText(const Column& column, const Dictation& dictation) {
-    std::string text = cellBytes(column, dictation);
-    return platform::isValidUtf8(text) ? text : platform::textFromBytes(text);
+    return platform::textFromBytes(cellBytes(column, dictation));
 }
 
 std::optional<modDictation::TypedValue> cellValue(const Column& column,

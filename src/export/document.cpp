@@ -7,6 +7,7 @@
 #include "platform/files.h"
 #include "platform/locale.h"
 #include "platform/text.h"
+#include "support/language/language_id.h"
 #include "support/language/modLanguage.h"
 #include "support/language/text_ids.h"
 
@@ -15,8 +16,6 @@ namespace ov::exporting {
 using modLanguage::GetText;
 
 namespace {
-
-constexpr std::int32_t german = 7;
 
 std::vector<std::string> criteriaInWords(const modDictation::Search& search) {
     std::vector<std::string> lines;
@@ -43,7 +42,7 @@ Document describe(const modDictation::Search& search) {
     Document document;
     document.title = GetText(text_id::defaultPrintTitle);
     const std::int32_t language = modLanguage::Language();
-    document.language = language == 0 || language == german ? "de" : "en";
+    document.language = language_id::isGerman(language) ? "de" : "en";
     document.criteria = criteriaInWords(search);
     document.madeOn = GetText(text_id::printedOn, {platform::formatShortDate(platform::now())});
     document.storeFolder = platform::textFromBytes(platform::toNativePath(search.root));

@@ -3,13 +3,9 @@
 
 #include "export/export_settings.h"
 
-#include "support/modINI.h"
-
 namespace ov::exporting {
 
 namespace {
-
-constexpr std::string_view section = "OVSearch.ctrlOVSearch";
 
 // Stored: never rename.
 namespace key {
@@ -23,39 +19,30 @@ constexpr std::string_view orientation = "PrintOrientation"; // as enum Orientat
 } // namespace
 
 std::string ExportSettings::folder() const {
-    return file_.empty() ? std::string()
-                         : modINI::ReadIniPath(section, key::folder, {}, file_, false);
+    return settings_.path(key::folder);
 }
 
 void ExportSettings::setFolder(const std::string& folder) const {
-    if (!file_.empty())
-        modINI::WriteIniPath(section, key::folder, folder, file_);
+    settings_.setPath(key::folder, folder);
 }
 
 Format ExportSettings::format() const {
-    if (file_.empty())
-        return Format::pdf;
-    return formatOfFile(modINI::ReadIniValueDirect(section, key::format, {}, file_))
-        .value_or(Format::pdf);
+    return formatOfFile(settings_.text(key::format)).value_or(Format::pdf);
 }
 
 void ExportSettings::setFormat(Format format) const {
-    if (!file_.empty())
-        modINI::WriteIniString(section, key::format, formatInfo(format).ending, file_);
+    settings_.setText(key::format, formatInfo(format).ending);
 }
 
 PageStyle ExportSettings::pageStyle() const {
-    PageStyle style;
-    if (file_.empty())
-        return style;
     constexpr std::int32_t smallest = 4;
     constexpr std::int32_t largest = 36;
-    style.fontName = modINI::ReadIniValueDirect(section, key::fontName, {}, file_);
-    style.fontSize = modINI::ReadIniNumber(section, key::fontSize, 0, 0, largest, file_);
+    PageStyle style;
+    style.fontName = settings_.text(key::fontName);
+    style.fontSize = settings_.number(key::fontSize, 0, 0, largest);
     if (style.fontSize < smallest)
         style.fontSize = 0;
-    style.orientation =
-        static_cast<Orientation>(modINI::ReadIniNumber(section, key::orientation, 0, 0, 2, file_));
+    style.orientation = static_cast<Orientation>(settings_.number(key::orientation, 0, 0, 2));
     return style;
 }
 

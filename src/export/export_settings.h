@@ -5,6 +5,7 @@
 
 #include "export/document.h"
 #include "export/file_export.h"
+#include "support/ini_section.h"
 
 #include <string>
 #include <utility>
@@ -15,7 +16,7 @@ namespace ov::exporting {
 // Reading gives the default for what is missing; writing without a file does nothing.
 class ExportSettings {
 public:
-    explicit ExportSettings(std::string file) : file_(std::move(file)) {}
+    explicit ExportSettings(std::string file) : settings_(controlSection, std::move(file)) {}
 
     // Where the last file went, ending in "\"; empty before the first.
     std::string folder() const;
@@ -28,7 +29,7 @@ public:
     PageStyle pageStyle() const;
 
 private:
-    std::string file_;
+    IniSection settings_;
 };
 
 } // namespace ov::exporting

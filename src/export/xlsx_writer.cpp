@@ -23,7 +23,6 @@ namespace ov::exporting {
 
 namespace {
 
-constexpr double secondsPerDay = 86400;
 // Spreadsheets hold 29 February 1900 for a day, so only from here on do their serials agree.
 constexpr std::int32_t firstSafeDay = 61;
 
@@ -187,11 +186,11 @@ private:
     bool writeValue(lxw_row_t row, lxw_col_t column, const modDictation::DateSerial& date) {
         if (date.day < firstSafeDay)
             return false;
-        return writeNumber(row, column, date.day + date.second / secondsPerDay,
-                           date.hasTime ? dateTime_ : date_);
+        return writeNumber(row, column, daysOf(date), date.hasTime ? dateTime_ : date_);
     }
     bool writeValue(lxw_row_t row, lxw_col_t column, modDictation::Seconds seconds) {
-        return writeNumber(row, column, seconds.count / secondsPerDay, length_);
+        return writeNumber(
+            row, column, seconds.count / static_cast<double>(modDictation::secondsPerDay), length_);
     }
     bool writeValue(lxw_row_t row, lxw_col_t column, std::int64_t number) {
         return writeNumber(row, column, static_cast<double>(number), nullptr);

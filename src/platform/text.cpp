@@ -139,11 +139,16 @@ void appendWindows1252(std::string_view bytes, std::string& utf8) {
 }
 
 std::string textFromBytes(std::string_view bytes) {
-    if (isValidUtf8(bytes))
-        return std::string(bytes);
     std::string text;
-    appendWindows1252(bytes, text);
+    appendTextFromBytes(bytes, text);
     return text;
+}
+
+void appendTextFromBytes(std::string_view bytes, std::string& out) {
+    if (isValidUtf8(bytes))
+        out.append(bytes);
+    else
+        appendWindows1252(bytes, out);
 }
 
 std::optional<std::string> toWindows1252(std::string_view utf8) {

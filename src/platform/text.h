@@ -20,6 +20,7 @@ void appendWindows1252(std::string_view bytes, std::string& utf8);
 
 // `bytes` as they are when they are UTF-8, else read as Windows-1252.
 std::string textFromBytes(std::string_view bytes);
+void appendTextFromBytes(std::string_view bytes, std::string& out);
 
 // Empty when a character is missing from the code page. `utf8` must be valid.
 std::optional<std::string> toWindows1252(std::string_view utf8);

@@ -2,29 +2,17 @@
 // SPDX-License-Identifier: MIT
 #include "sound/media.h"
 
-#include <utility>
+#include "platform/installed.h"
 
 namespace ov::sound {
 
-namespace {
-
-struct State {
-    MediaCalls* installed = nullptr;
-};
-
-State& state() {
-    thread_local State threadState;
-    return threadState;
-}
-
-} // namespace
-
 MediaCalls* installMediaCalls(MediaCalls* calls) {
-    return std::exchange(state().installed, calls);
+    return platform::installOnThread(calls);
 }
 
 MediaCalls& mediaCalls() {
-    return state().installed != nullptr ? *state().installed : systemMediaCalls();
+    auto* installed = platform::installedOnThread<MediaCalls>();
+    return installed != nullptr ? *installed : systemMediaCalls();
 }
 
 } // namespace ov::sound

@@ -2,29 +2,17 @@
 // SPDX-License-Identifier: MIT
 #include "sound/mixer.h"
 
-#include <utility>
+#include "platform/installed.h"
 
 namespace ov::sound {
 
-namespace {
-
-struct State {
-    MixerCalls* installed = nullptr;
-};
-
-State& state() {
-    thread_local State threadState;
-    return threadState;
-}
-
-} // namespace
-
 MixerCalls* installMixerCalls(MixerCalls* calls) {
-    return std::exchange(state().installed, calls);
+    return platform::installOnThread(calls);
 }
 
 MixerCalls& mixerCalls() {
-    return state().installed != nullptr ? *state().installed : systemMixerCalls();
+    auto* installed = platform::installedOnThread<MixerCalls>();
+    return installed != nullptr ? *installed : systemMixerCalls();
 }
 
 } // namespace ov::sound

@@ -6,13 +6,12 @@
 #include "platform/files.h"
 #include "platform/locale.h"
 #include "platform/text.h"
+#include "support/language/language_id.h"
 #include "support/language/modLanguage.h"
 
 namespace ov::widgets {
 
 namespace {
-
-constexpr std::int32_t german = 7;
 
 QString withQtLineBreaks(const std::string& text) {
     return toQt(text).replace(QLatin1String("\r\n"), QLatin1String("\n"));
@@ -21,10 +20,7 @@ QString withQtLineBreaks(const std::string& text) {
 } // namespace
 
 QString toQt(std::string_view text) {
-    const auto fromUtf8 = [](std::string_view utf8) {
-        return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
-    };
-    return platform::isValidUtf8(text) ? fromUtf8(text) : fromUtf8(platform::textFromBytes(text));
+    return QString::fromStdString(platform::textFromBytes(text));
 }
 
 std::string toUtf8(const QString& text) {
@@ -52,8 +48,8 @@ QString nativePathText(std::string_view path) {
 
 QLocale languageLocale() {
     const std::int32_t language = modLanguage::Language();
-    return language == 0 || language == german ? QLocale(QLocale::German, QLocale::Germany)
-                                               : QLocale(QLocale::English, QLocale::UnitedKingdom);
+    return language_id::isGerman(language) ? QLocale(QLocale::German, QLocale::Germany)
+                                           : QLocale(QLocale::English, QLocale::UnitedKingdom);
 }
 
 QString shortDateFormat() {

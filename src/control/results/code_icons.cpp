@@ -44,7 +44,7 @@ QString codeIconName(std::int32_t field, const modDictation::Dictation& dictatio
     case ValueType::priority:
         return numbered("priority", code());
     case ValueType::marker:
-        return value == "D" || value == "d" ? QStringLiteral("marker") : QString();
+        return modDictation::isMarked(value) ? QStringLiteral("marker") : QString();
     case ValueType::flag:
         return code() == modDictation::noCode ? QString() : QStringLiteral("flags");
     default:

@@ -61,7 +61,7 @@ bool matchCode(std::int32_t code, const PreparedCriterion& criterion) noexcept {
 }
 
 bool matchMarker(std::string_view value, const PreparedCriterion& criterion) {
-    const bool marked = value == "D" || value == "d";
+    const bool marked = isMarked(value);
     if (criterion.operatorId == operator_id::marked)
         return marked;
     return criterion.operatorId == operator_id::notMarked && !marked;

@@ -9,6 +9,7 @@
 #include "dictation/search/ordered_steps.h"
 #include "platform/user_interface.h"
 #include "support/block_arena.h"
+#include "support/language/language_id.h"
 #include "support/language/modLanguage.h"
 
 #include <unicode/uloc.h>
@@ -23,15 +24,13 @@ namespace ov::modDictation {
 
 namespace {
 
-constexpr std::int32_t german = 7;
-
 // The alphabet of the user's country; a process without a country takes that of the language.
 std::string alphabet() {
     std::string locale = uloc_getDefault();
     if (!locale.starts_with("en_US_POSIX"))
         return locale;
     const std::int32_t language = modLanguage::Language();
-    return language == 0 || language == german ? "de" : "en";
+    return language_id::isGerman(language) ? "de" : "en";
 }
 
 struct NumberEntry {

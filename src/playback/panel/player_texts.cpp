@@ -3,6 +3,7 @@
 
 #include "playback/panel/player_texts.h"
 
+#include "dictation/field_date.h"
 #include "platform/text.h"
 #include "support/language/text_ids.h"
 #include "widgets/text.h"
@@ -42,14 +43,7 @@ QString MciModeText(std::string_view mode) {
 }
 
 QString FormatPlayTime(std::int32_t position, std::int32_t rate) {
-    if (rate <= 0)
-        return QStringLiteral("00:00:00");
-    const std::int32_t seconds = position / rate;
-    const auto twoDigits = [](std::int32_t number) {
-        return QStringLiteral("%1").arg(number, 2, 10, QLatin1Char('0'));
-    };
-    return twoDigits(seconds / 3600) + QLatin1Char(':') + twoDigits(seconds % 3600 / 60) +
-           QLatin1Char(':') + twoDigits(seconds % 60);
+    return widgets::toQt(modDictation::secondsText(rate > 0 ? position / rate : 0));
 }
 
 } // namespace ov

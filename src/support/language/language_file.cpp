@@ -4,6 +4,7 @@
 #include "support/language/language_file.h"
 
 #include "platform/text.h"
+#include "support/language/language_id.h"
 #include "support/numbers.h"
 #include "support/text_lines.h"
 
@@ -12,9 +13,6 @@
 namespace ov {
 
 namespace {
-
-constexpr std::int32_t german = 7;
-constexpr std::int32_t english = 9;
 
 constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 
@@ -73,9 +71,9 @@ LanguageFile LanguageFile::parse(std::string_view content) {
 std::optional<std::string_view> LanguageFile::find(std::int32_t number, std::int32_t language,
                                                    std::int32_t subLanguage) const {
     if (language == 0)
-        language = german;
-    for (const SectionId& id :
-         {SectionId(language, subLanguage), SectionId(language, 0), SectionId(english, 0)})
+        language = language_id::german;
+    for (const SectionId& id : {SectionId(language, subLanguage), SectionId(language, 0),
+                                SectionId(language_id::english, 0)})
         if (const std::string* text = findIn(id, number))
             return *text;
     return std::nullopt;

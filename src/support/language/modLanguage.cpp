@@ -5,6 +5,7 @@
 
 #include "support/language/english_texts.h"
 #include "support/language/language_file.h"
+#include "support/language/language_id.h"
 #include "support/language/resource_gateway.h"
 #include "support/language/text_expansion.h"
 #include "support/language/text_ids.h"
@@ -28,9 +29,6 @@ constexpr std::string_view defaultControlFile = "OVSearch.drl";
 
 constexpr std::int32_t firstHostText = 20000;
 constexpr std::int32_t lastText = 29999;
-
-constexpr std::int32_t german = 7;
-constexpr std::int32_t english = 9;
 
 using Arguments = std::span<const std::string_view>;
 
@@ -62,11 +60,13 @@ const LanguageFile& builtInTexts() {
 // A file that lacks one of our own texts is no reason for a button without a caption.
 std::string standardText(std::int32_t number) {
     std::string text = GetResText(number, hostStandardFile);
-    return text.empty() ? std::string(builtInTexts().find(number, english, 0).value_or("")) : text;
+    return text.empty()
+               ? std::string(builtInTexts().find(number, language_id::english, 0).value_or(""))
+               : text;
 }
 
 void tellOfMissingStandardTexts() {
-    const std::vector<std::int32_t> numbers = builtInTexts().numbers(english);
+    const std::vector<std::int32_t> numbers = builtInTexts().numbers(language_id::english);
     const bool complete = std::none_of(numbers.begin(), numbers.end(), [](std::int32_t number) {
         return GetResText(number, hostStandardFile).empty();
     });
@@ -116,7 +116,7 @@ bool LoadLanguageFile() {
 
 void ShowLanguageLoadFailure() {
     const std::string& file = state().controlFile;
-    const bool inGerman = Language() == 0 || Language() == german;
+    const bool inGerman = Language() == 0 || Language() == language_id::german;
     modUtil::ShowMessage(inGerman ? "Sprachen-Datei (" + file + ") konnte nicht geladen werden."
                                   : "Could not load language file (" + file + ").",
                          platform::MessageIcon::exclamation);
