@@ -3,13 +3,13 @@
 
 #include "dialogs/frmCriteria.h"
 
-#include "dialogs/dialog_buttons.h"
 #include "support/language/text_ids.h"
 #include "support/modUtil.h"
 #include "widgets/captions.h"
 #include "widgets/first_size.h"
 #include "widgets/text.h"
 
+#include <QDialogButtonBox>
 #include <QGridLayout>
 #include <QScreen>
 
@@ -35,7 +35,7 @@ std::int32_t selectedId(const QComboBox& list) {
 } // namespace
 
 frmCriteria::frmCriteria(QWidget* parent)
-    : QDialog(parent),
+    : OneUseDialog(parent, "frmCriteria"),
       lblField_(new QLabel(this)),
       lblOperator_(new QLabel(this)),
       lblValue_(new QLabel(this)),
@@ -44,13 +44,9 @@ frmCriteria::frmCriteria(QWidget* parent)
       places_{new ValuePlace(0, this), new ValuePlace(1, this)},
       lblValueAnd_(new QLabel(this)),
       lblValueOhne_(new QLabel(this)),
-      lblOperatorOhne_(new QLabel(this)),
-      cmdOK_(new QPushButton(this)),
-      cmdCancel_(new QPushButton(this)) {
-    setObjectName(QStringLiteral("frmCriteria"));
+      lblOperatorOhne_(new QLabel(this)) {
     buildWindow();
     connectAll();
-    widgets::followLanguage(*this, [this] { retranslate(); });
 }
 
 void frmCriteria::buildWindow() {
@@ -70,7 +66,7 @@ void frmCriteria::buildWindow() {
     grid->setColumnStretch(1, 1);
     column->addLayout(grid);
     column->addStretch(1);
-    addOkAndCancel(*column, *cmdOK_, *cmdCancel_);
+    column->addWidget(makeButtons());
 }
 
 void frmCriteria::addFieldRows(QGridLayout& grid) {
@@ -113,18 +109,9 @@ void frmCriteria::connectAll() {
     connect(cboOperator_, &QComboBox::currentIndexChanged, this, &frmCriteria::operatorChanged);
     for (const ValuePlace* place : places_)
         connect(place, &ValuePlace::changed, this, &frmCriteria::markChanged);
-    connect(cmdOK_, &QPushButton::clicked, this, &frmCriteria::cmdOK_Click);
-    connect(cmdCancel_, &QPushButton::clicked, this, &QDialog::reject);
-}
-
-void frmCriteria::setVisible(bool visible) {
-    if (visible && !loaded_)
-        load();
-    QDialog::setVisible(visible);
 }
 
 void frmCriteria::load() {
-    loaded_ = true;
     loading_ = true;
     criterion_ = modDictation::ParseCriteriaString(CriteriaString);
     retranslate();
@@ -133,7 +120,6 @@ void frmCriteria::load() {
     fillFields();
     showCriterion();
     loading_ = false;
-    busy_ = false;
     changed_ = false;
     constexpr int comfortable = 460;
     widgets::resizeOnScreen(*this, {comfortable, 0});
@@ -216,7 +202,7 @@ void frmCriteria::showValueControls() {
     lblValue_->setVisible(values > 0);
     lblValue_->setBuddy(places_[0]->shownControl());
     cboOperator_->setEnabled(hasOperator);
-    cmdOK_->setEnabled(hasOperator);
+    cmdOK()->setEnabled(hasOperator);
 }
 
 // Also for another field or operator: what was chosen must not be lost because no value changed.
@@ -225,9 +211,6 @@ void frmCriteria::markChanged() {
 }
 
 void frmCriteria::cmdOK_Click() {
-    if (busy_)
-        return;
-    busy_ = true;
     if (EditMode && !changed_) {
         reject();
     } else if (valuesAreValid()) {
@@ -236,12 +219,6 @@ void frmCriteria::cmdOK_Click() {
                                               places_[0]->value(), places_[1]->value());
         accept();
     }
-    busy_ = false;
-}
-
-void frmCriteria::done(int result) {
-    okPressed_ = result == Accepted;
-    QDialog::done(result);
 }
 
 bool frmCriteria::valuesAreValid() {

@@ -3,11 +3,11 @@
 
 #pragma once
 
+#include "dialogs/one_use_dialog.h"
 #include "dialogs/value_place.h"
 #include "dictation/search/criterion.h"
 
 #include <QComboBox>
-#include <QDialog>
 #include <QLabel>
 #include <QPushButton>
 #include <array>
@@ -20,21 +20,16 @@ namespace ov {
 
 // The editor of one criterion, made for one use: set EditMode, CriteriaString and the place, show
 // it modally, then read OKPressed() and, when that is true, CriteriaString.
-class frmCriteria final : public QDialog {
+class frmCriteria final : public OneUseDialog {
     Q_OBJECT
 
 public:
     explicit frmCriteria(QWidget* parent = nullptr);
 
-    bool OKPressed() const { return okPressed_; }
-
     bool EditMode = false;      // false: a new criterion is made
     std::string CriteriaString; // in: the criterion to edit; out: the one made
     std::int32_t StartLeft = 0; // wanted edges in screen units; 0 for either centres the
     std::int32_t StartTop = 0;  // window on the screen
-
-    void setVisible(bool visible) override;
-    void done(int result) override;
 
 private:
     void buildWindow();
@@ -42,12 +37,12 @@ private:
     void addValueRow(QGridLayout& grid);
     void connectAll();
 
-    void load();
+    void load() override;
     void place();
     void fillFields();
     void showCriterion();
     void showValues();
-    void retranslate();
+    void retranslate() override;
 
     void fieldChanged();
     void operatorChanged();
@@ -55,7 +50,7 @@ private:
     const modDictation::SearchField& currentField() const;
     void markChanged();
 
-    void cmdOK_Click();
+    void cmdOK_Click() override;
     bool valuesAreValid();
     bool rangeIsInOrder();
     bool refuse(std::int32_t textId, QWidget* focus);
@@ -69,15 +64,10 @@ private:
     QLabel* lblValueAnd_;
     QLabel* lblValueOhne_;
     QLabel* lblOperatorOhne_;
-    QPushButton* cmdOK_;
-    QPushButton* cmdCancel_;
 
     modDictation::Criterion criterion_; // that is edited
-    bool loaded_ = false;
     bool loading_ = false;
-    bool busy_ = false;
     bool changed_ = false;
-    bool okPressed_ = false;
 };
 
 } // namespace ov

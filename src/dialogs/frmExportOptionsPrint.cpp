@@ -43,7 +43,7 @@ QPushButton* namedButton(const char* name, std::int32_t textId, QWidget* parent)
 } // namespace
 
 frmExportOptionsPrint::frmExportOptionsPrint(QWidget* parent)
-    : QDialog(parent),
+    : OneUseDialog(parent, "frmExportOptionsPrint"),
       printer_(QPrinter::HighResolution),
       lblPrinterDevice_(namedLabel("lblPrinterDevice", this)),
       lblPrinterPort_(namedLabel("lblPrinterPort", this)),
@@ -53,14 +53,10 @@ frmExportOptionsPrint::frmExportOptionsPrint(QWidget* parent)
       ranges_(new QButtonGroup(this)),
       txtTitel_(new QLineEdit(this)),
       btnChooseListItemFont_(namedButton("btnChooseListItemFont", text_id::listFont, this)),
-      btnPageSetup_(namedButton("btnPageSetup", text_id::pageSetup, this)),
-      cmdOK_(namedButton("cmdOK", text_id::ok, this)),
-      cmdCancel_(namedButton("cmdCancel", text_id::cancel, this)) {
-    setObjectName(QStringLiteral("frmExportOptionsPrint"));
+      btnPageSetup_(namedButton("btnPageSetup", text_id::pageSetup, this)) {
     widgets::setCaption(*this, text_id::printTitle);
     buildWindow();
     connectAll();
-    widgets::followLanguage(*this, [this] { widgets::translate(*this); });
 }
 
 void frmExportOptionsPrint::buildWindow() {
@@ -115,16 +111,11 @@ QBoxLayout* frmExportOptionsPrint::buildTitleRow() {
 }
 
 QBoxLayout* frmExportOptionsPrint::buildButtons() {
-    cmdOK_->setAutoDefault(true);
-    cmdOK_->setDefault(true);
-    auto* buttons = new QDialogButtonBox(this);
-    buttons->addButton(cmdOK_, QDialogButtonBox::AcceptRole);
-    buttons->addButton(cmdCancel_, QDialogButtonBox::RejectRole);
     auto* row = new QHBoxLayout;
     row->addWidget(btnChooseListItemFont_);
     row->addWidget(btnPageSetup_);
     row->addStretch(1);
-    row->addWidget(buttons);
+    row->addWidget(makeButtons());
     return row;
 }
 
@@ -134,18 +125,9 @@ void frmExportOptionsPrint::connectAll() {
             &frmExportOptionsPrint::cmdChangePrinter_Click);
     connect(ranges_, &QButtonGroup::idClicked, this,
             [this](int index) { DruckBereichIndex = static_cast<std::int16_t>(index); });
-    connect(cmdOK_, &QPushButton::clicked, this, &frmExportOptionsPrint::cmdOK_Click);
-    connect(cmdCancel_, &QPushButton::clicked, this, &QDialog::reject);
-}
-
-void frmExportOptionsPrint::setVisible(bool visible) {
-    if (visible && !loaded_)
-        load();
-    QDialog::setVisible(visible);
 }
 
 void frmExportOptionsPrint::load() {
-    loaded_ = true;
     if (Titel.empty())
         Titel = widgets::toUtf8(widgets::text(text_id::defaultPrintTitle));
     widgets::translate(*this);
@@ -184,18 +166,9 @@ void frmExportOptionsPrint::cmdChangePrinter_Click() {
 }
 
 void frmExportOptionsPrint::cmdOK_Click() {
-    if (busy_)
-        return;
-    busy_ = true;
     const std::string typed = widgets::toUtf8(txtTitel_->text());
     Titel = platform::trimmed(typed, ' ');
     accept();
-    busy_ = false;
-}
-
-void frmExportOptionsPrint::done(int result) {
-    okPressed_ = result == Accepted;
-    QDialog::done(result);
 }
 
 } // namespace ov

@@ -3,8 +3,9 @@
 
 #pragma once
 
+#include "dialogs/one_use_dialog.h"
+
 #include <QButtonGroup>
-#include <QDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPrinter>
@@ -21,13 +22,11 @@ namespace ov {
 // What is asked before the list is printed, made for one use: set the properties, show it modally,
 // then read OKPressed() and, when that is true, the properties. Cancel leaves the title, but not
 // the range, as it was.
-class frmExportOptionsPrint final : public QDialog {
+class frmExportOptionsPrint final : public OneUseDialog {
     Q_OBJECT
 
 public:
     explicit frmExportOptionsPrint(QWidget* parent = nullptr);
-
-    bool OKPressed() const { return okPressed_; }
 
     // Print ranges, in the order of optBereich.
     enum Bereich : std::int16_t { alle = 0, markierte = 1 };
@@ -42,9 +41,6 @@ public:
     // The printer that was chosen. Without one its name is empty.
     QPrinter& printer() { return printer_; }
 
-    void setVisible(bool visible) override;
-    void done(int result) override;
-
 private:
     void buildWindow();
     QWidget* buildPrinterGroup();
@@ -52,11 +48,11 @@ private:
     QBoxLayout* buildTitleRow();
     QBoxLayout* buildButtons();
     void connectAll();
-    void load();
+    void load() override;
     void showPrinter();
 
     void cmdChangePrinter_Click();
-    void cmdOK_Click();
+    void cmdOK_Click() override;
 
     QPrinter printer_;
     QLabel* lblPrinterDevice_;
@@ -68,12 +64,6 @@ private:
     QLineEdit* txtTitel_;
     QPushButton* btnChooseListItemFont_;
     QPushButton* btnPageSetup_;
-    QPushButton* cmdOK_;
-    QPushButton* cmdCancel_;
-
-    bool loaded_ = false;
-    bool busy_ = false;
-    bool okPressed_ = false;
 };
 
 } // namespace ov

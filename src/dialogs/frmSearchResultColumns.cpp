@@ -3,7 +3,6 @@
 
 #include "dialogs/frmSearchResultColumns.h"
 
-#include "dialogs/dialog_buttons.h"
 #include "dictation/field_table.h"
 #include "support/language/text_ids.h"
 #include "widgets/captions.h"
@@ -11,6 +10,7 @@
 #include "widgets/icons.h"
 #include "widgets/text.h"
 
+#include <QDialogButtonBox>
 #include <QGridLayout>
 #include <utility>
 
@@ -86,19 +86,15 @@ private:
 } // namespace
 
 frmSearchResultColumns::frmSearchResultColumns(QWidget* parent)
-    : QDialog(parent),
+    : OneUseDialog(parent, "frmSearchResultColumns"),
       lblLabel_(new QLabel(this)),
       lstLeft_(new QListWidget(this)),
       cmdTransfer_{new QPushButton(this), new QPushButton(this)},
       lstRight_(new QListWidget(this)),
       cmdUpDown_{new QPushButton(this), new QPushButton(this)},
-      lstNonCustomizable_(new QListWidget(this)),
-      cmdOK_(new QPushButton(this)),
-      cmdCancel_(new QPushButton(this)) {
-    setObjectName(QStringLiteral("frmSearchResultColumns"));
+      lstNonCustomizable_(new QListWidget(this)) {
     buildWindow();
     connectAll();
-    widgets::followLanguage(*this, [this] { retranslate(); });
 }
 
 void frmSearchResultColumns::buildWindow() {
@@ -119,7 +115,7 @@ void frmSearchResultColumns::buildWindow() {
     auto* grid = new QGridLayout;
     addLists(*grid);
     column->addLayout(grid, 1);
-    addOkAndCancel(*column, *cmdOK_, *cmdCancel_);
+    column->addWidget(makeButtons());
 }
 
 void frmSearchResultColumns::addLists(QGridLayout& grid) {
@@ -150,18 +146,9 @@ void frmSearchResultColumns::connectAll() {
             &frmSearchResultColumns::enableButtons);
     connect(lstRight_, &QListWidget::itemSelectionChanged, this,
             &frmSearchResultColumns::enableButtons);
-    connect(cmdOK_, &QPushButton::clicked, this, &frmSearchResultColumns::cmdOK_Click);
-    connect(cmdCancel_, &QPushButton::clicked, this, &QDialog::reject);
-}
-
-void frmSearchResultColumns::setVisible(bool visible) {
-    if (visible && !loaded_)
-        load();
-    QDialog::setVisible(visible);
 }
 
 void frmSearchResultColumns::load() {
-    loaded_ = true;
     retranslate();
     for (const modDictation::SearchField& field : modDictation::searchFields()) {
         if (!field.Selectable)
@@ -205,22 +192,13 @@ void frmSearchResultColumns::enableButtons() {
 }
 
 void frmSearchResultColumns::cmdOK_Click() {
-    if (busy_)
-        return;
-    busy_ = true;
     const auto fields = modDictation::searchFields();
     for (modDictation::SearchField& field : fields)
         if (field.Selectable)
             field.Visible = false;
     for (int i = 0; i < lstRight_->count(); ++i)
         fields[static_cast<std::size_t>(fieldOf(*lstRight_->item(i)))].Visible = true;
-    busy_ = false;
     accept();
-}
-
-void frmSearchResultColumns::done(int result) {
-    okPressed_ = result == Accepted;
-    QDialog::done(result);
 }
 
 void frmSearchResultColumns::retranslate() {

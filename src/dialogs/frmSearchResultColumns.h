@@ -3,7 +3,8 @@
 
 #pragma once
 
-#include <QDialog>
+#include "dialogs/one_use_dialog.h"
+
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
@@ -17,28 +18,23 @@ namespace ov {
 // The column chooser, made for one use: show it modally, then read OKPressed(). It works on the
 // Visible flags of the search field table and touches them only with OK. The order of the shown
 // fields is not handed back: columns are ordered by dragging them in the list.
-class frmSearchResultColumns final : public QDialog {
+class frmSearchResultColumns final : public OneUseDialog {
     Q_OBJECT
 
 public:
     explicit frmSearchResultColumns(QWidget* parent = nullptr);
 
-    bool OKPressed() const { return okPressed_; }
-
-    void setVisible(bool visible) override;
-    void done(int result) override;
-
 private:
     void buildWindow();
     void addLists(QGridLayout& grid);
     void connectAll();
-    void load();
-    void retranslate();
+    void load() override;
+    void retranslate() override;
 
     void transfer(QListWidget& source, QListWidget& target);
     void moveSelected(int distance);
     void enableButtons();
-    void cmdOK_Click();
+    void cmdOK_Click() override;
 
     QLabel* lblLabel_;
     // In the order of the Tab key, as the eye goes.
@@ -47,12 +43,6 @@ private:
     QListWidget* lstRight_;
     std::array<QPushButton*, 2> cmdUpDown_;
     QListWidget* lstNonCustomizable_;
-    QPushButton* cmdOK_;
-    QPushButton* cmdCancel_;
-
-    bool loaded_ = false;
-    bool busy_ = false;
-    bool okPressed_ = false;
 };
 
 } // namespace ov
