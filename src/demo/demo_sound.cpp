@@ -132,7 +132,7 @@ struct MemoryFile {
 };
 
 platform::Status failure(const char* reason) {
-    return {static_cast<int>(std::errc::io_error), std::string("libsndfile: ") + reason};
+    return {static_cast<int>(std::errc::io_error), "libsndfile", reason};
 }
 
 } // namespace

@@ -58,7 +58,7 @@ constexpr std::array<SoundFormat, 20> formats{
      {SF_FORMAT_PCM_16, 16000, 1},    {SF_FORMAT_ULAW, 8000, 2}}};
 
 Status complain(std::errc error, std::string_view path, std::string_view reason) {
-    return {static_cast<int>(error), platform::toNativePath(path).append(": ").append(reason)};
+    return {static_cast<int>(error), platform::toNativePath(path), std::string(reason)};
 }
 
 std::string folderOf(const Department& department, const DemoName& name) {

@@ -120,7 +120,7 @@ ExportResult writeStream(const Document& document, const RowSource& rows, Format
                               : writeRows(*makeWriter(document, format, sink), rows, whileWritable);
     sink.flush();
     if (format == Format::pdf && complete && sink.status().ok() && !sink.holdsPdf())
-        return {{EIO, native + ": " + GetText(text_id::exportIncomplete)}, false};
+        return {{EIO, native, GetText(text_id::exportIncomplete)}, false};
     return {sink.status(), !complete && sink.status().ok()};
 }
 
@@ -128,7 +128,7 @@ ExportResult writeSheet(const Document& document, const RowSource& rows,
                         const platform::FileReplacement& file, const GoOn& goOn,
                         const std::string& native) {
     if (rows.count() > mostSheetRows)
-        return {{EFBIG, native + ": " + std::generic_category().message(EFBIG)}, false};
+        return {{EFBIG, native, std::generic_category().message(EFBIG)}, false};
     ExportResult result;
     result.status = writeWorkbook(document, rows, file.nativeName(), native, goOn, result.stopped);
     return result;

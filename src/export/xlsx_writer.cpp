@@ -153,9 +153,9 @@ public:
         if (error_ == LXW_NO_ERROR)
             return {};
         const int number = reason();
-        return {number, shown_ + ": " +
-                            (number != EIO ? std::generic_category().message(number)
-                                           : modLanguage::GetText(text_id::exportIncomplete))};
+        return {number, shown_,
+                number != EIO ? std::generic_category().message(number)
+                              : modLanguage::GetText(text_id::exportIncomplete)};
     }
 
 private:

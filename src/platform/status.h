@@ -2,28 +2,55 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstdint>
 #include <string>
-#include <string_view>
+#include <system_error>
 #include <utility>
 
-// What a system call answers when it cannot do what was asked.
+// What the engine answers when it cannot do what was asked: the one way to say so within it. At the
+// boundary of the plug-in there is HostError.
 
 namespace ov::platform {
 
-// Success, or the system's error number with a sentence for a person that names the file first.
 class [[nodiscard]] Status {
 public:
-    Status() = default;
-    Status(int number, std::string description)
-        : number_(number), description_(std::move(description)) {}
+    enum class Kind : std::uint8_t { ok, missing, denied, full, failed };
 
-    bool ok() const noexcept { return number_ == 0; }
+    Status() = default; // success
+    // `number` is an errno, not 0; `file` as the operating system writes it, or empty; `text` says
+    // to a person what is wrong with it.
+    Status(int number, std::string file, std::string text)
+        : kind_(kindOf(number)), number_(number), file_(std::move(file)), text_(std::move(text)) {}
+
+    bool ok() const noexcept { return kind_ == Kind::ok; }
+    Kind kind() const noexcept { return kind_; }
     int number() const noexcept { return number_; }
-    const std::string& description() const noexcept { return description_; }
+    const std::string& file() const noexcept { return file_; }
+    const std::string& text() const noexcept { return text_; }
+    // "file: text".
+    std::string description() const { return file_.empty() ? text_ : file_ + ": " + text_; }
 
 private:
+    static Kind kindOf(int number) noexcept {
+        switch (static_cast<std::errc>(number)) {
+        case std::errc::no_such_file_or_directory:
+            return Kind::missing;
+        case std::errc::permission_denied:
+        case std::errc::operation_not_permitted:
+        case std::errc::read_only_file_system:
+            return Kind::denied;
+        case std::errc::no_space_on_device:
+        case std::errc::file_too_large:
+            return Kind::full;
+        default:
+            return Kind::failed;
+        }
+    }
+
+    Kind kind_ = Kind::ok;
     int number_ = 0;
-    std::string description_;
+    std::string file_;
+    std::string text_;
 };
 
 } // namespace ov::platform

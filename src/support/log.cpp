@@ -93,8 +93,8 @@ bool WriteLog(std::string_view message, std::string_view fileName, bool deleteFi
         directory + (fileName.empty() ? defaultFileName(now) : std::string(fileName));
     const platform::Status written =
         created ? writeLine(file, line, deleteFirst)
-                : platform::Status(pathNotFound,
-                                   platform::toNativePath(directory) + ": cannot be created");
+                : platform::Status(pathNotFound, platform::toNativePath(directory),
+                                   "cannot be created");
     if (written.ok())
         remember(std::move(line));
     else

@@ -183,8 +183,8 @@ void TreeWalk::visit(const platform::DirectoryEntry& entry, Names& subdirectorie
     if (isDictation || isSubdirectory) {
         if (entry.name.find('\\') != std::string_view::npos) {
             ++report_.namesSkipped;
-            report({EINVAL, platform::toNativePath(path_) + std::string(entry.name) +
-                                ": left out, the name holds a backslash"});
+            report({EINVAL, platform::toNativePath(path_).append(entry.name),
+                    "left out, the name holds a backslash"});
         } else if (isDictation) {
             test(entry.name);
         } else {
@@ -211,15 +211,15 @@ void TreeWalk::checkRoot() {
     if (platform::directoryId(root) == root_.id())
         return;
     report_.rootVanished = true;
-    reportUnreadable({ENOENT, platform::toNativePath(root) +
-                                  ": unmounted or moved during the search; what was found until "
-                                  "then is not all"});
+    reportUnreadable(
+        {ENOENT, platform::toNativePath(root),
+         "unmounted or moved during the search; what was found until then is not all"});
 }
 
 // A subfolder that is gone was there a moment ago: somebody moved it. Where what it lies in is
 // gone too, its dictations were never looked at.
 void TreeWalk::reportProblem(const platform::Status& problem) {
-    if (problem.number() == ENOENT && root_.status().ok()) {
+    if (problem.kind() == platform::Status::Kind::missing && root_.status().ok()) {
         checkRoot();
         if (report_.rootVanished || (depth_ > 0 && isParentThere()))
             return;

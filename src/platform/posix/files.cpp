@@ -64,7 +64,7 @@ Status systemError(std::string_view nativePath) {
     std::array<char, 256> buffer{};
     // GNU's strerror_r, which returns the text.
     const char* reason = strerror_r(number, buffer.data(), buffer.size());
-    return {number, std::string(nativePath) + ": " + reason};
+    return {number, std::string(nativePath), reason};
 }
 
 FileKind fileKind(std::string_view path) {

@@ -15,7 +15,7 @@ void* functionOfModule(std::string_view path, const char* function, Status& stat
     void* found = module != nullptr ? dlsym(module, function) : nullptr;
     if (found == nullptr) {
         const char* reason = dlerror(); // names the file
-        status = Status(ENOEXEC, reason != nullptr ? reason : toNativePath(path));
+        status = Status(ENOEXEC, {}, reason != nullptr ? reason : toNativePath(path));
     }
     return found;
 }

@@ -10,7 +10,6 @@
 #include "platform/text.h"
 
 #include <algorithm>
-#include <cerrno>
 
 namespace ov::platform {
 
@@ -68,7 +67,7 @@ ProfileEdit readAndEdit(const std::string& path, std::string_view section,
                         std::optional<std::string_view> key, std::optional<std::string_view> value,
                         std::string& content) {
     const Status read = readFile(path, content, profileSizeLimit);
-    if (!read.ok() && read.number() != ENOENT)
+    if (!read.ok() && read.kind() != Status::Kind::missing)
         return ProfileEdit::refused;
     return edit(content, section, key, value);
 }
