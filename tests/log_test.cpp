@@ -53,7 +53,7 @@ TEST_F(Log, EachMessageAndErrorIsOneLine) {
     EXPECT_TRUE(WriteErrorLog({53, "File not found"}, ""));
     EXPECT_TRUE(WriteErrorLog({53, "File not found"}, "Load", false, "Mine"));
     EXPECT_TRUE(WriteErrorLog({-7, ""}, "Load"));
-    EXPECT_TRUE(WriteErrorLog(platform::Status(2, "/x: gone"), "Load"));
+    EXPECT_TRUE(WriteErrorLog(platform::Status(2, "/x", "gone"), "Load"));
     EXPECT_EQ(person_.boxLines(), Lines{});
     EXPECT_TRUE(WriteErrorLog({1, "Two\nlines"}, "Load", true));
     EXPECT_EQ(person_.boxLines(), Lines{"exclamation, OVSearch: ERROR (1): Load - Two\nlines"});
