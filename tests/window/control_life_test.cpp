@@ -7,17 +7,12 @@
 #include "support/language/resource_gateway.h"
 #include "tests/window/window_fixture.h"
 
-#include <QLabel>
-#include <QPointer>
-#include <QTableView>
-
 namespace ov {
 namespace {
 
-using tests::child;
-using tests::withDialog;
+using namespace tests;
 
-class ControlLife : public tests::WindowTest {
+class ControlLife : public WindowTest {
 protected:
     // A control in a window of the host, as hosts have it.
     void place() {
@@ -71,7 +66,6 @@ TEST_F(ControlLife, EndsWhereverItIs) {
     const std::vector<Place> places = {
         {"subscribe", during("subscribe", starts, false)},
         {"language", during("PI_GetLanguage", starts, false)},
-        {"settings", during("PI_GetLocalINIFile", starts, false)},
         {"directory", during("PI_GetDirectory(32)", starts, false)},
         {"ready", during("ReportControlReady", starts, false)},
         {"box without language",
@@ -107,7 +101,7 @@ TEST_F(ControlLife, EndsWhereverItIs) {
     for (const Place& place : places)
         for (const auto& [what, end] : ways) {
             SCOPED_TRACE(std::string(what) + ": " + place.name);
-            const std::string criteria = tests::criterion(place.criteria);
+            const std::string criteria = criterion(place.criteria);
             write("SearchCriteria.dat", criteria);
             std::size_t atEnd = 0;
             place.reach([&, &end = end] {
@@ -143,22 +137,21 @@ TEST_F(ControlLife, FollowsItsWindow) {
 
 TEST_F(ControlLife, TwoShareNothing) {
     store.addDeep(30, "2$WAV.WAV");
-    write("SearchCriteria.dat", tests::criterion("2|25|6|\r\n"));
+    write("SearchCriteria.dat", criterion("2|25|6|\r\n"));
     for (const bool sameHost : {true, false}) {
         SCOPED_TRACE(sameHost);
         open();
-        tests::StartedPlugIn otherPlugIn;
+        StartedPlugIn otherPlugIn;
         otherPlugIn.caller = nullptr;
         otherPlugIn.host->answers = host().answers;
-        tests::StartedPlugIn& itsPlugIn = sameHost ? plugIn_ : otherPlugIn;
+        StartedPlugIn& itsPlugIn = sameHost ? plugIn_ : otherPlugIn;
         auto otherControl = makeControl(nullptr);
         otherControl->IFormExtension_Init(itsPlugIn.connector, *itsPlugIn.host);
         auto& other = *static_cast<QWidget*>(otherControl->IFormExtension_Window());
         other.show();
-        user =
-            std::make_unique<tests::RecordingInterface>([] { QCoreApplication::processEvents(); });
+        user = std::make_unique<RecordingInterface>([] { QCoreApplication::processEvents(); });
         const auto searchOther = [&other] {
-            child<QPushButton>(other, "cmdSearchOptions(0)").click();
+            clickOn(other, "cmdSearchOptions(0)");
             QCoreApplication::processEvents();
         };
         searchOther();

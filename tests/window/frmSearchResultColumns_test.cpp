@@ -4,14 +4,12 @@
 #include "dialogs/frmSearchResultColumns.h"
 #include "tests/window/window_fixture.h"
 
-#include <QListWidget>
-
 namespace ov {
 namespace {
 
-using tests::child;
+using namespace tests;
 
-class ColumnChooser : public tests::WindowTest {
+class ColumnChooser : public WindowTest {
 protected:
     void open() {
         form_ = std::make_unique<frmSearchResultColumns>();
@@ -19,7 +17,7 @@ protected:
     }
     QListWidget& left() { return child<QListWidget>(*form_, "lstLeft"); }
     QListWidget& right() { return child<QListWidget>(*form_, "lstRight"); }
-    void press(const char* name) { tests::clickOn(*form_, name); }
+    void press(const char* name) { clickOn(*form_, name); }
     static std::string captions(const QListWidget& list, int from = 0) {
         std::string all;
         for (int i = from; i < list.count(); ++i)
@@ -39,13 +37,6 @@ protected:
              {"cmdTransfer(0)", "cmdTransfer(1)", "cmdUpDown(0)", "cmdUpDown(1)"})
             states += child<QPushButton>(*form_, name).isEnabled() ? '1' : '0';
         return states;
-    }
-    static std::string visibleFields() {
-        std::string ids;
-        for (const modDictation::SearchField& field : modDictation::searchFields())
-            if (field.Visible)
-                ids += std::to_string(field.Id) + " ";
-        return ids;
     }
 
     std::unique_ptr<frmSearchResultColumns> form_;
@@ -104,31 +95,30 @@ TEST_F(ColumnChooser, DoesNotUndoByASecondPressOfTheKey) {
 }
 
 TEST_F(ColumnChooser, TouchesTheTableOnlyWithOK) {
-    const std::string before = visibleFields();
-    open();
-    right().setCurrentRow(0);
-    press("cmdTransfer(1)");
-    press("cmdCancel");
-    EXPECT_FALSE(form_->OKPressed() || form_->isVisible());
-    EXPECT_EQ(visibleFields(), before);
-
-    open();
-    right().setCurrentRow(0);
-    while (right().count() > 0)
-        press("cmdTransfer(1)");
-    QTest::keyClick(&left(), Qt::Key_Return); // presses OK from everywhere
+    for (const char* button : {"cmdCancel", "cmdOK"}) {
+        open();
+        right().setCurrentRow(0);
+        while (right().count() > 0)
+            press("cmdTransfer(1)");
+        button == std::string("cmdOK") ? QTest::keyClick(&left(), Qt::Key_Return) // from everywhere
+                                       : press(button);
+        EXPECT_FALSE(form_->isVisible());
+        std::string visible;
+        for (const modDictation::SearchField& field : modDictation::searchFields())
+            visible += field.Visible ? std::to_string(field.Id) + " " : "";
+        EXPECT_EQ(visible == "10 12 17 ", form_->OKPressed()) << "these cannot be chosen";
+    }
     EXPECT_TRUE(form_->OKPressed());
-    EXPECT_EQ(visibleFields(), "10 12 17 ") << "those that cannot be chosen stay";
 }
 
 TEST_F(ColumnChooser, ReadsAsOneGoesAndFollowsTheLanguage) {
     open();
     right().setCurrentRow(1);
-    EXPECT_EQ(tests::tabOrder(*form_), "lstLeft cmdTransfer(1) lstRight cmdUpDown(0) cmdUpDown(1) "
-                                       "lstNonCustomizable cmdOK cmdCancel ");
-    tests::speakGerman(*form_);
+    EXPECT_EQ(tabOrder(*form_), "lstLeft cmdTransfer(1) lstRight cmdUpDown(0) cmdUpDown(1) "
+                                "lstNonCustomizable cmdOK cmdCancel ");
+    speakGerman(*form_);
     EXPECT_EQ(
-        tests::readable(*form_),
+        readable(*form_),
         "Spalten auswählen|Wählen Sie aus, welche Felder die Ergebnisliste als Spalten zeigt.|"
         "&Hinzufügen|&Entfernen|Nach &oben|Nach &unten|&Verfügbare Felder:>lstLeft|"
         "Angezeigte &Spalten:>lstRight|&Nicht verfügbare Felder:>lstNonCustomizable|OK|"
@@ -136,7 +126,7 @@ TEST_F(ColumnChooser, ReadsAsOneGoesAndFollowsTheLanguage) {
     EXPECT_EQ(captions(right()).substr(0, 19), "Verzeichnis;Status*");
     EXPECT_EQ(captions(child<QListWidget>(*form_, "lstNonCustomizable")),
               "(kein Feld);-;-;-;Diktatart;Zweiter Status;");
-    EXPECT_TRUE(tests::isTidy(*form_));
+    EXPECT_TRUE(isTidy(*form_));
 }
 
 } // namespace

@@ -18,6 +18,7 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QClipboard>
 #include <QComboBox>
 #include <QContextMenuEvent>
 #include <QDialog>
@@ -25,12 +26,16 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QMenu>
 #include <QPointer>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QTableView>
 #include <QTest>
 #include <QTimer>
+#include <QToolButton>
+#include <QTreeWidget>
 #include <functional>
 #include <memory>
 #include <string>
@@ -69,9 +74,6 @@ public:
         modLanguage::reset();
         platform::setLocale(std::nullopt);
     }
-    WindowTest(const WindowTest&) = delete;
-    WindowTest& operator=(const WindowTest&) = delete;
-
     FakeHost& host() { return *plugIn_.host; }
 
     // Shows a new control, in place of the one before, and answers its boxes from `user`.
@@ -135,9 +137,8 @@ public:
         ASSERT_NE(menu, nullptr) << entry;
         for (QAction* action : menu->actions())
             if (action->text().remove(QLatin1Char('&')).contains(QString::fromUtf8(entry))) {
-                if (action->menu() != nullptr)
-                    menu->setActiveAction(action);
-                else
+                menu->setActiveAction(action);
+                if (action->menu() == nullptr)
                     QTest::mouseClick(menu, Qt::LeftButton, {},
                                       menu->actionGeometry(action).center());
                 QCoreApplication::processEvents();
@@ -204,21 +205,18 @@ inline std::string tabOrder(QWidget& window) {
 // Title and texts of a window as they are read, "label>widget" where the label's key leads to one.
 inline std::string readable(const QWidget& window) {
     QString all = window.windowTitle();
-    const auto add = [&all](const QString& text) {
-        if (!text.isEmpty())
-            all += QLatin1Char('|') + text;
-    };
     const QList<QWidget*> widgets = window.findChildren<QWidget*>();
     for (const QWidget* widget : widgets) {
-        if (!widget->isVisible())
+        const auto* label = qobject_cast<const QLabel*>(widget);
+        const bool hasText = label != nullptr || qobject_cast<const QAbstractButton*>(widget) ||
+                             qobject_cast<const QGroupBox*>(widget);
+        const QString text =
+            widget->property("text").toString() + widget->property("title").toString();
+        if (!hasText || !widget->isVisible() || text.isEmpty())
             continue;
-        if (const auto* label = qobject_cast<const QLabel*>(widget))
-            add(label->text() + (label->buddy() != nullptr
-                                     ? QLatin1Char('>') + label->buddy()->objectName()
-                                     : QString()));
-        else if (qobject_cast<const QAbstractButton*>(widget) != nullptr ||
-                 qobject_cast<const QGroupBox*>(widget) != nullptr)
-            add(widget->property("text").toString() + widget->property("title").toString());
+        all += u'|' + text;
+        if (label != nullptr && label->buddy() != nullptr)
+            all += u'>' + label->buddy()->objectName();
     }
     return all.toStdString();
 }
