@@ -180,13 +180,15 @@ TEST_F(ListExport, PrintsWhatTheDialogSays) {
                        "PrintFontName=DejaVu Serif\r\n");
     openAndSearch();
     showOnlyAuthors();
-    withDialog([this] { choose("Print"); },
-               [](QDialog& dialog) {
-                   clickOn(dialog, "optBereich(1)");
-                   clickOn(dialog, "cmdOK");
-               });
-    ASSERT_EQ(user->boxes.size(), 1U);
-    EXPECT_EQ(user->boxes[0].text.substr(0, 21), "No rows are selected.");
+    for (const char* range : {"optBereich(0)", "optBereich(1)"})
+        withDialog([this] { choose("Print"); },
+                   [&](QDialog& dialog) {
+                       clickOn(dialog, range);
+                       clickOn(dialog, "cmdOK");
+                   });
+    ASSERT_EQ(user->boxes.size(), 2U);
+    EXPECT_EQ(user->boxes[0].text, "No printer is set up.");
+    EXPECT_EQ(user->boxes[1].text.substr(0, 21), "No rows are selected.");
     user->boxes.clear();
     results().selectRow(2);
     struct Printing {
@@ -342,40 +344,6 @@ TEST_F(ListExport, PreviewTurnsPagesZoomsAndPrints) {
                    EXPECT_TRUE(child<QRadioButton>(dialog, "optBereich(1)").isChecked());
                },
                "frmExportOptionsPrint");
-}
-
-// Where with_printer has set up a printer.
-class PrintServer : public ListExport {
-protected:
-    // What came out of the printer's n-th job.
-    static std::string printed(int job) {
-        const std::string file =
-            qEnvironmentVariable("OV_PRINTED").toStdString() + "/" + std::to_string(job);
-        EXPECT_TRUE(QTest::qWaitFor([&] { return std::filesystem::exists(file); }, 60'000));
-        return shellOutput("pdftotext -layout '" + file + "' -");
-    }
-};
-
-TEST_F(PrintServer, PrintsAllRowsOrTheSelectedOnes) {
-    if (qEnvironmentVariableIsEmpty("OV_PRINTED"))
-        GTEST_SKIP() << "there is no printer";
-    addAuthors(40);
-    openAndSearch();
-    showOnlyAuthors();
-    results().selectRow(7);
-    for (const bool selectedOnly : {false, true})
-        withDialog([&] { choose("Print", selectedOnly); },
-                   [](QDialog& dialog) {
-                       child<QLineEdit>(dialog, "txtTitel").setText(QStringLiteral("On paper"));
-                       clickOn(dialog, "cmdOK");
-                   });
-    EXPECT_EQ(user->boxLines(), std::vector<std::string>());
-    for (const int job : {1, 2}) {
-        const std::string pages = printed(job);
-        for (const std::string& part : {"On paper"s, "A107"s, "Page 1 of "s})
-            EXPECT_NE(pages.find(part), std::string::npos) << part << job;
-        EXPECT_EQ(pages.find("A108") == std::string::npos, job == 2) << job;
-    }
 }
 
 } // namespace

@@ -9,7 +9,6 @@
 #include "tests/scripted_media.h"
 #include "tests/wave_files.h"
 #include "tests/window/window_fixture.h"
-#include "widgets/captions.h"
 
 #include <QProgressBar>
 #include <QSignalSpy>
@@ -149,7 +148,6 @@ TEST_F(Player, SaysWhatTheDeviceOrTheDiskRefuses) {
     EXPECT_EQ(seek().value(), 0) << "nothing of the one before is left";
     const QString words = state().toolTip();
     EXPECT_TRUE(words.contains(QLatin1String("cannot be played"))) << words.toStdString();
-    widgets::translate(*panel_);
     panel_->retranslate();
     EXPECT_EQ(shown(), "00:00:00 Error");
     EXPECT_EQ(state().toolTip(), words) << "also in another language";
