@@ -86,10 +86,10 @@ TEST_F(Plugin, LanguageChanges) {
         EXPECT_EQ(atAction(action_event::changed, parameter), Lines{}) << parameter;
     for (const std::int32_t code : {0, 1, 3})
         EXPECT_EQ(atAction(code, "LANGUAGE"), Lines{}) << code;
-    modLanguage::SetLanguage(9, 1);
     host().refused = {"PI_GetSubLanguage"};
+    host().answers = {{"PI_GetLanguage", "9"}};
     EXPECT_THROW(atAction(action_event::changed, "LANGUAGE"), HostError);
-    EXPECT_EQ(modLanguage::Language(), 9) << "as it was";
+    EXPECT_EQ(modLanguage::Language(), 7) << "as it was";
 }
 
 TEST_F(Plugin, ListensToOneHostUntilItsEnd) {
@@ -103,7 +103,7 @@ TEST_F(Plugin, ListensToOneHostUntilItsEnd) {
         EXPECT_EQ(host().events.sinkCount(), 1U);
         EXPECT_EQ(other->events.sinkCount(), 1U);
     }
-    EXPECT_EQ(other->takeCalls(), (Lines{"subscribe()", "unsubscribe()"}));
+    EXPECT_EQ(other->takeCalls().back(), "unsubscribe()");
     EXPECT_EQ(other.use_count(), 1) << "nothing is kept";
     other->refused = {"subscribe"};
     Connector refused;

@@ -45,9 +45,6 @@ struct HostRecord {
     std::function<void(const std::string&)> onCall;
 
     std::vector<std::string> takeCalls() { return std::exchange(calls, {}); }
-    void forget(std::string_view function) {
-        std::erase_if(calls, [function](const auto& call) { return call.starts_with(function); });
-    }
 
     std::string add(const std::string& function, const std::string& arguments = {}) {
         const std::string call = function + "(" + arguments + ")";

@@ -151,14 +151,13 @@ TEST_F(Files, ReplacesKeepingRightsAndLinks) {
 
 TEST_F(Files, ReplacingRefuses) {
     store_.addFolder("folder").addPipe("pipe").addLink("loop", "loop").add("f", "1");
-    const Lines before = names();
     for (const auto& [name, error] : {std::pair("folder", EISDIR),
                                       {"pipe", EINVAL},
                                       {"loop", ELOOP},
                                       {"none\\f", ENOENT},
                                       {"f\\g", ENOTDIR}})
         EXPECT_EQ(replaceFile(store_.path(name), "2").number(), error) << name;
-    EXPECT_EQ(names(), before);
+    EXPECT_EQ(names(), (Lines{"f", "folder", "loop", "pipe"}));
     EXPECT_EQ(content("f"), "1");
 }
 
@@ -255,9 +254,8 @@ TEST_F(Files, AppendsMakesAndRemoves) {
     EXPECT_EQ(createDirectory(store_.directory("a/b")).number(), ENOENT);
     EXPECT_EQ(removeFile(store_.path("d")).number(), EISDIR);
     EXPECT_TRUE(removeFile(store_.path("link")).ok());
+    EXPECT_EQ(removeFile(store_.path("link")).number(), ENOENT);
     EXPECT_EQ(names(), (Lines{"d", "log", "pipe", "sub"}));
-    EXPECT_TRUE(removeFile(store_.path("log")).ok());
-    EXPECT_EQ(removeFile(store_.path("log")).number(), ENOENT);
 }
 
 class Directories : public Files {
@@ -304,9 +302,7 @@ TEST_F(Directories, OfManyNamesAreListedWhole) {
 }
 
 TEST_F(Directories, ThatVanishOrCannotBeOpened) {
-    store_.add("f").addPipe("p").addFolder("closed").addFolder("d");
-    setMode("", 0755);
-    setMode("closed", 0);
+    store_.add("f").addPipe("p").addFolder("d");
     ASSERT_TRUE(reader_.open(store_.directory("d")).ok());
     fs::remove(store_.native("d"));
     DirectoryEntry entry;
@@ -317,24 +313,12 @@ TEST_F(Directories, ThatVanishOrCannotBeOpened) {
         EXPECT_EQ(reader_.status().number(), error) << name;
         EXPECT_FALSE(reader_.next(entry)) << name;
     }
-    EXPECT_TRUE(tests::isTrueUnprivileged(
-        [this] { return reader_.open(store_.directory("closed")).number() == EACCES; }));
-    EXPECT_EQ(entries(store_.directory()).size(), 3U) << "the reader is still good";
+    EXPECT_EQ(entries(store_.directory()).size(), 2U) << "the reader is still good";
 }
 
-// Also of one that was found by its name alone, started where a file has the same name.
 TEST(ModuleDirectory, IsThatOfTheProgram) {
     const fs::path program = fs::read_symlink("/proc/self/exe");
     EXPECT_EQ(moduleDirectory(), fromNativePath(program.parent_path().native()) + "\\");
-    if (fs::exists("decoy"))
-        return;
-    const tests::TemporaryStore store;
-    EXPECT_TRUE(tests::isTrueInChild([&store] {
-        const int nowhere = open("/dev/null", O_WRONLY);
-        fs::current_path(store.folder());
-        return fs::create_directory("decoy") && dup2(nowhere, STDOUT_FILENO) >= 0 &&
-               execl("/proc/self/exe", "decoy", "--gtest_filter=ModuleDirectory.*", nullptr) == 0;
-    }));
 }
 
 } // namespace

@@ -42,19 +42,14 @@ TEST_F(WorkflowSettings, comeFromTheRegistry) {
     EXPECT_TRUE(storage().wfUserProfile);
 }
 
+// Decided once per thread.
 TEST_F(WorkflowSettings, comeFromTheIniFileBesideAMarker) {
     write("reg.ov", "");
     EXPECT_EQ(WFGetValue("OV2000", "Name", "-"), "\"ini\"") << "the strict reader keeps quotes";
+    std::filesystem::remove(folder() / "reg.ov");
     EXPECT_EQ(WFGetPath("OV2000", "NetBasePath", "", true), "N:\\ini\\");
     EXPECT_EQ(WFGetPath("OV2000", "NetBasePath", "", false), "");
     EXPECT_FALSE(storage().wfUserProfile);
-}
-
-TEST_F(WorkflowSettings, theStoreIsDecidedOncePerThread) {
-    write("reg.ov", "");
-    InitWFStorage();
-    std::filesystem::remove(folder() / "reg.ov");
-    EXPECT_EQ(WFGetPath("OV2000", "NetBasePath", "", true), "N:\\ini\\");
     std::string elsewhere;
     std::thread([this, &elsewhere] {
         modFilePath::SetDirectory(modFilePath::directory_id::module, path(""));

@@ -42,18 +42,14 @@ protected:
 TEST_F(PlayCommand, PlaysInSilenceOrTellsWhyNot) {
     const ProgramResult played = run(playing("short.WAV"));
     EXPECT_EQ(played.output + played.errors + std::to_string(played.exitCode), "0");
-    const struct {
-        ProgramRun run;
-        const char* reason = "";
-    } cases[] = {{playing("text.WAV"), "cannot be played"},
-                 {playing("gone.WAV"), "Cannot find the specified file"},
-                 {playing("short.WAV", "no such output"), "No wave device"}};
-    for (const auto& test : cases) {
-        const ProgramResult result = run(test.run);
+    for (const auto& [how, reason] : {std::pair(playing("text.WAV"), "cannot be played"),
+                                      {playing("gone.WAV"), "Cannot find the specified file"},
+                                      {playing("short.WAV", "no such output"), "No wave device"}}) {
+        const ProgramResult result = run(how);
         EXPECT_EQ(result.exitCode, 3);
-        EXPECT_TRUE(result.errors.starts_with("ovsearch: " + test.run.arguments.back() + ": "))
+        EXPECT_TRUE(result.errors.starts_with("ovsearch: " + how.arguments.back() + ": "))
             << result.errors;
-        EXPECT_PRED2(tests::holds, result.errors, test.reason);
+        EXPECT_PRED2(tests::holds, result.errors, reason);
     }
 }
 

@@ -15,8 +15,6 @@
 #include <map>
 #include <poll.h>
 #include <pty.h>
-#include <regex>
-#include <set>
 #include <stdexcept>
 #include <string>
 #include <sys/prctl.h>
@@ -32,7 +30,6 @@ namespace ov::tests {
 struct ProgramRun {
     std::vector<std::string> arguments;
     std::map<std::string, std::string> environment; // added to that of the tests
-    std::string workingDirectory;                   // empty: that of the tests
     std::string outputFile;  // takes the standard output, which is then not captured
     std::string interruptAt; // Ctrl-C is pressed once, as soon as the program has said this
     std::string typeAt;      // `typed` is typed once, as soon as the program has said this
@@ -65,7 +62,6 @@ constexpr std::chrono::seconds hangsAfter{120};
     std::signal(SIGINT, SIG_DFL); // whatever the tests were started with
     const rlimit limit{run.longestFile, run.longestFile};
     bool ready = setrlimit(RLIMIT_FSIZE, &limit) == 0;
-    ready = ready && (run.workingDirectory.empty() || chdir(run.workingDirectory.c_str()) == 0);
     if (!run.outputFile.empty())
         ready = ready && dup2(open(run.outputFile.c_str(), O_WRONLY | O_CREAT, 0600), 1) == 1;
     if (!run.withRights && geteuid() == 0)
@@ -171,15 +167,6 @@ inline std::string shellOutput(const std::string& command) {
     ProgramRun run;
     run.arguments = {"-c", command};
     return runProgram("/bin/sh", run).output;
-}
-
-// "--help" and the like, wherever they stand in a text.
-inline std::set<std::string> longOptions(const std::string& text) {
-    static const std::regex option("--[a-z][a-z-]*");
-    std::set<std::string> options;
-    for (std::sregex_iterator at(text.begin(), text.end(), option), end; at != end; ++at)
-        options.insert(at->str());
-    return options;
 }
 
 } // namespace ov::tests

@@ -33,10 +33,7 @@ protected:
     const fs::path& folder() const { return store_.folder(); }
     // The path text of a file of the folder; "" is the folder with a "\" at its end.
     std::string path(const std::string& name) const { return store_.directory() + name; }
-    void write(const std::string& name, std::string_view bytes) const {
-        fs::create_directories((folder() / name).parent_path());
-        std::ofstream(folder() / name, std::ios::binary) << bytes;
-    }
+    void write(const std::string& name, std::string_view bytes) { store_.add(name, bytes); }
     // Empty for what is no file.
     std::string read(const std::string& name) const {
         if (!fs::is_regular_file(folder() / name))

@@ -38,7 +38,6 @@ TEST(Text, UpperCase) {
         {"a\xE4z\xC3", "A\xE4Z\xC3"},                              // no UTF-8
         {"u\u0308 \u03B1\u0301", "\u00DC \u0386"},                 // decomposed
         {"s\u0323\u0307 s\u0307\u0323", "\u1E68 \u1E68"},          // two marks in either order
-        {"\u212B", "\u00C5"},                                      // Angstrom
         {"\u1112\u1161", "\uD558"},                                // Hangul
         {"u\u0308\xE4z", "\u00DC\xE4Z"},
     };
@@ -46,9 +45,6 @@ TEST(Text, UpperCase) {
         for (const auto& [text, expected] : cases)
             EXPECT_EQ(upperCase(std::string(count, 'x') + text),
                       std::string(count, 'X') + expected);
-    std::string text = "kept ";
-    appendUpperCase("\xC3\xA4", text);
-    EXPECT_EQ(text, "kept \xC3\x84");
 }
 
 TEST(Text, Windows1252HoldsEveryByte) {
@@ -78,7 +74,6 @@ TEST(Text, Utf16) {
         {"\x00\xDEz\0"s, lost + "z"},
         {"\x00\xDE\x3D\xD8"s, lost + lost},
         {"a\0b"s, "a" + lost},
-        {"\xFF", lost},
     };
     for (const auto& [bytes, text] : littleEndian)
         EXPECT_EQ(utf16ToUtf8(bytes, false), text);

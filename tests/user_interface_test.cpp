@@ -6,7 +6,6 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
-#include <thread>
 
 namespace ov::platform {
 namespace {
@@ -23,28 +22,12 @@ TEST(UserInterface, BuiltInOneAnswersWithTheDefault) {
     }
 }
 
-TEST(UserInterface, InstalledOnesNestAndBelongToTheirThread) {
-    UserInterface* const builtIn = &userInterface();
-    {
-        const tests::RecordingInterface outer;
-        {
-            const tests::RecordingInterface inner;
-            EXPECT_EQ(&userInterface(), &inner);
-            std::thread([] { EXPECT_EQ(installUserInterface(nullptr), nullptr); }).join();
-        }
-        EXPECT_EQ(&userInterface(), &outer);
-    }
-    EXPECT_EQ(&userInterface(), builtIn);
-}
-
 TEST(UserInterface, PumpHandsOverNowAndThen) {
     constexpr int loops = 100'000;
     const tests::RecordingInterface person;
-    processMessagesNowAndThen();
-    EXPECT_EQ(person.pumped, 1);
     for (int i = 0; i < loops; ++i)
         processMessagesNowAndThen();
-    EXPECT_LT(person.pumped, loops);
+    EXPECT_TRUE(person.pumped > 0 && person.pumped < loops);
     const tests::RecordingInterface next;
     processMessagesNowAndThen();
     EXPECT_EQ(next.pumped, 1) << "a new one is asked at once";

@@ -98,7 +98,8 @@ protected:
         std::size_t at = 0;
         for (std::uint32_t number = 0; numbers >> std::setbase(0) >> name >> at >> number;) {
             std::string changed = whole;
-            tests::setNumber(changed, at, number);
+            for (const unsigned shift : {0U, 8U, 16U, 24U})
+                changed.at(at++) = static_cast<char>((number >> shift) & 0xFFU);
             store_.add(name, changed);
         }
         store_.add("trunc.wav", whole.substr(0, 44 + 16000))
@@ -151,7 +152,6 @@ TEST_F(Recorded, Answers) {
 }
 
 TEST_F(WaveDevice, GivesShortNames) {
-    // The length alone where there is no room.
     const auto shortName = [this](const std::string& path, std::size_t room = 255) {
         std::string buffer(room, '.');
         const std::size_t length = devices_.getShortPathName(path, buffer);
@@ -166,8 +166,7 @@ TEST_F(WaveDevice, GivesShortNames) {
     const std::string name = std::string(200, 'n') + " with blanks.WAV";
     const std::string path = store_.add(name).path(name);
     const std::string text = shortName(path);
-    EXPECT_TRUE(text.size() < 64 && text.find(' ') == std::string::npos) << text;
-    EXPECT_TRUE(text.ends_with(".WAV"));
+    EXPECT_TRUE(text.size() < 64 && text.find(' ') > 64 && text.ends_with(".WAV")) << text;
     EXPECT_EQ(shortName(path), text);
     EXPECT_EQ(shortName(path, text.size()), std::to_string(text.size() + 1));
     const std::string other = "other " + name.substr(50);
@@ -197,16 +196,6 @@ TEST_F(WaveDevice, WithoutAnOutput) {
     EXPECT_STREQ(shorter.data(), "pla");
 }
 
-TEST_F(WaveDevice, HasWordsForItsAnswers) {
-    std::string without;
-    std::array<char, 128> text{};
-    for (std::uint32_t code = 257; code <= 350; ++code)
-        if (!devices_.getErrorString(code, text))
-            without += std::to_string(code) + " ";
-    EXPECT_EQ(without, "258 260 283 285 313 314 315 316 317 318 319 330 331 332 333 334 335 344 "
-                       "345 350 ");
-}
-
 // What is behind a jump sounds as if the file had been read from its start. No more data and no
 // answer are two things, whatever the decoder makes of what it lacks.
 TEST_F(WaveDevice, SeeksAndFailsInEveryEncoding) {
@@ -215,7 +204,8 @@ TEST_F(WaveDevice, SeeksAndFailsInEveryEncoding) {
         SCOPED_TRACE(format);
         write("a.wav", {format, 8000}, 20000);
         const std::string native = store_.native("a.wav");
-        const std::vector<float> whole = tests::readWave(native);
+        std::vector<float> whole(20000);
+        SndfileHandle(native).read(whole.data(), 20000);
         std::unique_ptr<WaveFile> file;
         ASSERT_EQ(WaveFile::open(native, file), 0U);
         for (const std::int64_t frame : {7777, 1, 0, 319, 12800, 19500, 640}) {

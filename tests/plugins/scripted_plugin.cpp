@@ -1,9 +1,8 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
-#include "scripted_plugin.h"
-
 #include "plugin/host_error.h"
+#include "plugin/plugin_library.h"
 
 #include <QAction>
 #include <QApplication>
@@ -15,18 +14,18 @@
 #include <QProgressBar>
 #include <QTableWidget>
 #include <QTimer>
-#include <array>
 #include <cstdio>
 #include <functional>
-#include <map>
+
+Q_DECLARE_INTERFACE(ov::IPlugInLibrary, OV_PLUGIN_LIBRARY_IID)
 
 namespace {
 
 using namespace ov;
 using namespace Qt::StringLiterals;
 
-QStringList steps() {
-    return qEnvironmentVariable("OV_TEST_STEPS").split(u',');
+bool isTold(const QString& step) {
+    return qEnvironmentVariable("OV_TEST_STEPS").split(u',').contains(step);
 }
 
 void print(const std::string& line) {
@@ -48,6 +47,22 @@ void waitUntil(const std::function<bool()>& holds) {
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
 }
 
+struct Sink final : IEventSink {
+    std::function<void(std::int32_t, std::string_view)> onAction;
+    std::function<void(std::int32_t, std::int32_t, IHostWindow&)> onWindow;
+
+    void EventSource_ActionEvent(std::int32_t action, std::int32_t,
+                                 std::string_view parameter) override {
+        if (onAction)
+            onAction(action, parameter);
+    }
+    void EventSource_WindowEvent(std::int32_t event, std::int32_t windowId, std::int32_t,
+                                 std::int32_t, IHostWindow& window) override {
+        if (onWindow && event != window_event::resize)
+            onWindow(event, windowId, window);
+    }
+};
+
 class ScriptedPlugIn final : public IPlugin {
 public:
     ScriptedPlugIn() = default;
@@ -60,10 +75,16 @@ public:
     ScriptedPlugIn& operator=(const ScriptedPlugIn&) = delete;
 
     void ApplicationStart(std::shared_ptr<IHostApplication> application) override {
-        if (steps().contains(u"refuse-start"_s))
+        if (isTold(u"refuse-start"_s))
             throw HostError(7, "no licence");
         application_ = std::move(application);
-        sink_.plugIn = this;
+        sink_.onWindow = [this](std::int32_t event, std::int32_t windowId, IHostWindow& window) {
+            print("window event " + std::to_string(event) + " of " + std::to_string(windowId));
+            if (event == window_event::load && !window.AddPlugInControl("Scripted.ctrl", *this))
+                application_->ReportPlugInFailure("Scripted");
+            if (event == window_event::queryUnload)
+                window.RemovePlugInControl(*this);
+        };
         application_->EventSource()->subscribe(sink_);
     }
     std::shared_ptr<IHostApplication> Application() const override { return application_; }
@@ -81,40 +102,8 @@ public:
     void setPlugInControlTabNumber(std::int32_t) override {}
 
 private:
-    struct Sink final : IEventSink {
-        ScriptedPlugIn* plugIn = nullptr;
-
-        void EventSource_ActionEvent(std::int32_t, std::int32_t, std::string_view) override {}
-        void EventSource_WindowEvent(std::int32_t event, std::int32_t windowId, std::int32_t,
-                                     std::int32_t, IHostWindow& window) override {
-            if (event != window_event::resize)
-                print("window event " + std::to_string(event) + " of " + std::to_string(windowId));
-            if (event == window_event::load && !window.AddPlugInControl("Scripted.ctrl", *plugIn))
-                plugIn->application_->ReportPlugInFailure("Scripted");
-            if (event == window_event::queryUnload)
-                window.RemovePlugInControl(*plugIn);
-        }
-    };
-
     Sink sink_;
     std::shared_ptr<IHostApplication> application_;
-};
-
-// Prints what it hears; takes others off the list or fails when told to.
-struct PrintingSink final : IEventSink {
-    explicit PrintingSink(std::string sinkName) : name(std::move(sinkName)) {}
-
-    void EventSource_ActionEvent(std::int32_t action, std::int32_t,
-                                 std::string_view parameter) override {
-        print(name + " hears " + std::to_string(action) + " " + std::string(parameter));
-        if (then)
-            then();
-    }
-    void EventSource_WindowEvent(std::int32_t, std::int32_t, std::int32_t, std::int32_t,
-                                 IHostWindow&) override {}
-
-    std::string name;
-    std::function<void()> then;
 };
 
 class ScriptedControl final : public IFormExtension {
@@ -131,16 +120,15 @@ public:
     void IFormExtension_Init(IPlugin& plugIn, IHostForm& form) override {
         plugIn_ = &plugIn;
         form_ = &form;
-        const std::map<QString, void (ScriptedControl::*)()> known = {
-            {u"answers"_s, &ScriptedControl::askAll},
-            {u"events"_s, &ScriptedControl::hearEvents},
-            {u"failing-sink"_s, &ScriptedControl::hearEvents},
-            {u"window"_s, &ScriptedControl::showWindow},
-            {u"search"_s, &ScriptedControl::startSearch}};
-        for (const QString& step : steps())
-            if (const auto found = known.find(step); found != known.end())
-                (this->*found->second)();
-        if (steps().contains(u"refuse-init"_s))
+        if (isTold(u"answers"_s))
+            askAll();
+        if (isTold(u"events"_s) || isTold(u"failing-sink"_s))
+            hearEvents();
+        if (isTold(u"window"_s))
+            showWindow();
+        if (isTold(u"search"_s))
+            startSearch();
+        if (isTold(u"refuse-init"_s))
             throw HostError(9, "no sound");
         form.ReportControlReady(plugIn);
     }
@@ -171,17 +159,23 @@ private:
 
     void hearEvents() {
         const auto source = form_->EventSource();
-        PrintingSink first("first");
-        PrintingSink second("second");
-        PrintingSink third("third");
-        for (PrintingSink* sink : {&first, &second, &third, &first})
+        Sink first;
+        Sink second;
+        Sink third;
+        for (Sink* sink : {&first, &second, &third, &first})
             source->subscribe(*sink);
-        const bool fails = steps().contains(u"failing-sink"_s);
-        first.then = [&] {
+        const auto heard = [](const char* name, std::int32_t action, std::string_view parameter) {
+            print(name + (" hears " + std::to_string(action) + " ").append(parameter));
+        };
+        const bool fails = isTold(u"failing-sink"_s);
+        first.onAction = [&](auto... what) {
+            heard("first", what...);
             source->unsubscribe(second);
             if (fails)
                 throw HostError(5, "refused");
         };
+        second.onAction = [&](auto... what) { heard("second", what...); };
+        third.onAction = [&](auto... what) { heard("third", what...); };
         for (const auto& name : {u"actionGerman"_s, u"actionEnglish"_s}) {
             choose(*hostWidget<QAction>(name));
             if (fails)
@@ -212,8 +206,6 @@ private:
         };
         std::string path = "\\store\\M\xFCller.WAV";
         std::string filling = "filling";
-        call("PI_ProgressText", {&path}); // without init
-        shown(u"Working…"_s);
         call("PI_ProgressInit", {0, 40, 0, &filling});
         call("PI_ProgressValue", {100}); // of 40
         shown(u"filling"_s);
@@ -246,23 +238,25 @@ private:
 
 } // namespace
 
-std::shared_ptr<IPlugin> ScriptedLibrary::createPlugIn(std::string_view /*progId*/) {
-    if (steps().contains(u"no-plug-in"_s))
-        return nullptr;
-    return std::make_shared<ScriptedPlugIn>();
-}
+// A plug-in that runs the steps named in the variable OV_TEST_STEPS, parted by commas, when its
+// control is initialised, and prints what it sees of the host. OV_TEST_IID is the interface that
+// its file claims to have.
+class ScriptedLibrary final : public QObject, public IPlugInLibrary {
+    Q_OBJECT
+    Q_PLUGIN_METADATA(IID OV_TEST_IID FILE "scripted_plugin.json")
+    Q_INTERFACES(ov::IPlugInLibrary)
 
-std::shared_ptr<IFormExtension> ScriptedLibrary::createControl(std::string_view /*progId*/,
-                                                               WindowHandle parent) {
-    if (steps().contains(u"no-control"_s))
-        return nullptr;
-    return std::make_shared<ScriptedControl>(parent);
-}
+public:
+    std::shared_ptr<IPlugin> createPlugIn(std::string_view) override {
+        return isTold(u"no-plug-in"_s) ? nullptr : std::make_shared<ScriptedPlugIn>();
+    }
+    std::shared_ptr<IFormExtension> createControl(std::string_view, WindowHandle parent) override {
+        return isTold(u"no-control"_s) ? nullptr : std::make_shared<ScriptedControl>(parent);
+    }
+    std::vector<DictationFact> describeDictation(std::string_view path) const override {
+        return {{"latin-1", path.find('\xFC') != std::string_view::npos ? "kept" : "lost"}};
+    }
+    std::vector<std::string> recentLogLines() const override { return {"line 1", "line 2"}; }
+};
 
-std::vector<DictationFact> ScriptedLibrary::describeDictation(std::string_view path) const {
-    return {{"latin-1", path.find('\xFC') != std::string_view::npos ? "kept" : "lost"}};
-}
-
-std::vector<std::string> ScriptedLibrary::recentLogLines() const {
-    return {"line 1", "line 2"};
-}
+#include "scripted_plugin.moc"
