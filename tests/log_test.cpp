@@ -49,7 +49,6 @@ protected:
 };
 
 TEST_F(Log, EachMessageAndErrorIsOneLine) {
-    EXPECT_TRUE(WriteErrorLog({53, "File not found"}, "LoadSettings"));
     EXPECT_TRUE(WriteErrorLog({53, "File not found"}, ""));
     EXPECT_TRUE(WriteErrorLog({53, "File not found"}, "Load", false, "Mine"));
     EXPECT_TRUE(WriteErrorLog({-7, ""}, "Load"));
@@ -61,10 +60,10 @@ TEST_F(Log, EachMessageAndErrorIsOneLine) {
          {""s, "a\r\nb\rc\tM\xC3\xBCller C:\\new"s, "\0\x1B[31m\x1F\x7F"s})
         EXPECT_TRUE(WriteLog(message));
     EXPECT_EQ(messages(),
-              (Lines{"ERROR (53): LoadSettings - File not found", "ERROR (53): File not found",
-                     "ERROR (53): Load - Mine", "ERROR (-7): Load - <Unknown>",
-                     "ERROR (2): Load - /x: gone", "ERROR (1): Load - Two\\nlines", "",
-                     "a\\r\\nb\\rc\tM\xC3\xBCller C:\\new", "\\x00\\x1B[31m\\x1F\\x7F"}));
+              (Lines{"ERROR (53): File not found", "ERROR (53): Load - Mine",
+                     "ERROR (-7): Load - <Unknown>", "ERROR (2): Load - /x: gone",
+                     "ERROR (1): Load - Two\\nlines", "", "a\\r\\nb\\rc\tM\xC3\xBCller C:\\new",
+                     "\\x00\\x1B[31m\\x1F\\x7F"}));
 }
 
 TEST_F(Log, DeletesFirstAndTakesAnyFileName) {

@@ -49,11 +49,5 @@ TEST(Numbers, RoundHalfToEvenAndSaturate) {
     EXPECT_EQ(roundToInt32(std::nan("")) + roundToInt32(0.49999999999999994), 0);
 }
 
-TEST(Numbers, AllDigits) {
-    EXPECT_TRUE(isAllDigits("0123456789"));
-    for (const char* text : {"", "1 ", "-1", "1.0", "\xB2"})
-        EXPECT_FALSE(isAllDigits(text)) << text;
-}
-
 } // namespace
 } // namespace ov
