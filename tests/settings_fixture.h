@@ -36,6 +36,8 @@ protected:
     void write(const std::string& name, std::string_view bytes) { store_.add(name, bytes); }
     // Empty for what is no file.
     std::string read(const std::string& name) const {
+        if (!fs::is_regular_file(folder() / name))
+            return {};
         std::ifstream file(folder() / name, std::ios::binary);
         return {std::istreambuf_iterator<char>(file), {}};
     }
