@@ -57,7 +57,7 @@ std::string makeStoreFolder(const std::string& root, int index) {
     return folder;
 }
 
-void fillFolder(const std::string& folder, ov::cli::DemoNames& names, ov::cli::DemoTrade trade,
+void fillFolder(const std::string& folder, ov::demo::DemoNames& names, ov::demo::DemoTrade trade,
                 std::int64_t count) {
     const int directory = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (directory < 0)
@@ -74,10 +74,10 @@ void fillFolder(const std::string& folder, ov::cli::DemoNames& names, ov::cli::D
 }
 
 void makeStore(const std::string& root, std::int64_t count, int folders, std::uint32_t seed) {
-    ov::cli::DemoNames names(seed, storeDay);
+    ov::demo::DemoNames names(seed, storeDay);
     makeFolder(root);
     for (int i = 0; i < folders; ++i)
-        fillFolder(makeStoreFolder(root, i), names, static_cast<ov::cli::DemoTrade>(i % 4),
+        fillFolder(makeStoreFolder(root, i), names, static_cast<ov::demo::DemoTrade>(i % 4),
                    count * (i + 1) / folders - count * i / folders);
 }
 

@@ -8,7 +8,7 @@
 #include <array>
 #include <cstdio>
 
-namespace ov::cli {
+namespace ov::demo {
 
 namespace {
 
@@ -270,4 +270,4 @@ std::string DemoNames::dateText(sys_days day, int hour) {
     return text;
 }
 
-} // namespace ov::cli
+} // namespace ov::demo

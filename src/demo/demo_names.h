@@ -13,7 +13,7 @@
 
 // Made-up dictation names, for the demo store and for the big stores of the measurements.
 
-namespace ov::cli {
+namespace ov::demo {
 
 // What a department dictates about, and in which language.
 enum class DemoTrade : std::uint8_t {
@@ -58,4 +58,4 @@ private:
     int count_ = 0;
 };
 
-} // namespace ov::cli
+} // namespace ov::demo

@@ -15,7 +15,7 @@
 #include <system_error>
 #include <utility>
 
-namespace ov::cli {
+namespace ov::demo {
 
 namespace {
 
@@ -176,4 +176,4 @@ platform::Status DemoSound::render(const SoundFormat& format, int seconds, std::
     return {};
 }
 
-} // namespace ov::cli
+} // namespace ov::demo

@@ -13,7 +13,7 @@
 // Sound for made-up dictations: something that rises, falls and pauses like a voice, in the
 // encodings that dictation machines write.
 
-namespace ov::cli {
+namespace ov::demo {
 
 struct SoundFormat {
     int encoding = 0; // libsndfile's sub-format, always in a WAV file
@@ -40,4 +40,4 @@ private:
     std::map<int, std::vector<std::int16_t>> speechByRate_; // mono, made at the first use
 };
 
-} // namespace ov::cli
+} // namespace ov::demo

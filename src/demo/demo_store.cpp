@@ -17,7 +17,7 @@
 #include <system_error>
 #include <vector>
 
-namespace ov::cli {
+namespace ov::demo {
 
 namespace {
 
@@ -168,4 +168,4 @@ DemoResult writeDemoStore(const DemoOptions& options, const DemoProgress& progre
     return result;
 }
 
-} // namespace ov::cli
+} // namespace ov::demo

@@ -13,7 +13,7 @@
 // and two law firms, with a folder per month or per author, folders of finished dictations
 // ("ERL"), one folder that no search may enter ("_old") and one that is empty.
 
-namespace ov::cli {
+namespace ov::demo {
 
 struct DemoOptions {
     std::string directory; // made with its parents; must be missing or empty
@@ -34,4 +34,4 @@ using DemoProgress = std::function<bool(int done, int total)>;
 // what was written stays, but no incomplete file.
 DemoResult writeDemoStore(const DemoOptions& options, const DemoProgress& progress = {});
 
-} // namespace ov::cli
+} // namespace ov::demo

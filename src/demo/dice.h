@@ -6,7 +6,7 @@
 #include <random>
 #include <span>
 
-namespace ov::cli {
+namespace ov::demo {
 
 // A repeatable source of choices: the same seed gives the same choices with every compiler and
 // library, which the distributions of <random> do not promise.
@@ -29,4 +29,4 @@ private:
     std::mt19937 generator_;
 };
 
-} // namespace ov::cli
+} // namespace ov::demo

@@ -18,12 +18,12 @@ namespace ov::cli {
 
 ExitCode runDemo(const std::string& directory, int count, std::uint32_t seed,
                  TerminalInterface& terminal) {
-    DemoOptions options;
+    demo::DemoOptions options;
     options.directory = modFilePath::AddBackslash(platform::fromNativePath(directory));
     options.count = count;
     options.seed = seed;
     options.today = platform::now();
-    const DemoResult result = writeDemoStore(options, [&terminal](int done, int total) {
+    const demo::DemoResult result = demo::writeDemoStore(options, [&terminal](int done, int total) {
         terminal.showProgress(std::to_string(done) + " of " + std::to_string(total) +
                               " dictations");
         return !TerminalInterface::interrupted();
