@@ -162,12 +162,6 @@ void appendSerialText(const DateSerial& serial, std::string& out) {
     out.append(text.data(), end);
 }
 
-std::string serialText(const DateSerial& serial) {
-    std::string text;
-    appendSerialText(serial, text);
-    return text;
-}
-
 std::int32_t dayNumber(const platform::DateTime& date) noexcept {
     return serialDay(date.year, date.month, date.day);
 }

@@ -41,7 +41,6 @@ std::optional<DateSerial> ReadFieldDate(std::string_view text, bool dateOnly) no
 std::optional<DateSerial> readDateOrSerial(std::string_view text) noexcept;
 
 // Serial as a decimal number with a point, at most 15 digits: "37979.7118055556".
-std::string serialText(const DateSerial& serial);
 void appendSerialText(const DateSerial& serial, std::string& out);
 
 std::int32_t dayNumber(const platform::DateTime& date) noexcept;
