@@ -37,7 +37,7 @@ const GoOn always = [](std::int64_t) { return true; };
 const std::pair<std::string, std::string> hostile[] = {
     {"=HYPERLINK(1)", "'=HYPERLINK(1)"},
     {"+1", "'+1"},
-    {"-1", "'-1"},
+    {"-1, 2", R"("'-1, 2")"},
     {"@SUM(1)", "'@SUM(1)"},
     {"\t=1", "' =1"},
     {"\r=1", "' =1"},

@@ -37,12 +37,12 @@ public:
         return result;
     }
     std::uint32_t getLineInfo(MixerHandle handle, MixerLine& line, std::uint32_t flags) override {
-        component_ = std::exchange(line.component, mixer_line::waveOutput);
+        component = std::exchange(line.component, mixer_line::waveOutput);
         return WaveMixer::getLineInfo(handle, line, flags);
     }
     std::uint32_t getLineControls(MixerHandle handle, MixerLineControls& asked,
                                   std::uint32_t flags) override {
-        if (!controls.contains({component_, asked.controlType}))
+        if (!controls.contains({component, asked.controlType}))
             return mixer_result::invalidControl;
         return WaveMixer::getLineControls(handle, asked, flags);
     }
@@ -64,10 +64,10 @@ public:
     std::set<Control> controls;
     std::vector<std::size_t> opened;
     int blocks = 0;
+    std::uint32_t component = 0; // of the newest line
 
 private:
     MixerCalls* before_;
-    std::uint32_t component_ = 0; // of the newest line
 };
 
 TEST(Mixer, ChoosesADevice) {
@@ -96,7 +96,8 @@ TEST(Mixer, FindsControlsAndTheirValues) {
     ScriptedMixer fake;
     fake.names = {"A"};
     fake.controls = {{mixer_line::speakers, mixer_control::volume},
-                     {mixer_line::waveOutput, mixer_control::peakMeter}};
+                     {mixer_line::waveOutput, mixer_control::peakMeter},
+                     {mixer_line::speakers, mixer_control::peakMeter}};
     {
         clsMixer mixer;
         ASSERT_TRUE(mixer.Init_MixerControl());
@@ -109,6 +110,7 @@ TEST(Mixer, FindsControlsAndTheirValues) {
         EXPECT_EQ(mixer.GetVolumeValue(), 65535);
         EXPECT_EQ(mixer.GetVUMeterValue(), 0) << "of a control that was not found";
         EXPECT_TRUE(mixer.Init_VUMeterControl());
+        EXPECT_EQ(fake.component, mixer_line::waveOutput) << "the speakers only if need be";
         EXPECT_EQ(mixer.GetVUMeterValue(), 0) << "nothing is played";
         EXPECT_EQ((std::array{mixer.VolumeMinimum(), mixer.VolumeMaximum(), mixer.VUMeterMinimum(),
                               mixer.VUMeterMaximum()}),
