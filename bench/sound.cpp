@@ -6,9 +6,9 @@
 
 #include "playback/modMultimedia.h"
 #include "sound/wave_overview.h"
-#include "sound_server.h"
-#include "sound_signal.h"
-#include "wave_files.h"
+#include "tests/sound_server.h"
+#include "tests/sound_signal.h"
+#include "tests/wave_files.h"
 
 #include <algorithm>
 #include <chrono>

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
-#include "failing_reads.h"
+#include "tests/failing_reads.h"
 
 #include <algorithm>
 #include <cerrno>

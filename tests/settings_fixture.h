@@ -2,10 +2,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "environment.h"
 #include "platform/known_folders.h"
 #include "platform/registry.h"
-#include "temporary_store.h"
+#include "tests/environment.h"
+#include "tests/temporary_store.h"
 
 #include <gtest/gtest.h>
 

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "environment.h"
-#include "temporary_store.h"
+#include "tests/environment.h"
+#include "tests/temporary_store.h"
 
 #include <algorithm>
 #include <chrono>

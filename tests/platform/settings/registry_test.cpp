@@ -5,10 +5,10 @@
 
 #include "platform/settings/registry_file.h"
 #include "platform/text.h"
-#include "settings_fixture.h"
 #include "support/log.h"
 #include "support/modFilePath.h"
 #include "support/modRegistry.h"
+#include "tests/settings_fixture.h"
 
 #include <vector>
 

@@ -6,11 +6,11 @@
 #include "dictation/search/result_order.h"
 #include "dictation/search/search.h"
 #include "dictation/search/tree_scan.h"
-#include "fake_host.h"
 #include "platform/text.h"
-#include "recording_interface.h"
-#include "settings_fixture.h"
 #include "support/language/modLanguage.h"
+#include "tests/fake_host.h"
+#include "tests/recording_interface.h"
+#include "tests/settings_fixture.h"
 
 #include <gtest/gtest.h>
 

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 
 #include "cli/shown_text.h"
-#include "run_program.h"
-#include "temporary_store.h"
+#include "tests/run_program.h"
+#include "tests/temporary_store.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>

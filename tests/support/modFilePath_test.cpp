@@ -1,11 +1,11 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
-#include "recording_interface.h"
-#include "settings_fixture.h"
 #include "support/log.h"
 #include "support/modFilePath.h"
 #include "support/modWFRoutines.h"
+#include "tests/recording_interface.h"
+#include "tests/settings_fixture.h"
 
 #include <sys/stat.h>
 

@@ -7,10 +7,10 @@
 #include "playback/clsMixer.h"
 #include "playback/modMultimedia.h"
 #include "sound/media.h"
-#include "sound_server.h"
-#include "sound_signal.h"
-#include "temporary_store.h"
-#include "wave_files.h"
+#include "tests/sound_server.h"
+#include "tests/sound_signal.h"
+#include "tests/temporary_store.h"
+#include "tests/wave_files.h"
 
 #include <gtest/gtest.h>
 

@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
-#include "settings_fixture.h"
 #include "support/modFilePath.h"
 #include "support/modWFRoutines.h"
+#include "tests/settings_fixture.h"
 
 #include <thread>
 

@@ -4,14 +4,14 @@
 // The waveaudio device against recorded answers, data/waveaudio.txt, and what it does with files
 // and outputs that are not as they should be. Plays into an output that throws everything away.
 
-#include "environment.h"
-#include "failing_reads.h"
 #include "sound/device/wave_devices.h"
 #include "sound/wave_file.h"
 #include "sound/wave_overview.h"
-#include "sound_signal.h"
-#include "temporary_store.h"
-#include "wave_files.h"
+#include "tests/environment.h"
+#include "tests/failing_reads.h"
+#include "tests/sound_signal.h"
+#include "tests/temporary_store.h"
+#include "tests/wave_files.h"
 
 #include <gtest/gtest.h>
 

@@ -7,7 +7,7 @@
 #include "platform/settings/profile_encoding.h"
 #include "platform/settings/profile_scanner.h"
 #include "platform/text.h"
-#include "settings_fixture.h"
+#include "tests/settings_fixture.h"
 
 namespace ov::platform {
 namespace {

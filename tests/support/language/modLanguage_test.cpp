@@ -1,14 +1,14 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
-#include "recording_interface.h"
-#include "settings_fixture.h"
 #include "support/language/english_texts.h"
 #include "support/language/language_file.h"
 #include "support/language/modLanguage.h"
 #include "support/language/resource_gateway.h"
 #include "support/language/text_expansion.h"
 #include "support/modUtil.h"
+#include "tests/recording_interface.h"
+#include "tests/settings_fixture.h"
 
 #include <array>
 #include <optional>

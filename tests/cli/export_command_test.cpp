@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
-#include "run_program.h"
-#include "temporary_store.h"
+#include "tests/run_program.h"
+#include "tests/temporary_store.h"
 
 #include <gtest/gtest.h>
 

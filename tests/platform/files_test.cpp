@@ -1,11 +1,11 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
-#include "child_process.h"
 #include "platform/file_replacement.h"
 #include "platform/files.h"
 #include "platform/program_end.h"
-#include "temporary_store.h"
+#include "tests/child_process.h"
+#include "tests/temporary_store.h"
 
 #include <gtest/gtest.h>
 

@@ -1,12 +1,12 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
-#include "child_process.h"
 #include "platform/locale.h"
-#include "recording_interface.h"
-#include "settings_fixture.h"
 #include "support/log.h"
 #include "support/modFilePath.h"
+#include "tests/child_process.h"
+#include "tests/recording_interface.h"
+#include "tests/settings_fixture.h"
 
 #include <regex>
 

@@ -4,13 +4,13 @@
 #include "dictation/dictation_facts.h"
 #include "dictation/field_table.h"
 #include "dictation/field_values.h"
-#include "fake_host.h"
 #include "platform/locale.h"
-#include "settings_fixture.h"
 #include "support/language/modLanguage.h"
 #include "support/log.h"
 #include "support/modFilePath.h"
 #include "support/modWFRoutines.h"
+#include "tests/fake_host.h"
+#include "tests/settings_fixture.h"
 
 #include <gtest/gtest.h>
 

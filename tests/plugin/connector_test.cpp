@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
-#include "fake_host.h"
 #include "support/language/modLanguage.h"
+#include "tests/fake_host.h"
 
 #include <gtest/gtest.h>
 

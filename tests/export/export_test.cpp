@@ -1,7 +1,6 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
-#include "child_process.h"
 #include "dictation/field_table.h"
 #include "dictation/search/criterion.h"
 #include "export/cell.h"
@@ -10,9 +9,10 @@
 #include "export/pdf_module.h"
 #include "export/xlsx_writer.h"
 #include "platform/locale.h"
-#include "run_program.h"
-#include "settings_fixture.h"
 #include "support/language/modLanguage.h"
+#include "tests/child_process.h"
+#include "tests/run_program.h"
+#include "tests/settings_fixture.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>

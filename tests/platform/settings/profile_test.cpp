@@ -4,9 +4,9 @@
 // The profile calls where they go beyond what was recorded: bytes that are kept, encodings,
 // refusals, other writers, and files that are none.
 
-#include "child_process.h"
 #include "platform/profile.h"
-#include "settings_fixture.h"
+#include "tests/child_process.h"
+#include "tests/settings_fixture.h"
 
 #include <algorithm>
 #include <fcntl.h>

@@ -2,12 +2,12 @@
 // SPDX-License-Identifier: MIT
 #include "cli/commands/play_command.h"
 #include "cli/terminal_interface.h"
-#include "environment.h"
-#include "failing_reads.h"
-#include "run_program.h"
-#include "scripted_media.h"
-#include "temporary_store.h"
-#include "wave_files.h"
+#include "tests/environment.h"
+#include "tests/failing_reads.h"
+#include "tests/run_program.h"
+#include "tests/scripted_media.h"
+#include "tests/temporary_store.h"
+#include "tests/wave_files.h"
 
 #include <gtest/gtest.h>
 

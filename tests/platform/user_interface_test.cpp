@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
-#include "recording_interface.h"
+#include "tests/recording_interface.h"
 
 #include <gtest/gtest.h>
 

@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
-#include "environment.h"
 #include "playback/modMultimedia.h"
-#include "scripted_media.h"
-#include "temporary_store.h"
-#include "wave_files.h"
+#include "tests/environment.h"
+#include "tests/scripted_media.h"
+#include "tests/temporary_store.h"
+#include "tests/wave_files.h"
 
 #include <gtest/gtest.h>
 

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 
 #include "platform/locale.h"
-#include "settings_fixture.h"
 #include "support/modINI.h"
+#include "tests/settings_fixture.h"
 
 #include <limits>
 #include <vector>
