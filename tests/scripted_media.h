@@ -42,7 +42,8 @@ public:
         if (answer == answers.end())
             return sound::systemMediaCalls().sendString(command, reply);
         const std::string& text = answer->second.reply;
-        std::copy_n(text.begin(), std::min(text.size(), reply.size()), reply.begin());
+        if (!reply.empty())
+            std::copy_n(text.begin(), std::min(text.size(), reply.size()), reply.begin());
         return answer->second.code;
     }
     bool getErrorString(std::uint32_t code, std::span<char> text) override {

@@ -48,11 +48,11 @@ bool isLongEnough(std::string_view utf8) noexcept {
     return false;
 }
 
-Pieces split(std::string_view text, char separator, char other) noexcept {
+Pieces split(std::string_view text, char one, char other) noexcept {
     Pieces pieces;
     std::size_t start = 0;
     for (std::size_t i = 0; i <= text.size() && pieces.count < 4; ++i) {
-        if (i < text.size() && text[i] != separator && text[i] != other)
+        if (i < text.size() && text[i] != one && text[i] != other)
             continue;
         if (pieces.count < 3)
             pieces.text[pieces.count] = text.substr(start, i - start);

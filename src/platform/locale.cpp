@@ -16,13 +16,13 @@ namespace ov::platform {
 
 namespace {
 
-struct State {
+struct LocaleState {
     std::optional<Locale> current;
 };
 
-State& state() {
-    thread_local State threadState;
-    return threadState;
+LocaleState& localeState() {
+    thread_local LocaleState ofThread;
+    return ofThread;
 }
 
 std::string padded(int value, int digits) {
@@ -92,14 +92,14 @@ std::optional<DateTime> checkedDate(const Piece& year, const Piece& month, const
 } // namespace
 
 const Locale& locale() {
-    State& current = state();
+    LocaleState& current = localeState();
     if (!current.current)
         current.current = processLocale();
     return *current.current;
 }
 
 void setLocale(std::optional<Locale> locale) {
-    state().current = std::move(locale);
+    localeState().current = std::move(locale);
 }
 
 std::string formatShortDate(const DateTime& date) {

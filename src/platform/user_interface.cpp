@@ -23,15 +23,15 @@ public:
     void beep() override {}
 };
 
-struct State {
+struct InterfaceState {
     BuiltInUserInterface builtIn;
     UserInterface* installed = nullptr;
     std::int64_t nextPump = 0; // coarse milliseconds
 };
 
-State& state() {
-    thread_local State threadState;
-    return threadState;
+InterfaceState& interfaceState() {
+    thread_local InterfaceState ofThread;
+    return ofThread;
 }
 
 constexpr std::int64_t pumpIntervalMs = 10;
@@ -39,18 +39,18 @@ constexpr std::int64_t pumpIntervalMs = 10;
 } // namespace
 
 UserInterface* installUserInterface(UserInterface* userInterface) {
-    State& current = state();
+    InterfaceState& current = interfaceState();
     current.nextPump = 0;
     return std::exchange(current.installed, userInterface);
 }
 
 UserInterface& userInterface() {
-    State& current = state();
+    InterfaceState& current = interfaceState();
     return current.installed != nullptr ? *current.installed : current.builtIn;
 }
 
 void processMessagesNowAndThen() {
-    State& current = state();
+    InterfaceState& current = interfaceState();
     const std::int64_t now = coarseMilliseconds();
     if (now < current.nextPump)
         return;

@@ -32,8 +32,8 @@ std::vector<double> cappedAt(double cap, const std::vector<ColumnNeed>& needs) {
 std::vector<double> sharedOut(const std::vector<ColumnNeed>& needs, double room) {
     double low = 0;
     double high = room;
-    constexpr int steps = 30; // halves a metre down to less than a unit
-    for (int i = 0; i < steps; ++i) {
+    constexpr int halvings = 30; // of a metre down to less than a unit
+    for (int i = 0; i < halvings; ++i) {
         const double cap = (low + high) / 2;
         (sumOf(cappedAt(cap, needs)) <= room ? low : high) = cap;
     }

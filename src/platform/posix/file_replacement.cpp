@@ -53,33 +53,6 @@ void syncDirectoryOf(const std::string& native) {
         fsync(handle.get());
 }
 
-// What a file should hold, without keeping it.
-struct Fingerprint {
-    std::uint64_t size = 0;
-    uLong sum = 0;
-
-    void add(std::string_view content) noexcept {
-        size += content.size();
-        sum = crc32_z(sum, reinterpret_cast<const Bytef*>(content.data()), content.size());
-    }
-    bool operator==(const Fingerprint&) const = default;
-};
-
-// False with errno set.
-bool readFingerprint(int file, Fingerprint& found) {
-    constexpr std::size_t room = 256 * 1024UL;
-    std::string piece(room, '\0');
-    for (;;) {
-        const ssize_t got = pread(file, piece.data(), piece.size(), static_cast<off_t>(found.size));
-        if (got == 0)
-            return true;
-        if (got > 0)
-            found.add(std::string_view(piece.data(), static_cast<std::size_t>(got)));
-        else if (errno != EINTR)
-            return false;
-    }
-}
-
 } // namespace
 
 // Removed unless it was renamed. False comes with errno set.
@@ -131,11 +104,38 @@ public:
     }
 
 private:
+    // What a file should hold, without keeping it.
+    struct Fingerprint {
+        std::uint64_t size = 0;
+        uLong sum = 0;
+
+        void add(std::string_view content) noexcept {
+            size += content.size();
+            const auto* bytes = reinterpret_cast<const Bytef*>(content.data());
+            sum = crc32_z(sum, bytes, content.size());
+        }
+        // From the start of the file. False with errno set.
+        bool addAll(int file) {
+            constexpr std::size_t room = 256 * 1024UL;
+            std::string piece(room, '\0');
+            for (;;) {
+                const ssize_t got = pread(file, piece.data(), room, static_cast<off_t>(size));
+                if (got == 0)
+                    return true;
+                if (got > 0)
+                    add(std::string_view(piece.data(), static_cast<std::size_t>(got)));
+                else if (errno != EINTR)
+                    return false;
+            }
+        }
+        bool operator==(const Fingerprint&) const = default;
+    };
+
     // Asks the disk, as far as the system lets us, and not its cache.
     bool holdsWhatWasWritten() {
         static_cast<void>(posix_fadvise(file_.get(), 0, 0, POSIX_FADV_DONTNEED));
         Fingerprint found;
-        if (!readFingerprint(file_.get(), found))
+        if (!found.addAll(file_.get()))
             return false;
         errno = EIO;
         return found == written_;

@@ -18,13 +18,13 @@ namespace ov::platform {
 
 namespace {
 
-struct State {
+struct FolderState {
     std::string perUserFolder; // empty: the user's own
 };
 
-State& state() {
-    thread_local State threadState;
-    return threadState;
+FolderState& folderState() {
+    thread_local FolderState ofThread;
+    return ofThread;
 }
 
 // An environment variable that names a directory; a relative one means nothing.
@@ -78,7 +78,7 @@ std::string windowsDirectory() {
 }
 
 std::string perUserFolder() {
-    const std::string& replaced = state().perUserFolder;
+    const std::string& replaced = folderState().perUserFolder;
     if (!replaced.empty())
         return replaced;
     const std::string folder = userConfigFolder();
@@ -86,13 +86,13 @@ std::string perUserFolder() {
 }
 
 const std::string& replacedPerUserFolder() {
-    return state().perUserFolder;
+    return folderState().perUserFolder;
 }
 
 void setPerUserFolder(std::string directory) {
     if (!directory.empty() && !directory.ends_with('\\'))
         directory.push_back('\\');
-    state().perUserFolder = std::move(directory);
+    folderState().perUserFolder = std::move(directory);
     setDriveFolder({}); // asks for the new one at its next use
     reloadRegistry();
 }

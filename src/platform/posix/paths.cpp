@@ -15,13 +15,13 @@ namespace ov::platform {
 
 namespace {
 
-struct State {
+struct PathState {
     std::string driveFolder; // empty: below the per-user folder
 };
 
-State& state() {
-    thread_local State threadState;
-    return threadState;
+PathState& pathState() {
+    thread_local PathState ofThread;
+    return ofThread;
 }
 
 bool isLetter(char c) noexcept {
@@ -84,7 +84,7 @@ std::string namedPerUserFolder() {
 } // namespace
 
 const std::string& driveFolder() {
-    std::string& folder = state().driveFolder;
+    std::string& folder = pathState().driveFolder;
     if (folder.empty()) {
         // A registry from another machine may name a drive, which cannot hold the drives.
         const std::string named = namedPerUserFolder();
@@ -96,7 +96,7 @@ const std::string& driveFolder() {
 }
 
 void setDriveFolder(std::string native) {
-    state().driveFolder = std::move(native);
+    pathState().driveFolder = std::move(native);
 }
 
 std::string toNativePath(std::string_view path) {

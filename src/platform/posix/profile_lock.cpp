@@ -27,13 +27,13 @@ namespace {
 
 constexpr std::chrono::seconds patience{1}; // the user-interface thread waits
 
-struct State {
+struct LockState {
     std::string givenUp; // the directory that was waited for in vain
 };
 
-State& state() {
-    thread_local State threadState;
-    return threadState;
+LockState& lockState() {
+    thread_local LockState ofThread;
+    return ofThread;
 }
 
 std::string directoryOf(const std::string& nativeFile) {
@@ -142,7 +142,7 @@ timespec lastChange(int directory) {
 }
 
 bool lockPatiently(int directory, const std::string& name) {
-    std::string& givenUp = state().givenUp;
+    std::string& givenUp = lockState().givenUp;
     const auto queue = std::make_shared<Queue>(directory);
     const timespec before = lastChange(directory);
     const bool locked = givenUp == name ? queue->takeIfFree() : queue->tryLock() || queue->wait();

@@ -17,13 +17,13 @@ namespace {
 // The export of a few keys is some kilobytes; that of a whole machine is not meant to be here.
 constexpr std::uint64_t registrySizeLimit = std::uint64_t{64} * 1024 * 1024;
 
-struct State {
+struct RegistryState {
     std::shared_ptr<const RegistryTree> tree;
 };
 
-State& state() {
-    thread_local State threadState;
-    return threadState;
+RegistryState& registryState() {
+    thread_local RegistryState ofThread;
+    return ofThread;
 }
 
 void importFile(const std::string& folder, RegistryTree& tree) {
@@ -79,9 +79,9 @@ long RegistryKey::open(RegistryHive hive, std::string_view key) {
     close();
     if (key.starts_with('\\'))
         return registry_result::badPath;
-    if (!state().tree)
-        state().tree = readTree();
-    const auto& tree = state().tree;
+    if (!registryState().tree)
+        registryState().tree = readTree();
+    const auto& tree = registryState().tree;
     const auto* found = findRegistryKey(
         hive == RegistryHive::currentUser ? tree->currentUser : tree->localMachine, key);
     if (found == nullptr)
@@ -121,7 +121,7 @@ long RegistryKey::subkeys(std::vector<std::string>& names) const {
 }
 
 void reloadRegistry() {
-    state() = {};
+    registryState() = {};
 }
 
 } // namespace ov::platform

@@ -24,7 +24,6 @@ namespace {
 constexpr const char* playerAlias = "PBWave";
 constexpr const char* deviceType = "waveaudio";
 constexpr std::int32_t anyDevice = -1;
-constexpr std::int32_t usualSpeed = 100;
 constexpr int statusInterval = 200; // ms
 constexpr int levelInterval = 50;
 

@@ -64,6 +64,7 @@ public:
 
     // Seconds that the player goes back before it goes on after a pause, 0 to 10.
     void setBackUpSeconds(std::int32_t seconds);
+    static constexpr std::int32_t usualSpeed = 100;
     // Speed in percent, 50 to 200, pitch unchanged.
     void setSpeedPercent(std::int32_t percent);
 
@@ -136,7 +137,7 @@ private:
     std::int32_t speed_ = 0;
     std::int32_t position_ = -1;
     std::int32_t backUpSeconds_ = 0;
-    std::int32_t speedPercent_ = 100;
+    std::int32_t speedPercent_ = usualSpeed;
     bool playing_ = false; // and nobody told it to stop
     std::string problem_;  // why it does not play, in the words of the device
     bool showing_ = false; // sliders are being set, nobody moves them

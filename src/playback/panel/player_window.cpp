@@ -20,7 +20,6 @@ namespace ov {
 
 namespace {
 
-constexpr std::int32_t usualSpeed = 100;
 constexpr std::int32_t mostBackUpSeconds = 10;
 
 struct ButtonTexts {
