@@ -69,7 +69,7 @@ describe() {
     echo "build:       $type"
     echo "locale:      ${LC_ALL:-${LC_CTYPE:-${LANG:-C}}}"
     echo "others:      $(find --version | head -n 1)${fd:+, $("$fd" --version)}"
-    if [[ $type != Rel* || $(cached OVSEARCH_SANITIZE) == ON ]]; then
+    if [[ $type != Rel* || $(cached OVSEARCH_SANITIZE) ]]; then
         echo "WARNING: this build is not optimised, its times mean nothing"
     fi
 }

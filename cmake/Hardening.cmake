@@ -5,9 +5,15 @@
 # sanitizers bring their own checks, and fortified calls would hide faults from them.
 include(CheckCXXCompilerFlag)
 include(CheckLinkerFlag)
+include(CheckPIESupported)
+
+check_pie_supported(LANGUAGES CXX)
+if(NOT DEFINED CMAKE_POSITION_INDEPENDENT_CODE)
+    set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+endif()
 
 add_library(ov_hardening INTERFACE)
-if(NOT OVSEARCH_SANITIZE AND NOT OVSEARCH_SANITIZE_THREADS)
+if(NOT OVSEARCH_SANITIZE)
     set(optimised "$<CONFIG:Release,RelWithDebInfo,MinSizeRel>")
     # Distributions may set the level themselves; ours shall not be a redefinition.
     target_compile_options(ov_hardening INTERFACE
