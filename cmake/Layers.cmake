@@ -20,7 +20,8 @@ function(ov_layer name)
     # All of them go into the plug-in, which is a shared library.
     set_target_properties(ov_${name} PROPERTIES POSITION_INDEPENDENT_CODE ON)
     target_compile_features(ov_${name} PUBLIC cxx_std_20)
-    target_include_directories(ov_${name} PUBLIC $<BUILD_INTERFACE:${root}>)
+    target_include_directories(ov_${name} PUBLIC
+        $<BUILD_INTERFACE:${root}> $<INSTALL_INTERFACE:${OV_ENGINE_INCLUDE_DIR}>)
     list(TRANSFORM layer_BELOW PREPEND ov_)
     target_link_libraries(ov_${name} PUBLIC ${layer_BELOW} PRIVATE $<BUILD_INTERFACE:ov_warnings>)
     set_property(GLOBAL APPEND PROPERTY OV_LAYERS ${name})
