@@ -7,13 +7,13 @@
 
 #include <iostream>
 
-// foreign_search STORE AUTHOR: prints the dictations below the folder STORE whose author contains
+// sample_search STORE AUTHOR: prints the dictations below the folder STORE whose author contains
 // AUTHOR.
 
 int main(int argc, char** argv) {
     namespace dictation = ov::modDictation;
     if (argc != 3) {
-        std::cerr << "usage: foreign_search STORE AUTHOR\n";
+        std::cerr << "usage: sample_search STORE AUTHOR\n";
         return 2;
     }
     dictation::BuildSearchFieldTable();
