@@ -14,7 +14,7 @@ enum class ControlState : std::uint8_t {
     notBuilt,  // without a host, or without texts
     idle,      // waits for the user
     working,   // a command that is short, or none of the others
-    asking,    // a dialog or a box of a command is open
+    asking,    // a question or a dialog that a command consists of is open
     searching, // the walk through the tree
     filling,   // its hits come into the list
     copying,

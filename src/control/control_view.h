@@ -74,7 +74,7 @@ private:
     void giveKeyboardBack();
 
     QWidget& control_;
-    ControlState state_ = ControlState::idle;
+    ControlState state_ = ControlState::notBuilt;
     QPointer<QWidget> displaced_; // had the keyboard before it was disabled
 };
 

@@ -60,8 +60,8 @@ std::string countText(std::int32_t hitCount) {
            GetText(hitCount == 1 ? text_id::dictation : text_id::dictations) + ")";
 }
 
-// Searches share the state of their thread: only one is on the stack at a time, whichever
-// control's it is.
+// Searches share their thread and the host's progress display, also while rows are filled: only one
+// is on the stack at a time, whichever control's it is.
 bool& searchOnThread() {
     thread_local bool running = false;
     return running;

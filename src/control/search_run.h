@@ -15,7 +15,7 @@
 
 namespace ov {
 
-// What a search found and met. An own copy: a later search of the thread has its own.
+// What a search found and met.
 struct SearchOutcome {
     std::int32_t hitCount = 0;
     modDictation::SearchReport report;

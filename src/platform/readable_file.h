@@ -21,7 +21,7 @@ public:
     ReadableFile& operator=(const ReadableFile&) = delete;
 
     // Nothing for what is no file (a directory, a pipe, a device) and for one that may not be
-    // read. Never waits for the other end of a pipe.
+    // read: those who play have one answer for all. Never waits for the other end of a pipe.
     static std::optional<ReadableFile> open(std::string_view path);
 
     // Bytes, as of now; nothing when that cannot be told any more.

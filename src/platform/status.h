@@ -17,8 +17,8 @@ public:
     enum class Kind : std::uint8_t { ok, missing, denied, full, failed };
 
     Status() = default; // success
-    // `number` is an errno, not 0; `file` as the operating system writes it, or empty; `text` says
-    // to a person what is wrong with it.
+    // `number` is an errno, or another one that the log knows, but not 0; `file` as the operating
+    // system writes it, or empty; `text` says to a person what is wrong with it.
     Status(int number, std::string file, std::string text)
         : kind_(kindOf(number)), number_(number), file_(std::move(file)), text_(std::move(text)) {}
 

@@ -24,7 +24,7 @@ struct WaveHeader {
 };
 
 // Reads the first "fmt " and "data" chunks. Nothing for what is no RIFF file or lacks one of them.
-// The file's position is left alone.
+//
 std::optional<WaveHeader> readWaveHeader(const platform::ReadableFile& file) noexcept;
 
 } // namespace ov::sound

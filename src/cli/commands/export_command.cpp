@@ -6,7 +6,6 @@
 #include "cli/messages.h"
 #include "cli/terminal_interface.h"
 #include "dictation/search/result_order.h"
-#include "dictation/search/tree_scan.h"
 #include "export/file_export.h"
 #include "export/pdf_module.h"
 #include "platform/coarse_clock.h"

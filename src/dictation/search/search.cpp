@@ -6,6 +6,8 @@
 #include "support/path_setting.h"
 #include "support/text_lines.h"
 
+#include <algorithm>
+
 namespace ov::modDictation {
 
 namespace {
@@ -22,9 +24,9 @@ bool readLine(std::string_view line, Search& search) {
     else if (line.starts_with(allKey))
         search.all = leadingInt32(valueOf(allKey)) != 0;
     else if (line.starts_with(depthKey))
-        search.depth = leadingInt32(valueOf(depthKey));
+        search.depth = std::max(leadingInt32(valueOf(depthKey)), noDepthLimit);
     else if (line.starts_with(limitKey))
-        search.limit = leadingInt32(valueOf(limitKey));
+        search.limit = std::max(leadingInt32(valueOf(limitKey)), 1);
     else if (isCriteriaString(line))
         search.criteria.push_back(ParseCriteriaString(line));
     else

@@ -14,8 +14,7 @@
 #include <string_view>
 #include <vector>
 
-// What is searched for, and where: the one value that window, terminal, export and files hand
-// round.
+// What is searched for, and where: the one value that window, terminal and export hand round.
 
 namespace ov::modDictation {
 
@@ -63,7 +62,15 @@ using SearchWatch = std::function<void(const SearchReport&)>;
 // and a link into a folder that the walk is already inside of. What cannot be read is logged and
 // counted; the walk goes on. A subfolder that is removed or moved away while its own folder stays
 // is no error; when the root itself goes away or becomes another folder, the walk ends.
+//
+// One at a time on each thread: from inside another one it does nothing.
 SearchReport search(const Search& what, DictationList& hits, const std::stop_token& stop = {},
                     const SearchWatch& watch = {});
+
+bool isSearchRunning() noexcept;
+
+// Ends this thread's running search at the next file; its hits so far stay. Without one running,
+// the next search ends before it begins.
+void requestSearchAbort() noexcept;
 
 } // namespace ov::modDictation

@@ -20,10 +20,4 @@ std::int32_t SearchDictations(std::string_view root, std::span<const std::string
                               std::int32_t maxDepth, DictationList& results, bool storeFullPath,
                               bool compareAnd, std::int32_t maxResults);
 
-bool isSearchRunning() noexcept;
-
-// Ends the running search at the next file; its hits so far stay. Without one running, the next
-// search ends before it begins.
-void requestSearchAbort() noexcept;
-
 } // namespace ov::modDictation

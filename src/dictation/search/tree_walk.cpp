@@ -22,6 +22,25 @@ namespace ov::modDictation {
 
 namespace {
 
+struct State {
+    bool searchRunning = false;
+    std::stop_source searchAbort; // of this search, or of the next
+};
+
+State& state() noexcept {
+    thread_local State threadState;
+    return threadState;
+}
+
+// Every way out of a search leaves the thread ready for the next one.
+class RunningSearch {
+public:
+    RunningSearch() { state().searchRunning = true; }
+    ~RunningSearch() { state() = {}; }
+    RunningSearch(const RunningSearch&) = delete;
+    RunningSearch& operator=(const RunningSearch&) = delete;
+};
+
 // A folder that cannot be read is worth a line each, but a broken disk must not fill the log.
 constexpr std::size_t mostProblems = 100;
 
@@ -29,12 +48,12 @@ constexpr std::int64_t watchIntervalMs = 10;
 
 class TreeWalk {
 public:
-    TreeWalk(const Search& what, DictationList& hits, const std::stop_token& stop,
+    TreeWalk(const Search& what, DictationList& hits, std::stop_token stop,
              const SearchWatch& watch)
         : what_(what),
           criteria_(what.criteria, platform::now()),
           hits_(hits),
-          stop_(stop),
+          stop_(std::move(stop)),
           watch_(watch) {}
 
     SearchReport run();
@@ -65,7 +84,7 @@ private:
     const Search& what_;
     PreparedCriteria criteria_;
     DictationList& hits_;
-    const std::stop_token& stop_;
+    std::stop_token stop_;
     const SearchWatch& watch_;
     SearchReport report_;
     std::int32_t depth_ = 0; // of the folder being walked, the root is 0
@@ -243,7 +262,20 @@ void TreeWalk::report(const platform::Status& problem) {
 
 SearchReport search(const Search& what, DictationList& hits, const std::stop_token& stop,
                     const SearchWatch& watch) {
-    return TreeWalk(what, hits, stop, watch).run();
+    if (state().searchRunning)
+        return {};
+    const RunningSearch running;
+    const std::stop_callback alsoHere(
+        stop, [abort = state().searchAbort]() mutable { abort.request_stop(); });
+    return TreeWalk(what, hits, state().searchAbort.get_token(), watch).run();
+}
+
+bool isSearchRunning() noexcept {
+    return state().searchRunning;
+}
+
+void requestSearchAbort() noexcept {
+    state().searchAbort.request_stop();
 }
 
 } // namespace ov::modDictation

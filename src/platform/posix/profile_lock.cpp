@@ -66,6 +66,17 @@ public:
     // Past the turnstile, which those of other folders beside this one use too.
     bool takeIfFree() { return lock(directory_.get(), LOCK_NB); }
 
+    // A thread of ours that has given up waiting may just have come by the lock, and lets go of it.
+    bool takeIfSoonFree() {
+        constexpr int tries = 5;
+        for (int i = 1; i < tries; ++i) {
+            if (takeIfFree())
+                return true;
+            std::this_thread::sleep_for(std::chrono::milliseconds(2));
+        }
+        return takeIfFree();
+    }
+
     bool tryLock() {
         const bool locked = passTurnstile(LOCK_NB) && takeIfFree();
         leaveTurnstile();
@@ -145,7 +156,8 @@ bool lockPatiently(int directory, const std::string& name) {
     std::string& givenUp = lockState().givenUp;
     const auto queue = std::make_shared<Queue>(directory);
     const timespec before = lastChange(directory);
-    const bool locked = givenUp == name ? queue->takeIfFree() : queue->tryLock() || queue->wait();
+    const bool locked =
+        givenUp == name ? queue->takeIfSoonFree() : queue->tryLock() || queue->wait();
     const timespec after = lastChange(directory);
     const bool stands = before.tv_sec == after.tv_sec && before.tv_nsec == after.tv_nsec;
     if (!locked && stands)
