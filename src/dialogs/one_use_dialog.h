@@ -22,8 +22,9 @@ public:
 protected:
     OneUseDialog(QWidget* parent, const char* name);
 
-    // Makes "cmdOK" and "cmdCancel", in the order of the desktop; Enter presses OK. They come last
-    // in the order of the Tab key, so after all others have been made.
+    // Makes "cmdOK" and "cmdCancel", in the order of the desktop; Enter presses OK, unless Cancel
+    // has the keyboard. They come last in the order of the Tab key, so after all others have been
+    // made.
     QDialogButtonBox* makeButtons();
     QPushButton* cmdOK() const { return cmdOK_; }
 
