@@ -2,7 +2,8 @@
 # SPDX-License-Identifier: MIT
 # Every folder of src is a library that sees only itself and what lies below it: each has an include
 # root of its own, in which nothing but that folder lies, so that an include of anything above does
-# not compile (but for the layers export/print and playback/panel, see .ci/check-portable). ov_check_layers() makes sure that no call goes up either.
+# not compile (but for the layers export/print and playback/panel, see .ci/check-portable).
+# ov_check_layers() makes sure that no call goes up either.
 
 # The folder of src in which an include "FOLDER/..." is looked up, alone.
 function(ov_include_root result folder)

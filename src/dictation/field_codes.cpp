@@ -64,17 +64,20 @@ std::int32_t flagsCode(std::string_view text) noexcept {
 // Text numbers of codes.
 std::int32_t textNumber(std::int32_t code) noexcept {
     constexpr std::int32_t sixthFlag = firstFlagCode + 5;
+    // The codes of several flags are sums, these of the sixth and the seventh with another one.
+    constexpr std::int32_t firstSum = 30;
+    constexpr std::int32_t secondSum = 31;
     switch (code) {
     case status_code::wav:
         return text_id::wavText;
     case status_code::roh:
         return text_id::rohText;
     case sixthFlag:
-    case sixthFlag + 15:
+    case firstSum:
         return text_id::sixthFlagText;
     case sixthFlag + 1:
         return text_id::seventhFlagText;
-    case sixthFlag + 16:
+    case secondSum:
         return text_id::severalFlagsText;
     default:
         return code >= priority_code::normal && code < sixthFlag ? text_id::firstCodeText - 1 + code

@@ -19,7 +19,7 @@ public:
     const char* keep(std::string_view text) {
         if (text.size() > free_) {
             free_ = std::max(blockSize_, text.size());
-            blocks_.emplace_back(new char[free_]); // not cleared
+            blocks_.push_back(std::make_unique_for_overwrite<char[]>(free_));
             end_ = blocks_.back().get() + free_;
         }
         char* place = end_ - free_;

@@ -34,6 +34,13 @@ bool readLine(std::string_view line, Search& search) {
     return true;
 }
 
+// A line end would begin another criterion, the separator another value.
+std::string onOneLine(std::string value) {
+    std::ranges::replace_if(
+        value, [](char c) { return c >= 0 && c < ' '; }, ' ');
+    return value;
+}
+
 } // namespace
 
 std::string writeSearch(const Search& search) {
@@ -46,7 +53,8 @@ std::string writeSearch(const Search& search) {
     line(depthKey, std::to_string(search.depth));
     line(limitKey, std::to_string(search.limit));
     for (const Criterion& c : search.criteria)
-        line({}, BuildCriteriaString(c.Field, c.Operator, c.Value1, c.Value2));
+        line({},
+             BuildCriteriaString(c.Field, c.Operator, onOneLine(c.Value1), onOneLine(c.Value2)));
     return text;
 }
 

@@ -32,8 +32,8 @@ struct Search {
 };
 
 // A search as text, to be kept in a file: a line each for root, all, depth and limit ("depth=50"),
-// then a criteria string a line. Reading takes what it does not find as it is in a new Search;
-// nothing for a text that holds none of it.
+// then a criteria string a line, with a blank for each control character of a value. Reading takes
+// what it does not find as it is in a new Search; nothing for a text that holds none of it.
 std::string writeSearch(const Search& search);
 std::optional<Search> readSearch(std::string_view text);
 
@@ -49,7 +49,7 @@ struct SearchReport {
     std::vector<platform::Status> problems; // the first of them
 };
 
-// Looked in some hundred times a second at most, with what was met so far.
+// Called a hundred times a second at most, with what was met so far.
 using SearchWatch = std::function<void(const SearchReport&)>;
 
 // Walks depth first, the files of a folder before its subfolders, both in the order of the file

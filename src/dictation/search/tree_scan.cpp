@@ -21,9 +21,17 @@ std::int32_t SearchDictations(std::string_view root, std::span<const std::string
     }
     what.limit -= before;
     DictationList found;
-    search(what, found);
-    for (std::int32_t i = 1; i <= found.size(); ++i)
-        results.add({}, found[i].name);
+    const auto takeNames = [&] {
+        for (std::int32_t i = 1; i <= found.size(); ++i)
+            results.add({}, found[i].name);
+    };
+    try {
+        search(what, found);
+    } catch (...) { // what was found by then stays
+        takeNames();
+        throw;
+    }
+    takeNames();
     return found.size();
 }
 

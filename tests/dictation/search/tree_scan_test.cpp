@@ -276,6 +276,9 @@ TEST(SearchText, HoldsAllOfASearch) {
     EXPECT_EQ(readSearch(writeSearch(search)), search);
     EXPECT_EQ(readSearch("depth=3\r\n").value().depth, 3);
     EXPECT_EQ(readSearch("no search\n"), std::nullopt);
+    EXPECT_EQ(readSearch("limit=0\ndepth=-9\n")->limit + readSearch("depth=-9")->depth, 0);
+    EXPECT_EQ(readSearch(writeSearch({"\\", {{14, operator_id::is, "a\nb\x01", ""}}}))->criteria,
+              (std::vector<Criterion>{{14, operator_id::is, "a b ", ""}}));
 }
 
 TEST(ResultOrder, ByEveryKindOfValue) {
