@@ -12,7 +12,8 @@
 //
 //   delay N               milliseconds that every call takes
 //   hang [KIND [PATH]]    calls of that kind on PATH ("/a/b") and below do not come back; KIND is
-//                         look, list, open, read or any. Each says "hanging KIND PATH".
+//                         look, list, open, read or any. Each says "hanging KIND PATH", and after
+//                         half a minute "timed-out KIND PATH", when it fails.
 //   release               all of them go on
 //
 // With --control it also ends with the thread that started it: while calls hang, a process that has
@@ -71,12 +72,14 @@ void* atStart(fuse_conn_info* connection, fuse_config* config) {
 }
 
 int getAttributes(const char* path, struct stat* info, fuse_file_info* /*file*/) {
-    store().gate.pass("look", path);
+    if (!store().gate.pass("look", path))
+        return -ETIMEDOUT;
     return answer(lstat(store().real(path).c_str(), info));
 }
 
 int readLink(const char* path, char* target, std::size_t room) {
-    store().gate.pass("look", path);
+    if (!store().gate.pass("look", path))
+        return -ETIMEDOUT;
     const ssize_t size = readlink(store().real(path).c_str(), target, room - 1);
     if (size >= 0)
         target[size] = '\0';
@@ -84,7 +87,8 @@ int readLink(const char* path, char* target, std::size_t room) {
 }
 
 int systemStatus(const char* path, struct statvfs* info) {
-    store().gate.pass("look", path);
+    if (!store().gate.pass("look", path))
+        return -ETIMEDOUT;
     return answer(statvfs(store().real(path).c_str(), info));
 }
 
@@ -93,7 +97,8 @@ DIR* directoryOf(const fuse_file_info& file) {
 }
 
 int openDirectory(const char* path, fuse_file_info* file) {
-    store().gate.pass("list", path);
+    if (!store().gate.pass("list", path))
+        return -ETIMEDOUT;
     DIR* directory = opendir(store().real(path).c_str());
     file->fh = reinterpret_cast<std::uintptr_t>(directory);
     return directory != nullptr ? 0 : -errno;
@@ -102,7 +107,8 @@ int openDirectory(const char* path, fuse_file_info* file) {
 // Gives as much as the kernel has room for, which asks again for the rest: each a call of its own.
 int listDirectory(const char* path, void* target, fuse_fill_dir_t fill, off_t from,
                   fuse_file_info* file, fuse_readdir_flags /*flags*/) {
-    store().gate.pass("list", path);
+    if (!store().gate.pass("list", path))
+        return -ETIMEDOUT;
     DIR* directory = directoryOf(*file);
     if (from != telldir(directory))
         seekdir(directory, from);
@@ -125,14 +131,16 @@ int closeDirectory(const char* /*path*/, fuse_file_info* file) {
 }
 
 int openFile(const char* path, fuse_file_info* file) {
-    store().gate.pass("open", path);
+    if (!store().gate.pass("open", path))
+        return -ETIMEDOUT;
     const int handle = open(store().real(path).c_str(), file->flags & ~O_NOFOLLOW);
     file->fh = static_cast<std::uint64_t>(handle);
     return answer(handle);
 }
 
 int readFile(const char* path, char* target, std::size_t count, off_t place, fuse_file_info* file) {
-    store().gate.pass("read", path);
+    if (!store().gate.pass("read", path))
+        return -ETIMEDOUT;
     const ssize_t got = pread(static_cast<int>(file->fh), target, count, place);
     return got < 0 ? -errno : static_cast<int>(got);
 }

@@ -55,9 +55,14 @@ void ctrlOVSearch::report(const Error& error, const char* procedure) {
     modUtil::ShowMessage(error.description, platform::MessageIcon::exclamation, {}, this);
 }
 
+bool ctrlOVSearch::storeAnswers() {
+    const std::string root = dictationTree_; // the host may name another one meanwhile
+    return checkDictationTree(root, *this, [this] { return isEnding(); });
+}
+
 void ctrlOVSearch::cmdSearchOptions_Click(int index) {
     post("cmdSearchOptions_Click", [this, index] {
-        if (!checkDictationTree(dictationTree_, *this))
+        if (!storeAnswers())
             return;
         switch (index) {
         case ControlView::search:

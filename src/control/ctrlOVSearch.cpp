@@ -206,7 +206,7 @@ void ctrlOVSearch::addShortcuts() {
     const auto addExport = [&](const QKeySequence& key, exporting::print::Command what) {
         add(key, [this, what] {
             post("ExportRows", [this, what] {
-                if (checkDictationTree(dictationTree_, *this))
+                if (storeAnswers())
                     exportRows(what, false);
             });
         });

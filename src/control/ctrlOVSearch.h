@@ -110,6 +110,8 @@ private:
     void perform(const char* procedure, const std::function<void()>& run);
     void report(const Error& error, const char* procedure);
 
+    // False, after a box, when the store cannot be reached; lets messages be handled meanwhile.
+    bool storeAnswers();
     void runSearch();
     void stopSearch();
     void exportResults();

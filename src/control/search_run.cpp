@@ -3,6 +3,7 @@
 
 #include "control/search_run.h"
 
+#include "platform/errand.h"
 #include "platform/files.h"
 #include "platform/user_interface.h"
 #include "plugin/modOVPlugIn.h"
@@ -86,16 +87,19 @@ QString noticeText(const modDictation::SearchReport& report) {
     return sentences.join(QLatin1Char(' '));
 }
 
-bool checkDictationTree(const std::string& root, QWidget& owner) {
-    if (platform::directoryExists(root))
-        return true;
+bool checkDictationTree(const std::string& root, QWidget& owner,
+                        const std::function<bool()>& isEnding) {
+    const auto exists = platform::patientlyPumping(
+        root, [root] { return platform::directoryExists(root); }, [&] { return !isEnding(); });
+    if (isEnding() || exists.value_or(false))
+        return !isEnding();
     modUtil::ShowMessage({text_id::directoryMissing, {platform::toNativePath(root)}},
                          platform::MessageIcon::information, {}, &owner);
     return false;
 }
 
 std::optional<SearchOutcome> SearchRun::run(const std::string& root) {
-    if (!checkDictationTree(root, caller_.owner))
+    if (!checkDictationTree(root, caller_.owner, caller_.isEnding))
         return std::nullopt;
     if (searchOnThread()) {
         modUtil::ShowMessage(text_id::anotherSearchRuns, platform::MessageIcon::information, {},

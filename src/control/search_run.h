@@ -62,7 +62,9 @@ QString noticeText(const modDictation::SearchReport& report);
 // The label and the notice at the hits; without an outcome they tell none.
 void showOutcome(const ControlView& view, const std::optional<SearchOutcome>& outcome);
 
-// Tells that the directory cannot be reached when it does not exist; false then.
-bool checkDictationTree(const std::string& root, QWidget& owner);
+// Tells that the directory cannot be reached when it does not exist, or its server does not answer;
+// false then, and when the control ended. Lets messages be handled meanwhile.
+bool checkDictationTree(const std::string& root, QWidget& owner,
+                        const std::function<bool()>& isEnding);
 
 } // namespace ov

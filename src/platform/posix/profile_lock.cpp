@@ -3,6 +3,7 @@
 
 #include "platform/profile_lock.h"
 
+#include "platform/detached_thread.h"
 #include "platform/posix/file_descriptor.h"
 
 #include <climits>
@@ -11,14 +12,12 @@
 #include <cerrno>
 #include <chrono>
 #include <condition_variable>
-#include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
 #include <memory>
 #include <mutex>
 #include <sys/file.h>
 #include <sys/stat.h>
-#include <system_error>
 #include <thread>
 
 namespace ov::platform {
@@ -86,7 +85,7 @@ public:
     // No call waits for a limited time, and a signal that ends the wait would be the host's: so a
     // thread waits, and is left to end by itself when it takes too long.
     bool wait() {
-        if (!start())
+        if (!startDetached([queue = shared_from_this()] { queue->takeTurn(); }))
             return false;
         std::unique_lock guard(mutex_);
         changed_.wait_for(guard, patience, [this] { return locked_; });
@@ -107,22 +106,6 @@ private:
     bool isAbandoned() {
         const std::lock_guard guard(mutex_);
         return abandoned_;
-    }
-
-    // The host's signals stay with its own threads.
-    bool start() {
-        sigset_t all;
-        sigset_t before;
-        sigfillset(&all);
-        pthread_sigmask(SIG_SETMASK, &all, &before);
-        bool started = true;
-        try {
-            std::thread([queue = shared_from_this()] { queue->takeTurn(); }).detach();
-        } catch (const std::system_error&) {
-            started = false;
-        }
-        pthread_sigmask(SIG_SETMASK, &before, nullptr);
-        return started;
     }
 
     void takeTurn() {
