@@ -9,7 +9,7 @@
 #include "cli/terminal_interface.h"
 #include "dictation/field_table.h"
 #include "platform/coarse_clock.h"
-#include "platform/files.h"
+#include "platform/directories.h"
 #include "platform/text.h"
 #include "support/modFilePath.h"
 
@@ -166,7 +166,7 @@ SearchReport search(const modDictation::Search& what, const Session& session,
         nextProgress = platform::coarseMilliseconds() + progressIntervalMs;
         showProgress(session, soFar, hits, terminal);
     };
-    SearchReport report = modDictation::search(what, hits, stop.get_token(), watch);
+    SearchReport report = modDictation::search(what, hits, {stop.get_token(), watch});
     terminal.clearProgress();
     return report;
 }

@@ -78,55 +78,6 @@ Status appendToFile(std::string_view path, std::string_view content,
 // Names of the entries of a directory, without "." and "..", sorted by bytes.
 Status listNames(std::string_view directory, std::vector<std::string>& names);
 
-// Tells directories apart, however they are reached.
-struct DirectoryId {
-    std::uint64_t device = 0;
-    std::uint64_t file = 0;
-    bool operator==(const DirectoryId&) const = default;
-};
-
-// Of the directory that the path names now; nothing when there is none.
-std::optional<DirectoryId> directoryId(std::string_view path);
-
-struct DirectoryEntry {
-    std::string_view name; // bytes as stored, never "." or ".."; valid until the next call
-    FileKind kind = FileKind::missing; // links followed; missing: a link that leads nowhere
-    bool isLink = false;
-};
-
-// One pass over a directory, in the order of the file system. The kind comes with the listing;
-// only a link costs a system call of its own. Holds no memory per entry. Keep one and open it
-// again and again: its buffer is reused.
-class DirectoryReader {
-public:
-    DirectoryReader();
-    ~DirectoryReader();
-    DirectoryReader(const DirectoryReader&) = delete;
-    DirectoryReader& operator=(const DirectoryReader&) = delete;
-
-    Status open(std::string_view directory);
-    DirectoryId id() const noexcept { return id_; }
-
-    // False at the end. A failure in the middle (the directory was removed, a bad disk) also ends
-    // the pass; status() then tells.
-    bool next(DirectoryEntry& entry);
-    const Status& status() const noexcept { return status_; }
-
-    void close() noexcept;
-
-private:
-    bool fill();
-    void setKind(DirectoryEntry& entry, unsigned char type, const char* name) const;
-
-    std::string native_;
-    std::string buffer_;
-    std::size_t position_ = 0;
-    std::size_t end_ = 0;
-    int handle_ = -1;
-    DirectoryId id_;
-    Status status_;
-};
-
 // The directory that this program or plug-in was loaded from, ending in "\".
 std::string moduleDirectory();
 

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
+#include "platform/directories.h"
 #include "platform/file_replacement.h"
-#include "platform/files.h"
 #include "platform/program_end.h"
 #include "tests/child_process.h"
 #include "tests/temporary_store.h"
@@ -287,11 +287,11 @@ TEST_F(Directories, TellKindsAndLinks) {
                      "file .hidden", "file back\\slash", "file bad\xFF", "file f", "file-> l-f",
                      "missing-> l-loop", "missing-> l-none", "other p", "other-> l-p"}));
     EXPECT_EQ(entries(store_.directory("d")), Lines{}) << "opened again";
-    const DirectoryId id = reader_.id();
+    const DirectoryId id = reader_.stamp().id;
     EXPECT_EQ(entries(store_.directory("l-l-d")), Lines{});
-    EXPECT_EQ(reader_.id(), id) << "however it is reached";
+    EXPECT_EQ(reader_.stamp().id, id) << "however it is reached";
     ASSERT_TRUE(reader_.open(store_.directory()).ok());
-    EXPECT_NE(reader_.id(), id);
+    EXPECT_NE(reader_.stamp().id, id);
 }
 
 TEST_F(Directories, OfManyNamesAreListedWhole) {

@@ -151,7 +151,8 @@ bool matchValue(std::string_view value, const PreparedCriterion& criterion) {
 }
 
 PreparedCriteria::PreparedCriteria(std::span<const Criterion> criteria,
-                                   const platform::DateTime& now) {
+                                   const platform::DateTime& now)
+    : matched_(criteria.size()) {
     criteria_.reserve(criteria.size());
     for (const Criterion& criterion : criteria) {
         PreparedCriterion prepared = prepareCriterion(criterion, now);
@@ -199,7 +200,10 @@ const PreparedCriteria::Slot& PreparedCriteria::read(std::size_t index) {
 bool PreparedCriteria::matches(std::size_t index) {
     const PreparedCriterion& criterion = criteria_[index];
     const Slot& slot = read(criterion.slot);
-    return slot.present ? matchValue(slot.value, criterion) : missingFieldMatch(criterion);
+    const bool isMatch =
+        slot.present ? matchValue(slot.value, criterion) : missingFieldMatch(criterion);
+    matched_[index] += isMatch ? 1 : 0;
+    return isMatch;
 }
 
 bool MatchDictation(std::string_view path, std::string_view name, PreparedCriteria& criteria,

@@ -55,6 +55,8 @@ public:
     void start(std::string_view path, std::string_view name) noexcept;
     // Tests the dictation that start() named against one criterion.
     bool matches(std::size_t index);
+    // How often each criterion has matched so far.
+    const std::vector<std::int64_t>& matched() const noexcept { return matched_; }
 
 private:
     // A dictation field that some criterion reads: read when first asked for, kept until the
@@ -72,6 +74,7 @@ private:
     const Slot& read(std::size_t index);
 
     std::vector<PreparedCriterion> criteria_;
+    std::vector<std::int64_t> matched_;
     std::vector<Slot> slots_;
     std::string_view path_;
     std::string_view name_;

@@ -2,12 +2,15 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "dictation/listing/listing_ahead.h"
 #include "dictation/search/criterion.h"
 #include "dictation/search/dictation_list.h"
 #include "platform/status.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <stop_token>
 #include <string>
@@ -40,6 +43,9 @@ std::optional<Search> readSearch(std::string_view text);
 // What a search met.
 struct SearchReport {
     std::int64_t filesTested = 0;
+    // How many of these each criterion matches, whatever the others say; none where any one of the
+    // criteria is enough, as then not all are looked at.
+    std::vector<std::int64_t> matched;
     std::int64_t foldersRead = 0;
     std::int64_t foldersUnreadable = 0;
     std::int64_t namesSkipped = 0;          // of dictations and folders, with a "\"
@@ -52,9 +58,20 @@ struct SearchReport {
 // Called a hundred times a second at most, with what was met so far.
 using SearchWatch = std::function<void(const SearchReport&)>;
 
+// What a search may use, and who may end it.
+struct SearchMeans {
+    std::stop_token stop = {};
+    SearchWatch watch = {};
+    // What earlier searches listed: of a folder that is as it was only the times are asked.
+    std::shared_ptr<RememberedStore> remembered = {};
+    std::size_t aheadBytes = ListingAhead::usualBytes; // see ListingAhead
+};
+
 // Walks depth first, the files of a folder before its subfolders, both in the order of the file
 // system, and adds the hits to `hits` until they are `limit` in all. "Today" is the day of the
-// start. Tells the host's progress display and lets window messages be processed after every file,
+// start. Folders are listed by other threads, which may have seen a folder a moment before its
+// turn; all else is done on this one, which waits for no file system: a stop is heeded at once.
+// Tells the host's progress display and lets window messages be processed after every file,
 // so a host call that fails (HostError) ends the search; `hits` keeps what was found by then.
 //
 // Left out: folders whose name begins with "_" (the host keeps what is not to be searched
@@ -64,8 +81,7 @@ using SearchWatch = std::function<void(const SearchReport&)>;
 // is no error; when the root itself goes away or becomes another folder, the walk ends.
 //
 // One at a time on each thread: from inside another one it does nothing.
-SearchReport search(const Search& what, DictationList& hits, const std::stop_token& stop = {},
-                    const SearchWatch& watch = {});
+SearchReport search(const Search& what, DictationList& hits, const SearchMeans& means = {});
 
 bool isSearchRunning() noexcept;
 

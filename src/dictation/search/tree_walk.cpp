@@ -1,10 +1,11 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 #include "dictation/dictation_record.h"
+#include "dictation/listing/listing_ahead.h"
 #include "dictation/search/matching.h"
 #include "dictation/search/search.h"
 #include "platform/coarse_clock.h"
-#include "platform/files.h"
+#include "platform/directories.h"
 #include "platform/locale.h"
 #include "platform/text.h"
 #include "platform/user_interface.h"
@@ -14,9 +15,12 @@
 #include "support/log.h"
 #include "support/modFilePath.h"
 
-#include <algorithm>
 #include <cerrno>
+#include <functional>
+#include <memory>
+#include <optional>
 #include <utility>
+#include <vector>
 
 namespace ov::modDictation {
 
@@ -49,35 +53,40 @@ constexpr std::int64_t watchIntervalMs = 10;
 class TreeWalk {
 public:
     TreeWalk(const Search& what, DictationList& hits, std::stop_token stop,
-             const SearchWatch& watch)
+             const SearchMeans& means)
         : what_(what),
           criteria_(what.criteria, platform::now()),
           hits_(hits),
           stop_(std::move(stop)),
-          watch_(watch) {}
+          watch_(means.watch),
+          listing_({modFilePath::AddBackslash(what.root), what.depth, means.aheadBytes,
+                    means.remembered}) {}
 
     SearchReport run();
 
 private:
-    using Names = std::vector<std::string>;
-
     bool isFull() const noexcept { return hits_.size() >= what_.limit; }
     bool isOver() const noexcept {
         return stop_.stop_requested() || isFull() || report_.rootVanished;
     }
     bool leavesTheRest() noexcept;
-    bool mayDescend() const noexcept { return what_.depth == noDepthLimit || depth_ < what_.depth; }
+    bool mayDescend(const AheadFolder& folder) const noexcept {
+        return what_.depth == noDepthLimit || folder.depth < what_.depth;
+    }
 
-    void WalkDirectory();
-    void WalkSubdirectories(const Names& subdirectories);
-    void ScanDirectory(Names& subdirectories);
-    bool openDirectory();
-    void visit(const platform::DirectoryEntry& entry, Names& subdirectories);
-    void test(std::string_view fileName);
-    bool isParentThere() const;
+    void WalkDirectory(const AheadFolderPtr& folder);
+    void WalkSubdirectories(AheadFolder& folder);
+    void ScanDirectory(AheadFolder& folder);
+    void visitAll(const AheadFolder& folder, std::string_view names);
+    void visit(const AheadFolder& folder, const ListedEntry& entry);
+    void test(const AheadFolder& folder, std::string_view fileName);
+    void checkOutcome(const AheadFolder& folder);
+    bool make(std::function<void()> call);
+    std::optional<platform::DirectoryId> currentId(std::string_view directory);
+    bool isParentThere(const AheadFolder& folder);
     void checkRoot();
     void pause();
-    void reportProblem(const platform::Status& problem);
+    void reportProblem(const AheadFolder& folder);
     void reportUnreadable(const platform::Status& problem);
     void report(const platform::Status& problem);
 
@@ -86,30 +95,28 @@ private:
     DictationList& hits_;
     std::stop_token stop_;
     const SearchWatch& watch_;
+    ListingAhead listing_;
+    // Kept open: some file systems number a directory anew once nobody uses it. A call that takes
+    // for ever keeps it for ever.
+    std::shared_ptr<platform::DirectoryReader> root_ =
+        std::make_shared<platform::DirectoryReader>();
     SearchReport report_;
-    std::int32_t depth_ = 0; // of the folder being walked, the root is 0
     bool logging_ = true;
     std::int64_t nextWatch_ = 0; // coarse milliseconds
-
-    platform::DirectoryReader reader_; // one for all: a folder is listed before its subfolders
-    std::vector<platform::DirectoryId> inside_; // the folders from the root to the current one
-    std::string path_;                          // of the current folder, ends in "\"
-    // Kept open: some file systems number a directory anew once nobody uses it.
-    platform::DirectoryReader root_;
-    std::size_t rootLength_ = 0;
     std::string nameBuffer_;
 };
 
 SearchReport TreeWalk::run() {
-    path_ = modFilePath::AddBackslash(what_.root);
-    rootLength_ = path_.size();
-    if (!path_.empty() && !stop_.stop_requested()) {
-        const bool wasThere = root_.open(path_).ok();
-        WalkDirectory();
-        if (wasThere && !isOver())
+    const AheadFolderPtr& root = listing_.root();
+    if (!root->path.empty() && !stop_.stop_requested() &&
+        make([reader = root_, path = root->path] { static_cast<void>(reader->open(path)); })) {
+        WalkDirectory(root);
+        if (root_->status().ok() && !isOver())
             checkRoot();
     }
     report_.stopped = stop_.stop_requested();
+    if (what_.all)
+        report_.matched = criteria_.matched();
     return std::move(report_);
 }
 
@@ -127,107 +134,114 @@ bool TreeWalk::leavesTheRest() noexcept {
     return isOver();
 }
 
-// The path is the walk's one growing buffer; it is as it was when a call returns.
-void TreeWalk::WalkDirectory() {
-    const bool isRoot = depth_ == 0;
-    modOVPlugIn::ProgressText(platform::textFromBytes(path_));
+void TreeWalk::WalkDirectory(const AheadFolderPtr& folder) {
+    const bool isRoot = folder->depth == 0;
+    modOVPlugIn::ProgressText(platform::textFromBytes(folder->path));
     pause(); // a folder may have no entries
-    Names subdirectories;
-    inside_.push_back({});
-    ScanDirectory(subdirectories);
-    if (!isOver() && mayDescend()) {
-        if (isRoot) {
-            modOVPlugIn::ProgressInit(0, 1, 0, modLanguage::GetText(text_id::countingDirectories));
-            modOVPlugIn::ProgressInit(0, static_cast<std::int32_t>(subdirectories.size()), 0,
-                                      modLanguage::GetText(text_id::searchingDirectories));
-        }
-        WalkSubdirectories(subdirectories);
-    } else if (!subdirectories.empty()) {
-        leavesTheRest();
-    }
-    inside_.pop_back();
+    listing_.enter(folder);
+    ScanDirectory(*folder);
+    WalkSubdirectories(*folder);
     if (isRoot)
         modOVPlugIn::ProgressClear();
 }
 
-void TreeWalk::WalkSubdirectories(const Names& subdirectories) {
-    const std::size_t length = path_.size();
-    ++depth_;
+void TreeWalk::WalkSubdirectories(AheadFolder& folder) {
+    if (!mayDescend(folder))
+        return;
+    const bool isRoot = folder.depth == 0;
+    const std::vector<AheadFolderPtr> subfolders = listing_.takeSubfolders(folder);
+    if (isRoot && !isOver()) {
+        modOVPlugIn::ProgressInit(0, 1, 0, modLanguage::GetText(text_id::countingDirectories));
+        modOVPlugIn::ProgressInit(0, static_cast<std::int32_t>(subfolders.size()), 0,
+                                  modLanguage::GetText(text_id::searchingDirectories));
+    }
     std::int32_t done = 0;
-    for (const std::string& name : subdirectories) {
+    for (const AheadFolderPtr& subfolder : subfolders) {
         if (leavesTheRest())
             break;
-        path_.append(name).push_back('\\');
-        WalkDirectory();
-        path_.resize(length);
-        if (depth_ == 1)
+        WalkDirectory(subfolder);
+        if (isRoot)
             modOVPlugIn::ProgressValue(++done);
     }
-    --depth_;
 }
 
-// One pass over the folder serves both: its dictations are tested as they come, the names of its
-// subfolders are kept for afterwards.
-void TreeWalk::ScanDirectory(Names& subdirectories) {
-    if (!openDirectory())
-        return;
-    platform::DirectoryEntry entry;
-    while (reader_.next(entry) && !leavesTheRest())
-        visit(entry, subdirectories);
-    if (!reader_.status().ok())
-        reportProblem(reader_.status());
-    reader_.close();
-}
-
-bool TreeWalk::openDirectory() {
-    const platform::Status opened = reader_.open(path_);
-    if (!opened.ok()) {
-        reportProblem(opened);
-        return false;
-    }
-    inside_.back() = reader_.id();
-    if (std::find(inside_.begin(), inside_.end() - 1, reader_.id()) != inside_.end() - 1) {
-        reader_.close();
-        return false;
-    }
-    ++report_.foldersRead;
-    return true;
-}
-
-void TreeWalk::visit(const platform::DirectoryEntry& entry, Names& subdirectories) {
-    const bool isFile = entry.kind == platform::FileKind::file;
-    const bool isDictation = isFile && hasDictationEnding(entry.name);
-    const bool isSubdirectory = !isFile && entry.kind == platform::FileKind::directory &&
-                                !entry.name.starts_with('_') && mayDescend();
-    if (isDictation || isSubdirectory) {
-        if (entry.name.find('\\') != std::string_view::npos) {
-            ++report_.namesSkipped;
-            report({EINVAL, platform::toNativePath(path_).append(entry.name),
-                    "left out, the name holds a backslash"});
-        } else if (isDictation) {
-            test(entry.name);
-        } else {
-            subdirectories.emplace_back(entry.name);
+void TreeWalk::ScanDirectory(AheadFolder& folder) {
+    ListedNames names;
+    bool isCounted = false;
+    while (!stop_.stop_requested()) {
+        const ListingAhead::Taken taken = listing_.take(folder, names);
+        if (taken != ListingAhead::Taken::nothingYet && folder.opened && !folder.isCircular)
+            report_.foldersRead += std::exchange(isCounted, true) ? 0 : 1;
+        switch (taken) {
+        case ListingAhead::Taken::names:
+            visitAll(folder, *names);
+            if (isOver())
+                return;
+            break;
+        case ListingAhead::Taken::nothingYet:
+            pause();
+            break;
+        case ListingAhead::Taken::end:
+            if (!folder.problem.ok())
+                reportProblem(folder);
+            return;
         }
+    }
+}
+
+void TreeWalk::visitAll(const AheadFolder& folder, std::string_view names) {
+    for (ListedEntry entry; takeEntry(names, entry) && !leavesTheRest();)
+        visit(folder, entry);
+}
+
+void TreeWalk::visit(const AheadFolder& folder, const ListedEntry& entry) {
+    if (entry.isFolder && !mayDescend(folder))
+        return;
+    if (entry.name.find('\\') != std::string_view::npos) {
+        ++report_.namesSkipped;
+        report({EINVAL, platform::toNativePath(folder.path).append(entry.name),
+                "left out, the name holds a backslash"});
+    } else if (!entry.isFolder) {
+        test(folder, entry.name);
     }
     pause();
 }
 
-void TreeWalk::test(std::string_view fileName) {
+void TreeWalk::test(const AheadFolder& folder, std::string_view fileName) {
     ++report_.filesTested;
     const std::string_view name = dictationName(fileName, nameBuffer_);
-    if (MatchDictation(path_, name, criteria_, what_.all))
-        hits_.add(path_, fileName);
+    if (MatchDictation(folder.path, name, criteria_, what_.all))
+        hits_.add(folder.path, fileName);
 }
 
-bool TreeWalk::isParentThere() const {
-    const std::string_view parent(path_.data(), path_.find_last_of('\\', path_.size() - 2) + 1);
-    return platform::directoryId(parent) == inside_[inside_.size() - 2];
+// False when the search was stopped meanwhile: the call may still be going on.
+bool TreeWalk::make(std::function<void()> call) {
+    const auto started = listing_.start(std::move(call));
+    while (!listing_.isDone(*started)) {
+        pause();
+        if (stop_.stop_requested())
+            return false;
+    }
+    return true;
+}
+
+// Of the directory that is there now.
+std::optional<platform::DirectoryId> TreeWalk::currentId(std::string_view directory) {
+    const auto stamp = std::make_shared<std::optional<platform::DirectoryStamp>>();
+    const bool isMade =
+        make([stamp, path = std::string(directory)] { *stamp = platform::directoryStamp(path); });
+    return isMade && *stamp ? std::optional((*stamp)->id) : std::nullopt;
+}
+
+bool TreeWalk::isParentThere(const AheadFolder& folder) {
+    const std::string_view path = folder.path;
+    return currentId(path.substr(0, path.find_last_of('\\', path.size() - 2) + 1)) ==
+           folder.around->id;
 }
 
 void TreeWalk::checkRoot() {
-    const std::string_view root(path_.data(), rootLength_);
-    if (platform::directoryId(root) == root_.id())
+    const std::string& root = listing_.root()->path;
+    if (currentId(root) == root_->stamp().id || stop_.stop_requested())
         return;
     report_.rootVanished = true;
     reportUnreadable(
@@ -237,13 +251,14 @@ void TreeWalk::checkRoot() {
 
 // A subfolder that is gone was there a moment ago: somebody moved it. Where what it lies in is
 // gone too, its dictations were never looked at.
-void TreeWalk::reportProblem(const platform::Status& problem) {
-    if (problem.kind() == platform::Status::Kind::missing && root_.status().ok()) {
+void TreeWalk::reportProblem(const AheadFolder& folder) {
+    if (folder.problem.kind() == platform::Status::Kind::missing && root_->status().ok()) {
         checkRoot();
-        if (report_.rootVanished || (depth_ > 0 && isParentThere()))
+        if (report_.rootVanished || (folder.depth > 0 && isParentThere(folder)))
             return;
     }
-    reportUnreadable(problem);
+    if (!stop_.stop_requested())
+        reportUnreadable(folder.problem);
 }
 
 void TreeWalk::reportUnreadable(const platform::Status& problem) {
@@ -260,14 +275,15 @@ void TreeWalk::report(const platform::Status& problem) {
 
 } // namespace
 
-SearchReport search(const Search& what, DictationList& hits, const std::stop_token& stop,
-                    const SearchWatch& watch) {
+SearchReport search(const Search& what, DictationList& hits, const SearchMeans& means) {
     if (state().searchRunning)
         return {};
     const RunningSearch running;
     const std::stop_callback alsoHere(
-        stop, [abort = state().searchAbort]() mutable { abort.request_stop(); });
-    return TreeWalk(what, hits, state().searchAbort.get_token(), watch).run();
+        means.stop, [abort = state().searchAbort]() mutable { abort.request_stop(); });
+    if (means.remembered)
+        means.remembered->startSearch();
+    return TreeWalk(what, hits, state().searchAbort.get_token(), means).run();
 }
 
 bool isSearchRunning() noexcept {

@@ -1,8 +1,9 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
-#include "platform/files.h"
+#include "platform/directories.h"
 #include "platform/posix/file_descriptor.h"
+#include "platform/posix/file_times.h"
 
 #include <cerrno>
 #include <cstring>
@@ -32,13 +33,6 @@ bool isDotOrDotDot(const char* name) noexcept {
 
 } // namespace
 
-std::optional<DirectoryId> directoryId(std::string_view path) {
-    struct stat info {};
-    if (stat(toNativePath(path).c_str(), &info) != 0 || !S_ISDIR(info.st_mode))
-        return std::nullopt;
-    return DirectoryId{info.st_dev, info.st_ino};
-}
-
 DirectoryReader::DirectoryReader() : buffer_(listingBufferSize, '\0') {}
 
 DirectoryReader::~DirectoryReader() {
@@ -59,7 +53,7 @@ Status DirectoryReader::open(std::string_view directory) {
     struct stat info {};
     if (!handle.valid() || fstat(handle.get(), &info) != 0)
         return status_ = systemError(native_);
-    id_ = {info.st_dev, info.st_ino};
+    stamp_ = stampOfStatus(info);
     handle_ = handle.release();
     return {};
 }

@@ -3,8 +3,10 @@
 
 #include "platform/files.h"
 
+#include "platform/directories.h"
 #include "platform/file_replacement.h"
 #include "platform/posix/file_descriptor.h"
+#include "platform/posix/file_times.h"
 
 #include <algorithm>
 #include <array>
@@ -78,9 +80,7 @@ FileStamp fileStamp(std::string_view path) {
     struct stat info {};
     if (stat(toNativePath(path).c_str(), &info) != 0)
         return {};
-    constexpr std::int64_t perSecond = 1'000'000'000;
-    return {static_cast<std::uint64_t>(info.st_size),
-            info.st_mtim.tv_sec * perSecond + info.st_mtim.tv_nsec};
+    return {static_cast<std::uint64_t>(info.st_size), nanoseconds(info.st_mtim)};
 }
 
 bool fileExists(std::string_view path) {

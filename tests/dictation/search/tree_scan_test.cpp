@@ -24,6 +24,9 @@ using Texts = std::vector<std::string>;
 
 constexpr std::int32_t noLimit = 999999;
 
+// Each folder is listed when the walk comes to it.
+const SearchMeans notAhead{.aheadBytes = 0};
+
 class TreeScan : public tests::SettingsTest {
 protected:
     // Relative to the store, native, sorted.
@@ -174,7 +177,7 @@ TEST_F(TreeScan, FoldersThatVanish) {
                 store.add(c.instead);
         };
         list_.clear();
-        report_ = modDictation::search({store.directory("s"), {}}, list_);
+        report_ = modDictation::search({store.directory("s"), {}}, list_, notAhead);
         EXPECT_EQ(report_.foldersUnreadable, c.unreadable);
         EXPECT_EQ(report_.rootVanished, c.rootVanished);
         EXPECT_TRUE(c.rootVanished || list_.size() == 2) << "the rest is found";
@@ -189,7 +192,7 @@ TEST_F(TreeScan, StopKeepsWhatWasFound) {
         std::stop_source stop;
         const tests::RecordingInterface person([&] { stop.request_stop(); });
         list_.clear();
-        report_ = modDictation::search({store_.directory(folder), {}}, list_, stop.get_token());
+        report_ = modDictation::search({store_.directory(folder), {}}, list_, {stop.get_token()});
         EXPECT_LT(list_.size(), 200);
         EXPECT_TRUE(report_.stopped) << folder;
     }

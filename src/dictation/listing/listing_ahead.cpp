@@ -1,0 +1,339 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+#include "dictation/listing/listing_ahead.h"
+
+#include "dictation/listing/listing_pace.h"
+
+#include <algorithm>
+#include <chrono>
+#include <condition_variable>
+#include <mutex>
+#include <system_error>
+#include <thread>
+#include <utility>
+
+namespace ov::modDictation {
+
+struct ListingAhead::Call {
+    explicit Call(std::function<void()> theCall) : call(std::move(theCall)) {}
+
+    const std::function<void()> call;
+    bool isTaken = false; // guarded, as is the next
+    bool isDone = false;
+};
+
+namespace {
+
+// What one turn of a thread brought.
+struct Step {
+    std::vector<ListedNames> names;
+    std::vector<AheadFolderPtr> subfolders;
+    bool isLast = false;
+};
+
+// What a thread uses again and again: to a process, memory that is new costs more than what is
+// written into it.
+struct Buffers {
+    std::unique_ptr<FolderReader> reader;
+    std::string names;
+    std::shared_ptr<std::string> spare; // to give the names to the walk in
+};
+
+} // namespace
+
+// What walk and threads share; the last of them deletes it.
+struct ListingAhead::State : std::enable_shared_from_this<State> {
+    explicit State(Tree theTree) : tree(std::move(theTree)) {}
+
+    void addThread();
+    void work();
+    bool workOn(std::unique_lock<std::mutex>& lock, Buffers& buffers);
+    AheadFolderPtr nextFolder() const;
+    void accept(AheadFolder& folder, Step step);
+    void gave(std::size_t freed);
+    ListedNames lend(AheadFolder& folder);
+    template <typename Condition, typename Begun>
+    bool waitFor(std::unique_lock<std::mutex>& lock, Condition condition, Begun begun);
+
+    std::size_t mostBytes() const;
+
+    Step list(AheadFolder& folder, Buffers& buffers);
+    bool open(AheadFolder& folder, Buffers& buffers, Step& step);
+    void finish(AheadFolder& folder, Buffers& buffers) const;
+    void add(const AheadFolder& folder, const ListedNames& names, Step& step) const;
+
+    const Tree tree;
+    const std::string driveFolder = platform::driveFolder();
+
+    std::mutex mutex; // guards what follows
+    std::condition_variable toDo;
+    std::condition_variable done;
+    Frontier frontier;
+    std::deque<std::shared_ptr<Call>> calls;
+    AheadFolderPtr entered;
+    ListedNames lent; // what the walk took last
+    std::vector<std::shared_ptr<std::string>> spares;
+    std::size_t bytes = 0; // known and not yet taken
+    bool isFull = false;
+    ListingPace pace;
+    int threads = 0;
+    int idle = 0;
+    bool closed = false;
+};
+
+void ListingAhead::State::addThread() {
+    try {
+        std::thread([self = shared_from_this()] { self->work(); }).detach();
+        ++threads;
+    } catch (const std::system_error&) {
+        // The others do the work; without any, whoever waits does.
+    }
+}
+
+void ListingAhead::State::work() {
+    platform::setDriveFolder(driveFolder);
+    Buffers buffers;
+    std::unique_lock lock(mutex);
+    while (!closed) {
+        if (workOn(lock, buffers))
+            continue;
+        ++idle;
+        toDo.wait(lock);
+        --idle;
+    }
+    --threads;
+}
+
+// One call, or a part of a folder. False when there is nothing to do.
+bool ListingAhead::State::workOn(std::unique_lock<std::mutex>& lock, Buffers& buffers) {
+    if (!calls.empty()) {
+        const std::shared_ptr<Call> call = calls.front();
+        calls.pop_front();
+        call->isTaken = true;
+        lock.unlock();
+        call->call();
+        lock.lock();
+        call->isDone = true;
+        done.notify_one();
+        return true;
+    }
+    const AheadFolderPtr folder = nextFolder();
+    if (!folder)
+        return false;
+    folder->isInWork = true;
+    if (!buffers.spare && !spares.empty()) {
+        buffers.spare = std::move(spares.back());
+        spares.pop_back();
+    }
+    if (idle == 0 && threads < pace.threads() && nextFolder())
+        addThread();
+    lock.unlock();
+    const ListingPace::Turn turn;
+    Step step = list(*folder, buffers);
+    lock.lock();
+    pace.add(turn);
+    accept(*folder, std::move(step));
+    return true;
+}
+
+// What is far ahead falls out of the processor's caches again: it only helps those that wait.
+std::size_t ListingAhead::State::mostBytes() const {
+    constexpr std::size_t withoutWaiting = std::size_t{4} * 1024 * 1024;
+    return pace.isWaiting() ? tree.bytes : std::min(tree.bytes, withoutWaiting);
+}
+
+// Of the folder that the walk is in there is always something ready, also where it is too large.
+AheadFolderPtr ListingAhead::State::nextFolder() const {
+    if (!isFull)
+        return frontier.firstIdle();
+    const bool isUrgent =
+        entered && !entered->isListed && !entered->isInWork && entered->untaken.empty();
+    return isUrgent ? entered : nullptr;
+}
+
+void ListingAhead::State::accept(AheadFolder& folder, Step step) {
+    folder.isInWork = false;
+    for (ListedNames& names : step.names) {
+        bytes += names->capacity();
+        folder.untaken.push_back(std::move(names));
+    }
+    for (const AheadFolderPtr& subfolder : step.subfolders) {
+        bytes += subfolder->footprint();
+        frontier.addSubfolder(folder, subfolder);
+        folder.subfolders.push_back(subfolder);
+        if (idle > 0)
+            toDo.notify_one();
+    }
+    isFull = bytes >= mostBytes();
+    folder.isListed = step.isLast;
+    if (step.isLast)
+        frontier.remove(folder);
+    if (entered.get() == &folder)
+        done.notify_one();
+}
+
+// Not for each bit of room: to wake a thread costs more than to list a folder.
+void ListingAhead::State::gave(std::size_t freed) {
+    bytes -= freed;
+    if (!isFull || bytes > mostBytes() / 2)
+        return;
+    isFull = bytes >= mostBytes(); // with room for nothing it stays so
+    if (!isFull && idle > 0)
+        toDo.notify_all();
+}
+
+// The names that the walk had before are used again, where nobody remembers them.
+ListedNames ListingAhead::State::lend(AheadFolder& folder) {
+    if (lent.use_count() == 1)
+        spares.push_back(std::const_pointer_cast<std::string>(lent));
+    lent = std::move(folder.untaken.front());
+    folder.untaken.pop_front();
+    return lent;
+}
+
+// Where nobody begins what the walk waits for, all threads are held up by something else.
+template <typename Condition, typename Begun>
+bool ListingAhead::State::waitFor(std::unique_lock<std::mutex>& lock, Condition condition,
+                                  Begun begun) {
+    constexpr std::chrono::milliseconds most{10};
+    if (Buffers buffers; threads == 0 && !condition())
+        workOn(lock, buffers);
+    if (done.wait_for(lock, most, condition))
+        return true;
+    if (!begun() && threads < ListingPace::mostThreads)
+        addThread();
+    return false;
+}
+
+Step ListingAhead::State::list(AheadFolder& folder, Buffers& buffers) {
+    Step step;
+    if (!folder.reader && !open(folder, buffers, step)) {
+        step.isLast = true;
+        return step;
+    }
+    folder.reader->next(buffers.names);
+    if (!buffers.names.empty()) {
+        auto names = buffers.spare ? std::move(buffers.spare) : std::make_shared<std::string>();
+        names->assign(buffers.names);
+        add(folder, names, step);
+    }
+    if (tree.remembered)
+        folder.listing.parts.insert(folder.listing.parts.end(), step.names.begin(),
+                                    step.names.end());
+    step.isLast = folder.reader->ended();
+    if (step.isLast)
+        finish(folder, buffers);
+    return step;
+}
+
+// False when nothing is left to be listed.
+bool ListingAhead::State::open(AheadFolder& folder, Buffers& buffers, Step& step) {
+    if (tree.remembered) {
+        folder.begun = RememberedStore::Moment::now();
+        if (auto known = tree.remembered->unchanged(folder.path)) {
+            folder.opened = true;
+            folder.listing = std::move(*known);
+        }
+    }
+    const bool isKnown = folder.opened;
+    auto reader = buffers.reader ? std::move(buffers.reader) : std::make_unique<FolderReader>();
+    if (!isKnown) {
+        folder.problem = reader->open(folder.path);
+        folder.opened = folder.problem.ok();
+        folder.listing.stamp = reader->stamp();
+    }
+    folder.isCircular = folder.opened && isInside(folder.around.get(), folder.listing.stamp.id);
+    const bool isToList = folder.opened && !folder.isCircular;
+    if (isToList && isKnown)
+        for (const ListedNames& names : folder.listing.parts)
+            add(folder, names, step);
+    (isToList && !isKnown ? folder.reader : buffers.reader) = std::move(reader);
+    return folder.reader != nullptr;
+}
+
+void ListingAhead::State::finish(AheadFolder& folder, Buffers& buffers) const {
+    folder.problem = folder.reader->status();
+    folder.listing.hasLinks = folder.reader->hasLinks();
+    if (tree.remembered && folder.problem.ok())
+        tree.remembered->keep(folder.path, folder.listing, folder.begun);
+    buffers.reader = std::move(folder.reader);
+}
+
+void ListingAhead::State::add(const AheadFolder& folder, const ListedNames& names,
+                              Step& step) const {
+    step.names.push_back(names);
+    if (tree.depth >= 0 && folder.depth >= tree.depth)
+        return;
+    std::shared_ptr<const FoldersAround> around;
+    std::string_view rest = *names;
+    for (ListedEntry entry; takeEntry(rest, entry);) {
+        if (!entry.isFolder || entry.name.find('\\') != std::string_view::npos)
+            continue;
+        if (!around)
+            around = std::make_shared<FoldersAround>(
+                FoldersAround{folder.listing.stamp.id, folder.around});
+        step.subfolders.push_back(std::make_shared<AheadFolder>(
+            std::string(folder.path).append(entry.name).append(1, '\\'), folder.depth + 1, around));
+    }
+}
+
+ListingAhead::ListingAhead(Tree tree)
+    : state_(std::make_shared<State>(std::move(tree))),
+      root_(std::make_shared<AheadFolder>(state_->tree.root, 0, nullptr)) {
+    const std::lock_guard lock(state_->mutex);
+    state_->bytes = root_->footprint();
+    state_->isFull = state_->bytes >= state_->mostBytes();
+    state_->frontier.setRoot(root_);
+    state_->addThread();
+}
+
+ListingAhead::~ListingAhead() {
+    const std::lock_guard lock(state_->mutex);
+    state_->closed = true;
+    state_->toDo.notify_all();
+}
+
+void ListingAhead::enter(const AheadFolderPtr& folder) {
+    const std::lock_guard lock(state_->mutex);
+    state_->entered = folder;
+    state_->gave(folder->footprint());
+    if (state_->idle > 0 && !folder->isListed)
+        state_->toDo.notify_one();
+}
+
+ListingAhead::Taken ListingAhead::take(AheadFolder& folder, ListedNames& names) {
+    names.reset();
+    std::unique_lock lock(state_->mutex);
+    if (!state_->waitFor(
+            lock, [&] { return !folder.untaken.empty() || folder.isListed; },
+            [&] { return folder.isInWork; }))
+        return Taken::nothingYet;
+    if (folder.untaken.empty())
+        return Taken::end;
+    names = state_->lend(folder);
+    state_->gave(names->capacity());
+    if (folder.untaken.empty() && !folder.isListed && state_->idle > 0)
+        state_->toDo.notify_one();
+    return Taken::names;
+}
+
+std::vector<AheadFolderPtr> ListingAhead::takeSubfolders(AheadFolder& folder) {
+    const std::lock_guard lock(state_->mutex);
+    return std::exchange(folder.subfolders, {});
+}
+
+std::shared_ptr<ListingAhead::Call> ListingAhead::start(std::function<void()> call) {
+    auto started = std::make_shared<Call>(std::move(call));
+    const std::lock_guard lock(state_->mutex);
+    state_->calls.push_back(started);
+    state_->toDo.notify_one();
+    return started;
+}
+
+bool ListingAhead::isDone(const Call& call) {
+    std::unique_lock lock(state_->mutex);
+    return state_->waitFor(
+        lock, [&] { return call.isDone; }, [&] { return call.isTaken; });
+}
+
+} // namespace ov::modDictation

@@ -1,0 +1,131 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+#include "dictation/listing/remembered_store.h"
+
+#include <chrono>
+
+namespace ov::modDictation {
+
+namespace {
+
+using platform::DirectoryTimes;
+
+// No file system's times are coarser, and no kernel's clock lags as much.
+constexpr std::chrono::seconds grain{2};
+
+template <typename Unit, typename Clock>
+std::int64_t timeOf() {
+    return std::chrono::duration_cast<Unit>(Clock::now().time_since_epoch()).count();
+}
+
+std::size_t footprint(const std::string& directory, const FolderListing& listing) {
+    constexpr std::size_t ofTheMap = 128;
+    return ofTheMap + directory.size() + listing.bytes();
+}
+
+} // namespace
+
+RememberedStore::Moment RememberedStore::Moment::now() {
+    return {timeOf<std::chrono::nanoseconds, std::chrono::system_clock>(),
+            timeOf<std::chrono::milliseconds, std::chrono::steady_clock>()};
+}
+
+void RememberedStore::startSearch() {
+    const std::lock_guard lock(mutex_);
+    ++search_;
+    times_.clear(); // a device may come back as another
+}
+
+void RememberedStore::forget() {
+    const std::lock_guard lock(mutex_);
+    folders_.clear();
+    bytes_ = 0;
+}
+
+std::size_t RememberedStore::bytes() const {
+    const std::lock_guard lock(mutex_);
+    return bytes_;
+}
+
+std::optional<FolderListing> RememberedStore::unchanged(const std::string& directory) {
+    FolderListing known;
+    {
+        const std::lock_guard lock(mutex_);
+        const auto found = folders_.find(directory);
+        if (found == folders_.end())
+            return std::nullopt;
+        found->second.search = search_;
+        if (!found->second.settled)
+            return std::nullopt;
+        known = found->second.listing;
+    }
+    if (platform::directoryStamp(directory) != known.stamp)
+        return std::nullopt;
+    return known;
+}
+
+void RememberedStore::keep(const std::string& directory, const FolderListing& listing,
+                           const Moment& begun) {
+    const DirectoryTimes times = timesOf(listing.stamp.id.device, directory);
+    const std::lock_guard lock(mutex_);
+    Folder folder{listing, false, begun.steady, search_};
+    if (const auto before = folders_.find(directory);
+        before != folders_.end() && before->second.listing.stamp == listing.stamp)
+        folder.firstSeen = before->second.firstSeen;
+    folder.settled = isSettled(folder, begun, times);
+    if (!folder.settled)
+        folder.listing.parts.clear();
+    remove(directory);
+    const std::size_t needed = footprint(directory, folder.listing);
+    makeRoom(needed);
+    if (bytes_ + needed > mostBytes_)
+        return;
+    bytes_ += needed;
+    folders_.emplace(directory, std::move(folder));
+}
+
+bool RememberedStore::isSettled(const Folder& folder, const Moment& begun,
+                                DirectoryTimes times) const {
+    using namespace std::chrono;
+    if (folder.listing.hasLinks || (times == DirectoryTimes::unknown && !trustful_))
+        return false;
+    return milliseconds(begun.steady - folder.firstSeen) > grain ||
+           (times == DirectoryTimes::ofOurClock &&
+            nanoseconds(begun.wall - folder.listing.stamp.changed) > grain);
+}
+
+DirectoryTimes RememberedStore::timesOf(std::uint64_t device, const std::string& directory) {
+    {
+        const std::lock_guard lock(mutex_);
+        if (const auto known = times_.find(device); known != times_.end())
+            return known->second;
+    }
+    const DirectoryTimes times = platform::directoryTimes(directory); // may take its time
+    const std::lock_guard lock(mutex_);
+    return times_.emplace(device, times).first->second;
+}
+
+// Once a search: a store that is too large is remembered in part, not again and again in others.
+void RememberedStore::makeRoom(std::size_t bytes) {
+    if (bytes_ + bytes <= mostBytes_ || sweptIn_ == search_)
+        return;
+    sweptIn_ = search_;
+    for (auto folder = folders_.begin(); folder != folders_.end();) {
+        if (folder->second.search + 1 < search_) {
+            bytes_ -= footprint(folder->first, folder->second.listing);
+            folder = folders_.erase(folder);
+        } else {
+            ++folder;
+        }
+    }
+}
+
+void RememberedStore::remove(const std::string& directory) {
+    const auto folder = folders_.find(directory);
+    if (folder == folders_.end())
+        return;
+    bytes_ -= footprint(directory, folder->second.listing);
+    folders_.erase(folder);
+}
+
+} // namespace ov::modDictation

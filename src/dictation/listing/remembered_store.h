@@ -1,0 +1,79 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "dictation/listing/folder_listing.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+
+// The folders that searches have listed, so that the next one asks of each only whether it changed.
+//
+// A listing is believed when the times of its folder are what they were, and these were old enough
+// when it was listed: a change right after it could otherwise bear the same time. How old is known
+// where the file system goes by this machine's clock. Where a server's clock counts, the same times
+// must have been seen twice, as long apart. Folders with links, and file systems of which it is not
+// known what their times are worth, are listed always.
+//
+// All functions may be called from any thread.
+
+namespace ov::modDictation {
+
+class RememberedStore {
+public:
+    static constexpr std::size_t usualBytes = std::size_t{512} * 1024 * 1024;
+
+    // Keeps `mostBytes` of listings. `trustful`: the administrator knows that the file systems
+    // whose kind is not known here keep the times of folders too.
+    explicit RememberedStore(std::size_t mostBytes = usualBytes, bool trustful = false)
+        : mostBytes_(mostBytes), trustful_(trustful) {}
+
+    // When room is needed, what neither this search nor the one before asked for goes.
+    void startSearch();
+    // Nothing is believed any more.
+    void forget();
+
+    // The directory's listing if it is as it was; asks the file system once.
+    std::optional<FolderListing> unchanged(const std::string& directory);
+
+    // When a listing began, by the two clocks.
+    struct Moment {
+        std::int64_t wall = 0;   // nanoseconds since 1970
+        std::int64_t steady = 0; // milliseconds
+        static Moment now();
+    };
+    // Takes a listing of the directory that was complete.
+    void keep(const std::string& directory, const FolderListing& listing, const Moment& begun);
+
+    std::size_t bytes() const;
+
+private:
+    struct Folder {
+        FolderListing listing;
+        bool settled = false;       // may be believed while its times stay
+        std::int64_t firstSeen = 0; // when it first had these times, steady milliseconds
+        std::uint64_t search = 0;   // that asked for it last
+    };
+
+    bool isSettled(const Folder& folder, const Moment& begun, platform::DirectoryTimes times) const;
+    platform::DirectoryTimes timesOf(std::uint64_t device, const std::string& directory);
+    void makeRoom(std::size_t bytes);
+    void remove(const std::string& directory);
+
+    const std::size_t mostBytes_;
+    const bool trustful_;
+    mutable std::mutex mutex_; // guards what follows
+    std::unordered_map<std::string, Folder> folders_;
+    std::map<std::uint64_t, platform::DirectoryTimes> times_; // by device
+    std::size_t bytes_ = 0;
+    std::uint64_t search_ = 0;
+    std::uint64_t sweptIn_ = 0; // the search in which room was made
+};
+
+} // namespace ov::modDictation
