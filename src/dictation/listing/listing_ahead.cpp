@@ -229,7 +229,7 @@ Step ListingAhead::State::list(AheadFolder& folder, Buffers& buffers) {
 // False when nothing is left to be listed.
 bool ListingAhead::State::open(AheadFolder& folder, Buffers& buffers, Step& step) {
     if (tree.remembered) {
-        folder.begun = RememberedStore::Moment::now();
+        folder.begun = tree.remembered->begin();
         if (auto known = tree.remembered->unchanged(folder.path)) {
             folder.opened = true;
             folder.listing = std::move(*known);

@@ -25,7 +25,7 @@ std::size_t footprint(const std::string& directory, const FolderListing& listing
 
 } // namespace
 
-RememberedStore::Moment RememberedStore::Moment::now() {
+RememberedStore::Moment RememberedStore::now() {
     return {timeOf<std::chrono::nanoseconds, std::chrono::system_clock>(),
             timeOf<std::chrono::milliseconds, std::chrono::steady_clock>()};
 }
@@ -78,7 +78,7 @@ void RememberedStore::keep(const std::string& directory, const FolderListing& li
     remove(directory);
     const std::size_t needed = footprint(directory, folder.listing);
     makeRoom(needed);
-    if (bytes_ + needed > mostBytes_)
+    if (bytes_ + needed > rules_.mostBytes)
         return;
     bytes_ += needed;
     folders_.emplace(directory, std::move(folder));
@@ -87,7 +87,7 @@ void RememberedStore::keep(const std::string& directory, const FolderListing& li
 bool RememberedStore::isSettled(const Folder& folder, const Moment& begun,
                                 DirectoryTimes times) const {
     using namespace std::chrono;
-    if (folder.listing.hasLinks || (times == DirectoryTimes::unknown && !trustful_))
+    if (folder.listing.hasLinks || (times == DirectoryTimes::unknown && !rules_.trustsUnknown))
         return false;
     return milliseconds(begun.steady - folder.firstSeen) > grain ||
            (times == DirectoryTimes::ofOurClock &&
@@ -107,7 +107,7 @@ DirectoryTimes RememberedStore::timesOf(std::uint64_t device, const std::string&
 
 // Once a search: a store that is too large is remembered in part, not again and again in others.
 void RememberedStore::makeRoom(std::size_t bytes) {
-    if (bytes_ + bytes <= mostBytes_ || sweptIn_ == search_)
+    if (bytes_ + bytes <= rules_.mostBytes || sweptIn_ == search_)
         return;
     sweptIn_ = search_;
     for (auto folder = folders_.begin(); folder != folders_.end();) {

@@ -29,10 +29,22 @@ class RememberedStore {
 public:
     static constexpr std::size_t usualBytes = std::size_t{512} * 1024 * 1024;
 
-    // Keeps `mostBytes` of listings. `trustful`: the administrator knows that the file systems
-    // whose kind is not known here keep the times of folders too.
-    explicit RememberedStore(std::size_t mostBytes = usualBytes, bool trustful = false)
-        : mostBytes_(mostBytes), trustful_(trustful) {}
+    // A moment by the two clocks.
+    struct Moment {
+        std::int64_t wall = 0;   // nanoseconds since 1970
+        std::int64_t steady = 0; // milliseconds
+    };
+    static Moment now();
+
+    struct Rules {
+        std::size_t mostBytes = usualBytes; // of listings that are kept
+        // The administrator knows that file systems whose kind is not known here keep the times of
+        // folders too.
+        bool trustsUnknown = false;
+        Moment (*clock)() = now;
+    };
+    RememberedStore() : RememberedStore(Rules{}) {}
+    explicit RememberedStore(Rules rules) : rules_(rules) {}
 
     // When room is needed, what neither this search nor the one before asked for goes.
     void startSearch();
@@ -42,13 +54,9 @@ public:
     // The directory's listing if it is as it was; asks the file system once.
     std::optional<FolderListing> unchanged(const std::string& directory);
 
-    // When a listing began, by the two clocks.
-    struct Moment {
-        std::int64_t wall = 0;   // nanoseconds since 1970
-        std::int64_t steady = 0; // milliseconds
-        static Moment now();
-    };
-    // Takes a listing of the directory that was complete.
+    // Asked before a folder is listed.
+    Moment begin() const { return rules_.clock(); }
+    // Takes a listing of the directory, from end to end, that began then.
     void keep(const std::string& directory, const FolderListing& listing, const Moment& begun);
 
     std::size_t bytes() const;
@@ -66,8 +74,7 @@ private:
     void makeRoom(std::size_t bytes);
     void remove(const std::string& directory);
 
-    const std::size_t mostBytes_;
-    const bool trustful_;
+    const Rules rules_;
     mutable std::mutex mutex_; // guards what follows
     std::unordered_map<std::string, Folder> folders_;
     std::map<std::uint64_t, platform::DirectoryTimes> times_; // by device
