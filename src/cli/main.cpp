@@ -112,9 +112,6 @@ void addSearchOptions(CLI::App& command, SearchOptions& search) {
         ->take_all()
         ->allow_extra_args(false); // what follows is ROOT
     command.add_flag("--any", search.any, "One matching criterion is enough");
-    command.add_option("--criteria-file", search.criteriaFile, "Also the criteria of this file")
-        ->type_name("FILE")
-        ->check(notEmpty);
     command.add_option("--max-depth", search.maxDepth, "Levels of folders below ROOT; -1 for all")
         ->type_name("N")
         ->check(inRange(-1))
@@ -132,9 +129,20 @@ void addSearchOptions(CLI::App& command, SearchOptions& search) {
     command.add_option("--sort", search.sort, "Field to sort by")->type_name("KEY[:desc]");
 }
 
+CLI::Option* addCriteriaFile(CLI::App& command, auto& files, const std::string& help) {
+    return command.add_option("--criteria-file", files, help)
+        ->type_name("FILE")
+        ->expected(1)
+        ->check(notEmpty);
+}
+
 CLI::App* addFind(CLI::App& app, Arguments& arguments) {
     CLI::App* command = app.add_subcommand("find", "Search a store of dictations");
     addSearchOptions(*command, arguments.find.search);
+    addCriteriaFile(*command, arguments.find.criteriaFiles,
+                    "Also the criteria of this file; a further file is a search of its own")
+        ->take_all()
+        ->allow_extra_args(false);
     addFormat(*command, arguments.find.format);
     addSeparator(*command, arguments.find.separator, "a comma");
     command->add_flag("-0,--null", arguments.find.zeroEnded, "End paths by a zero byte");
@@ -148,6 +156,7 @@ CLI::App* addExport(CLI::App& app, Arguments& arguments) {
     addPath(*command, "FILE", options.file,
             "File to write; its ending is .pdf, .xlsx, .csv, .html, .json or .txt");
     addSearchOptions(*command, options.search);
+    addCriteriaFile(*command, options.search.criteriaFile, "Also the criteria of this file");
     command->add_option("--title", options.title, "Title of the list")->type_name("TEXT");
     addSeparator(*command, options.separator, "as the locale has it");
     command->add_flag("--force", options.force, "Replace FILE when it exists");

@@ -16,6 +16,7 @@
 #include <algorithm>
 #include <iterator>
 #include <stop_token>
+#include <utility>
 
 namespace ov::cli {
 
@@ -154,7 +155,8 @@ ExitCode readSearch(const SearchOptions& options, const std::vector<std::string>
 
 SearchReport search(const modDictation::Search& what, const Session& session,
                     TerminalInterface& terminal, DictationList& hits,
-                    const std::function<bool()>& goOn) {
+                    const std::function<bool()>& goOn,
+                    std::shared_ptr<modDictation::RememberedStore> remembered) {
     constexpr std::int64_t progressIntervalMs = 100;
     std::int64_t nextProgress = platform::coarseMilliseconds() + progressIntervalMs;
     std::stop_source stop;
@@ -166,7 +168,9 @@ SearchReport search(const modDictation::Search& what, const Session& session,
         nextProgress = platform::coarseMilliseconds() + progressIntervalMs;
         showProgress(session, soFar, hits, terminal);
     };
-    SearchReport report = modDictation::search(what, hits, {stop.get_token(), watch});
+    SearchReport report = modDictation::search(
+        what, hits,
+        {.stop = stop.get_token(), .watch = watch, .remembered = std::move(remembered)});
     terminal.clearProgress();
     return report;
 }

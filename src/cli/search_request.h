@@ -9,6 +9,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -56,7 +57,8 @@ ExitCode readSearch(const SearchOptions& options, const std::vector<std::string>
 // false stops the search.
 modDictation::SearchReport search(const modDictation::Search& what, const Session& session,
                                   TerminalInterface& terminal, modDictation::DictationList& hits,
-                                  const std::function<bool()>& goOn);
+                                  const std::function<bool()>& goOn,
+                                  std::shared_ptr<modDictation::RememberedStore> remembered = {});
 
 // Tells what was left out and whether the search ended early.
 void tellReport(const modDictation::SearchReport& report, std::int32_t hitCount);

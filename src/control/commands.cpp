@@ -103,8 +103,8 @@ void ctrlOVSearch::cmdSearchKriteriaOptions_Click(int index) {
 
 void ctrlOVSearch::runSearch() {
     const std::string root = dictationTree_; // the host may name another one meanwhile
-    SearchRun run({view_, *this, stop_.get_token(), [this](ControlState state) { enter(state); },
-                   [this] { return isEnding(); },
+    SearchRun run({view_, *this, stop_.get_token(), remembered_,
+                   [this](ControlState state) { enter(state); }, [this] { return isEnding(); },
                    [this](const modDictation::Search& what) {
                        view_.picPlayer->PlayerStop();
                        outcome_.reset();
@@ -124,6 +124,15 @@ void ctrlOVSearch::runSearch() {
             });
         throw;
     }
+}
+
+// Where someone doubts that a file server tells of all changes.
+void ctrlOVSearch::searchAfresh() {
+    post("SearchAfresh", [this] {
+        remembered_->forget();
+        if (checkDictationTree(dictationTree_, *this))
+            runSearch();
+    });
 }
 
 // No command: what it does is done at once, and only marks what others look at.

@@ -23,6 +23,8 @@ constexpr std::string_view columnWidths = "ColumnWidths"; // "1:1400,9:1800", tw
 constexpr std::string_view criteriaShare = "CriteriaShare";
 constexpr std::string_view backUpSeconds = "PlayerBackUpSeconds";
 constexpr std::string_view speedPercent = "PlayerSpeed";
+constexpr std::string_view rememberedMiB = "RememberedMiB";
+constexpr std::string_view trustFolderTimes = "TrustFolderTimes";
 } // namespace key
 
 constexpr std::int32_t lowest = std::numeric_limits<std::int32_t>::min();
@@ -124,6 +126,14 @@ std::int32_t ControlSettings::criteriaShare() const {
 
 void ControlSettings::setCriteriaShare(std::int32_t thousandths) const {
     settings_.setNumber(key::criteriaShare, thousandths);
+}
+
+std::int32_t ControlSettings::rememberedMiB() const {
+    return settings_.number(key::rememberedMiB, 512, 0, 1 << 20);
+}
+
+bool ControlSettings::trustsFolderTimes() const {
+    return settings_.boolean(key::trustFolderTimes, false);
 }
 
 } // namespace ov

@@ -43,6 +43,11 @@ public:
     std::int32_t criteriaShare() const;
     void setCriteriaShare(std::int32_t thousandths) const;
 
+    // What searches keep of the store in memory: how much at most, in MiB, 512; and whether the
+    // times of folders count also on file systems of unknown kind, false. Set by hand.
+    std::int32_t rememberedMiB() const;
+    bool trustsFolderTimes() const;
+
 private:
     IniSection settings_;
 };

@@ -90,6 +90,11 @@ void ctrlOVSearch::readFromHost() {
     if (isEnding())
         return;
     settings_ = ControlSettings(settings);
+    constexpr std::size_t bytesOfMiB = std::size_t{1} << 20;
+    remembered_ =
+        std::make_shared<modDictation::RememberedStore>(modDictation::RememberedStore::Rules{
+            .mostBytes = static_cast<std::size_t>(settings_.rememberedMiB()) * bytesOfMiB,
+            .trustsUnknown = settings_.trustsFolderTimes()});
     criteriaFile_ = CriteriaFile(directory);
     settings_.markAsCopied();
     modLanguage::SetLanguage(language, subLanguage);
@@ -191,6 +196,7 @@ void ctrlOVSearch::connectResults() {
             }));
     connect(results, &ResultList::openFolderRequested, this,
             posted("OpenFolder", [results] { results->openFolder(); }));
+    connect(results, &ResultList::searchAfreshRequested, this, &ctrlOVSearch::searchAfresh);
 }
 
 void ctrlOVSearch::addShortcuts() {
@@ -202,6 +208,7 @@ void ctrlOVSearch::addShortcuts() {
     const auto search = [this] { cmdSearchOptions_Click(ControlView::search); };
     add(Qt::Key_F5, search);
     add(QKeySequence::Find, search);
+    add(Qt::SHIFT | Qt::Key_F5, &ctrlOVSearch::searchAfresh);
     add(Qt::Key_Escape, &ctrlOVSearch::stopSearch);
     const auto addExport = [&](const QKeySequence& key, exporting::print::Command what) {
         add(key, [this, what] {

@@ -113,6 +113,7 @@ private:
     // False, after a box, when the store cannot be reached; lets messages be handled meanwhile.
     bool storeAnswers();
     void runSearch();
+    void searchAfresh();
     void stopSearch();
     void exportResults();
     void exportRows(exporting::print::Command what, bool selectedOnly);
@@ -148,6 +149,7 @@ private:
     bool toldUnsaved_ = false;                // that the criteria cannot be saved
     std::optional<SearchOutcome> outcome_;    // of the last search
     modDictation::Search searched_;           // what it looked for
+    std::shared_ptr<modDictation::RememberedStore> remembered_; // by all searches
 };
 
 // The control as the host holds it: letting go of it ends the control, wherever it is.

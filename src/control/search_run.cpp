@@ -146,7 +146,8 @@ modDictation::SearchReport SearchRun::walk(const modDictation::Search& what,
                                            modDictation::DictationList& hits) {
     const LiveCount liveCount(hits, *caller_.view.lblSearchResult);
     caller_.enter(ControlState::searching);
-    return modDictation::search(what, hits, {caller_.stop});
+    return modDictation::search(what, hits,
+                                {.stop = caller_.stop, .remembered = caller_.remembered});
 }
 
 // The host hears of every row; the list shows them in the steps in which a person can see them

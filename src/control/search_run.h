@@ -8,6 +8,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <stop_token>
 #include <string>
@@ -30,6 +31,7 @@ public:
         ControlView& view;
         QWidget& owner;       // of boxes
         std::stop_token stop; // ends the walk
+        std::shared_ptr<modDictation::RememberedStore> remembered;
         // The state changes; it is not called once the control is ending.
         std::function<void(ControlState)> enter;
         // The control goes away: nothing of it may be touched any more.

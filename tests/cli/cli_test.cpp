@@ -232,6 +232,10 @@ TEST_F(Cli, CriteriaFile) {
     settings_.add("SearchCriteria.dat", muller);
     EXPECT_EQ(authors({"--criteria-file", file, "--any", "-c", "author is zeh"}), "Müller Zeh");
     EXPECT_EQ(find({"--criteria-file", file}).errors, "");
+    settings_.add("Other.dat", "5\x01\x31\x38\x01ZEH\x01");
+    EXPECT_EQ(authors({"--criteria-file", settings_.native("Other.dat"), "--criteria-file", file}),
+              "Zeh Müller")
+        << "one search after the other";
 }
 
 // Settings files that are not what they should be change nothing.

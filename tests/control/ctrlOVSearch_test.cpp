@@ -518,9 +518,12 @@ TEST_F(Control, OffersMenusAndTranslatesTheOpenOne) {
     EXPECT_EQ(openAndTranslate(ofResults),
               "-&WiedergebenReturn*;-&Stoppen*;-&Protokoll anzeigen*;;-Zeilen &kopierenCtrl+C*;"
               "-&Dateipfad kopieren;-&Verzeichnis öffnen*;;-&Alles markierenCtrl+A;"
-              "Spal&ten auswählen …*;");
+              "Spal&ten auswählen …*;Alle Verzeichnisse &neu lesen und suchenShift+F5;");
     EXPECT_EQ(openAndTranslate(ofCriteria), "&Neu …Ins*;-&Bearbeiten …F2*;-&LöschenDel*;");
     searchAll();
+    store.add("2$WAV@@5$HOCH.WAV");
+    key(window(), Qt::Key_F5, Qt::ShiftModifier);
+    EXPECT_EQ(model().rowCount(), 2);
     EXPECT_TRUE(openAndTranslate(ofButton).ends_with(";-&Nur markierte Zeilen;"));
     results().selectRow(0);
     enter([&] { key(criteria(), Qt::Key_Insert); }, "Anna");

@@ -8,7 +8,10 @@
 #include "dictation/search/result_order.h"
 #include "platform/terminal.h"
 
+#include <algorithm>
 #include <cstdio>
+#include <memory>
+#include <vector>
 
 namespace ov::cli {
 
@@ -54,6 +57,56 @@ private:
     std::int32_t printed_ = 0;
 };
 
+// A request for each file of criteria; all are read before anything is searched.
+ExitCode readRequests(const FindOptions& options, std::vector<SearchRequest>& requests) {
+    SearchOptions search = options.search;
+    ExitCode read = ExitCode::found;
+    const std::size_t count = std::max<std::size_t>(options.criteriaFiles.size(), 1);
+    for (std::size_t i = 0; i < count && read == ExitCode::found; ++i) {
+        if (!options.criteriaFiles.empty())
+            search.criteriaFile = options.criteriaFiles[i];
+        read = readSearch(search, usualColumns(options.format), requests.emplace_back());
+    }
+    return read;
+}
+
+struct Finding {
+    const Session& session;
+    TerminalInterface& terminal;
+    HitWriter& writer;
+    Output& output;
+    std::shared_ptr<modDictation::RememberedStore> remembered;
+};
+
+ExitCode findOne(const SearchRequest& request, const Finding& with) {
+    DictationList hits;
+    HitPrinter printer(hits, with.writer, with.output);
+    const auto report = search(
+        request.search, with.session, with.terminal, hits,
+        [&] {
+            if (!request.sort && printer.hasNew()) {
+                with.terminal.makeRoomForOutput();
+                printer.printNew();
+            }
+            return !with.output.failed();
+        },
+        with.remembered);
+    if (request.sort)
+        printer.printSorted(*request.sort);
+    else
+        printer.printNew();
+    tellReport(report, hits.size());
+    return searchResult(report, hits.size());
+}
+
+// Found is what one of them found, unless one of them ended badly.
+ExitCode resultOfAll(const std::vector<ExitCode>& results) {
+    for (const ExitCode code : {ExitCode::unreadable, ExitCode::found})
+        if (std::ranges::find(results, code) != results.end())
+            return code;
+    return ExitCode::nothingFound;
+}
+
 } // namespace
 
 ExitCode runFind(const FindOptions& options, const Session& session, TerminalInterface& terminal) {
@@ -65,35 +118,27 @@ ExitCode runFind(const FindOptions& options, const Session& session, TerminalInt
         complain("--separator goes with --format csv");
         return ExitCode::usage;
     }
-    SearchRequest request;
-    const ExitCode read = readSearch(options.search, usualColumns(options.format), request);
-    if (read != ExitCode::found)
+    std::vector<SearchRequest> requests;
+    if (const ExitCode read = readRequests(options, requests); read != ExitCode::found)
         return read;
-
     Output output(stdout);
     const auto writer =
-        makeHitWriter({options.format, request.columns, options.separator.value_or(','),
+        makeHitWriter({options.format, requests[0].columns, options.separator.value_or(','),
                        platform::isTerminal(stdout), options.zeroEnded},
                       output);
-    DictationList hits;
-    HitPrinter printer(hits, *writer, output);
+    const auto remembered =
+        requests.size() > 1 ? std::make_shared<modDictation::RememberedStore>() : nullptr;
+    std::vector<ExitCode> results;
     writer->begin();
-    const auto report = search(request.search, session, terminal, hits, [&] {
-        if (!request.sort && printer.hasNew()) {
-            terminal.makeRoomForOutput();
-            printer.printNew();
-        }
-        return !output.failed();
-    });
-    if (request.sort)
-        printer.printSorted(*request.sort);
-    else
-        printer.printNew();
+    for (const SearchRequest& request : requests) {
+        if (TerminalInterface::interrupted() || output.failed())
+            break;
+        results.push_back(findOne(request, {session, terminal, *writer, output, remembered}));
+    }
     writer->end();
     output.flush();
-    tellReport(report, hits.size());
     return output.finish(TerminalInterface::interrupted() ? ExitCode::interrupted
-                                                          : searchResult(report, hits.size()));
+                                                          : resultOfAll(results));
 }
 
 } // namespace ov::cli

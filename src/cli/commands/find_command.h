@@ -12,6 +12,7 @@ namespace ov::cli {
 // What `ovsearch find` was asked for, as typed.
 struct FindOptions {
     SearchOptions search;
+    std::vector<std::string> criteriaFiles; // native; a search for each, or one without any
     HitFormat format = HitFormat::table;
     std::optional<char> separator; // of CSV
     bool zeroEnded = false;

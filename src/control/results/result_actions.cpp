@@ -105,6 +105,8 @@ QMenu* ResultList::buildMenu() {
     menu->addSeparator();
     add("", text_id::menuSelectAll, QKeySequence::SelectAll, !isEmpty(), [this] { selectAll(); });
     add("columns", text_id::menuColumns, {}, true, &ResultList::columnsRequested);
+    add("", text_id::menuSearchAfresh, Qt::SHIFT | Qt::Key_F5, true,
+        &ResultList::searchAfreshRequested);
     return menu;
 }
 

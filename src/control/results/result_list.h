@@ -72,6 +72,7 @@ Q_SIGNALS:
     void copyRequested();
     void copyPathsRequested();
     void openFolderRequested();
+    void searchAfreshRequested();
 
 public:
     // While the caller works on the rows, headers cannot be clicked.

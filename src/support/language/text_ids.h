@@ -86,6 +86,7 @@ constexpr std::int32_t menuCopyPath = 1205;
 constexpr std::int32_t menuOpenFolder = 1206;
 constexpr std::int32_t menuSelectAll = 1207;
 constexpr std::int32_t menuColumns = 1208;
+constexpr std::int32_t menuSearchAfresh = 1209;
 constexpr std::int32_t tooManyRows = 1210;       // %1%: how many can be copied
 constexpr std::int32_t anotherSearchRuns = 1220; // in another control
 
