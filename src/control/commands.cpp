@@ -130,7 +130,7 @@ void ctrlOVSearch::runSearch() {
 void ctrlOVSearch::searchAfresh() {
     post("SearchAfresh", [this] {
         remembered_->forget();
-        if (checkDictationTree(dictationTree_, *this))
+        if (storeAnswers())
             runSearch();
     });
 }

@@ -522,7 +522,9 @@ TEST_F(Control, OffersMenusAndTranslatesTheOpenOne) {
     EXPECT_EQ(openAndTranslate(ofCriteria), "&Neu …Ins*;-&Bearbeiten …F2*;-&LöschenDel*;");
     searchAll();
     store.add("2$WAV@@5$HOCH.WAV");
+    user->saysYes = true;
     key(window(), Qt::Key_F5, Qt::ShiftModifier);
+    user->saysYes = false;
     EXPECT_EQ(model().rowCount(), 2);
     EXPECT_TRUE(openAndTranslate(ofButton).ends_with(";-&Nur markierte Zeilen;"));
     results().selectRow(0);

@@ -3,24 +3,17 @@
 #include "dictation/listing/listing_ahead.h"
 
 #include "dictation/listing/listing_pace.h"
+#include "platform/detached_thread.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <chrono>
 #include <condition_variable>
+#include <exception>
 #include <mutex>
-#include <system_error>
-#include <thread>
 #include <utility>
 
 namespace ov::modDictation {
-
-struct ListingAhead::Call {
-    explicit Call(std::function<void()> theCall) : call(std::move(theCall)) {}
-
-    const std::function<void()> call;
-    bool isTaken = false; // guarded, as is the next
-    bool isDone = false;
-};
 
 namespace {
 
@@ -52,11 +45,11 @@ struct ListingAhead::State : std::enable_shared_from_this<State> {
     void accept(AheadFolder& folder, Step step);
     void gave(std::size_t freed);
     ListedNames lend(AheadFolder& folder);
-    template <typename Condition, typename Begun>
-    bool waitFor(std::unique_lock<std::mutex>& lock, Condition condition, Begun begun);
+    bool waitFor(const AheadFolder& folder, std::unique_lock<std::mutex>& lock);
 
     std::size_t mostBytes() const;
 
+    Step listOrFail(AheadFolder& folder, Buffers& buffers);
     Step list(AheadFolder& folder, Buffers& buffers);
     bool open(AheadFolder& folder, Buffers& buffers, Step& step);
     void finish(AheadFolder& folder, Buffers& buffers) const;
@@ -69,7 +62,6 @@ struct ListingAhead::State : std::enable_shared_from_this<State> {
     std::condition_variable toDo;
     std::condition_variable done;
     Frontier frontier;
-    std::deque<std::shared_ptr<Call>> calls;
     AheadFolderPtr entered;
     ListedNames lent; // what the walk took last
     std::vector<std::shared_ptr<std::string>> spares;
@@ -81,13 +73,10 @@ struct ListingAhead::State : std::enable_shared_from_this<State> {
     bool closed = false;
 };
 
+// Where none can be had the others do the work; without any, whoever waits does.
 void ListingAhead::State::addThread() {
-    try {
-        std::thread([self = shared_from_this()] { self->work(); }).detach();
+    if (platform::startDetached([self = shared_from_this()] { self->work(); }))
         ++threads;
-    } catch (const std::system_error&) {
-        // The others do the work; without any, whoever waits does.
-    }
 }
 
 void ListingAhead::State::work() {
@@ -104,19 +93,8 @@ void ListingAhead::State::work() {
     --threads;
 }
 
-// One call, or a part of a folder. False when there is nothing to do.
+// A part of a folder. False when there is nothing to do.
 bool ListingAhead::State::workOn(std::unique_lock<std::mutex>& lock, Buffers& buffers) {
-    if (!calls.empty()) {
-        const std::shared_ptr<Call> call = calls.front();
-        calls.pop_front();
-        call->isTaken = true;
-        lock.unlock();
-        call->call();
-        lock.lock();
-        call->isDone = true;
-        done.notify_one();
-        return true;
-    }
     const AheadFolderPtr folder = nextFolder();
     if (!folder)
         return false;
@@ -129,7 +107,7 @@ bool ListingAhead::State::workOn(std::unique_lock<std::mutex>& lock, Buffers& bu
         addThread();
     lock.unlock();
     const ListingPace::Turn turn;
-    Step step = list(*folder, buffers);
+    Step step = listOrFail(*folder, buffers);
     lock.lock();
     pace.add(turn);
     accept(*folder, std::move(step));
@@ -191,18 +169,27 @@ ListedNames ListingAhead::State::lend(AheadFolder& folder) {
     return lent;
 }
 
-// Where nobody begins what the walk waits for, all threads are held up by something else.
-template <typename Condition, typename Begun>
-bool ListingAhead::State::waitFor(std::unique_lock<std::mutex>& lock, Condition condition,
-                                  Begun begun) {
+// Where nobody lists what the walk waits for, all threads are held up by something else.
+bool ListingAhead::State::waitFor(const AheadFolder& folder, std::unique_lock<std::mutex>& lock) {
     constexpr std::chrono::milliseconds most{10};
-    if (Buffers buffers; threads == 0 && !condition())
+    const auto isThere = [&] { return !folder.untaken.empty() || folder.isListed; };
+    if (Buffers buffers; threads == 0 && !isThere())
         workOn(lock, buffers);
-    if (done.wait_for(lock, most, condition))
+    if (done.wait_for(lock, most, isThere))
         return true;
-    if (!begun() && threads < ListingPace::mostThreads)
+    if (!folder.isInWork && threads < ListingPace::mostThreads)
         addThread();
     return false;
+}
+
+// Nothing may leave the thread.
+Step ListingAhead::State::listOrFail(AheadFolder& folder, Buffers& buffers) {
+    try {
+        return list(folder, buffers);
+    } catch (const std::exception& error) {
+        folder.problem = {ENOMEM, platform::toNativePath(folder.path), error.what()};
+        return {{}, {}, true};
+    }
 }
 
 Step ListingAhead::State::list(AheadFolder& folder, Buffers& buffers) {
@@ -304,9 +291,7 @@ void ListingAhead::enter(const AheadFolderPtr& folder) {
 ListingAhead::Taken ListingAhead::take(AheadFolder& folder, ListedNames& names) {
     names.reset();
     std::unique_lock lock(state_->mutex);
-    if (!state_->waitFor(
-            lock, [&] { return !folder.untaken.empty() || folder.isListed; },
-            [&] { return folder.isInWork; }))
+    if (!state_->waitFor(folder, lock))
         return Taken::nothingYet;
     if (folder.untaken.empty())
         return Taken::end;
@@ -320,20 +305,6 @@ ListingAhead::Taken ListingAhead::take(AheadFolder& folder, ListedNames& names) 
 std::vector<AheadFolderPtr> ListingAhead::takeSubfolders(AheadFolder& folder) {
     const std::lock_guard lock(state_->mutex);
     return std::exchange(folder.subfolders, {});
-}
-
-std::shared_ptr<ListingAhead::Call> ListingAhead::start(std::function<void()> call) {
-    auto started = std::make_shared<Call>(std::move(call));
-    const std::lock_guard lock(state_->mutex);
-    state_->calls.push_back(started);
-    state_->toDo.notify_one();
-    return started;
-}
-
-bool ListingAhead::isDone(const Call& call) {
-    std::unique_lock lock(state_->mutex);
-    return state_->waitFor(
-        lock, [&] { return call.isDone; }, [&] { return call.isTaken; });
 }
 
 } // namespace ov::modDictation

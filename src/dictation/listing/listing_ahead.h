@@ -6,7 +6,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -48,12 +47,6 @@ public:
 
     // Those that are to be walked, in order; none is left in the folder.
     std::vector<AheadFolderPtr> takeSubfolders(AheadFolder& folder);
-
-    // Lets a thread make a call that may take long; `call` must own all that it touches.
-    struct Call;
-    std::shared_ptr<Call> start(std::function<void()> call);
-    // Waits as take() does.
-    bool isDone(const Call& call);
 
 private:
     struct State;

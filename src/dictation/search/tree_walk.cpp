@@ -6,6 +6,7 @@
 #include "dictation/search/search.h"
 #include "platform/coarse_clock.h"
 #include "platform/directories.h"
+#include "platform/errand.h"
 #include "platform/locale.h"
 #include "platform/text.h"
 #include "platform/user_interface.h"
@@ -16,6 +17,7 @@
 #include "support/modFilePath.h"
 
 #include <cerrno>
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -81,8 +83,9 @@ private:
     void visit(const AheadFolder& folder, const ListedEntry& entry);
     void test(const AheadFolder& folder, std::string_view fileName);
     void checkOutcome(const AheadFolder& folder);
-    bool make(std::function<void()> call);
-    std::optional<platform::DirectoryId> currentId(std::string_view directory);
+    template <typename Result>
+    std::optional<Result> answerOf(std::function<Result()> call);
+    bool isStill(std::string_view directory, const platform::DirectoryId& id);
     bool isParentThere(const AheadFolder& folder);
     void checkRoot();
     void pause();
@@ -109,7 +112,8 @@ private:
 SearchReport TreeWalk::run() {
     const AheadFolderPtr& root = listing_.root();
     if (!root->path.empty() && !stop_.stop_requested() &&
-        make([reader = root_, path = root->path] { static_cast<void>(reader->open(path)); })) {
+        answerOf<platform::Status>(
+            [reader = root_, path = root->path] { return reader->open(path); })) {
         WalkDirectory(root);
         if (root_->status().ok() && !isOver())
             checkRoot();
@@ -214,34 +218,36 @@ void TreeWalk::test(const AheadFolder& folder, std::string_view fileName) {
         hits_.add(folder.path, fileName);
 }
 
-// False when the search was stopped meanwhile: the call may still be going on.
-bool TreeWalk::make(std::function<void()> call) {
-    const auto started = listing_.start(std::move(call));
-    while (!listing_.isDone(*started)) {
+// What `call` answers, on a thread of its own; nothing when the search was stopped meanwhile.
+template <typename Result>
+std::optional<Result> TreeWalk::answerOf(std::function<Result()> call) {
+    constexpr std::chrono::milliseconds step{10};
+    platform::Errand<Result> errand(std::move(call));
+    while (!errand.wait(step)) {
         pause();
         if (stop_.stop_requested())
-            return false;
+            return std::nullopt;
     }
-    return true;
+    return errand.take();
 }
 
-// Of the directory that is there now.
-std::optional<platform::DirectoryId> TreeWalk::currentId(std::string_view directory) {
-    const auto stamp = std::make_shared<std::optional<platform::DirectoryStamp>>();
-    const bool isMade =
-        make([stamp, path = std::string(directory)] { *stamp = platform::directoryStamp(path); });
-    return isMade && *stamp ? std::optional((*stamp)->id) : std::nullopt;
+// Whether the directory is there and is that one.
+bool TreeWalk::isStill(std::string_view directory, const platform::DirectoryId& id) {
+    return answerOf<bool>([=, path = std::string(directory)] {
+               const auto stamp = platform::directoryStamp(path);
+               return stamp && stamp->id == id;
+           })
+        .value_or(false);
 }
 
 bool TreeWalk::isParentThere(const AheadFolder& folder) {
     const std::string_view path = folder.path;
-    return currentId(path.substr(0, path.find_last_of('\\', path.size() - 2) + 1)) ==
-           folder.around->id;
+    return isStill(path.substr(0, path.find_last_of('\\', path.size() - 2) + 1), folder.around->id);
 }
 
 void TreeWalk::checkRoot() {
     const std::string& root = listing_.root()->path;
-    if (currentId(root) == root_->stamp().id || stop_.stop_requested())
+    if (isStill(root, root_->stamp().id) || stop_.stop_requested())
         return;
     report_.rootVanished = true;
     reportUnreadable(

@@ -4,6 +4,7 @@
 #include "dictation/search/search.h"
 #include "platform/directories.h"
 #include "tests/settings_fixture.h"
+#include "tests/slow_store.h"
 
 #include <gtest/gtest.h>
 
@@ -239,6 +240,31 @@ TEST_F(Listing, IsBelievedByTheRules) {
     EXPECT_FALSE(store1.unchanged(a)) << "another one";
     store1.keep("\\proc\\", {stampOf("/proc"), {}}, {changed + 1000 * second, 0});
     EXPECT_FALSE(store1.unchanged("\\proc\\")) << "nobody knows what its times are worth";
+}
+
+// A server that is silent below one folder holds up neither the others nor the stop.
+TEST_F(Listing, GoesOnBesideAFolderThatHangs) {
+    tests::TemporaryStore store;
+    for (int i = 0; i < 30; ++i)
+        store.add(std::to_string(i) + "/x.WAV");
+    store.add("30/x.WAV").add("30/hangs/x.WAV");
+    tests::SlowStore server(store);
+    if (!server.isMounted())
+        GTEST_SKIP() << tests::SlowStore::why;
+    Texts expected;
+    walkPlainly(server.directory(), 1, expected);
+    expected.erase(std::ranges::find(expected, server.path("30/x.WAV")) + 1, expected.end());
+    server.hang("any", "/30/hangs");
+    DictationList hits;
+    std::stop_source stop;
+    const auto watch = [&](const SearchReport& soFar) {
+        if (soFar.filesTested == std::ssize(expected) && server.hasCaught())
+            stop.request_stop();
+    };
+    const SearchReport report = search({server.directory(), {}}, hits, {stop.get_token(), watch});
+    EXPECT_TRUE(report.stopped);
+    EXPECT_EQ(pathsOf(hits), expected);
+    EXPECT_FALSE(server.timedOut());
 }
 
 TEST_F(Listing, MemoryOfTheRememberedIsBounded) {
