@@ -167,9 +167,13 @@ bool hasDictationEnding(std::string_view fileName) noexcept {
            isInAnyCase(fileName.substr(fileName.size() - ending.size()), ending);
 }
 
+std::string_view withoutEnding(std::string_view fileName) noexcept {
+    return fileName.substr(0, fileName.size() - ending.size());
+}
+
 std::string_view dictationName(std::string_view fileName, std::string& buffer) {
     if (hasDictationEnding(fileName))
-        fileName.remove_suffix(ending.size());
+        fileName = withoutEnding(fileName);
     if (platform::isValidUtf8(fileName))
         return fileName;
     buffer.clear();

@@ -71,6 +71,8 @@ void appendDirectoryText(std::string_view path, std::string& out);
 
 // True for a file name that ends in ".WAV", in any letter case.
 bool hasDictationEnding(std::string_view fileName) noexcept;
+// Of such a file name.
+std::string_view withoutEnding(std::string_view fileName) noexcept;
 
 // The dictation's name as every field reader takes it: the file name without ".WAV", as UTF-8;
 // a name that is no UTF-8 is read as Windows-1252. `buffer` holds the text when it had to be

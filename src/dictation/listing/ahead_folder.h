@@ -45,7 +45,7 @@ struct AheadFolder {
     bool isCircular = false; // the walk is inside of this folder already: it was not listed
 
     // Guarded by the lock of the threads.
-    std::deque<ListedNames> untaken;
+    std::deque<ListedNamesPtr> untaken;
     std::vector<std::shared_ptr<AheadFolder>> subfolders; // that are to be walked
     bool isListed = false;
     bool isInWork = false;

@@ -15,22 +15,31 @@
 
 namespace ov::modDictation {
 
-struct ListedEntry {
-    bool isFolder = false; // else a dictation
-    std::string_view name;
+// Some of the names, of dictations and of folders; each with a mark before it and a zero behind.
+// Those of folders are few, and asked for by the threads, those of dictations by the walk.
+struct ListedNames {
+    std::string dictations;
+    std::string folders;
+
+    bool empty() const noexcept { return dictations.empty() && folders.empty(); }
+    std::size_t bytes() const noexcept { return dictations.capacity() + folders.capacity(); }
 };
 
-// Some of the entries one after the other, each as a letter for its kind, the name and a zero.
 // Shared between the walk that tests them, and what remembers them.
-using ListedNames = std::shared_ptr<const std::string>;
+using ListedNamesPtr = std::shared_ptr<const ListedNames>;
 
-// Cuts the first entry off; false when there is none.
-bool takeEntry(std::string_view& names, ListedEntry& entry) noexcept;
+struct ListedName {
+    std::string_view name; // as the file system has it
+    bool isUtf8 = true;
+};
+
+// Cuts the first name off; false when there is none.
+bool takeName(std::string_view& names, ListedName& first) noexcept;
 
 // A folder as it was listed from end to end.
 struct FolderListing {
     platform::DirectoryStamp stamp;
-    std::vector<ListedNames> parts;
+    std::vector<ListedNamesPtr> parts;
     bool hasLinks = false; // among the entries: what these lead to changes without the folder
 
     std::size_t bytes() const noexcept;
@@ -42,16 +51,16 @@ public:
     platform::Status open(std::string_view directory);
     const platform::DirectoryStamp& stamp() const noexcept { return reader_.stamp(); }
 
-    // Puts the next entries behind each other into `names`, some 64 KiB at most; none or few also
+    // Puts the next names into `names`, some 64 KiB at most; none or few also
     // where there are more: `ended` tells.
-    void next(std::string& names);
+    void next(ListedNames& names);
     bool ended() const noexcept { return ended_; }
     // Once ended: whether that was the end of the folder.
     const platform::Status& status() const noexcept { return reader_.status(); }
     bool hasLinks() const noexcept { return hasLinks_; }
 
 private:
-    void add(const platform::DirectoryEntry& entry, std::string& names);
+    void add(const platform::DirectoryEntry& entry, ListedNames& names);
 
     platform::DirectoryReader reader_;
     bool ended_ = false;

@@ -19,7 +19,7 @@ namespace {
 
 // What one turn of a thread brought.
 struct Step {
-    std::vector<ListedNames> names;
+    std::vector<ListedNamesPtr> names;
     std::vector<AheadFolderPtr> subfolders;
     bool isLast = false;
 };
@@ -28,8 +28,8 @@ struct Step {
 // written into it.
 struct Buffers {
     std::unique_ptr<FolderReader> reader;
-    std::string names;
-    std::shared_ptr<std::string> spare; // to give the names to the walk in
+    ListedNames names;
+    std::shared_ptr<ListedNames> spare; // to give the names to the walk in
 };
 
 } // namespace
@@ -44,7 +44,7 @@ struct ListingAhead::State : std::enable_shared_from_this<State> {
     AheadFolderPtr nextFolder() const;
     void accept(AheadFolder& folder, Step step);
     void gave(std::size_t freed);
-    ListedNames lend(AheadFolder& folder);
+    ListedNamesPtr lend(AheadFolder& folder);
     bool waitFor(const AheadFolder& folder, std::unique_lock<std::mutex>& lock);
 
     std::size_t mostBytes() const;
@@ -53,7 +53,7 @@ struct ListingAhead::State : std::enable_shared_from_this<State> {
     Step list(AheadFolder& folder, Buffers& buffers);
     bool open(AheadFolder& folder, Buffers& buffers, Step& step);
     void finish(AheadFolder& folder, Buffers& buffers) const;
-    void add(const AheadFolder& folder, const ListedNames& names, Step& step) const;
+    void add(const AheadFolder& folder, const ListedNamesPtr& names, Step& step) const;
 
     const Tree tree;
     const std::string driveFolder = platform::driveFolder();
@@ -63,8 +63,8 @@ struct ListingAhead::State : std::enable_shared_from_this<State> {
     std::condition_variable done;
     Frontier frontier;
     AheadFolderPtr entered;
-    ListedNames lent; // what the walk took last
-    std::vector<std::shared_ptr<std::string>> spares;
+    ListedNamesPtr lent; // what the walk took last
+    std::vector<std::shared_ptr<ListedNames>> spares;
     std::size_t bytes = 0; // known and not yet taken
     bool isFull = false;
     ListingPace pace;
@@ -131,8 +131,8 @@ AheadFolderPtr ListingAhead::State::nextFolder() const {
 
 void ListingAhead::State::accept(AheadFolder& folder, Step step) {
     folder.isInWork = false;
-    for (ListedNames& names : step.names) {
-        bytes += names->capacity();
+    for (ListedNamesPtr& names : step.names) {
+        bytes += names->bytes();
         folder.untaken.push_back(std::move(names));
     }
     for (const AheadFolderPtr& subfolder : step.subfolders) {
@@ -161,9 +161,9 @@ void ListingAhead::State::gave(std::size_t freed) {
 }
 
 // The names that the walk had before are used again, where nobody remembers them.
-ListedNames ListingAhead::State::lend(AheadFolder& folder) {
+ListedNamesPtr ListingAhead::State::lend(AheadFolder& folder) {
     if (lent.use_count() == 1)
-        spares.push_back(std::const_pointer_cast<std::string>(lent));
+        spares.push_back(std::const_pointer_cast<ListedNames>(lent));
     lent = std::move(folder.untaken.front());
     folder.untaken.pop_front();
     return lent;
@@ -200,8 +200,8 @@ Step ListingAhead::State::list(AheadFolder& folder, Buffers& buffers) {
     }
     folder.reader->next(buffers.names);
     if (!buffers.names.empty()) {
-        auto names = buffers.spare ? std::move(buffers.spare) : std::make_shared<std::string>();
-        names->assign(buffers.names);
+        auto names = buffers.spare ? std::move(buffers.spare) : std::make_shared<ListedNames>();
+        *names = buffers.names;
         add(folder, names, step);
     }
     if (tree.remembered)
@@ -232,7 +232,7 @@ bool ListingAhead::State::open(AheadFolder& folder, Buffers& buffers, Step& step
     folder.isCircular = folder.opened && isInside(folder.around.get(), folder.listing.stamp.id);
     const bool isToList = folder.opened && !folder.isCircular;
     if (isToList && isKnown)
-        for (const ListedNames& names : folder.listing.parts)
+        for (const ListedNamesPtr& names : folder.listing.parts)
             add(folder, names, step);
     (isToList && !isKnown ? folder.reader : buffers.reader) = std::move(reader);
     return folder.reader != nullptr;
@@ -246,21 +246,22 @@ void ListingAhead::State::finish(AheadFolder& folder, Buffers& buffers) const {
     buffers.reader = std::move(folder.reader);
 }
 
-void ListingAhead::State::add(const AheadFolder& folder, const ListedNames& names,
+void ListingAhead::State::add(const AheadFolder& folder, const ListedNamesPtr& names,
                               Step& step) const {
     step.names.push_back(names);
     if (tree.depth >= 0 && folder.depth >= tree.depth)
         return;
     std::shared_ptr<const FoldersAround> around;
-    std::string_view rest = *names;
-    for (ListedEntry entry; takeEntry(rest, entry);) {
-        if (!entry.isFolder || entry.name.find('\\') != std::string_view::npos)
+    std::string_view rest = names->folders;
+    for (ListedName subfolder; takeName(rest, subfolder);) {
+        if (subfolder.name.find('\\') != std::string_view::npos)
             continue;
         if (!around)
             around = std::make_shared<FoldersAround>(
                 FoldersAround{folder.listing.stamp.id, folder.around});
         step.subfolders.push_back(std::make_shared<AheadFolder>(
-            std::string(folder.path).append(entry.name).append(1, '\\'), folder.depth + 1, around));
+            std::string(folder.path).append(subfolder.name).append(1, '\\'), folder.depth + 1,
+            around));
     }
 }
 
@@ -288,7 +289,7 @@ void ListingAhead::enter(const AheadFolderPtr& folder) {
         state_->toDo.notify_one();
 }
 
-ListingAhead::Taken ListingAhead::take(AheadFolder& folder, ListedNames& names) {
+ListingAhead::Taken ListingAhead::take(AheadFolder& folder, ListedNamesPtr& names) {
     names.reset();
     std::unique_lock lock(state_->mutex);
     if (!state_->waitFor(folder, lock))
@@ -296,7 +297,7 @@ ListingAhead::Taken ListingAhead::take(AheadFolder& folder, ListedNames& names) 
     if (folder.untaken.empty())
         return Taken::end;
     names = state_->lend(folder);
-    state_->gave(names->capacity());
+    state_->gave(names->bytes());
     if (folder.untaken.empty() && !folder.isListed && state_->idle > 0)
         state_->toDo.notify_one();
     return Taken::names;

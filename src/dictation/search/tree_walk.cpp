@@ -79,9 +79,9 @@ private:
     void WalkDirectory(const AheadFolderPtr& folder);
     void WalkSubdirectories(AheadFolder& folder);
     void ScanDirectory(AheadFolder& folder);
-    void visitAll(const AheadFolder& folder, std::string_view names);
-    void visit(const AheadFolder& folder, const ListedEntry& entry);
-    void test(const AheadFolder& folder, std::string_view fileName);
+    void visitAll(const AheadFolder& folder, const ListedNames& names);
+    bool hasUsableName(const AheadFolder& folder, std::string_view name);
+    void test(const AheadFolder& folder, const ListedName& file);
     void checkOutcome(const AheadFolder& folder);
     template <typename Result>
     std::optional<Result> answerOf(std::function<Result()> call);
@@ -170,7 +170,7 @@ void TreeWalk::WalkSubdirectories(AheadFolder& folder) {
 }
 
 void TreeWalk::ScanDirectory(AheadFolder& folder) {
-    ListedNames names;
+    ListedNamesPtr names;
     bool isCounted = false;
     while (!stop_.stop_requested()) {
         const ListingAhead::Taken taken = listing_.take(folder, names);
@@ -193,29 +193,32 @@ void TreeWalk::ScanDirectory(AheadFolder& folder) {
     }
 }
 
-void TreeWalk::visitAll(const AheadFolder& folder, std::string_view names) {
-    for (ListedEntry entry; takeEntry(names, entry) && !leavesTheRest();)
-        visit(folder, entry);
+void TreeWalk::visitAll(const AheadFolder& folder, const ListedNames& names) {
+    std::string_view rest = names.dictations;
+    for (ListedName file; takeName(rest, file) && !leavesTheRest(); pause())
+        if (hasUsableName(folder, file.name))
+            test(folder, file);
+    rest = mayDescend(folder) ? std::string_view(names.folders) : std::string_view();
+    for (ListedName subfolder; takeName(rest, subfolder) && !leavesTheRest(); pause())
+        static_cast<void>(hasUsableName(folder, subfolder.name));
 }
 
-void TreeWalk::visit(const AheadFolder& folder, const ListedEntry& entry) {
-    if (entry.isFolder && !mayDescend(folder))
-        return;
-    if (entry.name.find('\\') != std::string_view::npos) {
-        ++report_.namesSkipped;
-        report({EINVAL, platform::toNativePath(folder.path).append(entry.name),
-                "left out, the name holds a backslash"});
-    } else if (!entry.isFolder) {
-        test(folder, entry.name);
-    }
-    pause();
+// No path could name it otherwise.
+bool TreeWalk::hasUsableName(const AheadFolder& folder, std::string_view name) {
+    if (name.find('\\') == std::string_view::npos)
+        return true;
+    ++report_.namesSkipped;
+    report({EINVAL, platform::toNativePath(folder.path).append(name),
+            "left out, the name holds a backslash"});
+    return false;
 }
 
-void TreeWalk::test(const AheadFolder& folder, std::string_view fileName) {
+void TreeWalk::test(const AheadFolder& folder, const ListedName& file) {
     ++report_.filesTested;
-    const std::string_view name = dictationName(fileName, nameBuffer_);
+    const std::string_view name =
+        file.isUtf8 ? withoutEnding(file.name) : dictationName(file.name, nameBuffer_);
     if (MatchDictation(folder.path, name, criteria_, what_.all))
-        hits_.add(folder.path, fileName);
+        hits_.add(folder.path, file.name);
 }
 
 // What `call` answers, on a thread of its own; nothing when the search was stopped meanwhile.

@@ -219,7 +219,7 @@ TEST_F(Listing, IsBelievedByTheRules) {
     };
     constexpr std::int64_t second = 1'000'000'000;
     const std::int64_t changed = stampOf("a").changed;
-    const FolderListing listing{stampOf("a"), {std::make_shared<std::string>("dx.WAV\0", 7)}};
+    const FolderListing listing{stampOf("a"), {std::make_shared<ListedNames>()}};
     RememberedStore store1;
     store1.keep(a, listing, {changed + second, 0});
     EXPECT_FALSE(store1.unchanged(a)) << "too fresh";
