@@ -70,7 +70,7 @@ _ovsearch() {
         case $command in
         find)
             options="$common --criterion --any --criteria-file --max-depth --limit --columns --sort
-                --format --separator --null" ;;
+                --format --separator --null --trust-folder-times" ;;
         export)
             options="$common --criterion --any --criteria-file --max-depth --limit --columns --sort
                 --title --separator --force" ;;

@@ -146,6 +146,8 @@ CLI::App* addFind(CLI::App& app, Arguments& arguments) {
     addFormat(*command, arguments.find.format);
     addSeparator(*command, arguments.find.separator, "a comma");
     command->add_flag("-0,--null", arguments.find.zeroEnded, "End paths by a zero byte");
+    command->add_flag("--trust-folder-times", arguments.find.trustsFolderTimes,
+                      "List unchanged folders once, on unknown file systems too");
     return command;
 }
 

@@ -126,8 +126,9 @@ ExitCode runFind(const FindOptions& options, const Session& session, TerminalInt
         makeHitWriter({options.format, requests[0].columns, options.separator.value_or(','),
                        platform::isTerminal(stdout), options.zeroEnded},
                       output);
+    const modDictation::RememberedStore::Rules rules{.trustsUnknown = options.trustsFolderTimes};
     const auto remembered =
-        requests.size() > 1 ? std::make_shared<modDictation::RememberedStore>() : nullptr;
+        requests.size() > 1 ? std::make_shared<modDictation::RememberedStore>(rules) : nullptr;
     std::vector<ExitCode> results;
     writer->begin();
     for (const SearchRequest& request : requests) {

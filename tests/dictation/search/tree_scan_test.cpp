@@ -79,6 +79,7 @@ TEST_F(TreeScan, MatchesByNameAndFolder) {
               (Texts{"Ward3/2$ROH@@5$HOCH.WAV", "Ward4/2$@@5$2.WAV"}));
     const Texts criteria = {criterion(15, 25, "3"), criterion(1, 17, "ward3")};
     EXPECT_EQ(search(criteria), (Texts{"Ward3/2$ROH@@5$HOCH.WAV"}));
+    EXPECT_EQ(report_.matched, (std::vector<std::int64_t>{2, 2})) << "each one alone";
     EXPECT_EQ(searchBy(criteria), 1);
     EXPECT_EQ(list_[1].directory, store_.directory("Ward3"));
     EXPECT_EQ(searchBy({criteria[0]}, false), 2);
