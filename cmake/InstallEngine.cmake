@@ -8,6 +8,7 @@ set(OV_ENGINE_INCLUDE_DIR ${CMAKE_INSTALL_INCLUDEDIR}/ovsearch/engine)
 # find_package(OVSearch).
 function(ov_install_engine)
     set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/OVSearch)
+    set(OV_MODULE_DIR ${CMAKE_INSTALL_LIBDIR}/ovsearch)
     set(generated ${PROJECT_BINARY_DIR}/engine-package)
     set(targets ${ARGN} engine)
     foreach(name IN LISTS targets)
@@ -20,13 +21,15 @@ function(ov_install_engine)
     list(TRANSFORM ARGN PREPEND ${PROJECT_SOURCE_DIR}/src/)
     install(DIRECTORY ${ARGN} DESTINATION ${OV_ENGINE_INCLUDE_DIR} COMPONENT Development
             FILES_MATCHING PATTERN *.h
-            PATTERN posix EXCLUDE PATTERN win32 EXCLUDE PATTERN panel EXCLUDE PATTERN print EXCLUDE)
+            PATTERN posix EXCLUDE PATTERN win32 EXCLUDE PATTERN panel EXCLUDE PATTERN print EXCLUDE
+            PATTERN module EXCLUDE)
     install(EXPORT OVSearchTargets NAMESPACE OVSearch::
             DESTINATION ${package_dir} COMPONENT Development)
 
     configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/OVSearchConfig.cmake.in
         ${generated}/OVSearchConfig.cmake
-        INSTALL_DESTINATION ${package_dir})
+        INSTALL_DESTINATION ${package_dir}
+        PATH_VARS OV_MODULE_DIR)
     write_basic_package_version_file(${generated}/OVSearchConfigVersion.cmake
         COMPATIBILITY SameMajorVersion)
     install(FILES ${generated}/OVSearchConfig.cmake ${generated}/OVSearchConfigVersion.cmake

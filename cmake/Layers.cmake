@@ -42,3 +42,17 @@ function(ov_check_layers)
             RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/layers)
     endforeach()
 endfunction()
+
+# ov_module(<name> FOLDER <folder of src> LAYERS <layer>... [LIBRARIES <target>...])
+# A part of the programs that they load when they need it, see src/platform/loaded_module.h.
+function(ov_module name)
+    cmake_parse_arguments(PARSE_ARGV 1 module "" FOLDER "LAYERS;LIBRARIES")
+    file(GLOB sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/${module_FOLDER}/*.cpp)
+    add_library(${name} MODULE ${sources})
+    set_target_properties(${name} PROPERTIES
+        LIBRARY_OUTPUT_DIRECTORY ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
+    list(TRANSFORM module_LAYERS PREPEND ov_)
+    target_link_libraries(${name} PRIVATE ${module_LAYERS} ${module_LIBRARIES} ov_warnings)
+    target_link_options(${name} PRIVATE -Wl,--exclude-libs,ALL)
+    install(TARGETS ${name} DESTINATION ${CMAKE_INSTALL_LIBDIR}/ovsearch)
+endfunction()

@@ -11,19 +11,21 @@
 #include "cli/session.h"
 #include "cli/shown_text.h"
 #include "cli/terminal_interface.h"
+#include "platform/process_locale.h"
 #include "platform/program_end.h"
 #include "plugin/host_error.h"
 #include "support/version.h"
 
 #include <CLI/CLI.hpp>
 
-#include <clocale>
 #include <csignal>
 #include <cstdint>
+#include <cstdio>
 #include <exception>
 #include <limits>
 #include <map>
 #include <string>
+#include <string_view>
 
 namespace {
 
@@ -47,6 +49,8 @@ constexpr const char* criterionHelp =
     "`ovsearch fields` lists the fields and what each offers.\n"
     "Exit codes: 0 found, 1 nothing found, 2 wrong usage, 3 the store or a file cannot be read,\n"
     "130 interrupted.";
+
+constexpr const char* versionOption = "--version";
 
 // An empty argument is a mistake, mostly a variable of a script that was never set.
 const CLI::Validator notEmpty(
@@ -190,10 +194,17 @@ CLI::App* addDemo(CLI::App& app, Arguments& arguments) {
     return command;
 }
 
+// Scripts ask often, and the options take longer to set up than all else.
+ExitCode tellVersion() {
+    Output output(stdout);
+    output.write(std::string("ovsearch ") + ov::version::text + "\n");
+    return output.finish(ExitCode::found);
+}
+
 ExitCode run(int argc, char** argv) {
     Arguments arguments;
     CLI::App app("Searches stores of dictations by what their file names tell.", "ovsearch");
-    app.set_version_flag("--version", std::string("ovsearch ") + ov::version::text);
+    app.set_version_flag(versionOption, std::string("ovsearch ") + ov::version::text);
     app.require_subcommand(1);
     app.failure_message([](const CLI::App*, const CLI::Error& error) {
         return "ovsearch: " + shownText(error.what()) + "\nRun with --help for more information.\n";
@@ -230,7 +241,9 @@ ExitCode run(int argc, char** argv) {
 } // namespace
 
 int main(int argc, char** argv) {
-    std::setlocale(LC_ALL, "");
+    if (argc == 2 && std::string_view(argv[1]) == versionOption)
+        return static_cast<int>(tellVersion());
+    ov::platform::useMessagesOfEnvironment();
     ov::platform::endWithoutLeftovers();
     try {
         const ExitCode code = run(argc, argv);

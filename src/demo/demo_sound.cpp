@@ -4,15 +4,10 @@
 
 #include "demo/dice.h"
 
-#include <sndfile.h>
-
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <cstring>
-#include <memory>
 #include <numbers>
-#include <system_error>
 #include <utility>
 
 namespace ov::demo {
@@ -97,44 +92,6 @@ std::vector<std::int16_t> makeSpeech(Dice dice, int rate) {
     return samples;
 }
 
-// What libsndfile writes to instead of a file.
-struct MemoryFile {
-    std::string& bytes;
-    sf_count_t position = 0;
-
-    static MemoryFile& of(void* self) { return *static_cast<MemoryFile*>(self); }
-    static sf_count_t length(void* self) { return static_cast<sf_count_t>(of(self).bytes.size()); }
-    static sf_count_t tell(void* self) { return of(self).position; }
-
-    static sf_count_t seek(sf_count_t offset, int whence, void* self) {
-        const sf_count_t start = whence == SEEK_SET   ? 0
-                                 : whence == SEEK_CUR ? tell(self)
-                                                      : length(self);
-        return of(self).position = std::max<sf_count_t>(0, start + offset);
-    }
-
-    static sf_count_t read(void* target, sf_count_t count, void* self) {
-        MemoryFile& file = of(self);
-        count = std::clamp<sf_count_t>(length(self) - file.position, 0, count);
-        std::memcpy(target, file.bytes.data() + file.position, static_cast<std::size_t>(count));
-        file.position += count;
-        return count;
-    }
-
-    static sf_count_t write(const void* source, sf_count_t count, void* self) {
-        MemoryFile& file = of(self);
-        const auto end = static_cast<std::size_t>(file.position + count);
-        file.bytes.resize(std::max(file.bytes.size(), end));
-        std::memcpy(file.bytes.data() + file.position, source, static_cast<std::size_t>(count));
-        file.position += count;
-        return count;
-    }
-};
-
-platform::Status failure(const char* reason) {
-    return {static_cast<int>(std::errc::io_error), "libsndfile", reason};
-}
-
 } // namespace
 
 const std::vector<std::int16_t>& DemoSound::speech(int rate) {
@@ -144,8 +101,8 @@ const std::vector<std::int16_t>& DemoSound::speech(int rate) {
     return samples;
 }
 
-platform::Status DemoSound::render(const SoundFormat& format, int seconds, std::uint32_t piece,
-                                   std::string& file) {
+platform::Status DemoSound::render(const sound::SoundFormat& format, int seconds,
+                                   std::uint32_t piece, std::string& file) {
     const std::vector<std::int16_t>& source = speech(format.rate);
     const auto frames = static_cast<std::size_t>(format.rate) * static_cast<std::size_t>(seconds);
     const std::int16_t* start = source.data() + piece % (source.size() - frames);
@@ -158,22 +115,9 @@ platform::Status DemoSound::render(const SoundFormat& format, int seconds, std::
         }
     }
 
-    file.clear();
-    MemoryFile memory{file};
-    SF_VIRTUAL_IO io{MemoryFile::length, MemoryFile::seek, MemoryFile::read, MemoryFile::write,
-                     MemoryFile::tell};
-    SF_INFO info{};
-    info.samplerate = format.rate;
-    info.channels = format.channels;
-    info.format = SF_FORMAT_WAV | format.encoding;
-    const std::unique_ptr<SNDFILE, int (*)(SNDFILE*)> sound(
-        sf_open_virtual(&io, SFM_WRITE, &info, &memory), sf_close);
-    if (!sound)
-        return failure(sf_strerror(nullptr));
-    const auto count = static_cast<sf_count_t>(samples.size());
-    if (sf_write_short(sound.get(), samples.data(), count) != count)
-        return failure(sf_strerror(sound.get()));
-    return {};
+    platform::Status status;
+    const sound::SoundLibraries* libraries = sound::soundLibraries(status);
+    return libraries != nullptr ? libraries->encode(format, samples, file) : status;
 }
 
 } // namespace ov::demo

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/status.h"
+#include "sound/sound_libraries.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -15,12 +16,6 @@
 
 namespace ov::demo {
 
-struct SoundFormat {
-    int encoding = 0; // libsndfile's sub-format, always in a WAV file
-    int rate = 0;     // frames per second
-    int channels = 1; // 1 or 2
-};
-
 class DemoSound {
 public:
     static constexpr int longestSeconds = 40;
@@ -30,7 +25,7 @@ public:
     // Puts a whole WAV file of `seconds` (1 to longestSeconds) into `file`. `piece` chooses what
     // is heard. Encodings that come in blocks fill their last one, so the file may be longer by
     // less than a tenth of a second.
-    platform::Status render(const SoundFormat& format, int seconds, std::uint32_t piece,
+    platform::Status render(const sound::SoundFormat& format, int seconds, std::uint32_t piece,
                             std::string& file);
 
 private:

@@ -6,8 +6,6 @@
 #include "demo/demo_sound.h"
 #include "platform/files.h"
 
-#include <sndfile.h>
-
 #include <array>
 #include <chrono>
 #include <set>
@@ -45,17 +43,13 @@ constexpr int unsearchedEvery = 25; // one dictation in so many lies there
 constexpr std::chrono::days finishedAge(30);
 
 // Small encodings come most, as on a typist's machine; one in twenty is large or stereo.
-constexpr std::array<SoundFormat, 20> formats{
-    {{SF_FORMAT_GSM610, 8000, 1},     {SF_FORMAT_GSM610, 8000, 1},
-     {SF_FORMAT_GSM610, 8000, 1},     {SF_FORMAT_GSM610, 8000, 1},
-     {SF_FORMAT_GSM610, 8000, 1},     {SF_FORMAT_IMA_ADPCM, 8000, 1},
-     {SF_FORMAT_IMA_ADPCM, 8000, 1},  {SF_FORMAT_IMA_ADPCM, 8000, 1},
-     {SF_FORMAT_IMA_ADPCM, 11025, 1}, {SF_FORMAT_IMA_ADPCM, 16000, 1},
-     {SF_FORMAT_ULAW, 8000, 1},       {SF_FORMAT_ULAW, 8000, 1},
-     {SF_FORMAT_ALAW, 8000, 1},       {SF_FORMAT_ALAW, 8000, 1},
-     {SF_FORMAT_PCM_U8, 8000, 1},     {SF_FORMAT_PCM_U8, 11025, 1},
-     {SF_FORMAT_PCM_16, 8000, 1},     {SF_FORMAT_PCM_U8, 8000, 1},
-     {SF_FORMAT_PCM_16, 16000, 1},    {SF_FORMAT_ULAW, 8000, 2}}};
+using enum sound::SoundEncoding;
+constexpr std::array<sound::SoundFormat, 20> formats{
+    {{gsm610, 8000, 1},    {gsm610, 8000, 1},    {gsm610, 8000, 1},   {gsm610, 8000, 1},
+     {gsm610, 8000, 1},    {imaAdpcm, 8000, 1},  {imaAdpcm, 8000, 1}, {imaAdpcm, 8000, 1},
+     {imaAdpcm, 11025, 1}, {imaAdpcm, 16000, 1}, {muLaw, 8000, 1},    {muLaw, 8000, 1},
+     {aLaw, 8000, 1},      {aLaw, 8000, 1},      {pcm8, 8000, 1},     {pcm8, 11025, 1},
+     {pcm16, 8000, 1},     {pcm8, 8000, 1},      {pcm16, 16000, 1},   {muLaw, 8000, 2}}};
 
 Status complain(std::errc error, std::string_view path, std::string_view reason) {
     return {static_cast<int>(error), platform::toNativePath(path), std::string(reason)};
@@ -109,7 +103,7 @@ public:
             root_ + (unsearched ? std::string(unsearchedFolder) : folderOf(department, name));
         if (Status status = makeFolder(folder); !status.ok())
             return status;
-        const SoundFormat& format = dice_.pick(std::span<const SoundFormat>(formats));
+        const auto& format = dice_.pick(std::span<const sound::SoundFormat>(formats));
         if (Status status = sound_.render(format, name.seconds, dice_.below(1'000'000), file_);
             !status.ok())
             return status;

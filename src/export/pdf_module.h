@@ -4,19 +4,15 @@
 #pragma once
 
 #include "export/file_export.h"
-#include "platform/status.h"
 
-// Pages need Qt, which takes longer to load than most searches take. What has no windows therefore
-// gets its PDF from a module that is loaded when the first one is asked for.
+// Pages need Qt, so what has no windows gets its PDF from a module.
 
 namespace ov::exporting {
 
-constexpr const char* pdfModuleName = "OVSearchPdf";
-// A PdfWriter, of the same build. It makes its own Qt application when there is none.
-constexpr const char* pdfModuleFunction = "ovsearchWritePdf";
-
-// Looks beside the program, then where the installation puts it (../lib/.../ovsearch), and nowhere
-// else. nullptr and why not in `status` when there is none or it cannot be loaded.
-PdfWriter loadPdfWriter(platform::Status& status);
+struct PdfModule {
+    static constexpr const char* moduleName = "OVSearchPdf";
+    // Makes its own Qt application when there is none.
+    PdfWriter write;
+};
 
 } // namespace ov::exporting

@@ -4,7 +4,8 @@
 #include "export/xlsx_writer.h"
 
 #include "export/cell.h"
-#include "export/xlsx_check.h"
+#include "export/sheet_module.h"
+#include "platform/loaded_module.h"
 #include "platform/locale.h"
 #include "platform/text.h"
 #include "support/language/modLanguage.h"
@@ -13,11 +14,9 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <cstdio>
 #include <filesystem>
 #include <system_error>
-#include <type_traits>
-#include <xlsxwriter.h>
+#include <variant>
 
 namespace ov::exporting {
 
@@ -75,153 +74,93 @@ std::string sheetText(std::string_view text) {
     return out;
 }
 
+SheetSetup setupOf(const Document& document, const std::string& native) {
+    return {native, std::filesystem::path(native).parent_path().native(),
+            sheetName(document.sheetName), dateFormat(), dateFormat() + " hh:mm:ss"};
+}
+
+// The library does not say, and much else may have set the number.
+int reason() {
+    constexpr std::array known = {ENOSPC, EFBIG, EDQUOT, EACCES, EMFILE, ENFILE};
+    return std::ranges::find(known, errno) != known.end() ? errno : EIO;
+}
+
 class Workbook {
 public:
-    Workbook(const Document& document, const std::string& native, const std::string& shown)
-        : document_(document),
-          directory_(std::filesystem::path(native).parent_path().native()),
+    Workbook(const SheetModule& module, const Document& document, const std::string& native)
+        : module_(module),
+          document_(document),
           native_(native),
-          shown_(shown) {
-        lxw_workbook_options options{};
-        options.constant_memory = LXW_TRUE;
-        options.tmpdir = directory_.data(); // a full disk shall be the one that the user knows of
-        book_ = workbook_new_opt(native.c_str(), &options);
-        const std::string name = sheetName(document.sheetName);
-        sheet_ = workbook_add_worksheet(book_, name.empty() ? nullptr : name.c_str());
-        addFormats();
-    }
-    ~Workbook() {
-        if (book_ != nullptr)
-            lxw_workbook_free(book_);
-    }
-    Workbook(const Workbook&) = delete;
-    Workbook& operator=(const Workbook&) = delete;
+          file_(module.create(setupOf(document, native))) {}
+
+    bool failed() const { return file_->failed(); }
 
     void writeCaptions(std::int64_t rows) {
         for (std::size_t i = 0; i < document_.columns.size(); ++i) {
             const Column& column = document_.columns[i];
-            const auto place = static_cast<lxw_col_t>(i);
             constexpr double twipsPerCharacter = 100;
-            worksheet_set_column(sheet_, place, place,
-                                 std::clamp(column.width / twipsPerCharacter, 8.0, 60.0), nullptr);
-            writeText(0, place, column.caption, bold_);
+            file_->setWidth(i, std::clamp(column.width / twipsPerCharacter, 8.0, 60.0));
+            writeText(0, i, column.caption, CellStyle::caption);
         }
-        if (document_.columns.empty())
-            return;
-        worksheet_freeze_panes(sheet_, 1, 0);
-        worksheet_repeat_rows(sheet_, 0, 0);
-        worksheet_set_landscape(sheet_);
-        worksheet_autofilter(sheet_, 0, 0, static_cast<lxw_row_t>(rows),
-                             static_cast<lxw_col_t>(document_.columns.size() - 1));
+        if (!document_.columns.empty())
+            file_->fixCaptions(rows, document_.columns.size());
     }
 
     void write(std::int64_t row, const Dictation& dictation) {
-        const auto line = static_cast<lxw_row_t>(row + 1);
         for (std::size_t i = 0; i < document_.columns.size(); ++i) {
             const Column& column = document_.columns[i];
-            const auto place = static_cast<lxw_col_t>(i);
             const auto value = cellValue(column, dictation);
             const bool written =
                 value &&
-                std::visit([&](const auto& v) { return writeValue(line, place, v); }, *value);
+                std::visit([&](const auto& v) { return writeValue(row + 1, i, v); }, *value);
             if (!written)
-                writeText(line, place, cellText(column, dictation), text_);
+                writeText(row + 1, i, cellText(column, dictation), CellStyle::text);
         }
     }
 
-    // What could not be written so far; rows are noticed when their buffer goes to the disk.
-    bool failed() {
-        if (sheet_ == nullptr ||
-            (sheet_->optimize_tmpfile != nullptr && std::ferror(sheet_->optimize_tmpfile) != 0))
-            note(LXW_ERROR_CREATING_TMPFILE);
-        return error_ != LXW_NO_ERROR;
-    }
-
-    platform::Status finish() {
-        if (sheet_ != nullptr && sheet_->optimize_tmpfile != nullptr)
-            static_cast<void>(std::fflush(sheet_->optimize_tmpfile));
-        if (failed())
-            return status();
-        errno = 0;
-        note(workbook_close(std::exchange(book_, nullptr)));
-        if (error_ == LXW_NO_ERROR && !isWholeWorkbook(native_, cells_))
-            note(LXW_ERROR_ZIP_FILE_OPERATION);
-        return status();
-    }
-
-    platform::Status status() const {
-        if (error_ == LXW_NO_ERROR)
-            return {};
-        const int number = reason();
-        return {number, shown_,
-                number != EIO ? std::generic_category().message(number)
-                              : modLanguage::GetText(text_id::exportIncomplete)};
-    }
+    bool finish() { return file_->close() && module_.isWhole(native_, cells_); }
 
 private:
-    void addFormats() {
-        bold_ = workbook_add_format(book_);
-        format_set_bold(bold_);
-        date_ = workbook_add_format(book_);
-        format_set_num_format(date_, dateFormat().c_str());
-        dateTime_ = workbook_add_format(book_);
-        format_set_num_format(dateTime_, (dateFormat() + " hh:mm:ss").c_str());
-        length_ = workbook_add_format(book_);
-        format_set_num_format(length_, "[hh]:mm:ss");
-        text_ = workbook_add_format(book_);
-        format_set_num_format(text_, "@"); // stays text when somebody edits it
-    }
-
-    // The library does not say, and much else may have set the number.
-    static int reason() {
-        constexpr std::array known = {ENOSPC, EFBIG, EDQUOT, EACCES, EMFILE, ENFILE};
-        return std::ranges::find(known, errno) != known.end() ? errno : EIO;
-    }
-
-    void note(lxw_error error) {
-        if (error_ == LXW_NO_ERROR)
-            error_ = error;
-    }
-
-    bool writeValue(lxw_row_t row, lxw_col_t column, const modDictation::DateSerial& date) {
+    bool writeValue(std::int64_t row, std::size_t column, const modDictation::DateSerial& date) {
         if (date.day < firstSafeDay)
             return false;
-        return writeNumber(row, column, daysOf(date), date.hasTime ? dateTime_ : date_);
+        return writeNumber(row, column, daysOf(date),
+                           date.hasTime ? CellStyle::dateTime : CellStyle::date);
     }
-    bool writeValue(lxw_row_t row, lxw_col_t column, modDictation::Seconds seconds) {
-        return writeNumber(
-            row, column, seconds.count / static_cast<double>(modDictation::secondsPerDay), length_);
+    bool writeValue(std::int64_t row, std::size_t column, modDictation::Seconds seconds) {
+        return writeNumber(row, column,
+                           seconds.count / static_cast<double>(modDictation::secondsPerDay),
+                           CellStyle::length);
     }
-    bool writeValue(lxw_row_t row, lxw_col_t column, std::int64_t number) {
-        return writeNumber(row, column, static_cast<double>(number), nullptr);
+    bool writeValue(std::int64_t row, std::size_t column, std::int64_t number) {
+        return writeNumber(row, column, static_cast<double>(number), CellStyle::plain);
     }
-    bool writeNumber(lxw_row_t row, lxw_col_t column, double number, lxw_format* format) {
-        note(worksheet_write_number(sheet_, row, column, number, format));
+    bool writeNumber(std::int64_t row, std::size_t column, double number, CellStyle style) {
+        file_->writeNumber(row, column, number, style);
         cells_.addNumber();
         return true;
     }
-    void writeText(lxw_row_t row, lxw_col_t column, const std::string& text, lxw_format* format) {
+    void writeText(std::int64_t row, std::size_t column, const std::string& text, CellStyle style) {
         if (text.empty())
             return;
         const std::string stored = sheetText(text);
-        note(worksheet_write_string(sheet_, row, column, stored.c_str(), format));
+        file_->writeText(row, column, stored, style);
         cells_.addText(stored);
     }
 
+    const SheetModule& module_;
     const Document& document_;
-    std::string directory_;
     std::string native_;
-    std::string shown_; // the name in messages
-    lxw_workbook* book_ = nullptr;
-    lxw_worksheet* sheet_ = nullptr;
-    lxw_format* bold_ = nullptr;
-    lxw_format* date_ = nullptr;
-    lxw_format* dateTime_ = nullptr;
-    lxw_format* length_ = nullptr;
-    lxw_format* text_ = nullptr;
-    lxw_error error_ = LXW_NO_ERROR;
+    std::unique_ptr<SheetFile> file_;
     CellSum cells_;
 };
+
+platform::Status failure(const std::string& shown) {
+    const int number = reason();
+    return {number, shown,
+            number != EIO ? std::generic_category().message(number)
+                          : modLanguage::GetText(text_id::exportIncomplete)};
+}
 
 } // namespace
 
@@ -229,10 +168,14 @@ platform::Status writeWorkbook(const Document& document, const RowSource& rows,
                                const std::string& native, const std::string& shown,
                                const GoOn& goOn, bool& stopped) {
     stopped = false;
+    platform::Status loaded;
+    const auto* module = platform::loadModule<SheetModule>(loaded);
+    if (module == nullptr)
+        return loaded;
     errno = 0;
-    Workbook book(document, native, shown);
+    Workbook book(*module, document, native);
     if (book.failed())
-        return book.status();
+        return failure(shown);
     book.writeCaptions(rows.count());
     for (std::int64_t row = 0; row < rows.count() && !book.failed(); ++row) {
         book.write(row, rows.dictation(row));
@@ -241,7 +184,7 @@ platform::Status writeWorkbook(const Document& document, const RowSource& rows,
             return {};
         }
     }
-    return book.finish();
+    return book.finish() ? platform::Status() : failure(shown);
 }
 
 } // namespace ov::exporting

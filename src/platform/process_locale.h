@@ -16,4 +16,8 @@ std::string environmentLocale(const char* category);
 // What the environment says now.
 Locale processLocale();
 
+// Lets the system's own messages come in the user's language, as the environment names it. Nothing
+// else of the C library's locale is set: the whole of it takes as long to load as a small program.
+void useMessagesOfEnvironment() noexcept;
+
 } // namespace ov::platform

@@ -47,7 +47,11 @@ std::string_view untilZero(std::span<const char> field) noexcept {
     return {field.begin(), std::find(field.begin(), field.end(), '\0')};
 }
 
+// Why our own device cannot be loaded is a longer story than its field takes.
 std::string errorText(std::uint32_t code) {
+    if (code == sound::media_error::noDriver)
+        if (std::string reason = sound::soundLoadFailure(); !reason.empty())
+            return reason;
     Field buffer{};
     sound::mediaCalls().getErrorString(code, buffer);
     const std::string text(platform::trimmed(untilZero(buffer), ' '));

@@ -3,8 +3,15 @@
 #include "sound/media.h"
 
 #include "platform/installed.h"
+#include "sound/sound_libraries.h"
 
 namespace ov::sound {
+
+std::string soundLoadFailure() {
+    platform::Status status;
+    static_cast<void>(soundLibraries(status));
+    return status.description();
+}
 
 MediaCalls* installMediaCalls(MediaCalls* calls) {
     return platform::installOnThread(calls);

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
+#include <string>
 #include <string_view>
 
 // Media commands: a device is opened under an alias and driven by texts such as "play PBWave from 0
@@ -27,6 +28,7 @@ constexpr std::uint32_t unrecognizedCommand = 261;
 constexpr std::uint32_t hardware = 262; // the output vanished in play
 constexpr std::uint32_t deviceNotOpen = 263;
 constexpr std::uint32_t nameInUse = 265; // a file opened twice without an alias
+constexpr std::uint32_t noDriver = 266;  // see soundLoadFailure()
 constexpr std::uint32_t missingCommand = 267;
 constexpr std::uint32_t badInteger = 270;
 constexpr std::uint32_t missingParameter = 273;
@@ -43,6 +45,9 @@ constexpr std::uint32_t afterQuote = 305;
 constexpr std::uint32_t noOutput = 326; // nothing can play now
 constexpr std::uint32_t cannotRead = 348;
 } // namespace media_error
+
+// Why our device cannot be loaded, with the file; empty when it can be.
+std::string soundLoadFailure();
 
 class MediaCalls {
 public:

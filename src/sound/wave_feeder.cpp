@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: MIT
 #include "sound/wave_feeder.h"
 
-#include <SoundTouch.h>
 #include <algorithm>
 #include <cmath>
 
@@ -11,10 +10,6 @@ namespace ov::sound {
 namespace {
 
 constexpr std::size_t inputFrames = 1024; // given to the stretcher at a time
-
-unsigned int toUnsigned(std::size_t number) noexcept {
-    return static_cast<unsigned int>(number);
-}
 
 } // namespace
 
@@ -33,10 +28,7 @@ void WaveFeeder::start(double from, double to, int tempo) {
     flushed_ = false;
     if (tempo == usualTempo)
         return;
-    stretcher_ = std::make_unique<soundtouch::SoundTouch>();
-    stretcher_->setSampleRate(static_cast<unsigned int>(file_.layout().rate));
-    stretcher_->setChannels(static_cast<unsigned int>(file_.channels()));
-    stretcher_->setTempo(tempo / 100.0);
+    stretcher_ = soundLibraries().stretch(file_.layout().rate, file_.channels(), tempo);
 }
 
 WaveFeeder::Piece WaveFeeder::read(std::span<float> samples) {
@@ -71,7 +63,7 @@ void WaveFeeder::feedStretcher() {
     input_.resize(inputFrames * static_cast<std::size_t>(file_.channels()));
     const std::size_t got = readFile(input_);
     if (got > 0) {
-        stretcher_->putSamples(input_.data(), toUnsigned(got));
+        stretcher_->put(input_.data(), got);
     } else {
         stretcher_->flush();
         flushed_ = true;
@@ -84,9 +76,9 @@ std::size_t WaveFeeder::readStretched(std::span<float> samples) {
     // The stretcher pads its end.
     wanted = std::min(wanted, static_cast<std::size_t>(
                                   std::ceil(std::max(end_ - position_, 0.0) * 100 / tempo_)));
-    while (!flushed_ && stretcher_->numSamples() < wanted)
+    while (!flushed_ && stretcher_->ready() < wanted)
         feedStretcher();
-    return stretcher_->receiveSamples(samples.data(), toUnsigned(wanted));
+    return stretcher_->take(samples.data(), wanted);
 }
 
 } // namespace ov::sound

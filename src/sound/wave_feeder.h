@@ -2,16 +2,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "sound/sound_libraries.h"
 #include "sound/wave_file.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <span>
-
-namespace soundtouch {
-class SoundTouch;
-}
 
 // Turns a stretch of a file into the samples that are to be played, faster or slower at the same
 // pitch. Used by one thread.
@@ -48,7 +45,7 @@ private:
     void feedStretcher();
 
     WaveFile& file_;
-    std::unique_ptr<soundtouch::SoundTouch> stretcher_; // made when first needed
+    std::unique_ptr<SoundStretcher> stretcher_; // made when first needed
     std::vector<float> input_;
     int tempo_ = usualTempo;
     double position_ = 0; // of the next frame to play

@@ -22,29 +22,14 @@ constexpr int mostChannels = 32; // keeps the buffer of a mix small
 // the largest signed number.
 constexpr std::uint32_t unknownSize = 0x7FFF0000;
 
-int bitsOf(int format) noexcept {
-    switch (format & SF_FORMAT_SUBMASK) {
-    case SF_FORMAT_PCM_S8:
-    case SF_FORMAT_PCM_U8:
-        return 8;
-    case SF_FORMAT_PCM_24:
-        return 24;
-    case SF_FORMAT_PCM_32:
-    case SF_FORMAT_FLOAT:
-        return 32;
-    default:
-        return 16;
-    }
-}
-
 // For a file without a header of the usual kind: counted as if it were plain PCM.
-WaveLayout plainLayout(const SF_INFO& info) noexcept {
+WaveLayout plainLayout(const SoundInfo& info) noexcept {
     WaveLayout layout;
     layout.channels = info.channels;
-    layout.rate = info.samplerate;
-    layout.bitsPerSample = bitsOf(info.format);
+    layout.rate = info.rate;
+    layout.bitsPerSample = info.bitsPerSample;
     layout.blockSize = static_cast<std::uint32_t>(info.channels * layout.bitsPerSample / 8);
-    layout.bytesPerSecond = layout.blockSize * static_cast<std::uint32_t>(info.samplerate);
+    layout.bytesPerSecond = layout.blockSize * static_cast<std::uint32_t>(info.rate);
     layout.length = static_cast<double>(info.frames);
     return layout;
 }
@@ -53,7 +38,7 @@ bool isPacked(std::uint16_t tag) noexcept {
     return tag == 2 || tag == 17 || tag == 49; // MS ADPCM, IMA ADPCM, GSM 6.10
 }
 
-double framesPerBlock(const WaveHeader& header, const SF_INFO& info, double dataBytes) noexcept {
+double framesPerBlock(const WaveHeader& header, const SoundInfo& info, double dataBytes) noexcept {
     if (isPacked(header.formatTag) && header.framesPerBlock > 0)
         return header.framesPerBlock;
     if (header.blockSize * 8 == header.channels * header.bitsPerSample || dataBytes <= 0)
@@ -81,6 +66,8 @@ std::uint32_t WaveFile::open(std::string_view path, std::unique_ptr<WaveFile>& f
     std::optional<platform::ReadableFile> opened = platform::ReadableFile::open(path);
     if (!opened)
         return media_error::fileNotFound;
+    if (platform::Status loaded; soundLibraries(loaded) == nullptr)
+        return media_error::noDriver;
     file.reset(new WaveFile());
     file->header_ = readWaveHeader(*opened);
     const auto& header = file->header_;
@@ -88,7 +75,7 @@ std::uint32_t WaveFile::open(std::string_view path, std::unique_ptr<WaveFile>& f
                                  ? header->dataStart + header->dataSize
                                  : opened->size().value_or(0);
     file->stream_ = WaveStream(std::move(*opened), header ? header->dataStart : 0, end);
-    SF_INFO sound{};
+    SoundInfo sound{};
     if (!file->openSound(sound))
         return file->stream_.missing() == WaveStream::Missing::unreadable
                    ? media_error::cannotRead
@@ -97,14 +84,14 @@ std::uint32_t WaveFile::open(std::string_view path, std::unique_ptr<WaveFile>& f
     return media_error::none;
 }
 
-bool WaveFile::openSound(SF_INFO& info) {
+bool WaveFile::openSound(SoundInfo& info) {
     sound_ = stream_.open(info);
-    seekable_ = info.seekable != 0;
+    seekable_ = info.seekable;
     return sound_ && info.channels >= 1 && info.channels <= mostChannels &&
-           info.samplerate >= slowestRate && info.samplerate <= fastestRate;
+           info.rate >= slowestRate && info.rate <= fastestRate;
 }
 
-void WaveFile::readLayout(const SF_INFO& info) {
+void WaveFile::readLayout(const SoundInfo& info) {
     frames_ = std::max<std::int64_t>(info.frames, 0);
     layout_ = plainLayout(info);
     if (!header_ || header_->channels != info.channels || header_->blockSize == 0)
@@ -127,7 +114,7 @@ bool WaveFile::seek(std::int64_t frame) {
     const std::int64_t target = std::clamp<std::int64_t>(frame, 0, frames_);
     position_ = target;
     stream_.forget();
-    failed_ = seekable_ ? sf_seek(sound_.get(), target, SEEK_SET) != target : !reopenAt(target);
+    failed_ = seekable_ ? !sound_->seek(target) : !reopenAt(target);
     failed_ = failed_ || stream_.missing() == WaveStream::Missing::unreadable;
     return !failed_;
 }
@@ -140,7 +127,7 @@ bool WaveFile::reopenAt(std::int64_t frame) {
     const auto perBlock = static_cast<std::int64_t>(layout_.framesPerBlock);
     const std::int64_t block =
         inBlocks ? std::max<std::int64_t>(frame / perBlock - settling, 0) : 0;
-    SF_INFO info{};
+    SoundInfo info{};
     sound_.reset();
     sound_ = stream_.open(info, block * layout_.blockSize);
     if (!sound_)
@@ -148,8 +135,7 @@ bool WaveFile::reopenAt(std::int64_t frame) {
     std::vector<float> unheard(4096);
     const auto perRead = static_cast<std::int64_t>(unheard.size()) / layout_.channels;
     for (std::int64_t left = frame - block * perBlock; left > 0;) {
-        const sf_count_t got =
-            sf_readf_float(sound_.get(), unheard.data(), std::min(left, perRead));
+        const std::int64_t got = sound_->read(unheard.data(), std::min(left, perRead));
         if (got <= 0) // beyond a new end there is nothing to read, which read() tells
             return stream_.missing() == WaveStream::Missing::cutOff;
         left -= got;
@@ -162,14 +148,13 @@ std::size_t WaveFile::read(std::span<float> samples) {
     const std::int64_t wanted = std::min(room, frames_ - position_);
     if (!sound_ || wanted <= 0)
         return 0;
-    const sf_count_t got = channels() == layout_.channels
-                               ? sf_readf_float(sound_.get(), samples.data(), wanted)
-                               : readMixed(samples, wanted);
+    const std::int64_t got = channels() == layout_.channels ? sound_->read(samples.data(), wanted)
+                                                            : readMixed(samples, wanted);
     if (stream_.missing() != WaveStream::Missing::nothing)
         return endEarly();
-    failed_ = got < wanted && sf_error(sound_.get()) != SF_ERR_NO_ERROR;
-    position_ += std::max<sf_count_t>(got, 0);
-    return static_cast<std::size_t>(std::max<sf_count_t>(got, 0));
+    failed_ = got < wanted && sound_->failed();
+    position_ += std::max<std::int64_t>(got, 0);
+    return static_cast<std::size_t>(std::max<std::int64_t>(got, 0));
 }
 
 // What was decoded of bytes that are not there is no sound.
@@ -183,7 +168,7 @@ std::size_t WaveFile::endEarly() {
 std::int64_t WaveFile::readMixed(std::span<float> samples, std::int64_t wanted) {
     const auto channels = static_cast<std::size_t>(layout_.channels);
     manyChannels_.resize(static_cast<std::size_t>(wanted) * channels);
-    const sf_count_t got = sf_readf_float(sound_.get(), manyChannels_.data(), wanted);
+    const std::int64_t got = sound_->read(manyChannels_.data(), wanted);
     for (std::size_t i = 0; std::cmp_less(i, got); ++i) {
         const float* frame = manyChannels_.data() + i * channels;
         samples[i] = std::accumulate(frame, frame + channels, 0.0F) / static_cast<float>(channels);

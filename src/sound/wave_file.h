@@ -6,8 +6,6 @@
 #include "sound/wave_layout.h"
 #include "sound/wave_stream.h"
 
-#include <sndfile.h>
-
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -23,7 +21,8 @@ namespace ov::sound {
 class WaveFile {
 public:
     // Opens the file of that path (files.h). Returns a media_error: fileNotFound for what is no
-    // file or may not be read, cannotRead when reading fails, invalidFile for what is no sound.
+    // file or may not be read, cannotRead when reading fails, invalidFile for what is no sound,
+    // noDriver when what decodes it cannot be loaded.
     static std::uint32_t open(std::string_view path, std::unique_ptr<WaveFile>& file);
 
     const WaveLayout& layout() const noexcept { return layout_; }
@@ -43,15 +42,15 @@ public:
 
 private:
     WaveFile() = default;
-    bool openSound(SF_INFO& info);
-    void readLayout(const SF_INFO& info);
+    bool openSound(SoundInfo& info);
+    void readLayout(const SoundInfo& info);
     bool reopenAt(std::int64_t frame);
     std::size_t endEarly();
     std::int64_t readMixed(std::span<float> samples, std::int64_t wanted);
 
     std::optional<WaveHeader> header_;
     WaveStream stream_;
-    Sound sound_; // reads the stream
+    std::unique_ptr<SoundDecoder> sound_; // reads the stream
     WaveLayout layout_;
     std::int64_t frames_ = 0;
     std::int64_t position_ = 0; // of the next frame

@@ -4,10 +4,9 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <span>
 
-// The sound output of the desktop, whatever it is.
+// The sound output of the desktop, whatever it is. SoundLibraries opens one.
 
 namespace ov::sound {
 
@@ -25,21 +24,16 @@ public:
     // Frames that fill() is asked for at a time: 33 ms. The output holds about as much again. With
     // 20 ms sound drops out on a busy machine, with 40 ms the output asks for two chunks before it
     // is heard, and the listener waits for 60 ms in place of 30; bench/sound.cpp measures both.
-    static std::size_t chunkFrames(int rate) noexcept;
+    static constexpr std::size_t chunkFrames(int rate) noexcept {
+        constexpr int chunksPerSecond = 30;
+        return static_cast<std::size_t>(rate / chunksPerSecond);
+    }
 
-    // From asking for a chunk until it is heard, as good as one can know, in nanoseconds.
-    static std::int64_t latency(int rate) noexcept;
-
-    // Outputs there are. May take a moment when the desktop's sound service is slow.
-    static int count();
-
-    // Opens output number `device`, -1 the usual one, and starts to fill it. Nothing when it
-    // cannot be opened, which it may find out only after a second when another output of ours is
-    // in use. `source` must live longer.
-    static std::unique_ptr<WaveOutput> open(int rate, int channels, int device, WaveSource& source);
-
-    // At the end of a thread that has opened or closed an output.
-    static void leaveThread() noexcept;
+    // From asking for a chunk until it is heard, as good as one can know, in nanoseconds: the
+    // chunk that is being heard while the next one is asked for.
+    static constexpr std::int64_t latency(int rate) noexcept {
+        return static_cast<std::int64_t>(chunkFrames(rate)) * 1'000'000'000 / rate;
+    }
 
     // Waits until what was filled has been heard or the device is gone; fill() is not called any
     // more after that.

@@ -3,6 +3,7 @@
 #include "sound/wave_player.h"
 
 #include "sound/media.h"
+#include "sound/sound_libraries.h"
 #include "sound/wave_control.h"
 
 #include <algorithm>
@@ -190,7 +191,7 @@ void WavePlayer::work() {
     }
     lock.unlock();
     output_.reset();
-    WaveOutput::leaveThread();
+    soundLibraries().leaveThread();
     finished_ = true;
 }
 
@@ -225,7 +226,7 @@ void WavePlayer::openOutput(const Request& request) {
     if (output_ && (output_->lost() || openDevice_ != request.output))
         closeOutput();
     if (!output_)
-        output_ = WaveOutput::open(layout_.rate, channels_, request.output, *this);
+        output_ = soundLibraries().openOutput(layout_.rate, channels_, request.output, *this);
     idleSince_ = 0;
     const std::lock_guard<std::mutex> lock(mutex_);
     answered_ = request.run;

@@ -53,7 +53,7 @@ public:
     // Percent; what is played goes on at the new tempo.
     void setTempo(int tempo);
     int tempo() const noexcept { return tempo_; }
-    // For plays to come: a number below WaveOutput::count(), or -1.
+    // For plays to come: a number below SoundLibraries::outputCount(), or -1.
     void setOutput(int device);
     void setMuted(bool muted) noexcept { muted_.store(muted); }
 

@@ -3,47 +3,30 @@
 #include "sound/wave_stream.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <utility>
 
 namespace ov::sound {
-
-namespace {
-
-WaveStream& of(void* self) noexcept {
-    return *static_cast<WaveStream*>(self);
-}
-
-} // namespace
 
 WaveStream::WaveStream(platform::ReadableFile file, std::int64_t dataStart, std::int64_t dataEnd)
     : file_(std::move(file)),
       dataStart_(dataStart),
       end_(std::min(dataEnd, file_.size().value_or(dataEnd))) {}
 
-Sound WaveStream::open(SF_INFO& info, std::int64_t leftOut) {
+std::unique_ptr<SoundDecoder> WaveStream::open(SoundInfo& info, std::int64_t leftOut) {
     leftOut_ = leftOut;
     position_ = 0;
-    SF_VIRTUAL_IO calls{length, seek, read, write, tell};
-    return Sound(sf_open_virtual(&calls, SFM_READ, &info, this));
+    return soundLibraries().decode(*this, info);
 }
 
-sf_count_t WaveStream::length(void* self) {
-    return std::max<std::int64_t>(of(self).end_ - of(self).leftOut_, 0);
+std::int64_t WaveStream::length() {
+    return std::max<std::int64_t>(end_ - leftOut_, 0);
 }
 
-sf_count_t WaveStream::tell(void* self) {
-    return of(self).position_;
-}
-
-sf_count_t WaveStream::seek(sf_count_t offset, int whence, void* self) {
-    const sf_count_t start = whence == SEEK_SET   ? 0
-                             : whence == SEEK_CUR ? tell(self)
-                                                  : length(self);
-    sf_count_t target = 0;
-    if (__builtin_add_overflow(start, offset, &target) || target < 0)
-        return -1;
-    return of(self).position_ = target;
+bool WaveStream::moveTo(std::int64_t position) {
+    if (position < 0)
+        return false;
+    position_ = position;
+    return true;
 }
 
 // The end of a file that is shorter by now is an end; one inside it is not.
@@ -52,32 +35,24 @@ WaveStream::Missing WaveStream::reasonFor(std::int64_t got) const noexcept {
     return shorter ? Missing::cutOff : Missing::unreadable;
 }
 
-// NOLINTNEXTLINE(readability-non-const-parameter): the signature is libsndfile's
-sf_count_t WaveStream::read(void* target, sf_count_t count, void* self) {
-    WaveStream& stream = of(self);
-    auto* bytes = static_cast<char*>(target);
-    sf_count_t done = 0;
+std::int64_t WaveStream::read(char* target, std::int64_t count) {
+    std::int64_t done = 0;
     while (done < count) {
-        const bool inHeader = stream.position_ < stream.dataStart_;
-        const std::int64_t end = inHeader ? stream.dataStart_ : length(self);
-        const std::int64_t wanted = std::min(count - done, end - stream.position_);
+        const bool inHeader = position_ < dataStart_;
+        const std::int64_t end = inHeader ? dataStart_ : length();
+        const std::int64_t wanted = std::min(count - done, end - position_);
         if (wanted <= 0)
             break;
-        const std::int64_t got =
-            stream.file_.read(bytes + done, static_cast<std::size_t>(wanted),
-                              stream.position_ + (inHeader ? 0 : stream.leftOut_));
+        const std::int64_t got = file_.read(target + done, static_cast<std::size_t>(wanted),
+                                            position_ + (inHeader ? 0 : leftOut_));
         if (got <= 0) {
-            stream.missing_ = stream.reasonFor(got);
+            missing_ = reasonFor(got);
             break;
         }
         done += got;
-        stream.position_ += got;
+        position_ += got;
     }
     return done;
-}
-
-sf_count_t WaveStream::write(const void* /*source*/, sf_count_t /*count*/, void* /*self*/) {
-    return 0;
 }
 
 } // namespace ov::sound

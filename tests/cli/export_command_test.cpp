@@ -123,20 +123,6 @@ TEST_F(ExportCommand, WritesPages) {
         << "above the rows of each page\n"
         << pages;
     EXPECT_FALSE(holds(pages, std::string(235, 'W')));
-    // A module is taken from the installation of the program, and from no folder above that.
-    namespace fs = std::filesystem;
-    for (const char* folder : {"a/b/bin", "bin"})
-        fs::create_directories(out_.native(folder));
-    out_.add(OV_MODULE_FOLDER "/libOVSearchPdf.so");
-    fs::copy_file(OV_PDF_MODULE, out_.native(OV_MODULE_FOLDER "/libOVSearchPdf.so"),
-                  fs::copy_options::overwrite_existing);
-    for (const auto& [folder, exitCode] : {std::pair("a/b/bin", 3), std::pair("bin", 0)}) {
-        const std::string program = out_.native(std::string(folder) + "/ovsearch");
-        fs::copy_file(OV_SEARCH_PROGRAM, program);
-        tests::ProgramRun how;
-        how.arguments = {"export", "--force", out_.native("planted.pdf"), store_.folder().native()};
-        EXPECT_EQ(tests::runProgram(program, how).exitCode, exitCode) << folder;
-    }
 }
 #endif
 

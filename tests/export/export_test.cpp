@@ -8,6 +8,7 @@
 #include "export/file_export.h"
 #include "export/pdf_module.h"
 #include "export/xlsx_writer.h"
+#include "platform/loaded_module.h"
 #include "platform/locale.h"
 #include "support/language/modLanguage.h"
 #include "tests/child_process.h"
@@ -218,8 +219,9 @@ TEST_F(Export, SheetHasTextDatesLengthsAndNumbers) {
 // whole new one comes.
 TEST_F(Export, NoFileIsHalf) {
     platform::Status loaded;
-    const PdfWriter pdf = loadPdfWriter(loaded);
-    ASSERT_TRUE(loaded.ok()) << loaded.description();
+    const auto* module = platform::loadModule<PdfModule>(loaded);
+    ASSERT_TRUE(module != nullptr) << loaded.description();
+    const PdfWriter pdf = module->write;
     for (int i = 0; i < 400; ++i)
         add("author " + std::to_string(i));
     for (const FormatInfo& info : formats()) {

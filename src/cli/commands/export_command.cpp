@@ -10,6 +10,7 @@
 #include "export/pdf_module.h"
 #include "platform/coarse_clock.h"
 #include "platform/files.h"
+#include "platform/loaded_module.h"
 #include "platform/text.h"
 
 #include <numeric>
@@ -73,14 +74,15 @@ ExitCode tellStopped(const std::string& path) {
 ExitCode write(const exporting::Document& document, const exporting::RowSource& rows, Format format,
                const std::string& path, TerminalInterface& terminal) {
     platform::Status loaded;
-    exporting::PdfWriter pdfWriter =
-        format == Format::pdf ? exporting::loadPdfWriter(loaded) : nullptr;
+    const auto* pdf =
+        format == Format::pdf ? platform::loadModule<exporting::PdfModule>(loaded) : nullptr;
     if (!loaded.ok()) {
         complain("PDF needs the module for it, which cannot be loaded: " + loaded.description());
         return ExitCode::unreadable;
     }
-    const auto result = exporting::exportFile(document, rows, format, path,
-                                              progressOf(rows.count(), terminal), pdfWriter);
+    const auto result =
+        exporting::exportFile(document, rows, format, path, progressOf(rows.count(), terminal),
+                              pdf != nullptr ? pdf->write : nullptr);
     terminal.clearProgress();
     if (result.stopped)
         return tellStopped(path);

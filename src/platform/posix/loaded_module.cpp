@@ -10,13 +10,25 @@
 
 namespace ov::platform {
 
+namespace {
+
+// Some of the reasons begin with the file, others name a library that it needs.
+Status lastFailure(const std::string& file) {
+    const char* told = dlerror();
+    std::string reason = told != nullptr ? told : "no such function";
+    if (const std::string named = file + ": "; reason.starts_with(named))
+        reason.erase(0, named.size());
+    return {ENOEXEC, file, std::move(reason)};
+}
+
+} // namespace
+
 void* functionOfModule(std::string_view path, const char* function, Status& status) {
-    void* module = dlopen(toNativePath(path).c_str(), RTLD_NOW | RTLD_LOCAL);
+    const std::string file = toNativePath(path);
+    void* module = dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
     void* found = module != nullptr ? dlsym(module, function) : nullptr;
-    if (found == nullptr) {
-        const char* reason = dlerror(); // names the file
-        status = Status(ENOEXEC, {}, reason != nullptr ? reason : toNativePath(path));
-    }
+    if (found == nullptr)
+        status = lastFailure(file);
     return found;
 }
 

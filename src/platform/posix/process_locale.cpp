@@ -3,6 +3,7 @@
 
 #include "platform/process_locale.h"
 
+#include <clocale>
 #include <cstdlib>
 #include <ctime>
 
@@ -29,6 +30,11 @@ DateTime now() {
     localtime_r(&seconds, &local);
     return {local.tm_year + 1900, local.tm_mon + 1, local.tm_mday,
             local.tm_hour,        local.tm_min,     local.tm_sec};
+}
+
+void useMessagesOfEnvironment() noexcept {
+    for (const int category : {LC_CTYPE, LC_MESSAGES}) // their characters and their words
+        std::setlocale(category, "");
 }
 
 } // namespace ov::platform

@@ -3,7 +3,7 @@
 #include "sound/device/wave_device.h"
 
 #include "sound/media.h"
-#include "sound/wave_output.h"
+#include "sound/sound_libraries.h"
 
 #include <array>
 #include <utility>
@@ -189,7 +189,7 @@ std::uint32_t WaveDevice::setOne(const WaveWord& word) {
 
 std::uint32_t WaveDevice::setOutput(const WaveWord& word) {
     const bool any = word.phrase == "any output";
-    if (!any && (word.number < 0 || word.number >= WaveOutput::count()))
+    if (!any && (word.number < 0 || word.number >= soundOutputCount()))
         return media_error::outOfRange;
     output_ = any ? -1 : static_cast<int>(word.number);
     player_->setOutput(output_);

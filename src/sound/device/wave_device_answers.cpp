@@ -5,8 +5,8 @@
 
 #include "sound/device/wave_device.h"
 #include "sound/media.h"
+#include "sound/sound_libraries.h"
 #include "sound/wave_control.h"
-#include "sound/wave_output.h"
 
 #include <algorithm>
 #include <array>
@@ -52,7 +52,7 @@ std::uint32_t WaveDevice::capability(const Words& words, std::string& reply) {
     else if (item->phrase == "inputs")
         reply = "0";
     else if (item->phrase == "outputs")
-        reply = std::to_string(WaveOutput::count());
+        reply = std::to_string(soundOutputCount());
     else
         reply = isOneOf(*item, {"has audio", "can play", "uses files", "compound device"})
                     ? "true"

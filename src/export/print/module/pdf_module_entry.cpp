@@ -3,15 +3,18 @@
 
 // What the terminal loads when it is asked for a PDF.
 
+#include "export/pdf_module.h"
 #include "export/print/pdf.h"
+#include "platform/loaded_module.h"
 
 #include <QGuiApplication>
 #include <memory>
 
-extern "C" Q_DECL_EXPORT bool ovsearchWritePdf(const ov::exporting::Document& document,
-                                               const ov::exporting::RowSource& rows,
-                                               ov::exporting::Sink& sink,
-                                               const ov::exporting::GoOn& goOn) {
+namespace {
+
+bool writePdfWithoutWindows(const ov::exporting::Document& document,
+                            const ov::exporting::RowSource& rows, ov::exporting::Sink& sink,
+                            const ov::exporting::GoOn& goOn) {
     // A terminal has no windows; fonts are all that is needed.
     static int count = 3;
     static char program[] = "ovsearch";
@@ -24,4 +27,11 @@ extern "C" Q_DECL_EXPORT bool ovsearchWritePdf(const ov::exporting::Document& do
     if (QCoreApplication::instance() == nullptr)
         application = std::make_unique<QGuiApplication>(count, arguments);
     return ov::exporting::print::writePdf(document, rows, sink, goOn);
+}
+
+} // namespace
+
+OV_MODULE_ENTRY(const char* version) {
+    static constexpr ov::exporting::PdfModule module{writePdfWithoutWindows};
+    return ov::platform::isModuleVersion(version) ? &module : nullptr;
 }

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
-#include "sound/wave_output.h"
+#include "sound/module/sdl_output.h"
 
 #include <SDL.h>
 #include <atomic>
@@ -9,13 +9,12 @@
 #include <mutex>
 #include <thread>
 
-namespace ov::sound {
+namespace ov::sound::loaded {
 
 namespace {
 
 using namespace std::chrono_literals;
 
-constexpr int chunksPerSecond = 30;
 constexpr auto longestWait = 800ms;
 constexpr auto retryInterval = 5ms;
 
@@ -135,27 +134,17 @@ private:
 
 } // namespace
 
-std::size_t WaveOutput::chunkFrames(int rate) noexcept {
-    return static_cast<std::size_t>(rate / chunksPerSecond);
-}
-
-std::int64_t WaveOutput::latency(int rate) noexcept {
-    // The chunk that is being heard while the next one is asked for.
-    return static_cast<std::int64_t>(chunkFrames(rate)) * 1'000'000'000 / rate;
-}
-
-int WaveOutput::count() {
+int outputCount() {
     const AudioSystem system;
     const SdlLock lock;
     return system.ready() && lock ? SDL_GetNumAudioDevices(0) : 0;
 }
 
-void WaveOutput::leaveThread() noexcept {
+void leaveThread() noexcept {
     SDL_TLSCleanup(); // SDL does so for its own threads only
 }
 
-std::unique_ptr<WaveOutput> WaveOutput::open(int rate, int channels, int device,
-                                             WaveSource& source) {
+std::unique_ptr<WaveOutput> openOutput(int rate, int channels, int device, WaveSource& source) {
     // Some outputs can be opened only once, and the one before may take a moment to close.
     const auto deadline = std::chrono::steady_clock::now() + longestWait;
     for (;;) {
@@ -168,4 +157,4 @@ std::unique_ptr<WaveOutput> WaveOutput::open(int rate, int channels, int device,
     }
 }
 
-} // namespace ov::sound
+} // namespace ov::sound::loaded

@@ -1,15 +1,15 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
-#include "export/xlsx_check.h"
+#include "export/module/workbook_check.h"
 
 #include <array>
 #include <expat.h>
 #include <memory>
+#include <string_view>
 #include <unzip.h>
-#include <zlib.h>
 
-namespace ov::exporting {
+namespace ov::exporting::loaded {
 
 namespace {
 
@@ -96,11 +96,6 @@ private:
 
 } // namespace
 
-void CellSum::addText(std::string_view text) noexcept {
-    ++cells_;
-    sum_ = crc32_z(sum_, reinterpret_cast<const Bytef*>(text.data()), text.size());
-}
-
 bool isWholeWorkbook(const std::string& native, const CellSum& cells) {
     const Archive archive(native);
     int sheets = 0;
@@ -115,4 +110,4 @@ bool isWholeWorkbook(const std::string& native, const CellSum& cells) {
     return next == UNZ_END_OF_LIST_OF_FILE && sheets == 1;
 }
 
-} // namespace ov::exporting
+} // namespace ov::exporting::loaded
