@@ -1,16 +1,20 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
-// The engine's small parts, each on a name as real stores have it (about 150 bytes).
+// The engine's small parts, each on a name as real stores have it (about 150 bytes), and the orders
+// of a million of them.
 
+#include "demo/demo_names.h"
 #include "dictation/dictation_record.h"
 #include "dictation/field_date.h"
 #include "dictation/name_decoding.h"
 #include "dictation/search/matching.h"
+#include "dictation/search/result_order.h"
 #include "platform/text.h"
 
 #include <benchmark/benchmark.h>
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -97,6 +101,48 @@ BENCHMARK_CAPTURE(match, priority, {{15, 25, "3", ""}});
 BENCHMARK_CAPTURE(match, marker, {{3, 32, "", ""}});
 BENCHMARK_CAPTURE(match, flag, {{7, 25, "12", ""}});
 BENCHMARK_CAPTURE(match, two, {{15, 25, "3", ""}, {5, 17, "öztürk", ""}});
+
+const DictationList& million() {
+    static DictationList list;
+    ov::demo::DemoNames names(1, today);
+    while (list.size() < 1'000'000) {
+        const std::int32_t folder = list.size() / 200;
+        list.add("\\store\\Ward " + std::to_string(folder * 37 % 5000) + "\\",
+                 names.next(static_cast<ov::demo::DemoTrade>(folder % 4)).fileName);
+    }
+    return list;
+}
+
+// Folder, status, author, number, the date's serial, length, subject, the whole name.
+void sortMillion(benchmark::State& state) {
+    const DictationList& list = million();
+    while (state.KeepRunning())
+        benchmark::DoNotOptimize(
+            sortedOrder(list, static_cast<std::int32_t>(state.range(0)), false).data());
+}
+BENCHMARK(sortMillion)
+    ->Arg(field_id::folder)
+    ->Arg(field_id::status)
+    ->Arg(field_id::author)
+    ->Arg(field_id::number)
+    ->Arg(field_id::dictatedSerial)
+    ->Arg(field_id::length)
+    ->Arg(field_id::subject)
+    ->Arg(field_id::name)
+    ->Unit(benchmark::kMillisecond)
+    ->MeasureProcessCPUTime()
+    ->UseRealTime();
+
+void sortMillionBack(benchmark::State& state) {
+    const DictationList& list = million();
+    ResultOrders orders;
+    orders.sorted(list, field_id::author, false);
+    bool descending = false;
+    while (state.KeepRunning())
+        benchmark::DoNotOptimize(
+            orders.sorted(list, field_id::author, descending = !descending).data());
+}
+BENCHMARK(sortMillionBack)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime()->UseRealTime();
 
 } // namespace
 

@@ -267,6 +267,9 @@ TEST_F(Control, SortsByTheClickedColumn) {
     EXPECT_EQ(results().horizontalHeader()->sortIndicatorOrder(), Qt::DescendingOrder);
     searchAll();
     EXPECT_EQ(columnTexts(5), "Ä; b; c; ");
+    store.add("2$WAV@@14$d@@7$01-01-2027 10$00$00.WAV");
+    searchAll();
+    EXPECT_EQ(columnTexts(5), "d; Ä; b; c; ") << "an order is that of its hits";
 }
 
 TEST_F(Control, RemembersHowTheColumnsWereLeft) {

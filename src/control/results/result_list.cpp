@@ -5,7 +5,6 @@
 
 #include "control/list_hint.h"
 #include "control/results/result_delegate.h"
-#include "dictation/search/result_order.h"
 #include "platform/user_interface.h"
 #include "support/language/text_ids.h"
 #include "widgets/text.h"
@@ -126,7 +125,7 @@ void ResultList::showSorted() {
         model_->showFirst(model_->hits().size());
         return;
     }
-    auto order = modDictation::sortedOrder(model_->hits(), field, listSortOrder_ != 0);
+    auto order = model_->sortedOrder(field, listSortOrder_ != 0);
     const ResultSelection::Kept rows = selection_.keep();
     model_->setOrder(std::move(order));
     selection_.restore(rows, indicatedColumn());

@@ -61,6 +61,7 @@ void ResultModel::setHits(std::unique_ptr<modDictation::DictationList> hits) {
     beginResetModel();
     rows_ = 0;
     order_ = {};
+    orders_.forget();
     hits_ = std::move(hits);
     endResetModel();
 }

@@ -5,6 +5,7 @@
 
 #include "dictation/field_table.h"
 #include "dictation/search/dictation_list.h"
+#include "dictation/search/result_order.h"
 
 #include <QAbstractTableModel>
 #include <cstdint>
@@ -58,6 +59,11 @@ public:
     const modDictation::DictationList& hits() const { return *hits_; }
     // Shows the rows of the first `count` hits, in the order found.
     void showFirst(std::int32_t count);
+    // The order of all hits by a field; kept until the hits are others. Lets window messages be
+    // handled.
+    std::vector<std::int32_t> sortedOrder(std::int32_t field, bool descending) {
+        return orders_.sorted(*hits_, field, descending);
+    }
     // Shows all hits in that order, a hit for each row.
     void setOrder(std::vector<std::int32_t> order);
 
@@ -71,6 +77,7 @@ private:
 
     std::vector<Column> columns_;
     std::unique_ptr<modDictation::DictationList> hits_;
+    modDictation::ResultOrders orders_;
     std::vector<std::int32_t> order_; // empty: as found
     int rows_ = 0;
 };

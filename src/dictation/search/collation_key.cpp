@@ -47,15 +47,15 @@ char16_t nextLatin(std::string_view utf8, std::size_t& at) noexcept {
 
 } // namespace
 
-void CollationKeys::Closer::operator()(UCollator* collator) const noexcept {
+void CollationAlphabet::Closer::operator()(UCollator* collator) const noexcept {
     ucol_close(collator);
 }
 
-void CollationKeys::Closer::operator()(UCollationElements* elements) const noexcept {
+void CollationAlphabet::Closer::operator()(UCollationElements* elements) const noexcept {
     ucol_closeElements(elements);
 }
 
-CollationKeys::CollationKeys(const std::string& locale) {
+CollationAlphabet::CollationAlphabet(const std::string& locale) {
     UErrorCode error = U_ZERO_ERROR;
     collator_.reset(ucol_open(locale.c_str(), &error));
     if (U_FAILURE(error)) {
@@ -64,25 +64,29 @@ CollationKeys::CollationKeys(const std::string& locale) {
     }
     // Marks in any order; costs only texts that the table does not have.
     ucol_setAttribute(collator_.get(), UCOL_NORMALIZATION_MODE, UCOL_ON, &error);
-    if (collator_)
-        iterator_.reset(ucol_openElements(collator_.get(), u"", 0, &error));
-    if (!iterator_)
+    const Iterator elements = iterator();
+    if (!elements)
         return;
-    readTable();
+    readTable(*elements);
     forgetContractions();
     rankPrimaries();
 }
 
-CollationKeys::~CollationKeys() = default;
+CollationAlphabet::~CollationAlphabet() = default;
 
-void CollationKeys::readTable() {
+CollationAlphabet::Iterator CollationAlphabet::iterator() const {
+    UErrorCode error = U_ZERO_ERROR;
+    return Iterator(collator_ ? ucol_openElements(collator_.get(), u"", 0, &error) : nullptr);
+}
+
+void CollationAlphabet::readTable(UCollationElements& iterator) {
     for (char16_t unit = 1; unit < tableEnd; ++unit) {
         UErrorCode error = U_ZERO_ERROR;
-        ucol_setText(iterator_.get(), &unit, 1, &error);
+        ucol_setText(&iterator, &unit, 1, &error);
         Weights& weights = table_[unit];
         weights.known = true;
-        for (std::int32_t order = ucol_next(iterator_.get(), &error);
-             order != UCOL_NULLORDER && weights.known; order = ucol_next(iterator_.get(), &error)) {
+        for (std::int32_t order = ucol_next(&iterator, &error);
+             order != UCOL_NULLORDER && weights.known; order = ucol_next(&iterator, &error)) {
             weights.known = weights.count < mostElements;
             if (weights.known)
                 weights.elements[weights.count++] = {primaryOf(order), accentOf(order), 0};
@@ -91,7 +95,7 @@ void CollationKeys::readTable() {
 }
 
 // A character that the alphabet joins with the one before it has no weight of its own.
-void CollationKeys::forgetContractions() {
+void CollationAlphabet::forgetContractions() {
     UErrorCode error = U_ZERO_ERROR;
     const std::unique_ptr<USet, decltype(&uset_close)> joined(uset_openEmpty(), &uset_close);
     ucol_getContractionsAndExpansions(collator_.get(), joined.get(), nullptr, false, &error);
@@ -111,7 +115,7 @@ void CollationKeys::forgetContractions() {
     }
 }
 
-void CollationKeys::rankPrimaries() {
+void CollationAlphabet::rankPrimaries() {
     for (const Weights& weights : table_)
         for (const Element& element : weights.elements)
             if (element.primary != 0)
@@ -124,10 +128,21 @@ void CollationKeys::rankPrimaries() {
         for (Element& element : weights.elements)
             element.rank = rankOf(element.primary);
     digitByte_ = table_[u'0'].elements[0].rank;
+    rankPlain();
+}
+
+void CollationAlphabet::rankPlain() {
+    for (char16_t unit = 1; unit < 0x80; ++unit) {
+        const Weights& weights = table_[unit];
+        const Element& element = weights.elements[0];
+        if (weights.known && weights.count == 1 && element.accent == noAccent &&
+            element.rank % 2 == 0 && !isDigit(unit))
+            plainRanks_[unit] = element.rank;
+    }
 }
 
 // 4, 6, 8 ... for a weight of the table, the odd number above its lower neighbour's for another.
-std::uint8_t CollationKeys::rankOf(std::uint16_t primary) const {
+std::uint8_t CollationAlphabet::rankOf(std::uint16_t primary) const {
     if (primary == 0)
         return 0;
     const auto above = std::upper_bound(primaries_.begin(), primaries_.end(), primary);
@@ -151,8 +166,26 @@ void CollationKeys::append(std::string_view utf8, std::string& keys) {
     finish(keys);
 }
 
+// How many bytes from the start are plain characters, at most as many as a name has.
+std::size_t CollationKeys::appendPlain(std::string_view utf8, std::string& keys) {
+    std::array<char, 256> ranks; // NOLINT(*-member-init): filled as far as it is read
+    std::size_t count = 0;
+    for (const std::size_t end = std::min(utf8.size(), ranks.size()); count < end; ++count) {
+        const std::uint8_t rank = alphabet_.plainRanks_[static_cast<unsigned char>(utf8[count])];
+        if (rank == 0)
+            break;
+        ranks[count] = static_cast<char>(rank);
+    }
+    keys.append(ranks.data(), count);
+    plain_ += count;
+    return count;
+}
+
 bool CollationKeys::appendFast(std::string_view utf8, std::string& keys) {
     for (std::size_t at = 0; at < utf8.size();) {
+        at += appendPlain(utf8.substr(at), keys);
+        if (at == utf8.size())
+            break;
         if (utf8[at] >= '0' && utf8[at] <= '9') {
             units_.clear();
             for (; at < utf8.size() && utf8[at] >= '0' && utf8[at] <= '9'; ++at)
@@ -161,9 +194,9 @@ bool CollationKeys::appendFast(std::string_view utf8, std::string& keys) {
             continue;
         }
         const char16_t unit = nextLatin(utf8, at);
-        if (unit >= tableEnd || !table_[unit].known)
+        if (unit >= CollationAlphabet::tableEnd || !alphabet_.table_[unit].known)
             return false;
-        const Weights& weights = table_[unit];
+        const CollationAlphabet::Weights& weights = alphabet_.table_[unit];
         for (std::uint8_t i = 0; i < weights.count; ++i)
             addElement(weights.elements[i], keys);
     }
@@ -196,7 +229,7 @@ void CollationKeys::weigh(std::u16string_view text, std::string& keys) {
     for (std::int32_t order = ucol_next(iterator_.get(), &error);
          order != UCOL_NULLORDER && U_SUCCESS(error); order = ucol_next(iterator_.get(), &error)) {
         const std::uint16_t primary = primaryOf(order);
-        addElement({primary, accentOf(order), rankOf(primary)}, keys);
+        addElement({primary, accentOf(order), alphabet_.rankOf(primary)}, keys);
     }
 }
 
@@ -233,7 +266,7 @@ void CollationKeys::addNumber(const char16_t* digits, std::size_t count, std::st
         ++digits;
     constexpr std::size_t most = 0xFFFF;
     const std::size_t length = std::min(count, most);
-    keys += static_cast<char>(digitByte_);
+    keys += static_cast<char>(alphabet_.digitByte_);
     keys += static_cast<char>(length >> 8U);
     keys += static_cast<char>(length & 0xFFU);
     for (std::size_t i = 0; i < length; ++i)

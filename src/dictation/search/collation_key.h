@@ -31,18 +31,19 @@ namespace ov::modDictation {
 //     leading zeros, and a byte for each
 //   a zero byte, then for each accent a byte for how many characters without one are before it,
 //     and its weight
-class CollationKeys {
+//
+// The weights of an alphabet, which any number of threads may look up.
+class CollationAlphabet {
 public:
     // `locale` as the collation library names it ("de", "en_GB").
-    explicit CollationKeys(const std::string& locale);
-    ~CollationKeys();
-    CollationKeys(const CollationKeys&) = delete;
-    CollationKeys& operator=(const CollationKeys&) = delete;
-
-    // Appends the key of `utf8`. Bytes that are no UTF-8 count as the replacement character.
-    void append(std::string_view utf8, std::string& keys);
+    explicit CollationAlphabet(const std::string& locale);
+    ~CollationAlphabet();
+    CollationAlphabet(const CollationAlphabet&) = delete;
+    CollationAlphabet& operator=(const CollationAlphabet&) = delete;
 
 private:
+    friend class CollationKeys;
+
     // Of the code units below this the weights are kept.
     static constexpr char16_t tableEnd = 0x180;
     static constexpr std::size_t mostElements = 3;
@@ -57,11 +58,42 @@ private:
         std::uint8_t count = 0;
         bool known = false; // false: the character must be weighed with its neighbours
     };
+    struct Closer {
+        void operator()(UCollator* collator) const noexcept;
+        void operator()(UCollationElements* elements) const noexcept;
+    };
+    using Iterator = std::unique_ptr<UCollationElements, Closer>;
 
-    void readTable();
+    Iterator iterator() const;
+    void readTable(UCollationElements& iterator);
     void forgetContractions();
     void rankPrimaries();
+    void rankPlain();
+    std::uint8_t rankOf(std::uint16_t primary) const;
+
+    std::unique_ptr<UCollator, Closer> collator_;
+    std::array<Weights, tableEnd> table_{};
+    std::vector<std::uint16_t> primaries_; // of the table, ascending
+    // Of the bytes that are a character by themselves, no digit, with one weight and no accent.
+    std::array<std::uint8_t, 256> plainRanks_{};
+    std::uint8_t digitByte_ = 0;
+};
+
+// Writes keys. For one thread.
+class CollationKeys {
+public:
+    // The alphabet must live longer.
+    explicit CollationKeys(const CollationAlphabet& alphabet)
+        : alphabet_(alphabet), iterator_(alphabet.iterator()) {}
+
+    // Appends the key of `utf8`. Bytes that are no UTF-8 count as the replacement character.
+    void append(std::string_view utf8, std::string& keys);
+
+private:
+    using Element = CollationAlphabet::Element;
+
     bool appendFast(std::string_view utf8, std::string& keys);
+    std::size_t appendPlain(std::string_view utf8, std::string& keys);
     void appendSlow(std::string_view utf8, std::string& keys);
     void weigh(std::u16string_view text, std::string& keys);
     void addElement(const Element& element, std::string& keys);
@@ -72,19 +104,11 @@ private:
         plain_ = 0;
     }
     void finish(std::string& keys);
-    std::uint8_t rankOf(std::uint16_t primary) const;
 
-    struct Closer {
-        void operator()(UCollator* collator) const noexcept;
-        void operator()(UCollationElements* elements) const noexcept;
-    };
-    std::unique_ptr<UCollator, Closer> collator_;
-    std::unique_ptr<UCollationElements, Closer> iterator_;
-    std::array<Weights, tableEnd> table_{};
-    std::vector<std::uint16_t> primaries_; // of the table, ascending
-    std::uint8_t digitByte_ = 0;
-    std::string accents_;   // of the text at hand
-    std::size_t plain_ = 0; // characters since the last accent
+    const CollationAlphabet& alphabet_;
+    CollationAlphabet::Iterator iterator_; // empty: there is no collation
+    std::string accents_;                  // of the text at hand
+    std::size_t plain_ = 0;                // characters since the last accent
     std::u16string units_;
 };
 

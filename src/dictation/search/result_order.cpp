@@ -6,8 +6,8 @@
 #include "dictation/field_table.h"
 #include "dictation/field_values.h"
 #include "dictation/search/collation_key.h"
-#include "dictation/search/ordered_steps.h"
-#include "platform/user_interface.h"
+#include "dictation/search/parallel_sort.h"
+#include "dictation/search/text_sorter.h"
 #include "support/block_arena.h"
 #include "support/language/language_id.h"
 #include "support/language/modLanguage.h"
@@ -15,9 +15,10 @@
 #include <unicode/uloc.h>
 
 #include <algorithm>
-#include <array>
-#include <cstring>
-#include <string>
+#include <cstdlib>
+#include <deque>
+#include <iterator>
+#include <thread>
 #include <utility>
 
 namespace ov::modDictation {
@@ -25,7 +26,7 @@ namespace ov::modDictation {
 namespace {
 
 // The alphabet of the user's country; a process without a country takes that of the language.
-std::string alphabet() {
+std::string userAlphabet() {
     std::string locale = uloc_getDefault();
     if (!locale.starts_with("en_US_POSIX"))
         return locale;
@@ -34,137 +35,129 @@ std::string alphabet() {
 }
 
 struct NumberEntry {
-    double number;
-    std::int32_t index;
+    double number = 0;
+    std::int32_t index = 0;
 };
 
-// `chunk` holds the eight bytes of the key that are being compared.
-struct TextEntry {
-    std::uint64_t chunk;
-    const char* key;
-    std::uint32_t length;
-    std::int32_t index;
-};
-
-constexpr std::size_t chunkSize = sizeof(std::uint64_t);
-
-// As a number that compares as the bytes do.
-std::uint64_t chunkOf(std::string_view key) noexcept {
-    std::array<unsigned char, chunkSize> bytes{};
-    std::memcpy(bytes.data(), key.data(), std::min(key.size(), chunkSize));
-    const auto at = [&bytes](std::size_t i) { return std::uint64_t{bytes[i]}; };
-    return at(0) << 56U | at(1) << 48U | at(2) << 40U | at(3) << 32U | at(4) << 24U | at(5) << 16U |
-           at(6) << 8U | at(7);
+std::size_t countOf(const DictationList& list) noexcept {
+    return static_cast<std::size_t>(list.size());
 }
 
-// Calls `visit(index, dictation)` for every hit.
-template <typename Visit>
-void forEachHit(const DictationList& list, Visit visit) {
-    for (std::int32_t i = 1; i <= list.size(); ++i) {
-        visit(i, list[i]);
-        platform::processMessagesNowAndThen();
-    }
+std::int32_t hitAt(std::size_t place) noexcept {
+    return static_cast<std::int32_t>(place) + 1;
 }
 
-template <typename Entry>
-std::vector<std::int32_t> indexesOf(const std::vector<Entry>& entries) {
-    std::vector<std::int32_t> order;
-    order.reserve(entries.size());
-    for (const Entry& entry : entries)
-        order.push_back(entry.index);
+// The indexes of sorted entries, marked as ResultOrders keeps them.
+template <typename Entry, typename EqualsBefore>
+std::vector<std::int32_t> markedOrder(const std::vector<Entry>& entries, unsigned threads,
+                                      EqualsBefore equalsBefore) {
+    std::vector<std::int32_t> order(entries.size());
+    forEachPart(entries.size(), threads, [&](std::size_t begin, std::size_t end) {
+        for (std::size_t i = begin; i < end; ++i)
+            order[i] = i > 0 && equalsBefore(i) ? -entries[i].index : entries[i].index;
+    });
     return order;
 }
 
-std::vector<std::int32_t> orderByNumber(const DictationList& list, std::int32_t field,
-                                        bool descending) {
-    std::vector<NumberEntry> entries;
-    entries.reserve(static_cast<std::size_t>(list.size()));
-    forEachHit(list, [&](std::int32_t i, const Dictation& dictation) {
-        const double number = sortNumber(field, dictation);
-        entries.push_back({descending ? -number : number, i});
-    });
-    std::vector<NumberEntry> spare(entries.size());
-    sortInSteps(entries.data(), entries.data() + entries.size(), spare.data(),
-                [](const NumberEntry& a, const NumberEntry& b) {
-                    return a.number != b.number ? a.number < b.number : a.index < b.index;
-                });
-    return indexesOf(entries);
+std::vector<std::int32_t> fromTop(const std::vector<std::int32_t>& marked) {
+    std::vector<std::int32_t> order(marked.size());
+    std::transform(marked.begin(), marked.end(), order.begin(),
+                   [](std::int32_t index) { return std::abs(index); });
+    return order;
 }
 
-// Sorts by eight bytes of the keys at a time: what a comparison needs lies in the entry, and only
-// entries that are equal so far look at their next bytes.
-class TextSorter {
-public:
-    TextSorter(std::vector<TextEntry>& entries, bool descending)
-        : entries_(entries), spare_(entries.size()), descending_(descending) {}
-
-    void sort() { sortFrom(entries_.data(), entries_.data() + entries_.size(), 0); }
-
-private:
-    void sortFrom(TextEntry* first, TextEntry* last, std::size_t depth);
-    bool readChunks(TextEntry* first, TextEntry* last, std::size_t depth) const;
-
-    std::vector<TextEntry>& entries_;
-    std::vector<TextEntry> spare_;
-    bool descending_;
-};
-
-// False when no entry has any byte left.
-bool TextSorter::readChunks(TextEntry* first, TextEntry* last, std::size_t depth) const {
-    bool any = false;
-    for (TextEntry* entry = first; entry != last; ++entry) {
-        const std::size_t left = entry->length > depth ? entry->length - depth : 0;
-        any = any || left > 0;
-        const std::uint64_t chunk =
-            chunkOf(std::string_view(entry->key + (left > 0 ? depth : 0), left));
-        entry->chunk = descending_ ? ~chunk : chunk;
-        platform::processMessagesNowAndThen();
+// Equal ones stay as they are.
+std::vector<std::int32_t> fromBottom(const std::vector<std::int32_t>& marked) {
+    std::vector<std::int32_t> order;
+    order.reserve(marked.size());
+    for (auto end = marked.end(); end != marked.begin();) {
+        auto first = end - 1;
+        while (*first < 0)
+            --first;
+        std::transform(first, end, std::back_inserter(order),
+                       [](std::int32_t index) { return std::abs(index); });
+        end = first;
     }
-    return any;
-}
-
-void TextSorter::sortFrom(TextEntry* first, TextEntry* last, std::size_t depth) {
-    for (; readChunks(first, last, depth); depth += chunkSize) {
-        const auto differs = [first](const TextEntry& e) { return e.chunk != first->chunk; };
-        if (std::none_of(first, last, differs))
-            continue; // a long beginning that all have in common
-        sortInSteps(first, last, spare_.data(), [](const TextEntry& a, const TextEntry& b) {
-            return a.chunk != b.chunk ? a.chunk < b.chunk : a.index < b.index;
-        });
-        for (TextEntry* start = first; start != last;) {
-            TextEntry* end = start + 1;
-            while (end != last && end->chunk == start->chunk)
-                ++end;
-            if (end - start > 1)
-                sortFrom(start, end, depth + chunkSize);
-            start = end;
-        }
-        return;
-    }
-}
-
-std::vector<std::int32_t> orderByText(const DictationList& list, std::int32_t field,
-                                      bool descending) {
-    CollationKeys collation(alphabet());
-    BlockArena keys(std::size_t{1} << 20U);
-    std::string key;
-    std::vector<TextEntry> entries;
-    entries.reserve(static_cast<std::size_t>(list.size()));
-    forEachHit(list, [&](std::int32_t i, const Dictation& dictation) {
-        key.clear();
-        collation.append(shownValue(field, dictation), key);
-        entries.push_back({0, keys.keep(key), static_cast<std::uint32_t>(key.size()), i});
-    });
-    TextSorter(entries, descending).sort();
-    return indexesOf(entries);
+    return order;
 }
 
 } // namespace
 
+ResultOrders::ResultOrders(unsigned threads)
+    : threads_(threads > 0 ? threads : std::max(std::thread::hardware_concurrency(), 1U)) {}
+
+ResultOrders::~ResultOrders() = default;
+
+std::vector<std::int32_t> ResultOrders::byNumber(const DictationList& list,
+                                                 std::int32_t field) const {
+    std::vector<NumberEntry> entries(countOf(list));
+    forEachPart(entries.size(), threads_, [&](std::size_t begin, std::size_t end) {
+        for (std::size_t i = begin; i < end; ++i)
+            entries[i] = {sortNumber(field, list[hitAt(i)]), hitAt(i)};
+    });
+    std::vector<NumberEntry> spare(entries.size());
+    sortInParallel(entries.data(), entries.size(), spare.data(), threads_,
+                   [](const NumberEntry& a, const NumberEntry& b) {
+                       return a.number != b.number ? a.number < b.number : a.index < b.index;
+                   });
+    return markedOrder(entries, threads_,
+                       [&](std::size_t i) { return entries[i].number == entries[i - 1].number; });
+}
+
+std::vector<std::int32_t> ResultOrders::byText(const DictationList& list,
+                                               std::int32_t field) const {
+    constexpr std::size_t blockSize = std::size_t{1} << 17U;
+    std::vector<TextEntry> entries(countOf(list));
+    std::deque<BlockArena> keys; // one for each part
+    while (keys.size() < partsOf(entries.size()))
+        keys.emplace_back(blockSize);
+    workInParallel(keys.size(), threads_, [&]() -> PartWork {
+        const auto collation = std::make_shared<CollationKeys>(*alphabet_);
+        return [&, collation](std::size_t part) {
+            const std::size_t end = std::min((part + 1) * entriesPerPart, entries.size());
+            std::string key;
+            for (std::size_t i = part * entriesPerPart; i < end; ++i) {
+                key.clear();
+                collation->append(shownValue(field, list[hitAt(i)]), key);
+                entries[i] = TextEntry({keys[part].keep(key), key.size()}, hitAt(i));
+            }
+        };
+    });
+    TextSorter(entries, threads_).sort();
+    return markedOrder(entries, threads_, [&](std::size_t i) { return entries[i].key == nullptr; });
+}
+
+std::vector<std::int32_t> ResultOrders::ascending(const DictationList& list, std::int32_t field) {
+    if (sortsByNumber(field))
+        return byNumber(list, field);
+    if (std::string locale = userAlphabet(); !alphabet_ || locale_ != locale) {
+        alphabet_ = std::make_unique<CollationAlphabet>(locale);
+        locale_ = std::move(locale);
+    }
+    return byText(list, field);
+}
+
+std::vector<std::int32_t> ResultOrders::sorted(const DictationList& list, std::int32_t field,
+                                               bool descending) {
+    const std::string alphabet = sortsByNumber(field) ? std::string() : userAlphabet();
+    const auto found = std::find_if(kept_.begin(), kept_.end(), [&](const Kept& kept) {
+        return kept.field == field && kept.alphabet == alphabet;
+    });
+    if (found != kept_.end()) {
+        std::rotate(found, found + 1, kept_.end());
+    } else {
+        Kept made{field, alphabet, ascending(list, field)};
+        if (kept_.size() == mostKept)
+            kept_.erase(kept_.begin());
+        kept_.push_back(std::move(made));
+    }
+    const std::vector<std::int32_t>& order = kept_.back().order;
+    return descending ? fromBottom(order) : fromTop(order);
+}
+
 std::vector<std::int32_t> sortedOrder(const DictationList& list, std::int32_t field,
                                       bool descending) {
-    return sortsByNumber(field) ? orderByNumber(list, field, descending)
-                                : orderByText(list, field, descending);
+    return ResultOrders().sorted(list, field, descending);
 }
 
 } // namespace ov::modDictation

@@ -34,7 +34,8 @@ TEST(CollationKeys, OrderTextsAsTheLibraryDoes) {
         plain->setStrength(icu::Collator::SECONDARY);
         plain->setAttribute(UCOL_NUMERIC_COLLATION, UCOL_ON, error);
         plain->setAttribute(UCOL_NORMALIZATION_MODE, UCOL_ON, error);
-        CollationKeys keys(locale);
+        const CollationAlphabet alphabet(locale);
+        CollationKeys keys(alphabet);
         for (int i = 0; i < 20000; ++i) {
             const std::string before = i % 200 == 0 ? far : "";
             const std::string a = before + randomText(dice) + before;

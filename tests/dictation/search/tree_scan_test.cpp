@@ -3,7 +3,6 @@
 
 #include "dictation/dictation_record.h"
 #include "dictation/search/criterion.h"
-#include "dictation/search/result_order.h"
 #include "dictation/search/search.h"
 #include "dictation/search/tree_scan.h"
 #include "platform/text.h"
@@ -15,7 +14,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <numeric>
 
 namespace ov::modDictation {
 namespace {
@@ -283,58 +281,6 @@ TEST(SearchText, HoldsAllOfASearch) {
     EXPECT_EQ(readSearch("limit=0\ndepth=-9\n")->limit + readSearch("depth=-9")->depth, 0);
     EXPECT_EQ(readSearch(writeSearch({"\\", {{14, operator_id::is, "a\nb\x01", ""}}}))->criteria,
               (std::vector<Criterion>{{14, operator_id::is, "a b ", ""}}));
-}
-
-TEST(ResultOrder, ByEveryKindOfValue) {
-    const std::vector<std::string> names = {
-        "2$MAI@@14$zeta@@5$HOCH@@6$00$10$00@@7$02.01.2020@@12$10@@11$Befund der Klinik Nord",
-        "2$ROH@@14$Öztürk@@5$NORMAL@@6$00$02$00@@7$01.02.2019@@12$9@@11$Befund der Klinik Mitte",
-        "2$STOP@@14$oben@@5$FRIST@@6$x@@7$soon@@12$9a@@11$Befund der Klinik",
-        "2$ROH@@14$Ozean@@5$HOCH@@6$01$00$00@@7$02.01.2020 08$00$00@@11$Befund der Klinik Mitte B",
-    };
-    DictationList list;
-    for (const std::string& name : names)
-        list.add("\\s\\", name + ".WAV");
-    using Order = std::vector<std::int32_t>;
-    const std::tuple<std::int32_t, Order, Order> cases[] = {
-        {5, {3, 4, 2, 1}, {1, 2, 4, 3}},  // umlauts in their place
-        {9, {3, 2, 1, 4}, {4, 1, 2, 3}},  // dates by day, then time
-        {13, {3, 2, 1, 4}, {4, 1, 2, 3}}, // lengths by seconds
-        {2, {2, 4, 3, 1}, {1, 3, 2, 4}},  // codes by number, ties as found
-        {15, {2, 3, 1, 4}, {1, 4, 3, 2}},
-        {8, {4, 2, 3, 1}, {1, 3, 2, 4}},  // 9 before 10, missing first
-        {18, {3, 2, 4, 1}, {1, 4, 2, 3}}, // behind a long common beginning
-        {3, {1, 2, 3, 4}, {1, 2, 3, 4}},
-    };
-    for (const auto& [field, up, down] : cases) {
-        EXPECT_EQ(sortedOrder(list, field, false), up) << field;
-        EXPECT_EQ(sortedOrder(list, field, true), down) << field;
-    }
-}
-
-// Sorted in steps that are merged; what is equal stays as it was found.
-TEST(ResultOrder, OfManyRows) {
-    DictationList list;
-    for (const std::size_t count : {40'000U, 70'000U}) {
-        list.clear();
-        std::vector<std::size_t> values;
-        for (std::size_t i = 0; i < count; ++i) {
-            values.push_back(i * i % 601 + (count - i) / 100); // no step begins or ends alike
-            const std::string digits = std::to_string(values.back());
-            std::string name = "2$@@6$";
-            list.add("\\s\\", name.append(digits).append("$00$00@@12$").append(digits) + ".WAV");
-        }
-        const auto value = [&](std::int32_t i) { return values[static_cast<std::size_t>(i) - 1]; };
-        for (const bool descending : {false, true}) {
-            std::vector<std::int32_t> expected(count);
-            std::iota(expected.begin(), expected.end(), 1);
-            std::stable_sort(expected.begin(), expected.end(), [&](std::int32_t i, std::int32_t j) {
-                return descending ? value(j) < value(i) : value(i) < value(j);
-            });
-            for (const std::int32_t field : {8, 13}) // a text and a number
-                EXPECT_TRUE(sortedOrder(list, field, descending) == expected) << count;
-        }
-    }
 }
 
 } // namespace

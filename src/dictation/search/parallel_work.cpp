@@ -1,0 +1,110 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#include "dictation/search/parallel_work.h"
+
+#include "platform/user_interface.h"
+
+#include <algorithm>
+#include <atomic>
+#include <chrono>
+#include <condition_variable>
+#include <exception>
+#include <mutex>
+#include <system_error>
+#include <thread>
+#include <vector>
+
+namespace ov::modDictation {
+
+namespace {
+
+// Far less than what a person notices.
+constexpr std::chrono::milliseconds pumpInterval(4);
+
+class ParallelWork {
+public:
+    ParallelWork(std::size_t parts, const std::function<PartWork()>& makeWork)
+        : parts_(parts), makeWork_(makeWork) {}
+    ~ParallelWork() {
+        next_ = parts_;
+        for (std::thread& thread : threads_)
+            thread.join();
+    }
+    ParallelWork(const ParallelWork&) = delete;
+    ParallelWork& operator=(const ParallelWork&) = delete;
+
+    void start(std::size_t threads) {
+        running_ = threads;
+        try {
+            while (threads_.size() < threads)
+                threads_.emplace_back([this] { runThread(); });
+        } catch (const std::system_error&) { // those that there are do it
+            leave(threads - threads_.size());
+        }
+    }
+
+    void finish() {
+        std::unique_lock<std::mutex> lock(mutex_);
+        while (!over_.wait_for(lock, pumpInterval, [this] { return running_ == 0; })) {
+            lock.unlock();
+            platform::userInterface().processMessages();
+            lock.lock();
+        }
+        lock.unlock();
+        work([] { platform::processMessagesNowAndThen(); }); // what no thread could be had for
+        if (failure_)
+            std::rethrow_exception(failure_);
+    }
+
+private:
+    template <typename Between>
+    void work(Between between) {
+        if (next_ >= parts_)
+            return;
+        const PartWork partWork = makeWork_();
+        for (std::size_t part = next_++; part < parts_; part = next_++) {
+            partWork(part);
+            between();
+        }
+    }
+
+    void runThread() noexcept {
+        try {
+            work([] {});
+        } catch (...) {
+            const std::lock_guard<std::mutex> lock(mutex_);
+            failure_ = std::current_exception();
+            next_ = parts_;
+        }
+        leave(1);
+    }
+
+    void leave(std::size_t threads) {
+        const std::lock_guard<std::mutex> lock(mutex_);
+        running_ -= threads;
+        over_.notify_one();
+    }
+
+    const std::size_t parts_;
+    const std::function<PartWork()>& makeWork_;
+    std::atomic<std::size_t> next_{0};
+    std::mutex mutex_; // guards what follows
+    std::condition_variable over_;
+    std::size_t running_ = 0;
+    std::exception_ptr failure_;
+    std::vector<std::thread> threads_;
+};
+
+} // namespace
+
+void workInParallel(std::size_t parts, unsigned threads,
+                    const std::function<PartWork()>& makeWork) {
+    ParallelWork work(parts, makeWork);
+    // A single part is over before a thread would be there.
+    if (parts > 1)
+        work.start(std::min<std::size_t>(std::max(threads, 1U), parts));
+    work.finish();
+}
+
+} // namespace ov::modDictation

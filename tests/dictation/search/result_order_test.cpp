@@ -1,0 +1,149 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#include "dictation/field_table.h"
+#include "dictation/field_values.h"
+#include "dictation/search/collation_key.h"
+#include "dictation/search/result_order.h"
+#include "plugin/host_error.h"
+#include "tests/recording_interface.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <numeric>
+#include <random>
+#include <tuple>
+#include <utility>
+
+namespace ov::modDictation {
+namespace {
+
+using Order = std::vector<std::int32_t>;
+
+TEST(ResultOrder, ByEveryKindOfValue) {
+    const std::vector<std::string> names = {
+        "2$MAI@@14$zeta@@5$HOCH@@6$00$10$00@@7$02.01.2020@@12$10@@11$Befund der Klinik Nord",
+        "2$ROH@@14$Öztürk@@5$NORMAL@@6$00$02$00@@7$01.02.2019@@12$9@@11$Befund der Klinik Mitte",
+        "2$STOP@@14$oben@@5$FRIST@@6$x@@7$soon@@12$9a@@11$Befund der Klinik",
+        "2$ROH@@14$Ozean@@5$HOCH@@6$01$00$00@@7$02.01.2020 08$00$00@@11$Befund der Klinik Mitte B",
+    };
+    DictationList list;
+    for (const std::string& name : names)
+        list.add("\\s\\", name + ".WAV");
+    const std::tuple<std::int32_t, Order, Order> cases[] = {
+        {5, {3, 4, 2, 1}, {1, 2, 4, 3}},  // umlauts in their place
+        {9, {3, 2, 1, 4}, {4, 1, 2, 3}},  // dates by day, then time
+        {13, {3, 2, 1, 4}, {4, 1, 2, 3}}, // lengths by seconds
+        {2, {2, 4, 3, 1}, {1, 3, 2, 4}},  // codes by number, ties as found
+        {15, {2, 3, 1, 4}, {1, 4, 3, 2}},
+        {8, {4, 2, 3, 1}, {1, 3, 2, 4}},  // 9 before 10, missing first
+        {18, {3, 2, 4, 1}, {1, 4, 2, 3}}, // behind a long common beginning
+        {3, {1, 2, 3, 4}, {1, 2, 3, 4}},
+    };
+    for (const auto& [field, up, down] : cases) {
+        EXPECT_EQ(sortedOrder(list, field, false), up) << field;
+        EXPECT_EQ(sortedOrder(list, field, true), down) << field;
+    }
+}
+
+// Names with few different values, most of them in many names; long texts differ far behind.
+void fill(DictationList& list, int count) {
+    std::mt19937 dice(20261121);
+    const auto upTo = [&dice](std::uint32_t end) { return std::to_string(dice() % end); };
+    const std::string far(30, 'x');
+    while (list.size() < count) {
+        std::string name = "2$";
+        name.append(dice() % 3 == 0 ? "ROH" : "WAV").append("@@4$").append(upTo(12));
+        name.append(".").append(upTo(12)).append(".2026@@6$").append(upTo(700)).append("$00$00");
+        name.append("@@12$").append(upTo(90)).append("@@11$").append(far).append(upTo(4));
+        name.append(dice() % 2 == 0 ? far : "").append("@@14$");
+        if (dice() % 5 != 0)
+            name.append("Ä").append(upTo(3));
+        list.add("\\s\\", name + ".WAV");
+    }
+}
+
+// The place of each hit's value among all of them, by the order of the values.
+template <typename Value, typename Read>
+std::vector<std::size_t> ranks(const DictationList& list, Read read) {
+    std::vector<Value> values;
+    for (std::int32_t i = 1; i <= list.size(); ++i)
+        values.push_back(read(list[i]));
+    std::vector<Value> sorted = values;
+    std::sort(sorted.begin(), sorted.end());
+    std::vector<std::size_t> places;
+    for (const Value& value : values)
+        places.push_back(static_cast<std::size_t>(
+            std::lower_bound(sorted.begin(), sorted.end(), value) - sorted.begin()));
+    return places;
+}
+
+std::vector<std::size_t> ranks(const DictationList& list, std::int32_t field) {
+    if (sortsByNumber(field))
+        return ranks<double>(list, [field](const auto& hit) { return sortNumber(field, hit); });
+    const CollationAlphabet alphabet("en");
+    CollationKeys keys(alphabet);
+    return ranks<std::string>(list, [&](const Dictation& hit) {
+        std::string key;
+        keys.append(shownValue(field, hit), key);
+        return key;
+    });
+}
+
+Order plainOrder(const std::vector<std::size_t>& ranks, bool descending) {
+    const auto rank = [&](std::int32_t i) { return ranks[static_cast<std::size_t>(i) - 1]; };
+    Order order(ranks.size());
+    std::iota(order.begin(), order.end(), 1);
+    std::stable_sort(order.begin(), order.end(), [&](std::int32_t i, std::int32_t j) {
+        return descending ? rank(j) < rank(i) : rank(i) < rank(j);
+    });
+    return order;
+}
+
+// On any number of threads as by one that sorts in the plainest way.
+TEST(ResultOrder, OfManyRows) {
+    DictationList list;
+    fill(list, 40'000);
+    ResultOrders one(1);
+    ResultOrders three(3);
+    for (const std::int32_t field : {field_id::status, field_id::due, field_id::number,
+                                     field_id::subject, field_id::author, field_id::name})
+        for (const auto places = ranks(list, field); const bool descending : {false, true}) {
+            const Order expected = plainOrder(places, descending);
+            EXPECT_TRUE(one.sorted(list, field, descending) == expected) << field << descending;
+            EXPECT_TRUE(three.sorted(list, field, descending) == expected) << field << descending;
+        }
+}
+
+TEST(ResultOrder, IsKeptUntilTheHitsAreOthers) {
+    DictationList list;
+    for (const char* author : {"c", "a", "b"})
+        list.add("\\s\\", std::string("2$@@14$") + author + ".WAV");
+    ResultOrders orders;
+    EXPECT_EQ(orders.sorted(list, field_id::author, false), (Order{2, 3, 1}));
+    list.clear();
+    for (const char* author : {"a", "c", "b"})
+        list.add("\\s\\", std::string("2$@@14$") + author + ".WAV");
+    EXPECT_EQ(orders.sorted(list, field_id::author, true), (Order{1, 3, 2})) << "of the old ones";
+    for (std::int32_t field = 1; field <= static_cast<int>(ResultOrders::mostKept); ++field)
+        orders.sorted(list, field == field_id::author ? field_id::name : field, false);
+    EXPECT_EQ(orders.sorted(list, field_id::author, true), (Order{2, 3, 1})) << "not for ever";
+    list.clear();
+    orders.forget();
+    EXPECT_EQ(orders.sorted(list, field_id::author, true), Order());
+}
+
+// Whatever happens meanwhile, no thread reads the list any more afterwards.
+TEST(ResultOrder, MayBeInterrupted) {
+    const tests::RecordingInterface person([] { throw HostError(5, "gone"); });
+    DictationList list;
+    fill(list, 100'000);
+    ResultOrders orders;
+    EXPECT_THROW(orders.sorted(list, field_id::name, false), HostError);
+    list.clear();
+    EXPECT_EQ(orders.sorted(list, field_id::name, false), Order());
+}
+
+} // namespace
+} // namespace ov::modDictation
