@@ -7,10 +7,10 @@
 #include "control/wait_cursor.h"
 #include "dialogs/frmCriteria.h"
 #include "dialogs/frmSearchResultColumns.h"
-#include "platform/files.h"
 #include "platform/user_interface.h"
 #include "support/language/text_ids.h"
 #include "support/modUtil.h"
+#include "support/patient_files.h"
 #include "widgets/text.h"
 
 #include <QMenu>
@@ -192,7 +192,7 @@ void ctrlOVSearch::chooseColumns() {
 
 void ctrlOVSearch::showLog() const {
     const std::string path = view_.lvSearchResult->selected().path();
-    if (path.empty() || !platform::fileExists(path))
+    if (path.empty() || !patient::fileExists(path))
         platform::userInterface().beep();
     else
         modOVPlugIn::LogView(path);

@@ -4,8 +4,8 @@
 #include "control/criteria_file.h"
 
 #include "dictation/search/criterion.h"
-#include "platform/files.h"
 #include "support/log.h"
+#include "support/patient_files.h"
 
 #include <string_view>
 
@@ -18,12 +18,18 @@ constexpr const char* backupName = "SearchCriteria.bak";
 
 } // namespace
 
+// A server that does not answer may have it.
+bool CriteriaFile::isKnownToBeMissing() const {
+    const auto kind = patient::fileKind(path(fileName));
+    return kind && *kind != platform::FileKind::file;
+}
+
 std::vector<std::string> CriteriaFile::load() {
     unreadable_ = false;
-    if (directory_.empty() || !platform::fileExists(path(fileName)))
+    if (directory_.empty() || isKnownToBeMissing())
         return {};
     std::string content;
-    const platform::Status read = platform::readFile(path(fileName), content);
+    const platform::Status read = patient::readFile(path(fileName), content);
     if (!read.ok()) {
         unreadable_ = true;
         WriteErrorLog(read, "LoadCriteria");
@@ -41,9 +47,9 @@ std::vector<std::string> CriteriaFile::load() {
 // Each content once, however often it is met.
 platform::Status CriteriaFile::keepUnreadable(const std::string& content) const {
     std::string kept;
-    if (platform::readFile(path(backupName), kept).ok() && kept.find(content) != std::string::npos)
+    if (patient::readFile(path(backupName), kept).ok() && kept.find(content) != std::string::npos)
         return {};
-    return platform::appendToFile(path(backupName), content, platform::Access::ownerOnly);
+    return patient::appendToFile(path(backupName), content, platform::Access::ownerOnly);
 }
 
 // A file that could not be read may hold criteria that nobody has seen: only when it can be read
@@ -53,8 +59,8 @@ platform::Status CriteriaFile::keepWhatWasNotRead() {
         return {};
     std::string content;
     platform::Status kept;
-    if (platform::fileExists(path(fileName))) {
-        kept = platform::readFile(path(fileName), content);
+    if (!isKnownToBeMissing()) {
+        kept = patient::readFile(path(fileName), content);
         if (kept.ok())
             kept = keepUnreadable(content);
     }
@@ -71,9 +77,8 @@ platform::Status CriteriaFile::save(std::span<const std::string> criteria) {
     for (const std::string& line : criteria)
         content.append(line).append("\r\n");
     if (!content.empty())
-        return platform::replaceFile(path(fileName), content, platform::Access::ownerOnly);
-    return platform::fileExists(path(fileName)) ? platform::removeFile(path(fileName))
-                                                : platform::Status();
+        return patient::replaceFile(path(fileName), content, platform::Access::ownerOnly);
+    return isKnownToBeMissing() ? platform::Status() : patient::removeFile(path(fileName));
 }
 
 } // namespace ov

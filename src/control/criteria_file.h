@@ -32,6 +32,7 @@ public:
 
 private:
     std::string path(const char* name) const { return directory_ + name; }
+    bool isKnownToBeMissing() const;
     platform::Status keepWhatWasNotRead();
     platform::Status keepUnreadable(const std::string& content) const;
 

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "host/ending_signals.h"
+#include "host/folder_check.h"
 #include "host/options.h"
 #include "host/paths.h"
 #include "host/self_test.h"
@@ -78,6 +79,15 @@ int runWindow(const Options& options) {
     return 1;
 }
 
+// Not by Qt, which knows no name that is no text. A server that does not answer yet may have it.
+bool mayBeFolder(const std::filesystem::path& store) {
+    return answerInTime([store] {
+               std::error_code ignored;
+               return std::filesystem::is_directory(store, ignored);
+           })
+        .value_or(true);
+}
+
 int run(int argc, char** argv) {
     nameProgram();
     const auto commandLine = readCommandLine(argc, argv);
@@ -86,9 +96,7 @@ int run(int argc, char** argv) {
         return end->exitCode;
     }
     const auto& options = std::get<Options>(commandLine);
-    // Not by Qt, which knows no name that is no text.
-    std::error_code ignored;
-    if (!options.store.empty() && !std::filesystem::is_directory(options.store, ignored)) {
+    if (!options.store.empty() && !mayBeFolder(options.store)) {
         complain("%1: there is no such folder"_L1.arg(shownPath(boundaryPath(options.store))));
         return wrongUse;
     }

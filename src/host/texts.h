@@ -31,6 +31,7 @@ enum class Text {
     clear,
     chooseFolder,
     folderIsGone,
+    folderIsSilent,
     settingsUnsaved,
     noFolderChosen,
     progressBar,

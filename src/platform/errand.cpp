@@ -19,8 +19,8 @@ struct SilentDirectories {
 
 // Never destroyed: a call may come back in the end of the program.
 SilentDirectories& silent() {
-    static auto& directories = *new SilentDirectories;
-    return directories;
+    static auto* const directories = new SilentDirectories;
+    return *directories;
 }
 
 std::string_view directoryOf(std::string_view path) {

@@ -28,6 +28,9 @@
 // after a wait in vain not at all until it is free again. A new file is its owner's alone. A
 // directory is never created.
 //
+// A file whose server does not answer within a second reads as empty, and is not written to by this
+// process any more, so that nothing takes the place of settings that nobody has seen.
+//
 // A file name without "\" (or the native separator) lies in the Windows directory. A file of more
 // than profileSizeLimit bytes reads as empty and is not written to.
 

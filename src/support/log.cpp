@@ -8,6 +8,7 @@
 #include "platform/text.h"
 #include "support/modFilePath.h"
 #include "support/modUtil.h"
+#include "support/patient_files.h"
 
 #include <array>
 #include <cstdio>
@@ -69,10 +70,10 @@ void remember(std::string line) {
 }
 
 platform::Status writeLine(const std::string& file, const std::string& line, bool deleteFirst) {
-    if (deleteFirst && platform::fileExists(file))
-        if (platform::Status removed = platform::removeFile(file); !removed.ok())
+    if (deleteFirst && patient::fileExists(file))
+        if (platform::Status removed = patient::removeFile(file); !removed.ok())
             return removed;
-    return platform::appendToFile(file, line + "\r\n", platform::Access::ownerOnly);
+    return patient::appendToFile(file, line + "\r\n", platform::Access::ownerOnly);
 }
 
 void showFailure(const platform::Status& failure, const std::string& file) {

@@ -10,6 +10,7 @@
 #include "support/modRegistry.h"
 #include "support/modUtil.h"
 #include "support/modWFRoutines.h"
+#include "support/patient_files.h"
 
 #include <array>
 #include <map>
@@ -113,7 +114,7 @@ std::string lookUp(std::int32_t id) {
 }
 
 bool logDirectoryExists() {
-    return platform::directoryExists(GetDirectory(directory_id::log));
+    return patient::directoryExists(GetDirectory(directory_id::log));
 }
 
 bool reportMissingDrive(std::string_view drive) {
@@ -140,10 +141,10 @@ bool createLevel(std::string_view directory) {
     const bool logged = logDirectoryExists();
     if (logged)
         WriteLog("Create directory: " + std::string(directory));
-    const platform::Status created = platform::createDirectory(
+    const platform::Status created = patient::createDirectory(
         directory, isPrivate(directory) ? platform::Access::ownerOnly : platform::Access::byUmask);
     // Another process may have been quicker.
-    if (!created.ok() && !platform::directoryExists(directory)) {
+    if (!created.ok() && !patient::directoryExists(directory)) {
         if (logged)
             WriteErrorLog(created, "EnsureDirectory");
         return false;
@@ -157,7 +158,7 @@ bool createLevel(std::string_view directory) {
 
 std::string GetDirectory(std::int32_t id, bool create) {
     std::string directory = AddBackslash(lookUp(id));
-    if (create && !directory.empty() && !platform::directoryExists(directory) &&
+    if (create && !directory.empty() && !patient::directoryExists(directory) &&
         !EnsureDirectory(directory))
         directory.clear();
     return directory;
@@ -175,12 +176,12 @@ void SetDirectory(std::int32_t id, std::string_view path) {
 bool EnsureDirectory(std::string_view path) {
     const std::string directory = AddBackslash(path);
     const std::string_view drive = platform::driveOf(directory);
-    if (!platform::driveExists(directory))
+    if (!drive.empty() && !patient::directoryExists(drive))
         return reportMissingDrive(drive);
     for (std::size_t at = directory.find('\\', drive.size() + 1); at != std::string::npos;
          at = directory.find('\\', at + 1)) {
         const std::string_view level = std::string_view(directory).substr(0, at + 1);
-        if (!platform::directoryExists(level) && !createLevel(level))
+        if (!patient::directoryExists(level) && !createLevel(level))
             return false;
     }
     return true;

@@ -11,6 +11,7 @@
 #include "support/modFilePath.h"
 #include "support/numbers.h"
 #include "support/path_setting.h"
+#include "support/patient_files.h"
 #include "support/unsaved.h"
 
 #include <algorithm>
@@ -174,7 +175,7 @@ bool WriteIniBoolean(std::string_view section, std::string_view key, bool value,
 std::string ReadIniValueDirect(std::string_view section, std::string_view key,
                                std::string_view defaultValue, std::string_view file) {
     std::string content;
-    if (!platform::readFile(platform::profilePath(file), content, platform::profileSizeLimit).ok())
+    if (!patient::readFile(platform::profilePath(file), content, platform::profileSizeLimit).ok())
         return std::string(defaultValue);
     const std::string text = platform::settingsText(content);
     const std::string header = "[" + platform::upperCase(section) + "]";
@@ -202,7 +203,7 @@ std::string_view TextFromBoolean(bool value) noexcept {
 }
 
 std::string PathFromText(std::string_view text, bool allowMissing) {
-    if (!allowMissing && !platform::directoryExists(text))
+    if (!allowMissing && !patient::directoryExists(text))
         return {};
     return modFilePath::AddBackslash(text);
 }

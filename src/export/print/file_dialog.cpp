@@ -4,6 +4,7 @@
 
 #include "platform/files.h"
 #include "support/language/text_ids.h"
+#include "support/patient_files.h"
 #include "widgets/captions.h"
 #include "widgets/text.h"
 
@@ -58,7 +59,8 @@ std::optional<ExportTarget> askForTarget(const ExportQuestion& question, QWidget
     showWords(dialog, question.only);
     widgets::followLanguage(dialog, [&] { showWords(dialog, question.only); });
     dialog.selectNameFilter(fileFilter(formatInfo(question.usual)));
-    if (!question.folder.empty())
+    // Qt looks at it on this thread.
+    if (!question.folder.empty() && patient::directoryExists(question.folder))
         dialog.setDirectory(widgets::nativePathText(question.folder));
     QString name = question.name;
     dialog.selectFile(name.replace(QLatin1Char('/'), QLatin1Char('-')));

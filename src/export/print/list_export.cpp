@@ -6,9 +6,11 @@
 #include "export/print/export_progress.h"
 #include "export/print/file_dialog.h"
 #include "export/print/pdf.h"
+#include "platform/errand.h"
 #include "platform/files.h"
 #include "support/language/text_ids.h"
 #include "support/modFilePath.h"
+#include "support/patient_files.h"
 #include "widgets/text.h"
 
 #include <QClipboard>
@@ -60,11 +62,16 @@ void ListExport::save(std::optional<Format> format, bool selectedOnly) {
     const auto target = askForTarget({format, format.value_or(settings_.format()),
                                       settings_.folder(), widgets::toQt(list_.document.title)},
                                      list_.owner);
-    if (!target || list_.isEnding() || !mayReplace(target->path))
+    if (!target || list_.isEnding())
+        return;
+    const auto before = patient::fileKind(target->path);
+    if (!before)
+        return tellResult({platform::noAnswer(target->path), false}, target->path, false);
+    const bool existed = *before == platform::FileKind::file;
+    if (existed && !mayReplace(target->path))
         return;
     settings_.setFolder(std::string(modFilePath::directoryPart(target->path)));
     settings_.setFormat(target->format);
-    const bool existed = platform::fileExists(target->path);
     ExportResult result;
     {
         const RowSource& source = rows(selectedOnly);
@@ -77,10 +84,9 @@ void ListExport::save(std::optional<Format> format, bool selectedOnly) {
 }
 
 bool ListExport::mayReplace(const std::string& path) const {
-    return !platform::fileExists(path) ||
-           (modUtil::AskYesNo({text_id::replaceFileQuestion, {platform::toNativePath(path)}}, {},
-                              list_.owner) &&
-            !list_.isEnding());
+    return modUtil::AskYesNo({text_id::replaceFileQuestion, {platform::toNativePath(path)}}, {},
+                             list_.owner) &&
+           !list_.isEnding();
 }
 
 void ListExport::tellResult(const ExportResult& result, const std::string& path, bool existed) {

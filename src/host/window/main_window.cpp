@@ -144,23 +144,44 @@ void MainWindow::showTitle() {
 
 // Not modal to the program: a search goes on below.
 void MainWindow::askForFolder() {
+    const QString folder = shownPath(boundaryPath(settings_.dictationFolder()));
+    checkFolder(folder, this, [this, folder](FolderAnswer answer) {
+        showFolderDialog(answer == FolderAnswer::readable ? folder : QString());
+    });
+}
+
+// `folder` is one that answers: Qt looks at it on this thread. Empty: the desktop's.
+void MainWindow::showFolderDialog(const QString& folder) {
     auto* dialog = new QFileDialog(this, texts_(Text::chooseFolder));
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setFileMode(QFileDialog::Directory);
     dialog->setOption(QFileDialog::ShowDirsOnly);
-    dialog->setDirectory(shownPath(boundaryPath(settings_.dictationFolder())));
+    dialog->setDirectory(folder);
     connect(dialog, &QFileDialog::fileSelected, this, &MainWindow::openFolder,
             Qt::QueuedConnection);
     dialog->open();
 }
 
 void MainWindow::openFolder(const QString& folder) {
-    if (!QDir(folder).isReadable()) {
+    checkFolder(folder, this, [this, folder](FolderAnswer answer) {
+        if (answer == FolderAnswer::readable)
+            useFolder(folder);
+        else
+            refuseFolder(folder, answer);
+    });
+}
+
+// A server that does not answer may do so tomorrow: only what is gone is forgotten.
+void MainWindow::refuseFolder(const QString& folder, FolderAnswer answer) {
+    if (answer == FolderAnswer::unreadable) {
         settings_.forgetFolder(folder);
         saveSettings();
-        warn(texts_(Text::folderIsGone, {QDir::toNativeSeparators(folder)}));
-        return;
     }
+    warn(texts_(answer == FolderAnswer::silent ? Text::folderIsSilent : Text::folderIsGone,
+                {QDir::toNativeSeparators(folder)}));
+}
+
+void MainWindow::useFolder(const QString& folder) {
     settings_.setDictationFolder(QDir(folder).absolutePath());
     saveSettings();
     statusBar()->clearMessage();

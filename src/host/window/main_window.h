@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "host/folder_check.h"
 #include "host/plugin/plugin_pane.h"
 #include "host/plugin/plugin_session.h"
 #include "host/settings.h"
@@ -50,9 +51,12 @@ private:
     void showFailure();
     void showTitle();
     void askForFolder();
+    void showFolderDialog(const QString& folder);
     void saveSettings();
     void warn(const QString& text);
     void openFolder(const QString& folder);
+    void useFolder(const QString& folder);
+    void refuseFolder(const QString& folder, FolderAnswer answer);
     void changeLanguage(Language language);
     void showLogView(const QByteArray& path);
     void showAbout();

@@ -3,6 +3,7 @@
 
 #include "platform/profile.h"
 
+#include "platform/errand.h"
 #include "platform/files.h"
 #include "platform/profile_lock.h"
 #include "platform/settings/profile_edit.h"
@@ -10,6 +11,10 @@
 #include "platform/text.h"
 
 #include <algorithm>
+#include <functional>
+#include <mutex>
+#include <set>
+#include <utility>
 
 namespace ov::platform {
 
@@ -55,6 +60,43 @@ std::size_t copyKeys(const std::string& keys, std::string_view fallback,
     return copyList(keys, buffer);
 }
 
+// Files that were read as empty since their server did not answer. What was made of that may be far
+// from what they hold, so this process writes to none of them any more.
+class UnreadFiles {
+public:
+    void add(const std::string& path) {
+        const std::lock_guard guard(mutex_);
+        paths_.insert(path);
+    }
+    bool contains(const std::string& path) {
+        const std::lock_guard guard(mutex_);
+        return paths_.contains(path);
+    }
+
+private:
+    std::mutex mutex_;
+    std::set<std::string, std::less<>> paths_;
+};
+
+UnreadFiles& unreadFiles() {
+    static UnreadFiles files;
+    return files;
+}
+
+Status readPatiently(const std::string& path, std::string& content) {
+    auto read = patiently(path, [path] {
+        std::pair<Status, std::string> result;
+        result.first = readFile(path, result.second, profileSizeLimit);
+        return result;
+    });
+    if (!read) {
+        unreadFiles().add(path);
+        return noAnswer(path);
+    }
+    content = std::move(read->second);
+    return std::move(read->first);
+}
+
 ProfileEdit edit(std::string& content, std::string_view section,
                  std::optional<std::string_view> key, std::optional<std::string_view> value) {
     if (!key)
@@ -66,7 +108,7 @@ ProfileEdit edit(std::string& content, std::string_view section,
 ProfileEdit readAndEdit(const std::string& path, std::string_view section,
                         std::optional<std::string_view> key, std::optional<std::string_view> value,
                         std::string& content) {
-    const Status read = readFile(path, content, profileSizeLimit);
+    const Status read = readPatiently(path, content);
     if (!read.ok() && read.kind() != Status::Kind::missing)
         return ProfileEdit::refused;
     return edit(content, section, key, value);
@@ -79,7 +121,7 @@ std::size_t getPrivateProfileString(std::optional<std::string_view> section,
                                     std::optional<std::string_view> fallback,
                                     std::span<char> buffer, std::string_view file) {
     std::string content;
-    static_cast<void>(readFile(profilePath(file), content, profileSizeLimit));
+    static_cast<void>(readPatiently(profilePath(file), content));
     if (!section)
         return copyList(profileSections(content), buffer);
     const std::string_view missing = readDefault(fallback.value_or(""));
@@ -93,7 +135,7 @@ bool writePrivateProfileString(std::optional<std::string_view> section,
                                std::optional<std::string_view> key,
                                std::optional<std::string_view> value, std::string_view file) {
     const std::string path = profilePath(file);
-    if (!section || path.empty())
+    if (!section || path.empty() || unreadFiles().contains(path))
         return false;
     std::string content;
     ProfileEdit result = readAndEdit(path, *section, key, value, content);
@@ -103,7 +145,10 @@ bool writePrivateProfileString(std::optional<std::string_view> section,
             return false;
         result = readAndEdit(path, *section, key, value, content);
         if (result == ProfileEdit::changed)
-            return replaceFile(path, content, Access::ownerOnly).ok();
+            return patientStatus(
+                       path,
+                       [path, content] { return replaceFile(path, content, Access::ownerOnly); })
+                .ok();
     }
     return result == ProfileEdit::unchanged;
 }

@@ -3,9 +3,10 @@
 
 #include "playback/panel/overview_loader.h"
 
+#include "platform/detached_thread.h"
+
 #include <mutex>
 #include <stop_token>
-#include <thread>
 #include <utility>
 
 namespace ov {
@@ -18,9 +19,15 @@ constexpr std::size_t stretches = 1200; // more than a slider has pixels on most
 
 // What a reader shares with its loader, which may be long gone when a stalled disk answers.
 struct OverviewLoader::Reading {
-    Reading(OverviewLoader& loader, Key theKey) : key(std::move(theKey)), receiver(&loader) {}
+    Reading(OverviewLoader& loader, std::string thePath)
+        : path(std::move(thePath)),
+          known(loader.key_),
+          folder(platform::driveFolder()),
+          receiver(&loader) {}
 
-    const Key key;
+    const std::string path;
+    const Key known; // of what the loader has already
+    const std::string folder;
     std::stop_source stop;
     std::mutex mutex;
     OverviewLoader* receiver; // guarded; nullptr when nobody waits any more
@@ -32,17 +39,9 @@ OverviewLoader::~OverviewLoader() {
 
 void OverviewLoader::load(const std::string& path) {
     giveUp();
-    Key key{path, platform::fileStamp(path)};
-    if (key == key_) {
-        Q_EMIT ready(peaks_);
-        return;
-    }
-    reading_ = std::make_shared<Reading>(*this, std::move(key));
-    try {
-        std::thread([reading = reading_] { read(reading); }).detach();
-    } catch (const std::system_error&) {
+    reading_ = std::make_shared<Reading>(*this, path);
+    if (!platform::startDetached([reading = reading_] { read(reading); }))
         giveUp(); // no thread can be had: the dictation plays without its picture
-    }
 }
 
 void OverviewLoader::giveUp() {
@@ -55,16 +54,20 @@ void OverviewLoader::giveUp() {
 
 // On the reader's thread.
 void OverviewLoader::read(const std::shared_ptr<Reading>& reading) {
+    platform::setDriveFolder(reading->folder);
+    const Key key{reading->path, platform::fileStamp(reading->path)};
     std::vector<sound::WavePeaks> peaks; // of a fixed size, whatever the file is
-    if (!sound::readWaveOverview(reading->key.path, stretches, reading->stop.get_token(), peaks))
+    const bool isKnown = key == reading->known;
+    if (!isKnown &&
+        !sound::readWaveOverview(reading->path, stretches, reading->stop.get_token(), peaks))
         return;
     const std::lock_guard<std::mutex> lock(reading->mutex);
     if (OverviewLoader* receiver = reading->receiver)
         QMetaObject::invokeMethod(
             receiver,
-            [receiver, reading, read = std::move(peaks)] {
+            [receiver, reading, key, isKnown, read = std::move(peaks)] {
                 if (receiver->reading_ == reading)
-                    receiver->take(reading->key, read);
+                    receiver->take(key, isKnown ? receiver->peaks_ : read);
             },
             Qt::QueuedConnection);
 }

@@ -25,7 +25,7 @@ public:
     OverviewLoader& operator=(const OverviewLoader&) = delete;
 
     // Asks for the shape of the file `path`; what was asked for before is given up. ready() comes
-    // at once for the file that was read last, unless it has changed since.
+    // later from the event loop, and soon for the file that was read last, unless it has changed.
     void load(const std::string& path);
     void giveUp();
 

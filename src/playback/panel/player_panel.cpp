@@ -3,7 +3,6 @@
 
 #include "playback/panel/player_panel.h"
 
-#include "platform/files.h"
 #include "platform/text.h"
 #include "playback/modMultimedia.h"
 #include "playback/panel/player_texts.h"
@@ -14,6 +13,7 @@
 #include <QScopedValueRollback>
 #include <algorithm>
 #include <cstdlib>
+#include <utility>
 
 namespace ov {
 
@@ -25,6 +25,9 @@ constexpr const char* playerAlias = "PBWave";
 constexpr const char* deviceType = "waveaudio";
 constexpr std::int32_t anyDevice = -1;
 constexpr int statusInterval = 200; // ms
+constexpr int openingInterval = 20;
+// What a click may take, and nearly every file does not: the rest is opened while the window lives.
+constexpr std::chrono::milliseconds briefWait{300};
 constexpr int levelInterval = 50;
 
 bool isMode(const std::string& mode, std::string_view word) {
@@ -52,8 +55,13 @@ void PlayerPanel::cmdSearchPlayer_Click(int index) {
 
 void PlayerPanel::PlayerPlay() {
     PlayerOpenFile(selectedPath_ ? selectedPath_() : std::string());
-    if (alias_.empty())
-        return;
+    if (opening_)
+        opening_->playsThen = true;
+    else if (!alias_.empty())
+        playOpen();
+}
+
+void PlayerPanel::playOpen() {
     noteStart(MciPlay(alias_, anyDevice, -1, -1));
     if (playing_)
         startTimers();
@@ -91,10 +99,52 @@ void PlayerPanel::setProblem(const std::string& problem) {
 }
 
 void PlayerPanel::PlayerOpenFile(const std::string& path) {
-    if (path == file_ || !platform::fileExists(path))
+    if (path.empty() || path == file_ || (opening_ && opening_->path() == path))
         return;
+    giveUpOpening();
+    if (!FileOpening::mayBegin()) {
+        PlayerClose();
+        setProblem(platform::noAnswer(path).description());
+        PlayerRefresh();
+        return;
+    }
+    opening_ = std::make_unique<FileOpening>(path);
+    if (opening_->wait(briefWait)) {
+        takeOpened();
+        return;
+    }
+    PlayerClose();
+    setProblem({});
+    PlayerRefresh();
+    timerOpening_.start(openingInterval);
+}
+
+void PlayerPanel::giveUpOpening() {
+    timerOpening_.stop();
+    opening_ = nullptr;
+}
+
+void PlayerPanel::timerOpening_Timer() {
+    if (!opening_ || !opening_->wait(std::chrono::milliseconds(0)))
+        return;
+    const bool plays = opening_->playsThen;
+    takeOpened();
+    if (plays && !alias_.empty())
+        playOpen();
+    PlayerRefresh();
+}
+
+void PlayerPanel::takeOpened() {
+    timerOpening_.stop();
+    const auto opening = std::exchange(opening_, nullptr);
+    if (auto sound = opening->take())
+        load(opening->path(), std::move(*sound));
+}
+
+void PlayerPanel::load(const std::string& path, sound::OpenedSound opened) {
     PlayerClose();
     file_ = path;
+    const sound::OpenedAhead ahead(path, std::move(opened));
     const std::string problem = MciOpen(playerAlias, path, deviceType);
     setProblem(problem);
     PlayerLoad(problem.empty() ? playerAlias : "");
@@ -138,6 +188,7 @@ std::string PlayerPanel::resume() {
 }
 
 void PlayerPanel::PlayerStop() {
+    giveUpOpening();
     if (alias_.empty()) {
         setProblem({}); // of a dictation that could not be opened
         PlayerRefresh();
@@ -257,7 +308,9 @@ void PlayerPanel::PlayerRefresh() {
 
 // Of a device that refused or failed that it did, until it plays again or is moved.
 void PlayerPanel::showState() {
-    const std::string mode = alias_.empty() ? std::string() : MciGetMode(alias_);
+    const std::string mode = opening_         ? "not ready"
+                             : alias_.empty() ? std::string()
+                                              : MciGetMode(alias_);
     prgSearchPlayerStatus_->setFormat(MciModeText(problem_.empty() ? mode : "error"));
 }
 

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "playback/clsMixer.h"
+#include "playback/panel/file_opening.h"
 #include "playback/panel/overview_loader.h"
 #include "playback/panel/seek_slider.h"
 
@@ -45,7 +46,9 @@ public:
     // mixer.
     void PlayerInitControls();
 
-    // Opens the file unless it is the open one or does not exist.
+    // Opens the file unless it is the open one or does not exist. One that takes long is opened
+    // while the window goes on, and is played then if PlayerPlay() asked for it; PlayerStop() gives
+    // it up.
     void PlayerOpenFile(const std::string& path);
     void PlayerPlay();
     void PlayerPauseResume();
@@ -86,6 +89,11 @@ private:
     void connectAll();
 
     void cmdSearchPlayer_Click(int index);
+    void takeOpened();
+    void giveUpOpening();
+    void timerOpening_Timer();
+    void load(const std::string& path, sound::OpenedSound opened);
+    void playOpen();
     void PlayerLoad(const std::string& alias);
     void PlayerRefresh();
     void refreshOpen();
@@ -125,6 +133,8 @@ private:
     QActionGroup* backUps_ = nullptr;
     QTimer timerSearchPlayerStatus_;
     QTimer timerSearchPlayerVU_;
+    QTimer timerOpening_;
+    std::unique_ptr<FileOpening> opening_; // what is wanted and not open yet
     OverviewLoader overview_;
 
     std::function<std::string()> selectedPath_;

@@ -196,6 +196,7 @@ void PlayerPanel::connectAll() {
     connect(&timerSearchPlayerStatus_, &QTimer::timeout, this,
             &PlayerPanel::timerSearchPlayerStatus_Timer);
     connect(&timerSearchPlayerVU_, &QTimer::timeout, this, &PlayerPanel::timerSearchPlayerVU_Timer);
+    connect(&timerOpening_, &QTimer::timeout, this, &PlayerPanel::timerOpening_Timer);
     connect(&overview_, &OverviewLoader::ready, slSearchPlayerSeek_, &SeekSlider::setOverview);
     connect(speeds_, &QActionGroup::triggered, this, [this](const QAction* action) {
         setSpeedPercent(action->data().toInt());

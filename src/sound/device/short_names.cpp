@@ -3,6 +3,7 @@
 #include "sound/device/short_names.h"
 
 #include "platform/files.h"
+#include "sound/opened_ahead.h"
 
 #include <algorithm>
 
@@ -36,7 +37,7 @@ std::string ShortNames::nameOf(std::size_t index) const {
 }
 
 std::string ShortNames::shortName(std::string_view path) {
-    if (platform::fileKind(path) == platform::FileKind::missing)
+    if (!OpenedAhead::isThere(path) && platform::fileKind(path) == platform::FileKind::missing)
         return {};
     if (isShort(path))
         return std::string(path);

@@ -5,8 +5,8 @@
 #include "platform/files.h"
 #include "platform/text.h"
 #include "sound/device/wave_errors.h"
+#include "sound/opened_ahead.h"
 #include "sound/wave_control.h"
-#include "sound/wave_file.h"
 
 #include <algorithm>
 #include <chrono>
@@ -184,11 +184,15 @@ std::uint32_t WaveDevices::open(const WaveCommand& command, std::string& reply) 
 
 std::uint32_t WaveDevices::openFile(const std::string& file,
                                     std::unique_ptr<WavePlayer>& player) const {
-    std::unique_ptr<WaveFile> sound;
-    if (const std::uint32_t error = WaveFile::open(shortNames_.fullPath(file), sound);
-        error != media_error::none)
-        return error;
-    player = std::make_unique<WavePlayer>(std::move(sound));
+    const std::string path = shortNames_.fullPath(file);
+    auto sound = OpenedAhead::take(path);
+    if (!sound) {
+        sound.emplace();
+        sound->error = WaveFile::open(path, sound->file);
+    }
+    if (sound->error != media_error::none)
+        return sound->error;
+    player = std::make_unique<WavePlayer>(std::move(sound->file));
     return media_error::none;
 }
 

@@ -1,0 +1,66 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#include "host/folder_check.h"
+
+#include <QDeadlineTimer>
+#include <QDir>
+#include <QTimer>
+#include <chrono>
+#include <future>
+#include <memory>
+#include <thread>
+#include <utility>
+
+namespace ov::host {
+
+namespace {
+
+constexpr std::chrono::milliseconds patience{1000};
+// What a click may take, and nearly every folder does not.
+constexpr std::chrono::milliseconds briefWait{200};
+
+std::future<bool> askOnThread(std::function<bool()> question) {
+    std::packaged_task<bool()> task(std::move(question));
+    std::future<bool> answer = task.get_future();
+    std::thread(std::move(task)).detach();
+    return answer;
+}
+
+bool isThere(const std::future<bool>& answer, std::chrono::milliseconds longest) {
+    return answer.wait_for(longest) == std::future_status::ready;
+}
+
+FolderAnswer answerOf(std::future<bool>& answer) {
+    return answer.get() ? FolderAnswer::readable : FolderAnswer::unreadable;
+}
+
+} // namespace
+
+void checkFolder(const QString& folder, QObject* receiver,
+                 const std::function<void(FolderAnswer)>& then) {
+    const auto answer = std::make_shared<std::future<bool>>(
+        askOnThread([folder] { return QDir(folder).isReadable(); }));
+    if (isThere(*answer, briefWait)) {
+        then(answerOf(*answer));
+        return;
+    }
+    auto* look = new QTimer(receiver);
+    look->callOnTimeout(receiver, [answer, then, look, end = QDeadlineTimer(patience)] {
+        const bool there = isThere(*answer, std::chrono::milliseconds(0));
+        if (!there && !end.hasExpired())
+            return;
+        look->stop();
+        look->deleteLater();
+        then(there ? answerOf(*answer) : FolderAnswer::silent);
+    });
+    constexpr int interval = 10;
+    look->start(interval);
+}
+
+std::optional<bool> answerInTime(std::function<bool()> question) {
+    std::future<bool> answer = askOnThread(std::move(question));
+    return isThere(answer, patience) ? std::optional(answer.get()) : std::nullopt;
+}
+
+} // namespace ov::host
