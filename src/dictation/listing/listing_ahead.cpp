@@ -99,7 +99,7 @@ bool ListingAhead::State::workOn(std::unique_lock<std::mutex>& lock, Buffers& bu
     if (!folder)
         return false;
     folder->isInWork = true;
-    if (!buffers.spare && !spares.empty()) {
+    if (!tree.remembered && !buffers.spare && !spares.empty()) {
         buffers.spare = std::move(spares.back());
         spares.pop_back();
     }
