@@ -186,11 +186,11 @@ bool CollationKeys::appendFast(std::string_view utf8, std::string& keys) {
         at += appendPlain(utf8.substr(at), keys);
         if (at == utf8.size())
             break;
-        if (utf8[at] >= '0' && utf8[at] <= '9') {
-            units_.clear();
-            for (; at < utf8.size() && utf8[at] >= '0' && utf8[at] <= '9'; ++at)
-                units_ += static_cast<char16_t>(utf8[at]);
-            addNumber(units_.data(), units_.size(), keys);
+        if (isDigit(static_cast<unsigned char>(utf8[at]))) {
+            const std::string_view rest = utf8.substr(at);
+            const std::size_t end = std::min(rest.find_first_not_of("0123456789"), rest.size());
+            addNumber(rest.substr(0, end), keys);
+            at += end;
             continue;
         }
         const char16_t unit = nextLatin(utf8, at);
@@ -216,7 +216,7 @@ void CollationKeys::appendSlow(std::string_view utf8, std::string& keys) {
         while (end < rest.size() && isDigit(rest[end]) == number)
             ++end;
         if (number)
-            addNumber(rest.data() + at, end - at, keys);
+            addNumber(rest.substr(at, end - at), keys);
         else
             weigh(rest.substr(at, end - at), keys);
         at = end;
@@ -261,16 +261,17 @@ void CollationKeys::addAccent(std::uint8_t accent) {
     plain_ = 0;
 }
 
-void CollationKeys::addNumber(const char16_t* digits, std::size_t count, std::string& keys) {
-    for (; count > 1 && *digits == u'0'; --count)
-        ++digits;
+template <typename Unit>
+void CollationKeys::addNumber(std::basic_string_view<Unit> digits, std::string& keys) {
+    while (digits.size() > 1 && digits.front() == '0')
+        digits.remove_prefix(1);
     constexpr std::size_t most = 0xFFFF;
-    const std::size_t length = std::min(count, most);
+    digits = digits.substr(0, most);
     keys += static_cast<char>(alphabet_.digitByte_);
-    keys += static_cast<char>(length >> 8U);
-    keys += static_cast<char>(length & 0xFFU);
-    for (std::size_t i = 0; i < length; ++i)
-        keys += static_cast<char>(digits[i]);
+    keys += static_cast<char>(digits.size() >> 8U);
+    keys += static_cast<char>(digits.size() & 0xFFU);
+    for (const Unit digit : digits)
+        keys += static_cast<char>(digit);
     addAccent(noAccent);
 }
 

@@ -97,7 +97,8 @@ private:
     void appendSlow(std::string_view utf8, std::string& keys);
     void weigh(std::u16string_view text, std::string& keys);
     void addElement(const Element& element, std::string& keys);
-    void addNumber(const char16_t* digits, std::size_t count, std::string& keys);
+    template <typename Unit>
+    void addNumber(std::basic_string_view<Unit> digits, std::string& keys);
     void addAccent(std::uint8_t accent);
     void forgetAccents() {
         accents_.clear();
@@ -109,7 +110,6 @@ private:
     CollationAlphabet::Iterator iterator_; // empty: there is no collation
     std::string accents_;                  // of the text at hand
     std::size_t plain_ = 0;                // characters since the last accent
-    std::u16string units_;
 };
 
 } // namespace ov::modDictation

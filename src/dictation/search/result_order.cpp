@@ -18,6 +18,7 @@
 #include <cstdlib>
 #include <deque>
 #include <iterator>
+#include <span>
 #include <thread>
 #include <utility>
 
@@ -35,8 +36,22 @@ std::string userAlphabet() {
 }
 
 struct NumberEntry {
-    double number = 0;
-    std::int32_t index = 0;
+    double number;
+    std::int32_t index;
+};
+
+// Their memory is first touched by the threads that write it.
+template <typename Entry>
+class Entries {
+public:
+    explicit Entries(std::size_t count)
+        : entries_(std::make_unique_for_overwrite<Entry[]>(count)), count_(count) {}
+
+    std::span<Entry> all() const noexcept { return {entries_.get(), count_}; }
+
+private:
+    std::unique_ptr<Entry[]> entries_;
+    std::size_t count_;
 };
 
 std::size_t countOf(const DictationList& list) noexcept {
@@ -49,7 +64,7 @@ std::int32_t hitAt(std::size_t place) noexcept {
 
 // The indexes of sorted entries, marked as ResultOrders keeps them.
 template <typename Entry, typename EqualsBefore>
-std::vector<std::int32_t> markedOrder(const std::vector<Entry>& entries, unsigned threads,
+std::vector<std::int32_t> markedOrder(std::span<Entry> entries, unsigned threads,
                                       EqualsBefore equalsBefore) {
     std::vector<std::int32_t> order(entries.size());
     forEachPart(entries.size(), threads, [&](std::size_t begin, std::size_t end) {
@@ -90,13 +105,14 @@ ResultOrders::~ResultOrders() = default;
 
 std::vector<std::int32_t> ResultOrders::byNumber(const DictationList& list,
                                                  std::int32_t field) const {
-    std::vector<NumberEntry> entries(countOf(list));
+    const Entries<NumberEntry> ours(countOf(list));
+    const std::span<NumberEntry> entries = ours.all();
     forEachPart(entries.size(), threads_, [&](std::size_t begin, std::size_t end) {
         for (std::size_t i = begin; i < end; ++i)
             entries[i] = {sortNumber(field, list[hitAt(i)]), hitAt(i)};
     });
-    std::vector<NumberEntry> spare(entries.size());
-    sortInParallel(entries.data(), entries.size(), spare.data(), threads_,
+    const Entries<NumberEntry> spare(entries.size());
+    sortInParallel(entries.data(), entries.size(), spare.all().data(), threads_,
                    [](const NumberEntry& a, const NumberEntry& b) {
                        return a.number != b.number ? a.number < b.number : a.index < b.index;
                    });
@@ -107,7 +123,8 @@ std::vector<std::int32_t> ResultOrders::byNumber(const DictationList& list,
 std::vector<std::int32_t> ResultOrders::byText(const DictationList& list,
                                                std::int32_t field) const {
     constexpr std::size_t blockSize = std::size_t{1} << 17U;
-    std::vector<TextEntry> entries(countOf(list));
+    const Entries<TextEntry> ours(countOf(list));
+    const std::span<TextEntry> entries = ours.all();
     std::deque<BlockArena> keys; // one for each part
     while (keys.size() < partsOf(entries.size()))
         keys.emplace_back(blockSize);
@@ -119,7 +136,7 @@ std::vector<std::int32_t> ResultOrders::byText(const DictationList& list,
             for (std::size_t i = part * entriesPerPart; i < end; ++i) {
                 key.clear();
                 collation->append(shownValue(field, list[hitAt(i)]), key);
-                entries[i] = TextEntry({keys[part].keep(key), key.size()}, hitAt(i));
+                entries[i] = textEntry({keys[part].keep(key), key.size()}, hitAt(i));
             }
         };
     });

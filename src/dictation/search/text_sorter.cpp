@@ -9,6 +9,7 @@
 #include <array>
 #include <atomic>
 #include <cstring>
+#include <vector>
 
 namespace ov::modDictation {
 
@@ -97,11 +98,9 @@ bool isLong(Run run) noexcept {
 
 } // namespace
 
-TextEntry::TextEntry(std::string_view bytes, std::int32_t hit)
-    : chunk(chunkOf(bytes)),
-      key(bytes.data()),
-      length(static_cast<std::uint32_t>(bytes.size())),
-      index(hit) {}
+TextEntry textEntry(std::string_view key, std::int32_t index) noexcept {
+    return {chunkOf(key), key.data(), static_cast<std::uint32_t>(key.size()), index};
+}
 
 void TextSorter::sort() {
     if (!entries_.empty())
@@ -113,7 +112,7 @@ void TextSorter::sortChunks(Run run, std::size_t depth) {
     depth += chunkSize;
     if (isOneChunk(run))
         return sortLongRun(run, depth);
-    sortInParallel(run.data(), run.size(), spare_.data(), threads_, byChunk);
+    sortInParallel(run.data(), run.size(), spare_.get(), threads_, byChunk);
     // All runs are found before the first one is changed.
     std::vector<std::vector<Run>> runs(partsOf(run.size()));
     forEachPart(run.size(), threads_, [&](std::size_t begin, std::size_t end) {
