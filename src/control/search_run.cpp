@@ -3,6 +3,7 @@
 
 #include "control/search_run.h"
 
+#include "platform/coarse_clock.h"
 #include "platform/errand.h"
 #include "platform/files.h"
 #include "platform/user_interface.h"
@@ -156,12 +157,17 @@ void SearchRun::fill(std::int32_t count) {
     caller_.enter(ControlState::filling);
     if (count > mostHitsWithoutProgress)
         modOVPlugIn::ProgressInit(0, count, 0, GetText(text_id::fillingList));
-    constexpr std::int32_t step = 4096;
+    constexpr std::int64_t intervalMs = 50;
+    std::int64_t nextShow = 0;
     std::int32_t i = 1;
     try {
         for (; i <= count && !caller_.isEnding(); ++i) {
-            if (i % step == 0 || i == count)
-                caller_.view.lvSearchResult->showFirst(i);
+            if (i == count || platform::coarseMilliseconds() >= nextShow) {
+                showFirst(i);
+                nextShow = platform::coarseMilliseconds() + intervalMs;
+            }
+            if (caller_.isEnding())
+                return;
             modOVPlugIn::ProgressValue(i);
             platform::processMessagesNowAndThen();
         }
@@ -173,6 +179,16 @@ void SearchRun::fill(std::int32_t count) {
         return;
     caller_.view.lvSearchResult->showSorted();
     modOVPlugIn::ProgressClear();
+}
+
+// The rows are painted at once, right after all else has been handled: so that is all that the
+// window stands still for.
+void SearchRun::showFirst(std::int32_t count) {
+    platform::userInterface().processMessages();
+    if (caller_.isEnding())
+        return;
+    caller_.view.lvSearchResult->showFirst(count);
+    platform::userInterface().processMessages();
 }
 
 void SearchRun::tellOutcome(const SearchOutcome& outcome) {

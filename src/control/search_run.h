@@ -54,6 +54,7 @@ private:
     modDictation::SearchReport walk(const modDictation::Search& what,
                                     modDictation::DictationList& hits);
     void fill(std::int32_t count);
+    void showFirst(std::int32_t count);
 
     Caller caller_;
 };

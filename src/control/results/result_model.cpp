@@ -5,9 +5,12 @@
 
 #include "control/results/code_icons.h"
 #include "dictation/field_values.h"
+#include "platform/detached_thread.h"
 #include "widgets/text.h"
 
 #include <algorithm>
+#include <memory>
+#include <utility>
 
 namespace ov {
 
@@ -62,8 +65,10 @@ void ResultModel::setHits(std::unique_ptr<modDictation::DictationList> hits) {
     rows_ = 0;
     order_ = {};
     orders_.forget();
-    hits_ = std::move(hits);
+    std::swap(hits_, hits);
     endResetModel();
+    // The memory of a million takes longer to give back than a window should stand still.
+    platform::startDetached([old = std::shared_ptr(std::move(hits))]() mutable { old.reset(); });
 }
 
 void ResultModel::showFirst(std::int32_t count) {

@@ -107,4 +107,11 @@ void workInParallel(std::size_t parts, unsigned threads,
     work.finish();
 }
 
+void workAside(const std::function<void()>& work) {
+    const std::function<PartWork()> makeWork = [&work] { return [&work](std::size_t) { work(); }; };
+    ParallelWork aside(1, makeWork);
+    aside.start(1);
+    aside.finish();
+}
+
 } // namespace ov::modDictation

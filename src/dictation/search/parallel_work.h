@@ -17,4 +17,7 @@ using PartWork = std::function<void(std::size_t part)>;
 // work and is thrown on; so is what the window messages throw, once no part runs any more.
 void workInParallel(std::size_t parts, unsigned threads, const std::function<PartWork()>& makeWork);
 
+// Does all of it on one thread, as a part is done.
+void workAside(const std::function<void()>& work);
+
 } // namespace ov::modDictation

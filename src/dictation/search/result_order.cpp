@@ -144,14 +144,22 @@ std::vector<std::int32_t> ResultOrders::byText(const DictationList& list,
     return markedOrder(entries, threads_, [&](std::size_t i) { return entries[i].key == nullptr; });
 }
 
-std::vector<std::int32_t> ResultOrders::ascending(const DictationList& list, std::int32_t field) {
-    if (sortsByNumber(field))
-        return byNumber(list, field);
-    if (std::string locale = userAlphabet(); !alphabet_ || locale_ != locale) {
-        alphabet_ = std::make_unique<CollationAlphabet>(locale);
-        locale_ = std::move(locale);
-    }
-    return byText(list, field);
+// Aside, as even the memory for so many entries takes longer than a window should stand still.
+std::vector<std::int32_t> ResultOrders::ascending(const DictationList& list, std::int32_t field,
+                                                  const std::string& alphabet) {
+    std::vector<std::int32_t> order;
+    const auto sort = [&] {
+        if (!sortsByNumber(field) && (!alphabet_ || locale_ != alphabet)) {
+            alphabet_ = std::make_unique<CollationAlphabet>(alphabet);
+            locale_ = alphabet;
+        }
+        order = sortsByNumber(field) ? byNumber(list, field) : byText(list, field);
+    };
+    if (countOf(list) > entriesPerPart)
+        workAside(sort);
+    else
+        sort();
+    return order;
 }
 
 std::vector<std::int32_t> ResultOrders::sorted(const DictationList& list, std::int32_t field,
@@ -163,7 +171,7 @@ std::vector<std::int32_t> ResultOrders::sorted(const DictationList& list, std::i
     if (found != kept_.end()) {
         std::rotate(found, found + 1, kept_.end());
     } else {
-        Kept made{field, alphabet, ascending(list, field)};
+        Kept made{field, alphabet, ascending(list, field, alphabet)};
         if (kept_.size() == mostKept)
             kept_.erase(kept_.begin());
         kept_.push_back(std::move(made));

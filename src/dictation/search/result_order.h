@@ -48,7 +48,8 @@ private:
 
     std::vector<std::int32_t> byNumber(const DictationList& list, std::int32_t field) const;
     std::vector<std::int32_t> byText(const DictationList& list, std::int32_t field) const;
-    std::vector<std::int32_t> ascending(const DictationList& list, std::int32_t field);
+    std::vector<std::int32_t> ascending(const DictationList& list, std::int32_t field,
+                                        const std::string& alphabet);
 
     unsigned threads_;
     std::vector<Kept> kept_; // the last one used is the last
