@@ -41,10 +41,6 @@ CriteriaList::CriteriaList(QWidget* parent) : QTreeWidget(parent) {
     setRootIsDecorated(false);
     setUniformRowHeights(true);
     setAllColumnsShowFocus(true);
-    setSelectionMode(QAbstractItemView::SingleSelection);
-    setEditTriggers(QAbstractItemView::NoEditTriggers);
-    setTabKeyNavigation(false);
-    setColumnCount(1);
     header()->setSectionsClickable(false);
     connect(this, &QTreeWidget::itemDoubleClicked, this, &CriteriaList::editRequested);
     connect(this, &QTreeWidget::itemSelectionChanged, this, &CriteriaList::selectionMoved);

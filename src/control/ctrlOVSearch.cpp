@@ -101,10 +101,7 @@ void ctrlOVSearch::readFromHost() {
 }
 
 void ctrlOVSearch::buildControl() {
-    const std::string title = modLanguage::GetText(text_id::title);
-    plugIn_->setPlugInDescription(title);
-    modUtil::SetMessageTitle(title);
-    modDictation::BuildSearchFieldTable();
+    retranslate();
     ask("LoadColumnSettings", [] {
         modDictation::LoadColumnSettings();
         return 0;
@@ -117,9 +114,6 @@ void ctrlOVSearch::buildControl() {
     view_.picPlayer->PlayerInitControls();
     view_.picPlayer->setBackUpSeconds(settings_.backUpSeconds());
     view_.picPlayer->setSpeedPercent(settings_.speedPercent());
-    retranslate();
-    if (isEnding())
-        return;
     for (const std::string& criterion : criteriaFile_.load())
         view_.lvSearchCriteria->add(criterion);
     shareToShow_ = settings_.criteriaShare();
@@ -265,7 +259,6 @@ void ctrlOVSearch::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
     if (!shareToShow_)
         return;
-    layout()->activate();
     view_.setCriteriaShare(*std::exchange(shareToShow_, std::nullopt));
 }
 

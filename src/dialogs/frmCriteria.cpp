@@ -115,12 +115,9 @@ void frmCriteria::load() {
     loading_ = true;
     criterion_ = modDictation::ParseCriteriaString(CriteriaString);
     retranslate();
-    for (ValuePlace* place : places_)
-        place->hideAll();
     fillFields();
     showCriterion();
     loading_ = false;
-    changed_ = false;
     constexpr int comfortable = 460;
     widgets::resizeOnScreen(*this, {comfortable, 0});
     place();
@@ -141,7 +138,6 @@ void frmCriteria::place() {
 }
 
 void frmCriteria::fillFields() {
-    cboField_->clear();
     cboField_->addItem(toQt(modDictation::GetSearchFieldCaption(modDictation::noField, true)), 0);
     for (const modDictation::SearchField& field : modDictation::searchFields())
         if (field.Id != modDictation::noField && field.Selectable)
@@ -155,7 +151,6 @@ void frmCriteria::showCriterion() {
     }
     select(*cboField_, criterion_.Field);
     select(*cboOperator_, criterion_.Operator);
-    showValueControls();
     showValues();
 }
 
@@ -183,8 +178,6 @@ void frmCriteria::fieldChanged() {
 }
 
 void frmCriteria::operatorChanged() {
-    if (loading_)
-        return;
     showValueControls();
     markChanged();
 }

@@ -172,14 +172,12 @@ void frmSearchResultColumns::transfer(QListWidget& source, QListWidget& target) 
     enableButtons();
 }
 
+// The buttons are enabled only where there is a place to move to.
 void frmSearchResultColumns::moveSelected(int distance) {
     const int row = selectedRow(*lstRight_);
-    const int place = row + distance;
-    if (row < 0 || place < 0 || place >= lstRight_->count())
-        return;
     const UpdatesOff still(*lstRight_);
-    lstRight_->insertItem(place, lstRight_->takeItem(row));
-    lstRight_->setCurrentRow(place);
+    lstRight_->insertItem(row + distance, lstRight_->takeItem(row));
+    lstRight_->setCurrentRow(row + distance);
     enableButtons();
 }
 

@@ -94,7 +94,6 @@ ValuePlace::ValuePlace(int index, QWidget* parent)
     connect(cboValue_, &QComboBox::currentIndexChanged, this, &ValuePlace::changed);
     connect(dtpValue_, &QDateEdit::dateChanged, this, &ValuePlace::changed);
     connect(dtpValueTime_, &QTimeEdit::timeChanged, this, &ValuePlace::changed);
-    hideAll();
 }
 
 void ValuePlace::prepare(const modDictation::SearchField& field) {

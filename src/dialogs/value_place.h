@@ -28,8 +28,7 @@ public:
     // may be typed, and where the pickers start.
     void prepare(const modDictation::SearchField& field);
 
-    // Hides all, or shows the control of that kind.
-    void hideAll();
+    // Shows the control of that kind alone.
     void showKind(modDictation::ValueKind kind);
     // The control that is shown, nullptr for none.
     QWidget* shownControl() const;
@@ -52,6 +51,7 @@ Q_SIGNALS:
 
 private:
     QWidget* control(modDictation::ValueKind kind) const;
+    void hideAll();
     void setKeyFilter(modDictation::ValueType type);
 
     QLineEdit* txtValue_;

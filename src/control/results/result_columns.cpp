@@ -27,7 +27,6 @@ ResultColumns::ResultColumns(QTableView& view, ResultModel& model)
 }
 
 void ResultColumns::setUpHeader() {
-    header_.setSectionsClickable(true);
     header_.setSectionsMovable(true);
     header_.setHighlightSections(false);
     header_.setSortIndicatorShown(true);

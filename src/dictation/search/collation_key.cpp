@@ -85,8 +85,8 @@ void CollationAlphabet::readTable(UCollationElements& iterator) {
         ucol_setText(&iterator, &unit, 1, &error);
         Weights& weights = table_[unit];
         weights.known = true;
-        for (std::int32_t order = ucol_next(&iterator, &error);
-             order != UCOL_NULLORDER && weights.known; order = ucol_next(&iterator, &error)) {
+        for (std::int32_t order = ucol_next(&iterator, &error); order != UCOL_NULLORDER;
+             order = ucol_next(&iterator, &error)) {
             weights.known = weights.count < mostElements;
             if (weights.known)
                 weights.elements[weights.count++] = {primaryOf(order), accentOf(order), 0};
@@ -104,9 +104,9 @@ void CollationAlphabet::forgetContractions() {
     for (std::int32_t i = 0; i < uset_getItemCount(joined.get()); ++i) {
         UChar32 start = 0;
         UChar32 end = 0;
-        error = U_ZERO_ERROR;
+        UErrorCode tooLong = U_ZERO_ERROR;
         const std::int32_t length =
-            uset_getItem(joined.get(), i, &start, &end, text.data(), longest, &error);
+            uset_getItem(joined.get(), i, &start, &end, text.data(), longest, &tooLong);
         if (length < 2 || text[0] >= tableEnd)
             continue; // a text with that character is never looked up
         for (std::int32_t at = 1; at < std::min(length, longest); ++at)

@@ -8,6 +8,7 @@
 #include "platform/loaded_module.h"
 
 #include <QGuiApplication>
+#include <iterator>
 #include <memory>
 
 namespace {
@@ -16,11 +17,11 @@ bool writePdfWithoutWindows(const ov::exporting::Document& document,
                             const ov::exporting::RowSource& rows, ov::exporting::Sink& sink,
                             const ov::exporting::GoOn& goOn) {
     // A terminal has no windows; fonts are all that is needed.
-    static int count = 3;
     static char program[] = "ovsearch";
     static char option[] = "-platform";
     static char platform[] = "offscreen";
-    static char* arguments[] = {program, option, platform, nullptr};
+    static char* arguments[] = {program, option, platform};
+    static int count = static_cast<int>(std::size(arguments));
     std::unique_ptr<QGuiApplication> application;
     // What Qt misses in a terminal's surroundings is of no interest to who waits for a file.
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
