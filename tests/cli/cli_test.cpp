@@ -31,7 +31,7 @@ constexpr const char* highPriority =
     "2$ROH@@5$HOCH@@6$00$01$30@@7$21-11-2026 10$00$00@@14$Müller@@11$'eilig', heute.WAV";
 constexpr const char* sentByMail = "2$MAI@@5$NORMAL@@6$00$00$20@@7$01-02-2026@@14$Zeh.wav";
 constexpr const char* marked =
-    "2$WAV@@14$öztürk@@98$D@@7$30-12-2025@@23$more@@23$again@@023$zero.WAV";
+    "2$WAV@@14$öztürk@@98$D@@7$30-12-2025@@23$more@@23$again@@@31$odd@@023$zero.WAV";
 
 Texts split(const std::string& text, char separator) {
     Texts parts;
@@ -288,7 +288,7 @@ TEST_F(Cli, ShowAndFields) {
         {{0, shown, ""}, "status  +Status  +Dictated  +WAV\n"},
         {{0, shown, ""}, "dictated  +Dictated  +12/30/2025  +30-12-2025\n"},
         {{0, shown, ""}, "priority  +Priority  +Normal  +-\n"},
-        {{0, shown, ""}, "-  +@@23\\$  +more  +more\n"},
+        {{0, shown, ""}, "-  +@@23\\$  +more  +more\n-  +@@31\\$  +odd  +odd\n"},
         {{0, shown, ""}, "folder  +Folder  +\\.\\.\\.\\\\ward\\\\ERL  +/.*/ward/ERL/\n"},
         {run({"fields"}), "file  +File number  +text  +contains, is, =, not-contains, "},
         {run({"fields", "--language", "de"}), "length  +Länge  +time  +is, =, <=, "},

@@ -82,6 +82,8 @@ TEST_F(ExportCommand, RefusesWhatItShould) {
         EXPECT_PRED2(holds, result.errors, error);
     }
     EXPECT_EQ(content("there.csv"), "old");
+    full.onTerminal = true;
+    EXPECT_PRED2(holds, exportTo("there.csv", {"--force"}, full).output, "\r\x1B[Kovsearch: ");
     EXPECT_EQ(exportTo("there.csv", {"--force"}).exitCode, 0);
 }
 
@@ -113,10 +115,11 @@ TEST_F(ExportCommand, WritesPages) {
         0);
     const std::string file = "'" + out_.native("l.pdf") + "'";
     EXPECT_PRED2(holds, shellOutput("qpdf --check " + file), "No syntax or stream encoding errors");
-    const std::string pages = shellOutput("pdftotext -layout " + file + " -");
+    const std::string pages = shellOutput("pdfinfo " + file + "; pdftotext -layout " + file + " -");
     for (const char* part :
-         {"Liste (Ä)", "\"Autor\" ist nicht leer", "Author 100", "Author 299", "00:00:20", "=1+1",
-          "two lines", "Diktiert", "Seite 1 von 4", "Seite 4 von 4", "Gedruckt am", "W…"})
+         {"Title:           Liste (Ä)", "Creator:         OVSearch", "\"Autor\" ist nicht leer",
+          "Author 100", "Author 299", "00:00:20", "=1+1", "two lines", "Diktiert", "Seite 1 von 4",
+          "Seite 4 von 4", "Gedruckt am", "W…"})
         EXPECT_PRED2(holds, pages, part);
     const std::regex caption("Autor ");
     EXPECT_EQ(std::distance(std::sregex_iterator(pages.begin(), pages.end(), caption), {}), 4)

@@ -59,6 +59,7 @@ TEST_F(PrintOptions, OpensTheSystemsPrinterDialog) {
                                 chooser.testOption(QPrintDialog::PrintSelection));
                });
     EXPECT_EQ(child<QLabel>(*form_, "lblPrinterDevice").text(), before);
+    EXPECT_EQ(QApplication::overrideCursor(), nullptr);
     EXPECT_EQ(child<QLabel>(*form_, "lblCopies").text().isEmpty(), before.isEmpty());
 }
 

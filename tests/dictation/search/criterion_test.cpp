@@ -95,7 +95,7 @@ TEST(Criterion, DisplayText) {
         {"9|16|2026-11-21|24.12.2026", "\"Dictated\" is between 21.11.2026 and 24.12.2026"},
         {"9|16|soon|24.12.2026", "\"Dictated\" is between 24.12.2026"},
         {"13|31|00:01:00|00:02:00", "\"Length\" is between 00:01:00 and 00:02:00"},
-        {"3|32||", "\"Marker\" is set "},
+        {"3|33||", "\"Marker\" is not set "},
         {"rubbish", "(no field)"}};
     for (const auto& [criterion, text] : cases)
         EXPECT_EQ(GetCriterionText(stored(criterion)), text);

@@ -9,6 +9,8 @@
 
 #include <QFileDialog>
 #include <QProgressDialog>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QSpinBox>
 
 namespace ov {
@@ -221,6 +223,13 @@ TEST_F(ListExport, PrintsWhatTheDialogSays) {
         EXPECT_EQ(printout(file), printing.expected);
     }
     EXPECT_EQ(user->boxLines(), std::vector<std::string>());
+    withDialog([this] { choose("Print"); },
+               [this](QDialog& dialog) {
+                   static_cast<frmExportOptionsPrint&>(dialog).printer().setOutputFileName(
+                       QString::fromStdString(native("missing/out.pdf")));
+                   clickOn(dialog, "cmdOK");
+               });
+    EXPECT_EQ(user->boxes.size(), 1U) << "that it failed";
 }
 
 TEST_F(ListExport, CanBeStopped) {
@@ -259,6 +268,14 @@ TEST_F(ListExport, CanBeStopped) {
     EXPECT_EQ(stopping([this] { choose("preview"); }), "") << "no window, no word";
     QApplication::clipboard()->setText(QStringLiteral("old"));
     EXPECT_EQ(stopping([this] { choose("Copy as"); }), "");
+    auto& list = dynamic_cast<ResultList&>(results());
+    list.selectAll();
+    focusRows();
+    for (const auto request : {&ResultList::copyRequested, &ResultList::copyPathsRequested}) {
+        const RecordingInterface hasty([&] { WindowTest::key(list, Qt::Key_Escape); });
+        (list.*request)();
+        QCoreApplication::processEvents();
+    }
     EXPECT_EQ(clipboard(), "old");
 }
 
@@ -297,6 +314,8 @@ TEST_F(ListExport, PreviewTurnsPagesZoomsAndPrints) {
         auto& number = child<QSpinBox>(dialog, "PageNumber");
         const int last = number.maximum();
         ASSERT_GT(last, 2);
+        EXPECT_EQ(readable(dialog) + number.text().toStdString(),
+                  "Print preview|&Print…|−|+|Whole page|&Close1 / 10");
         const QImage first = view.grab().toImage();
         const auto press = [&](Qt::Key key, int page) {
             QTest::keyClick(&dialog, key);
@@ -331,6 +350,10 @@ TEST_F(ListExport, PreviewTurnsPagesZoomsAndPrints) {
             QTest::keyClick(&dialog, i < 15 ? Qt::Key_Minus : Qt::Key_Plus);
         EXPECT_NEAR(std::max(view.height(), view.width()) - 6, 400.0 * 842 / 72, 1)
             << "as large as it gets";
+        QScrollBar* bar = dialog.findChild<QScrollArea*>()->verticalScrollBar();
+        bar->setValue(50);
+        clickOn(dialog, "cmdNextPage");
+        EXPECT_EQ(bar->value(), 0) << "a page is read from its top";
         clickOn(dialog, "cmdClose");
     };
     withDialog([this] { choose("preview"); }, turnAndZoom, "PrintPreview");

@@ -106,7 +106,7 @@ TEST_F(PrintedPages, HaveTitleCriteriaCaptionsRowsAndFoot) {
                        "not fit into three lines " +
                        std::string(60, 'm')},
                   {"", "", ""},
-                  {"Last", "21.11.2026", "x"}};
+                  {"Last", "21.11.2026", "@" + std::string(31, 'm') + "i"}};
     EXPECT_EQ(
         pages()[0].lines(),
         (Texts{"28: 28 Proof | 76 list", "49: 28 All of:", "58: 28 Author contains Müller",
@@ -114,15 +114,18 @@ TEST_F(PrintedPages, HaveTitleCriteriaCaptionsRowsAndFoot) {
                "90: 28 Müller | 83 20.11.2026 17:05:00 | 221 short",
                "104: 28 Zeh | 221 line end, " + std::string(30, 'w'),
                "115: 221 and many more words that do not fit into three lines",
-               "125: 221 " + std::string(30, 'm') + "…", "152: 28 Last | 83 21.11.2026 | 221 x",
+               "125: 221 " + std::string(30, 'm') + "…", "152: 28 Last | 83 21.11.2026 | 221 @",
+               "163: 221 " + std::string(31, 'm') + "i",
                "804: 28 Printed today | 87 · | 95 /store/" + std::string(81, 'x') +
                    "… | 522 Page 1 of 1"}));
     Texts table = shades(215);
     table.pop_back(); // the foot
     EXPECT_EQ(table, (Texts{"75-88 236", "88-89 90", "102-102 200", "137-137 200", "150-151 200",
-                            "164-164 200"}));
+                            "174-175 200"}));
     EXPECT_EQ(shades(516), Texts{}) << "as far as the columns";
     EXPECT_EQ(shades(20), Texts{}) << "the margin";
+    document.criteria.assign(14, "x");
+    EXPECT_EQ(pages()[0].lines()[13], "160: 28 …") << "the others are left out";
 }
 
 TEST_F(PrintedPages, TurnAndShrinkUntilColumnsFit) {
@@ -166,16 +169,16 @@ TEST_F(PrintedPages, ShareTheWidth) {
     add("Rindfleischetikettierungsgesetz", "Gesetz");
     for (int i = 0; i < 4; ++i)
         add("Dictated", {}, dateField);
-    for (const char* caption : {"Bemerkung 1", "Kennzeichen", "S 2"})
+    for (const char* caption : {"Bemerkung 1", "Kennzeichnungen", "S 2"})
         add(caption);
     cells.rows = {Texts(8, "20.11.2026 17:05:00")};
     cells.rows[0][0] = std::string(60, 'w');
     Texts lines = pages().at(0).lines();
     EXPECT_EQ(lines[0] + lines[1],
-              "42: 28 Gesetz | 97 Dictated | 164 Dictated | 232 Dictated | 299 Dictated | "
-              "366 Bemerkung | 435 Kennzeichen | 505 S 252: 366 1");
-    EXPECT_EQ(lines[3], "77: 28 wwwwwwww | 97 17:05:00 | 164 17:05:00 | 232 17:05:00 | "
-                        "299 17:05:00 | 366 17:05:00 | 435 17:05:00 | 505 17:05:00");
+              "42: 28 Gesetz | 97 Dictated | 159 Dictated | 221 Dictated | 283 Dictated | "
+              "346 Bemerkung | 414 Kennzeichnungen | 510 S 252: 346 1");
+    EXPECT_EQ(lines[3], "77: 28 wwwwwwww | 97 17:05:00 | 159 17:05:00 | 221 17:05:00 | "
+                        "283 17:05:00 | 346 17:05:00 | 414 17:05:00 | 510 17:05:00");
     EXPECT_EQ(lines[4], "87: 28 wwwwwww…");
     add("Donaudampfschifffahrt");
     add("Steuervergünstigungen");
