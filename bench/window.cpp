@@ -152,20 +152,6 @@ void measureSorts(QTableView& list) {
     std::printf("longest time without a timer event        %8.1f ms\n", watch.worstMilliseconds());
 }
 
-// The slower one of two columns.
-void measureSortBack(QTableView& list) {
-    double slower = 0;
-    for (const bool sortedBefore : {false, true})
-        for (const int column : {0, 4}) {
-            const double time = milliseconds([&] {
-                Q_EMIT list.horizontalHeader()->sectionClicked(column);
-                finishCommands();
-            });
-            slower = sortedBefore ? std::max(slower, time) : 0;
-        }
-    std::printf("back to a column sorted before            %8.0f ms\n", slower);
-}
-
 // Searches as the user would: presses the button and says Yes to the question.
 double searchMilliseconds(QWidget& window) {
     const YesSayer user;
@@ -244,10 +230,8 @@ int main(int argc, char** argv) try {
     std::printf("select all                                %8.1f ms\n",
                 milliseconds([&] { list.selectAll(); }));
     list.clearSelection();
-    if (argc < 3) {
+    if (argc < 3)
         measureSorts(list);
-        measureSortBack(list);
-    }
     measureSearchAgain(window);
     return 0;
 } catch (const std::exception& error) {
