@@ -55,9 +55,9 @@ std::size_t findTag(std::string_view name, std::string_view tag) noexcept {
         if (!blockHasTag(name.data() + at, tag))
             continue;
         // The tag may begin in the block and end behind it.
-        const std::size_t found = name.substr(0, at + blockSize + tag.size() - 1).find(tag, at);
-        if (found != std::string_view::npos)
-            return found;
+        for (std::size_t i = at; i < at + blockSize; ++i)
+            if (name[i] == '@' && name.substr(i, tag.size()) == tag)
+                return i;
     }
     return name.find(tag, at);
 }

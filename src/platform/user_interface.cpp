@@ -27,6 +27,8 @@ struct InterfaceState {
     BuiltInUserInterface builtIn;
     UserInterface* installed = nullptr;
     std::int64_t nextPump = 0; // coarse milliseconds
+    std::int64_t asked = 0;    // what the clock said last
+    int unasked = 0;           // calls that need not ask it
 };
 
 InterfaceState& interfaceState() {
@@ -36,11 +38,16 @@ InterfaceState& interfaceState() {
 
 constexpr std::int64_t pumpIntervalMs = 10;
 
+// Where calls follow each other closely, for each one that asks the clock; even of the slowest so
+// many are over before a person notices.
+constexpr int mostUnasked = 3;
+
 } // namespace
 
 UserInterface* installUserInterface(UserInterface* userInterface) {
     InterfaceState& current = interfaceState();
     current.nextPump = 0;
+    current.unasked = 0;
     return std::exchange(current.installed, userInterface);
 }
 
@@ -51,7 +58,12 @@ UserInterface& userInterface() {
 
 void processMessagesNowAndThen() {
     InterfaceState& current = interfaceState();
+    if (current.unasked > 0) {
+        --current.unasked;
+        return;
+    }
     const std::int64_t now = coarseMilliseconds();
+    current.unasked = now == std::exchange(current.asked, now) ? mostUnasked : 0;
     if (now < current.nextPump)
         return;
     // Set before as well, so that a handler that comes here again does not start itself over.

@@ -11,8 +11,9 @@ namespace ov::modDictation {
 
 namespace {
 
-constexpr char utf8Mark = 'u';
-constexpr char otherMark = 'o';
+// Bits of the mark.
+constexpr char utf8Bit = 1;
+constexpr char backslashBit = 2;
 
 constexpr std::size_t partBytes = std::size_t{64} * 1024;
 // Of a folder that holds other things, so that a walk that has gone is noticed.
@@ -21,8 +22,14 @@ constexpr int mostEntriesOfPart = 20'000;
 // The host keeps what is not to be searched in folders whose names begin so.
 constexpr char hiddenFolderMark = '_';
 
+// No file system has names of more bytes than two can count.
 void append(std::string_view name, std::string& names) {
-    names.append(1, platform::isValidUtf8(name) ? utf8Mark : otherMark).append(name).push_back(0);
+    const bool hasBackslash = name.find('\\') != std::string_view::npos;
+    names.push_back(static_cast<char>((platform::isValidUtf8(name) ? utf8Bit : 0) |
+                                      (hasBackslash ? backslashBit : 0)));
+    names.push_back(static_cast<char>(name.size() & 0xFFU));
+    names.push_back(static_cast<char>(name.size() >> 8U));
+    names.append(name);
 }
 
 } // namespace
@@ -30,8 +37,10 @@ void append(std::string_view name, std::string& names) {
 bool takeName(std::string_view& names, ListedName& first) noexcept {
     if (names.empty())
         return false;
-    first = {names.data() + 1, names.front() == utf8Mark}; // up to its zero
-    names.remove_prefix(first.name.size() + 2);
+    const auto byte = [&names](std::size_t i) { return static_cast<unsigned char>(names[i]); };
+    const std::size_t length = byte(1) | std::size_t{byte(2)} << 8U;
+    first = {names.substr(3, length), (names[0] & utf8Bit) != 0, (names[0] & backslashBit) != 0};
+    names.remove_prefix(3 + length);
     return true;
 }
 

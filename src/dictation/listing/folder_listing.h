@@ -15,7 +15,7 @@
 
 namespace ov::modDictation {
 
-// Some of the names, of dictations and of folders; each with a mark before it and a zero behind.
+// Some of the names, of dictations and of folders; each behind a mark and its length.
 // Those of folders are few, and asked for by the threads, those of dictations by the walk.
 struct ListedNames {
     std::string dictations;
@@ -31,6 +31,7 @@ using ListedNamesPtr = std::shared_ptr<const ListedNames>;
 struct ListedName {
     std::string_view name; // as the file system has it
     bool isUtf8 = true;
+    bool hasBackslash = false; // no path can name it
 };
 
 // Cuts the first name off; false when there is none.

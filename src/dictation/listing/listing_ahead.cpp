@@ -254,7 +254,7 @@ void ListingAhead::State::add(const AheadFolder& folder, const ListedNamesPtr& n
     std::shared_ptr<const FoldersAround> around;
     std::string_view rest = names->folders;
     for (ListedName subfolder; takeName(rest, subfolder);) {
-        if (subfolder.name.find('\\') != std::string_view::npos)
+        if (subfolder.hasBackslash)
             continue;
         if (!around)
             around = std::make_shared<FoldersAround>(

@@ -80,7 +80,7 @@ private:
     void WalkSubdirectories(AheadFolder& folder);
     void ScanDirectory(AheadFolder& folder);
     void visitAll(const AheadFolder& folder, const ListedNames& names);
-    bool hasUsableName(const AheadFolder& folder, std::string_view name);
+    bool hasUsableName(const AheadFolder& folder, const ListedName& entry);
     void test(const AheadFolder& folder, const ListedName& file);
     void checkOutcome(const AheadFolder& folder);
     template <typename Result>
@@ -196,19 +196,19 @@ void TreeWalk::ScanDirectory(AheadFolder& folder) {
 void TreeWalk::visitAll(const AheadFolder& folder, const ListedNames& names) {
     std::string_view rest = names.dictations;
     for (ListedName file; takeName(rest, file) && !leavesTheRest(); pause())
-        if (hasUsableName(folder, file.name))
+        if (hasUsableName(folder, file))
             test(folder, file);
     rest = mayDescend(folder) ? std::string_view(names.folders) : std::string_view();
     for (ListedName subfolder; takeName(rest, subfolder) && !leavesTheRest(); pause())
-        static_cast<void>(hasUsableName(folder, subfolder.name));
+        static_cast<void>(hasUsableName(folder, subfolder));
 }
 
 // No path could name it otherwise.
-bool TreeWalk::hasUsableName(const AheadFolder& folder, std::string_view name) {
-    if (name.find('\\') == std::string_view::npos)
+bool TreeWalk::hasUsableName(const AheadFolder& folder, const ListedName& entry) {
+    if (!entry.hasBackslash)
         return true;
     ++report_.namesSkipped;
-    report({EINVAL, platform::toNativePath(folder.path).append(name),
+    report({EINVAL, platform::toNativePath(folder.path).append(entry.name),
             "left out, the name holds a backslash"});
     return false;
 }
