@@ -169,25 +169,25 @@ TEST_F(PrintedPages, ShareTheWidth) {
     add("Rindfleischetikettierungsgesetz", "Gesetz");
     for (int i = 0; i < 4; ++i)
         add("Dictated", {}, dateField);
-    for (const char* caption : {"Bemerkung 1", "Kennzeichnungen", "S 2"})
+    for (const char* caption : {"Bemerkung 1", "Kennzeichnungen", "S 2", "S 3"})
         add(caption);
-    cells.rows = {Texts(8, "20.11.2026 17:05:00")};
+    cells.rows = {Texts(9, "20.11.2026 17:05:00")};
     cells.rows[0][0] = std::string(60, 'w');
     Texts lines = pages().at(0).lines();
     EXPECT_EQ(lines[0] + lines[1],
-              "42: 28 Gesetz | 97 Dictated | 159 Dictated | 221 Dictated | 283 Dictated | "
-              "346 Bemerkung | 414 Kennzeichnungen | 510 S 252: 346 1");
-    EXPECT_EQ(lines[3], "77: 28 wwwwwwww | 97 17:05:00 | 159 17:05:00 | 221 17:05:00 | "
-                        "283 17:05:00 | 346 17:05:00 | 414 17:05:00 | 510 17:05:00");
-    EXPECT_EQ(lines[4], "87: 28 wwwwwww…");
+              "42: 28 Gesetz | 80 Dictated | 137 Dictated | 195 Dictated | 252 Dictated | "
+              "309 Bemerkung | 373 Kennzeichnungen | 469 S 2 | 521 S 352: 309 1");
+    EXPECT_EQ(lines[3], "77: 28 wwwwww | 80 17:05:00 | 137 17:05:00 | 195 17:05:00 | "
+                        "252 17:05:00 | 309 17:05:00 | 373 17:05:00 | 469 6 | 521 6");
+    EXPECT_EQ(lines[4], "87: 28 wwwww… | 469 17:05:00 | 521 17:05:00");
     add("Donaudampfschifffahrt");
     add("Steuervergünstigungen");
-    cells.rows[0].resize(10);
+    cells.rows[0].resize(11);
     lines = pages().at(0).lines();
     EXPECT_EQ(lines[0],
-              "42: 28 Gesetz | 81 Dictated | 138 Dictated | 195 Dictated | 253 Dictated | "
-              "310 Bemer… | 362 Kennze… | 415 S 2 | 467 Donau… | 520 Steuer…");
-    EXPECT_TRUE(lines[2].ends_with("310 6 | 362 6 | 415 6")) << lines[2];
+              "42: 28 Gesetz | 73 Dictated | 131 Dictated | 188 Dictated | 245 Dictated | "
+              "302 Beme… | 347 Kenn… | 392 S 2 | 437 S 3 | 482 Dona… | 527 Steue…");
+    EXPECT_TRUE(lines[2].ends_with("302 026 | 347 026 | 392 026 | 437 026")) << lines[2];
 }
 
 TEST_F(PrintedPages, BreakBetweenRows) {
