@@ -1,7 +1,9 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
+#include "platform/files.h"
 #include "tests/run_program.h"
+#include "tests/slow_store.h"
 #include "tests/temporary_store.h"
 
 #include <gtest/gtest.h>
@@ -145,6 +147,26 @@ TEST_F(Host, AnswersThePlugIn) {
                   "\nPI_GetDirectory 32=" + settings +
                   "Data\\DAss\\\nPI_GetDirectory 7=\nPI_GetDirectory=\n");
     EXPECT_TRUE(fs::is_directory(place_.native("settings/Orvanta/Data/DAss")));
+}
+
+TEST_F(Host, StartsThoughTheServerOfItsStoreIsDead) {
+    tests::SlowStore server(place_);
+    if (!server.isMounted())
+        GTEST_SKIP() << tests::SlowStore::why;
+    server.hang();
+    ProgramRun how;
+    how.actAt = "PI_GetDirectory 204=";
+    how.act = [&] {
+        EXPECT_TRUE(server.hasCaught());
+        EXPECT_FALSE(server.timedOut());
+        server.release(); // no process ends while a call of it hangs
+    };
+    const ProgramResult result =
+        run({"--self-test", "--plugin", OV_SCRIPTED_PLUGIN, "--settings", place_.native("settings"),
+             "--store", platform::toNativePath(server.directory())},
+            "answers", how);
+    EXPECT_EQ(result.exitCode, 0) << result.errors;
+    EXPECT_PRED2(holds, result.output, "204=" + server.directory() + "\n");
 }
 
 TEST_F(Host, RemembersWhatIsChosenButNotWhatIsGivenForOneRun) {
