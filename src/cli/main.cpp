@@ -11,6 +11,7 @@
 #include "cli/session.h"
 #include "cli/shown_text.h"
 #include "cli/terminal_interface.h"
+#include "platform/errand.h"
 #include "platform/process_locale.h"
 #include "platform/program_end.h"
 #include "plugin/host_error.h"
@@ -245,6 +246,7 @@ int main(int argc, char** argv) {
         return static_cast<int>(tellVersion());
     ov::platform::useMessagesOfEnvironment();
     ov::platform::endWithoutLeftovers();
+    ov::platform::waitWithoutEnd();
     try {
         const ExitCode code = run(argc, argv);
         if (code == ExitCode::interrupted)

@@ -3,6 +3,7 @@
 
 #include "platform/errand.h"
 
+#include <atomic>
 #include <functional>
 #include <mutex>
 #include <set>
@@ -23,11 +24,24 @@ SilentDirectories& silent() {
     return *directories;
 }
 
+std::atomic<bool>& withoutEnd() {
+    static std::atomic<bool> waits{false};
+    return waits;
+}
+
 std::string_view directoryOf(std::string_view path) {
     return path.substr(0, path.rfind('\\') + 1);
 }
 
 } // namespace
+
+void waitWithoutEnd() {
+    withoutEnd() = true;
+}
+
+bool isWaitedForWithoutEnd() {
+    return withoutEnd();
+}
 
 CalledPlace::CalledPlace(std::string_view path) : directory_(directoryOf(path)) {}
 

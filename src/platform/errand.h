@@ -30,6 +30,11 @@ namespace ov::platform {
 // What a person may be kept waiting for.
 constexpr std::chrono::milliseconds patience{1000};
 
+// For a program without a window, whose user ends by Ctrl-C what takes too long: from now on
+// patiently() and its like are calls as any other, which costs no thread.
+void waitWithoutEnd();
+bool isWaitedForWithoutEnd();
+
 template <typename Result>
 class Errand {
 public:
@@ -86,6 +91,8 @@ using Answer = std::optional<std::invoke_result_t<Call>>;
 
 template <typename Call, typename Wait>
 Answer<Call> ask(std::string_view path, Call call, Wait wait) {
+    if (isWaitedForWithoutEnd())
+        return call();
     if (CalledPlace::isSilent(path))
         return std::nullopt;
     const auto place = std::make_shared<CalledPlace>(path);
