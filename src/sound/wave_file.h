@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "sound/wave_header.h"
-#include "sound/wave_layout.h"
+#include "sound/format/wave_header.h"
+#include "sound/format/wave_layout.h"
 #include "sound/wave_stream.h"
 
 #include <cstddef>

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "sound/device/wave_command.h"
-#include "sound/wave_layout.h"
+#include "sound/format/wave_layout.h"
 #include "sound/wave_player.h"
 
 #include <cstdint>

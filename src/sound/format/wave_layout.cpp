@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
-#include "sound/wave_layout.h"
+#include "sound/format/wave_layout.h"
 
 #include <algorithm>
 #include <cmath>

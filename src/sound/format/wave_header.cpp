@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
-#include "sound/wave_header.h"
+#include "sound/format/wave_header.h"
 
 #include <algorithm>
 #include <array>
