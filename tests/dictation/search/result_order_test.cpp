@@ -73,6 +73,7 @@ std::vector<std::size_t> ranks(const DictationList& list, Read read) {
     std::vector<Value> sorted = values;
     std::sort(sorted.begin(), sorted.end());
     std::vector<std::size_t> places;
+    places.reserve(values.size());
     for (const Value& value : values)
         places.push_back(static_cast<std::size_t>(
             std::lower_bound(sorted.begin(), sorted.end(), value) - sorted.begin()));
