@@ -109,6 +109,8 @@ bool ListingAhead::State::workOn(std::unique_lock<std::mutex>& lock, Buffers& bu
     const ListingPace::Turn turn;
     Step step = listOrFail(*folder, buffers);
     lock.lock();
+    if (closed) // nobody is there to take it
+        return true;
     pace.add(turn);
     accept(*folder, std::move(step));
     return true;
@@ -142,7 +144,9 @@ void ListingAhead::State::accept(AheadFolder& folder, Step step) {
         if (idle > 0)
             toDo.notify_one();
     }
-    isFull = bytes >= mostBytes();
+    const bool wasFull = std::exchange(isFull, bytes >= mostBytes());
+    if (wasFull && !isFull) // more may be known since more is waited for
+        toDo.notify_all();
     folder.isListed = step.isLast;
     if (step.isLast)
         frontier.remove(folder);
@@ -162,7 +166,7 @@ void ListingAhead::State::gave(std::size_t freed) {
 
 // The names that the walk had before are used again, where nobody remembers them.
 ListedNamesPtr ListingAhead::State::lend(AheadFolder& folder) {
-    if (lent.use_count() == 1)
+    if (!tree.remembered && lent.use_count() == 1)
         spares.push_back(std::const_pointer_cast<ListedNames>(lent));
     lent = std::move(folder.untaken.front());
     folder.untaken.pop_front();
@@ -234,6 +238,8 @@ bool ListingAhead::State::open(AheadFolder& folder, Buffers& buffers, Step& step
     if (isToList && isKnown)
         for (const ListedNamesPtr& names : folder.listing.parts)
             add(folder, names, step);
+    if (isKnown)
+        folder.listing.parts = {};
     (isToList && !isKnown ? folder.reader : buffers.reader) = std::move(reader);
     return folder.reader != nullptr;
 }
@@ -243,6 +249,7 @@ void ListingAhead::State::finish(AheadFolder& folder, Buffers& buffers) const {
     folder.listing.hasLinks = folder.reader->hasLinks();
     if (tree.remembered && folder.problem.ok())
         tree.remembered->keep(folder.path, folder.listing, folder.begun);
+    folder.listing.parts = {}; // what is not remembered goes when the walk has had it
     buffers.reader = std::move(folder.reader);
 }
 
@@ -275,9 +282,15 @@ ListingAhead::ListingAhead(Tree tree)
     state_->addThread();
 }
 
+// A thread that hangs may keep the state for ever, but not what it holds.
 ListingAhead::~ListingAhead() {
+    Frontier frontier;
     const std::lock_guard lock(state_->mutex);
     state_->closed = true;
+    std::swap(frontier, state_->frontier);
+    state_->entered = nullptr;
+    state_->lent = nullptr;
+    state_->spares.clear();
     state_->toDo.notify_all();
 }
 

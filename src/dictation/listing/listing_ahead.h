@@ -12,7 +12,8 @@
 
 // Threads that list the folders of a tree ahead of the walk that looks into them. The walk asks in
 // its own order, gets each folder's names in the order of the file system, and never touches the
-// file system itself: so it can be stopped also while a server is silent.
+// file system itself (but where no thread can be had): so it can be stopped also while a server is
+// silent.
 //
 // There are as many threads as pay: one a processor where listing is work, up to 64 where it is
 // waiting. They list what the walk comes to next.

@@ -2,7 +2,11 @@
 // SPDX-License-Identifier: MIT
 #include "dictation/listing/remembered_store.h"
 
+#include "platform/detached_thread.h"
+
 #include <chrono>
+#include <memory>
+#include <utility>
 
 namespace ov::modDictation {
 
@@ -12,6 +16,8 @@ using platform::DirectoryTimes;
 
 // No file system's times are coarser, and no kernel's clock lags as much.
 constexpr std::chrono::seconds grain{2};
+
+constexpr std::int64_t second = 1'000'000'000; // in nanoseconds
 
 template <typename Unit, typename Clock>
 std::int64_t timeOf() {
@@ -31,15 +37,31 @@ RememberedStore::Moment RememberedStore::now() {
 }
 
 void RememberedStore::startSearch() {
+    if (wasClockSetBack())
+        forget();
     const std::lock_guard lock(mutex_);
     ++search_;
     times_.clear(); // a device may come back as another
 }
 
-void RememberedStore::forget() {
+// A folder may then get a time that it had before.
+bool RememberedStore::wasClockSetBack() {
+    using namespace std::chrono;
+    const Moment now = begin();
+    const nanoseconds ahead = nanoseconds(now.wall) - milliseconds(now.steady);
     const std::lock_guard lock(mutex_);
-    folders_.clear();
-    bytes_ = 0;
+    return ahead + grain < nanoseconds(std::exchange(clockAhead_, ahead.count()));
+}
+
+// Aside: to give back the memory of a large store takes longer than a window should stand still.
+void RememberedStore::forget() {
+    const auto forgotten = std::make_shared<decltype(folders_)>();
+    {
+        const std::lock_guard lock(mutex_);
+        std::swap(*forgotten, folders_);
+        bytes_ = 0;
+    }
+    platform::startDetached([forgotten] {});
 }
 
 std::size_t RememberedStore::bytes() const {
@@ -87,11 +109,14 @@ void RememberedStore::keep(const std::string& directory, const FolderListing& li
 bool RememberedStore::isSettled(const Folder& folder, const Moment& begun,
                                 DirectoryTimes times) const {
     using namespace std::chrono;
+    const platform::DirectoryStamp& stamp = folder.listing.stamp;
     if (folder.listing.hasLinks || (times == DirectoryTimes::unknown && !rules_.trustsUnknown))
         return false;
-    return milliseconds(begun.steady - folder.firstSeen) > grain ||
-           (times == DirectoryTimes::ofOurClock &&
-            nanoseconds(begun.wall - folder.listing.stamp.changed) > grain);
+    if (times == DirectoryTimes::ofOurClock)
+        return nanoseconds(begun.wall - stamp.changed) > grain;
+    // Servers also hand out old file systems, which tell nothing of a folder's names.
+    const bool isFine = stamp.modified % second != 0 || stamp.changed % second != 0;
+    return isFine && milliseconds(begun.steady - folder.firstSeen) > grain;
 }
 
 DirectoryTimes RememberedStore::timesOf(std::uint64_t device, const std::string& directory) {

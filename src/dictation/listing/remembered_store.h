@@ -17,9 +17,11 @@
 //
 // A listing is believed when the times of its folder are what they were, and these were old enough
 // when it was listed: a change right after it could otherwise bear the same time. How old is known
-// where the file system goes by this machine's clock. Where a server's clock counts, the same times
-// must have been seen twice, as long apart. Folders with links, and file systems of which it is not
-// known what their times are worth, are listed always.
+// where the file system goes by this machine's clock; when that is set back, all is forgotten.
+// Where a server's clock counts, the same times must have been seen twice, as long apart, and be
+// finer than whole seconds, which those of file systems that know no more may not be worth
+// anything. Folders with links, and file systems of which it is not known what their times are
+// worth, are listed always.
 //
 // All functions may be called from any thread.
 
@@ -46,7 +48,8 @@ public:
     RememberedStore() : RememberedStore(Rules{}) {}
     explicit RememberedStore(Rules rules) : rules_(rules) {}
 
-    // When room is needed, what neither this search nor the one before asked for goes.
+    // Once in a search, when room is needed, what neither it nor the one before asked for goes;
+    // what then still finds none is not kept.
     void startSearch();
     // Nothing is believed any more.
     void forget();
@@ -69,6 +72,7 @@ private:
         std::uint64_t search = 0;   // that asked for it last
     };
 
+    bool wasClockSetBack();
     bool isSettled(const Folder& folder, const Moment& begun, platform::DirectoryTimes times) const;
     platform::DirectoryTimes timesOf(std::uint64_t device, const std::string& directory);
     void makeRoom(std::size_t bytes);
@@ -80,7 +84,8 @@ private:
     std::map<std::uint64_t, platform::DirectoryTimes> times_; // by device
     std::size_t bytes_ = 0;
     std::uint64_t search_ = 0;
-    std::uint64_t sweptIn_ = 0; // the search in which room was made
+    std::uint64_t sweptIn_ = 0;   // the search in which room was made
+    std::int64_t clockAhead_ = 0; // the wall's of the steady one, nanoseconds, in the last search
 };
 
 } // namespace ov::modDictation

@@ -153,17 +153,17 @@ void TreeWalk::WalkSubdirectories(AheadFolder& folder) {
     if (!mayDescend(folder))
         return;
     const bool isRoot = folder.depth == 0;
-    const std::vector<AheadFolderPtr> subfolders = listing_.takeSubfolders(folder);
+    std::vector<AheadFolderPtr> subfolders = listing_.takeSubfolders(folder);
     if (isRoot && !isOver()) {
         modOVPlugIn::ProgressInit(0, 1, 0, modLanguage::GetText(text_id::countingDirectories));
         modOVPlugIn::ProgressInit(0, static_cast<std::int32_t>(subfolders.size()), 0,
                                   modLanguage::GetText(text_id::searchingDirectories));
     }
     std::int32_t done = 0;
-    for (const AheadFolderPtr& subfolder : subfolders) {
+    for (AheadFolderPtr& subfolder : subfolders) {
         if (leavesTheRest())
             break;
-        WalkDirectory(subfolder);
+        WalkDirectory(std::exchange(subfolder, nullptr)); // its memory goes with it
         if (isRoot)
             modOVPlugIn::ProgressValue(++done);
     }
@@ -179,7 +179,7 @@ void TreeWalk::ScanDirectory(AheadFolder& folder) {
         switch (taken) {
         case ListingAhead::Taken::names:
             visitAll(folder, *names);
-            if (isOver())
+            if (report_.limitReached)
                 return;
             break;
         case ListingAhead::Taken::nothingYet:

@@ -4,7 +4,7 @@
 #include "platform/detached_thread.h"
 
 #include <csignal>
-#include <system_error>
+#include <exception>
 #include <thread>
 #include <utility>
 
@@ -18,7 +18,7 @@ bool startDetached(std::function<void()> work) {
     bool started = true;
     try {
         std::thread(std::move(work)).detach();
-    } catch (const std::system_error&) {
+    } catch (const std::exception&) {
         started = false;
     }
     pthread_sigmask(SIG_SETMASK, &before, nullptr);

@@ -2,21 +2,35 @@
 // SPDX-License-Identifier: MIT
 
 #include "platform/directories.h"
-
 #include "platform/posix/file_descriptor.h"
 #include "platform/posix/file_times.h"
 
+#include <fcntl.h>
 #include <linux/magic.h>
 #include <sys/stat.h>
+#include <sys/sysmacros.h>
 #include <sys/vfs.h>
 
 namespace ov::platform {
 
+namespace {
+
+std::int64_t nanosecondsOf(const statx_timestamp& time) noexcept {
+    return nanoseconds({time.tv_sec, time.tv_nsec});
+}
+
+} // namespace
+
+// Asks the server, as opening the directory would: what the system remembers of it may be old.
 std::optional<DirectoryStamp> directoryStamp(std::string_view path) {
-    struct stat info {};
-    if (stat(toNativePath(path).c_str(), &info) != 0 || !S_ISDIR(info.st_mode))
+    struct statx info {};
+    constexpr unsigned wanted = STATX_TYPE | STATX_INO | STATX_MTIME | STATX_CTIME;
+    if (statx(AT_FDCWD, toNativePath(path).c_str(), AT_STATX_FORCE_SYNC, wanted, &info) != 0 ||
+        !S_ISDIR(info.stx_mode))
         return std::nullopt;
-    return stampOfStatus(info);
+    return DirectoryStamp{{makedev(info.stx_dev_major, info.stx_dev_minor), info.stx_ino},
+                          nanosecondsOf(info.stx_mtime),
+                          nanosecondsOf(info.stx_ctime)};
 }
 
 DirectoryTimes directoryTimes(std::string_view path) {

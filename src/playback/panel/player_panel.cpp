@@ -99,7 +99,7 @@ void PlayerPanel::setProblem(const std::string& problem) {
 }
 
 void PlayerPanel::PlayerOpenFile(const std::string& path) {
-    if (path.empty() || path == file_ || (opening_ && opening_->path() == path))
+    if (path.empty() || path == (opening_ ? opening_->path() : file_))
         return;
     giveUpOpening();
     if (!FileOpening::mayBegin()) {
