@@ -11,9 +11,9 @@
 #include "cli/session.h"
 #include "cli/shown_text.h"
 #include "cli/terminal_interface.h"
-#include "platform/errand.h"
 #include "platform/process_locale.h"
 #include "platform/program_end.h"
+#include "platform/threads/errand.h"
 #include "plugin/host_error.h"
 #include "support/version.h"
 

@@ -8,9 +8,9 @@
 #include "cli/session.h"
 #include "cli/terminal_interface.h"
 #include "dictation/field_table.h"
-#include "platform/coarse_clock.h"
 #include "platform/directories.h"
 #include "platform/text.h"
+#include "platform/threads/coarse_clock.h"
 #include "support/modFilePath.h"
 
 #include <algorithm>

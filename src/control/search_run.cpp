@@ -3,9 +3,9 @@
 
 #include "control/search_run.h"
 
-#include "platform/coarse_clock.h"
-#include "platform/errand.h"
 #include "platform/files.h"
+#include "platform/threads/coarse_clock.h"
+#include "platform/threads/errand.h"
 #include "platform/user_interface.h"
 #include "plugin/modOVPlugIn.h"
 #include "support/language/modLanguage.h"

@@ -13,6 +13,10 @@
 // copy of all that is kept per thread here, in which nothing is set: texts, formats and paths come
 // from the caller.
 
+// What a module has in place of main(). Answers the interface, or nullptr when `version` is none
+// that isModuleVersion() knows.
+extern "C" [[gnu::visibility("default")]] const void* ovsearchModule(const char* version);
+
 namespace ov::platform {
 
 // What the module gives: an Interface, whose `moduleName` is that of the file ("OVSearchSound").
@@ -27,11 +31,8 @@ const Interface* loadModule(Status& status);
 // which alone they are looked for from now on. Before the first is loaded.
 void setModuleFolder(std::string native);
 
-// A module's side: its one function, by that name and with C's linkage. Answers the interface, or
-// nullptr when `version` is none that isModuleVersion() knows.
 using ModuleEntry = const void* (*)(const char* version);
 constexpr const char* moduleEntryName = "ovsearchModule";
-#define OV_MODULE_ENTRY extern "C" [[gnu::visibility("default")]] const void* ovsearchModule
 bool isModuleVersion(const char* version) noexcept;
 
 // ---- How it is done

@@ -3,7 +3,7 @@
 
 #include "platform/user_interface.h"
 
-#include "platform/coarse_clock.h"
+#include "platform/threads/coarse_clock.h"
 
 #include <cstdint>
 #include <cstdio>

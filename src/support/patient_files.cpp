@@ -3,7 +3,7 @@
 
 #include "support/patient_files.h"
 
-#include "platform/errand.h"
+#include "platform/threads/errand.h"
 
 #include <utility>
 

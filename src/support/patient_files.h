@@ -10,8 +10,8 @@
 #include <string_view>
 
 // Those of platform/files.h for the thread of the user interface and what may lie on a file server:
-// each answers within a second, see patiently() in platform/errand.h. What has no answer fails with
-// the status of noAnswer(); a change that was asked for may still be made, later.
+// each answers within a second, see patiently() in platform/threads/errand.h. What has no answer
+// fails with the status of noAnswer(); a change that was asked for may still be made, later.
 
 namespace ov::patient {
 

@@ -8,10 +8,10 @@
 #include "dictation/search/result_order.h"
 #include "export/file_export.h"
 #include "export/pdf_module.h"
-#include "platform/coarse_clock.h"
 #include "platform/files.h"
 #include "platform/loaded_module.h"
 #include "platform/text.h"
+#include "platform/threads/coarse_clock.h"
 
 #include <numeric>
 

@@ -5,7 +5,7 @@
 
 #include "control/results/code_icons.h"
 #include "dictation/field_values.h"
-#include "platform/detached_thread.h"
+#include "platform/threads/detached_thread.h"
 #include "widgets/text.h"
 
 #include <algorithm>

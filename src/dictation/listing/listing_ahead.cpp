@@ -2,58 +2,33 @@
 // SPDX-License-Identifier: MIT
 #include "dictation/listing/listing_ahead.h"
 
+#include "dictation/listing/folder_lister.h"
 #include "dictation/listing/listing_pace.h"
-#include "platform/detached_thread.h"
+#include "platform/threads/detached_thread.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <chrono>
 #include <condition_variable>
-#include <exception>
 #include <mutex>
 #include <utility>
 
 namespace ov::modDictation {
 
-namespace {
-
-// What one turn of a thread brought.
-struct Step {
-    std::vector<ListedNamesPtr> names;
-    std::vector<AheadFolderPtr> subfolders;
-    bool isLast = false;
-};
-
-// What a thread uses again and again: to a process, memory that is new costs more than what is
-// written into it.
-struct Buffers {
-    std::unique_ptr<FolderReader> reader;
-    ListedNames names;
-    std::shared_ptr<ListedNames> spare; // to give the names to the walk in
-};
-
-} // namespace
-
 // What walk and threads share; the last of them deletes it.
 struct ListingAhead::State : std::enable_shared_from_this<State> {
     explicit State(Tree theTree) : tree(std::move(theTree)) {}
 
+    FolderLister newLister() const { return {tree.depth, tree.remembered}; }
     void addThread();
     void work();
-    bool workOn(std::unique_lock<std::mutex>& lock, Buffers& buffers);
+    bool workOn(std::unique_lock<std::mutex>& lock, FolderLister& lister);
     AheadFolderPtr nextFolder() const;
-    void accept(AheadFolder& folder, Step step);
+    void accept(AheadFolder& folder, ListedStep step);
     void gave(std::size_t freed);
     ListedNamesPtr lend(AheadFolder& folder);
     bool waitFor(const AheadFolder& folder, std::unique_lock<std::mutex>& lock);
 
     std::size_t mostBytes() const;
-
-    Step listOrFail(AheadFolder& folder, Buffers& buffers);
-    Step list(AheadFolder& folder, Buffers& buffers);
-    bool open(AheadFolder& folder, Buffers& buffers, Step& step);
-    void finish(AheadFolder& folder, Buffers& buffers) const;
-    void add(const AheadFolder& folder, const ListedNamesPtr& names, Step& step) const;
 
     const Tree tree;
     const std::string driveFolder = platform::driveFolder();
@@ -81,10 +56,10 @@ void ListingAhead::State::addThread() {
 
 void ListingAhead::State::work() {
     platform::setDriveFolder(driveFolder);
-    Buffers buffers;
+    FolderLister lister = newLister();
     std::unique_lock lock(mutex);
     while (!closed) {
-        if (workOn(lock, buffers))
+        if (workOn(lock, lister))
             continue;
         ++idle;
         toDo.wait(lock);
@@ -94,20 +69,20 @@ void ListingAhead::State::work() {
 }
 
 // A part of a folder. False when there is nothing to do.
-bool ListingAhead::State::workOn(std::unique_lock<std::mutex>& lock, Buffers& buffers) {
+bool ListingAhead::State::workOn(std::unique_lock<std::mutex>& lock, FolderLister& lister) {
     const AheadFolderPtr folder = nextFolder();
     if (!folder)
         return false;
     folder->isInWork = true;
-    if (!tree.remembered && !buffers.spare && !spares.empty()) {
-        buffers.spare = std::move(spares.back());
+    if (lister.needsSpare() && !spares.empty()) {
+        lister.setSpare(std::move(spares.back()));
         spares.pop_back();
     }
     if (idle == 0 && threads < pace.threads() && nextFolder())
         addThread();
     lock.unlock();
     const ListingPace::Turn turn;
-    Step step = listOrFail(*folder, buffers);
+    ListedStep step = lister.next(*folder);
     lock.lock();
     if (closed) // nobody is there to take it
         return true;
@@ -131,7 +106,7 @@ AheadFolderPtr ListingAhead::State::nextFolder() const {
     return isUrgent ? entered : nullptr;
 }
 
-void ListingAhead::State::accept(AheadFolder& folder, Step step) {
+void ListingAhead::State::accept(AheadFolder& folder, ListedStep step) {
     folder.isInWork = false;
     for (ListedNamesPtr& names : step.names) {
         bytes += names->bytes();
@@ -177,99 +152,15 @@ ListedNamesPtr ListingAhead::State::lend(AheadFolder& folder) {
 bool ListingAhead::State::waitFor(const AheadFolder& folder, std::unique_lock<std::mutex>& lock) {
     constexpr std::chrono::milliseconds most{10};
     const auto isThere = [&] { return !folder.untaken.empty() || folder.isListed; };
-    if (Buffers buffers; threads == 0 && !isThere())
-        workOn(lock, buffers);
+    if (threads == 0 && !isThere()) {
+        FolderLister lister = newLister();
+        workOn(lock, lister);
+    }
     if (done.wait_for(lock, most, isThere))
         return true;
     if (!folder.isInWork && threads < ListingPace::mostThreads)
         addThread();
     return false;
-}
-
-// Nothing may leave the thread.
-Step ListingAhead::State::listOrFail(AheadFolder& folder, Buffers& buffers) {
-    try {
-        return list(folder, buffers);
-    } catch (const std::exception& error) {
-        folder.problem = {ENOMEM, platform::toNativePath(folder.path), error.what()};
-        return {{}, {}, true};
-    }
-}
-
-Step ListingAhead::State::list(AheadFolder& folder, Buffers& buffers) {
-    Step step;
-    if (!folder.reader && !open(folder, buffers, step)) {
-        step.isLast = true;
-        return step;
-    }
-    folder.reader->next(buffers.names);
-    if (!buffers.names.empty()) {
-        auto names = buffers.spare ? std::move(buffers.spare) : std::make_shared<ListedNames>();
-        *names = buffers.names;
-        add(folder, names, step);
-    }
-    if (tree.remembered)
-        folder.listing.parts.insert(folder.listing.parts.end(), step.names.begin(),
-                                    step.names.end());
-    step.isLast = folder.reader->ended();
-    if (step.isLast)
-        finish(folder, buffers);
-    return step;
-}
-
-// False when nothing is left to be listed.
-bool ListingAhead::State::open(AheadFolder& folder, Buffers& buffers, Step& step) {
-    if (tree.remembered) {
-        folder.begun = tree.remembered->begin();
-        if (auto known = tree.remembered->unchanged(folder.path)) {
-            folder.opened = true;
-            folder.listing = std::move(*known);
-        }
-    }
-    const bool isKnown = folder.opened;
-    auto reader = buffers.reader ? std::move(buffers.reader) : std::make_unique<FolderReader>();
-    if (!isKnown) {
-        folder.problem = reader->open(folder.path);
-        folder.opened = folder.problem.ok();
-        folder.listing.stamp = reader->stamp();
-    }
-    folder.isCircular = folder.opened && isInside(folder.around.get(), folder.listing.stamp.id);
-    const bool isToList = folder.opened && !folder.isCircular;
-    if (isToList && isKnown)
-        for (const ListedNamesPtr& names : folder.listing.parts)
-            add(folder, names, step);
-    if (isKnown)
-        folder.listing.parts = {};
-    (isToList && !isKnown ? folder.reader : buffers.reader) = std::move(reader);
-    return folder.reader != nullptr;
-}
-
-void ListingAhead::State::finish(AheadFolder& folder, Buffers& buffers) const {
-    folder.problem = folder.reader->status();
-    folder.listing.hasLinks = folder.reader->hasLinks();
-    if (tree.remembered && folder.problem.ok())
-        tree.remembered->keep(folder.path, folder.listing, folder.begun);
-    folder.listing.parts = {}; // what is not remembered goes when the walk has had it
-    buffers.reader = std::move(folder.reader);
-}
-
-void ListingAhead::State::add(const AheadFolder& folder, const ListedNamesPtr& names,
-                              Step& step) const {
-    step.names.push_back(names);
-    if (tree.depth >= 0 && folder.depth >= tree.depth)
-        return;
-    std::shared_ptr<const FoldersAround> around;
-    std::string_view rest = names->folders;
-    for (ListedName subfolder; takeName(rest, subfolder);) {
-        if (subfolder.hasBackslash)
-            continue;
-        if (!around)
-            around = std::make_shared<FoldersAround>(
-                FoldersAround{folder.listing.stamp.id, folder.around});
-        step.subfolders.push_back(std::make_shared<AheadFolder>(
-            std::string(folder.path).append(subfolder.name).append(1, '\\'), folder.depth + 1,
-            around));
-    }
 }
 
 ListingAhead::ListingAhead(Tree tree)

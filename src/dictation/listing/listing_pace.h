@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/coarse_clock.h"
+#include "platform/threads/coarse_clock.h"
 
 #include <algorithm>
 #include <chrono>

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "dictation/listing/remembered_store.h"
 
-#include "platform/detached_thread.h"
+#include "platform/threads/detached_thread.h"
 
 #include <chrono>
 #include <memory>

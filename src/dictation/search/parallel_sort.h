@@ -21,7 +21,7 @@ constexpr std::size_t partsOf(std::size_t entries) noexcept {
 // Calls `work(begin, end)` for pieces of [0, count), on threads as workInParallel() does.
 template <typename Work>
 void forEachPart(std::size_t count, unsigned threads, Work work) {
-    workInParallel(partsOf(count), threads, [&]() -> PartWork {
+    workInParallel(partsOf(count), threads, [&]() -> PieceWork {
         return [&](std::size_t part) {
             work(part * entriesPerPart, std::min((part + 1) * entriesPerPart, count));
         };

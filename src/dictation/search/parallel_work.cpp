@@ -24,10 +24,10 @@ constexpr std::chrono::milliseconds pumpInterval(4);
 
 class ParallelWork {
 public:
-    ParallelWork(std::size_t parts, const std::function<PartWork()>& makeWork)
-        : parts_(parts), makeWork_(makeWork) {}
+    ParallelWork(std::size_t pieces, const std::function<PieceWork()>& makeWork)
+        : pieces_(pieces), makeWork_(makeWork) {}
     ~ParallelWork() {
-        next_ = parts_;
+        next_ = pieces_;
         for (std::thread& thread : threads_)
             thread.join();
     }
@@ -60,11 +60,11 @@ public:
 private:
     template <typename Between>
     void work(Between between) {
-        if (next_ >= parts_)
+        if (next_ >= pieces_)
             return;
-        const PartWork partWork = makeWork_();
-        for (std::size_t part = next_++; part < parts_; part = next_++) {
-            partWork(part);
+        const PieceWork pieceWork = makeWork_();
+        for (std::size_t piece = next_++; piece < pieces_; piece = next_++) {
+            pieceWork(piece);
             between();
         }
     }
@@ -75,7 +75,7 @@ private:
         } catch (...) {
             const std::lock_guard<std::mutex> lock(mutex_);
             failure_ = std::current_exception();
-            next_ = parts_;
+            next_ = pieces_;
         }
         leave(1);
     }
@@ -86,8 +86,8 @@ private:
         over_.notify_one();
     }
 
-    const std::size_t parts_;
-    const std::function<PartWork()>& makeWork_;
+    const std::size_t pieces_;
+    const std::function<PieceWork()>& makeWork_;
     std::atomic<std::size_t> next_{0};
     std::mutex mutex_; // guards what follows
     std::condition_variable over_;
@@ -98,17 +98,19 @@ private:
 
 } // namespace
 
-void workInParallel(std::size_t parts, unsigned threads,
-                    const std::function<PartWork()>& makeWork) {
-    ParallelWork work(parts, makeWork);
-    // A single part is over before a thread would be there.
-    if (parts > 1)
-        work.start(std::min<std::size_t>(std::max(threads, 1U), parts));
+void workInParallel(std::size_t pieces, unsigned threads,
+                    const std::function<PieceWork()>& makeWork) {
+    ParallelWork work(pieces, makeWork);
+    // A single piece is over before a thread would be there.
+    if (pieces > 1)
+        work.start(std::min<std::size_t>(std::max(threads, 1U), pieces));
     work.finish();
 }
 
 void workAside(const std::function<void()>& work) {
-    const std::function<PartWork()> makeWork = [&work] { return [&work](std::size_t) { work(); }; };
+    const std::function<PieceWork()> makeWork = [&work] {
+        return [&work](std::size_t) { work(); };
+    };
     ParallelWork aside(1, makeWork);
     aside.start(1);
     aside.finish();

@@ -128,7 +128,7 @@ std::vector<std::int32_t> ResultOrders::byText(const DictationList& list,
     std::deque<BlockArena> keys; // one for each part
     while (keys.size() < partsOf(entries.size()))
         keys.emplace_back(blockSize);
-    workInParallel(keys.size(), threads_, [&]() -> PartWork {
+    workInParallel(keys.size(), threads_, [&]() -> PieceWork {
         const auto collation = std::make_shared<CollationKeys>(*alphabet_);
         return [&, collation](std::size_t part) {
             const std::size_t end = std::min((part + 1) * entriesPerPart, entries.size());

@@ -118,7 +118,7 @@ void TextSorter::sortChunks(Run run, std::size_t depth) {
     forEachPart(run.size(), threads_, [&](std::size_t begin, std::size_t end) {
         runs[begin / entriesPerPart] = runsOf(run, begin, end);
     });
-    workInParallel(runs.size(), threads_, [&]() -> PartWork {
+    workInParallel(runs.size(), threads_, [&]() -> PieceWork {
         return [&](std::size_t part) {
             for (const Run same : runs[part])
                 if (!isLong(same))

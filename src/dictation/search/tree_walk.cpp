@@ -1,14 +1,13 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
+#include "dictation/search/tree_walk.h"
+
 #include "dictation/dictation_record.h"
-#include "dictation/listing/listing_ahead.h"
-#include "dictation/search/matching.h"
-#include "dictation/search/search.h"
-#include "platform/coarse_clock.h"
 #include "platform/directories.h"
-#include "platform/errand.h"
 #include "platform/locale.h"
 #include "platform/text.h"
+#include "platform/threads/coarse_clock.h"
+#include "platform/threads/errand.h"
 #include "platform/user_interface.h"
 #include "plugin/modOVPlugIn.h"
 #include "support/language/modLanguage.h"
@@ -18,9 +17,6 @@
 
 #include <cerrno>
 #include <chrono>
-#include <functional>
-#include <memory>
-#include <optional>
 #include <utility>
 #include <vector>
 
@@ -28,86 +24,35 @@ namespace ov::modDictation {
 
 namespace {
 
-struct State {
-    bool searchRunning = false;
-    std::stop_source searchAbort; // of this search, or of the next
-};
-
-State& state() noexcept {
-    thread_local State threadState;
-    return threadState;
-}
-
-// Every way out of a search leaves the thread ready for the next one.
-class RunningSearch {
-public:
-    RunningSearch() { state().searchRunning = true; }
-    ~RunningSearch() { state() = {}; }
-    RunningSearch(const RunningSearch&) = delete;
-    RunningSearch& operator=(const RunningSearch&) = delete;
-};
-
 // A folder that cannot be read is worth a line each, but a broken disk must not fill the log.
 constexpr std::size_t mostProblems = 100;
 
 constexpr std::int64_t watchIntervalMs = 10;
 
-class TreeWalk {
-public:
-    TreeWalk(const Search& what, DictationList& hits, std::stop_token stop,
-             const SearchMeans& means)
-        : what_(what),
-          criteria_(what.criteria, platform::now()),
-          hits_(hits),
-          stop_(std::move(stop)),
-          watch_(means.watch),
-          listing_({modFilePath::AddBackslash(what.root), what.depth, means.aheadBytes,
-                    means.remembered}) {}
+} // namespace
 
-    SearchReport run();
+TreeWalk::TreeWalk(const Search& what, DictationList& hits, std::stop_token stop,
+                   const SearchMeans& means)
+    : what_(what),
+      criteria_(what.criteria, platform::now()),
+      hits_(hits),
+      stop_(std::move(stop)),
+      watch_(means.watch),
+      listing_(
+          {modFilePath::AddBackslash(what.root), what.depth, means.aheadBytes, means.remembered}) {}
 
-private:
-    bool isFull() const noexcept { return hits_.size() >= what_.limit; }
-    bool isOver() const noexcept {
-        return stop_.stop_requested() || isFull() || report_.rootVanished;
+// What `call` answers, on a thread of its own; nothing when the search was stopped meanwhile.
+template <typename Result>
+std::optional<Result> TreeWalk::answerOf(std::function<Result()> call) {
+    constexpr std::chrono::milliseconds step{10};
+    platform::Errand<Result> errand(std::move(call));
+    while (!errand.wait(step)) {
+        pause();
+        if (stop_.stop_requested())
+            return std::nullopt;
     }
-    bool leavesTheRest() noexcept;
-    bool mayDescend(const AheadFolder& folder) const noexcept {
-        return what_.depth == noDepthLimit || folder.depth < what_.depth;
-    }
-
-    void WalkDirectory(const AheadFolderPtr& folder);
-    void WalkSubdirectories(AheadFolder& folder);
-    void ScanDirectory(AheadFolder& folder);
-    void visitAll(const AheadFolder& folder, const ListedNames& names);
-    bool hasUsableName(const AheadFolder& folder, const ListedName& entry);
-    void test(const AheadFolder& folder, const ListedName& file);
-    void checkOutcome(const AheadFolder& folder);
-    template <typename Result>
-    std::optional<Result> answerOf(std::function<Result()> call);
-    bool isStill(std::string_view directory, const platform::DirectoryId& id);
-    bool isParentThere(const AheadFolder& folder);
-    void checkRoot();
-    void pause();
-    void reportProblem(const AheadFolder& folder);
-    void reportUnreadable(const platform::Status& problem);
-    void report(const platform::Status& problem);
-
-    const Search& what_;
-    PreparedCriteria criteria_;
-    DictationList& hits_;
-    std::stop_token stop_;
-    const SearchWatch& watch_;
-    ListingAhead listing_;
-    // Kept open: some file systems number a directory anew once nobody uses it. A call that takes
-    // for ever keeps it for ever.
-    std::shared_ptr<platform::DirectoryReader> root_ =
-        std::make_shared<platform::DirectoryReader>();
-    SearchReport report_;
-    bool logging_ = true;
-    std::int64_t nextWatch_ = 0; // coarse milliseconds
-    std::string nameBuffer_;
-};
+    return errand.take();
+}
 
 SearchReport TreeWalk::run() {
     const AheadFolderPtr& root = listing_.root();
@@ -221,19 +166,6 @@ void TreeWalk::test(const AheadFolder& folder, const ListedName& file) {
         hits_.add(folder.path, file.name);
 }
 
-// What `call` answers, on a thread of its own; nothing when the search was stopped meanwhile.
-template <typename Result>
-std::optional<Result> TreeWalk::answerOf(std::function<Result()> call) {
-    constexpr std::chrono::milliseconds step{10};
-    platform::Errand<Result> errand(std::move(call));
-    while (!errand.wait(step)) {
-        pause();
-        if (stop_.stop_requested())
-            return std::nullopt;
-    }
-    return errand.take();
-}
-
 // Whether the directory is there and is that one.
 bool TreeWalk::isStill(std::string_view directory, const platform::DirectoryId& id) {
     return answerOf<bool>([=, path = std::string(directory)] {
@@ -280,27 +212,6 @@ void TreeWalk::report(const platform::Status& problem) {
         return;
     report_.problems.push_back(problem);
     logging_ = logging_ && WriteErrorLog(problem, "ScanDirectory");
-}
-
-} // namespace
-
-SearchReport search(const Search& what, DictationList& hits, const SearchMeans& means) {
-    if (state().searchRunning)
-        return {};
-    const RunningSearch running;
-    const std::stop_callback alsoHere(
-        means.stop, [abort = state().searchAbort]() mutable { abort.request_stop(); });
-    if (means.remembered)
-        means.remembered->startSearch();
-    return TreeWalk(what, hits, state().searchAbort.get_token(), means).run();
-}
-
-bool isSearchRunning() noexcept {
-    return state().searchRunning;
-}
-
-void requestSearchAbort() noexcept {
-    state().searchAbort.request_stop();
 }
 
 } // namespace ov::modDictation

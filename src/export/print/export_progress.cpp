@@ -3,7 +3,7 @@
 
 #include "export/print/export_progress.h"
 
-#include "platform/coarse_clock.h"
+#include "platform/threads/coarse_clock.h"
 #include "platform/user_interface.h"
 #include "support/language/text_ids.h"
 #include "widgets/captions.h"

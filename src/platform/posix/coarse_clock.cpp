@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
-#include "platform/coarse_clock.h"
+#include "platform/threads/coarse_clock.h"
 
 #include <ctime>
 #include <sys/resource.h>

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
-#include "platform/detached_thread.h"
+#include "platform/threads/detached_thread.h"
 
 #include <csignal>
 #include <exception>

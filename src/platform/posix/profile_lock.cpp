@@ -3,8 +3,8 @@
 
 #include "platform/profile_lock.h"
 
-#include "platform/detached_thread.h"
 #include "platform/posix/file_descriptor.h"
+#include "platform/threads/detached_thread.h"
 
 #include <climits>
 

@@ -3,12 +3,12 @@
 
 #include "platform/profile.h"
 
-#include "platform/errand.h"
 #include "platform/files.h"
 #include "platform/profile_lock.h"
 #include "platform/settings/profile_edit.h"
 #include "platform/settings/profile_text.h"
 #include "platform/text.h"
+#include "platform/threads/errand.h"
 
 #include <algorithm>
 #include <functional>

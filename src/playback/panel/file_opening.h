@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "platform/errand.h"
+#include "platform/threads/errand.h"
 #include "sound/opened_ahead.h"
 
 #include <chrono>

@@ -3,7 +3,7 @@
 
 #include "playback/panel/overview_loader.h"
 
-#include "platform/detached_thread.h"
+#include "platform/threads/detached_thread.h"
 
 #include <mutex>
 #include <stop_token>

@@ -21,13 +21,8 @@ using namespace modMultimedia;
 
 namespace {
 
-constexpr const char* playerAlias = "PBWave";
-constexpr const char* deviceType = "waveaudio";
 constexpr std::int32_t anyDevice = -1;
 constexpr int statusInterval = 200; // ms
-constexpr int openingInterval = 20;
-// What a click may take, and nearly every file does not: the rest is opened while the window lives.
-constexpr std::chrono::milliseconds briefWait{300};
 constexpr int levelInterval = 50;
 
 bool isMode(const std::string& mode, std::string_view word) {
@@ -96,62 +91,6 @@ void PlayerPanel::setProblem(const std::string& problem) {
     else
         prgSearchPlayerStatus_->setToolTip(widgets::toolTipText(words));
     prgSearchPlayerStatus_->setAccessibleDescription(words);
-}
-
-void PlayerPanel::PlayerOpenFile(const std::string& path) {
-    if (path.empty() || path == (opening_ ? opening_->path() : file_))
-        return;
-    giveUpOpening();
-    if (!FileOpening::mayBegin()) {
-        PlayerClose();
-        setProblem(platform::noAnswer(path).description());
-        PlayerRefresh();
-        return;
-    }
-    opening_ = std::make_unique<FileOpening>(path);
-    if (opening_->wait(briefWait)) {
-        takeOpened();
-        return;
-    }
-    PlayerClose();
-    setProblem({});
-    PlayerRefresh();
-    timerOpening_.start(openingInterval);
-}
-
-void PlayerPanel::giveUpOpening() {
-    timerOpening_.stop();
-    opening_ = nullptr;
-}
-
-void PlayerPanel::timerOpening_Timer() {
-    if (!opening_ || !opening_->wait(std::chrono::milliseconds(0)))
-        return;
-    const bool plays = opening_->playsThen;
-    takeOpened();
-    if (plays && !alias_.empty())
-        playOpen();
-    PlayerRefresh();
-}
-
-void PlayerPanel::takeOpened() {
-    timerOpening_.stop();
-    const auto opening = std::exchange(opening_, nullptr);
-    if (auto sound = opening->take())
-        load(opening->path(), std::move(*sound));
-}
-
-void PlayerPanel::load(const std::string& path, sound::OpenedSound opened) {
-    PlayerClose();
-    file_ = path;
-    const sound::OpenedAhead ahead(path, std::move(opened));
-    const std::string problem = MciOpen(playerAlias, path, deviceType);
-    setProblem(problem);
-    PlayerLoad(problem.empty() ? playerAlias : "");
-    if (problem.empty())
-        overview_.load(path);
-    else
-        PlayerRefresh();
 }
 
 void PlayerPanel::PlayerLoad(const std::string& alias) {

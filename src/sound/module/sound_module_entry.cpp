@@ -6,32 +6,11 @@
 #include "platform/loaded_module.h"
 #include "sound/module/sdl_output.h"
 #include "sound/module/sndfile_codec.h"
-
-#include <SoundTouch.h>
+#include "sound/module/stretcher.h"
 
 namespace ov::sound::loaded {
 
 namespace {
-
-class Stretcher final : public SoundStretcher {
-public:
-    Stretcher(int rate, int channels, int tempo) {
-        stretcher_.setSampleRate(static_cast<unsigned int>(rate));
-        stretcher_.setChannels(static_cast<unsigned int>(channels));
-        stretcher_.setTempo(tempo / 100.0);
-    }
-    void put(const float* samples, std::size_t frames) override {
-        stretcher_.putSamples(samples, static_cast<unsigned int>(frames));
-    }
-    void flush() override { stretcher_.flush(); }
-    std::size_t ready() const override { return stretcher_.numSamples(); }
-    std::size_t take(float* samples, std::size_t frames) override {
-        return stretcher_.receiveSamples(samples, static_cast<unsigned int>(frames));
-    }
-
-private:
-    soundtouch::SoundTouch stretcher_;
-};
 
 class Libraries final : public SoundLibraries {
 public:
@@ -43,7 +22,7 @@ public:
         return loaded::encode(format, samples, file);
     }
     std::unique_ptr<SoundStretcher> stretch(int rate, int channels, int tempo) const override {
-        return std::make_unique<Stretcher>(rate, channels, tempo);
+        return loaded::stretch(rate, channels, tempo);
     }
     int outputCount() const override { return loaded::outputCount(); }
     std::unique_ptr<WaveOutput> openOutput(int rate, int channels, int device,
@@ -57,7 +36,7 @@ public:
 
 } // namespace ov::sound::loaded
 
-OV_MODULE_ENTRY(const char* version) {
+const void* ovsearchModule(const char* version) {
     static const auto& libraries = *new ov::sound::loaded::Libraries; // outlives every player
     return ov::platform::isModuleVersion(version) ? &libraries : nullptr;
 }

@@ -2,6 +2,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/loaded_module.h"
 
-OV_MODULE_ENTRY(const char* /*version*/) {
+const void* ovsearchModule(const char* /*version*/) {
     return nullptr;
 }

@@ -32,7 +32,7 @@ bool writePdfWithoutWindows(const ov::exporting::Document& document,
 
 } // namespace
 
-OV_MODULE_ENTRY(const char* version) {
+const void* ovsearchModule(const char* version) {
     static constexpr ov::exporting::PdfModule module{writePdfWithoutWindows};
     return ov::platform::isModuleVersion(version) ? &module : nullptr;
 }

@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/detached_thread.h"
 #include "platform/files.h"
 #include "platform/status.h"
+#include "platform/threads/detached_thread.h"
 #include "platform/user_interface.h"
 
 #include <chrono>

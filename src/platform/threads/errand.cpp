@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
-#include "platform/errand.h"
+#include "platform/threads/errand.h"
 
 #include <atomic>
 #include <functional>

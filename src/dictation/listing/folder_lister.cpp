@@ -1,0 +1,100 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+#include "dictation/listing/folder_lister.h"
+
+#include "platform/files.h"
+
+#include <cerrno>
+#include <exception>
+#include <string_view>
+#include <utility>
+
+namespace ov::modDictation {
+
+// Nothing may leave the thread.
+ListedStep FolderLister::next(AheadFolder& folder) {
+    try {
+        return list(folder);
+    } catch (const std::exception& error) {
+        folder.problem = {ENOMEM, platform::toNativePath(folder.path), error.what()};
+        return {{}, {}, true};
+    }
+}
+
+ListedStep FolderLister::list(AheadFolder& folder) {
+    ListedStep step;
+    if (!folder.reader && !open(folder, step)) {
+        step.isLast = true;
+        return step;
+    }
+    folder.reader->next(names_);
+    if (!names_.empty()) {
+        auto names = spare_ ? std::move(spare_) : std::make_shared<ListedNames>();
+        *names = names_;
+        add(folder, names, step);
+    }
+    if (remembered_)
+        folder.listing.parts.insert(folder.listing.parts.end(), step.names.begin(),
+                                    step.names.end());
+    step.isLast = folder.reader->ended();
+    if (step.isLast)
+        finish(folder);
+    return step;
+}
+
+// False when nothing is left to be listed.
+bool FolderLister::open(AheadFolder& folder, ListedStep& step) {
+    if (remembered_) {
+        folder.begun = remembered_->begin();
+        if (auto known = remembered_->unchanged(folder.path)) {
+            folder.opened = true;
+            folder.listing = std::move(*known);
+        }
+    }
+    const bool isKnown = folder.opened;
+    auto reader = reader_ ? std::move(reader_) : std::make_unique<FolderReader>();
+    if (!isKnown) {
+        folder.problem = reader->open(folder.path);
+        folder.opened = folder.problem.ok();
+        folder.listing.stamp = reader->stamp();
+    }
+    folder.isCircular = folder.opened && isInside(folder.around.get(), folder.listing.stamp.id);
+    const bool isToList = folder.opened && !folder.isCircular;
+    if (isToList && isKnown)
+        for (const ListedNamesPtr& names : folder.listing.parts)
+            add(folder, names, step);
+    if (isKnown)
+        folder.listing.parts = {};
+    (isToList && !isKnown ? folder.reader : reader_) = std::move(reader);
+    return folder.reader != nullptr;
+}
+
+void FolderLister::finish(AheadFolder& folder) {
+    folder.problem = folder.reader->status();
+    folder.listing.hasLinks = folder.reader->hasLinks();
+    if (remembered_ && folder.problem.ok())
+        remembered_->keep(folder.path, folder.listing, folder.begun);
+    folder.listing.parts = {}; // what is not remembered goes when the walk has had it
+    reader_ = std::move(folder.reader);
+}
+
+void FolderLister::add(const AheadFolder& folder, const ListedNamesPtr& names,
+                       ListedStep& step) const {
+    step.names.push_back(names);
+    if (depth_ >= 0 && folder.depth >= depth_)
+        return;
+    std::shared_ptr<const FoldersAround> around;
+    std::string_view rest = names->folders;
+    for (ListedName subfolder; takeName(rest, subfolder);) {
+        if (subfolder.hasBackslash)
+            continue;
+        if (!around)
+            around = std::make_shared<FoldersAround>(
+                FoldersAround{folder.listing.stamp.id, folder.around});
+        step.subfolders.push_back(std::make_shared<AheadFolder>(
+            std::string(folder.path).append(subfolder.name).append(1, '\\'), folder.depth + 1,
+            around));
+    }
+}
+
+} // namespace ov::modDictation
