@@ -8,7 +8,7 @@
 // timer event, sorts by every column, paging, selecting all, memory, searching again.
 
 #include "bench/quiet_host.h"
-#include "control/criteria_list.h"
+#include "control/criteria/criteria_list.h"
 #include "control/ctrlOVSearch.h"
 #include "dictation/search/criterion.h"
 #include "dictation/search/tree_scan.h"

@@ -4,7 +4,7 @@
 #pragma once
 
 #include "control/control_state.h"
-#include "control/criteria_list.h"
+#include "control/criteria/criteria_list.h"
 #include "control/results/result_list.h"
 #include "playback/panel/player_panel.h"
 

@@ -7,7 +7,7 @@
 #include "control/control_settings.h"
 #include "control/control_state.h"
 #include "control/control_view.h"
-#include "control/criteria_file.h"
+#include "control/criteria/criteria_file.h"
 #include "control/host_trap.h"
 #include "control/search_run.h"
 #include "export/print/list_export.h"

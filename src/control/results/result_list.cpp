@@ -3,7 +3,7 @@
 
 #include "control/results/result_list.h"
 
-#include "control/list_hint.h"
+#include "control/criteria/list_hint.h"
 #include "control/results/result_delegate.h"
 #include "platform/user_interface.h"
 #include "support/language/text_ids.h"

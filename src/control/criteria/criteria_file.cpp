@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
-#include "control/criteria_file.h"
+#include "control/criteria/criteria_file.h"
 
 #include "dictation/search/criterion.h"
 #include "support/log.h"

@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
-#include "control/criteria_list.h"
+#include "control/criteria/criteria_list.h"
 
-#include "control/list_hint.h"
+#include "control/criteria/list_hint.h"
 #include "dictation/search/criterion.h"
 #include "support/language/text_ids.h"
 #include "widgets/captions.h"

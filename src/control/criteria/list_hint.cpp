@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
-#include "control/list_hint.h"
+#include "control/criteria/list_hint.h"
 
 #include <QPainter>
 #include <QWidget>
