@@ -1,109 +1,17 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
-#include "cli/shown_text.h"
-#include "tests/run_program.h"
-#include "tests/temporary_store.h"
+#include "tests/cli/cli_fixture.h"
 
-#include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 #include <sndfile.hh>
 
-#include <algorithm>
-#include <filesystem>
-#include <regex>
 #include <set>
 
 // The terminal program, run as a person or a script runs it.
 
 namespace ov::cli {
 namespace {
-
-namespace fs = std::filesystem;
-using namespace std::string_literals;
-using tests::holds;
-using tests::ProgramResult;
-using tests::ProgramRun;
-using tests::TemporaryStore;
-using Texts = std::vector<std::string>;
-
-constexpr const char* highPriority =
-    "2$ROH@@5$HOCH@@6$00$01$30@@7$21-11-2026 10$00$00@@14$Müller@@11$'eilig', heute.WAV";
-constexpr const char* sentByMail = "2$MAI@@5$NORMAL@@6$00$00$20@@7$01-02-2026@@14$Zeh.wav";
-constexpr const char* marked =
-    "2$WAV@@14$öztürk@@98$D@@7$30-12-2025@@23$more@@23$again@@@31$odd@@023$zero.WAV";
-
-Texts split(const std::string& text, char separator) {
-    Texts parts;
-    std::istringstream stream(text);
-    for (std::string part; std::getline(stream, part, separator);)
-        parts.push_back(part);
-    return parts;
-}
-
-std::string joined(const Texts& texts) {
-    std::string all;
-    for (const std::string& text : texts)
-        all.append(all.empty() ? "" : " ").append(text);
-    return all;
-}
-
-class Cli : public ::testing::Test {
-protected:
-    // A folder has one file each, so that the order found is known.
-    void addThree() {
-        store_.add(highPriority).add(std::string("ward/") + sentByMail);
-        store_.add(std::string("ward/ERL/") + marked);
-        store_.add(std::string("_old/") + highPriority).add("ward/ERL/notes.txt");
-    }
-
-    ProgramResult run(Texts arguments, ProgramRun how = {}) const {
-        how.arguments = std::move(arguments);
-        how.arguments.insert(how.arguments.begin(), {"--settings", settings_.folder().native()});
-        how.environment.insert({"LC_ALL", "C"});
-        return tests::runProgram(OV_SEARCH_PROGRAM, how);
-    }
-    // Searches the store.
-    ProgramResult find(const Texts& options, ProgramRun how = {}) const {
-        Texts arguments = {"find"};
-        arguments.insert(arguments.end(), options.begin(), options.end());
-        arguments.push_back(root());
-        return run(arguments, std::move(how));
-    }
-    // Paths in the store, sorted.
-    Texts foundFiles(const Texts& options = {}, const ProgramRun& how = {}) const {
-        Texts all = options;
-        all.insert(all.end(), {"--format", "paths", "-0"});
-        Texts files = split(find(all, how).output, '\0');
-        for (std::string& file : files)
-            file = file.substr(std::min(root().size() + 1, file.size()));
-        std::sort(files.begin(), files.end());
-        return files;
-    }
-    // "Müller Zeh", in the order printed.
-    static std::string authors(const ProgramResult& result) {
-        Texts lines = split(std::regex_replace(result.output, std::regex("\r"), ""), '\n');
-        lines.erase(lines.begin(), lines.begin() + (lines.empty() ? 0 : 1));
-        return joined(lines);
-    }
-    std::string authors(Texts options) const {
-        options.insert(options.begin(), {"--columns", "author", "--format", "csv"});
-        return authors(find(options));
-    }
-
-    void expectRefused(const Texts& arguments, int exitCode, const std::string& message,
-                       const ProgramRun& how = {}) const {
-        const ProgramResult result = run(arguments, how);
-        EXPECT_EQ(result.exitCode, exitCode) << joined(arguments);
-        EXPECT_PRED2(holds, result.errors, message);
-        EXPECT_EQ(result.output, "");
-    }
-
-    std::string root() const { return store_.folder().native(); }
-
-    TemporaryStore store_;
-    TemporaryStore settings_;
-};
 
 TEST_F(Cli, Formats) {
     addThree();
@@ -313,107 +221,6 @@ TEST_F(Cli, DemoStoreIsFound) {
     store_.addDeep(60, "y.WAV").addDeep(60, "z.WAV");
     EXPECT_EQ(foundFiles({"-c", "name is y"}).size(), 50U);
     EXPECT_EQ(split(find({"--max-depth", "-1"}).output, '\n').size(), 133U);
-}
-
-// What would move the cursor, or turn what follows round, is shown; columns stay straight.
-TEST(ShownText, HasNoCommandsAndAKnownWidth) {
-    EXPECT_EQ(shownText("\t\x1F\x7F\u0080\u009F\u00A0"), "\\t\\u001F\\u007F\\u0080\\u009F\u00A0");
-    EXPECT_EQ(shownText("\u061B\u061C\u200D\u200E\u200F\u2010"),
-              "\u061B\\u061C\u200D\\u200E\\u200F\u2010");
-    EXPECT_EQ(shownText("\u202A\u202E\u202C\u202C\u202F\u2065\u2066\u2069\u206A"),
-              "\\u202A\\u202E\\u202C\\u202C\u202F\u2065\\u2066\\u2069\u206A");
-    EXPECT_EQ(columnCount("\u6F22e\u0301\uFF21\u20DD\u00AD~"), 6U);
-    EXPECT_EQ(fittedText("\u6F22\u5B57", 4), "\u6F22\u5B57");
-    EXPECT_EQ(fittedText("\u6F22\u5B57", 3), "\u6F22\u2026");
-    EXPECT_EQ(fittedText("\u6F22\u5B57", 2), "\u2026");
-}
-
-TEST_F(Cli, NamesOfAllKinds) {
-    const std::string rightToLeft = "\xE2\x80"s + '\xAE'; // what follows is shown backwards
-    const Texts names = {"M\xFCller.WAV",        "c1 \xC2\x9B[m.WAV",
-                         "dir.WAV/in.WAV",       "esc\x1B[31m.WAV",
-                         "line\nend\r.WAV",      "link.WAV",
-                         "quote\", comma.WAV",   std::string(251, 'x') + ".WAV",
-                         rightToLeft + "gpj.WAV"};
-    for (const std::string& name : names)
-        store_.add(name);
-    store_.addLink("link.WAV", "quote\", comma.WAV").addLink("dangling.WAV", "nowhere");
-    store_.add("back\\slash.WAV").add("back\\dir/x.WAV").addPipe("pipe.WAV");
-
-    EXPECT_EQ(foundFiles(), names);
-    const ProgramResult json = find({"--format", "json", "--columns", "name"});
-    EXPECT_PRED2(holds, json.errors, "back\\slash.WAV: left out");
-    std::set<std::string> decoded;
-    for (const auto& hit : nlohmann::json::parse(json.output))
-        decoded.insert(hit["name"]);
-    EXPECT_TRUE(decoded.contains("Müller") && decoded.contains("line\nend\r")) << json.output;
-    EXPECT_EQ(split(find({"--columns", "name"}).output, '\n').size(), names.size() + 1);
-
-    ProgramRun terminal;
-    terminal.onTerminal = true;
-    for (const char* format : {"table", "csv", "json", "paths"}) {
-        const std::string sent =
-            find({"--format", format, "--columns", "name,path"}, terminal).output;
-        for (const std::string& obeyed : {"\x1B[31m"s, "\xC2\x9B"s, "end\r."s, rightToLeft})
-            EXPECT_FALSE(holds(sent, obeyed)) << format << sent;
-        for (const char* shown : {"esc\\u001", "c1 \\u009B[m", "\\u202Egpj", "line\\nend\\r"})
-            EXPECT_PRED2(holds, sent, shown) << format;
-    }
-    EXPECT_PRED2(holds, run({"show", store_.native("esc\x1B[31m.WAV")}).output, "esc\\u001B[31m");
-}
-
-TEST_F(Cli, FolderWithoutPermission) {
-    if (geteuid() == 0 && prctl(PR_CAPBSET_READ, CAP_SETPCAP) != 1)
-        GTEST_SKIP() << "this root cannot give up its rights";
-    store_.add("closed/x.WAV").add("open/y.WAV");
-    fs::permissions(store_.folder() / "closed", fs::perms::none);
-    ProgramRun how;
-    how.withRights = false;
-    EXPECT_EQ(foundFiles({}, how), Texts{"open/y.WAV"});
-    const std::vector<std::pair<Texts, int>> cases = {
-        {{"find", root()}, 0},
-        // What is looked for may lie where nobody could look.
-        {{"find", root(), "-c", "author is nobody"}, 3},
-        {{"find", store_.native("closed")}, 3},
-    };
-    for (const auto& [arguments, exitCode] : cases) {
-        const ProgramResult result = run(arguments, how);
-        EXPECT_EQ(result.exitCode, exitCode) << joined(arguments);
-        EXPECT_PRED2(holds, result.errors, store_.native("closed/") + ": Permission denied");
-    }
-    fs::permissions(store_.folder() / "closed", fs::perms::owner_all);
-}
-
-TEST_F(Cli, StoreThatGoesAway) {
-    TemporaryStore tree;
-    addEndlessTree(tree);
-    store_.addLink("s", tree.folder().native());
-    ProgramRun how;
-    how.actAt = ".WAV\n";
-    how.act = [this] { fs::remove(store_.folder() / "s"); };
-    const ProgramResult result = run({"find", store_.native("s"), "--format", "paths"}, how);
-    EXPECT_EQ(result.exitCode, 3) << "though something was found";
-    EXPECT_PRED2(holds, result.errors, "/s/: unmounted or moved");
-}
-
-TEST_F(Cli, ProgressAndHitsShareATerminal) {
-    tests::addEndlessTree(store_);
-    ProgramRun how;
-    how.onTerminal = true;
-    how.interruptAt = " hits, in " + root();
-    for (const Texts& options :
-         {Texts{"--format", "paths"}, Texts{"--format", "paths", "--sort", "folder"}}) {
-        const ProgramResult result = find(options, how);
-        EXPECT_EQ(result.exitCode, -SIGINT);
-        // Progress is seen no more once its line is erased.
-        const std::regex erased("(\r[^\r\n]*\x1B\\[K)*\r\x1B\\[K|\r(?=\n)");
-        Texts lines = split(std::regex_replace(result.output, erased, ""), '\n');
-        ASSERT_GE(lines.size(), 2U) << result.output;
-        EXPECT_PRED2(holds, lines.back(), "stopped");
-        lines.pop_back();
-        for (const std::string& path : lines)
-            ASSERT_TRUE(path.starts_with(root()) && path.ends_with("/x.WAV")) << path;
-    }
 }
 
 } // namespace

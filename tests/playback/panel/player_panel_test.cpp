@@ -1,94 +1,18 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
-#include "playback/modMultimedia.h"
-#include "playback/panel/player_panel.h"
 #include "playback/panel/player_texts.h"
-#include "tests/environment.h"
 #include "tests/failing_reads.h"
-#include "tests/scripted_media.h"
-#include "tests/wave_files.h"
-#include "tests/window/window_fixture.h"
+#include "tests/playback/panel/player_fixture.h"
 
-#include <QProgressBar>
-#include <QSignalSpy>
 #include <QToolTip>
 #include <filesystem>
 
 namespace ov {
 namespace {
 
-using namespace tests;
-
 constexpr int bytesPerSecond = 16000;
 constexpr int headerSize = 44;
-
-// The panel before the real device, which plays into an output that throws all away. "one.WAV" and
-// "two.WAV" last a hundred seconds.
-class Player : public WindowTest {
-public:
-    Player() {
-        static const std::vector<float> sound = sweep(8000, 800000);
-        for (const char* name : {"one.WAV", "two.WAV"})
-            writeWave(store.native(name), {}, sound);
-        makePanel();
-    }
-    ~Player() override {
-        panel_ = nullptr;
-        setVolume(65535); // one for the process
-    }
-
-protected:
-    void makePanel() {
-        panel_ = std::make_unique<PlayerPanel>(nullptr);
-        panel_->setSelection([this] { return selected; });
-        panel_->createMixer();
-        panel_->PlayerInitControls();
-        panel_->show();
-    }
-    static clsMixer& mixer() {
-        static clsMixer theMixer;
-        static const bool ready = theMixer.Init_MixerControl() && theMixer.Init_VolumeControl();
-        EXPECT_TRUE(ready);
-        return theMixer;
-    }
-    static void setVolume(int value) { EXPECT_TRUE(mixer().SetVolumeValue(value)); }
-    void press(int button) {
-        clickOn(*panel_, ("cmdSearchPlayer(" + std::to_string(button) + ")").c_str());
-    }
-    void play(const char* name) {
-        selected = store.path(name);
-        press(0);
-    }
-    SeekSlider& seek() { return child<SeekSlider>(*panel_, "slSearchPlayerSeek"); }
-    QProgressBar& state() { return child<QProgressBar>(*panel_, "prgSearchPlayerStatus"); }
-    QProgressBar& level() { return child<QProgressBar>(*panel_, "prgSearchPlayerVU"); }
-    std::string shown() {
-        return child<QLabel>(*panel_, "lblSeachPlayerStatus").text().toStdString() + " " +
-               state().format().toStdString();
-    }
-    static int position() { return modMultimedia::MciGetPosition("PBWave"); }
-    // Moves a playing device, so that it is within a second from there on.
-    static int millisecondsAt(int value) { return static_cast<int>(value * (100000 / 32767.0)); }
-    void moveTo(int seconds) { seek().setValue((seconds * 1000 + 500) * 32767 / 100000); }
-    static void waitFor(const std::function<bool()>& condition) {
-        EXPECT_TRUE(QTest::qWaitFor(condition, 60000));
-    }
-    void waitUntilShown(const std::string& text) {
-        waitFor([&] { return shown() == text; });
-        EXPECT_EQ(shown(), text);
-    }
-    void tick() {
-        auto* timer = panel_->findChild<QTimer*>(QStringLiteral("timerSearchPlayerStatus"));
-        QSignalSpy ticks(timer, &QTimer::timeout);
-        EXPECT_TRUE(ticks.wait());
-    }
-
-    const Environment silent_{"SDL_AUDIODRIVER", "dummy"};
-    ScriptedMedia media;
-    std::string selected;
-    std::unique_ptr<PlayerPanel> panel_;
-};
 
 TEST_F(Player, PlaysPausesAndStopsTheSelectedDictation) {
     for (const int button : {0, 1, 2})
@@ -268,51 +192,6 @@ TEST_F(Player, IsLoudAtTheTop) {
     EXPECT_EQ(mixer().GetVolumeValue(), 65535);
     slider.setValue(65535 / 2);
     EXPECT_EQ(QToolTip::text(), QStringLiteral("5"));
-}
-
-// The picture of the seek slider, which stands at the start, with the shape of the sound in it.
-class Waveform : public Player {
-protected:
-    Waveform() {
-        plain_ = picture();
-        writeWave(store.native("two.WAV"), {}, std::vector<float>(800000, 0.9F));
-    }
-    QImage picture() { return seek().grab().toImage(); }
-    // Loads it without a sound, and waits for a picture that is not one of these.
-    QImage openAndSee(const char* name, const std::vector<QImage>& others) {
-        panel_->PlayerStop();
-        EXPECT_EQ(picture(), plain_);
-        panel_->PlayerOpenFile(store.path(name));
-        waitFor([&] { return std::count(others.begin(), others.end(), picture()) == 0; });
-        return picture();
-    }
-    QImage plain_;
-};
-
-TEST_F(Waveform, IsThatOfTheFileAsItIsNow) {
-    const QImage two = openAndSee("two.WAV", {plain_});
-    const QImage one = openAndSee("one.WAV", {plain_, two});
-    EXPECT_EQ(openAndSee("one.WAV", {plain_}), one);
-    const std::string loud = readBytes(store.native("one.WAV"));
-    store.add("one.WAV", readBytes(store.native("two.WAV")));
-    EXPECT_EQ(openAndSee("one.WAV", {plain_}), two) << "of the same size, later";
-    const auto time = std::filesystem::last_write_time(store.native("one.WAV"));
-    store.add("one.WAV", loud.substr(0, loud.size() / 2));
-    std::filesystem::last_write_time(store.native("one.WAV"), time);
-    EXPECT_NE(openAndSee("one.WAV", {plain_}), two) << "of the same time, shorter";
-}
-
-TEST_F(Waveform, IsNotWaitedForWhenTheDiskStalls) {
-    const QImage two = openAndSee("two.WAV", {plain_});
-    const FailingReads stalled(store.native("one.WAV"), FailingReads::How::stall, 4 * 65536);
-    panel_->PlayerStop();
-    panel_->PlayerOpenFile(store.path("one.WAV"));
-    FailingReads::waitUntilMet();
-    EXPECT_EQ(openAndSee("two.WAV", {plain_}), two);
-    panel_->PlayerOpenFile(store.path("one.WAV"));
-    FailingReads::waitUntilMet();
-    panel_ = nullptr;
-    EXPECT_FALSE(FailingReads::keptSomebody());
 }
 
 TEST_F(Player, SaysTimesAndModes) {

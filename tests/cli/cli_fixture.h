@@ -1,0 +1,105 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "tests/run_program.h"
+#include "tests/temporary_store.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <regex>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace ov::cli {
+
+namespace fs = std::filesystem;
+using namespace std::string_literals;
+using tests::holds;
+using tests::ProgramResult;
+using tests::ProgramRun;
+using tests::TemporaryStore;
+using Texts = std::vector<std::string>;
+
+constexpr const char* highPriority =
+    "2$ROH@@5$HOCH@@6$00$01$30@@7$21-11-2026 10$00$00@@14$Müller@@11$'eilig', heute.WAV";
+constexpr const char* sentByMail = "2$MAI@@5$NORMAL@@6$00$00$20@@7$01-02-2026@@14$Zeh.wav";
+constexpr const char* marked =
+    "2$WAV@@14$öztürk@@98$D@@7$30-12-2025@@23$more@@23$again@@@31$odd@@023$zero.WAV";
+
+inline Texts split(const std::string& text, char separator) {
+    Texts parts;
+    std::istringstream stream(text);
+    for (std::string part; std::getline(stream, part, separator);)
+        parts.push_back(part);
+    return parts;
+}
+
+inline std::string joined(const Texts& texts) {
+    std::string all;
+    for (const std::string& text : texts)
+        all.append(all.empty() ? "" : " ").append(text);
+    return all;
+}
+
+class Cli : public ::testing::Test {
+protected:
+    // A folder has one file each, so that the order found is known.
+    void addThree() {
+        store_.add(highPriority).add(std::string("ward/") + sentByMail);
+        store_.add(std::string("ward/ERL/") + marked);
+        store_.add(std::string("_old/") + highPriority).add("ward/ERL/notes.txt");
+    }
+
+    ProgramResult run(Texts arguments, ProgramRun how = {}) const {
+        how.arguments = std::move(arguments);
+        how.arguments.insert(how.arguments.begin(), {"--settings", settings_.folder().native()});
+        how.environment.insert({"LC_ALL", "C"});
+        return tests::runProgram(OV_SEARCH_PROGRAM, how);
+    }
+    // Searches the store.
+    ProgramResult find(const Texts& options, ProgramRun how = {}) const {
+        Texts arguments = {"find"};
+        arguments.insert(arguments.end(), options.begin(), options.end());
+        arguments.push_back(root());
+        return run(arguments, std::move(how));
+    }
+    // Paths in the store, sorted.
+    Texts foundFiles(const Texts& options = {}, const ProgramRun& how = {}) const {
+        Texts all = options;
+        all.insert(all.end(), {"--format", "paths", "-0"});
+        Texts files = split(find(all, how).output, '\0');
+        for (std::string& file : files)
+            file = file.substr(std::min(root().size() + 1, file.size()));
+        std::sort(files.begin(), files.end());
+        return files;
+    }
+    // "Müller Zeh", in the order printed.
+    static std::string authors(const ProgramResult& result) {
+        Texts lines = split(std::regex_replace(result.output, std::regex("\r"), ""), '\n');
+        lines.erase(lines.begin(), lines.begin() + (lines.empty() ? 0 : 1));
+        return joined(lines);
+    }
+    std::string authors(Texts options) const {
+        options.insert(options.begin(), {"--columns", "author", "--format", "csv"});
+        return authors(find(options));
+    }
+
+    void expectRefused(const Texts& arguments, int exitCode, const std::string& message,
+                       const ProgramRun& how = {}) const {
+        const ProgramResult result = run(arguments, how);
+        EXPECT_EQ(result.exitCode, exitCode) << joined(arguments);
+        EXPECT_PRED2(holds, result.errors, message);
+        EXPECT_EQ(result.output, "");
+    }
+
+    std::string root() const { return store_.folder().native(); }
+
+    TemporaryStore store_;
+    TemporaryStore settings_;
+};
+
+} // namespace ov::cli

@@ -1,0 +1,116 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+// Stores that are hard to read or to show.
+
+#include "cli/shown_text.h"
+#include "tests/cli/cli_fixture.h"
+
+#include <nlohmann/json.hpp>
+
+namespace ov::cli {
+namespace {
+
+// What would move the cursor, or turn what follows round, is shown; columns stay straight.
+TEST(ShownText, HasNoCommandsAndAKnownWidth) {
+    EXPECT_EQ(shownText("\t\x1F\x7F\u0080\u009F\u00A0"), "\\t\\u001F\\u007F\\u0080\\u009F\u00A0");
+    EXPECT_EQ(shownText("\u061B\u061C\u200D\u200E\u200F\u2010"),
+              "\u061B\\u061C\u200D\\u200E\\u200F\u2010");
+    EXPECT_EQ(shownText("\u202A\u202E\u202C\u202C\u202F\u2065\u2066\u2069\u206A"),
+              "\\u202A\\u202E\\u202C\\u202C\u202F\u2065\\u2066\\u2069\u206A");
+    EXPECT_EQ(columnCount("\u6F22e\u0301\uFF21\u20DD\u00AD~"), 6U);
+    EXPECT_EQ(fittedText("\u6F22\u5B57", 4), "\u6F22\u5B57");
+    EXPECT_EQ(fittedText("\u6F22\u5B57", 3), "\u6F22\u2026");
+    EXPECT_EQ(fittedText("\u6F22\u5B57", 2), "\u2026");
+}
+
+TEST_F(Cli, NamesOfAllKinds) {
+    const std::string rightToLeft = "\xE2\x80"s + '\xAE'; // what follows is shown backwards
+    const Texts names = {"M\xFCller.WAV",        "c1 \xC2\x9B[m.WAV",
+                         "dir.WAV/in.WAV",       "esc\x1B[31m.WAV",
+                         "line\nend\r.WAV",      "link.WAV",
+                         "quote\", comma.WAV",   std::string(251, 'x') + ".WAV",
+                         rightToLeft + "gpj.WAV"};
+    for (const std::string& name : names)
+        store_.add(name);
+    store_.addLink("link.WAV", "quote\", comma.WAV").addLink("dangling.WAV", "nowhere");
+    store_.add("back\\slash.WAV").add("back\\dir/x.WAV").addPipe("pipe.WAV");
+
+    EXPECT_EQ(foundFiles(), names);
+    const ProgramResult json = find({"--format", "json", "--columns", "name"});
+    EXPECT_PRED2(holds, json.errors, "back\\slash.WAV: left out");
+    std::set<std::string> decoded;
+    for (const auto& hit : nlohmann::json::parse(json.output))
+        decoded.insert(hit["name"]);
+    EXPECT_TRUE(decoded.contains("Müller") && decoded.contains("line\nend\r")) << json.output;
+    EXPECT_EQ(split(find({"--columns", "name"}).output, '\n').size(), names.size() + 1);
+
+    ProgramRun terminal;
+    terminal.onTerminal = true;
+    for (const char* format : {"table", "csv", "json", "paths"}) {
+        const std::string sent =
+            find({"--format", format, "--columns", "name,path"}, terminal).output;
+        for (const std::string& obeyed : {"\x1B[31m"s, "\xC2\x9B"s, "end\r."s, rightToLeft})
+            EXPECT_FALSE(holds(sent, obeyed)) << format << sent;
+        for (const char* shown : {"esc\\u001", "c1 \\u009B[m", "\\u202Egpj", "line\\nend\\r"})
+            EXPECT_PRED2(holds, sent, shown) << format;
+    }
+    EXPECT_PRED2(holds, run({"show", store_.native("esc\x1B[31m.WAV")}).output, "esc\\u001B[31m");
+}
+
+TEST_F(Cli, FolderWithoutPermission) {
+    if (geteuid() == 0 && prctl(PR_CAPBSET_READ, CAP_SETPCAP) != 1)
+        GTEST_SKIP() << "this root cannot give up its rights";
+    store_.add("closed/x.WAV").add("open/y.WAV");
+    fs::permissions(store_.folder() / "closed", fs::perms::none);
+    ProgramRun how;
+    how.withRights = false;
+    EXPECT_EQ(foundFiles({}, how), Texts{"open/y.WAV"});
+    const std::vector<std::pair<Texts, int>> cases = {
+        {{"find", root()}, 0},
+        // What is looked for may lie where nobody could look.
+        {{"find", root(), "-c", "author is nobody"}, 3},
+        {{"find", store_.native("closed")}, 3},
+    };
+    for (const auto& [arguments, exitCode] : cases) {
+        const ProgramResult result = run(arguments, how);
+        EXPECT_EQ(result.exitCode, exitCode) << joined(arguments);
+        EXPECT_PRED2(holds, result.errors, store_.native("closed/") + ": Permission denied");
+    }
+    fs::permissions(store_.folder() / "closed", fs::perms::owner_all);
+}
+
+TEST_F(Cli, StoreThatGoesAway) {
+    TemporaryStore tree;
+    addEndlessTree(tree);
+    store_.addLink("s", tree.folder().native());
+    ProgramRun how;
+    how.actAt = ".WAV\n";
+    how.act = [this] { fs::remove(store_.folder() / "s"); };
+    const ProgramResult result = run({"find", store_.native("s"), "--format", "paths"}, how);
+    EXPECT_EQ(result.exitCode, 3) << "though something was found";
+    EXPECT_PRED2(holds, result.errors, "/s/: unmounted or moved");
+}
+
+TEST_F(Cli, ProgressAndHitsShareATerminal) {
+    tests::addEndlessTree(store_);
+    ProgramRun how;
+    how.onTerminal = true;
+    how.interruptAt = " hits, in " + root();
+    for (const Texts& options :
+         {Texts{"--format", "paths"}, Texts{"--format", "paths", "--sort", "folder"}}) {
+        const ProgramResult result = find(options, how);
+        EXPECT_EQ(result.exitCode, -SIGINT);
+        // Progress is seen no more once its line is erased.
+        const std::regex erased("(\r[^\r\n]*\x1B\\[K)*\r\x1B\\[K|\r(?=\n)");
+        Texts lines = split(std::regex_replace(result.output, erased, ""), '\n');
+        ASSERT_GE(lines.size(), 2U) << result.output;
+        EXPECT_PRED2(holds, lines.back(), "stopped");
+        lines.pop_back();
+        for (const std::string& path : lines)
+            ASSERT_TRUE(path.starts_with(root()) && path.ends_with("/x.WAV")) << path;
+    }
+}
+
+} // namespace
+} // namespace ov::cli
