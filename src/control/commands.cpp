@@ -4,16 +4,10 @@
 // What the buttons, keys and menus of the control do.
 
 #include "control/ctrlOVSearch.h"
-#include "control/wait_cursor.h"
 #include "dialogs/frmCriteria.h"
-#include "dialogs/frmSearchResultColumns.h"
-#include "platform/user_interface.h"
 #include "support/language/text_ids.h"
 #include "support/modUtil.h"
-#include "support/patient_files.h"
-#include "widgets/text.h"
 
-#include <QMenu>
 #include <utility>
 
 namespace ov {
@@ -139,74 +133,6 @@ void ctrlOVSearch::searchAfresh() {
 void ctrlOVSearch::stopSearch() {
     if (rulesOf(state_).stops)
         stop_.request_stop();
-}
-
-// The menu of the button.
-void ctrlOVSearch::exportResults() {
-    if (view_.lvSearchResult->isEmpty()) {
-        modUtil::ShowMessage(text_id::nothingToPrint, platform::MessageIcon::information, {}, this);
-        return;
-    }
-    auto* menu = new QMenu(this);
-    menu->setObjectName(QStringLiteral("ExportMenu"));
-    menu->setAttribute(Qt::WA_DeleteOnClose);
-    exporting::print::addCommands(*menu, !view_.lvSearchResult->selected().hits().empty(),
-                                  [this](exporting::print::Command what, bool selectedOnly) {
-                                      post("ExportRows",
-                                           [=, this] { exportRows(what, selectedOnly); });
-                                  });
-    const QPushButton* button = view_.cmdSearchOptions[ControlView::print];
-    menu->popup(button->mapToGlobal(button->rect().bottomLeft()));
-}
-
-void ctrlOVSearch::exportRows(exporting::print::Command what, bool selectedOnly) {
-    const ResultList& list = *view_.lvSearchResult;
-    if (list.isEmpty()) {
-        modUtil::ShowMessage(text_id::nothingToPrint, platform::MessageIcon::information, {}, this);
-        return;
-    }
-    exporting::Document document = exporting::describe(searched_);
-    for (const std::int32_t field : list.shownFields())
-        document.columns.push_back(exporting::columnOf(field));
-    const std::vector<std::int32_t> all = list.shownHits();
-    const std::vector<std::int32_t> selected = list.selected().hits();
-    const exporting::HitRows allRows(list.results().hits(), all);
-    const exporting::HitRows selectedRows(list.results().hits(), selected);
-    enter(ControlState::exporting);
-    exporting::print::ListExport({std::move(document), allRows, selectedRows, settings_.file(),
-                                  this, [this] { return isEnding(); }})
-        .run(what, selectedOnly);
-}
-
-void ctrlOVSearch::chooseColumns() {
-    enter(ControlState::asking);
-    frmSearchResultColumns dialog(this);
-    dialog.exec();
-    if (!dialog.OKPressed() || isEnding())
-        return;
-    modDictation::SaveColumnSettings();
-    if (isEnding()) // it asked the host where to
-        return;
-    view_.lvSearchResult->ApplyColumns();
-}
-
-void ctrlOVSearch::showLog() const {
-    const std::string path = view_.lvSearchResult->selected().path();
-    if (path.empty() || !patient::fileExists(path))
-        platform::userInterface().beep();
-    else
-        modOVPlugIn::LogView(path);
-}
-
-void ctrlOVSearch::copyRows(const std::function<void(const std::function<bool()>&)>& copy) {
-    if (view_.lvSearchResult->selected().count() > ResultList::mostCopiedRows) {
-        modUtil::ShowMessage({text_id::tooManyRows, {std::to_string(ResultList::mostCopiedRows)}},
-                             platform::MessageIcon::information, {}, this);
-        return;
-    }
-    const WaitCursor waiting;
-    enter(ControlState::copying);
-    copy([stop = stop_.get_token()] { return !stop.stop_requested(); });
 }
 
 // Empty when the editor was left without a new criterion.

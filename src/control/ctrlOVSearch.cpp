@@ -3,7 +3,6 @@
 
 #include "control/ctrlOVSearch.h"
 
-#include "control/wait_cursor.h"
 #include "platform/text.h"
 #include "support/language/modLanguage.h"
 #include "support/language/text_ids.h"
@@ -153,44 +152,6 @@ void ctrlOVSearch::connectCriteria() {
     connect(criteria, &CriteriaList::deleteRequested, this, option(ControlView::deleteCriterion));
     connect(criteria, &CriteriaList::selectionMoved, this,
             [this] { view_.enableCriteriaButtons(); });
-}
-
-// The player's own commands neither leave the control nor let messages be handled, and are wanted
-// while a command runs: they go straight to it.
-void ctrlOVSearch::connectResults() {
-    ResultList* results = view_.lvSearchResult;
-    const PlayerPanel* player = view_.picPlayer;
-    connect(results, &ResultList::playRequested, player, &PlayerPanel::PlayerPlay);
-    connect(results, &ResultList::playOrPauseRequested, player, &PlayerPanel::playOrPause);
-    connect(results, &ResultList::skipRequested, player, &PlayerPanel::skip);
-    connect(results, &ResultList::stopPlayingRequested, player, &PlayerPanel::PlayerStop);
-    connect(player, &PlayerPanel::backUpSecondsChosen, this,
-            [this](std::int32_t seconds) { settings_.setBackUpSeconds(seconds); });
-    connect(player, &PlayerPanel::speedChosen, this,
-            [this](std::int32_t percent) { settings_.setSpeedPercent(percent); });
-
-    const auto posted = [this](const char* procedure, auto run) {
-        return [this, procedure, run] { post(procedure, run); };
-    };
-    connect(results, &ResultList::showLogRequested, this,
-            [this] { cmdSearchOptions_Click(ControlView::log); });
-    connect(results, &ResultList::columnsRequested, this,
-            [this] { cmdSearchOptions_Click(ControlView::columns); });
-    connect(results, &ResultList::sortRequested, this, [this](int column) {
-        post("lvSearchResult_ColumnClick", [this, column] {
-            const WaitCursor waiting;
-            view_.lvSearchResult->sortByColumn(column);
-        });
-    });
-    connect(results, &ResultList::copyRequested, this, posted("CopyRows", [this, results] {
-                copyRows([results](const auto& goOn) { results->copySelectedRows(goOn); });
-            }));
-    connect(results, &ResultList::copyPathsRequested, this, posted("CopyPaths", [this, results] {
-                copyRows([results](const auto& goOn) { results->copySelectedPaths(goOn); });
-            }));
-    connect(results, &ResultList::openFolderRequested, this,
-            posted("OpenFolder", [results] { results->openFolder(); }));
-    connect(results, &ResultList::searchAfreshRequested, this, &ctrlOVSearch::searchAfresh);
 }
 
 void ctrlOVSearch::addShortcuts() {
