@@ -38,6 +38,7 @@ struct ProgramRun {
     std::function<void()> act;
     bool onTerminal = false; // all streams are one terminal; `output` has what it was sent
     bool withRights = true;  // false: file permissions count, for root too
+    bool withThreads = true; // false: the system has no room for the stack of another one
     rlim_t longestFile = RLIM_INFINITY; // no file may grow beyond, as on a full disk
 };
 
@@ -62,6 +63,9 @@ constexpr std::chrono::seconds hangsAfter{120};
     std::signal(SIGINT, SIG_DFL); // whatever the tests were started with
     const rlimit limit{run.longestFile, run.longestFile};
     bool ready = setrlimit(RLIMIT_FSIZE, &limit) == 0;
+    constexpr rlim_t tooLarge = rlim_t{1} << 47U;
+    if (const rlimit stack{tooLarge, tooLarge}; !run.withThreads)
+        ready = ready && setrlimit(RLIMIT_STACK, &stack) == 0;
     if (!run.outputFile.empty())
         ready = ready && dup2(open(run.outputFile.c_str(), O_WRONLY | O_CREAT, 0600), 1) == 1;
     if (!run.withRights && geteuid() == 0)

@@ -9,6 +9,7 @@
 #include <chrono>
 #include <future>
 #include <memory>
+#include <system_error>
 #include <thread>
 #include <utility>
 
@@ -20,15 +21,18 @@ constexpr std::chrono::milliseconds patience{1000};
 // What a click may take, and nearly every folder does not.
 constexpr std::chrono::milliseconds briefWait{200};
 
-std::future<bool> askOnThread(std::function<bool()> question) {
+// An answer that never comes where no thread can be had.
+std::future<bool> askOnThread(std::function<bool()> question) try {
     std::packaged_task<bool()> task(std::move(question));
     std::future<bool> answer = task.get_future();
     std::thread(std::move(task)).detach();
     return answer;
+} catch (const std::system_error&) {
+    return {};
 }
 
 bool isThere(const std::future<bool>& answer, std::chrono::milliseconds longest) {
-    return answer.wait_for(longest) == std::future_status::ready;
+    return answer.valid() && answer.wait_for(longest) == std::future_status::ready;
 }
 
 FolderAnswer answerOf(std::future<bool>& answer) {

@@ -169,6 +169,16 @@ TEST_F(Host, StartsThoughTheServerOfItsStoreIsDead) {
     EXPECT_PRED2(holds, result.output, "204=" + server.directory() + "\n");
 }
 
+TEST_F(Host, StartsThoughNoThreadCanBeHad) {
+    ProgramRun how;
+    how.withThreads = false;
+    const ProgramResult result = run({"--self-test", "--plugin", OV_SCRIPTED_PLUGIN, "--settings",
+                                      place_.native("settings"), "--store", place_.native("")},
+                                     "answers", how);
+    EXPECT_EQ(result.exitCode, 0) << result.errors;
+    EXPECT_PRED2(holds, result.output, "204=" + place_.directory() + "\n");
+}
+
 TEST_F(Host, RemembersWhatIsChosenButNotWhatIsGivenForOneRun) {
     place_.addFolder("old & new").addFolder("last");
     place_.add("settings/Orvanta/OVHostWindow.ini",
