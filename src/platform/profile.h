@@ -25,8 +25,9 @@
 // spelling; a new key goes to the end of the first section of that name; a new section is
 // appended; a new line ends in CR LF; every other line keeps its bytes. The file is locked
 // against other writers and replaced atomically; who waits for it waits a second at most, and
-// after a wait in vain not at all until it is free again. A new file is its owner's alone. A
-// directory is never created.
+// after a wait in vain not at all until it is free again. A write that a server keeps for longer
+// has failed for its caller, but may still be made; until it ends the file stays locked. A new file
+// is its owner's alone. A directory is never created.
 //
 // A file whose server does not answer within a second reads as empty, and is not written to by this
 // process any more, so that nothing takes the place of settings that nobody has seen.

@@ -9,7 +9,7 @@ namespace ov::platform {
 
 // Keeps other writers of settings away from a file's directory while it lives. The directory
 // itself is locked: a lock on the file would be lost when the file is replaced, and a lock file
-// would be left behind.
+// would be left behind. It may end on another thread than it began on.
 class ProfileLock {
 public:
     // Waits up to a second for other writers, in the system's own queue: who asks now and then

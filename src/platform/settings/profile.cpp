@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <memory>
 #include <mutex>
 #include <set>
 #include <utility>
@@ -114,6 +115,18 @@ ProfileEdit readAndEdit(const std::string& path, std::string_view section,
     return edit(content, section, key, value);
 }
 
+// A write that is left behind keeps the lock until it has ended; one that is waited for has given
+// it back before it answers, so that the next setting finds it free.
+Status replaceLocked(std::unique_ptr<ProfileLock> lock, const std::string& path,
+                     std::string content) {
+    return patientStatus(path,
+                         [lock = std::move(lock), path, content = std::move(content)]() mutable {
+                             Status status = replaceFile(path, content, Access::ownerOnly);
+                             lock.reset();
+                             return status;
+                         });
+}
+
 } // namespace
 
 std::size_t getPrivateProfileString(std::optional<std::string_view> section,
@@ -140,15 +153,12 @@ bool writePrivateProfileString(std::optional<std::string_view> section,
     std::string content;
     ProfileEdit result = readAndEdit(path, *section, key, value, content);
     if (result == ProfileEdit::changed) { // nobody waits for what stands already
-        const ProfileLock lock(toNativePath(path));
-        if (!lock.mayGoOn())
+        auto lock = std::make_unique<ProfileLock>(toNativePath(path));
+        if (!lock->mayGoOn())
             return false;
         result = readAndEdit(path, *section, key, value, content);
         if (result == ProfileEdit::changed)
-            return patientStatus(
-                       path,
-                       [path, content] { return replaceFile(path, content, Access::ownerOnly); })
-                .ok();
+            return replaceLocked(std::move(lock), path, std::move(content)).ok();
     }
     return result == ProfileEdit::unchanged;
 }

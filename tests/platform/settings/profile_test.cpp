@@ -4,14 +4,18 @@
 // The profile calls where they go beyond what was recorded: bytes that are kept, encodings,
 // refusals, other writers, and files that are none.
 
+#include "platform/posix/unfinished_file.h"
 #include "platform/profile.h"
+#include "platform/threads/errand.h"
 #include "tests/child_process.h"
 #include "tests/settings_fixture.h"
+#include "tests/slow_store.h"
 
 #include <algorithm>
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
+#include <thread>
 
 namespace ov::platform {
 namespace {
@@ -142,6 +146,27 @@ TEST_F(Profile, aRowOfSettingsWaitsOnceForAFolderThatIsLocked) {
     flock(holder, LOCK_UN);
     EXPECT_TRUE(set("S", "k", "2")) << "free again";
     close(holder);
+}
+
+// It would take the place of what another program has written meanwhile.
+TEST_F(Profile, aWriteThatIsLeftBehindIsLockedUntilItEnds) {
+    const std::string unfinished = unfinishedName("/", 1); // which only writers look at
+    tests::TemporaryStore store;
+    store.add(unfinished.substr(1));
+    tests::SlowStore server(store);
+    if (!server.isMounted())
+        GTEST_SKIP() << tests::SlowStore::why;
+    const std::string file = server.path("f.ini");
+    const int other = open(toNativePath(server.directory()).c_str(), O_RDONLY);
+    server.hang("look", unfinished);
+    EXPECT_FALSE(writePrivateProfileString("S", "k", "1", file));
+    EXPECT_TRUE(server.hasCaught());
+    EXPECT_NE(flock(other, LOCK_EX | LOCK_NB), 0);
+    server.release();
+    while (CalledPlace::isSilent(file))
+        std::this_thread::yield();
+    EXPECT_EQ(flock(other, LOCK_EX | LOCK_NB), 0);
+    close(other);
 }
 
 TEST_F(Profile, newFilesAreTheOwnersAlone) {
