@@ -96,13 +96,30 @@ bool isFieldId(std::int32_t id) noexcept {
     return id >= 0 && id < searchFieldCount;
 }
 
+// Empty where the host has no caption of its own.
+std::string hostCaption(const FieldDefinition& definition) {
+    return definition.hostCaption.empty()
+               ? std::string()
+               : modWFRoutines::WFGetValue(gridSection, definition.hostCaption, "");
+}
+
+std::string captionOf(const FieldDefinition& definition, const std::string& ofHost, bool longForm) {
+    if (definition.captionText == noCaption)
+        return "-";
+    if (!ofHost.empty())
+        return ofHost;
+    return modLanguage::GetText(longForm ? definition.captionText
+                                         : text_id::shortCaption(definition.captionText));
+}
+
 SearchField makeField(const FieldDefinition& definition) {
+    const std::string ofHost = hostCaption(definition);
     SearchField field;
     field.Id = definition.id;
     field.Visible = definition.visible;
     field.Selectable = definition.selectable;
-    field.Caption = GetSearchFieldCaption(definition.id, true);
-    field.ShortCaption = GetSearchFieldCaption(definition.id, false);
+    field.Caption = captionOf(definition, ofHost, true);
+    field.ShortCaption = captionOf(definition, ofHost, false);
     field.ValueType = definition.valueType;
     field.ValueKind = definition.valueKind;
     field.DictationField = definition.dictationField;
@@ -159,15 +176,7 @@ std::string GetSearchFieldCaption(std::int32_t id, bool longForm) {
     if (!isFieldId(id))
         return "<?>";
     const FieldDefinition& definition = fieldDefinition(id);
-    if (definition.captionText == noCaption)
-        return "-";
-    if (!definition.hostCaption.empty())
-        if (std::string caption =
-                modWFRoutines::WFGetValue(gridSection, definition.hostCaption, "");
-            !caption.empty())
-            return caption;
-    return modLanguage::GetText(longForm ? definition.captionText
-                                         : text_id::shortCaption(definition.captionText));
+    return captionOf(definition, hostCaption(definition), longForm);
 }
 
 std::vector<const SearchField*> columnFields() {
@@ -191,10 +200,13 @@ void LoadColumnSettings() try {
     const std::string file = columnSettingsFile();
     if (file.empty())
         return;
-    for (SearchField& field : searchFields())
-        if (field.Selectable)
-            field.Visible =
-                modINI::ReadIniBoolean(columnsSection, std::to_string(field.Id), true, file);
+    std::vector<std::string> keys;
+    for (const SearchField& field : searchFields())
+        keys.push_back(std::to_string(field.Id));
+    const std::vector<bool> visible = modINI::ReadIniBooleans(columnsSection, keys, true, file);
+    for (std::size_t i = 0; i < visible.size(); ++i)
+        if (SearchField& field = searchFields()[i]; field.Selectable)
+            field.Visible = visible[i];
 } catch (const HostError& error) {
     WriteErrorLog(Error(error.number(), error.description()), "LoadColumnSettings");
 }

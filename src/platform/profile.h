@@ -19,7 +19,7 @@
 // missing and hides later ones of its name. ";" as the first character makes a comment. One pair
 // of matching outer quotes is stripped from a value, and from a default. Byte-order marks (UTF-8,
 // UTF-16) are honoured; bytes that are not UTF-8 are Windows-1252. The file is read again at every
-// call.
+// call that names it.
 //
 // Writing. A value that stands already leaves the file untouched; a key keeps its place and
 // spelling; a new key goes to the end of the first section of that name; a new section is
@@ -47,6 +47,12 @@ std::size_t getPrivateProfileString(std::optional<std::string_view> section,
                                     std::optional<std::string_view> key,
                                     std::optional<std::string_view> fallback,
                                     std::span<char> buffer, std::string_view file);
+
+// For several values of one file: its content, and what the call above answers of it.
+std::string profileContent(std::string_view file);
+std::size_t stringOfProfile(std::string_view content, std::optional<std::string_view> section,
+                            std::optional<std::string_view> key,
+                            std::optional<std::string_view> fallback, std::span<char> buffer);
 
 // Writes a value; without `value` removes the key that is read, without `key` the first section of
 // that name. True also when there was nothing to do. False without `section`, when the file cannot

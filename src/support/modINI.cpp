@@ -36,6 +36,14 @@ std::string readText(std::string_view section, std::string_view key, std::string
     return {buffer.data(), length};
 }
 
+bool booleanOf(std::string_view content, std::string_view section, std::string_view key,
+               bool fallback) {
+    std::array<char, valueBufferSize> buffer{};
+    const std::size_t length =
+        platform::stringOfProfile(content, section, key, TextFromBoolean(fallback), buffer);
+    return BooleanFromText({buffer.data(), length});
+}
+
 // Hexadecimal digits as a signed 32-bit number.
 std::optional<double> hexadecimalValue(std::string_view digits) noexcept {
     std::uint32_t number = 0;
@@ -144,8 +152,16 @@ std::int32_t ReadIniNumber(std::string_view section, std::string_view key,
 
 bool ReadIniBoolean(std::string_view section, std::string_view key, bool defaultValue,
                     std::string_view file) {
-    return BooleanFromText(
-        readText<valueBufferSize>(section, key, TextFromBoolean(defaultValue), file));
+    return booleanOf(platform::profileContent(file), section, key, defaultValue);
+}
+
+std::vector<bool> ReadIniBooleans(std::string_view section, std::span<const std::string> keys,
+                                  bool defaultValue, std::string_view file) {
+    const std::string content = platform::profileContent(file);
+    std::vector<bool> values;
+    for (const std::string& key : keys)
+        values.push_back(booleanOf(content, section, key, defaultValue));
+    return values;
 }
 
 bool WriteIniString(std::string_view section, std::string_view key, std::string_view value,

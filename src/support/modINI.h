@@ -3,8 +3,10 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 // Settings in INI files, by kind of value. Nothing here raises: what is missing or unreadable is
 // the default, and a writer tells whether the file now holds the value; one that failed has told
@@ -30,6 +32,9 @@ std::int32_t ReadIniNumber(std::string_view section, std::string_view key,
 // True for every number but zero; a text without a number counts as zero.
 bool ReadIniBoolean(std::string_view section, std::string_view key, bool defaultValue,
                     std::string_view file);
+// Those of several keys, for which the file is read once.
+std::vector<bool> ReadIniBooleans(std::string_view section, std::span<const std::string> keys,
+                                  bool defaultValue, std::string_view file);
 
 // Each writer also removes a section "[0]": no file of ours may use one.
 bool WriteIniString(std::string_view section, std::string_view key, std::string_view value,

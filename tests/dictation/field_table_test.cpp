@@ -14,6 +14,10 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+#include <sys/inotify.h>
+#include <unistd.h>
+
 namespace ov::modDictation {
 namespace {
 
@@ -155,6 +159,14 @@ TEST_F(FieldTable, ColumnsAreKeptInAFile) {
                        "27=0\n[Other]\n5=0\n");
     LoadColumnSettings();
     EXPECT_EQ(hidden(), "0 4 7 24 25 ") << "only those that can be chosen";
+
+    const int watch = inotify_init1(IN_NONBLOCK | IN_CLOEXEC);
+    inotify_add_watch(watch, (folder() / columnsFile).c_str(), IN_OPEN | IN_CLOSE);
+    LoadColumnSettings();
+    std::array<inotify_event, 100> events{};
+    EXPECT_EQ(::read(watch, events.data(), sizeof events), 2 * sizeof(inotify_event))
+        << "it is read once";
+    close(watch);
 
     std::filesystem::remove(folder() / columnsFile);
     host().answers[askForDirectory] = path("columns"); // without its end

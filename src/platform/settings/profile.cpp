@@ -133,8 +133,18 @@ std::size_t getPrivateProfileString(std::optional<std::string_view> section,
                                     std::optional<std::string_view> key,
                                     std::optional<std::string_view> fallback,
                                     std::span<char> buffer, std::string_view file) {
+    return stringOfProfile(profileContent(file), section, key, fallback, buffer);
+}
+
+std::string profileContent(std::string_view file) {
     std::string content;
     static_cast<void>(readPatiently(profilePath(file), content));
+    return content;
+}
+
+std::size_t stringOfProfile(std::string_view content, std::optional<std::string_view> section,
+                            std::optional<std::string_view> key,
+                            std::optional<std::string_view> fallback, std::span<char> buffer) {
     if (!section)
         return copyList(profileSections(content), buffer);
     const std::string_view missing = readDefault(fallback.value_or(""));
