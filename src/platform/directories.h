@@ -42,9 +42,6 @@ enum class DirectoryTimes : std::uint8_t {
     ofItsClock, // each change of names shows; a server's clock may go otherwise
 };
 
-// By the kind of the file system that the directory lies on.
-DirectoryTimes directoryTimes(std::string_view path);
-
 struct DirectoryEntry {
     std::string_view name; // bytes as stored, never "." or ".."; valid until the next call
     FileKind kind = FileKind::missing; // links followed; missing: a link that leads nowhere
@@ -64,6 +61,9 @@ public:
     Status open(std::string_view directory);
     // Of the directory that is open or was, taken before its names are read.
     const DirectoryStamp& stamp() const noexcept { return stamp_; }
+    // By the kind of the file system that the directory lies on; asks it. Unknown once the pass has
+    // ended.
+    DirectoryTimes times() const;
 
     // False at the end. A failure in the middle (the directory was removed, a bad disk) also ends
     // the pass; status() then tells.

@@ -57,6 +57,8 @@ bool FolderLister::open(AheadFolder& folder, ListedStep& step) {
         folder.problem = reader->open(folder.path);
         folder.opened = folder.problem.ok();
         folder.listing.stamp = reader->stamp();
+        if (remembered_ && folder.opened)
+            folder.listing.times = remembered_->timesOf(*reader);
     }
     folder.isCircular = folder.opened && isInside(folder.around.get(), folder.listing.stamp.id);
     const bool isToList = folder.opened && !folder.isCircular;

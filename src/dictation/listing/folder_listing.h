@@ -42,6 +42,7 @@ struct FolderListing {
     platform::DirectoryStamp stamp;
     std::vector<ListedNamesPtr> parts;
     bool hasLinks = false; // among the entries: what these lead to changes without the folder
+    platform::DirectoryTimes times = platform::DirectoryTimes::unknown; // worth of the stamp's
 
     std::size_t bytes() const noexcept;
 };
@@ -51,6 +52,8 @@ class FolderReader {
 public:
     platform::Status open(std::string_view directory);
     const platform::DirectoryStamp& stamp() const noexcept { return reader_.stamp(); }
+    // Asks the file system; while some names are not yet read.
+    platform::DirectoryTimes times() const { return reader_.times(); }
 
     // Puts the next names into `names`, some 64 KiB at most; none or few also
     // where there are more: `ended` tells.

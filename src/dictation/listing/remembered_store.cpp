@@ -88,13 +88,12 @@ std::optional<FolderListing> RememberedStore::unchanged(const std::string& direc
 
 void RememberedStore::keep(const std::string& directory, const FolderListing& listing,
                            const Moment& begun) {
-    const DirectoryTimes times = timesOf(listing.stamp.id.device, directory);
     const std::lock_guard lock(mutex_);
     Folder folder{listing, false, begun.steady, search_};
     if (const auto before = folders_.find(directory);
         before != folders_.end() && before->second.listing.stamp == listing.stamp)
         folder.firstSeen = before->second.firstSeen;
-    folder.settled = isSettled(folder, begun, times);
+    folder.settled = isSettled(folder, begun);
     if (!folder.settled)
         folder.listing.parts.clear();
     remove(directory);
@@ -106,9 +105,9 @@ void RememberedStore::keep(const std::string& directory, const FolderListing& li
     folders_.emplace(directory, std::move(folder));
 }
 
-bool RememberedStore::isSettled(const Folder& folder, const Moment& begun,
-                                DirectoryTimes times) const {
+bool RememberedStore::isSettled(const Folder& folder, const Moment& begun) const {
     using namespace std::chrono;
+    const DirectoryTimes times = folder.listing.times;
     const platform::DirectoryStamp& stamp = folder.listing.stamp;
     if (folder.listing.hasLinks || (times == DirectoryTimes::unknown && !rules_.trustsUnknown))
         return false;
@@ -119,13 +118,14 @@ bool RememberedStore::isSettled(const Folder& folder, const Moment& begun,
     return isFine && milliseconds(begun.steady - folder.firstSeen) > grain;
 }
 
-DirectoryTimes RememberedStore::timesOf(std::uint64_t device, const std::string& directory) {
+DirectoryTimes RememberedStore::timesOf(const FolderReader& folder) {
+    const std::uint64_t device = folder.stamp().id.device;
     {
         const std::lock_guard lock(mutex_);
         if (const auto known = times_.find(device); known != times_.end())
             return known->second;
     }
-    const DirectoryTimes times = platform::directoryTimes(directory); // may take its time
+    const DirectoryTimes times = folder.times(); // may take its time
     const std::lock_guard lock(mutex_);
     return times_.emplace(device, times).first->second;
 }

@@ -59,6 +59,9 @@ public:
 
     // Asked before a folder is listed.
     Moment begin() const { return rules_.clock(); }
+    // For the listing of the folder that has just been opened: asks the file system once a search
+    // and device.
+    platform::DirectoryTimes timesOf(const FolderReader& folder);
     // Takes a listing of the directory, from end to end, that began then.
     void keep(const std::string& directory, const FolderListing& listing, const Moment& begun);
 
@@ -73,8 +76,7 @@ private:
     };
 
     bool wasClockSetBack();
-    bool isSettled(const Folder& folder, const Moment& begun, platform::DirectoryTimes times) const;
-    platform::DirectoryTimes timesOf(std::uint64_t device, const std::string& directory);
+    bool isSettled(const Folder& folder, const Moment& begun) const;
     void makeRoom(std::size_t bytes);
     void remove(const std::string& directory);
 

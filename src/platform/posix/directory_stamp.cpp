@@ -33,9 +33,9 @@ std::optional<DirectoryStamp> directoryStamp(std::string_view path) {
                           nanosecondsOf(info.stx_ctime)};
 }
 
-DirectoryTimes directoryTimes(std::string_view path) {
+DirectoryTimes DirectoryReader::times() const {
     struct statfs info {};
-    if (statfs(toNativePath(path).c_str(), &info) != 0)
+    if (fstatfs(handle_, &info) != 0)
         return DirectoryTimes::unknown;
     switch (info.f_type) {
     case EXT4_SUPER_MAGIC: // and its forerunners

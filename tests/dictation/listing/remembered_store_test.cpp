@@ -1,0 +1,122 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#include "tests/dictation/listing/listing_fixture.h"
+
+namespace ov::modDictation {
+namespace {
+
+using Remembered = ListingTest;
+
+// The clock that the times of folders are taken from goes in steps.
+void waitForNextTime(const tests::TemporaryStore& store) {
+    const auto time = [&] { return platform::directoryStamp(store.directory("clock"))->changed; };
+    fs::create_directory(store.folder() / "clock");
+    for (const std::int64_t before = time(); time() == before;) {
+        std::ofstream(store.folder() / "clock/x");
+        fs::remove(store.folder() / "clock/x");
+    }
+    fs::remove(store.folder() / "clock");
+}
+
+TEST_F(Remembered, IsTheSameAsFresh) {
+    for (const std::uint32_t seed : {5U, 6U}) {
+        RandomTree tree(seed);
+        const auto believing =
+            std::make_shared<RememberedStore>(RememberedStore::Rules{.clock = muchLater});
+        for (int round = 0; round < 20; ++round) {
+            tree.change(round % 10 == 0 ? 50 : 3);
+            Texts expected;
+            walkPlainly(tree.store.directory(), 4, expected);
+            EXPECT_EQ(find(tree.store, {.remembered = believing}), expected);
+            waitForNextTime(tree.store);
+        }
+    }
+}
+
+// A folder that changes right after it was listed may keep its time.
+TEST_F(Remembered, FolderThatHasJustChangedIsNotBelieved) {
+    tests::TemporaryStore store;
+    const auto remembered = std::make_shared<RememberedStore>();
+    for (std::size_t i = 1; i <= 200; ++i) {
+        store.add(std::to_string(i) + ".WAV");
+        EXPECT_EQ(find(store, {.remembered = remembered}).size(), i);
+    }
+}
+
+TEST_F(Remembered, IsBelievedByTheRules) {
+    tests::TemporaryStore store;
+    store.add("a/x.WAV").addFolder("links").addLink("links/x.WAV", "../a/x.WAV");
+    const std::string a = store.directory("a");
+    const auto stampOf = [&](const char* name) {
+        return platform::directoryStamp(store.directory(name)).value();
+    };
+    constexpr std::int64_t second = 1'000'000'000;
+    const std::int64_t changed = stampOf("a").changed;
+    RememberedStore store1;
+    const auto timesOf = [&](const std::string& directory) {
+        FolderReader reader;
+        EXPECT_TRUE(reader.open(directory).ok());
+        return store1.timesOf(reader);
+    };
+    EXPECT_EQ(timesOf(a), platform::DirectoryTimes::ofOurClock)
+        << "tests need a folder on a usual file system";
+    EXPECT_EQ(timesOf("\\proc\\"), platform::DirectoryTimes::unknown);
+    const FolderListing listing{stampOf("a"), {std::make_shared<ListedNames>()}, false, timesOf(a)};
+    store1.keep(a, listing, {changed + second, 0});
+    EXPECT_FALSE(store1.unchanged(a)) << "too fresh";
+    store1.keep(a, listing, {changed + second, 1000});
+    EXPECT_FALSE(store1.unchanged(a)) << "still, when it is seen again";
+    store1.keep(a, listing, {changed + 3 * second, 0});
+    EXPECT_TRUE(store1.unchanged(a));
+    store1.forget();
+    EXPECT_FALSE(store1.unchanged(a));
+    store1.keep(a, listing, {changed + 3 * second, 0});
+    EXPECT_TRUE(store1.unchanged(a));
+    const FolderListing links{stampOf("links"), {}, true, timesOf(a)};
+    store1.keep(store.directory("links"), links, {changed + 100 * second, 0});
+    EXPECT_FALSE(store1.unchanged(store.directory("links"))) << "a link may lead elsewhere";
+    fs::rename(store.folder() / "a", store.folder() / "b");
+    EXPECT_FALSE(store1.unchanged(a)) << "gone";
+    store.addFolder("a");
+    EXPECT_FALSE(store1.unchanged(a)) << "another one";
+    store1.keep("\\proc\\", {stampOf("/proc"), {}}, {changed + 1000 * second, 0});
+    EXPECT_FALSE(store1.unchanged("\\proc\\")) << "nobody knows what its times are worth";
+    RememberedStore trusting({.trustsUnknown = true});
+    for (const std::int64_t seen : {0, 1000, 2500}) {
+        trusting.keep("\\proc\\", {stampOf("/proc"), {}}, {changed, seen});
+        EXPECT_EQ(trusting.unchanged("\\proc\\").has_value(), seen > 2000)
+            << "seen twice with time between, whatever clock that was";
+    }
+}
+
+// What is mounted over a folder, or leads there by another way, while it is listed.
+TEST_F(Remembered, TimesAreThoseOfTheFolderThatIsListed) {
+    tests::TemporaryStore store;
+    store.addFolder("a").addLink("way", "/proc");
+    const std::string way = store.directory("way");
+    RememberedStore remembered({.clock = muchLater});
+    FolderReader reader;
+    ASSERT_TRUE(reader.open(way).ok());
+    store.addLink("way", "a");
+    remembered.keep(way, {reader.stamp(), {}, false, remembered.timesOf(reader)},
+                    remembered.begin());
+    store.addLink("way", "/proc");
+    EXPECT_FALSE(remembered.unchanged(way));
+}
+
+TEST_F(Remembered, MemoryIsBounded) {
+    tests::TemporaryStore store;
+    for (int i = 0; i < 100; ++i)
+        store.add(std::to_string(i) + "/" + std::string(200, 'x') + ".WAV");
+    const auto remembered = std::make_shared<RememberedStore>(
+        RememberedStore::Rules{.mostBytes = 20'000, .clock = muchLater});
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_EQ(find(store, {.remembered = remembered}).size(), 100U);
+        EXPECT_LE(remembered->bytes(), 20'000U);
+    }
+    EXPECT_GT(remembered->bytes(), 10'000U);
+}
+
+} // namespace
+} // namespace ov::modDictation
