@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
+#include "dictation/listing/listing_ahead.h"
 #include "tests/dictation/listing/listing_fixture.h"
 #include "tests/slow_store.h"
 
@@ -100,6 +101,65 @@ TEST_F(Listing, GoesOnBesideAFolderThatHangs) {
     EXPECT_TRUE(report.stopped);
     EXPECT_EQ(pathsOf(hits), expected);
     EXPECT_FALSE(server.timedOut());
+}
+
+// Keeps the test from looking while somebody is at work.
+void waitUntilOnlyThisThreadRuns() {
+    const auto others = [] {
+        std::string states;
+        for (const auto& thread : fs::directory_iterator("/proc/self/task")) {
+            std::ifstream file(thread.path() / "status");
+            if (thread.path().filename() != std::to_string(gettid()))
+                for (std::string line; std::getline(file, line);)
+                    if (line.starts_with("State") || line.find("ctxt") != std::string::npos)
+                        states += line;
+        }
+        return states;
+    };
+    const auto isBusy = [](const std::string& states) {
+        return states.find("State:\tR") != std::string::npos ||
+               states.find("State:\tD") != std::string::npos;
+    };
+    for (std::string before, now = others(); isBusy(now) || now != before;) {
+        std::this_thread::yield();
+        before = std::exchange(now, others());
+    }
+}
+
+// A chain, in which one folder can be listed at a time.
+TEST_F(Listing, AheadStopsAtItsBoundAndGoesOnAsTheWalkTakes) {
+    constexpr std::size_t bound = 60'000;
+    tests::TemporaryStore store;
+    std::string folder;
+    for (int i = 0; i < 1000; ++i) {
+        store.add(folder + std::to_string(i) + std::string(200, 'x') + ".WAV");
+        if (i % 20 == 19)
+            folder += "a/";
+    }
+    const auto remembered =
+        std::make_shared<RememberedStore>(RememberedStore::Rules{.clock = muchLater});
+    ListingAhead ahead({store.directory(), -1, bound, remembered});
+    Texts found;
+    std::size_t taken = 0;
+    for (AheadFolderPtr at = ahead.root(); at;) {
+        waitUntilOnlyThisThreadRuns();
+        EXPECT_LT(remembered->bytes(), taken + bound * 3 / 2);
+        EXPECT_GT(remembered->bytes(), std::min<std::size_t>(taken + bound / 4, 200'000));
+        ahead.enter(at);
+        ListedNamesPtr names;
+        for (auto answer = ListingAhead::Taken::names; answer != ListingAhead::Taken::end;) {
+            answer = ahead.take(*at, names);
+            std::string_view rest = names ? names->dictations : std::string_view();
+            for (ListedName name; takeName(rest, name);)
+                found.push_back(at->path + std::string(name.name));
+            taken += names ? names->bytes() : 0;
+        }
+        const auto subfolders = ahead.takeSubfolders(*at);
+        at = subfolders.empty() ? nullptr : subfolders[0];
+    }
+    Texts expected;
+    walkPlainly(store.directory(), 100, expected);
+    EXPECT_EQ(found, expected);
 }
 
 } // namespace
