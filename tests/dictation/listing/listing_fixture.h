@@ -4,6 +4,7 @@
 
 #include "dictation/search/search.h"
 #include "platform/directories.h"
+#include "tests/child_process.h"
 #include "tests/settings_fixture.h"
 
 #include <algorithm>
@@ -79,6 +80,14 @@ public:
     void change(int times) {
         while (times-- > 0)
             change();
+    }
+    // The same by another program.
+    void changeElsewhere(int times) {
+        random_.discard(1000); // what the one before has used up
+        EXPECT_TRUE(tests::isTrueInChild([&] {
+            change(times);
+            return true;
+        }));
     }
 
     tests::TemporaryStore store;

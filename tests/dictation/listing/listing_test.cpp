@@ -5,7 +5,7 @@
 #include "tests/dictation/listing/listing_fixture.h"
 #include "tests/slow_store.h"
 
-#include <atomic>
+#include <sys/prctl.h>
 #include <thread>
 
 namespace ov::modDictation {
@@ -58,11 +58,12 @@ TEST_F(Listing, OfATreeThatChangesMeanwhile) {
         tree.store.add("still/" + std::to_string(i % 20) + "/" + std::to_string(i) + ".WAV");
     Texts expected;
     walkPlainly(tree.store.directory("still"), 4, expected);
-    std::atomic<bool> ended = false;
-    std::thread others([&] {
-        while (!ended)
+    const pid_t other = fork();
+    if (other == 0) {
+        prctl(PR_SET_PDEATHSIG, SIGKILL);
+        for (;;)
             tree.change();
-    });
+    }
     const auto remembered = std::make_shared<RememberedStore>();
     for (int i = 0; i < 20; ++i) {
         Texts found = find(tree.store, {.remembered = i % 2 == 0 ? remembered : nullptr});
@@ -71,8 +72,8 @@ TEST_F(Listing, OfATreeThatChangesMeanwhile) {
         });
         EXPECT_EQ(found, expected);
     }
-    ended = true;
-    others.join();
+    kill(other, SIGKILL);
+    waitpid(other, nullptr, 0);
     Texts all;
     walkPlainly(tree.store.directory(), 4, all);
     EXPECT_EQ(find(tree.store, {.remembered = remembered}), all);

@@ -3,6 +3,9 @@
 
 #include "tests/dictation/listing/listing_fixture.h"
 
+#include <sched.h>
+#include <sys/mount.h>
+
 namespace ov::modDictation {
 namespace {
 
@@ -25,7 +28,7 @@ TEST_F(Remembered, IsTheSameAsFresh) {
         const auto believing =
             std::make_shared<RememberedStore>(RememberedStore::Rules{.clock = muchLater});
         for (int round = 0; round < 20; ++round) {
-            tree.change(round % 10 == 0 ? 50 : 3);
+            tree.changeElsewhere(round % 10 == 0 ? 50 : 3);
             Texts expected;
             walkPlainly(tree.store.directory(), 4, expected);
             EXPECT_EQ(find(tree.store, {.remembered = believing}), expected);
@@ -103,6 +106,37 @@ TEST_F(Remembered, TimesAreThoseOfTheFolderThatIsListed) {
                     remembered.begin());
     store.addLink("way", "/proc");
     EXPECT_FALSE(remembered.unchanged(way));
+}
+
+// Other file systems come and go over folders that are remembered. In a process of its own, whose
+// mounts nobody else sees.
+TEST_F(Remembered, FolderThatIsMountedOverIsListed) {
+    tests::TemporaryStore store;
+    store.add("a/b/below.WAV").add("_other/above.WAV").add("x.WAV");
+    const auto mountAlone = [] {
+        return unshare(CLONE_NEWNS | (geteuid() == 0 ? 0 : CLONE_NEWUSER)) == 0 &&
+               mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
+    };
+    if (!tests::isTrueInChild(mountAlone))
+        GTEST_SKIP() << "needs a right to mount";
+    EXPECT_TRUE(tests::isTrueInChild([&] {
+        const auto remembered =
+            std::make_shared<RememberedStore>(RememberedStore::Rules{.clock = muchLater});
+        const auto finds = [&](const Texts& expected) {
+            Texts fresh;
+            walkPlainly(store.directory(), 4, fresh);
+            return fresh == expected && find(store, {.remembered = remembered}) == expected;
+        };
+        const std::string place = store.native("a");
+        const Texts below{store.path("x.WAV"), store.path("a/b/below.WAV")};
+        const Texts above{store.path("x.WAV"), store.path("a/above.WAV")};
+        return mountAlone() && finds(below) &&
+               mount(store.native("_other").c_str(), place.c_str(), nullptr, MS_BIND, nullptr) ==
+                   0 &&
+               finds(above) && umount(place.c_str()) == 0 && finds(below) &&
+               mount("none", place.c_str(), "tmpfs", 0, nullptr) == 0 && finds({below[0]}) &&
+               umount(place.c_str()) == 0 && finds(below);
+    }));
 }
 
 TEST_F(Remembered, MemoryIsBounded) {
