@@ -36,11 +36,16 @@ UChar32 nextCodePoint(std::string_view utf8, std::size_t& i) noexcept {
 }
 #pragma GCC diagnostic pop
 
+// Returns its length.
+std::size_t writeCodePoint(UChar32 c, char* to) noexcept {
+    std::size_t length = 0;
+    U8_APPEND_UNSAFE(to, length, c);
+    return length;
+}
+
 void appendCodePoint(UChar32 c, std::string& out) {
     std::array<char, U8_MAX_LENGTH> bytes{};
-    std::int32_t length = 0;
-    U8_APPEND_UNSAFE(bytes, length, c);
-    out.append(bytes.data(), static_cast<std::size_t>(length));
+    out.append(bytes.data(), writeCodePoint(c, bytes.data()));
 }
 
 std::optional<unsigned char> windows1252Byte(UChar32 c) {
@@ -73,9 +78,10 @@ char asciiUpper(char c) noexcept {
     return c >= 'a' && c <= 'z' ? static_cast<char>(c - ('a' - 'A')) : c;
 }
 
-// Composing could change what is around the character. All below the combining marks stay.
+constexpr UChar32 firstMark = 0x300; // below it nothing is composed
+
+// Composing could change what is around the character.
 bool mayCompose(UChar32 c) noexcept {
-    constexpr UChar32 firstMark = 0x300;
     return c >= firstMark && (u_getIntPropertyValue(c, UCHAR_NFC_QUICK_CHECK) != UNORM_YES ||
                               u_getCombiningClass(c) != 0);
 }
@@ -103,6 +109,41 @@ bool appendUpper(std::string_view utf8, std::string& out) {
         else
             appendCodePoint(u_toupper(c), out);
         utf8.remove_prefix(length);
+    }
+    return true;
+}
+
+// Of the characters that nearly all names are made of.
+UChar32 commonUpper(UChar32 c) noexcept {
+    static const auto capitals = [] {
+        std::array<char16_t, firstMark> table{};
+        for (std::size_t i = 0; i < table.size(); ++i)
+            table[i] = static_cast<char16_t>(u_toupper(static_cast<UChar32>(i)));
+        return table;
+    }();
+    return capitals[static_cast<std::size_t>(c)];
+}
+
+// For a text of common characters whose capitals are as long as they are, as nearly all texts are.
+// False, with part of it changed, for any other. The first loop has no way out, so that the
+// compiler takes many bytes at once.
+bool makeCommonUpper(char* text, std::size_t size) noexcept {
+    unsigned char together = 0;
+    for (std::size_t i = 0; i < size; ++i) {
+        together |= static_cast<unsigned char>(text[i]);
+        text[i] = asciiUpper(text[i]);
+    }
+    for (std::size_t i = 0; together >= 0x80 && i < size;) {
+        const std::size_t begin = i;
+        const UChar32 c = nextCodePoint({text, size}, i);
+        if (c >= 0 && c < 0x80)
+            continue;
+        if (c < 0 || c >= firstMark)
+            return false;
+        const UChar32 capital = commonUpper(c);
+        if (U8_LENGTH(capital) != U8_LENGTH(c))
+            return false;
+        writeCodePoint(capital, text + begin);
     }
     return true;
 }
@@ -219,6 +260,10 @@ std::string_view truncateUtf8(std::string_view utf8, std::size_t limit) noexcept
 
 void appendUpperCase(std::string_view utf8, std::string& out) {
     const std::size_t start = out.size();
+    out.append(utf8);
+    if (makeCommonUpper(out.data() + start, utf8.size()))
+        return;
+    out.resize(start);
     if (appendUpper<Composed::unknown>(utf8, out))
         return;
     out.resize(start);
