@@ -70,14 +70,18 @@ constexpr char secondSchemeCharacter(char c) noexcept {
 
 } // namespace
 
-// Written in place: no escape is shorter than what it becomes.
+// Decoded in place from the first special byte on: no escape is shorter than what it becomes.
 void appendDecodedFieldText(std::string_view text, std::string& out) {
-    const std::size_t start = out.size();
-    out.resize(start + text.size());
-    char* to = out.data() + start;
-    for (std::size_t i = 0; i < text.size();) {
-        const bool special = specialBytes[static_cast<unsigned char>(text[i])];
-        const Escape escape = special ? escapeAt(text.substr(i)) : Escape{};
+    const auto isSpecial = [](char c) { return specialBytes[static_cast<unsigned char>(c)]; };
+    std::size_t i = 0;
+    while (i < text.size() && !isSpecial(text[i]))
+        ++i;
+    out.append(text);
+    if (i == text.size())
+        return;
+    char* to = out.data() + out.size() - text.size() + i;
+    while (i < text.size()) {
+        const Escape escape = isSpecial(text[i]) ? escapeAt(text.substr(i)) : Escape{};
         *to++ = escape.length > 0 ? escape.becomes : text[i];
         i += std::max<std::size_t>(escape.length, 1);
     }
