@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <charconv>
 
 namespace ov::modDictation {
@@ -18,48 +19,59 @@ namespace {
 constexpr std::string_view separator = "@@";
 constexpr std::string_view ending = ".WAV";
 constexpr std::string_view finishedFolder = "ERL";
-constexpr std::size_t longestTag = 16; // "@@-2147483648$" and a spare
-
-using TagBuffer = std::array<char, longestTag>;
-
-std::string_view writeTag(std::int32_t fieldNumber, TagBuffer& buffer) noexcept {
-    char* at = buffer.data();
-    if (fieldNumber != dictation_field::status)
-        at = std::copy(separator.begin(), separator.end(), at);
-    at = std::to_chars(at, buffer.data() + buffer.size() - 1, fieldNumber).ptr;
-    *at++ = '$';
-    return {buffer.data(), static_cast<std::size_t>(at - buffer.data())};
-}
-
-// True when one of `blockSize` places from `at` on begins with the first four bytes of the tag.
-// Written without a way out of the loop, so that the compiler compares all places at once.
+// For each place from `at` on whether the tag may begin there: whether its second to fourth bytes
+// fit. Written without a way out of the loop, so that the compiler compares all places at once.
 constexpr std::size_t blockSize = 32;
-bool blockHasTag(const char* at, std::string_view tag) noexcept {
+constexpr char fits = 1;
+using Places = std::array<char, blockSize>;
+Places placesOfTag(const char* at, std::string_view tag) noexcept {
     const char third = tag[2];
     const char fourth = tag[3];
-    unsigned char found = 0;
-    for (std::size_t i = 0; i < blockSize; ++i) {
-        const bool here =
-            (at[i] == '@') & (at[i + 1] == '@') & (at[i + 2] == third) & (at[i + 3] == fourth);
-        found |= static_cast<unsigned char>(here);
-    }
-    return found != 0;
+    Places places; // NOLINT(cppcoreguidelines-pro-type-member-init): filled here
+    for (std::size_t i = 0; i < blockSize; ++i)
+        places[i] = static_cast<char>((at[i + 1] == separator[1]) & (at[i + 2] == third) &
+                                      (at[i + 3] == fourth));
+    return places;
+}
+
+// The first that begins in the block from `at` on; it may end behind it.
+std::size_t findTagInBlock(std::string_view name, std::size_t at, std::string_view tag) noexcept {
+    const Places places = placesOfTag(name.data() + at, tag);
+    const auto words = std::bit_cast<std::array<std::uint64_t, blockSize / 8>>(places);
+    if ((words[0] | words[1] | words[2] | words[3]) == 0)
+        return std::string_view::npos;
+    const std::string_view all(places.data(), places.size());
+    for (std::size_t i = all.find(fits); i != std::string_view::npos; i = all.find(fits, i + 1))
+        if (name.substr(at + i, tag.size()) == tag)
+            return at + i;
+    return std::string_view::npos;
 }
 
 // The first occurrence of a tag that begins with a separator. string_view::find stops at every
 // "@" of a name that is full of them; looking at whole blocks is several times quicker.
 std::size_t findTag(std::string_view name, std::string_view tag) noexcept {
     constexpr std::size_t looksAhead = 3;
-    std::size_t at = 0;
-    for (; at + blockSize + looksAhead <= name.size(); at += blockSize) {
-        if (!blockHasTag(name.data() + at, tag))
-            continue;
-        // The tag may begin in the block and end behind it.
-        for (std::size_t i = at; i < at + blockSize; ++i)
-            if (name[i] == '@' && name.substr(i, tag.size()) == tag)
-                return i;
+    if (name.size() < blockSize + looksAhead)
+        return name.find(tag);
+    const std::size_t last = name.size() - blockSize - looksAhead;
+    for (std::size_t at = 0;; at = std::min(at + blockSize, last)) {
+        const std::size_t found = findTagInBlock(name, at, tag);
+        if (found != std::string_view::npos || at == last)
+            return found;
     }
-    return name.find(tag, at);
+}
+
+// What stands before the next separator. One of its two characters is at an odd place.
+std::string_view valueAt(std::string_view behindTag) noexcept {
+    for (std::size_t i = 1; i < behindTag.size(); i += 2) {
+        if (behindTag[i] != separator[0])
+            continue;
+        if (behindTag[i - 1] == separator[0])
+            return behindTag.substr(0, i - 1);
+        if (i + 1 < behindTag.size() && behindTag[i + 1] == separator[0])
+            return behindTag.substr(0, i);
+    }
+    return behindTag;
 }
 
 std::int32_t fieldBehindSerial(std::int32_t pseudoField) noexcept {
@@ -91,53 +103,63 @@ void readSerial(std::int32_t field, std::string_view path, std::string_view name
         appendSerialText(*date, value);
 }
 
+// False for a field that is none of these.
+bool readDerived(std::int32_t fieldNumber, std::string_view path, std::string_view name,
+                 std::string& value) {
+    if (const std::int32_t field = fieldBehindSerial(fieldNumber); field != 0)
+        readSerial(field, path, name, value);
+    else if (fieldNumber == dictation_field::directory)
+        appendDirectoryText(path, value);
+    else if (fieldNumber == dictation_field::wholeName)
+        appendDecodedFieldText(name, value);
+    else
+        return false;
+    return true;
+}
+
 } // namespace
 
 std::string fieldTag(std::int32_t fieldNumber) {
-    TagBuffer buffer{};
-    return std::string(writeTag(fieldNumber, buffer));
+    return std::string(FieldReader(fieldNumber).tag());
 }
 
 std::optional<std::string_view> findFieldValue(std::string_view name,
                                                std::string_view tag) noexcept {
     // Only the status stands without a separator, and only at the very start.
-    if (!tag.starts_with(separator)) {
-        if (!name.starts_with(tag))
-            return std::nullopt;
-        const std::string_view value = name.substr(tag.size());
-        return value.substr(0, value.find(separator));
-    }
-    const std::size_t at = findTag(name, tag);
+    const std::size_t at = tag.starts_with(separator) ? findTag(name, tag)
+                           : name.starts_with(tag)    ? 0
+                                                      : std::string_view::npos;
     if (at == std::string_view::npos)
         return std::nullopt;
-    const std::string_view value = name.substr(at + tag.size());
-    return value.substr(0, value.find(separator));
+    return valueAt(name.substr(at + tag.size()));
 }
 
-bool GetDictationField(std::int32_t fieldNumber, std::string_view path, std::string_view name,
-                       std::string& value) {
+FieldReader::FieldReader(std::int32_t fieldNumber) noexcept : fieldNumber_(fieldNumber) {
+    char* at = tag_.data();
+    if (fieldNumber != dictation_field::status)
+        at = std::copy(separator.begin(), separator.end(), at);
+    at = std::to_chars(at, tag_.data() + tag_.size() - 1, fieldNumber).ptr;
+    *at++ = '$';
+    tagSize_ = static_cast<std::size_t>(at - tag_.data());
+}
+
+bool FieldReader::read(std::string_view path, std::string_view name, std::string& value) const {
     value.clear();
-    if (const std::int32_t field = fieldBehindSerial(fieldNumber); field != 0) {
-        readSerial(field, path, name, value);
+    if (fieldNumber_ < 0 && readDerived(fieldNumber_, path, name, value))
         return true;
-    }
-    if (fieldNumber == dictation_field::directory) {
-        appendDirectoryText(path, value);
-        return true;
-    }
-    if (fieldNumber == dictation_field::wholeName) {
-        appendDecodedFieldText(name, value);
-        return true;
-    }
-    TagBuffer tag{};
-    const auto raw = findFieldValue(name, writeTag(fieldNumber, tag));
+    const auto raw = findFieldValue(name, tag());
     if (!raw)
         return false;
-    if (fieldNumber == dictation_field::freeText)
+    if (fieldNumber_ == dictation_field::freeText)
         appendDecodedFieldText2(*raw, value);
     else
         appendDecodedFieldText(*raw, value);
     return true;
+}
+
+bool GetDictationField(std::int32_t fieldNumber, std::string_view path, std::string_view name,
+                       std::string& value) {
+    return FieldReader(fieldNumber).read(path, name, value);
 }
 
 void appendDirectoryText(std::string_view path, std::string& out) {

@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -56,6 +58,21 @@ constexpr std::int32_t changedSerial = -5;
 // serial of a field that holds no date is empty.
 bool GetDictationField(std::int32_t fieldNumber, std::string_view path, std::string_view name,
                        std::string& value);
+
+// The same for a field that is read from many names.
+class FieldReader {
+public:
+    explicit FieldReader(std::int32_t fieldNumber) noexcept;
+
+    std::int32_t fieldNumber() const noexcept { return fieldNumber_; }
+    std::string_view tag() const noexcept { return {tag_.data(), tagSize_}; }
+    bool read(std::string_view path, std::string_view name, std::string& value) const;
+
+private:
+    std::int32_t fieldNumber_;
+    std::array<char, 16> tag_{}; // the longest is "@@-2147483648$"
+    std::size_t tagSize_ = 0;
+};
 
 // The tag that a field starts with: "2$", or "@@17$".
 std::string fieldTag(std::int32_t fieldNumber);

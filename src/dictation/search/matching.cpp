@@ -164,15 +164,12 @@ PreparedCriteria::PreparedCriteria(std::span<const Criterion> criteria,
 
 std::size_t PreparedCriteria::slotFor(std::int32_t dictationField, bool upperCase) {
     const auto same = [&](const Slot& slot) {
-        return slot.dictationField == dictationField && slot.upperCase == upperCase;
+        return slot.field.fieldNumber() == dictationField && slot.upperCase == upperCase;
     };
     const auto found = std::find_if(slots_.begin(), slots_.end(), same);
     const auto index = static_cast<std::size_t>(found - slots_.begin());
-    if (found == slots_.end()) {
-        slots_.emplace_back();
-        slots_.back().dictationField = dictationField;
-        slots_.back().upperCase = upperCase;
-    }
+    if (found == slots_.end())
+        slots_.emplace_back(dictationField, upperCase);
     return index;
 }
 
@@ -189,7 +186,7 @@ const PreparedCriteria::Slot& PreparedCriteria::read(std::size_t index) {
         return slot;
     slot.isRead = true;
     std::string& target = slot.upperCase ? slot.raw : slot.value;
-    slot.present = GetDictationField(slot.dictationField, path_, name_, target);
+    slot.present = slot.field.read(path_, name_, target);
     if (slot.upperCase) {
         slot.value.clear();
         platform::appendUpperCase(slot.raw, slot.value);

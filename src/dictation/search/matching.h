@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "dictation/dictation_record.h"
 #include "dictation/search/criterion.h"
 #include "platform/locale.h"
 
@@ -62,8 +63,10 @@ private:
     // A dictation field that some criterion reads: read when first asked for, kept until the
     // next dictation.
     struct Slot {
-        std::int32_t dictationField = 0;
-        bool upperCase = false; // compared as text
+        Slot(std::int32_t dictationField, bool isText) : field(dictationField), upperCase(isText) {}
+
+        FieldReader field;
+        bool upperCase; // compared as text
         bool isRead = false;
         bool present = false;
         std::string value;
