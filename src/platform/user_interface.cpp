@@ -36,7 +36,7 @@ InterfaceState& interfaceState() {
     return ofThread;
 }
 
-constexpr std::int64_t pumpIntervalMs = 10;
+constexpr std::int64_t pumpIntervalMs = 5;
 
 // Where calls follow each other closely, for each one that asks the clock; even of the slowest so
 // many are over before a person notices.

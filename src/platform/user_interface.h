@@ -47,7 +47,8 @@ public:
 UserInterface* installUserInterface(UserInterface* userInterface);
 UserInterface& userInterface();
 
-// The pump for hot loops: asks a coarse clock and calls processMessages() at most every 10 ms.
+// The pump for hot loops: asks a coarse clock and calls processMessages() at most every 5 ms. Who
+// waits between the calls calls that itself, as not each of these asks the clock.
 void processMessagesNowAndThen();
 
 } // namespace ov::platform

@@ -150,7 +150,7 @@ ListedNamesPtr ListingAhead::State::lend(AheadFolder& folder) {
 
 // Where nobody lists what the walk waits for, all threads are held up by something else.
 bool ListingAhead::State::waitFor(const AheadFolder& folder, std::unique_lock<std::mutex>& lock) {
-    constexpr std::chrono::milliseconds most{10};
+    constexpr std::chrono::milliseconds most{5};
     const auto isThere = [&] { return !folder.untaken.empty() || folder.isListed; };
     if (threads == 0 && !isThere()) {
         FolderLister lister = newLister();

@@ -43,7 +43,7 @@ public:
 
     enum class Taken : std::uint8_t { names, nothingYet, end };
     // The next names of the entered folder, in place of those in `names`. Waits for them, but for
-    // ten milliseconds at most.
+    // five milliseconds at most.
     Taken take(AheadFolder& folder, ListedNamesPtr& names);
 
     // Those that are to be walked, in order; none is left in the folder.

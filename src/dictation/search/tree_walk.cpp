@@ -44,10 +44,10 @@ TreeWalk::TreeWalk(const Search& what, DictationList& hits, std::stop_token stop
 // What `call` answers, on a thread of its own; nothing when the search was stopped meanwhile.
 template <typename Result>
 std::optional<Result> TreeWalk::answerOf(std::function<Result()> call) {
-    constexpr std::chrono::milliseconds step{10};
+    constexpr std::chrono::milliseconds step{5};
     platform::Errand<Result> errand(std::move(call));
     while (!errand.wait(step)) {
-        pause();
+        pauseAfterWaiting();
         if (stop_.stop_requested())
             return std::nullopt;
     }
@@ -71,6 +71,16 @@ SearchReport TreeWalk::run() {
 
 void TreeWalk::pause() {
     platform::processMessagesNowAndThen();
+    watch();
+}
+
+// The window has stood still while the walk waited.
+void TreeWalk::pauseAfterWaiting() {
+    platform::userInterface().processMessages();
+    watch();
+}
+
+void TreeWalk::watch() {
     if (!watch_ || platform::coarseMilliseconds() < nextWatch_)
         return;
     watch_(report_);
@@ -128,7 +138,7 @@ void TreeWalk::ScanDirectory(AheadFolder& folder) {
                 return;
             break;
         case ListingAhead::Taken::nothingYet:
-            pause();
+            pauseAfterWaiting();
             break;
         case ListingAhead::Taken::end:
             if (!folder.problem.ok())

@@ -46,6 +46,8 @@ private:
     bool isParentThere(const AheadFolder& folder);
     void checkRoot();
     void pause();
+    void pauseAfterWaiting();
+    void watch();
     void reportProblem(const AheadFolder& folder);
     void reportUnreadable(const platform::Status& problem);
     void report(const platform::Status& problem);
