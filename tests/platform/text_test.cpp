@@ -33,6 +33,7 @@ TEST(Text, UpperCase) {
         {"az AZ 09 {}@`\0z"s, "AZ AZ 09 {}@`\0Z"s},
         {"\xC3\xA4\xC3\xB6\xC3\xBC", "\xC3\x84\xC3\x96\xC3\x9C"},  // umlauts
         {"s\u00DF\u1E9E i\u0130\u0131", "S\u00DF\u1E9E I\u0130I"}, // no letter becomes two
+        {"\u00FC\u0131\u00FC\u0250", "\u00DCI\u00DC\u2C6F"},       // capitals of other lengths
         {"\u03C3\u03C2\u03AC", "\u03A3\u03A3\u0386"},              // Greek, both sigmas
         {"\xF0\x90\x90\xA8", "\xF0\x90\x90\x80"},                  // beyond the first plane
         {"a\xE4z\xC3", "A\xE4Z\xC3"},                              // no UTF-8
