@@ -10,9 +10,9 @@ usage() {
     cat <<'END'
 usage: bench/search.sh [SECTION]... [OPTION]...
 
-Sections, all when none is named: cold (a first search), again (other criteria, the same store),
-window (the control on the store), slow (a store whose every call takes its time), start (the
-shortest calls), growth (stores of growing size).
+Sections, all when none is named: cold (a first search), threads (that list), again (other criteria,
+the same store), window (the control on the store), slow (a store whose every call takes its time),
+start (the shortest calls), growth (stores of growing size).
 
   --store DIR    measure this tree instead of one made for the run
   --build DIR    the build to measure, default build/release
@@ -48,7 +48,7 @@ while (($#)); do
     --peer-runs) peer_runs=${2:?--peer-runs needs a number} && shift ;;
     --sizes) sizes=${2:?--sizes needs numbers} && shift ;;
     -h | --help) usage && exit 0 ;;
-    cold | again | window | slow | start | growth) sections+=" $1 " ;;
+    cold | threads | again | window | slow | start | growth) sections+=" $1 " ;;
     *) usage >&2 && exit 2 ;;
     esac
     shift
@@ -82,6 +82,7 @@ fi
 describe "$store"
 check_hits "$store"
 ! wanted cold || measure_cold "$store"
+! wanted threads || measure_threads "$store" "How many threads pay"
 ! wanted again || measure_again "$store" "Searched again, other criteria, the same store"
 ! wanted window || measure_window "$store"
 ! wanted slow || measure_slow "$store"

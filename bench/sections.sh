@@ -70,8 +70,22 @@ measure_slow() { # DIR
     measure
     expect "hits on the slow store" "$("${search[@]}" "$slow" "${criteria[@]}" | wc -l)" "$hits"
     print_measured "A first search where every call takes $delay ms"
+    measure_threads "$slow" "How many threads pay where every call takes $delay ms"
     measure_again "$slow" "Searched again where every call takes $delay ms"
     unmount_slow_store
+}
+
+# The bare listing by so many threads, beside the search, which chooses their number by itself.
+measure_threads() { # DIR TITLE
+    local threads
+    forget_commands
+    add_command "ovsearch, no criterion" "$runs" "${search[@]}" "$1"
+    for threads in 1 2 3 4 8 16 32 64 128; do
+        [[ $1 == "${slow:-}" && $threads == [1-4] ]] ||
+            add_command "bare listing, $threads threads" "$runs" "$bin/ovbench_list" "$1" "$threads"
+    done
+    measure
+    print_measured "$2"
 }
 
 # What it takes to search again with other criteria, in one call of the program: four criteria files
