@@ -303,7 +303,7 @@ TEST_F(Control, RemembersHowTheColumnsWereLeft) {
 }
 
 TEST_F(Control, MakesTheBestOfSettingsOfAnyKind) {
-    write("local.ini", "[OVSearch.ctrlOVSearch]\r\nListSortKey=99\r\nListSortOrder=7\r\n"
+    write("local.ini", "[OVSearch.ctrlOVSearch]\r\nListSortKey=99\r\nListSortOrder=2\r\n"
                        "ColumnOrder=9,99,0,x,5,5,1\r\nColumnWidths=18:5000,7,9:0,99:1,8:-3\r\n"
                        "CriteriaShare=2000\r\nPlayerSpeed=999\r\nPlayerBackUpSeconds=11\r\n");
     openControl();
@@ -633,6 +633,8 @@ TEST_F(Control, PlaysByKeyAndByMouse) {
     EXPECT_GE(modMultimedia::MciGetPosition("PBWave"), 5000);
     key(results(), Qt::Key_Left, Qt::ControlModifier);
     EXPECT_LT(modMultimedia::MciGetPosition("PBWave"), 5000);
+    control_ = nullptr;
+    EXPECT_EQ(modMultimedia::MciGetPosition("PBWave"), -1) << "plays on without its control";
 }
 
 TEST_F(Control, HandsOutTheSelectedRows) {
