@@ -4,6 +4,7 @@
 // What the buttons, keys and menus of the control do.
 
 #include "control/ctrlOVSearch.h"
+#include "control/search_hint.h"
 #include "dialogs/frmCriteria.h"
 #include "support/language/text_ids.h"
 #include "support/modUtil.h"
@@ -17,6 +18,7 @@ void ctrlOVSearch::enter(ControlState state) {
         return;
     state_ = state;
     view_.show(state);
+    showHint();
 }
 
 void ctrlOVSearch::post(const char* procedure, std::function<void()> run) {
@@ -60,7 +62,7 @@ void ctrlOVSearch::cmdSearchOptions_Click(int index) {
             return;
         switch (index) {
         case ControlView::search:
-            runSearch();
+            runSearch(SearchRun::Questions::asks);
             break;
         case ControlView::print:
             exportResults();
@@ -95,9 +97,9 @@ void ctrlOVSearch::cmdSearchKriteriaOptions_Click(int index) {
     });
 }
 
-void ctrlOVSearch::runSearch() {
+void ctrlOVSearch::runSearch(SearchRun::Questions withoutCriteria) {
     const std::string root = dictationTree_; // the host may name another one meanwhile
-    SearchRun run({view_, *this, stop_.get_token(), remembered_,
+    SearchRun run({view_, *this, stop_.get_token(), withoutCriteria, remembered_,
                    [this](ControlState state) { enter(state); }, [this] { return isEnding(); },
                    [this](const modDictation::Search& what) {
                        view_.picPlayer->PlayerStop();
@@ -125,8 +127,27 @@ void ctrlOVSearch::searchAfresh() {
     post("SearchAfresh", [this] {
         remembered_->forget();
         if (storeAnswers())
-            runSearch();
+            runSearch(SearchRun::Questions::asks);
     });
+}
+
+void ctrlOVSearch::listAll() {
+    view_.lvSearchResult->setFocus(); // the button goes away
+    post("ListAll", [this] {
+        if (storeAnswers())
+            runSearch(SearchRun::Questions::listsAll);
+    });
+}
+
+// While a search goes on nothing is known yet.
+void ctrlOVSearch::showHint() {
+    if (rulesOf(state_).tellsHost) {
+        view_.emptyState->say({}, false);
+        return;
+    }
+    const SearchHint hint =
+        searchHint(dictationTree_, view_.lvSearchCriteria->hasCriteria(), outcome_, searched_);
+    view_.emptyState->say(hint.text, hint.offersAll);
 }
 
 // No command: what it does is done at once, and only marks what others look at.

@@ -116,12 +116,22 @@ QWidget* ControlView::buildResultHalf() {
     column->addWidget(lblSearchResult);
     lvSearchResult = new ResultList(half);
     column->addWidget(lvSearchResult, 1);
+    buildEmptyState();
     column->addLayout(buildNoticeRow(half));
 
     picPlayer = new PlayerPanel(half);
     picPlayer->setSelection([this] { return lvSearchResult->selected().path(); });
     column->addWidget(picPlayer);
     return half;
+}
+
+void ControlView::buildEmptyState() {
+    emptyState = new EmptyState(*lvSearchResult);
+    QPushButton& button = emptyState->button();
+    button.setObjectName(QStringLiteral("cmdListAll"));
+    button.setIcon(widgets::icon("search"));
+    setCaption(button, text_id::listAllButton);
+    setTip(button, text_id::listAllTip);
 }
 
 QBoxLayout* ControlView::buildSearchRow(QWidget* parent) {
@@ -171,6 +181,7 @@ void ControlView::setTabOrder() {
     for (const SearchOption option : {print, columns, log})
         next(cmdSearchOptions[option]);
     next(lvSearchResult);
+    next(&emptyState->button());
 }
 
 void ControlView::retranslate(QWidget& control) const {

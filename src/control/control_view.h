@@ -5,6 +5,7 @@
 
 #include "control/control_state.h"
 #include "control/criteria/criteria_list.h"
+#include "control/criteria/empty_state.h"
 #include "control/results/result_list.h"
 #include "playback/panel/player_panel.h"
 
@@ -59,6 +60,7 @@ public:
     QPushButton* cmdSearchStop = nullptr;
     QLabel* lblSearchResult = nullptr;
     ResultList* lvSearchResult = nullptr;
+    EmptyState* emptyState = nullptr; // of the result list
     QLabel* lblSearchNoticeIcon = nullptr;
     QLabel* lblSearchNotice = nullptr;
     PlayerPanel* picPlayer = nullptr;
@@ -66,6 +68,7 @@ public:
 private:
     QWidget* buildCriteriaHalf();
     QWidget* buildResultHalf();
+    void buildEmptyState();
     QBoxLayout* buildSearchRow(QWidget* parent);
     QBoxLayout* buildNoticeRow(QWidget* parent);
     void setTabOrder();

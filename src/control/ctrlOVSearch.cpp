@@ -132,6 +132,7 @@ void ctrlOVSearch::connectAll() {
     for (int i = 0; i < static_cast<int>(view_.cmdSearchKriteriaOptions.size()); ++i)
         connect(view_.cmdSearchKriteriaOptions[static_cast<std::size_t>(i)], &QPushButton::clicked,
                 this, [this, i] { cmdSearchKriteriaOptions_Click(i); });
+    connect(&view_.emptyState->button(), &QPushButton::clicked, this, &ctrlOVSearch::listAll);
     connect(view_.cmdSearchStop, &QPushButton::clicked, this, &ctrlOVSearch::stopSearch);
     for (QRadioButton* option : view_.optCriteriaCompare)
         connect(option, &QRadioButton::clicked, this, &ctrlOVSearch::compareChanged);
@@ -192,6 +193,7 @@ void ctrlOVSearch::EventSource_ActionEvent(std::int32_t action, std::int32_t /*s
         if (isEnding())
             return;
         dictationTree_ = std::move(root);
+        showHint();
         refresh();
     } else if (isAction(parameter, "LANGUAGE")) {
         // The plug-in object was told before us and has set the language.
@@ -231,6 +233,7 @@ void ctrlOVSearch::retranslate() {
     setAccessibleName(widgets::toQt(title));
     view_.retranslate(*this);
     showOutcome(view_, outcome_);
+    showHint();
 }
 
 } // namespace ov

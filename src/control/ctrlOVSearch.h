@@ -112,7 +112,9 @@ private:
 
     // False, after a box, when the store cannot be reached; lets messages be handled meanwhile.
     bool storeAnswers();
-    void runSearch();
+    void runSearch(SearchRun::Questions withoutCriteria);
+    void listAll();
+    void showHint();
     void searchAfresh();
     void stopSearch();
     void exportResults();

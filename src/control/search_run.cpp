@@ -90,6 +90,11 @@ QString noticeText(const modDictation::SearchReport& report) {
 
 bool checkDictationTree(const std::string& root, QWidget& owner,
                         const std::function<bool()>& isEnding) {
+    if (root.empty()) {
+        modUtil::ShowMessage(text_id::noStoreChosen, platform::MessageIcon::information, {},
+                             &owner);
+        return false;
+    }
     const auto exists = platform::patientlyPumping(
         root, [root] { return platform::directoryExists(root); }, [&] { return !isEnding(); });
     if (isEnding() || exists.value_or(false))
@@ -138,7 +143,8 @@ std::vector<modDictation::Criterion> SearchRun::criteria() {
     std::vector<modDictation::Criterion> all;
     std::ranges::transform(caller_.view.lvSearchCriteria->criteria(), std::back_inserter(all),
                            modDictation::ParseCriteriaString);
-    if (all.empty() && modUtil::AskYesNo(text_id::searchWithoutCriteria, {}, &caller_.owner))
+    if (all.empty() && (caller_.withoutCriteria == Questions::listsAll ||
+                        modUtil::AskYesNo(text_id::searchWithoutCriteria, {}, &caller_.owner)))
         all.emplace_back();
     return all;
 }

@@ -27,10 +27,13 @@ struct SearchOutcome {
 // HostError; the rows shown by then stay.
 class SearchRun {
 public:
+    enum class Questions : std::uint8_t { asks, listsAll }; // when there are no criteria
+
     struct Caller {
         ControlView& view;
         QWidget& owner;       // of boxes
         std::stop_token stop; // ends the walk
+        Questions withoutCriteria;
         std::shared_ptr<modDictation::RememberedStore> remembered;
         // The state changes; it is not called once the control is ending.
         std::function<void(ControlState)> enter;
@@ -65,8 +68,9 @@ QString noticeText(const modDictation::SearchReport& report);
 // The label and the notice at the hits; without an outcome they tell none.
 void showOutcome(const ControlView& view, const std::optional<SearchOutcome>& outcome);
 
-// Tells that the directory cannot be reached when it does not exist, or its server does not answer;
-// false then, and when the control ended. Lets messages be handled meanwhile.
+// Tells that the directory cannot be reached when it does not exist, or its server does not answer,
+// or that none is chosen; false then, and when the control ended. Lets messages be handled
+// meanwhile.
 bool checkDictationTree(const std::string& root, QWidget& owner,
                         const std::function<bool()>& isEnding);
 

@@ -47,8 +47,9 @@ constexpr std::array<Row, textCount> table{{
      u"The settings cannot be saved: %1\n\nWhat you change holds until the program ends.",
      u"Die Einstellungen können nicht gespeichert werden: %1\n\nWas Sie ändern, gilt bis zum Ende "
      u"des Programms."},
-    {Text::noFolderChosen, u"No dictation folder yet: choose one with File, Open dictation folder.",
-     u"Noch kein Diktatverzeichnis: Wählen Sie es über Datei, Diktatverzeichnis öffnen."},
+    {Text::noFolderChosen, u"No dictation folder has been chosen yet.",
+     u"Es ist noch kein Diktatverzeichnis gewählt."},
+    {Text::chooseFirstFolder, u"&Choose the dictation folder…", u"Diktatverzeichnis &wählen …"},
     {Text::progressBar, u"Progress", u"Fortschritt"},
     {Text::working, u"Working…", u"In Arbeit …"},
     {Text::logViewTitle, u"Log", u"Protokoll"},

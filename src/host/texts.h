@@ -34,6 +34,7 @@ enum class Text {
     folderIsSilent,
     settingsUnsaved,
     noFolderChosen,
+    chooseFirstFolder,
     progressBar,
     working,
     logViewTitle,

@@ -6,19 +6,17 @@
 #include "dialogs/frmCriteria.h"
 #include "dictation/search/tree_scan.h"
 #include "playback/modMultimedia.h"
-#include "support/modINI.h"
 #include "support/unsaved.h"
+#include "tests/control/control_fixture.h"
 #include "tests/environment.h"
 #include "tests/scripted_media.h"
 #include "tests/wave_files.h"
-#include "tests/window/window_fixture.h"
 
 #include <QAbstractItemModelTester>
 #include <QDesktopServices>
 #include <QMessageBox>
 #include <QMimeData>
 #include <QScrollBar>
-#include <QSplitter>
 #include <QTextBrowser>
 #include <QToolTip>
 
@@ -27,74 +25,7 @@ namespace {
 
 using namespace tests;
 
-class Control : public WindowTest {
-protected:
-    QTreeWidget& criteria() { return widget<QTreeWidget>("lvSearchCriteria"); }
-    QPushButton& button(const char* name) { return widget<QPushButton>(name); }
-    std::string label() { return widget<QLabel>("lblSearchResult").text().toStdString(); }
-    // Answers the editor that `open` brings up: the author is to contain `text`.
-    static void enter(const std::function<void()>& open, const char* text) {
-        withDialog(open, [text](QDialog& dialog) {
-            choose(child<QComboBox>(dialog, "cboField"), 5);
-            child<QLineEdit>(dialog, "txtValue(0)").setText(QString::fromLatin1(text));
-            QTest::keyClick(&dialog, Qt::Key_Return);
-        });
-    }
-    // "Anna; *Berta; " with a star at the selected one, by the criteria's first values.
-    std::string criteriaLine() {
-        std::string line;
-        for (int i = 0; i < criteria().topLevelItemCount(); ++i) {
-            const auto* entry = criteria().topLevelItem(i);
-            const std::string text = entry->data(0, Qt::UserRole).toByteArray().toStdString();
-            line += (entry->isSelected() ? "*" : "") +
-                    modDictation::ParseCriteriaString(text).Value1 + "; ";
-        }
-        return line;
-    }
-
-    const ResultModel& model() { return dynamic_cast<const ResultModel&>(*results().model()); }
-    int column(int field) { return model().columnOf(field); }
-    std::string columnTexts(int field) {
-        std::string all;
-        for (int row = 0; row < model().rowCount(); ++row)
-            all += model().text(row, column(field)).toStdString() + "; ";
-        return all;
-    }
-    // Takes columns from a list of the chooser that `open` brings up, by their places there; each
-    // place counts without those before it.
-    static void transfer(const std::function<void()>& open, const char* list, const char* button,
-                         const std::vector<int>& places) {
-        withDialog(open, [&](QDialog& dialog) {
-            for (const int place : places) {
-                child<QListWidget>(dialog, list).setCurrentRow(place);
-                clickOn(dialog, button);
-            }
-            clickOn(dialog, "cmdOK");
-        });
-    }
-    void hideColumns(const std::vector<int>& places) {
-        transfer([this] { press("cmdSearchOptions(3)"); }, "lstRight", "cmdTransfer(1)", places);
-    }
-    void sortBy(int field) { clickHeader(column(field)); }
-    std::string setting(const char* key) {
-        return modINI::ReadIniValueDirect("OVSearch.ctrlOVSearch", key, "", path("local.ini"));
-    }
-    void speak(const char* language) {
-        host().answers["PI_GetLanguage"] = language;
-        action("language");
-    }
-    std::string selectedRows() {
-        std::string rows;
-        for (int row = 0; row < model().rowCount(); ++row)
-            rows += results().selectionModel()->isRowSelected(row) ? '*' : '-';
-        return rows;
-    }
-    // How often the host was called with what begins so.
-    auto calls(std::string_view beginning) {
-        return std::count_if(host().calls.begin(), host().calls.end(),
-                             [&](const auto& call) { return call.starts_with(beginning); });
-    }
-};
+using Control = ControlTest;
 
 TEST_F(Control, StartsWithDefaultsAndRemembersTheChoices) {
     openControl();
@@ -431,21 +362,22 @@ TEST_F(Control, ReadsAsOneGoesAndFollowsTheLanguage) {
     EXPECT_EQ(tabOrder(window()),
               "lvSearchCriteria cmdSearchKriteriaOptions(0) optCriteriaCompare(1) "
               "cmdSearchOptions(0) cmdSearchOptions(2) cmdSearchOptions(3) cmdSearchOptions(4) "
-              "lvSearchResult cmdSearchPlayer(0) cmdSearchPlayer(1) cmdSearchPlayer(2) "
+              "lvSearchResult cmdListAll cmdSearchPlayer(0) cmdSearchPlayer(1) cmdSearchPlayer(2) "
               "cmdSearchPlayerOptions slSearchPlayerSeek slSearchPlayerVolume ");
     EXPECT_TRUE(isTidy(window()));
     for (const auto* one : window().findChildren<QPushButton*>())
         EXPECT_FALSE(one->isVisible() && (one->icon().isNull() || one->toolTip().isEmpty()))
             << one->objectName().toStdString();
-    const QImage hints[] = {criteria().grab().toImage(), results().grab().toImage()};
+    const QImage hint = criteria().grab().toImage();
     speak("7");
     EXPECT_EQ(readable(window()),
               "|Abbr&echen|S&uchen|Drucken/E&xportieren …|S&palten …|P&rotokoll|Suchergebnis|"
+              "Noch keine Suchkriterien. Fügen Sie mit „Neu“ eines hinzu, oder lassen Sie alle "
+              "Diktate auflisten.|&Alle auflisten|"
               "00:00:00|00:00:00|100 %|&Neu …|&Bearbeiten …|&Löschen|Alle &Kriterien|"
               "&Mindestens ein Kriterium|Gefunden werden Diktate, auf die alle Kriterien "
               "zutreffen.");
-    EXPECT_NE(criteria().grab().toImage(), hints[0]);
-    EXPECT_NE(results().grab().toImage(), hints[1]);
+    EXPECT_NE(criteria().grab().toImage(), hint);
 }
 
 TEST_F(Control, TellsWhatASearchLeftOut) {

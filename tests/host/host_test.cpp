@@ -149,6 +149,10 @@ TEST_F(Host, AnswersThePlugIn) {
     EXPECT_TRUE(fs::is_directory(place_.native("settings/Orvanta/Data/DAss")));
 }
 
+TEST_F(Host, BeginsWithOneButtonThatChoosesTheFolder) {
+    EXPECT_EQ(seen("first-folder"), "&Choose the dictation folder…\n\\\n");
+}
+
 TEST_F(Host, StartsThoughTheServerOfItsStoreIsDead) {
     tests::SlowStore server(place_);
     if (!server.isMounted())

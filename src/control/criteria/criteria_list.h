@@ -18,6 +18,7 @@ class CriteriaList final : public QTreeWidget {
 public:
     explicit CriteriaList(QWidget* parent);
 
+    bool hasCriteria() const { return topLevelItemCount() > 0; }
     // In list order.
     std::vector<std::string> criteria() const;
 

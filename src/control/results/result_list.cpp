@@ -3,7 +3,6 @@
 
 #include "control/results/result_list.h"
 
-#include "control/criteria/list_hint.h"
 #include "control/results/result_delegate.h"
 #include "platform/user_interface.h"
 #include "support/language/text_ids.h"
@@ -219,12 +218,6 @@ void ResultList::mouseDoubleClickEvent(QMouseEvent* event) {
 void ResultList::keyboardSearch(const QString& search) {
     if (model_->rowCount() <= mostRowsToJumpIn)
         QTableView::keyboardSearch(search);
-}
-
-void ResultList::paintEvent(QPaintEvent* event) {
-    QTableView::paintEvent(event);
-    if (isEmpty())
-        paintListHint(*viewport(), text(text_id::resultHint));
 }
 
 } // namespace ov

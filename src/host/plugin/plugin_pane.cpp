@@ -39,6 +39,11 @@ void PluginPane::setMessage(const QString& title, const QString& reason, const Q
     message_.setVisible(!control_);
 }
 
+void PluginPane::focusControl() const {
+    if (controlWindow_)
+        controlWindow_->setFocus();
+}
+
 void PluginPane::dropControl() {
     controlWindow_ = nullptr;
     // Its end may call back; by then there is no control here.
@@ -70,7 +75,7 @@ std::shared_ptr<IFormExtension> PluginPane::AddPlugInControl(std::string_view pr
     message_.hide();
     fit();
     controlWindow_->show();
-    controlWindow_->setFocus(); // its keys work from the start
+    focusControl(); // its keys work from the start
     updateGeometry();
     return control;
 }

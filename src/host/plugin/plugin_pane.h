@@ -30,6 +30,8 @@ public:
     void setMessage(const QString& title, const QString& reason, const QString& advice);
 
     bool hasControl() const { return control_ != nullptr; }
+    // Gives the control the keyboard.
+    void focusControl() const;
     // Lets go of the control, if the plug-in did not do so before.
     void dropControl();
 

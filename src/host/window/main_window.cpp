@@ -38,12 +38,16 @@ MainWindow::MainWindow(PluginSession& session, ProgressNotes& progress, HostSett
     : session_(session),
       settings_(settings),
       texts_(texts),
-      pane_(new PluginPane(session, this)),
+      pages_(new QStackedWidget(this)),
+      pane_(new PluginPane(session, pages_)),
+      firstPage_(new FirstPage(texts, pages_)),
       trace_(new TraceDock(texts, this)),
       progress_(new ProgressPanel(progress, texts, this)),
       menu_(new HostMenu(*menuBar(), *trace_->toggleViewAction(), settings, texts, this)) {
     setObjectName(u"mainWindow"_s);
-    setCentralWidget(pane_);
+    setCentralWidget(pages_);
+    pages_->addWidget(pane_);
+    pages_->addWidget(firstPage_);
     addDockWidget(Qt::BottomDockWidgetArea, trace_);
     trace_->hide();
     statusBar()->addWidget(progress_, 1);
@@ -62,6 +66,7 @@ MainWindow::~MainWindow() {
 
 void MainWindow::connectMenu() {
     connect(menu_, &HostMenu::openFolderChosen, this, &MainWindow::askForFolder);
+    connect(firstPage_, &FirstPage::folderWanted, this, &MainWindow::askForFolder);
     // Later: a plug-in that hears of it may let window messages be handled, and the entries of the
     // recent folders are made anew whenever their menu comes up.
     connect(menu_, &HostMenu::folderChosen, this, &MainWindow::openFolder, Qt::QueuedConnection);
@@ -93,13 +98,23 @@ void MainWindow::connectSession() {
 
 void MainWindow::load(const QString& plugInFile) {
     notLoaded_ = session_.start(plugInFile);
+    showPage();
     if (notLoaded_)
         emit failed(texts_(notLoaded_->text, notLoaded_->arguments));
     else
         placeControl();
     showFailure();
-    if (!notLoaded_ && settings_.dictationFolder().empty())
-        statusBar()->showMessage(texts_(Text::noFolderChosen));
+    showPage();
+}
+
+// A plug-in that could not be loaded has more to say than that there is no folder.
+void MainWindow::showPage() {
+    const bool isFirst = !notLoaded_ && settings_.dictationFolder().empty();
+    pages_->setCurrentWidget(isFirst ? static_cast<QWidget*>(firstPage_) : pane_);
+    if (isFirst)
+        firstPage_->setFocus();
+    else
+        pane_->focusControl();
 }
 
 void MainWindow::placeControl() {
@@ -186,6 +201,7 @@ void MainWindow::useFolder(const QString& folder) {
     saveSettings();
     statusBar()->clearMessage();
     showTitle();
+    showPage();
     session_.sendAction(action_event::changed, "DIR_NETDICTATIONTREE");
 }
 

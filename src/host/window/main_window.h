@@ -8,6 +8,7 @@
 #include "host/plugin/plugin_session.h"
 #include "host/settings.h"
 #include "host/texts.h"
+#include "host/window/first_page.h"
 #include "host/window/host_menu.h"
 #include "host/window/log_view.h"
 #include "host/window/progress_notes.h"
@@ -15,6 +16,7 @@
 #include "host/window/trace_dock.h"
 
 #include <QMainWindow>
+#include <QStackedWidget>
 #include <optional>
 
 namespace ov::host {
@@ -49,6 +51,7 @@ private:
     void connectSession();
     void translate();
     void showFailure();
+    void showPage();
     void showTitle();
     void askForFolder();
     void showFolderDialog(const QString& folder);
@@ -65,7 +68,9 @@ private:
     PluginSession& session_;
     HostSettings& settings_;
     Texts& texts_;
+    QStackedWidget* pages_;
     PluginPane* pane_;
+    FirstPage* firstPage_;
     TraceDock* trace_;
     ProgressPanel* progress_;
     HostMenu* menu_;

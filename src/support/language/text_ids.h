@@ -35,6 +35,17 @@ constexpr std::int32_t hitLimitReached = 1240;  // %1%: how many dictations are 
 constexpr std::int32_t namesSkipped = 1241;     // %1%: how many
 constexpr std::int32_t criteriaNotSaved = 1242; // %1%: why
 
+// What the list of hits says while it is empty
+constexpr std::int32_t listAllButton = 1300;
+constexpr std::int32_t listAllTip = 1308;
+constexpr std::int32_t noStoreChosen = 1301;
+constexpr std::int32_t noCriteriaHint = 1302;
+constexpr std::int32_t noneMeetsThis = 1303; // the criterion follows on a line of its own
+constexpr std::int32_t noneMeetsThese = 1304;
+constexpr std::int32_t noneMeetsTogether = 1305;
+constexpr std::int32_t noneMeetsAny = 1306;
+constexpr std::int32_t storeIsEmpty = 1307; // %1%: the folder
+
 // Its buttons and their tooltips
 constexpr std::int32_t searchButton = 1020;
 constexpr std::int32_t printButton = 1022;

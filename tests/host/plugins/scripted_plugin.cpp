@@ -6,12 +6,15 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QDir>
+#include <QFileDialog>
 #include <QLabel>
 #include <QMenu>
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPointer>
 #include <QProgressBar>
+#include <QPushButton>
 #include <QTableWidget>
 #include <QTimer>
 #include <cstdio>
@@ -126,6 +129,8 @@ public:
             hearEvents();
         if (isTold(u"window"_s))
             showWindow();
+        if (isTold(u"first-folder"_s))
+            chooseFirstFolder();
         if (isTold(u"search"_s))
             startSearch();
         if (isTold(u"refuse-init"_s))
@@ -221,6 +226,22 @@ private:
         for (const QWidget* window : QApplication::topLevelWidgets())
             if (const auto* box = qobject_cast<const QMessageBox*>(window))
                 print(box->text().section(u'\n', 0, 0).toStdString());
+    }
+
+    // As a new user does, who has nothing but the one button.
+    void chooseFirstFolder() {
+        auto* button = hostWidget<QPushButton>(u"chooseFolder"_s);
+        print(button->isVisible() ? button->text().toStdString() : "no first page");
+        button->click();
+        QFileDialog* dialog = nullptr;
+        waitUntil([&] {
+            dialog = button->window()->findChild<QFileDialog*>();
+            return dialog != nullptr && dialog->isVisible();
+        });
+        emit dialog->fileSelected(QDir::rootPath());
+        dialog->close();
+        waitUntil([&] { return !button->isVisible(); });
+        print(call("PI_GetDirectory", {204}));
     }
 
     // A search that pumps messages; the window is closed below it.

@@ -1,0 +1,57 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#include "control/search_hint.h"
+
+#include "support/language/text_ids.h"
+#include "widgets/text.h"
+
+#include <algorithm>
+
+namespace ov {
+
+using widgets::text;
+
+namespace {
+
+QString nothingFoundHint(const SearchOutcome& outcome, const modDictation::Search& searched) {
+    if (outcome.report.filesTested == 0)
+        return text(text_id::storeIsEmpty,
+                    {widgets::toUtf8(widgets::nativePathText(searched.root))});
+    if (!searched.all)
+        return text(text_id::noneMeetsAny);
+    const std::vector<bool> emptying = emptyingCriteria(outcome);
+    const auto count = std::ranges::count(emptying, true);
+    if (count == 0)
+        return text(text_id::noneMeetsTogether);
+    QStringList lines{text(count == 1 ? text_id::noneMeetsThis : text_id::noneMeetsThese)};
+    for (std::size_t i = 0; i < emptying.size(); ++i)
+        if (emptying[i])
+            lines << widgets::toQt(modDictation::GetCriterionText(searched.criteria.at(i)));
+    return lines.join(u'\n');
+}
+
+} // namespace
+
+std::vector<bool> emptyingCriteria(const SearchOutcome& outcome) {
+    if (outcome.hitCount > 0 || outcome.report.stopped || outcome.report.filesTested == 0)
+        return {};
+    std::vector<bool> emptying;
+    for (const std::int64_t matched : outcome.report.matched)
+        emptying.push_back(matched == 0);
+    return emptying;
+}
+
+SearchHint searchHint(const std::string& root, bool hasCriteria,
+                      const std::optional<SearchOutcome>& outcome,
+                      const modDictation::Search& searched) {
+    if (root.empty())
+        return {text(text_id::noStoreChosen)};
+    if (outcome && !outcome->report.stopped && !outcome->report.rootVanished)
+        return {nothingFoundHint(*outcome, searched)};
+    if (!hasCriteria)
+        return {text(text_id::noCriteriaHint), true};
+    return {text(text_id::resultHint)};
+}
+
+} // namespace ov

@@ -1,0 +1,83 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "control/ctrlOVSearch.h"
+#include "support/modINI.h"
+#include "tests/window/window_fixture.h"
+
+#include <QSplitter>
+
+namespace ov::tests {
+
+// What the tests of the whole control share.
+class ControlTest : public WindowTest {
+protected:
+    QTreeWidget& criteria() { return widget<QTreeWidget>("lvSearchCriteria"); }
+    QPushButton& button(const char* name) { return widget<QPushButton>(name); }
+    std::string label() { return widget<QLabel>("lblSearchResult").text().toStdString(); }
+    // Answers the editor that `open` brings up: the author is to contain `text`.
+    static void enter(const std::function<void()>& open, const char* text) {
+        withDialog(open, [text](QDialog& dialog) {
+            choose(child<QComboBox>(dialog, "cboField"), 5);
+            child<QLineEdit>(dialog, "txtValue(0)").setText(QString::fromLatin1(text));
+            QTest::keyClick(&dialog, Qt::Key_Return);
+        });
+    }
+    // "Anna; *Berta; " with a star at the selected one, by the criteria's first values.
+    std::string criteriaLine() {
+        std::string line;
+        for (int i = 0; i < criteria().topLevelItemCount(); ++i) {
+            const auto* entry = criteria().topLevelItem(i);
+            const std::string text = entry->data(0, Qt::UserRole).toByteArray().toStdString();
+            line += (entry->isSelected() ? "*" : "") +
+                    modDictation::ParseCriteriaString(text).Value1 + "; ";
+        }
+        return line;
+    }
+
+    const ResultModel& model() { return dynamic_cast<const ResultModel&>(*results().model()); }
+    int column(int field) { return model().columnOf(field); }
+    std::string columnTexts(int field) {
+        std::string all;
+        for (int row = 0; row < model().rowCount(); ++row)
+            all += model().text(row, column(field)).toStdString() + "; ";
+        return all;
+    }
+    // Takes columns from a list of the chooser that `open` brings up, by their places there; each
+    // place counts without those before it.
+    static void transfer(const std::function<void()>& open, const char* list, const char* button,
+                         const std::vector<int>& places) {
+        withDialog(open, [&](QDialog& dialog) {
+            for (const int place : places) {
+                child<QListWidget>(dialog, list).setCurrentRow(place);
+                clickOn(dialog, button);
+            }
+            clickOn(dialog, "cmdOK");
+        });
+    }
+    void hideColumns(const std::vector<int>& places) {
+        transfer([this] { press("cmdSearchOptions(3)"); }, "lstRight", "cmdTransfer(1)", places);
+    }
+    void sortBy(int field) { clickHeader(column(field)); }
+    std::string setting(const char* key) {
+        return modINI::ReadIniValueDirect("OVSearch.ctrlOVSearch", key, "", path("local.ini"));
+    }
+    void speak(const char* language) {
+        host().answers["PI_GetLanguage"] = language;
+        action("language");
+    }
+    std::string selectedRows() {
+        std::string rows;
+        for (int row = 0; row < model().rowCount(); ++row)
+            rows += results().selectionModel()->isRowSelected(row) ? '*' : '-';
+        return rows;
+    }
+    // How often the host was called with what begins so.
+    auto calls(std::string_view beginning) {
+        return std::count_if(host().calls.begin(), host().calls.end(),
+                             [&](const auto& call) { return call.starts_with(beginning); });
+    }
+};
+
+} // namespace ov::tests

@@ -1,0 +1,81 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#include "tests/control/control_fixture.h"
+
+// What the control says where there is nothing to list yet, or nothing was found.
+
+namespace ov {
+namespace {
+
+using namespace tests;
+
+class FirstScreen : public ControlTest {
+protected:
+    // What stands in the empty list; nothing while it has rows.
+    std::string hint() {
+        const auto& label = widget<QLabel>("lblListHint");
+        return label.isVisible() ? label.text().toStdString() : "";
+    }
+};
+
+TEST_F(FirstScreen, SaysThatNoFolderIsChosenYet) {
+    host().answers["PI_GetDirectory(204)"] = "";
+    openControl();
+    EXPECT_TRUE(hint().starts_with("No dictation folder has been chosen yet."));
+    EXPECT_FALSE(button("cmdListAll").isVisible());
+    search();
+    ASSERT_EQ(user->boxes.size(), 1U);
+    EXPECT_EQ(user->boxes[0].text, hint());
+    host().answers["PI_GetDirectory(204)"] = store.directory();
+    action("DIR_NETDICTATIONTREE");
+    EXPECT_TRUE(hint().ends_with("or list all dictations."));
+}
+
+TEST_F(FirstScreen, ListsAllWithoutAQuestion) {
+    store.add("2$WAV.WAV");
+    openControl();
+    results().setFocus();
+    key(results(), Qt::Key_Tab);
+    ASSERT_EQ(window().focusWidget(), &button("cmdListAll"));
+    key(button("cmdListAll"), Qt::Key_Space);
+    EXPECT_TRUE(user->boxes.empty());
+    EXPECT_EQ(model().rowCount(), 1);
+    EXPECT_EQ(hint(), "");
+    EXPECT_EQ(window().focusWidget(), &results());
+    speak("7");
+    EXPECT_EQ(button("cmdListAll").text(), QStringLiteral("&Alle auflisten"));
+}
+
+TEST_F(FirstScreen, TellsWhichCriterionEmptiedTheList) {
+    struct Case {
+        std::string criteria;
+        bool all;
+        std::string hint;
+    };
+    for (const Case& c : std::vector<Case>{
+             {"5|17|Anna|\n5|17|Zoe|\n", true,
+              "No dictation meets this criterion:\n\"Author\" contains Zoe"},
+             {"5|17|Yve|\n5|17|Zoe|\n", true,
+              "No dictation meets even one of these criteria:\n\"Author\" contains Yve\n\"Author\" "
+              "contains Zoe"},
+             {"5|17|Anna|\n5|17|Berta|\n", true,
+              "Each criterion is met by some dictations, but none meets all of them together."},
+             {"5|17|Yve|\n5|17|Zoe|\n", false, "No dictation meets any of the criteria."}}) {
+        store.add("2$WAV@@14$Anna.WAV").add("2$WAV@@14$Berta.WAV");
+        closeControl(); // which keeps its criteria
+        write("SearchCriteria.dat", criterion(c.criteria));
+        openControl();
+        EXPECT_EQ(hint(), "The dictations that a search finds are listed here.");
+        clickOn(window(), c.all ? "optCriteriaCompare(1)" : "optCriteriaCompare(0)");
+        search();
+        EXPECT_EQ(hint(), c.hint);
+    }
+    for (const char* author : {"Anna", "Berta"})
+        fs::remove(store.native(std::string("2$WAV@@14$") + author + ".WAV"));
+    search();
+    EXPECT_TRUE(hint().starts_with("There are no dictations in the folder /")) << hint();
+}
+
+} // namespace
+} // namespace ov
