@@ -5,11 +5,14 @@
 //
 // Drives the real control on a big store (ovbench_store) as a typist would, without criteria, and
 // prints what the window takes: the search beyond the walk, the longest time without a handled
-// timer event, sorts by every column, paging, selecting all, memory, searching again.
+// timer event, sorts by every column, paging, selecting all, the keys of a filter, memory,
+// searching again.
 
 #include "bench/quiet_host.h"
 #include "control/criteria/criteria_list.h"
 #include "control/ctrlOVSearch.h"
+#include "control/results/filter_edit.h"
+#include "control/results/result_model.h"
 #include "dictation/search/criterion.h"
 #include "dictation/search/tree_scan.h"
 #include "platform/files.h"
@@ -152,6 +155,46 @@ void measureSorts(QTableView& list) {
     std::printf("longest time without a timer event        %8.1f ms\n", watch.worstMilliseconds());
 }
 
+// From a key to the rows.
+double filterMilliseconds(QWidget& window, QChar letter) {
+    auto& edit = *window.findChild<FilterEdit*>();
+    const auto& model = *window.findChild<ResultModel*>();
+    const auto* before = model.kept();
+    return milliseconds([&] {
+        edit.insert(letter);
+        while (model.kept() == before)
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        window.findChild<QTableView*>(QStringLiteral("lvSearchResult"))->viewport()->repaint();
+    });
+}
+
+// The first key of all makes the texts of the rows, which otherwise begins when the keyboard comes.
+void measureFilter(QWidget& window) {
+    auto& edit = *window.findChild<FilterEdit*>();
+    const double before = megabytesResident();
+    std::printf("filter, first key, texts not yet made     %8.0f ms\n",
+                filterMilliseconds(window, u'w'));
+    std::printf("memory of the texts                       %8.0f MB\n",
+                megabytesResident() - before);
+    StallWatch watch;
+    for (const char16_t* words : {u"wav", u"röntgen hoch", u"21/11", u"00:0", u"e", u"zzz"}) {
+        edit.clear();
+        finishCommands();
+        double worst = 0;
+        for (const QChar letter : QString::fromUtf16(words))
+            if (!letter.isSpace())
+                worst = std::max(worst, filterMilliseconds(window, letter));
+            else
+                edit.insert(letter);
+        std::printf("filter \"%s\", worst key, %8d rows  %*.0f ms\n",
+                    qPrintable(QString::fromUtf16(words)),
+                    window.findChild<ResultModel*>()->rowCount(), 12, worst);
+    }
+    std::printf("longest time without a timer event        %8.1f ms\n", watch.worstMilliseconds());
+    edit.clear();
+    finishCommands();
+}
+
 // Searches as the user would: presses the button and says Yes to the question.
 double searchMilliseconds(QWidget& window) {
     const YesSayer user;
@@ -230,6 +273,7 @@ int main(int argc, char** argv) try {
     std::printf("select all                                %8.1f ms\n",
                 milliseconds([&] { list.selectAll(); }));
     list.clearSelection();
+    measureFilter(window);
     if (argc < 3)
         measureSorts(list);
     measureSearchAgain(window);

@@ -8,6 +8,7 @@
 #include "dialogs/frmCriteria.h"
 #include "support/language/text_ids.h"
 #include "support/modUtil.h"
+#include "widgets/text.h"
 
 #include <utility>
 
@@ -105,6 +106,7 @@ void ctrlOVSearch::runSearch(SearchRun::Questions withoutCriteria) {
                        view_.picPlayer->PlayerStop();
                        outcome_.reset();
                        searched_ = what;
+                       view_.txtResultFilter->clear();
                    }});
     enter(ControlState::asking);
     try {
@@ -143,6 +145,10 @@ void ctrlOVSearch::listAll() {
 void ctrlOVSearch::showHint() {
     if (rulesOf(state_).tellsHost) {
         view_.emptyState->say({}, false);
+        return;
+    }
+    if (view_.lvSearchResult->isFiltered()) {
+        view_.emptyState->say(widgets::text(text_id::filterHint), false);
         return;
     }
     const SearchHint hint =

@@ -110,10 +110,7 @@ QWidget* ControlView::buildResultHalf() {
     auto* column = tight<QVBoxLayout>(half);
     column->addLayout(buildSearchRow(half));
 
-    lblSearchResult = new QLabel(half);
-    lblSearchResult->setObjectName(QStringLiteral("lblSearchResult"));
-    lblSearchResult->setTextFormat(Qt::PlainText);
-    column->addWidget(lblSearchResult);
+    column->addLayout(buildListHead(half));
     lvSearchResult = new ResultList(half);
     column->addWidget(lvSearchResult, 1);
     buildEmptyState();
@@ -150,6 +147,17 @@ QBoxLayout* ControlView::buildSearchRow(QWidget* parent) {
     return row;
 }
 
+QBoxLayout* ControlView::buildListHead(QWidget* parent) {
+    lblSearchResult = new QLabel(parent);
+    lblSearchResult->setObjectName(QStringLiteral("lblSearchResult"));
+    lblSearchResult->setTextFormat(Qt::PlainText);
+    txtResultFilter = new FilterEdit(parent);
+    auto* row = new QHBoxLayout;
+    row->addWidget(lblSearchResult, 1);
+    row->addWidget(txtResultFilter, 1);
+    return row;
+}
+
 QBoxLayout* ControlView::buildNoticeRow(QWidget* parent) {
     lblSearchNoticeIcon = new QLabel(parent);
     constexpr int side = 16;
@@ -180,6 +188,7 @@ void ControlView::setTabOrder() {
     next(cmdSearchStop);
     for (const SearchOption option : {print, columns, log})
         next(cmdSearchOptions[option]);
+    next(txtResultFilter);
     next(lvSearchResult);
     next(&emptyState->button());
 }
@@ -187,6 +196,7 @@ void ControlView::setTabOrder() {
 void ControlView::retranslate(QWidget& control) const {
     widgets::translate(control);
     lvSearchCriteria->retranslate();
+    txtResultFilter->retranslate();
     lvSearchResult->retranslate();
     picPlayer->retranslate();
     splitter->setAccessibleName(widgets::text(text_id::title)); // it has the keyboard meanwhile

@@ -6,6 +6,7 @@
 #include "control/control_state.h"
 #include "control/criteria/criteria_list.h"
 #include "control/criteria/empty_state.h"
+#include "control/results/filter_edit.h"
 #include "control/results/result_list.h"
 #include "playback/panel/player_panel.h"
 
@@ -59,6 +60,7 @@ public:
     std::array<QPushButton*, 5> cmdSearchOptions{};
     QPushButton* cmdSearchStop = nullptr;
     QLabel* lblSearchResult = nullptr;
+    FilterEdit* txtResultFilter = nullptr;
     ResultList* lvSearchResult = nullptr;
     EmptyState* emptyState = nullptr; // of the result list
     QLabel* lblSearchNoticeIcon = nullptr;
@@ -70,6 +72,7 @@ private:
     QWidget* buildResultHalf();
     void buildEmptyState();
     QBoxLayout* buildSearchRow(QWidget* parent);
+    QBoxLayout* buildListHead(QWidget* parent);
     QBoxLayout* buildNoticeRow(QWidget* parent);
     void setTabOrder();
 

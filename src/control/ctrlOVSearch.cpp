@@ -141,6 +141,7 @@ void ctrlOVSearch::connectAll() {
 
     connectCriteria();
     connectResults();
+    connectFilter();
 }
 
 void ctrlOVSearch::connectCriteria() {
@@ -165,7 +166,8 @@ void ctrlOVSearch::addShortcuts() {
     add(Qt::Key_F5, search);
     add(QKeySequence::Find, search);
     add(Qt::SHIFT | Qt::Key_F5, &ctrlOVSearch::searchAfresh);
-    add(Qt::Key_Escape, &ctrlOVSearch::stopSearch);
+    add(Qt::Key_Escape, &ctrlOVSearch::escape);
+    add(Qt::CTRL | Qt::Key_K, &ctrlOVSearch::enterFilter);
     const auto addExport = [&](const QKeySequence& key, exporting::print::Command what) {
         add(key, [this, what] {
             post("ExportRows", [this, what] {

@@ -91,6 +91,7 @@ private:
     void connectAll();
     void connectCriteria();
     void connectResults();
+    void connectFilter();
     void addShortcuts();
     void retranslate();
     void refresh() {} // hook of the host's "UPDATE": nothing to refresh
@@ -117,6 +118,8 @@ private:
     void showHint();
     void searchAfresh();
     void stopSearch();
+    void escape();
+    void enterFilter();
     void exportResults();
     void exportRows(exporting::print::Command what, bool selectedOnly);
     void chooseColumns();

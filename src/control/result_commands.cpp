@@ -10,6 +10,7 @@
 #include "support/language/text_ids.h"
 #include "support/modUtil.h"
 #include "support/patient_files.h"
+#include "widgets/text.h"
 
 #include <QMenu>
 #include <utility>
@@ -54,6 +55,38 @@ void ctrlOVSearch::connectResults() {
     connect(results, &ResultList::searchAfreshRequested, this, &ctrlOVSearch::searchAfresh);
 }
 
+// A filter says by itself how many rows it leaves.
+void ctrlOVSearch::connectFilter() {
+    FilterEdit* edit = view_.txtResultFilter;
+    ResultList* results = view_.lvSearchResult;
+    connect(edit, &FilterEdit::entered, results, &ResultList::prepareFilter);
+    connect(edit, &QLineEdit::textChanged, results, &ResultList::filterBy);
+    connect(edit, &FilterEdit::left, results, qOverload<>(&QWidget::setFocus));
+    connect(results, &ResultList::filterRequested, this, &ctrlOVSearch::enterFilter);
+    connect(results, &ResultList::filterFound, this, [this, results] {
+        post("FilterRows", [this, results] {
+            results->showFound();
+            showOutcome(view_, outcome_);
+            showHint();
+        });
+    });
+}
+
+void ctrlOVSearch::enterFilter() {
+    view_.txtResultFilter->setFocus(Qt::ShortcutFocusReason);
+    view_.txtResultFilter->selectAll();
+}
+
+// What is at work, else the filter.
+void ctrlOVSearch::escape() {
+    if (rulesOf(state_).stops)
+        stopSearch();
+    else if (!view_.txtResultFilter->text().isEmpty())
+        view_.txtResultFilter->clear();
+    else if (view_.txtResultFilter->hasFocus())
+        view_.lvSearchResult->setFocus();
+}
+
 // The menu of the button.
 void ctrlOVSearch::exportResults() {
     if (view_.lvSearchResult->isEmpty()) {
@@ -78,7 +111,8 @@ void ctrlOVSearch::exportRows(exporting::print::Command what, bool selectedOnly)
         modUtil::ShowMessage(text_id::nothingToPrint, platform::MessageIcon::information, {}, this);
         return;
     }
-    exporting::Document document = exporting::describe(searched_);
+    exporting::Document document = exporting::describe(
+        searched_, list.isFiltered() ? widgets::toUtf8(list.filterText()) : std::string());
     for (const std::int32_t field : list.shownFields())
         document.columns.push_back(exporting::columnOf(field));
     const std::vector<std::int32_t> all = list.shownHits();

@@ -56,8 +56,11 @@ private:
     QTimer timer_;
 };
 
-// " (12 dictations)".
-std::string countText(std::int32_t hitCount) {
+// " (12 dictations)", of which a filter may show fewer.
+std::string countText(std::int32_t hitCount, const ResultList& list) {
+    if (list.isFiltered())
+        return " " + GetText(text_id::filteredCount,
+                             {std::to_string(list.results().rowCount()), std::to_string(hitCount)});
     return " (" + std::to_string(hitCount) + " " +
            GetText(hitCount == 1 ? text_id::dictation : text_id::dictations) + ")";
 }
@@ -208,8 +211,8 @@ void SearchRun::tellOutcome(const SearchOutcome& outcome) {
 }
 
 void showOutcome(const ControlView& view, const std::optional<SearchOutcome>& outcome) {
-    view.lblSearchResult->setText(
-        widgets::text(text_id::resultLabel, {outcome ? countText(outcome->hitCount) : ""}));
+    view.lblSearchResult->setText(widgets::text(
+        text_id::resultLabel, {outcome ? countText(outcome->hitCount, *view.lvSearchResult) : ""}));
     view.setNotice(outcome ? noticeText(outcome->report) : QString());
 }
 

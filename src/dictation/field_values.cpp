@@ -35,28 +35,54 @@ std::string timeText(std::string value) {
     return secondsText(*seconds);
 }
 
+// Without `codes` in the language of the thread.
+std::string textOf(std::int32_t code, const CodeTexts* codes) {
+    return codes != nullptr ? codes->of(code) : GetStatusText(code);
+}
+
 // Sums of several flags mostly have no text of their own; then each set flag is named.
-std::string flagsText(std::string value) {
+std::string flagsText(std::string value, const CodeTexts* codes) {
     const std::int32_t code = GetFieldCode(dictation_field::flags, value);
     const auto bits = static_cast<std::uint32_t>(leadingInt32(value));
     if (bits == 0 && isAllDigits(value))
         return {};
     if (code == noCode)
         return value;
-    if (std::string text = GetStatusText(code); !text.empty())
+    if (std::string text = textOf(code, codes); !text.empty())
         return text;
     std::string names;
     for (std::int32_t flag = firstFlagCode; flag <= lastFlagCode; ++flag)
         if ((bits >> static_cast<unsigned>(flag - firstFlagCode) & 1U) != 0)
-            names.append(names.empty() ? "" : ", ").append(GetStatusText(flag));
+            names.append(names.empty() ? "" : ", ").append(textOf(flag, codes));
     return names;
 }
 
-std::string codeText(std::int32_t dictationField, std::string value) {
+std::string codeText(std::int32_t dictationField, std::string value, const CodeTexts* codes) {
     const std::int32_t code = GetFieldCode(dictationField, value);
     if (code == noCode)
         return value;
-    return GetStatusText(code);
+    return textOf(code, codes);
+}
+
+std::string shown(std::int32_t field, const Dictation& dictation, const CodeTexts* codes) {
+    const FieldDefinition& definition = fieldDefinition(field);
+    std::string value;
+    readField(definition.dictationField, dictation, value);
+    switch (definition.valueType) {
+    case ValueType::date:
+        return dateText(std::move(value));
+    case ValueType::time:
+        return timeText(std::move(value));
+    case ValueType::status:
+    case ValueType::priority:
+        return codeText(definition.dictationField, std::move(value), codes);
+    case ValueType::flag:
+        return flagsText(std::move(value), codes);
+    case ValueType::none:
+        return {};
+    default:
+        return value;
+    }
 }
 
 double dateNumber(std::string_view value) {
@@ -75,25 +101,26 @@ std::optional<TypedValue> exactNumber(std::string_view text) {
 
 } // namespace
 
+CodeTexts::CodeTexts() {
+    std::int32_t allFlags = 0;
+    for (std::int32_t flag = firstFlagCode; flag <= lastFlagCode; ++flag)
+        allFlags += flag;
+    for (std::int32_t code = 0; code <= allFlags; ++code)
+        texts_.push_back(GetStatusText(code));
+}
+
+const std::string& CodeTexts::of(std::int32_t code) const noexcept {
+    static const std::string none;
+    const auto place = static_cast<std::size_t>(code);
+    return code >= 0 && place < texts_.size() ? texts_[place] : none;
+}
+
 std::string shownValue(std::int32_t field, const Dictation& dictation) {
-    const FieldDefinition& definition = fieldDefinition(field);
-    std::string value;
-    readField(definition.dictationField, dictation, value);
-    switch (definition.valueType) {
-    case ValueType::date:
-        return dateText(std::move(value));
-    case ValueType::time:
-        return timeText(std::move(value));
-    case ValueType::status:
-    case ValueType::priority:
-        return codeText(definition.dictationField, std::move(value));
-    case ValueType::flag:
-        return flagsText(std::move(value));
-    case ValueType::none:
-        return {};
-    default:
-        return value;
-    }
+    return shown(field, dictation, nullptr);
+}
+
+std::string shownValue(std::int32_t field, const Dictation& dictation, const CodeTexts& codes) {
+    return shown(field, dictation, &codes);
 }
 
 bool sortsByNumber(std::int32_t field) noexcept {

@@ -10,6 +10,7 @@
 #include <optional>
 #include <string>
 #include <variant>
+#include <vector>
 
 // The value of a search field as a person reads it, as a list sorts by it, and as what it is.
 // List, terminal, export and print all take them from here.
@@ -20,6 +21,20 @@ namespace ov::modDictation {
 // name has one, lengths as hh:mm:ss, codes as their text. A value that is not what its field
 // should hold is shown as it stands; an absent one is empty.
 std::string shownValue(std::int32_t field, const Dictation& dictation);
+
+// The texts of all codes, in the language of the thread that made it. For threads that have none.
+class CodeTexts {
+public:
+    CodeTexts();
+    // Empty for codes that have none.
+    const std::string& of(std::int32_t code) const noexcept;
+
+private:
+    std::vector<std::string> texts_; // by code
+};
+
+// The same with those texts. Takes only the locale from its thread.
+std::string shownValue(std::int32_t field, const Dictation& dictation, const CodeTexts& codes);
 
 // True for fields that sort by sortNumber, false for those that sort by their shown value.
 bool sortsByNumber(std::int32_t field) noexcept;

@@ -38,12 +38,14 @@ Column columnOf(std::int32_t field) {
             modDictation::GetSearchFieldCaption(field, false), definition.width};
 }
 
-Document describe(const modDictation::Search& search) {
+Document describe(const modDictation::Search& search, const std::string& filter) {
     Document document;
     document.title = GetText(text_id::defaultPrintTitle);
     const std::int32_t language = modLanguage::Language();
     document.language = language_id::isGerman(language) ? "de" : "en";
     document.criteria = criteriaInWords(search);
+    if (!filter.empty())
+        document.criteria.push_back(GetText(text_id::filteredBy, {filter}));
     document.madeOn = GetText(text_id::printedOn, {platform::formatShortDate(platform::now())});
     document.storeFolder = platform::textFromBytes(platform::toNativePath(search.root));
     document.pageNumber = GetText(text_id::pageNumber);

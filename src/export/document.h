@@ -48,8 +48,8 @@ struct Document {
     PageStyle style;
 };
 
-// A document with all that can be known: the words for what was searched, the date of today, the
-// usual title. Columns are the caller's.
-Document describe(const modDictation::Search& search);
+// A document with all that can be known: the words for what was searched and for what the hits were
+// filtered by, the date of today, the usual title. Columns are the caller's.
+Document describe(const modDictation::Search& search, const std::string& filter = {});
 
 } // namespace ov::exporting

@@ -9,7 +9,6 @@
 #include <array>
 #include <charconv>
 #include <chrono>
-#include <cstdio>
 #include <utility>
 
 namespace ov::platform {
@@ -25,10 +24,14 @@ LocaleState& localeState() {
     return ofThread;
 }
 
-std::string padded(int value, int digits) {
+// For rows by the million: the general formatter takes ten times as long.
+std::string padded(int value, std::size_t digits) {
     std::array<char, 16> text{};
-    const int length = std::snprintf(text.data(), text.size(), "%0*d", digits, value);
-    return {text.data(), static_cast<std::size_t>(length)};
+    char* const end = std::to_chars(text.data(), text.data() + text.size(), value).ptr;
+    std::string number(text.data(), static_cast<std::size_t>(end - text.data()));
+    if (value >= 0 && number.size() < digits)
+        number.insert(0, digits - number.size(), '0');
+    return number;
 }
 
 std::string joined(const std::string& a, const std::string& b, const std::string& c, char between) {
@@ -104,7 +107,7 @@ void setLocale(std::optional<Locale> locale) {
 
 std::string formatShortDate(const DateTime& date) {
     const Locale& own = locale();
-    const int dayDigits = own.dayTwoDigits ? 2 : 1;
+    const std::size_t dayDigits = own.dayTwoDigits ? 2 : 1;
     const std::string day = padded(date.day, dayDigits);
     const std::string month = padded(date.month, dayDigits);
     const std::string year = padded(date.year, 4);

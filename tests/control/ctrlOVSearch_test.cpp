@@ -362,7 +362,8 @@ TEST_F(Control, ReadsAsOneGoesAndFollowsTheLanguage) {
     EXPECT_EQ(tabOrder(window()),
               "lvSearchCriteria cmdSearchKriteriaOptions(0) optCriteriaCompare(1) "
               "cmdSearchOptions(0) cmdSearchOptions(2) cmdSearchOptions(3) cmdSearchOptions(4) "
-              "lvSearchResult cmdListAll cmdSearchPlayer(0) cmdSearchPlayer(1) cmdSearchPlayer(2) "
+              "txtResultFilter lvSearchResult cmdListAll cmdSearchPlayer(0) cmdSearchPlayer(1) "
+              "cmdSearchPlayer(2) "
               "cmdSearchPlayerOptions slSearchPlayerSeek slSearchPlayerVolume ");
     EXPECT_TRUE(isTidy(window()));
     for (const auto* one : window().findChildren<QPushButton*>())

@@ -44,6 +44,8 @@ ResultList::ResultList(QWidget* parent)
     columns_ = new ResultColumns(*this, *model_);
     connect(columns_, &ResultColumns::clicked, this, &ResultList::sortRequested);
     connect(columns_, &ResultColumns::menuRequested, this, &ResultList::columnsRequested);
+    filter_ = new QuickFilter(this, [this] { return filterSource(); });
+    connect(filter_, &QuickFilter::found, this, &ResultList::takeFound);
 }
 
 void ResultList::setUp() {
@@ -67,15 +69,20 @@ void ResultList::setSettings(const ControlSettings& settings) {
 }
 
 void ResultList::setBusy(bool busy) {
+    busy_ = busy;
     horizontalHeader()->setSectionsClickable(!busy);
+    if (!busy && found_) // from the event loop, as a command may just be ending
+        QMetaObject::invokeMethod(this, &ResultList::filterFound, Qt::QueuedConnection);
 }
 
 void ResultList::removeAllRows() {
     model_->clear();
+    filterAfresh();
 }
 
 void ResultList::setHits(std::unique_ptr<modDictation::DictationList> hits) {
     model_->setHits(std::move(hits));
+    filterAfresh();
 }
 
 // ---- Sorting
@@ -140,6 +147,7 @@ void ResultList::ApplyColumns() {
     const ResultSelection::Kept rows = selection_.keep();
     const std::int32_t field = sortedField();
     columns_->apply();
+    filterAfresh();
     // The key is an index, so it must follow its column; -1 when that is gone.
     if (const int column = model_->columnOf(field);
         field != modDictation::noField && column != listSortKey_) {
@@ -162,6 +170,7 @@ std::vector<std::int32_t> ResultList::shownHits() const {
 void ResultList::retranslate() {
     setAccessibleName(text(text_id::resultList));
     model_->retranslate();
+    filterAfresh();
     viewport()->update();
 }
 
@@ -202,6 +211,8 @@ void ResultList::keyPressEvent(QKeyEvent* event) {
         Q_EMIT copyRequested();
     else if (enter || space)
         playKeyPressed(*event, enter);
+    else if (event->text() == QLatin1String("/"))
+        Q_EMIT filterRequested();
     else if (event->modifiers() == Qt::ControlModifier &&
              (event->key() == Qt::Key_Left || event->key() == Qt::Key_Right))
         Q_EMIT skipRequested(event->key() == Qt::Key_Left ? -skipSeconds : skipSeconds);

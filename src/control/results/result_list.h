@@ -4,6 +4,7 @@
 #pragma once
 
 #include "control/control_settings.h"
+#include "control/results/quick_filter.h"
 #include "control/results/result_columns.h"
 #include "control/results/result_model.h"
 #include "control/results/result_selection.h"
@@ -12,6 +13,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -57,7 +59,23 @@ public:
     // Lets window messages be handled. When it throws, all is as it was before.
     void sortByColumn(int column);
 
+    // Somebody is about to type what filters the list.
+    void prepareFilter();
+    // Asks for the rows that show all these words, in whichever of the shown columns; filterFound()
+    // comes later. Hits and columns that are others afterwards are filtered too.
+    void filterBy(const QString& text);
+    // Shows the rows found, in the same order and as far as they stay selected.
+    void showFound();
+    bool isFiltered() const { return model_->kept() != nullptr; }
+    const QString& filterText() const { return filterText_; }
+    // Selects the first row and goes there.
+    void selectFirst();
+
 Q_SIGNALS:
+    // "/".
+    void filterRequested();
+    // showFound() can show other rows now.
+    void filterFound();
     // Enter, or a double click on a row.
     void playRequested();
     // Space.
@@ -75,7 +93,7 @@ Q_SIGNALS:
     void searchAfreshRequested();
 
 public:
-    // While the caller works on the rows, headers cannot be clicked.
+    // While the caller works on the rows, headers cannot be clicked, and rows stay.
     void setBusy(bool busy);
 
     // More than fits a clipboard sensibly; such a list is exported.
@@ -103,10 +121,17 @@ private:
     std::int32_t sortedField() const;
 
     QMenu* buildMenu();
+    modDictation::RowTexts::Source filterSource() const;
+    void takeFound(const QuickFilter::Kept& kept);
+    void filterAfresh();
 
     ResultModel* model_;
     ResultColumns* columns_;
     ResultSelection selection_;
+    QuickFilter* filter_;
+    QString filterText_;
+    std::optional<QuickFilter::Kept> found_; // not shown yet
+    bool busy_ = false;
     ControlSettings settings_;
     std::int32_t listSortKey_ = 1;
     std::int32_t listSortOrder_ = 0;

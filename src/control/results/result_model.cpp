@@ -17,7 +17,7 @@ namespace ov {
 using widgets::toQt;
 
 ResultModel::ResultModel(QObject* parent)
-    : QAbstractTableModel(parent), hits_(std::make_unique<modDictation::DictationList>()) {}
+    : QAbstractTableModel(parent), hits_(std::make_shared<modDictation::DictationList>()) {}
 
 int ResultModel::rowCount(const QModelIndex& parent) const {
     return parent.isValid() ? 0 : rows_;
@@ -64,11 +64,12 @@ void ResultModel::setHits(std::unique_ptr<modDictation::DictationList> hits) {
     beginResetModel();
     rows_ = 0;
     order_ = {};
+    kept_ = nullptr;
     orders_.forget();
-    std::swap(hits_, hits);
+    std::shared_ptr<const modDictation::DictationList> old = std::exchange(hits_, std::move(hits));
     endResetModel();
     // The memory of a million takes longer to give back than a window should stand still.
-    platform::startDetached([old = std::shared_ptr(std::move(hits))]() mutable { old.reset(); });
+    platform::startDetached([old = std::move(old)]() mutable { old.reset(); });
 }
 
 void ResultModel::showFirst(std::int32_t count) {
@@ -84,19 +85,38 @@ void ResultModel::showFirst(std::int32_t count) {
 void ResultModel::setOrder(std::vector<std::int32_t> order) {
     beginResetModel();
     order_ = std::move(order);
-    rows_ = static_cast<int>(order_.size());
+    showKept();
     endResetModel();
 }
 
+void ResultModel::setKept(std::shared_ptr<const modDictation::KeptHits> kept) {
+    beginResetModel();
+    kept_ = std::move(kept);
+    showKept();
+    endResetModel();
+}
+
+void ResultModel::showKept() {
+    shownOfKept_.clear();
+    rows_ = kept_ ? kept_->count : hits_->size();
+    if (!kept_)
+        return;
+    shownOfKept_.reserve(static_cast<std::size_t>(rows_));
+    for (std::int32_t i = 1; i <= hits_->size(); ++i)
+        if (const std::int32_t hit = order_.empty() ? i : order_[static_cast<std::size_t>(i) - 1];
+            kept_->marks[static_cast<std::size_t>(hit) - 1] != 0)
+            shownOfKept_.push_back(hit);
+}
+
 std::int32_t ResultModel::hitOf(int row) const {
-    return order_.empty() ? row + 1 : order_.at(static_cast<std::size_t>(row));
+    return shown().empty() ? row + 1 : shown().at(static_cast<std::size_t>(row));
 }
 
 int ResultModel::rowOf(std::int32_t hit) const {
-    if (order_.empty())
+    if (shown().empty())
         return hit <= rows_ ? hit - 1 : -1;
-    const auto found = std::find(order_.begin(), order_.end(), hit);
-    return found == order_.end() ? -1 : static_cast<int>(found - order_.begin());
+    const auto found = std::find(shown().begin(), shown().end(), hit);
+    return found == shown().end() ? -1 : static_cast<int>(found - shown().begin());
 }
 
 modDictation::Dictation ResultModel::dictation(int row) const {

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "dictation/field_table.h"
+#include "dictation/filter/row_filter.h"
 #include "dictation/search/dictation_list.h"
 #include "dictation/search/result_order.h"
 
@@ -57,6 +58,7 @@ public:
     // Takes over the hits of a search, of which no row is shown yet.
     void setHits(std::unique_ptr<modDictation::DictationList> hits);
     const modDictation::DictationList& hits() const { return *hits_; }
+    std::shared_ptr<const modDictation::DictationList> sharedHits() const { return hits_; }
     // Shows the rows of the first `count` hits, in the order found.
     void showFirst(std::int32_t count);
     // The order of all hits by a field; kept until the hits are others. Lets window messages be
@@ -66,6 +68,9 @@ public:
     }
     // Shows all hits in that order, a hit for each row.
     void setOrder(std::vector<std::int32_t> order);
+    // Of the rows only those of the hits kept, until the hits are others; nullptr: of all.
+    void setKept(std::shared_ptr<const modDictation::KeptHits> kept);
+    const modDictation::KeptHits* kept() const { return kept_.get(); }
 
     std::int32_t hitOf(int row) const;
     int rowOf(std::int32_t hit) const; // -1 for a hit that is not shown
@@ -74,11 +79,16 @@ public:
 
 private:
     QVariant cell(const QModelIndex& index, int role) const;
+    void showKept();
+    // The hits of the rows; empty: as found.
+    const std::vector<std::int32_t>& shown() const { return kept_ ? shownOfKept_ : order_; }
 
     std::vector<Column> columns_;
-    std::unique_ptr<modDictation::DictationList> hits_;
+    std::shared_ptr<const modDictation::DictationList> hits_;
     modDictation::ResultOrders orders_;
-    std::vector<std::int32_t> order_; // empty: as found
+    std::vector<std::int32_t> order_; // of all hits; empty: as found
+    std::shared_ptr<const modDictation::KeptHits> kept_;
+    std::vector<std::int32_t> shownOfKept_;
     int rows_ = 0;
 };
 

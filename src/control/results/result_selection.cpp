@@ -62,7 +62,7 @@ ResultSelection::Kept ResultSelection::keep() const {
         return true;
     });
     kept.all = selected > 0 && selected == model_.rowCount();
-    if (kept.all || static_cast<std::size_t>(selected) > most)
+    if (static_cast<std::size_t>(selected) > most)
         kept.hits.clear();
     std::sort(kept.hits.begin(), kept.hits.end());
     return kept;

@@ -197,6 +197,14 @@ constexpr std::int32_t foundSoFar = 10004; // %1%: how many dictations
 constexpr std::int32_t defaultPrintTitle = 10011;
 constexpr std::int32_t nothingToPrint = 19001;
 
+// The rows of the list
+constexpr std::int32_t filterPlaceholder = 1350;
+constexpr std::int32_t filterName = 1351;
+constexpr std::int32_t filterTip = 1352;
+constexpr std::int32_t filteredCount = 1353; // %1%: rows, %2%: hits
+constexpr std::int32_t filterHint = 1354;
+constexpr std::int32_t filteredBy = 1355; // %1%: words
+
 // The host's standard texts
 constexpr std::int32_t directoryMissing = 20002; // %1%: the directory
 constexpr std::int32_t countingDirectories = 20009;

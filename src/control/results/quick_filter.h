@@ -1,0 +1,54 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "dictation/filter/row_filter.h"
+
+#include <QObject>
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace ov {
+
+// Finds the hits whose rows hold the words that somebody types, on threads of its own: the window
+// never waits, and of several texts only the newest one is answered.
+class QuickFilter final : public QObject {
+    Q_OBJECT
+
+public:
+    using Kept = std::shared_ptr<const modDictation::KeptHits>;
+
+    // `source` tells what the list shows at the moment.
+    QuickFilter(QObject* parent, std::function<modDictation::RowTexts::Source()> source);
+    ~QuickFilter() override;
+    QuickFilter(const QuickFilter&) = delete;
+    QuickFilter& operator=(const QuickFilter&) = delete;
+
+    // Makes the texts of the rows ahead, as somebody is about to type.
+    void prepare();
+    // Asks for the hits that hold these words; found() comes later from the event loop, unless
+    // another text follows.
+    void find(const std::string& text);
+    // Rows, columns or language are others: gives up what was asked for and what is kept.
+    void forget();
+
+Q_SIGNALS:
+    // nullptr: no words, all are kept.
+    void found(const ov::QuickFilter::Kept& kept);
+
+private:
+    struct Search;
+    static void run(const std::shared_ptr<Search>& search);
+    void start(modDictation::RowFilter filter);
+    void giveUp();
+    void take(const std::shared_ptr<Search>& search, const Kept& kept);
+
+    std::function<modDictation::RowTexts::Source()> source_;
+    std::shared_ptr<modDictation::RowTexts> texts_; // nullptr until asked for
+    modDictation::RowFilter answered_;              // found the hits of `kept_`
+    Kept kept_;
+    std::shared_ptr<Search> search_; // that is wanted
+};
+
+} // namespace ov

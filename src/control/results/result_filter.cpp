@@ -1,0 +1,61 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+// How the list shows only the rows that hold the words typed above it.
+
+#include "control/results/result_list.h"
+#include "widgets/text.h"
+
+#include <utility>
+
+namespace ov {
+
+modDictation::RowTexts::Source ResultList::filterSource() const {
+    return {.hits = model_->sharedHits(), .fields = shownFields(), .codes = {}};
+}
+
+void ResultList::prepareFilter() {
+    if (!isEmpty())
+        filter_->prepare();
+}
+
+void ResultList::filterBy(const QString& text) {
+    filterText_ = text.simplified();
+    filter_->find(widgets::toUtf8(filterText_));
+}
+
+// Commands count on the rows: what was found waits until none is at work.
+void ResultList::takeFound(const QuickFilter::Kept& kept) {
+    found_ = kept;
+    if (!busy_)
+        Q_EMIT filterFound();
+}
+
+void ResultList::filterAfresh() {
+    found_.reset();
+    filter_->forget();
+    if (!filterText_.isEmpty())
+        filterBy(filterText_);
+}
+
+void ResultList::showFound() {
+    if (!found_)
+        return;
+    ResultSelection::Kept rows = selection_.keep();
+    rows.all = false; // all of others
+    model_->setKept(*std::exchange(found_, std::nullopt));
+    selection_.restore(rows, indicatedColumn());
+    if (!currentIndex().isValid())
+        selectFirst();
+}
+
+void ResultList::selectFirst() {
+    if (isEmpty())
+        return;
+    const int column = std::max(indicatedColumn(), 0);
+    selectionModel()->setCurrentIndex(
+        model_->index(0, column), QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    scrollToTop();
+}
+
+} // namespace ov

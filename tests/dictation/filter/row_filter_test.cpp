@@ -1,0 +1,126 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#include "dictation/field_table.h"
+#include "dictation/filter/row_filter.h"
+#include "platform/text.h"
+#include "tests/settings_fixture.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+namespace ov::modDictation {
+namespace {
+
+using Fields = std::vector<std::int32_t>;
+
+const Fields withName = {1, 2, 3, 5, 7, 9, 13, 15, 18, 23, 26};
+const Fields withoutName = {1, 2, 3, 5, 7, 9, 13, 15, 18, 23};
+
+std::shared_ptr<const DictationList> randomList(std::mt19937& random, int count) {
+    const auto pick = [&](std::initializer_list<const char*> of) {
+        return std::string(*(of.begin() + random() % of.size()));
+    };
+    auto list = std::make_shared<DictationList>();
+    for (int i = 0; i < count; ++i) {
+        std::string name = "2$" + pick({"WAV", "ROH", "x"});
+        name += "@@14$" + pick({"Müller", "mu\xCC\x88ller", "#Weiß", "O'Neill",
+                                "M\xFC"
+                                "ller",
+                                ""});
+        name += "@@11$" + pick({"Brief", "Befund$#1", "%%a!!b", "_", "brief an Müller"});
+        name += "@@92$" + pick({"a²9b", "Gruppe", "²1"}) + "@@98$" + pick({"D", ""});
+        name += "@@7$" + pick({"21-11-2026 17$05$00", "1-2-2003", "soon"});
+        name += "@@6$00$0" + std::to_string(random() % 10) + "$11@@17$" + pick({"0", "3", "16"});
+        list->add(pick({"C:\\Store\\Ward\\", "C:\\Store\\Ward\\ERL\\"}), name + ".WAV");
+    }
+    return list;
+}
+
+// The same, cell by cell.
+std::vector<std::uint8_t> plainMarks(const DictationList& list, const Fields& fields,
+                                     const std::vector<std::string>& words) {
+    std::vector<std::uint8_t> marks;
+    for (std::int32_t hit = 1; hit <= list.size(); ++hit)
+        marks.push_back(std::ranges::all_of(words, [&](const std::string& word) {
+            return std::ranges::any_of(fields, [&](std::int32_t field) {
+                return platform::upperCase(shownValue(field, list[hit]))
+                           .find(platform::upperCase(word)) != std::string::npos;
+            });
+        }));
+    return marks;
+}
+
+void expectSame(const std::shared_ptr<const DictationList>& list, const Fields& fields,
+                std::size_t room, const std::vector<std::vector<std::string>>& texts) {
+    RowTexts rows({.hits = list, .fields = fields, .codes = {}}, room);
+    const RowFilter wider("e");
+    const auto wide = keptHits(rows, wider, nullptr, {});
+    for (const auto& words : texts) {
+        std::string typed;
+        for (const std::string& word : words)
+            typed += word + "  ";
+        const RowFilter filter(typed);
+        const auto expected = plainMarks(*list, fields, words);
+        const auto kept = keptHits(rows, filter, nullptr, {});
+        EXPECT_EQ(kept->marks, expected) << typed;
+        EXPECT_EQ(kept->count, std::ranges::count(expected, 1)) << typed;
+        if (filter.isWithin(wider))
+            EXPECT_EQ(keptHits(rows, filter, wide.get(), {})->marks, expected) << typed;
+    }
+}
+
+TEST(RowFilter, FindsWhatLookingAtEachCellFinds) {
+    const auto seed = std::random_device()();
+    SCOPED_TRACE(seed);
+    std::mt19937 random(seed);
+    const auto few = randomList(random, 300);
+    for (const Fields& fields : {withName, withoutName})
+        for (const std::size_t room : {RowTexts::usualBytes, std::size_t{0}})
+            expectSame(few, fields, room,
+                       {{"e"},
+                        {"mül"},
+                        {"müller", "brief"},
+                        {"21/11"},
+                        {"11/21/2026"},
+                        {"ward\\erl"},
+                        {"00:05"},
+                        {"Befund:"},
+                        {"#weiß"},
+                        {"o\"n"},
+                        {"b@@"},
+                        {"14$:"},
+                        {"brief", "an"},
+                        {":b", "|"},
+                        {"d"},
+                        {"*"},
+                        {"wavm"},
+                        {"9:11", "x"},
+                        {"befund:1"}});
+    constexpr int moreThanAPart = 17000;
+    expectSame(randomList(random, moreThanAPart), {5, 18}, RowTexts::usualBytes, {{"weiß"}});
+}
+
+TEST(RowFilter, GivesUpWhenNobodyWaits) {
+    std::mt19937 random;
+    std::stop_source stopped;
+    stopped.request_stop();
+    RowTexts rows({.hits = randomList(random, 1), .fields = withName, .codes = {}});
+    EXPECT_EQ(keptHits(rows, RowFilter("e"), nullptr, stopped.get_token()), nullptr);
+}
+
+TEST(RowFilter, KnowsWhenItOnlyNarrows) {
+    const struct {
+        const char* filter;
+        const char* wider;
+        bool isWithin;
+    } cases[] = {{"müll", "mül", true}, {"a müll", "MÜL", true}, {"mül", "müll", false},
+                 {"a", "", true},       {"", "a", false},        {"ab", "a b", true},
+                 {"a b", "ab", false}};
+    for (const auto& [filter, wider, isWithin] : cases)
+        EXPECT_EQ(RowFilter(filter).isWithin(RowFilter(wider)), isWithin) << filter;
+}
+
+} // namespace
+} // namespace ov::modDictation
