@@ -148,6 +148,7 @@ TEST_F(Editor, ShowsTheCriterionAndGivesBackWhatWasChosen) {
         {"13|27|00:01:00|", "dtp 00:01:00", 0, 0, "00:02:00", "13|27|00:02:00|"},
         {"13|27|99:00:00|", "dtp 00:00:00", 0, 0, "", same},
         {"15|25|3|", "cbo High", 0, 0, "2", "15|25|2|"},
+        {"", "txt ", 15, 25, "", "15|25|1|"},
         {"2|24|7|", "cbo Draft", 0, 0, "", same},
         {"2|24|99|", "cbo ", 0, 0, "", same},
         {"no criterion", "Choose another field.", 9, 3, "", "9|3||"}};
