@@ -52,7 +52,9 @@ TEST_F(Export, SheetHasTextDatesLengthsAndNumbers) {
                                  "orientation=\"landscape\"",
                                  "<autoFilter ref=\"A1:E23\""})
         EXPECT_PRED2(holds, sheet, expected);
-    EXPECT_PRED2(holds, part("workbook.xml"), "name=\"a    b  c d, which is longer t\"");
+    const std::string book = part("workbook.xml");
+    EXPECT_PRED2(holds, book, "name=\"a    b  c d, which is longer t\"");
+    EXPECT_PRED2(holds, book, "!$1:$1</definedName>") << "the captions on each page";
     using enum platform::DateOrder;
     for (const auto& [order, format] : {std::pair(dayMonthYear, R"(dd\.mm\.yyyy hh:mm:ss)"),
                                         std::pair(monthDayYear, R"(mm\.dd\.yyyy hh:mm:ss)"),

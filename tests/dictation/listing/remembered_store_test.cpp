@@ -150,6 +150,11 @@ TEST_F(Remembered, MemoryIsBounded) {
         EXPECT_LE(remembered->bytes(), 20'000U);
     }
     EXPECT_GT(remembered->bytes(), 10'000U);
+    tests::TemporaryStore other;
+    other.add("a/1.WAV");
+    for (int i = 0; i < 3; ++i)
+        find(other, {.remembered = remembered});
+    EXPECT_TRUE(remembered->unchanged(other.directory("a"))) << "what nobody searches gives way";
 }
 
 } // namespace
