@@ -70,8 +70,10 @@ SearchReport TreeWalk::run() {
 }
 
 void TreeWalk::pause() {
+    constexpr std::uint32_t betweenWatches = 16; // asking the clock costs as much as a test
     platform::processMessagesNowAndThen();
-    watch();
+    if (++pauses_ % betweenWatches == 0)
+        watch();
 }
 
 // The window has stood still while the walk waited.
@@ -85,12 +87,6 @@ void TreeWalk::watch() {
         return;
     watch_(report_);
     nextWatch_ = platform::coarseMilliseconds() + watchIntervalMs;
-}
-
-// Asked where there is more to see.
-bool TreeWalk::leavesTheRest() noexcept {
-    report_.limitReached = report_.limitReached || isFull();
-    return isOver();
 }
 
 void TreeWalk::WalkDirectory(const AheadFolderPtr& folder) {

@@ -29,7 +29,11 @@ private:
     bool isOver() const noexcept {
         return stop_.stop_requested() || isFull() || report_.rootVanished;
     }
-    bool leavesTheRest() noexcept;
+    // Asked where there is more to see.
+    bool leavesTheRest() noexcept {
+        report_.limitReached = report_.limitReached || isFull();
+        return isOver();
+    }
     bool mayDescend(const AheadFolder& folder) const noexcept {
         return what_.depth == noDepthLimit || folder.depth < what_.depth;
     }
@@ -65,6 +69,7 @@ private:
     SearchReport report_;
     bool logging_ = true;
     std::int64_t nextWatch_ = 0; // coarse milliseconds
+    std::uint32_t pauses_ = 0;
     std::string nameBuffer_;
 };
 
