@@ -143,6 +143,10 @@ TEST_F(Profile, aRowOfSettingsWaitsOnceForAFolderThatIsLocked) {
         return true;
     })) << "and what stands already needs no lock";
     EXPECT_FALSE(set("S", "k", "2"));
+    const tests::TemporaryStore elsewhere;
+    fs::create_symlink(folder() / "f.ini", elsewhere.folder() / "link.ini");
+    EXPECT_FALSE(writePrivateProfileString("S", "k", "2", elsewhere.path("link.ini")))
+        << "the same file by another name";
     flock(holder, LOCK_UN);
     EXPECT_TRUE(set("S", "k", "2")) << "free again";
     close(holder);
