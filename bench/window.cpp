@@ -11,7 +11,7 @@
 #include "bench/quiet_host.h"
 #include "control/criteria/criteria_list.h"
 #include "control/ctrlOVSearch.h"
-#include "control/results/filter_edit.h"
+#include "control/filter/filter_edit.h"
 #include "control/results/result_model.h"
 #include "dictation/search/criterion.h"
 #include "dictation/search/tree_scan.h"

@@ -112,6 +112,7 @@ void ctrlOVSearch::runSearch(SearchRun::Questions withoutCriteria) {
     try {
         if (const auto outcome = run.run(root)) {
             outcome_ = outcome; // before its box is open, in which the language may change
+            goToHits();
             run.tellOutcome(*outcome);
         }
     } catch (...) {
@@ -122,6 +123,13 @@ void ctrlOVSearch::runSearch(SearchRun::Questions withoutCriteria) {
             });
         throw;
     }
+}
+
+// Who asks for it in the criteria goes on in the hits.
+void ctrlOVSearch::searchByKey() {
+    QWidget* focus = window()->focusWidget();
+    searchedFrom_ = view_.isInCriteria(focus) ? focus : nullptr;
+    cmdSearchOptions_Click(ControlView::search);
 }
 
 // Where someone doubts that a file server tells of all changes.

@@ -6,6 +6,7 @@
 #include "dictation/field_table.h"
 #include "support/numbers.h"
 
+#include <cstdlib>
 #include <limits>
 
 namespace ov {
@@ -16,6 +17,7 @@ namespace {
 namespace key {
 constexpr std::string_view listSortKey = "ListSortKey";
 constexpr std::string_view listSortOrder = "ListSortOrder";
+constexpr std::string_view secondSort = "ListSortSecond"; // field, negative: descending; 0: none
 constexpr std::string_view searchCompareAnd = "SearchCompareAnd";
 constexpr std::string_view settingsCopied = "SettingsCopied";
 constexpr std::string_view columnOrder = "ColumnOrder";   // "1,2,9"
@@ -62,6 +64,16 @@ std::int32_t ControlSettings::listSortOrder() const {
 void ControlSettings::setListSort(std::int32_t sortKey, std::int32_t order) const {
     settings_.setNumber(key::listSortKey, sortKey);
     settings_.setNumber(key::listSortOrder, order);
+}
+
+modDictation::SortKey ControlSettings::secondSort() const {
+    constexpr std::int32_t last = modDictation::searchFieldCount - 1;
+    const std::int32_t field = settings_.number(key::secondSort, 0, -last, last);
+    return {std::abs(field), field < 0};
+}
+
+void ControlSettings::setSecondSort(modDictation::SortKey sortKey) const {
+    settings_.setNumber(key::secondSort, sortKey.descending ? -sortKey.field : sortKey.field);
 }
 
 bool ControlSettings::searchCompareAnd() const {

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "control/results/column_layout.h"
+#include "dictation/search/result_order.h"
 #include "support/ini_section.h"
 
 #include <cstdint>
@@ -27,6 +28,10 @@ public:
     std::int32_t listSortKey() const;   // zero-based index of a column, 1
     std::int32_t listSortOrder() const; // 0 ascending, 1 descending; 0
     void setListSort(std::int32_t key, std::int32_t order) const;
+
+    // By what rows are sorted that are equal by that; none.
+    modDictation::SortKey secondSort() const;
+    void setSecondSort(modDictation::SortKey key) const;
 
     bool searchCompareAnd() const; // true
     void setSearchCompareAnd(bool compareAnd) const;

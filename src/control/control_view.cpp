@@ -167,6 +167,8 @@ QBoxLayout* ControlView::buildNoticeRow(QWidget* parent) {
     lblSearchNotice->setTextFormat(Qt::PlainText);
     lblSearchNotice->setWordWrap(true);
     auto* row = new QHBoxLayout;
+    lblResultSummary = new ResultSummary(*lvSearchResult, parent);
+    row->addWidget(lblResultSummary);
     row->addWidget(lblSearchNoticeIcon);
     row->addWidget(lblSearchNotice, 1);
     setNotice({});
@@ -198,6 +200,7 @@ void ControlView::retranslate(QWidget& control) const {
     lvSearchCriteria->retranslate();
     txtResultFilter->retranslate();
     lvSearchResult->retranslate();
+    lblResultSummary->retranslate();
     picPlayer->retranslate();
     splitter->setAccessibleName(widgets::text(text_id::title)); // it has the keyboard meanwhile
     describeCompare();
@@ -258,6 +261,19 @@ void ControlView::setNotice(const QString& notice) const {
     lblSearchNotice->setText(notice);
     lblSearchNotice->setVisible(!notice.isEmpty());
     lblSearchNoticeIcon->setVisible(!notice.isEmpty());
+}
+
+bool ControlView::isInCriteria(const QWidget* widget) const {
+    return widget != nullptr && splitter->widget(0)->isAncestorOf(widget);
+}
+
+void ControlView::goRound(bool forward) const {
+    const std::array<QWidget*, 3> stops{lvSearchCriteria, lvSearchResult, picPlayer};
+    const QWidget* focus = control_.window()->focusWidget();
+    const std::size_t at = isInCriteria(focus)                                  ? 0
+                           : focus != nullptr && picPlayer->isAncestorOf(focus) ? 2
+                                                                                : 1;
+    stops[(at + (forward ? 1 : 2)) % stops.size()]->setFocus(Qt::ShortcutFocusReason);
 }
 
 std::int32_t ControlView::criteriaShare() const {

@@ -6,8 +6,9 @@
 #include "control/control_state.h"
 #include "control/criteria/criteria_list.h"
 #include "control/criteria/empty_state.h"
-#include "control/results/filter_edit.h"
+#include "control/filter/filter_edit.h"
 #include "control/results/result_list.h"
+#include "control/results/result_summary.h"
 #include "playback/panel/player_panel.h"
 
 #include <QLabel>
@@ -48,6 +49,11 @@ public:
     // Below the hits: what the last search could not do; empty hides it.
     void setNotice(const QString& notice) const;
 
+    // Whether that widget belongs to the criteria's half.
+    bool isInCriteria(const QWidget* widget) const;
+    // Gives the keyboard to the next of criteria, hits and player, or to the one before.
+    void goRound(bool forward) const;
+
     // Share of the height that the criteria take, in thousandths.
     std::int32_t criteriaShare() const;
     void setCriteriaShare(std::int32_t thousandths) const;
@@ -63,6 +69,7 @@ public:
     FilterEdit* txtResultFilter = nullptr;
     ResultList* lvSearchResult = nullptr;
     EmptyState* emptyState = nullptr; // of the result list
+    ResultSummary* lblResultSummary = nullptr;
     QLabel* lblSearchNoticeIcon = nullptr;
     QLabel* lblSearchNotice = nullptr;
     PlayerPanel* picPlayer = nullptr;

@@ -142,6 +142,8 @@ void ctrlOVSearch::connectAll() {
     connectCriteria();
     connectResults();
     connectFilter();
+    connectHeader();
+    connectPlaying();
 }
 
 void ctrlOVSearch::connectCriteria() {
@@ -162,12 +164,18 @@ void ctrlOVSearch::addShortcuts() {
         shortcut->setContext(Qt::WidgetWithChildrenShortcut);
         connect(shortcut, &QShortcut::activated, this, slot);
     };
-    const auto search = [this] { cmdSearchOptions_Click(ControlView::search); };
-    add(Qt::Key_F5, search);
-    add(QKeySequence::Find, search);
+    add(Qt::Key_F5, &ctrlOVSearch::searchByKey);
+    add(QKeySequence::Find, &ctrlOVSearch::searchByKey);
     add(Qt::SHIFT | Qt::Key_F5, &ctrlOVSearch::searchAfresh);
     add(Qt::Key_Escape, &ctrlOVSearch::escape);
     add(Qt::CTRL | Qt::Key_K, &ctrlOVSearch::enterFilter);
+    add(Qt::Key_F6, [this] { view_.goRound(true); });
+    add(Qt::SHIFT | Qt::Key_F6, [this] { view_.goRound(false); });
+    add(Qt::CTRL | Qt::SHIFT | Qt::Key_H, [this] { view_.lvSearchResult->openHeaderMenu(); });
+    add(Qt::CTRL | Qt::Key_Down, [this] {
+        if (view_.isInCriteria(window()->focusWidget()))
+            view_.lvSearchResult->setFocus(Qt::ShortcutFocusReason);
+    });
     const auto addExport = [&](const QKeySequence& key, exporting::print::Command what) {
         add(key, [this, what] {
             post("ExportRows", [this, what] {

@@ -16,6 +16,7 @@
 #include "support/log.h"
 #include "widgets/window_interface.h"
 
+#include <QPointer>
 #include <QWidget>
 #include <cstdint>
 #include <functional>
@@ -92,6 +93,8 @@ private:
     void connectCriteria();
     void connectResults();
     void connectFilter();
+    void connectHeader();
+    void connectPlaying();
     void addShortcuts();
     void retranslate();
     void refresh() {} // hook of the host's "UPDATE": nothing to refresh
@@ -123,6 +126,13 @@ private:
     void exportResults();
     void exportRows(exporting::print::Command what, bool selectedOnly);
     void chooseColumns();
+    void changeHeader(const HeaderChoice& choice);
+    void showColumns(const std::function<bool(const modDictation::SearchField&)>& isVisible);
+    void saveColumns();
+    void showRow(const std::string& path);
+    void showDetails();
+    void goToHits();
+    void searchByKey();
     void showLog() const;
     void copyRows(const std::function<void(const std::function<bool()>&)>& copy);
     void addCriterion();
@@ -152,6 +162,7 @@ private:
     std::optional<std::int32_t> shareToShow_; // of the criteria's half, once there is room
     bool shareMoved_ = false;                 // by the user
     bool toldUnsaved_ = false;                // that the criteria cannot be saved
+    QPointer<QWidget> searchedFrom_;          // of the criteria: had the keyboard
     std::optional<SearchOutcome> outcome_;    // of the last search
     modDictation::Search searched_;           // what it looked for
     std::shared_ptr<modDictation::RememberedStore> remembered_; // by all searches

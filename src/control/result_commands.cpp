@@ -5,7 +5,9 @@
 
 #include "control/ctrlOVSearch.h"
 #include "control/wait_cursor.h"
+#include "dialogs/details_dialog.h"
 #include "dialogs/frmSearchResultColumns.h"
+#include "dictation/field_table.h"
 #include "platform/user_interface.h"
 #include "support/language/text_ids.h"
 #include "support/modUtil.h"
@@ -52,7 +54,117 @@ void ctrlOVSearch::connectResults() {
             }));
     connect(results, &ResultList::openFolderRequested, this,
             posted("OpenFolder", [results] { results->openFolder(); }));
+    connect(results, &ResultList::copyFilesRequested, this, posted("CopyFiles", [this, results] {
+                copyRows([results](const auto& goOn) { results->copySelectedFiles(goOn); });
+            }));
+    connect(results, &ResultList::dragRequested, this,
+            posted("DragFiles", [results] { results->dragSelectedFiles(); }));
+    connect(results, &ResultList::detailsRequested, this,
+            posted("ShowDetails", [this] { showDetails(); }));
     connect(results, &ResultList::searchAfreshRequested, this, &ctrlOVSearch::searchAfresh);
+}
+
+void ctrlOVSearch::connectHeader() {
+    ResultList* results = view_.lvSearchResult;
+    connect(results, &ResultList::headerRequested, this, [this](HeaderChoice choice) {
+        post("HeaderMenu", [this, choice] {
+            const WaitCursor waiting;
+            changeHeader(choice);
+        });
+    });
+}
+
+void ctrlOVSearch::changeHeader(const HeaderChoice& choice) {
+    ResultList& list = *view_.lvSearchResult;
+    const int column = list.results().columnOf(choice.key.field);
+    switch (choice.what) {
+    case HeaderChoice::sort:
+        list.sortBy(column, choice.key.descending);
+        break;
+    case HeaderChoice::sortSecond:
+        list.sortSecondBy(choice.key);
+        break;
+    case HeaderChoice::fitWidth:
+        list.columns().fitWidth(column);
+        break;
+    case HeaderChoice::moveLeft:
+    case HeaderChoice::moveRight:
+        list.columns().moveBy(column, choice.what == HeaderChoice::moveLeft ? -1 : 1);
+        break;
+    case HeaderChoice::show:
+    case HeaderChoice::hide:
+        showColumns([&choice](const modDictation::SearchField& field) {
+            return field.Id == choice.key.field ? choice.what == HeaderChoice::show : field.Visible;
+        });
+        break;
+    case HeaderChoice::choose:
+        chooseColumns();
+        break;
+    case HeaderChoice::reset:
+        list.columns().reset();
+        showColumns([](const modDictation::SearchField& field) {
+            return modDictation::fieldDefinition(field.Id).visible;
+        });
+        break;
+    }
+}
+
+void ctrlOVSearch::showColumns(
+    const std::function<bool(const modDictation::SearchField&)>& isVisible) {
+    for (modDictation::SearchField& field : modDictation::searchFields())
+        if (field.Selectable)
+            field.Visible = isVisible(field);
+    saveColumns();
+}
+
+void ctrlOVSearch::saveColumns() {
+    modDictation::SaveColumnSettings();
+    if (isEnding()) // it asked the host where to
+        return;
+    view_.lvSearchResult->ApplyColumns();
+}
+
+// The mark of what is in the player, and the way back from there.
+void ctrlOVSearch::connectPlaying() {
+    connect(view_.picPlayer, &PlayerPanel::fileChanged, view_.lvSearchResult,
+            &ResultList::markPlaying);
+    connect(view_.picPlayer, &PlayerPanel::rowRequested, this, [this](const std::string& path) {
+        post("ShowPlaying", [this, path] { showRow(path); });
+    });
+}
+
+// Takes back a filter that leaves the row out.
+void ctrlOVSearch::showRow(const std::string& path) {
+    ResultList& list = *view_.lvSearchResult;
+    const std::int32_t hit = list.results().hitOfPath(path);
+    if (hit > 0 && list.results().rowOf(hit) < 0) {
+        view_.txtResultFilter->clear();
+        list.showFound();
+        showOutcome(view_, outcome_);
+    }
+    list.selectPath(path);
+    list.setFocus();
+}
+
+void ctrlOVSearch::showDetails() {
+    const std::string path = view_.lvSearchResult->selected().path();
+    if (path.empty())
+        return;
+    enter(ControlState::asking);
+    DetailsDialog dialog(path, this);
+    dialog.exec();
+}
+
+// The first hit, and the keyboard, if it is where the search was asked for by key.
+void ctrlOVSearch::goToHits() {
+    ResultList& list = *view_.lvSearchResult;
+    const QPointer<QWidget> from = std::exchange(searchedFrom_, nullptr);
+    if (list.isEmpty())
+        return;
+    if (!list.selectionModel()->hasSelection())
+        list.selectFirst();
+    if (from && from == window()->focusWidget())
+        list.setFocus();
 }
 
 // A filter says by itself how many rows it leaves.
@@ -131,10 +243,7 @@ void ctrlOVSearch::chooseColumns() {
     dialog.exec();
     if (!dialog.OKPressed() || isEnding())
         return;
-    modDictation::SaveColumnSettings();
-    if (isEnding()) // it asked the host where to
-        return;
-    view_.lvSearchResult->ApplyColumns();
+    saveColumns();
 }
 
 void ctrlOVSearch::showLog() const {

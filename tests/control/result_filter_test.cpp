@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
-#include "control/results/filter_edit.h"
+#include "control/filter/filter_edit.h"
 #include "tests/control/rows_fixture.h"
 
 #include <QAbstractItemModelTester>

@@ -3,11 +3,10 @@
 
 // What can be done with the selected rows: the context menu and the clipboard.
 
+#include "control/results/dictation_files.h"
 #include "control/results/result_list.h"
-#include "platform/files.h"
 #include "platform/user_interface.h"
 #include "support/language/text_ids.h"
-#include "support/modFilePath.h"
 #include "widgets/captions.h"
 #include "widgets/icons.h"
 #include "widgets/text.h"
@@ -15,10 +14,8 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QContextMenuEvent>
-#include <QDesktopServices>
 #include <QMenu>
 #include <QMimeData>
-#include <QUrl>
 
 namespace ov {
 
@@ -31,12 +28,6 @@ QString cellText(QString text) {
             character == QLatin1Char('\r'))
             character = QLatin1Char(' ');
     return text;
-}
-
-QUrl fileUrl(const std::string& path) {
-    // By its bytes: a name need not be UTF-8.
-    const QByteArray native = QByteArray::fromStdString(platform::toNativePath(path));
-    return QUrl::fromEncoded("file://" + native.toPercentEncoding("/!$&'()*+,;=:@"));
 }
 
 } // namespace
@@ -60,9 +51,8 @@ void ResultList::copySelectedRows(const std::function<bool()>& goOn) {
     });
     if (files.isEmpty() || !goOn())
         return;
-    auto* content = new QMimeData; // the clipboard owns it
+    QMimeData* content = fileContent(files); // the clipboard owns it
     content->setText(rows);
-    content->setUrls(files);
     QApplication::clipboard()->setMimeData(content);
 }
 
@@ -75,11 +65,6 @@ void ResultList::copySelectedPaths(const std::function<bool()>& goOn) {
     });
     if (!paths.isEmpty() && goOn())
         QApplication::clipboard()->setText(paths.chopped(1));
-}
-
-void ResultList::openFolder() const {
-    if (const std::string path = selection_.path(); !path.empty())
-        QDesktopServices::openUrl(fileUrl(std::string(modFilePath::directoryPart(path))));
 }
 
 QMenu* ResultList::buildMenu() {
@@ -98,8 +83,11 @@ QMenu* ResultList::buildMenu() {
     add("play", text_id::menuPlay, Qt::Key_Return, any, &ResultList::playRequested);
     add("stop", text_id::menuStop, {}, any, &ResultList::stopPlayingRequested);
     add("log", text_id::menuShowLog, {}, any, &ResultList::showLogRequested);
+    add("", text_id::menuDetails, Qt::ALT | Qt::Key_Return, any, &ResultList::detailsRequested);
     menu->addSeparator();
     add("copy", text_id::menuCopyRows, QKeySequence::Copy, any, &ResultList::copyRequested);
+    add("", text_id::menuCopyFiles, Qt::CTRL | Qt::SHIFT | Qt::Key_C, any,
+        &ResultList::copyFilesRequested);
     add("", text_id::menuCopyPath, {}, any, &ResultList::copyPathsRequested);
     add("folder", text_id::menuOpenFolder, {}, any, &ResultList::openFolderRequested);
     menu->addSeparator();
@@ -108,6 +96,23 @@ QMenu* ResultList::buildMenu() {
     add("", text_id::menuSearchAfresh, Qt::SHIFT | Qt::Key_F5, true,
         &ResultList::searchAfreshRequested);
     return menu;
+}
+
+HeaderMenu ResultList::headerMenu() {
+    return {*this, {shownFields(), sortedBy(), secondSort_}, [this](HeaderChoice choice) {
+                Q_EMIT headerRequested(choice);
+            }};
+}
+
+void ResultList::openColumnMenu(int column, QPoint place) {
+    const bool isOne = column >= 0;
+    const std::int32_t field = isOne ? model_->columns().at(static_cast<std::size_t>(column)).field
+                                     : modDictation::noField;
+    headerMenu().ofColumn(field)->popup(place);
+}
+
+void ResultList::openHeaderMenu() {
+    headerMenu().ofAll()->popup(viewport()->mapToGlobal(QPoint(0, 0)));
 }
 
 void ResultList::contextMenuEvent(QContextMenuEvent* event) {

@@ -36,7 +36,9 @@ void ResultColumns::setUpHeader() {
     connect(&header_, &QHeaderView::sectionResized, this, &ResultColumns::resized);
     connect(&header_, &QHeaderView::sectionMoved, this, &ResultColumns::changedByUser);
     header_.setContextMenuPolicy(Qt::CustomContextMenu);
-    connect(&header_, &QWidget::customContextMenuRequested, this, &ResultColumns::menuRequested);
+    connect(&header_, &QWidget::customContextMenuRequested, this, [this](const QPoint& place) {
+        Q_EMIT menuRequested(header_.logicalIndexAt(place), header_.mapToGlobal(place));
+    });
 }
 
 void ResultColumns::setSettings(const ControlSettings& settings) {
@@ -81,6 +83,26 @@ void ResultColumns::resized(int column, int /*oldSize*/, int newSize) {
         return;
     layout_.setWidth(fieldOf(column), twipsOf(newSize));
     changedByUser();
+}
+
+void ResultColumns::fitWidth(int column) {
+    const int widest = std::max(view_.viewport()->width(), header_.minimumSectionSize());
+    view_.resizeColumnToContents(column);
+    view_.setColumnWidth(column, std::min(view_.columnWidth(column), widest));
+}
+
+void ResultColumns::moveBy(int column, int places) {
+    const std::vector<int> columns = shown();
+    const auto at = std::find(columns.begin(), columns.end(), column) - columns.begin();
+    const auto to = at + places;
+    if (to >= 0 && to < static_cast<std::ptrdiff_t>(columns.size()))
+        header_.moveSection(header_.visualIndex(column),
+                            header_.visualIndex(columns[static_cast<std::size_t>(to)]));
+}
+
+void ResultColumns::reset() {
+    layout_ = {};
+    save_.start();
 }
 
 void ResultColumns::changedByUser() {

@@ -31,13 +31,20 @@ public:
     // Takes the columns of the search field table and shows them in their places and widths.
     void apply();
 
+    // As a user would drag it; what cannot be done is not done.
+    void fitWidth(int column);
+    void moveBy(int column, int places);
+    // All as on the first day.
+    void reset();
+
     // From left to right, without the hidden ones.
     std::vector<int> shown() const;
     std::vector<std::int32_t> shownFields() const;
 
 Q_SIGNALS:
     void clicked(int column);
-    void menuRequested();
+    // For the column that a click at this place of the screen was on; -1 beside all.
+    void menuRequested(int column, QPoint place);
 
 private:
     void setUpHeader();

@@ -7,9 +7,10 @@
 #include "widgets/icons.h"
 #include "widgets/text.h"
 
-#include <QAbstractItemView>
 #include <QApplication>
+#include <QHeaderView>
 #include <QHelpEvent>
+#include <QTableView>
 #include <QToolTip>
 
 namespace ov {
@@ -42,8 +43,26 @@ QString hiddenText(const QStyleOptionViewItem& shown, const QModelIndex& index) 
 
 } // namespace
 
+ResultDelegate::ResultDelegate(QTableView& list) : QStyledItemDelegate(&list), list_(list) {}
+
+// The column at the left edge of the list, whichever the user moved there.
+bool ResultDelegate::isFirst(int column) const {
+    const QHeaderView& header = *list_.horizontalHeader();
+    int first = 0;
+    while (first < header.count() - 1 && header.isSectionHidden(header.logicalIndex(first)))
+        ++first;
+    return header.logicalIndex(first) == column;
+}
+
 void ResultDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
     QStyledItemDelegate::initStyleOption(option, index);
+    if (isFirst(index.column()) && index.data(ResultModel::playingRole).toBool()) {
+        option->icon = widgets::icon("play");
+        option->features |= QStyleOptionViewItem::HasDecoration;
+        const int side = option->fontMetrics.height();
+        option->decorationSize = QSize(side, side);
+        return;
+    }
     if (option->text.isEmpty() || (fits(*option) && !isMark(index)))
         return;
     const QString name = index.data(ResultModel::codeIconRole).toString();
@@ -57,6 +76,15 @@ void ResultDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelI
     option->decorationPosition = QStyleOptionViewItem::Top; // uses the whole width
     const int side = std::min({16, option->rect.width(), option->rect.height()});
     option->decorationSize = QSize(side, side);
+}
+
+QSize ResultDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const {
+    if (option.rect.width() > 0)
+        return QStyledItemDelegate::sizeHint(option, index);
+    QStyleOptionViewItem whole = option;
+    QStyledItemDelegate::initStyleOption(&whole, index);
+    const QStyle* style = option.widget != nullptr ? option.widget->style() : QApplication::style();
+    return style->sizeFromContents(QStyle::CT_ItemViewItem, &whole, {}, option.widget);
 }
 
 bool ResultDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view,

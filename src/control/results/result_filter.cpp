@@ -6,6 +6,7 @@
 #include "control/results/result_list.h"
 #include "widgets/text.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace ov {
@@ -50,12 +51,21 @@ void ResultList::showFound() {
 }
 
 void ResultList::selectFirst() {
-    if (isEmpty())
-        return;
-    const int column = std::max(indicatedColumn(), 0);
-    selectionModel()->setCurrentIndex(
-        model_->index(0, column), QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
-    scrollToTop();
+    if (!isEmpty())
+        goToRow(0);
+}
+
+void ResultList::selectPath(const std::string& path) {
+    const std::int32_t hit = model_->hitOfPath(path);
+    if (const int row = hit > 0 ? model_->rowOf(hit) : -1; row >= 0)
+        goToRow(row);
+}
+
+void ResultList::goToRow(int row) {
+    const QModelIndex index = model_->index(row, std::max(indicatedColumn(), 0));
+    selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect |
+                                                 QItemSelectionModel::Rows);
+    scrollTo(index);
 }
 
 } // namespace ov

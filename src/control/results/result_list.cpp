@@ -20,18 +20,10 @@ using widgets::text;
 namespace {
 
 constexpr std::int32_t skipSeconds = 5;
+constexpr QKeyCombination copyFilesKey = Qt::CTRL | Qt::SHIFT | Qt::Key_C;
 
 // Typing a letter jumps to a row that begins with it; beyond this the search for it would stall.
 constexpr int mostRowsToJumpIn = 20000;
-
-// The field whose header shows that the list is sorted by `field`: dates are sorted by a hidden
-// column of their own.
-std::int32_t indicatedField(std::int32_t field) {
-    for (const modDictation::FieldDefinition& definition : modDictation::fieldDefinitions())
-        if (definition.sortField == field && definition.id != field)
-            return definition.id;
-    return field;
-}
 
 } // namespace
 
@@ -39,11 +31,11 @@ ResultList::ResultList(QWidget* parent)
     : QTableView(parent), model_(new ResultModel(this)), selection_(*this, *model_) {
     setObjectName(QStringLiteral("lvSearchResult"));
     setModel(model_);
-    setItemDelegate(new ResultDelegate(this));
+    setItemDelegate(new ResultDelegate(*this));
     setUp();
     columns_ = new ResultColumns(*this, *model_);
     connect(columns_, &ResultColumns::clicked, this, &ResultList::sortRequested);
-    connect(columns_, &ResultColumns::menuRequested, this, &ResultList::columnsRequested);
+    connect(columns_, &ResultColumns::menuRequested, this, &ResultList::openColumnMenu);
     filter_ = new QuickFilter(this, [this] { return filterSource(); });
     connect(filter_, &QuickFilter::found, this, &ResultList::takeFound);
 }
@@ -54,6 +46,7 @@ void ResultList::setUp() {
     setShowGrid(false);
     setWordWrap(false);
     setAlternatingRowColors(true);
+    setDragEnabled(true);
     setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
     verticalHeader()->hide();
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
@@ -65,6 +58,7 @@ void ResultList::setSettings(const ControlSettings& settings) {
     settings_ = settings;
     listSortKey_ = settings.listSortKey();
     listSortOrder_ = settings.listSortOrder();
+    secondSort_ = settings.secondSort();
     columns_->setSettings(settings);
 }
 
@@ -85,63 +79,7 @@ void ResultList::setHits(std::unique_ptr<modDictation::DictationList> hits) {
     filterAfresh();
 }
 
-// ---- Sorting
-
-// Dates are sorted by the hidden column that holds them as serial numbers.
-int ResultList::sortColumnOf(int column) const {
-    const std::int32_t field = model_->columns().at(static_cast<std::size_t>(column)).field;
-    const int sortColumn = model_->columnOf(modDictation::fieldDefinition(field).sortField);
-    return sortColumn < 0 ? column : sortColumn;
-}
-
-void ResultList::sortByColumn(int column) {
-    const std::int32_t key = std::exchange(listSortKey_, sortColumnOf(column));
-    const std::int32_t order = listSortOrder_;
-    if (key == listSortKey_)
-        listSortOrder_ = order == 0 ? 1 : 0;
-    try {
-        showSorted();
-    } catch (...) {
-        listSortKey_ = key;
-        listSortOrder_ = order;
-        showSortIndicator();
-        throw;
-    }
-    settings_.setListSort(listSortKey_, listSortOrder_);
-    showSortIndicator();
-}
-
-// -1 for a sort key that is no column.
-int ResultList::indicatedColumn() const {
-    const std::int32_t field = sortedField();
-    return field == modDictation::noField ? -1 : model_->columnOf(indicatedField(field));
-}
-
-void ResultList::showSortIndicator() {
-    horizontalHeader()->setSortIndicator(
-        indicatedColumn(), listSortOrder_ == 0 ? Qt::AscendingOrder : Qt::DescendingOrder);
-}
-
-void ResultList::showSorted() {
-    const std::int32_t field = sortedField();
-    if (field == modDictation::noField || model_->hits().empty()) {
-        model_->showFirst(model_->hits().size());
-        return;
-    }
-    auto order = model_->sortedOrder(field, listSortOrder_ != 0);
-    const ResultSelection::Kept rows = selection_.keep();
-    model_->setOrder(std::move(order));
-    selection_.restore(rows, indicatedColumn());
-}
-
 // ---- Columns
-
-// The field that the sort key names; noField for a key that is no column.
-std::int32_t ResultList::sortedField() const {
-    const auto& columns = model_->columns();
-    const auto key = static_cast<std::size_t>(listSortKey_);
-    return listSortKey_ >= 0 && key < columns.size() ? columns[key].field : modDictation::noField;
-}
 
 void ResultList::ApplyColumns() {
     const ResultSelection::Kept rows = selection_.keep();
@@ -209,6 +147,10 @@ void ResultList::keyPressEvent(QKeyEvent* event) {
     const bool space = event->key() == Qt::Key_Space && event->modifiers() == Qt::NoModifier;
     if (event->matches(QKeySequence::Copy))
         Q_EMIT copyRequested();
+    else if (enter && event->modifiers() == Qt::AltModifier)
+        Q_EMIT detailsRequested();
+    else if (event->keyCombination() == copyFilesKey)
+        Q_EMIT copyFilesRequested();
     else if (enter || space)
         playKeyPressed(*event, enter);
     else if (event->text() == QLatin1String("/"))

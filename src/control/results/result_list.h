@@ -4,7 +4,8 @@
 #pragma once
 
 #include "control/control_settings.h"
-#include "control/results/quick_filter.h"
+#include "control/filter/quick_filter.h"
+#include "control/results/header_menu.h"
 #include "control/results/result_columns.h"
 #include "control/results/result_model.h"
 #include "control/results/result_selection.h"
@@ -52,12 +53,21 @@ public:
 
     // The fields of the columns from left to right, without the hidden ones.
     std::vector<std::int32_t> shownFields() const { return columns_->shownFields(); }
+    // Widths and places of columns, as a user would drag them.
+    ResultColumns& columns() { return *columns_; }
     // The hits of the rows, from top to bottom.
     std::vector<std::int32_t> shownHits() const;
 
     // Sorts by that column, or the other way round when it is the one already, and remembers it.
     // Lets window messages be handled. When it throws, all is as it was before.
     void sortByColumn(int column);
+    void sortBy(int column, bool descending);
+    // By what rows are sorted that are equal then; a key without a field: by nothing. As above.
+    void sortSecondBy(modDictation::SortKey key);
+    // The field whose column shows that the list is sorted by it; none for a stored key that is no
+    // column.
+    modDictation::SortKey sortedBy() const;
+    modDictation::SortKey secondSort() const { return secondSort_; }
 
     // Somebody is about to type what filters the list.
     void prepareFilter();
@@ -70,6 +80,10 @@ public:
     const QString& filterText() const { return filterText_; }
     // Selects the first row and goes there.
     void selectFirst();
+    // Selects the row of that dictation and goes there, unless it is not shown.
+    void selectPath(const std::string& path);
+    // Marks the row of the dictation that is in the player; empty: none is.
+    void markPlaying(const std::string& path) { model_->setPlaying(path); }
 
 Q_SIGNALS:
     // "/".
@@ -87,12 +101,22 @@ Q_SIGNALS:
     void columnsRequested();
     // A click on a column's header; sortByColumn() then does what it asks for.
     void sortRequested(int column);
+    // One of the entries of the menu of the titles.
+    void headerRequested(ov::HeaderChoice choice);
     void copyRequested();
     void copyPathsRequested();
+    void copyFilesRequested();
+    // Rows are being dragged; dragSelectedFiles() then does it.
+    void dragRequested();
+    // Alt with Enter.
+    void detailsRequested();
     void openFolderRequested();
     void searchAfreshRequested();
 
 public:
+    // The menu of the titles for the keyboard: each column's own is in it.
+    void openHeaderMenu();
+
     // While the caller works on the rows, headers cannot be clicked, and rows stay.
     void setBusy(bool busy);
 
@@ -102,12 +126,17 @@ public:
     // clipboard. Lets window messages be handled; nothing is copied when `goOn` answers no.
     void copySelectedRows(const std::function<bool()>& goOn);
     void copySelectedPaths(const std::function<bool()>& goOn);
+    // The files themselves, so that a file manager pastes them.
+    void copySelectedFiles(const std::function<bool()>& goOn);
+    // More than somebody drags on purpose are not.
+    void dragSelectedFiles();
     // Of the selected row, in the desktop's file manager.
     void openFolder() const;
 
 protected:
     QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void startDrag(Qt::DropActions actions) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void keyboardSearch(const QString& search) override;
@@ -121,9 +150,12 @@ private:
     std::int32_t sortedField() const;
 
     QMenu* buildMenu();
+    void openColumnMenu(int column, QPoint place);
+    HeaderMenu headerMenu();
     modDictation::RowTexts::Source filterSource() const;
     void takeFound(const QuickFilter::Kept& kept);
     void filterAfresh();
+    void goToRow(int row);
 
     ResultModel* model_;
     ResultColumns* columns_;
@@ -135,6 +167,7 @@ private:
     ControlSettings settings_;
     std::int32_t listSortKey_ = 1;
     std::int32_t listSortOrder_ = 0;
+    modDictation::SortKey secondSort_;
 };
 
 } // namespace ov

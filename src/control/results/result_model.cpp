@@ -6,6 +6,7 @@
 #include "control/results/code_icons.h"
 #include "dictation/field_values.h"
 #include "platform/threads/detached_thread.h"
+#include "support/language/text_ids.h"
 #include "widgets/text.h"
 
 #include <algorithm>
@@ -65,6 +66,7 @@ void ResultModel::setHits(std::unique_ptr<modDictation::DictationList> hits) {
     rows_ = 0;
     order_ = {};
     kept_ = nullptr;
+    playing_ = 0;
     orders_.forget();
     std::shared_ptr<const modDictation::DictationList> old = std::exchange(hits_, std::move(hits));
     endResetModel();
@@ -108,6 +110,21 @@ void ResultModel::showKept() {
             shownOfKept_.push_back(hit);
 }
 
+void ResultModel::setPlaying(const std::string& path) {
+    const std::int32_t before = std::exchange(playing_, hitOfPath(path));
+    for (const std::int32_t hit : {before, playing_})
+        if (const int row = hit > 0 ? rowOf(hit) : -1; row >= 0)
+            Q_EMIT dataChanged(index(row, 0), index(row, columnCount() - 1));
+}
+
+std::int32_t ResultModel::hitOfPath(const std::string& path) const {
+    const modDictation::Dictation wanted = modDictation::dictationOfPath(path);
+    for (std::int32_t hit = path.empty() ? 0 : hits_->size(); hit > 0; --hit)
+        if ((*hits_)[hit] == wanted)
+            return hit;
+    return 0;
+}
+
 std::int32_t ResultModel::hitOf(int row) const {
     return shown().empty() ? row + 1 : shown().at(static_cast<std::size_t>(row));
 }
@@ -132,6 +149,11 @@ QVariant ResultModel::data(const QModelIndex& index, int role) const {
     return checkIndex(index, CheckIndexOption::IndexIsValid) ? cell(index, role) : QVariant();
 }
 
+Qt::ItemFlags ResultModel::flags(const QModelIndex& index) const {
+    const Qt::ItemFlags usual = QAbstractTableModel::flags(index);
+    return index.isValid() ? usual | Qt::ItemIsDragEnabled : usual;
+}
+
 QVariant ResultModel::cell(const QModelIndex& index, int role) const {
     const Column& column = columns_.at(static_cast<std::size_t>(index.column()));
     switch (role) {
@@ -140,12 +162,23 @@ QVariant ResultModel::cell(const QModelIndex& index, int role) const {
     case Qt::TextAlignmentRole:
         return QVariant::fromValue(
             Qt::Alignment(Qt::AlignVCenter | (column.alignRight ? Qt::AlignRight : Qt::AlignLeft)));
+    case Qt::AccessibleTextRole:
+        return spoken(index);
+    case playingRole:
+        return hitOf(index.row()) == playing_;
     case codeIconRole:
         return hasCodeIcons(column.field) ? codeIconName(column.field, dictation(index.row()))
                                           : QVariant();
     default:
         return {};
     }
+}
+
+// Nothing: as shown.
+QVariant ResultModel::spoken(const QModelIndex& index) const {
+    if (hitOf(index.row()) != playing_)
+        return {};
+    return widgets::text(text_id::playingRow, {widgets::toUtf8(text(index.row(), index.column()))});
 }
 
 QVariant ResultModel::headerData(int section, Qt::Orientation orientation, int role) const {
@@ -159,6 +192,7 @@ QVariant ResultModel::headerData(int section, Qt::Orientation orientation, int r
         return widgets::toolTipText(column.caption);
     case Qt::TextAlignmentRole:
         return QVariant::fromValue(Qt::Alignment(Qt::AlignVCenter | Qt::AlignLeft));
+    case Qt::AccessibleTextRole:
     case captionRole:
         return column.caption;
     case fieldRole:

@@ -28,6 +28,7 @@ public:
         keyRole,                  // of a header: "_9"
         captionRole,              // of a header: the long caption
         codeIconRole,             // of a cell: name of the icon that stands for its code
+        playingRole,              // of a cell: whether its dictation is in the player
     };
 
     struct Column {
@@ -43,6 +44,7 @@ public:
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;
     QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
+    Qt::ItemFlags flags(const QModelIndex& index) const override;
     QVariant headerData(int section, Qt::Orientation orientation,
                         int role = Qt::DisplayRole) const override;
 
@@ -61,16 +63,22 @@ public:
     std::shared_ptr<const modDictation::DictationList> sharedHits() const { return hits_; }
     // Shows the rows of the first `count` hits, in the order found.
     void showFirst(std::int32_t count);
-    // The order of all hits by a field; kept until the hits are others. Lets window messages be
-    // handled.
-    std::vector<std::int32_t> sortedOrder(std::int32_t field, bool descending) {
-        return orders_.sorted(*hits_, field, descending);
+    // The order of all hits by a field, and by another where that is the same; kept until the hits
+    // are others. Lets window messages be handled.
+    std::vector<std::int32_t> sortedOrder(modDictation::SortKey first,
+                                          modDictation::SortKey second) {
+        return orders_.sorted(*hits_, first, second);
     }
     // Shows all hits in that order, a hit for each row.
     void setOrder(std::vector<std::int32_t> order);
     // Of the rows only those of the hits kept, until the hits are others; nullptr: of all.
     void setKept(std::shared_ptr<const modDictation::KeptHits> kept);
     const modDictation::KeptHits* kept() const { return kept_.get(); }
+
+    // The dictation that is in the player, by its path; empty: none.
+    void setPlaying(const std::string& path);
+    // The hit with that path; 0 when there is none.
+    std::int32_t hitOfPath(const std::string& path) const;
 
     std::int32_t hitOf(int row) const;
     int rowOf(std::int32_t hit) const; // -1 for a hit that is not shown
@@ -79,6 +87,7 @@ public:
 
 private:
     QVariant cell(const QModelIndex& index, int role) const;
+    QVariant spoken(const QModelIndex& index) const;
     void showKept();
     // The hits of the rows; empty: as found.
     const std::vector<std::int32_t>& shown() const { return kept_ ? shownOfKept_ : order_; }
@@ -89,6 +98,7 @@ private:
     std::vector<std::int32_t> order_; // of all hits; empty: as found
     std::shared_ptr<const modDictation::KeptHits> kept_;
     std::vector<std::int32_t> shownOfKept_;
+    std::int32_t playing_ = 0; // hit
     int rows_ = 0;
 };
 

@@ -96,6 +96,28 @@ std::vector<std::int32_t> fromBottom(const std::vector<std::int32_t>& marked) {
     return order;
 }
 
+// The same order, or that from the bottom, but equal ones as they are in `ties`: each hit there
+// takes the next place among its equals.
+std::vector<std::int32_t> withTies(const std::vector<std::int32_t>& marked, bool descending,
+                                   const std::vector<std::int32_t>& ties) {
+    const auto count = static_cast<std::int32_t>(marked.size());
+    std::vector<std::int32_t> runOf(marked.size()); // by hit: where its equals begin
+    std::vector<std::int32_t> next(marked.size());  // of those: the next free place
+    for (std::int32_t begin = 0, end = 0; begin < count; begin = end) {
+        for (end = begin;
+             end == begin || (end < count && marked[static_cast<std::size_t>(end)] < 0); ++end)
+            runOf[static_cast<std::size_t>(std::abs(marked[static_cast<std::size_t>(end)]) - 1)] =
+                begin;
+        next[static_cast<std::size_t>(begin)] = descending ? count - end : begin;
+    }
+    std::vector<std::int32_t> order(marked.size());
+    for (const std::int32_t hit : ties) {
+        const std::int32_t run = runOf[static_cast<std::size_t>(hit) - 1];
+        order[static_cast<std::size_t>(next[static_cast<std::size_t>(run)]++)] = hit;
+    }
+    return order;
+}
+
 } // namespace
 
 ResultOrders::ResultOrders(unsigned threads)
@@ -162,8 +184,8 @@ std::vector<std::int32_t> ResultOrders::ascending(const DictationList& list, std
     return order;
 }
 
-std::vector<std::int32_t> ResultOrders::sorted(const DictationList& list, std::int32_t field,
-                                               bool descending) {
+const std::vector<std::int32_t>& ResultOrders::marked(const DictationList& list,
+                                                      std::int32_t field) {
     const std::string alphabet = sortsByNumber(field) ? std::string() : userAlphabet();
     const auto found = std::find_if(kept_.begin(), kept_.end(), [&](const Kept& kept) {
         return kept.field == field && kept.alphabet == alphabet;
@@ -176,8 +198,21 @@ std::vector<std::int32_t> ResultOrders::sorted(const DictationList& list, std::i
             kept_.erase(kept_.begin());
         kept_.push_back(std::move(made));
     }
-    const std::vector<std::int32_t>& order = kept_.back().order;
+    return kept_.back().order;
+}
+
+std::vector<std::int32_t> ResultOrders::sorted(const DictationList& list, std::int32_t field,
+                                               bool descending) {
+    const std::vector<std::int32_t>& order = marked(list, field);
     return descending ? fromBottom(order) : fromTop(order);
+}
+
+std::vector<std::int32_t> ResultOrders::sorted(const DictationList& list, SortKey first,
+                                               SortKey second) {
+    if (second.field == noField || second.field == first.field)
+        return sorted(list, first.field, first.descending);
+    const std::vector<std::int32_t> bySecond = sorted(list, second.field, second.descending);
+    return withTies(marked(list, first.field), first.descending, bySecond);
 }
 
 std::vector<std::int32_t> sortedOrder(const DictationList& list, std::int32_t field,

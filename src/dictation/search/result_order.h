@@ -15,6 +15,12 @@ namespace ov::modDictation {
 
 class CollationAlphabet;
 
+struct SortKey {
+    std::int32_t field = 0; // 0: none
+    bool descending = false;
+    bool operator==(const SortKey&) const = default;
+};
+
 // The orders of a list's hits by its fields. The last few are kept, in either direction at four
 // bytes a hit, so that one that was there before comes back at once.
 class ResultOrders {
@@ -35,6 +41,10 @@ public:
     std::vector<std::int32_t> sorted(const DictationList& list, std::int32_t field,
                                      bool descending);
 
+    // The same, but ones that are equal by `first` stand in the order by `second`, unless that is
+    // none.
+    std::vector<std::int32_t> sorted(const DictationList& list, SortKey first, SortKey second);
+
     // The list's hits are others from now on.
     void forget() noexcept { kept_.clear(); }
 
@@ -50,6 +60,8 @@ private:
     std::vector<std::int32_t> byText(const DictationList& list, std::int32_t field) const;
     std::vector<std::int32_t> ascending(const DictationList& list, std::int32_t field,
                                         const std::string& alphabet);
+    // As it is kept.
+    const std::vector<std::int32_t>& marked(const DictationList& list, std::int32_t field);
 
     unsigned threads_;
     std::vector<Kept> kept_; // the last one used is the last

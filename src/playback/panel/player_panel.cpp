@@ -105,6 +105,13 @@ void PlayerPanel::PlayerLoad(const std::string& alias) {
     setSeekRange();
     if (speedPercent_ != usualSpeed)
         applySpeed();
+    tellFile();
+}
+
+void PlayerPanel::tellFile() {
+    const std::string path = alias_.empty() ? std::string() : file_;
+    cmdPlayedDictation_->setPath(path);
+    Q_EMIT fileChanged(path);
 }
 
 void PlayerPanel::PlayerPauseResume() {
@@ -149,6 +156,7 @@ void PlayerPanel::PlayerClose() {
     file_.clear();
     overview_.giveUp();
     slSearchPlayerSeek_->setOverview({});
+    tellFile();
 }
 
 void PlayerPanel::playOrPause() {

@@ -6,6 +6,7 @@
 #include "playback/clsMixer.h"
 #include "playback/panel/file_opening.h"
 #include "playback/panel/overview_loader.h"
+#include "playback/panel/played_dictation.h"
 #include "playback/panel/seek_slider.h"
 
 #include <QFrame>
@@ -77,6 +78,10 @@ Q_SIGNALS:
     // The user chose another.
     void backUpSecondsChosen(std::int32_t seconds);
     void speedChosen(std::int32_t percent);
+    // The dictation that is open in the player; empty: none.
+    void fileChanged(const std::string& path);
+    // The user wants to see the row of this dictation.
+    void rowRequested(const std::string& path);
 
 private:
     void buildPanel();
@@ -95,6 +100,7 @@ private:
     void load(const std::string& path, sound::OpenedSound opened);
     void playOpen();
     void PlayerLoad(const std::string& alias);
+    void tellFile();
     void PlayerRefresh();
     void refreshOpen();
     void showState();
@@ -125,6 +131,7 @@ private:
     QProgressBar* prgSearchPlayerVU_;
     QProgressBar* prgSearchPlayerStatus_;
     QLabel* lblSeachPlayerStatus_;
+    PlayedDictation* cmdPlayedDictation_;
     QLabel* lblSearchPlayerLength_;
     QToolButton* cmdSearchPlayerOptions_;
     QMenu* speedMenu_ = nullptr;

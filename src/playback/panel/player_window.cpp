@@ -66,6 +66,7 @@ PlayerPanel::PlayerPanel(QWidget* parent)
       prgSearchPlayerVU_(new QProgressBar(this)),
       prgSearchPlayerStatus_(new QProgressBar(this)),
       lblSeachPlayerStatus_(new QLabel(QStringLiteral("00:00:00"), this)),
+      cmdPlayedDictation_(new PlayedDictation(this)),
       lblSearchPlayerLength_(new QLabel(QStringLiteral("00:00:00"), this)),
       cmdSearchPlayerOptions_(new MenuButton(this)),
       timerSearchPlayerStatus_(this),
@@ -94,10 +95,11 @@ void PlayerPanel::buildPanel() {
     row->addWidget(prgSearchPlayerVU_);
     row->addWidget(slSearchPlayerVolume_);
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    setFocusProxy(cmdSearchPlayer_[0]);
     QWidget* before = cmdSearchPlayer_[0];
     for (QWidget* next : std::initializer_list<QWidget*>{
-             cmdSearchPlayer_[1], cmdSearchPlayer_[2], cmdSearchPlayerOptions_, slSearchPlayerSeek_,
-             slSearchPlayerVolume_}) {
+             cmdSearchPlayer_[1], cmdSearchPlayer_[2], cmdSearchPlayerOptions_, cmdPlayedDictation_,
+             slSearchPlayerSeek_, slSearchPlayerVolume_}) {
         setTabOrder(before, next);
         before = next;
     }
@@ -138,6 +140,7 @@ QBoxLayout* PlayerPanel::buildPosition() {
     state->addWidget(lblSearchPlayerLength_);
     auto* column = new QVBoxLayout;
     column->setSpacing(2);
+    column->addWidget(cmdPlayedDictation_);
     column->addWidget(slSearchPlayerSeek_);
     column->addLayout(state);
     return column;
@@ -191,6 +194,8 @@ void PlayerPanel::connectAll() {
     for (int i = 0; i < static_cast<int>(cmdSearchPlayer_.size()); ++i)
         connect(cmdSearchPlayer_[static_cast<std::size_t>(i)], &QPushButton::clicked, this,
                 [this, i] { cmdSearchPlayer_Click(i); });
+    connect(cmdPlayedDictation_, &QToolButton::clicked, this,
+            [this] { Q_EMIT rowRequested(cmdPlayedDictation_->path()); });
     connect(slSearchPlayerSeek_, &QSlider::valueChanged, this, &PlayerPanel::seekSliderMoved);
     connect(slSearchPlayerVolume_, &QSlider::valueChanged, this, &PlayerPanel::volumeSliderMoved);
     connect(&timerSearchPlayerStatus_, &QTimer::timeout, this,

@@ -204,6 +204,27 @@ constexpr std::int32_t filterTip = 1352;
 constexpr std::int32_t filteredCount = 1353; // %1%: rows, %2%: hits
 constexpr std::int32_t filterHint = 1354;
 constexpr std::int32_t filteredBy = 1355; // %1%: words
+constexpr std::int32_t menuCopyFiles = 1356;
+constexpr std::int32_t menuDetails = 1357;
+constexpr std::int32_t detailsTitle = 1358;
+constexpr std::int32_t detailsField = 1359;
+constexpr std::int32_t detailsShown = 1360;
+constexpr std::int32_t detailsRaw = 1361;
+constexpr std::int32_t copyDetails = 1362;
+constexpr std::int32_t closeDetails = 1363;
+constexpr std::int32_t sortUp = 1364;
+constexpr std::int32_t sortDown = 1365;
+constexpr std::int32_t sortSecondUp = 1366;
+constexpr std::int32_t sortSecondDown = 1367;
+constexpr std::int32_t columnTicks = 1368;
+constexpr std::int32_t fitWidth = 1369;
+constexpr std::int32_t moveColumnLeft = 1370;
+constexpr std::int32_t moveColumnRight = 1371;
+constexpr std::int32_t resetColumns = 1372;
+constexpr std::int32_t summaryOfAll = 1373;      // %1%: rows, %2%: hours, minutes, seconds
+constexpr std::int32_t summaryOfSelected = 1374; // the same
+constexpr std::int32_t playingRow = 1375;        // %1%: what the cell shows
+constexpr std::int32_t playedDictationTip = 1376;
 
 // The host's standard texts
 constexpr std::int32_t directoryMissing = 20002; // %1%: the directory

@@ -47,6 +47,21 @@ TEST(ResultOrder, ByEveryKindOfValue) {
     }
 }
 
+TEST(ResultOrder, EqualOnesByAnotherField) {
+    DictationList list;
+    for (const char* name : {"2$ROH@@14$b@@12$2", "2$WAV@@14$a@@12$1", "2$ROH@@14$a@@12$3",
+                             "2$WAV@@14$a@@12$3", "2$ROH@@14$b@@12$1", "2$MAI@@14$c"})
+        list.add("\\s\\", std::string(name) + ".WAV");
+    const std::tuple<SortKey, SortKey, Order> cases[] = {
+        {{5, false}, {8, false}, {2, 3, 4, 5, 1, 6}}, {{5, false}, {8, true}, {3, 4, 2, 1, 5, 6}},
+        {{5, true}, {8, false}, {6, 5, 1, 2, 3, 4}},  {{5, true}, {8, true}, {6, 1, 5, 3, 4, 2}},
+        {{5, true}, {}, {6, 1, 5, 2, 3, 4}},          {{5, true}, {5, false}, {6, 1, 5, 2, 3, 4}}};
+    ResultOrders orders;
+    for (const auto& [first, second, expected] : cases)
+        EXPECT_EQ(orders.sorted(list, first, second), expected)
+            << first.descending << second.field << second.descending;
+}
+
 // Names with few different values, most of them in many names; long texts differ far behind.
 void fill(DictationList& list, int count) {
     std::mt19937 dice(20261121);

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
-#include "control/results/filter_edit.h"
+#include "control/filter/filter_edit.h"
 
 #include "support/language/text_ids.h"
 #include "widgets/captions.h"

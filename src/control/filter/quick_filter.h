@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "control/filter/aside_work.h"
 #include "dictation/filter/row_filter.h"
 
 #include <QObject>
@@ -21,9 +22,6 @@ public:
 
     // `source` tells what the list shows at the moment.
     QuickFilter(QObject* parent, std::function<modDictation::RowTexts::Source()> source);
-    ~QuickFilter() override;
-    QuickFilter(const QuickFilter&) = delete;
-    QuickFilter& operator=(const QuickFilter&) = delete;
 
     // Makes the texts of the rows ahead, as somebody is about to type.
     void prepare();
@@ -38,17 +36,13 @@ Q_SIGNALS:
     void found(const ov::QuickFilter::Kept& kept);
 
 private:
-    struct Search;
-    static void run(const std::shared_ptr<Search>& search);
     void start(modDictation::RowFilter filter);
-    void giveUp();
-    void take(const std::shared_ptr<Search>& search, const Kept& kept);
 
     std::function<modDictation::RowTexts::Source()> source_;
     std::shared_ptr<modDictation::RowTexts> texts_; // nullptr until asked for
     modDictation::RowFilter answered_;              // found the hits of `kept_`
     Kept kept_;
-    std::shared_ptr<Search> search_; // that is wanted
+    AsideWork work_;
 };
 
 } // namespace ov

@@ -1,0 +1,37 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QObject>
+#include <functional>
+#include <memory>
+#include <stop_token>
+
+namespace ov {
+
+// Work on a thread of its own, beside the window. Only the newest is wanted: one that is given up
+// ends by itself, and what it brings is dropped.
+class AsideWork final : public QObject {
+public:
+    // What to do with the result, on the thread of this object; empty: nothing.
+    using Delivery = std::function<void()>;
+    // Holds all that it uses, by value.
+    using Work = std::function<Delivery(const std::stop_token& stop)>;
+
+    using QObject::QObject;
+    ~AsideWork() override;
+    AsideWork(const AsideWork&) = delete;
+    AsideWork& operator=(const AsideWork&) = delete;
+
+    // The delivery comes later, from the event loop.
+    void start(Work work);
+    void giveUp();
+
+private:
+    struct Run;
+    void deliver(const std::shared_ptr<Run>& run, const Delivery& delivery);
+
+    std::shared_ptr<Run> run_; // that is wanted
+};
+
+} // namespace ov

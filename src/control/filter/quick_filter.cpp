@@ -1,0 +1,55 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+#include "control/filter/quick_filter.h"
+
+#include "platform/threads/detached_thread.h"
+
+#include <utility>
+
+namespace ov {
+
+QuickFilter::QuickFilter(QObject* parent, std::function<modDictation::RowTexts::Source()> source)
+    : QObject(parent), source_(std::move(source)) {}
+
+void QuickFilter::prepare() {
+    if (!texts_)
+        start({});
+}
+
+void QuickFilter::find(const std::string& text) {
+    modDictation::RowFilter filter(text);
+    if (!filter.empty()) {
+        start(std::move(filter));
+        return;
+    }
+    work_.giveUp();
+    kept_ = nullptr;
+    Q_EMIT found(nullptr);
+}
+
+void QuickFilter::start(modDictation::RowFilter filter) {
+    if (!texts_)
+        texts_ = std::make_shared<modDictation::RowTexts>(source_());
+    const Kept among = kept_ && filter.isWithin(answered_) ? kept_ : nullptr;
+    work_.start([this, texts = texts_, filter = std::move(filter),
+                 among](const std::stop_token& stop) -> AsideWork::Delivery {
+        const Kept kept = modDictation::keptHits(*texts, filter, among.get(), stop);
+        if (!kept || filter.empty()) // then the texts were all that was wanted
+            return nullptr;
+        return [this, filter, kept] {
+            answered_ = filter;
+            kept_ = kept;
+            Q_EMIT found(kept);
+        };
+    });
+}
+
+void QuickFilter::forget() {
+    work_.giveUp();
+    kept_ = nullptr;
+    // So much memory takes longer to give back than a window should stand still.
+    if (texts_)
+        platform::startDetached([old = std::exchange(texts_, nullptr)]() mutable { old.reset(); });
+}
+
+} // namespace ov
