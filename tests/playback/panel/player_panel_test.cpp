@@ -126,6 +126,8 @@ TEST_F(Player, MovesThroughTheDictation) {
     EXPECT_EQ(shown().substr(9), "Stopped") << "who moves what is paused does not play it";
     panel_->skip(5);
     EXPECT_EQ(position(), 100000) << "not beyond the end";
+    play("two.WAV");
+    EXPECT_EQ(shown(), "00:00:00 Playing") << "not where the other one was";
 }
 
 TEST_F(Player, LetsTheUserDragTheHandle) {
@@ -157,13 +159,15 @@ TEST_F(Player, HasAMenuOfSpeedsAndOfWaysBack) {
     QString checked;
     for (const QAction* entry : popup->actions()) {
         const QList<QAction*> choices = entry->menu()->actions();
+        for (const QAction* choice : choices)
+            checked += choice->isChecked() ? choice->text() + QLatin1Char(',') : QString();
         for (QAction* choice : choices)
             if (choice->text() == u"150 %" || choice->text() == u"10 s")
                 choice->trigger();
         for (const QAction* choice : choices)
             checked += choice->isChecked() ? choice->text() : QString();
     }
-    EXPECT_EQ(checked, QStringLiteral("150 %10 s"));
+    EXPECT_EQ(checked, QStringLiteral("100 %,150 %0 s,10 s"));
     popup->close();
     QTest::mouseRelease(&button, Qt::LeftButton);
     EXPECT_EQ(media.sent.back(), "set PBWave tempo 150");
