@@ -17,6 +17,7 @@
 #include <QPushButton>
 #include <QTableWidget>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <utility>
 
 namespace ov {
@@ -26,7 +27,7 @@ DetailsDialog::DetailsDialog(std::string path, QWidget* parent)
     setObjectName(QStringLiteral("DetailsDialog"));
     buildWindow();
     fill();
-    lstDetails_->resizeColumnsToContents();
+    resizeColumns();
     lstDetails_->setCurrentCell(0, 0, QItemSelectionModel::NoUpdate);
     widgets::followLanguage(*this, [this] {
         widgets::translate(*this);
@@ -49,6 +50,7 @@ void DetailsDialog::buildWindow() {
     lstDetails_->verticalHeader()->hide();
     lstDetails_->horizontalHeader()->setStretchLastSection(true);
     lstDetails_->horizontalHeader()->setHighlightSections(false);
+    lstDetails_->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     lstDetails_->installEventFilter(this);
 
     auto* copyButton = makeButton("cmdCopy", text_id::copyDetails);
@@ -91,6 +93,13 @@ void DetailsDialog::fill() {
         for (const modDictation::Detail& detail : details)
             addRow({widgets::toQt(detail.caption), widgets::toQt(detail.shown),
                     widgets::toQt(detail.raw)});
+}
+
+// The whole name is longer than all others, and would push what is raw out of sight.
+void DetailsDialog::resizeColumns() {
+    constexpr int most = 270;
+    lstDetails_->resizeColumnsToContents();
+    lstDetails_->setColumnWidth(1, std::min(lstDetails_->columnWidth(1), most));
 }
 
 void DetailsDialog::addRow(const QStringList& cells) {

@@ -25,6 +25,7 @@ private:
     void buildWindow();
     QPushButton* makeButton(const char* name, std::int32_t textId);
     void fill();
+    void resizeColumns();
     void addRow(const QStringList& cells);
     // The selected rows; without a selection all.
     void copy();
