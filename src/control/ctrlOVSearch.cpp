@@ -142,6 +142,7 @@ void ctrlOVSearch::connectAll() {
     connectCriteria();
     connectResults();
     connectFilter();
+    connectHandingOut();
     connectHeader();
     connectPlaying();
 }

@@ -93,6 +93,7 @@ private:
     void connectCriteria();
     void connectResults();
     void connectFilter();
+    void connectHandingOut();
     void connectHeader();
     void connectPlaying();
     void addShortcuts();

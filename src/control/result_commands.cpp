@@ -15,6 +15,7 @@
 #include "widgets/text.h"
 
 #include <QMenu>
+#include <optional>
 #include <utility>
 
 namespace ov {
@@ -46,6 +47,16 @@ void ctrlOVSearch::connectResults() {
             view_.lvSearchResult->sortByColumn(column);
         });
     });
+    connect(results, &ResultList::detailsRequested, this,
+            posted("ShowDetails", [this] { showDetails(); }));
+    connect(results, &ResultList::searchAfreshRequested, this, &ctrlOVSearch::searchAfresh);
+}
+
+void ctrlOVSearch::connectHandingOut() {
+    ResultList* results = view_.lvSearchResult;
+    const auto posted = [this](const char* procedure, auto run) {
+        return [this, procedure, run] { post(procedure, run); };
+    };
     connect(results, &ResultList::copyRequested, this, posted("CopyRows", [this, results] {
                 copyRows([results](const auto& goOn) { results->copySelectedRows(goOn); });
             }));
@@ -59,24 +70,23 @@ void ctrlOVSearch::connectResults() {
             }));
     connect(results, &ResultList::dragRequested, this,
             posted("DragFiles", [results] { results->dragSelectedFiles(); }));
-    connect(results, &ResultList::detailsRequested, this,
-            posted("ShowDetails", [this] { showDetails(); }));
-    connect(results, &ResultList::searchAfreshRequested, this, &ctrlOVSearch::searchAfresh);
 }
 
 void ctrlOVSearch::connectHeader() {
     ResultList* results = view_.lvSearchResult;
     connect(results, &ResultList::headerRequested, this, [this](HeaderChoice choice) {
-        post("HeaderMenu", [this, choice] {
-            const WaitCursor waiting;
-            changeHeader(choice);
-        });
+        post("HeaderMenu", [this, choice] { changeHeader(choice); });
     });
 }
 
 void ctrlOVSearch::changeHeader(const HeaderChoice& choice) {
     ResultList& list = *view_.lvSearchResult;
     const int column = list.results().columnOf(choice.key.field);
+    if (column < 0 && choice.isOfAColumn()) // the columns have changed while the menu was open
+        return;
+    std::optional<WaitCursor> waiting;
+    if (choice.what != HeaderChoice::choose)
+        waiting.emplace();
     switch (choice.what) {
     case HeaderChoice::sort:
         list.sortBy(column, choice.key.descending);
@@ -141,6 +151,10 @@ void ctrlOVSearch::showRow(const std::string& path) {
         view_.txtResultFilter->clear();
         list.showFound();
         showOutcome(view_, outcome_);
+    }
+    if (hit <= 0) { // another search does not list it
+        platform::userInterface().beep();
+        return;
     }
     list.selectPath(path);
     list.setFocus();

@@ -14,7 +14,14 @@ using widgets::text;
 
 namespace {
 
+// What could not be read may hold what was searched for.
+bool isWhole(const modDictation::SearchReport& report) {
+    return report.foldersUnreadable == 0 && report.namesSkipped == 0;
+}
+
 QString nothingFoundHint(const SearchOutcome& outcome, const modDictation::Search& searched) {
+    if (!isWhole(outcome.report))
+        return text(text_id::nothingInWhatWasRead);
     if (outcome.report.filesTested == 0)
         return text(text_id::storeIsEmpty,
                     {widgets::toUtf8(widgets::nativePathText(searched.root))});
@@ -34,10 +41,11 @@ QString nothingFoundHint(const SearchOutcome& outcome, const modDictation::Searc
 } // namespace
 
 std::vector<bool> emptyingCriteria(const SearchOutcome& outcome) {
-    if (outcome.hitCount > 0 || outcome.report.stopped || outcome.report.filesTested == 0)
+    const modDictation::SearchReport& report = outcome.report;
+    if (outcome.hitCount > 0 || report.stopped || report.filesTested == 0 || !isWhole(report))
         return {};
     std::vector<bool> emptying;
-    for (const std::int64_t matched : outcome.report.matched)
+    for (const std::int64_t matched : report.matched)
         emptying.push_back(matched == 0);
     return emptying;
 }

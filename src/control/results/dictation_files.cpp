@@ -51,6 +51,8 @@ void ResultList::startDrag(Qt::DropActions /*actions*/) {
 }
 
 void ResultList::dragSelectedFiles() {
+    if (!QGuiApplication::mouseButtons().testFlag(Qt::LeftButton)) // released meanwhile
+        return;
     constexpr qsizetype most = 5000;
     QList<QUrl> files;
     selection_.forEachRow([&](int row) {

@@ -28,6 +28,10 @@ struct HeaderChoice {
     };
     What what = sort;
     modDictation::SortKey key; // the column's field, and how to sort by it
+
+    bool isOfAColumn() const {
+        return what == sort || what == fitWidth || what == moveLeft || what == moveRight;
+    }
 };
 
 // The menus of the titles: of one column, or of all for who has no mouse.

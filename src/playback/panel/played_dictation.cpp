@@ -20,7 +20,8 @@ QString wordsFor(const std::string& path) {
     for (const std::int32_t field : {field_id::author, field_id::subject})
         if (const std::string value = shownValue(field, dictation); !value.empty())
             words << widgets::toQt(value);
-    return words.isEmpty() ? widgets::toQt(dictation.name) : words.join(QLatin1String(": "));
+    return words.isEmpty() ? widgets::toQt(shownValue(field_id::name, dictation))
+                           : words.join(QLatin1String(": "));
 }
 
 } // namespace

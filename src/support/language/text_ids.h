@@ -42,6 +42,7 @@ constexpr std::int32_t noStoreChosen = 1301;
 constexpr std::int32_t noCriteriaHint = 1302;
 constexpr std::int32_t noneMeetsThis = 1303; // the criterion follows on a line of its own
 constexpr std::int32_t noneMeetsThese = 1304;
+constexpr std::int32_t nothingInWhatWasRead = 1349;
 constexpr std::int32_t noneMeetsTogether = 1305;
 constexpr std::int32_t noneMeetsAny = 1306;
 constexpr std::int32_t storeIsEmpty = 1307; // %1%: the folder
