@@ -4,10 +4,10 @@
 // Any bytes as criteria: the first line as one that is typed in a terminal, the rest as a criteria
 // file. What can be read is shown and tested on a dictation of its own.
 
-#include "cli/criterion_text.h"
 #include "dictation/field_table.h"
 #include "dictation/search/criterion.h"
 #include "dictation/search/matching.h"
+#include "dictation/typed/criterion_text.h"
 #include "fuzz/fuzzing.h"
 
 #include <string>
@@ -25,7 +25,7 @@ constexpr std::string_view name =
 constexpr platform::DateTime now{2026, 11, 21, 12, 0, 0};
 
 void readTyped(std::string_view line) {
-    const cli::ParsedCriterion parsed = cli::parseCriterion(line);
+    const ParsedCriterion parsed = parseCriterion(line);
     require(parsed.ok() != !parsed.error.empty());
     if (!parsed.ok())
         return;

@@ -3,11 +3,12 @@
 
 #include "cli/search_request.h"
 
-#include "cli/criterion_text.h"
 #include "cli/messages.h"
 #include "cli/session.h"
 #include "cli/terminal_interface.h"
 #include "dictation/field_table.h"
+#include "dictation/typed/criterion_text.h"
+#include "dictation/typed/search_text.h"
 #include "platform/directories.h"
 #include "platform/text.h"
 #include "platform/threads/coarse_clock.h"
@@ -23,6 +24,8 @@ namespace ov::cli {
 using exporting::Column;
 using modDictation::Criterion;
 using modDictation::DictationList;
+using modDictation::fieldKeys;
+using modDictation::fieldOfKey;
 using modDictation::SearchReport;
 
 namespace {
@@ -31,7 +34,7 @@ constexpr std::int32_t pathWidth = 6000; // twips
 
 bool readCriteria(const std::vector<std::string>& texts, std::vector<Criterion>& criteria) {
     for (const std::string& text : texts) {
-        const ParsedCriterion parsed = parseCriterion(text);
+        const modDictation::ParsedCriterion parsed = modDictation::parseCriterion(text);
         if (!parsed.ok()) {
             complain("criterion \"" + text + "\": " + parsed.error);
             return false;
@@ -41,22 +44,23 @@ bool readCriteria(const std::vector<std::string>& texts, std::vector<Criterion>&
     return true;
 }
 
-bool readCriteriaFile(const std::string& native, std::vector<Criterion>& criteria) {
+// Criteria are added to those that were typed; whether all must match is what the file says.
+bool readCriteriaFile(const std::string& native, modDictation::Search& search) {
     std::string content;
     const platform::Status read = platform::readFile(platform::fromNativePath(native), content);
     if (!read.ok()) {
         complain(read.description());
         return false;
     }
-    const modDictation::CriteriaLines lines = modDictation::readCriteriaLines(content);
-    std::ranges::transform(lines.criteria, std::back_inserter(criteria),
-                           modDictation::ParseCriteriaString);
-    if (lines.skipped > 0)
-        complain(native + ": lines that are no criteria: " + std::to_string(lines.skipped));
+    const modDictation::SearchText text = modDictation::readSearchText(content);
+    std::ranges::copy(text.search.criteria, std::back_inserter(search.criteria));
+    search.all = text.search.all;
+    if (text.skipped > 0)
+        complain(native + ": lines that are no criteria: " + std::to_string(text.skipped));
     // Without any, every dictation would match.
-    if (lines.criteria.empty())
+    if (text.search.criteria.empty())
         complain(native + ": holds no criteria");
-    return !lines.criteria.empty();
+    return !text.search.criteria.empty();
 }
 
 std::optional<Column> columnOfKey(const std::string& key) {
@@ -144,10 +148,10 @@ ExitCode readSearch(const SearchOptions& options, const std::vector<std::string>
         !readColumns(options.columns.empty() ? usualColumns : options.columns, request.columns) ||
         (options.sort && !readSort(*options.sort, request.sort)))
         return ExitCode::usage;
-    if ((options.criteriaFile && !readCriteriaFile(*options.criteriaFile, search.criteria)) ||
+    if ((options.criteriaFile && !readCriteriaFile(*options.criteriaFile, search)) ||
         !findRoot(options.root, search.root))
         return ExitCode::unreadable;
-    search.all = !options.any || search.criteria.empty();
+    search.all = (search.all && !options.any) || search.criteria.empty();
     search.depth = options.maxDepth;
     search.limit = options.limit;
     return ExitCode::found;

@@ -5,6 +5,8 @@
 
 #include <QObject>
 #include <functional>
+#include <optional>
+#include <utility>
 
 namespace ov {
 
@@ -23,6 +25,9 @@ public:
     CommandQueue(QObject* parent, Runner runner) : QObject(parent), runner_(std::move(runner)) {}
 
     void post(const char* procedure, Command command);
+    // While one runs this one waits for its end; of those that wait the last one is run.
+    void postNext(const char* procedure, Command command);
+    bool hasNext() const { return next_.has_value(); }
     bool isRunning() const { return running_; }
 
 private:
@@ -30,6 +35,7 @@ private:
 
     Runner runner_;
     bool running_ = false;
+    std::optional<std::pair<const char*, Command>> next_;
 };
 
 } // namespace ov

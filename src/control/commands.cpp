@@ -22,8 +22,19 @@ void ctrlOVSearch::enter(ControlState state) {
     showHint();
 }
 
+// A search that follows the criteria gives way to what the user asks for, and comes again after it.
 void ctrlOVSearch::post(const char* procedure, std::function<void()> run) {
-    commands_.post(procedure, std::move(run));
+    const auto command = [this, run = std::move(run)] {
+        enter(ControlState::working);
+        run();
+    };
+    if (state_ != ControlState::following) {
+        commands_.post(procedure, command);
+        return;
+    }
+    criteriaChanged_ = true;
+    stop_.request_stop();
+    commands_.postNext(procedure, command);
 }
 
 void ctrlOVSearch::perform(const char* procedure, const std::function<void()>& run) {
@@ -31,9 +42,10 @@ void ctrlOVSearch::perform(const char* procedure, const std::function<void()>& r
         return;
     const Frame frame(*this);
     stop_ = {};
-    enter(ControlState::working);
     try {
         run();
+        if (!isEnding())
+            saveCriteria();
     } catch (const HostError& error) {
         report(Error(error.number(), error.description()), procedure);
     } catch (const std::exception& error) {
@@ -42,6 +54,7 @@ void ctrlOVSearch::perform(const char* procedure, const std::function<void()>& r
         report(Error(0, "unknown"), procedure);
     }
     enter(ControlState::idle);
+    followLater();
 }
 
 void ctrlOVSearch::report(const Error& error, const char* procedure) {
@@ -100,11 +113,13 @@ void ctrlOVSearch::cmdSearchKriteriaOptions_Click(int index) {
 
 void ctrlOVSearch::runSearch(SearchRun::Questions withoutCriteria) {
     const std::string root = dictationTree_; // the host may name another one meanwhile
+    criteriaChanged_ = false;
     SearchRun run({view_, *this, stop_.get_token(), withoutCriteria, remembered_,
                    [this](ControlState state) { enter(state); }, [this] { return isEnding(); },
                    [this](const modDictation::Search& what) {
                        view_.picPlayer->PlayerStop();
                        outcome_.reset();
+                       showCounts();
                        searched_ = what;
                        view_.txtResultFilter->clear();
                    }});
@@ -112,6 +127,8 @@ void ctrlOVSearch::runSearch(SearchRun::Questions withoutCriteria) {
     try {
         if (const auto outcome = run.run(root)) {
             outcome_ = outcome; // before its box is open, in which the language may change
+            showCounts();
+            noteSearch();
             goToHits();
             run.tellOutcome(*outcome);
         }
@@ -151,7 +168,7 @@ void ctrlOVSearch::listAll() {
 
 // While a search goes on nothing is known yet.
 void ctrlOVSearch::showHint() {
-    if (rulesOf(state_).tellsHost) {
+    if (rulesOf(state_).tellsHost && !rulesOf(state_).takesCommands) {
         view_.emptyState->say({}, false);
         return;
     }
@@ -159,8 +176,9 @@ void ctrlOVSearch::showHint() {
         view_.emptyState->say(widgets::text(text_id::filterHint), false);
         return;
     }
-    const SearchHint hint =
-        searchHint(dictationTree_, view_.lvSearchCriteria->hasCriteria(), outcome_, searched_);
+    const bool hasCriteria = !view_.lvSearchCriteria->criteria().empty();
+    const auto outcome = showsWhatIsAsked() ? outcome_ : std::nullopt;
+    const SearchHint hint = searchHint(dictationTree_, hasCriteria, outcome, searched_);
     view_.emptyState->say(hint.text, hint.offersAll);
 }
 
@@ -171,10 +189,10 @@ void ctrlOVSearch::stopSearch() {
 }
 
 // Empty when the editor was left without a new criterion.
-std::optional<std::string> ctrlOVSearch::openEditor(const std::string& criteriaString) {
+std::optional<std::string> ctrlOVSearch::openEditor(const std::string& criteriaString, bool isNew) {
     enter(ControlState::asking);
     frmCriteria editor(this);
-    editor.EditMode = !criteriaString.empty();
+    editor.EditMode = !isNew;
     editor.CriteriaString = criteriaString;
     editor.exec();
     if (!editor.OKPressed() || isEnding())
@@ -183,7 +201,7 @@ std::optional<std::string> ctrlOVSearch::openEditor(const std::string& criteriaS
 }
 
 void ctrlOVSearch::addCriterion() {
-    const auto made = openEditor({});
+    const auto made = openEditor({}, true);
     if (!made)
         return;
     keepCriterion(view_.lvSearchCriteria->addOnce(*made));
@@ -192,32 +210,44 @@ void ctrlOVSearch::addCriterion() {
 void ctrlOVSearch::editCriterion() {
     if (!view_.lvSearchCriteria->hasSelected())
         return;
-    const auto changed = openEditor(view_.lvSearchCriteria->selected());
+    const auto changed = openEditor(view_.lvSearchCriteria->selected(), false);
     if (!changed)
         return;
     keepCriterion(view_.lvSearchCriteria->replaceSelected(*changed));
 }
 
+// Of the selected one, or else the last; the editor makes another of it.
+void ctrlOVSearch::duplicateCriterion() {
+    const CriteriaList& list = *view_.lvSearchCriteria;
+    if (list.entries().empty())
+        return;
+    const auto made =
+        openEditor(list.hasSelected() ? list.selected() : list.entries().back().criterion, true);
+    if (made)
+        keepCriterion(view_.lvSearchCriteria->addOnce(*made));
+}
+
 void ctrlOVSearch::keepCriterion(bool isNew) {
-    saveCriteria();
-    if (!isNew && !isEnding())
+    if (!isNew)
         modUtil::ShowMessage(text_id::duplicateCriterion, platform::MessageIcon::information, {},
                              this);
 }
 
 void ctrlOVSearch::deleteCriterion() {
     view_.lvSearchCriteria->removeSelected();
-    saveCriteria();
 }
 
 // After every change, not only at the end: the host may crash. That it cannot be done is told once.
 void ctrlOVSearch::saveCriteria() {
-    const platform::Status saved = criteriaFile_.save(view_.lvSearchCriteria->criteria());
+    if (!std::exchange(criteriaUnsaved_, false))
+        return;
+    const platform::Status saved = criteriaFile_.save(view_.lvSearchCriteria->entries());
     if (saved.ok())
         return;
     WriteErrorLog(saved, "SaveCriteria");
     if (std::exchange(toldUnsaved_, true))
         return;
+    enter(ControlState::asking);
     modUtil::ShowMessage({text_id::criteriaNotSaved, {saved.description()}},
                          platform::MessageIcon::exclamation, {}, this);
 }
@@ -225,6 +255,7 @@ void ctrlOVSearch::saveCriteria() {
 void ctrlOVSearch::compareChanged() {
     settings_.setSearchCompareAnd(view_.isCompareAnd());
     view_.describeCompare();
+    criteriaChanged();
 }
 
 } // namespace ov

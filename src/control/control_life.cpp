@@ -88,7 +88,7 @@ void ctrlOVSearch::UserControl_Terminate() {
     windowInterface_->closeBoxes(this);
     endPlayer();
     if (before.hasContents) {
-        if (const auto saved = criteriaFile_.save(view_.lvSearchCriteria->criteria()); !saved.ok())
+        if (const auto saved = criteriaFile_.save(view_.lvSearchCriteria->entries()); !saved.ok())
             WriteErrorLog(saved, "SaveCriteria");
         view_.lvSearchResult->saveSettings();
         if (shareMoved_)

@@ -19,6 +19,7 @@ constexpr std::string_view listSortKey = "ListSortKey";
 constexpr std::string_view listSortOrder = "ListSortOrder";
 constexpr std::string_view secondSort = "ListSortSecond"; // field, negative: descending; 0: none
 constexpr std::string_view searchCompareAnd = "SearchCompareAnd";
+constexpr std::string_view followsCriteria = "FollowCriteria";
 constexpr std::string_view settingsCopied = "SettingsCopied";
 constexpr std::string_view columnOrder = "ColumnOrder";   // "1,2,9"
 constexpr std::string_view columnWidths = "ColumnWidths"; // "1:1400,9:1800", twips
@@ -82,6 +83,14 @@ bool ControlSettings::searchCompareAnd() const {
 
 void ControlSettings::setSearchCompareAnd(bool compareAnd) const {
     settings_.setBoolean(key::searchCompareAnd, compareAnd);
+}
+
+bool ControlSettings::followsCriteria() const {
+    return settings_.boolean(key::followsCriteria, true);
+}
+
+void ControlSettings::setFollowsCriteria(bool follows) const {
+    settings_.setBoolean(key::followsCriteria, follows);
 }
 
 ColumnLayout ControlSettings::columnLayout() const {

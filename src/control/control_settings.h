@@ -36,6 +36,9 @@ public:
     bool searchCompareAnd() const; // true
     void setSearchCompareAnd(bool compareAnd) const;
 
+    bool followsCriteria() const; // the list of hits does; true
+    void setFollowsCriteria(bool follows) const;
+
     ColumnLayout columnLayout() const;
     void setColumnLayout(const ColumnLayout& layout) const;
 

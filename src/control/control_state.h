@@ -16,6 +16,7 @@ enum class ControlState : std::uint8_t {
     working,   // a command that is short, or none of the others
     asking,    // a question or a dialog that a command consists of is open
     searching, // the walk through the tree
+    following, // a search goes on as the criteria changed; all else may be asked for
     filling,   // its hits come into the list
     copying,
     exporting, // to a file, to paper, to the preview
@@ -30,13 +31,14 @@ struct StateRules {
     bool hasContents;   // criteria that are worth saving, texts to translate
 };
 
-inline constexpr std::array<StateRules, 9> stateRules{{
+inline constexpr std::array<StateRules, 10> stateRules{{
     //               commands button stops  host   contents
     /* notBuilt  */ {false, false, false, false, false},
     /* idle      */ {true, false, false, false, true},
     /* working   */ {false, false, false, false, true},
     /* asking    */ {false, false, false, false, true},
     /* searching */ {false, true, true, true, true},
+    /* following */ {true, false, true, true, true},
     /* filling   */ {false, false, false, true, true},
     /* copying   */ {false, false, true, false, true},
     /* exporting */ {false, false, false, false, true},

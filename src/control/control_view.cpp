@@ -96,13 +96,28 @@ QWidget* ControlView::buildCriteriaHalf() {
     }
     column->addLayout(row);
 
-    lblCriteriaDescription = new QLabel(half);
+    column->addLayout(buildDescriptionRow(half));
+    return half;
+}
+
+QBoxLayout* ControlView::buildDescriptionRow(QWidget* parent) {
+    cmdSavedSearches =
+        makeButton(parent, QStringLiteral("cmdSavedSearches"),
+                   {"folder", text_id::savedSearchesButton, text_id::savedSearchesTip});
+    chkFollow = new QCheckBox(parent);
+    chkFollow->setObjectName(QStringLiteral("chkFollow"));
+    setCaption(*chkFollow, text_id::followBox);
+    setTip(*chkFollow, text_id::followTip);
+    lblCriteriaDescription = new QLabel(parent);
     lblCriteriaDescription->setObjectName(QStringLiteral("lblCriteriaDescription"));
     lblCriteriaDescription->setForegroundRole(QPalette::PlaceholderText);
-    lblCriteriaDescription->setAlignment(Qt::AlignRight);
+    lblCriteriaDescription->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     lblCriteriaDescription->setWordWrap(true);
-    column->addWidget(lblCriteriaDescription);
-    return half;
+    auto* row = new QHBoxLayout;
+    row->addWidget(cmdSavedSearches);
+    row->addWidget(chkFollow);
+    row->addWidget(lblCriteriaDescription, 1);
+    return row;
 }
 
 QWidget* ControlView::buildResultHalf() {
@@ -186,6 +201,8 @@ void ControlView::setTabOrder() {
         next(button);
     next(optCriteriaCompare[all]);
     next(optCriteriaCompare[any]);
+    next(cmdSavedSearches);
+    next(chkFollow);
     next(cmdSearchOptions[search]);
     next(cmdSearchStop);
     for (const SearchOption option : {print, columns, log})
@@ -214,47 +231,6 @@ void ControlView::setCompareAnd(bool compareAnd) {
 void ControlView::describeCompare() const {
     lblCriteriaDescription->setText(
         widgets::text(isCompareAnd() ? text_id::describeAll : text_id::describeAny));
-}
-
-void ControlView::show(ControlState state) {
-    state_ = state;
-    const QPointer<QWidget> before = control_.window()->focusWidget();
-    enable();
-    if (before && before != control_.window()->focusWidget() && control_.isAncestorOf(before)) {
-        displaced_ = before;
-        splitter->setFocus(); // not the next widget, which would take a key that was meant for it
-    }
-    if (rulesOf(state).takesCommands)
-        giveKeyboardBack();
-}
-
-void ControlView::enable() {
-    const StateRules& rules = rulesOf(state_);
-    for (QPushButton* button : cmdSearchOptions)
-        button->setEnabled(rules.takesCommands);
-    cmdSearchStop->setEnabled(rules.stopButton);
-    lvSearchResult->setBusy(!rules.takesCommands);
-    enableCriteriaButtons();
-}
-
-void ControlView::giveKeyboardBack() {
-    if (displaced_ && control_.window()->focusWidget() == splitter) {
-        if (displaced_->isEnabled())
-            displaced_->setFocus();
-        else if (displaced_ == cmdSearchStop)
-            cmdSearchOptions[search]->setFocus();
-        else
-            lvSearchCriteria->setFocus();
-    }
-    displaced_ = nullptr;
-}
-
-void ControlView::enableCriteriaButtons() {
-    const bool idle = rulesOf(state_).takesCommands;
-    const bool selected = lvSearchCriteria->hasSelected();
-    cmdSearchKriteriaOptions[addCriterion]->setEnabled(idle);
-    cmdSearchKriteriaOptions[editCriterion]->setEnabled(idle && selected);
-    cmdSearchKriteriaOptions[deleteCriterion]->setEnabled(idle && selected);
 }
 
 void ControlView::setNotice(const QString& notice) const {

@@ -11,6 +11,7 @@
 #include "control/results/result_summary.h"
 #include "playback/panel/player_panel.h"
 
+#include <QCheckBox>
 #include <QLabel>
 #include <QPointer>
 #include <QPushButton>
@@ -61,8 +62,10 @@ public:
     QSplitter* splitter = nullptr;
     CriteriaList* lvSearchCriteria = nullptr;
     std::array<QPushButton*, 3> cmdSearchKriteriaOptions{};
+    QPushButton* cmdSavedSearches = nullptr;
     std::array<QRadioButton*, 2> optCriteriaCompare{};
     QLabel* lblCriteriaDescription = nullptr;
+    QCheckBox* chkFollow = nullptr;
     std::array<QPushButton*, 5> cmdSearchOptions{};
     QPushButton* cmdSearchStop = nullptr;
     QLabel* lblSearchResult = nullptr;
@@ -76,6 +79,7 @@ public:
 
 private:
     QWidget* buildCriteriaHalf();
+    QBoxLayout* buildDescriptionRow(QWidget* parent);
     QWidget* buildResultHalf();
     void buildEmptyState();
     QBoxLayout* buildSearchRow(QWidget* parent);

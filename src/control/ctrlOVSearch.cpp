@@ -3,6 +3,7 @@
 
 #include "control/ctrlOVSearch.h"
 
+#include "platform/known_folders.h"
 #include "platform/text.h"
 #include "support/language/modLanguage.h"
 #include "support/language/text_ids.h"
@@ -95,6 +96,8 @@ void ctrlOVSearch::readFromHost() {
             .mostBytes = static_cast<std::size_t>(settings_.rememberedMiB()) * bytesOfMiB,
             .trustsUnknown = settings_.trustsFolderTimes()});
     criteriaFile_ = CriteriaFile(directory);
+    if (const std::string own = platform::userDataFolder(); !own.empty())
+        savedSearches_ = SavedSearches(own + "Searches\\");
     settings_.markAsCopied();
     modLanguage::SetLanguage(language, subLanguage);
 }
@@ -113,8 +116,8 @@ void ctrlOVSearch::buildControl() {
     view_.picPlayer->PlayerInitControls();
     view_.picPlayer->setBackUpSeconds(settings_.backUpSeconds());
     view_.picPlayer->setSpeedPercent(settings_.speedPercent());
-    for (const std::string& criterion : criteriaFile_.load())
-        view_.lvSearchCriteria->add(criterion);
+    view_.chkFollow->setChecked(settings_.followsCriteria());
+    view_.lvSearchCriteria->load(criteriaFile_.load());
     shareToShow_ = settings_.criteriaShare();
     enter(ControlState::idle); // from now on the criteria are worth saving
     connectAll();
@@ -155,8 +158,14 @@ void ctrlOVSearch::connectCriteria() {
     connect(criteria, &CriteriaList::addRequested, this, option(ControlView::addCriterion));
     connect(criteria, &CriteriaList::editRequested, this, option(ControlView::editCriterion));
     connect(criteria, &CriteriaList::deleteRequested, this, option(ControlView::deleteCriterion));
+    connect(view_.cmdSavedSearches, &QPushButton::clicked, this,
+            [this] { post("SavedSearches", [this] { showSavedSearches(); }); });
+    connect(criteria, &CriteriaList::duplicateRequested, this,
+            [this] { post("DuplicateCriterion", [this] { duplicateCriterion(); }); });
     connect(criteria, &CriteriaList::selectionMoved, this,
             [this] { view_.enableCriteriaButtons(); });
+    connect(criteria, &CriteriaList::changed, this, &ctrlOVSearch::criteriaChanged);
+    connect(view_.chkFollow, &QCheckBox::toggled, this, &ctrlOVSearch::followChosen);
 }
 
 void ctrlOVSearch::addShortcuts() {
@@ -244,6 +253,7 @@ void ctrlOVSearch::retranslate() {
     setAccessibleName(widgets::toQt(title));
     view_.retranslate(*this);
     showOutcome(view_, outcome_);
+    showCounts();
     showHint();
 }
 

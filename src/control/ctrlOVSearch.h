@@ -8,6 +8,7 @@
 #include "control/control_state.h"
 #include "control/control_view.h"
 #include "control/criteria/criteria_file.h"
+#include "control/criteria/saved_searches.h"
 #include "control/host_trap.h"
 #include "control/search_run.h"
 #include "export/print/list_export.h"
@@ -120,6 +121,20 @@ private:
     void runSearch(SearchRun::Questions withoutCriteria);
     void listAll();
     void showHint();
+    void showCounts();
+    modDictation::Search presentSearch() const;
+    void showSavedSearches();
+    void saveSearch(const SavedSearch& renamed);
+    void bringSearch(const SavedSearch& saved);
+    void deleteSearch(const SavedSearch& saved);
+    void tellUnsavedSearch(const platform::Status& status);
+    void noteSearch();
+    bool showsWhatIsAsked() const;
+    void criteriaChanged();
+    void followChosen(bool follows);
+    void followLater();
+    void followChanges();
+    std::optional<SearchOutcome> runFollowing(SearchRun& run);
     void searchAfresh();
     void stopSearch();
     void escape();
@@ -139,7 +154,8 @@ private:
     void addCriterion();
     void editCriterion();
     void deleteCriterion();
-    std::optional<std::string> openEditor(const std::string& criteriaString);
+    void duplicateCriterion();
+    std::optional<std::string> openEditor(const std::string& criteriaString, bool isNew);
     void keepCriterion(bool isNew);
     void saveCriteria();
     void compareChanged();
@@ -156,9 +172,12 @@ private:
     QMetaObject::Connection parentGone_;
     ControlSettings settings_;
     CriteriaFile criteriaFile_;
+    SavedSearches savedSearches_;
     std::string dictationTree_;
     ControlState state_ = ControlState::notBuilt;
     int frames_ = 0;
+    bool criteriaUnsaved_ = false;
+    bool criteriaChanged_ = false;            // since they were searched for
     std::stop_source stop_;                   // of the command that is at work
     std::optional<std::int32_t> shareToShow_; // of the criteria's half, once there is room
     bool shareMoved_ = false;                 // by the user

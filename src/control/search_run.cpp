@@ -23,15 +23,12 @@
 namespace ov {
 
 using modLanguage::GetText;
+using widgets::groupedNumber;
 
 namespace {
 
 // Fewer rows are filled before a progress display could be seen.
 constexpr std::int32_t mostHitsWithoutProgress = 25;
-
-std::string groupedNumber(std::int64_t number) {
-    return widgets::toUtf8(widgets::languageLocale().toString(static_cast<qlonglong>(number)));
-}
 
 // Counts the hits above the list while the walk goes on. A timer, since the walk has no time for
 // it.
@@ -91,6 +88,16 @@ QString noticeText(const modDictation::SearchReport& report) {
     return sentences.join(QLatin1Char(' '));
 }
 
+namespace {
+
+bool storeAnswers(const std::string& root, const std::function<bool()>& isEnding) {
+    const auto exists = platform::patientlyPumping(
+        root, [root] { return platform::directoryExists(root); }, [&] { return !isEnding(); });
+    return exists.value_or(false);
+}
+
+} // namespace
+
 bool checkDictationTree(const std::string& root, QWidget& owner,
                         const std::function<bool()>& isEnding) {
     if (root.empty()) {
@@ -98,9 +105,8 @@ bool checkDictationTree(const std::string& root, QWidget& owner,
                              &owner);
         return false;
     }
-    const auto exists = platform::patientlyPumping(
-        root, [root] { return platform::directoryExists(root); }, [&] { return !isEnding(); });
-    if (isEnding() || exists.value_or(false))
+    const bool answers = storeAnswers(root, isEnding);
+    if (isEnding() || answers)
         return !isEnding();
     modUtil::ShowMessage({text_id::directoryMissing, {platform::toNativePath(root)}},
                          platform::MessageIcon::information, {}, &owner);
@@ -139,6 +145,32 @@ std::optional<SearchOutcome> SearchRun::search(const modDictation::Search& what)
     if (caller_.isEnding())
         return std::nullopt;
     return outcome;
+}
+
+std::optional<SearchOutcome> SearchRun::follow(const std::string& root) {
+    if (searchOnThread())
+        return std::nullopt;
+    const QScopedValueRollback onlyOne(searchOnThread(), true);
+    caller_.enter(ControlState::following);
+    const bool answers = storeAnswers(root, caller_.isEnding);
+    if (caller_.isEnding() || caller_.stop.stop_requested())
+        return std::nullopt;
+    if (!answers) {
+        caller_.view.setNotice(
+            widgets::text(text_id::storeDoesNotAnswer, {platform::toNativePath(root)}));
+        return std::nullopt;
+    }
+    const modDictation::Search what{root, criteria(), caller_.view.isCompareAnd()};
+    auto hits = std::make_unique<modDictation::DictationList>();
+    SearchOutcome outcome{
+        0, modDictation::search(what, *hits,
+                                {.stop = caller_.stop, .remembered = caller_.remembered})};
+    if (caller_.isEnding() || outcome.report.stopped)
+        return std::nullopt;
+    outcome.hitCount = hits->size();
+    caller_.starting(what);
+    caller_.view.lvSearchResult->replaceHits(std::move(hits));
+    return caller_.isEnding() ? std::nullopt : std::optional(outcome);
 }
 
 // A single empty criterion, which every dictation satisfies, when the user wants all of them.

@@ -27,7 +27,8 @@ struct SearchOutcome {
 // HostError; the rows shown by then stay.
 class SearchRun {
 public:
-    enum class Questions : std::uint8_t { asks, listsAll }; // when there are no criteria
+    // When there are no criteria.
+    enum class Questions : std::uint8_t { asks, listsAll };
 
     struct Caller {
         ControlView& view;
@@ -48,6 +49,10 @@ public:
     // another control of this thread searches, or there are no criteria and the user did not want
     // all dictations. Nothing either when the control ended.
     std::optional<SearchOutcome> run(const std::string& root);
+    // The same because the criteria changed: it asks and tells nothing but by the notice below the
+    // hits, lists all without criteria, and leaves the rows until others take their place at once.
+    // Nothing also when it was stopped.
+    std::optional<SearchOutcome> follow(const std::string& root);
     // Shows it, with a box when nothing was found.
     void tellOutcome(const SearchOutcome& outcome);
 

@@ -145,7 +145,7 @@ void frmCriteria::fillFields() {
 }
 
 void frmCriteria::showCriterion() {
-    if (!EditMode) {
+    if (CriteriaString.empty()) {
         select(*cboField_, presetField);
         return;
     }

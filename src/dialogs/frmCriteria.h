@@ -27,7 +27,7 @@ public:
     explicit frmCriteria(QWidget* parent = nullptr);
 
     bool EditMode = false;      // false: a new criterion is made
-    std::string CriteriaString; // in: the criterion to edit; out: the one made
+    std::string CriteriaString; // in: the criterion to begin with; out: the one made
     std::int32_t StartLeft = 0; // wanted edges in screen units; 0 for either centres the
     std::int32_t StartTop = 0;  // window on the screen
 

@@ -106,7 +106,8 @@ int run(int argc, char** argv) {
     }
     // Before anything asks where settings lie, the plug-in too.
     if (!options.settings.isEmpty())
-        qputenv("XDG_CONFIG_HOME", options.settings.toLocal8Bit());
+        for (const char* place : {"XDG_CONFIG_HOME", "XDG_DATA_HOME"})
+            qputenv(place, options.settings.toLocal8Bit());
 
     // Qt has a "--plugin" of its own: it gets no argument of ours.
     int onlyName = 1;

@@ -21,4 +21,9 @@ void setPerUserFolder(std::string directory);
 // What setPerUserFolder() set; empty when it is the user's own.
 const std::string& replacedPerUserFolder();
 
+// Where the user's own work of Orvanta's programs lies that no setting is: "Orvanta\" below
+// $XDG_DATA_HOME, or below .local/share in the home directory; perUserFolder() when that was
+// replaced.
+std::string userDataFolder();
+
 } // namespace ov::platform

@@ -52,6 +52,10 @@ QLocale languageLocale() {
                                            : QLocale(QLocale::English, QLocale::UnitedKingdom);
 }
 
+std::string groupedNumber(std::int64_t number) {
+    return toUtf8(languageLocale().toString(static_cast<qlonglong>(number)));
+}
+
 QString shortDateFormat() {
     const platform::Locale& locale = platform::locale();
     const QString day = locale.dayTwoDigits ? QStringLiteral("dd") : QStringLiteral("d");

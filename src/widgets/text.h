@@ -28,6 +28,9 @@ QString toolTipText(const QString& text);
 // A path of the engine as a person reads it on this system.
 QString nativePathText(std::string_view path);
 
+// "1,204", in the user's language.
+std::string groupedNumber(std::int64_t number);
+
 // How Qt names days and months and groups digits in the user's language.
 QLocale languageLocale();
 

@@ -364,8 +364,10 @@ TEST_F(Control, ReadsAsOneGoesAndFollowsTheLanguage) {
     criteria().setFocus();
     EXPECT_EQ(tabOrder(window()),
               "lvSearchCriteria cmdSearchKriteriaOptions(0) optCriteriaCompare(1) "
+              "cmdSavedSearches chkFollow "
               "cmdSearchOptions(0) cmdSearchOptions(2) cmdSearchOptions(3) cmdSearchOptions(4) "
-              "txtResultFilter lvSearchResult cmdListAll cmdSearchPlayer(0) cmdSearchPlayer(1) "
+              "txtResultFilter lvSearchResult cmdListAll cmdSearchPlayer(0) "
+              "cmdSearchPlayer(1) "
               "cmdSearchPlayer(2) "
               "cmdSearchPlayerOptions slSearchPlayerSeek slSearchPlayerVolume ");
     EXPECT_TRUE(isTidy(window()));
@@ -375,12 +377,11 @@ TEST_F(Control, ReadsAsOneGoesAndFollowsTheLanguage) {
     const QImage hint = criteria().grab().toImage();
     speak("7");
     EXPECT_EQ(readable(window()),
-              "|Abbr&echen|S&uchen|Drucken/E&xportieren …|S&palten …|P&rotokoll|Suchergebnis|"
-              "Noch keine Suchkriterien. Fügen Sie mit „Neu“ eines hinzu, oder lassen Sie alle "
-              "Diktate auflisten.|&Alle auflisten|"
-              "00:00:00|00:00:00|100 %|&Neu …|&Bearbeiten …|&Löschen|Alle &Kriterien|"
-              "&Mindestens ein Kriterium|Gefunden werden Diktate, auf die alle Kriterien "
-              "zutreffen.");
+              "|Abbr&echen|S&uchen|Drucken/E&xportieren …|S&palten …|P&rotokoll|Suchergebnis|Noch "
+              "keine Suchkriterien. Fügen Sie mit „Neu“ eines hinzu, oder lassen Sie alle Diktate "
+              "auflisten.|&Alle auflisten|00:00:00|00:00:00|100 %|&Neu …|&Bearbeiten "
+              "…|&Löschen|Alle &Kriterien|&Mindestens ein Kriterium|&Gespeichert …|Änderungen "
+              "&folgen|Gefunden werden Diktate, auf die alle Kriterien zutreffen.");
     EXPECT_NE(criteria().grab().toImage(), hint);
 }
 
@@ -466,7 +467,10 @@ TEST_F(Control, OffersMenusAndTranslatesTheOpenOne) {
               "-Zeilen &kopierenCtrl+C*;-Date&ien kopierenCtrl+Shift+C;-&Dateipfad "
               "kopieren;-&Verzeichnis öffnen*;;-&Alles markierenCtrl+A;"
               "Spal&ten auswählen …*;Alle Verzeichnisse &neu lesen und suchenShift+F5;");
-    EXPECT_EQ(openAndTranslate(ofCriteria), "&Neu …Ins*;-&Bearbeiten …F2*;-&LöschenDel*;");
+    EXPECT_EQ(openAndTranslate(ofCriteria),
+              "&Neu …Ins*;-&Bearbeiten …F2*;-&LöschenDel*;-Du&plizieren …Ctrl+D;;"
+              "-&RückgängigCtrl+Z;-&WiederherstellenCtrl+Shift+Z;;"
+              "-Nach &obenAlt+Up*;-Nach &untenAlt+Down*;");
     searchAll();
     store.add("2$WAV@@5$HOCH.WAV");
     user->saysYes = true;
@@ -476,9 +480,10 @@ TEST_F(Control, OffersMenusAndTranslatesTheOpenOne) {
     results().clearSelection();
     EXPECT_TRUE(openAndTranslate(ofButton).ends_with(";-&Nur markierte Zeilen;"));
     results().selectRow(0);
+    clickOn(window(), "chkFollow");
     enter([&] { key(criteria(), Qt::Key_Insert); }, "Anna");
     EXPECT_EQ(openAndTranslate(ofResults).find('-'), std::string::npos);
-    EXPECT_EQ(openAndTranslate(ofCriteria).find('-'), std::string::npos);
+    EXPECT_EQ(openAndTranslate(ofCriteria).find("-&L"), std::string::npos);
     EXPECT_EQ(openAndTranslate(ofButton),
               "&Drucken …Ctrl+P*;Druck&vorschau …;;&PDF-Dokument …;&Tabelle (.xlsx) …;"
               "&CSV-Datei …;&Webseite …;&JSON-Datei …;;Als Te&xt kopieren*;;"

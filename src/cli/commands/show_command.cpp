@@ -3,13 +3,13 @@
 
 #include "cli/commands/show_command.h"
 
-#include "cli/criterion_text.h"
 #include "cli/messages.h"
 #include "cli/output.h"
 #include "cli/shown_text.h"
 #include "dictation/dictation_details.h"
 #include "dictation/dictation_record.h"
 #include "dictation/field_table.h"
+#include "dictation/typed/criterion_text.h"
 #include "platform/files.h"
 
 #include <algorithm>
@@ -69,7 +69,7 @@ ExitCode runFields() {
         if (!field.key.empty())
             rows.push_back({std::to_string(field.id), std::string(field.key),
                             shownText(modDictation::GetSearchFieldCaption(field.id, true)),
-                            typeName(field.valueType), operatorWords(field.id)});
+                            typeName(field.valueType), modDictation::operatorWords(field.id)});
     return printRows(rows, columnWidths(rows));
 }
 

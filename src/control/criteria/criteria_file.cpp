@@ -4,9 +4,13 @@
 #include "control/criteria/criteria_file.h"
 
 #include "dictation/search/criterion.h"
+#include "platform/settings/profile_encoding.h"
 #include "support/log.h"
+#include "support/numbers.h"
 #include "support/patient_files.h"
+#include "support/text_lines.h"
 
+#include <algorithm>
 #include <string_view>
 
 namespace ov {
@@ -15,18 +19,48 @@ namespace {
 
 constexpr const char* fileName = "SearchCriteria.dat";
 constexpr const char* backupName = "SearchCriteria.bak";
+constexpr const char* leftOutName = "SearchCriteria.off";
 
 } // namespace
 
 // A server that does not answer may have it.
-bool CriteriaFile::isKnownToBeMissing() const {
-    const auto kind = patient::fileKind(path(fileName));
+bool CriteriaFile::isKnownToBeMissing(const char* name) const {
+    const auto kind = patient::fileKind(path(name));
     return kind && *kind != platform::FileKind::file;
 }
 
-std::vector<std::string> CriteriaFile::load() {
+CriteriaEntries CriteriaFile::load() {
+    CriteriaEntries entries;
+    for (std::string& criterion : loadCriteria())
+        entries.push_back({std::move(criterion)});
+    insertLeftOut(entries);
+    return entries;
+}
+
+void CriteriaFile::insertLeftOut(CriteriaEntries& entries) {
+    leftOutUnreadable_ = false;
+    if (directory_.empty() || isKnownToBeMissing(leftOutName))
+        return;
+    std::string content;
+    if (const platform::Status read = patient::readFile(path(leftOutName), content); !read.ok()) {
+        leftOutUnreadable_ = true;
+        WriteErrorLog(read, "LoadCriteria");
+        return;
+    }
+    const std::string text = platform::settingsText(content);
+    forEachLine(text, [&](std::string_view line) {
+        const std::size_t end = std::min(line.find(modDictation::criteriaSeparator), line.size());
+        const std::string_view criterion = line.substr(std::min(end + 1, line.size()));
+        if (!modDictation::isCriteriaString(criterion))
+            return;
+        const int place = std::clamp(leadingInt32(line), 0, static_cast<int>(entries.size()));
+        entries.insert(entries.begin() + place, {std::string(criterion), true});
+    });
+}
+
+std::vector<std::string> CriteriaFile::loadCriteria() {
     unreadable_ = false;
-    if (directory_.empty() || isKnownToBeMissing())
+    if (directory_.empty() || isKnownToBeMissing(fileName))
         return {};
     std::string content;
     const platform::Status read = patient::readFile(path(fileName), content);
@@ -59,7 +93,7 @@ platform::Status CriteriaFile::keepWhatWasNotRead() {
         return {};
     std::string content;
     platform::Status kept;
-    if (!isKnownToBeMissing()) {
+    if (!isKnownToBeMissing(fileName)) {
         kept = patient::readFile(path(fileName), content);
         if (kept.ok())
             kept = keepUnreadable(content);
@@ -68,17 +102,34 @@ platform::Status CriteriaFile::keepWhatWasNotRead() {
     return kept;
 }
 
-platform::Status CriteriaFile::save(std::span<const std::string> criteria) {
+platform::Status CriteriaFile::replace(const char* name, const std::string& content) const {
+    if (!content.empty())
+        return patient::replaceFile(path(name), content, platform::Access::ownerOnly);
+    return isKnownToBeMissing(name) ? platform::Status() : patient::removeFile(path(name));
+}
+
+platform::Status CriteriaFile::saveCriteria(const std::string& content) {
+    platform::Status kept = keepWhatWasNotRead();
+    return kept.ok() ? replace(fileName, content) : kept;
+}
+
+platform::Status CriteriaFile::save(const CriteriaEntries& entries) {
     if (directory_.empty())
         return {};
-    if (platform::Status kept = keepWhatWasNotRead(); !kept.ok())
-        return kept;
-    std::string content;
-    for (const std::string& line : criteria)
-        content.append(line).append("\r\n");
-    if (!content.empty())
-        return patient::replaceFile(path(fileName), content, platform::Access::ownerOnly);
-    return isKnownToBeMissing() ? platform::Status() : patient::removeFile(path(fileName));
+    std::string criteria;
+    std::string leftOut;
+    for (std::size_t place = 0; place < entries.size(); ++place) {
+        if (entries[place].leftOut)
+            leftOut.append(std::to_string(place)).push_back(modDictation::criteriaSeparator);
+        (entries[place].leftOut ? leftOut : criteria)
+            .append(entries[place].criterion)
+            .append("\r\n");
+    }
+    platform::Status saved = saveCriteria(criteria);
+    if (leftOutUnreadable_) // it may hold what nobody has seen
+        return saved;
+    platform::Status alsoSaved = replace(leftOutName, leftOut);
+    return saved.ok() ? alsoSaved : saved;
 }
 
 } // namespace ov

@@ -43,6 +43,9 @@ public:
     void removeAllRows();
     // Takes over the hits of a search. Rows are shown by showFirst() as the caller goes on.
     void setHits(std::unique_ptr<modDictation::DictationList> hits);
+    // Others take the place of all hits at once, in the order that the user has chosen; what was
+    // selected stays so where it is among them. Lets window messages be handled before.
+    void replaceHits(std::unique_ptr<modDictation::DictationList> hits);
     void showFirst(std::int32_t count) { model_->showFirst(count); }
     // All rows shown, in the order that the user has chosen; lets window messages be handled.
     void showSorted();

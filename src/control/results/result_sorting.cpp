@@ -22,6 +22,19 @@ std::int32_t indicatedField(std::int32_t field) {
     return field;
 }
 
+// Looking for a selected path in a longer list would be felt.
+constexpr std::int32_t mostHitsToLookThrough = 20000;
+
+// The hit of that path, 0 without one.
+std::int32_t hitOfPath(const modDictation::DictationList& hits, const std::string& path) {
+    if (path.empty() || hits.size() > mostHitsToLookThrough)
+        return 0;
+    for (std::int32_t hit = 1; hit <= hits.size(); ++hit)
+        if (modDictation::pathOf(hits[hit]) == path)
+            return hit;
+    return 0;
+}
+
 } // namespace
 
 // The field that the sort key names; noField for a key that is no column.
@@ -96,6 +109,24 @@ void ResultList::showSorted() {
     const ResultSelection::Kept rows = selection_.keep();
     model_->setOrder(std::move(order));
     selection_.restore(rows, indicatedColumn());
+}
+
+void ResultList::replaceHits(std::unique_ptr<modDictation::DictationList> hits) {
+    const std::int32_t field = sortedField();
+    const std::int32_t second = modDictation::fieldDefinition(secondSort_.field).sortField;
+    std::vector<std::int32_t> order;
+    if (field != modDictation::noField && !hits->empty())
+        order = modDictation::ResultOrders().sorted(*hits, {field, listSortOrder_ != 0},
+                                                    {second, secondSort_.descending});
+    const std::int32_t selected = hitOfPath(*hits, selection_.path());
+    model_->setHits(std::move(hits));
+    if (order.empty())
+        model_->showFirst(model_->hits().size());
+    else
+        model_->setOrder(std::move(order));
+    if (selected > 0)
+        selection_.restore({.current = selected, .hits = {selected}}, indicatedColumn());
+    filterAfresh();
 }
 
 } // namespace ov

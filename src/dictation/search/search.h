@@ -34,12 +34,6 @@ struct Search {
     bool operator==(const Search&) const = default;
 };
 
-// A search as text, to be kept in a file: a line each for root, all, depth and limit ("depth=50"),
-// then a criteria string a line, with a blank for each control character of a value. Reading takes
-// what it does not find as it is in a new Search; nothing for a text that holds none of it.
-std::string writeSearch(const Search& search);
-std::optional<Search> readSearch(std::string_view text);
-
 // What a search met.
 struct SearchReport {
     std::int64_t filesTested = 0;

@@ -54,14 +54,25 @@ std::string directoryText(std::string_view native) {
     return directory;
 }
 
+// What the variable names, or that place below the home directory.
+std::string userFolder(const char* variable, const char* belowHome) {
+    if (const std::string_view configured = directoryVariable(variable); !configured.empty())
+        return directoryText(configured);
+    const std::string home = homeDirectory();
+    return home.empty() ? home : directoryText(home + belowHome);
+}
+
 } // namespace
 
 std::string userConfigFolder() {
-    if (const std::string_view configured = directoryVariable("XDG_CONFIG_HOME");
-        !configured.empty())
-        return directoryText(configured);
-    const std::string home = homeDirectory();
-    return home.empty() ? home : directoryText(home + "/.config");
+    return userFolder("XDG_CONFIG_HOME", "/.config");
+}
+
+std::string userDataFolder() {
+    if (!folderState().perUserFolder.empty())
+        return folderState().perUserFolder;
+    const std::string folder = userFolder("XDG_DATA_HOME", "/.local/share");
+    return folder.empty() ? folder : folder + "Orvanta\\";
 }
 
 std::string systemConfigFolder() {

@@ -268,20 +268,5 @@ TEST_F(Progress, HostThatRefusesEndsTheSearch) {
     }
 }
 
-TEST(SearchText, HoldsAllOfASearch) {
-    const Search search{
-        "\\Dikt\xE4te\\a\nb\\",
-        {{14, operator_id::contains, "root=x", ""}, {9, operator_id::today, "", ""}},
-        false,
-        noDepthLimit,
-        7};
-    EXPECT_EQ(readSearch(writeSearch(search)), search);
-    EXPECT_EQ(readSearch("depth=3\r\n").value().depth, 3);
-    EXPECT_EQ(readSearch("no search\n"), std::nullopt);
-    EXPECT_EQ(readSearch("limit=0\ndepth=-9\n")->limit + readSearch("depth=-9")->depth, 0);
-    EXPECT_EQ(readSearch(writeSearch({"\\", {{14, operator_id::is, "a\nb\x01", ""}}}))->criteria,
-              (std::vector<Criterion>{{14, operator_id::is, "a b ", ""}}));
-}
-
 } // namespace
 } // namespace ov::modDictation

@@ -1,7 +1,8 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
-#include "cli/criterion_text.h"
+#include "dictation/typed/criterion_text.h"
+#include "dictation/typed/search_text.h"
 #include "platform/locale.h"
 #include "support/language/modLanguage.h"
 
@@ -9,7 +10,7 @@
 
 #include <algorithm>
 
-namespace ov::cli {
+namespace ov::modDictation {
 namespace {
 
 class CriterionText : public ::testing::Test {
@@ -123,5 +124,56 @@ TEST_F(CriterionText, OfferedWordsReachAllOperators) {
     }
 }
 
+TEST_F(CriterionText, AFileHoldsAllOfASearch) {
+    Search search{"\\Dikt\xE4te\\a\nb\\",
+                  {{14, operator_id::contains, "root=x", ""},
+                   {5, operator_id::is, " with blanks ", ""},
+                   {9, operator_id::today, "", ""},
+                   {16, operator_id::betweenDates, "2026-11-01", "2026-11-30"},
+                   {15, operator_id::notEqual, "3", ""},
+                   {10, operator_id::moreThan, "37979", ""},
+                   {99, 99, "", "of later versions"}},
+                  false,
+                  noDepthLimit,
+                  7};
+    const std::string text = writeSearchText(search, "My\nname");
+    EXPECT_NE(text.find("\nfile contains root=x\n"), std::string::npos) << text;
+    EXPECT_NE(text.find("\ndue between 2026-11-01..2026-11-30\n"), std::string::npos) << text;
+    const SearchText read = readSearchText(text);
+    EXPECT_EQ(read.search, search);
+    EXPECT_EQ(read.name, "My name");
+    EXPECT_EQ(read.skipped, 0U);
+    EXPECT_EQ(readSearchText(writeSearchText({{}, {{14, operator_id::is, "a\nb\x01", ""}}}, ""))
+                  .search.criteria,
+              (std::vector<Criterion>{{14, operator_id::is, "a b ", ""}}));
+}
+
+TEST_F(CriterionText, AFileMayBeWrittenByAnybody) {
+    const auto read = [](const char* content) {
+        const SearchText text = readSearchText(content);
+        std::string shown = std::to_string(text.search.all) + " " +
+                            std::to_string(text.search.depth) + " " +
+                            std::to_string(text.search.limit) + " " + std::to_string(text.skipped) +
+                            (text.isSearch ? "" : " none");
+        for (const Criterion& c : text.search.criteria)
+            shown += "; " + c.Value1;
+        return shown;
+    };
+    for (const auto& [content, shown] :
+         Cases{{"5\x01"
+                "17\x01"
+                "A\x01\r\n5\x01"
+                "17\x01"
+                "B\x01\r",
+                "1 50 999999 0; A; B"},
+               {"author contains M\xFCller\n; a remark\n\n  \nall=0\n", "0 50 999999 0; Müller"},
+               {"\xEF\xBB\xBF"
+                "all=0\r\nlimit=0\ndepth=-9\nrubbish\n",
+                "0 -1 1 1"},
+               {"no search\n", "1 50 999999 1 none"},
+               {"", "1 50 999999 0 none"}})
+        EXPECT_EQ(read(content), shown) << content;
+}
+
 } // namespace
-} // namespace ov::cli
+} // namespace ov::modDictation

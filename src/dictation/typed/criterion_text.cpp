@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
-#include "cli/criterion_text.h"
+#include "dictation/typed/criterion_text.h"
 
 #include "dictation/field_codes.h"
 #include "dictation/field_date.h"
@@ -14,12 +14,9 @@
 #include <optional>
 #include <span>
 
-namespace ov::cli {
+namespace ov::modDictation {
 
 namespace {
-
-using modDictation::FieldDefinition;
-using modDictation::ValueType;
 
 struct OperatorWord {
     std::string_view word;
@@ -87,7 +84,7 @@ std::string lowerCase(std::string_view text) {
 }
 
 bool offers(const FieldDefinition& field, std::int32_t operatorId) {
-    const auto offered = modDictation::offeredOperators(field.valueType);
+    const auto offered = offeredOperators(field.valueType);
     return std::find(offered.begin(), offered.end(), operatorId) != offered.end();
 }
 
@@ -104,19 +101,18 @@ std::optional<std::int32_t> findOperator(const FieldDefinition& field, std::stri
 // The second status has no list of its own in the editor; it takes the same codes.
 std::span<const std::int32_t> codesOf(const FieldDefinition& field) {
     const bool isStatus = field.valueType == ValueType::status;
-    return isStatus ? modDictation::fieldDefinition(modDictation::field_id::status).offeredCodes
-                    : field.offeredCodes;
+    return isStatus ? fieldDefinition(field_id::status).offeredCodes : field.offeredCodes;
 }
 
 std::string codeList(const FieldDefinition& field) {
     std::string list;
     for (const std::int32_t code : codesOf(field)) {
-        const std::string_view word = modDictation::codeWord(code);
+        const std::string_view word = codeWord(code);
         list += list.empty() ? "" : ", ";
         list += std::to_string(code);
         if (!word.empty())
             list.append(" ").append(word);
-        list.append(" (").append(modDictation::GetStatusText(code)).append(")");
+        list.append(" (").append(GetStatusText(code)).append(")");
     }
     return list;
 }
@@ -124,8 +120,8 @@ std::string codeList(const FieldDefinition& field) {
 std::optional<std::string> codeValue(const FieldDefinition& field, std::string_view text) {
     for (const std::int32_t code : codesOf(field)) {
         const bool same = text == std::to_string(code) ||
-                          platform::equalsIgnoringCase(text, modDictation::codeWord(code)) ||
-                          platform::equalsIgnoringCase(text, modDictation::GetStatusText(code));
+                          platform::equalsIgnoringCase(text, codeWord(code)) ||
+                          platform::equalsIgnoringCase(text, GetStatusText(code));
         if (same)
             return std::to_string(code);
     }
@@ -138,8 +134,8 @@ std::optional<std::string> dateValue(std::string_view text) {
 }
 
 std::optional<std::string> timeValue(std::string_view text) {
-    const auto seconds = modDictation::readSeconds(text);
-    return seconds ? std::optional(modDictation::secondsText(*seconds)) : std::nullopt;
+    const auto seconds = readSeconds(text);
+    return seconds ? std::optional(secondsText(*seconds)) : std::nullopt;
 }
 
 std::optional<std::string> numberValue(std::string_view text) {
@@ -148,7 +144,7 @@ std::optional<std::string> numberValue(std::string_view text) {
 }
 
 std::optional<std::string> textValue(std::string_view text) {
-    if (text.find(modDictation::criteriaSeparator) != std::string_view::npos)
+    if (text.find(criteriaSeparator) != std::string_view::npos)
         return std::nullopt;
     return std::string(text);
 }
@@ -199,9 +195,9 @@ ParsedCriterion failure(std::string error) {
 }
 
 // Fills in the values of a criterion whose field and operator are known.
-ParsedCriterion withValues(modDictation::Criterion criterion, const FieldDefinition& field,
+ParsedCriterion withValues(Criterion criterion, const FieldDefinition& field,
                            std::string_view rest) {
-    const int count = modDictation::operatorValueCount(criterion.Operator);
+    const int count = operatorValueCount(criterion.Operator);
     if (count == 0)
         return rest.empty()
                    ? ParsedCriterion{criterion, {}}
@@ -234,9 +230,9 @@ ParsedCriterion parseCriterion(std::string_view text) {
     const std::string_view fieldToken = takeToken(rest);
     const std::string_view operatorToken = takeToken(rest);
     const std::int32_t id = fieldOfKey(fieldToken);
-    if (id == modDictation::noField)
+    if (id == noField)
         return failure("there is no field " + quoted(fieldToken) + "; fields are: " + fieldKeys());
-    const FieldDefinition& field = modDictation::fieldDefinition(id);
+    const FieldDefinition& field = fieldDefinition(id);
     const auto operatorId = findOperator(field, operatorToken);
     if (!operatorId)
         return failure("field " + quoted(fieldToken) + " has no operator " + quoted(operatorToken) +
@@ -244,14 +240,32 @@ ParsedCriterion parseCriterion(std::string_view text) {
     return withValues({id, *operatorId, {}, {}}, field, platform::trimmed(rest));
 }
 
+std::string typedCriterion(const Criterion& criterion) {
+    const FieldDefinition& field = fieldDefinition(criterion.Field);
+    const auto word = std::ranges::find_if(words, [&](const OperatorWord& candidate) {
+        return candidate.operatorId == criterion.Operator && offers(field, criterion.Operator);
+    });
+    if (field.key.empty() || word == words.end())
+        return {};
+    std::string text = std::string(field.key) + ' ' + std::string(word->word);
+    const int count = operatorValueCount(criterion.Operator);
+    if (count > 0)
+        text.append(" ").append(criterion.Value1);
+    if (count > 1)
+        text.append("..").append(criterion.Value2);
+    // Where blanks or values that the field cannot have would be lost, it cannot be typed.
+    const ParsedCriterion again = parseCriterion(text);
+    return again.ok() && again.criterion == criterion ? text : std::string();
+}
+
 std::int32_t fieldOfKey(std::string_view key) {
-    return std::max(modDictation::fieldIdOfKey(lowerCase(key)), modDictation::noField);
+    return std::max(fieldIdOfKey(lowerCase(key)), noField);
 }
 
 std::string operatorWords(std::int32_t field) {
-    const FieldDefinition& definition = modDictation::fieldDefinition(field);
+    const FieldDefinition& definition = fieldDefinition(field);
     std::string list;
-    for (const std::int32_t operatorId : modDictation::offeredOperators(definition.valueType))
+    for (const std::int32_t operatorId : offeredOperators(definition.valueType))
         for (const OperatorWord& candidate : words)
             if (candidate.operatorId == operatorId &&
                 findOperator(definition, candidate.word) == operatorId)
@@ -261,10 +275,10 @@ std::string operatorWords(std::int32_t field) {
 
 std::string fieldKeys() {
     std::string list;
-    for (const FieldDefinition& field : modDictation::fieldDefinitions())
+    for (const FieldDefinition& field : fieldDefinitions())
         if (!field.key.empty())
             list.append(list.empty() ? "" : ", ").append(field.key);
     return list;
 }
 
-} // namespace ov::cli
+} // namespace ov::modDictation

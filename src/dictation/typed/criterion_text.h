@@ -20,16 +20,20 @@
 // than for dates. Dates are ISO (2026-11-21) or in the locale's form; times are HH:MM or
 // HH:MM:SS; codes are a number, the word that file names carry (ROH, HOCH) or the shown text.
 
-namespace ov::cli {
+namespace ov::modDictation {
 
 struct ParsedCriterion {
-    modDictation::Criterion criterion;
+    Criterion criterion;
     std::string error; // what is wrong and what may stand there; empty when nothing is
     bool ok() const noexcept { return error.empty(); }
 };
 
 // `text` may also be Windows-1252, as a terminal of that kind hands it over.
 ParsedCriterion parseCriterion(std::string_view text);
+
+// A text that parseCriterion() makes the same criterion of, whatever the locale; empty when there
+// is none.
+std::string typedCriterion(const Criterion& criterion);
 
 // The field of a key, in any letter case, or of an id; noField when there is none.
 std::int32_t fieldOfKey(std::string_view key);
@@ -40,4 +44,4 @@ std::string operatorWords(std::int32_t field);
 // The keys of all fields, as a list for a person.
 std::string fieldKeys();
 
-} // namespace ov::cli
+} // namespace ov::modDictation

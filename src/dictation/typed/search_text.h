@@ -1,0 +1,36 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "dictation/search/search.h"
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+// A search as a file that a person can read and write, which window and terminal share:
+//
+//   name=Urgent ones of Dr. Müller     as it was saved under
+//   all=1                              or 0, where any one of the criteria is enough
+//   author contains müller             criteria as typed in a terminal, or criteria strings
+//
+// and root, depth and limit likewise where they are not those of a new Search. A line that begins
+// with ";" is a remark. A file of criteria strings alone is such a search too. Encodings are those
+// of settings files.
+
+namespace ov::modDictation {
+
+struct SearchText {
+    Search search;
+    std::string name;        // empty: it has none
+    std::size_t skipped = 0; // lines that say nothing of a search
+    bool isSearch = false;   // there was a line that does
+};
+
+SearchText readSearchText(std::string_view content);
+
+// A line end or another control character of a value or of the name becomes a blank.
+std::string writeSearchText(const Search& search, std::string_view name);
+
+} // namespace ov::modDictation

@@ -1,0 +1,155 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#include "tests/control/control_fixture.h"
+
+#include <QDropEvent>
+#include <QMimeData>
+
+// What a user does to the list of criteria itself.
+
+namespace ov {
+namespace {
+
+using namespace tests;
+
+class CriteriaListTest : public ControlTest {
+protected:
+    void open(const std::string& authors) {
+        std::string lines;
+        for (const char author : authors)
+            lines += std::string("5|17|") + author + "|\r\n";
+        write("SearchCriteria.dat", criterion(lines));
+        openControl();
+        criteria().setFocus();
+    }
+    // "A*B-C" : B is selected, C is left out.
+    std::string line() {
+        std::string all;
+        for (int i = 0; i < criteria().topLevelItemCount(); ++i) {
+            const auto* item = criteria().topLevelItem(i);
+            const std::string text = item->data(0, Qt::UserRole).toByteArray().toStdString();
+            all += (item->isSelected() ? "*" : "") +
+                   std::string(item->checkState(0) == Qt::Checked ? "" : "-") +
+                   modDictation::ParseCriteriaString(text).Value1;
+        }
+        return all;
+    }
+    void select(const std::vector<int>& rows) {
+        criteria().clearSelection();
+        for (const int row : rows)
+            criteria().topLevelItem(row)->setSelected(true);
+    }
+    QPoint middle(int row) {
+        return criteria().visualItemRect(criteria().topLevelItem(row)).center();
+    }
+};
+
+TEST_F(CriteriaListTest, ChangesSeveralAtOnceAndTakesItBack) {
+    open("ABCD");
+    struct Step {
+        std::vector<int> rows;
+        Qt::Key key;
+        Qt::KeyboardModifiers modifiers;
+        std::string after;
+    };
+    for (const Step& step :
+         std::vector<Step>{{{0, 2}, Qt::Key_Down, Qt::AltModifier, "BD*A*C"},
+                           {{2, 3}, Qt::Key_Up, Qt::AltModifier, "B*A*CD"},
+                           {{0}, Qt::Key_Up, Qt::AltModifier, "*BACD"},
+                           {{1, 3}, Qt::Key_Space, {}, "B*-AC*-D"},
+                           {{0, 1}, Qt::Key_Space, {}, "*-B*-AC-D"},
+                           {{1, 2}, Qt::Key_Delete, {}, "-B*-D"},
+                           {{}, Qt::Key_Delete, {}, "-B-D"},
+                           {{}, Qt::Key_Z, Qt::ControlModifier, "-B*-AC-D"},
+                           {{}, Qt::Key_Z, Qt::ControlModifier, "*B-AC-D"},
+                           {{}, Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier, "*-B-AC-D"},
+                           {{3}, Qt::Key_Delete, {}, "-B-A*C"},
+                           {{}, Qt::Key_Y, Qt::ControlModifier, "-B-AC"}}) {
+        select(step.rows);
+        key(criteria(), step.key, step.modifiers);
+        EXPECT_EQ(line(), step.after);
+    }
+    for (int i = 0; i < 9; ++i)
+        key(criteria(), Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(line(), "*ABCD");
+    select({0});
+    EXPECT_EQ(bars(read("SearchCriteria.dat")), "5|17|A|\r\n5|17|B|\r\n5|17|C|\r\n5|17|D|\r\n");
+}
+
+TEST_F(CriteriaListTest, KeepsThoseLeftOutBesideTheOthers) {
+    open("ABC");
+    select({1});
+    key(criteria(), Qt::Key_Space);
+    EXPECT_EQ(bars(read("SearchCriteria.dat")), "5|17|A|\r\n5|17|C|\r\n");
+    store.add("2$WAV@@14$AC.WAV");
+    search();
+    EXPECT_EQ(model().rowCount(), 1) << "it takes no part";
+    openControl();
+    EXPECT_EQ(line(), "A-BC");
+    closeControl();
+    write("SearchCriteria.dat", ""); // by a program that knows nothing of them
+    openControl();
+    EXPECT_EQ(line(), "-B");
+    select({0});
+    key(criteria(), Qt::Key_Space);
+    EXPECT_FALSE(fs::exists(folder() / "SearchCriteria.off"));
+    closeControl();
+    write("SearchCriteria.off", criterion("9|5|17|X|\r\nrubbish\r\n-3|5|17|Y|\r\n5|17|Z|\r\n"));
+    openControl();
+    EXPECT_EQ(line(), "-YB-X");
+}
+
+TEST_F(CriteriaListTest, IsSortedByDragging) {
+    open("ABC");
+    criteria().setDragDropMode(QAbstractItemView::DragDrop); // the test's drags come from nowhere
+    const auto drop = [this](QPoint place) {
+        const std::unique_ptr<QMimeData> data(
+            criteria().model()->mimeData({criteria().model()->index(0, 0)}));
+        QDragEnterEvent enter(place, Qt::MoveAction, data.get(), Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(criteria().viewport(), &enter);
+        QDropEvent event(place, Qt::MoveAction, data.get(), Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(criteria().viewport(), &event);
+    };
+    select({0});
+    drop(middle(2) + QPoint(0, 4));
+    EXPECT_EQ(line(), "BC*A");
+    select({1, 2});
+    drop(middle(0) - QPoint(0, 4));
+    EXPECT_EQ(line(), "*C*AB");
+    select({0});
+    drop({20, criteria().viewport()->height() - 2});
+    EXPECT_EQ(line(), "AB*C");
+}
+
+TEST_F(CriteriaListTest, MakesAnotherOfTheLast) {
+    open("AB");
+    enter([&] { key(criteria(), Qt::Key_D, Qt::ControlModifier); }, "New");
+    EXPECT_EQ(line(), "AB*New");
+    select({0});
+    withDialog([&] { key(criteria(), Qt::Key_D, Qt::ControlModifier); },
+               [&](QDialog& dialog) {
+                   EXPECT_EQ(child<QLineEdit>(dialog, "txtValue(0)").text(), QStringLiteral("A"));
+                   clickOn(dialog, "cmdOK");
+               });
+    EXPECT_EQ(line(), "*ABNew") << "one that is there is shown instead";
+    EXPECT_EQ(user->boxes.size(), 1U);
+}
+
+TEST_F(CriteriaListTest, ShowsWhereTheKeyboardIsWithoutSelecting) {
+    open("AB");
+    const auto colour = [this] {
+        const QImage picture = criteria().viewport()->grab().toImage();
+        return picture.pixelColor(criteria().viewport()->width() - 30, middle(0).y());
+    };
+    criteria().setCurrentItem(nullptr);
+    const QColor plain = colour();
+    criteria().setCurrentItem(criteria().topLevelItem(0), 0, QItemSelectionModel::NoUpdate);
+    EXPECT_EQ(colour(), plain);
+    EXPECT_FALSE(button("cmdSearchKriteriaOptions(2)").isEnabled());
+    select({0});
+    EXPECT_NE(colour(), plain);
+}
+
+} // namespace
+} // namespace ov

@@ -1,0 +1,161 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#include "control/criteria/saved_searches.h"
+#include "dictation/typed/search_text.h"
+#include "tests/control/control_fixture.h"
+
+namespace ov {
+namespace {
+
+using namespace tests;
+
+class SavedSearchesTest : public ControlTest {
+protected:
+    // The entry of the menu, or of its menu of that name.
+    void choose(const char* submenu, const char* entry) {
+        press("cmdSavedSearches");
+        auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        ASSERT_NE(menu, nullptr);
+        QAction* chosen = find(*menu, submenu, entry);
+        ASSERT_NE(chosen, nullptr) << entry << " of " << entries(*menu);
+        chosen->trigger();
+        menu->close();
+        QCoreApplication::processEvents();
+    }
+    static QAction* find(QMenu& menu, const char* submenu, const char* entry) {
+        for (QAction* action : menu.actions()) {
+            if (*submenu != '\0' && action->menu() != nullptr && plain(*action) == submenu)
+                return find(*action->menu(), "", entry);
+            if (*submenu == '\0' && action->menu() == nullptr && plain(*action) == entry)
+                return action;
+        }
+        return nullptr;
+    }
+    static std::string plain(const QAction& action) {
+        QString text = action.text();
+        return text.replace(QLatin1String("&&"), QLatin1String("\x01"))
+            .remove(u'&')
+            .replace(u'\x01', u'&')
+            .toStdString();
+    }
+    static std::string entries(const QMenu& menu) {
+        std::string all;
+        for (const QAction* action : menu.actions())
+            all +=
+                plain(*action) + (action->menu() ? "{" + entries(*action->menu()) + "}" : "") + ";";
+        return all;
+    }
+    std::string menuEntries() {
+        press("cmdSavedSearches");
+        auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        std::string all = menu != nullptr ? entries(*menu) : "no menu";
+        if (menu != nullptr)
+            menu->close();
+        return all;
+    }
+    void name(const char* submenu, const char* entry, const char* name) {
+        withDialog([&] { choose(submenu, entry); },
+                   [&](QDialog& dialog) {
+                       child<QLineEdit>(dialog, "txtName").setText(QString::fromUtf8(name));
+                       QTest::keyClick(&dialog, Qt::Key_Return);
+                   });
+    }
+    std::string shown() {
+        std::string all = widget<QRadioButton>("optCriteriaCompare(1)").isChecked() ? "all" : "any";
+        for (int i = 0; i < criteria().topLevelItemCount(); ++i)
+            all += "; " + criteria().topLevelItem(i)->text(0).toStdString();
+        return all;
+    }
+};
+
+TEST_F(SavedSearchesTest, AreSavedBroughtBackRenamedAndDeleted) {
+    write("SearchCriteria.dat", criterion("5|17|Anna|\r\n15|25|3|\r\n"));
+    openControl();
+    clickOn(window(), "optCriteriaCompare(0)");
+    name("", "Save criteria as…", "R&D / urgent");
+    EXPECT_EQ(read("Searches/R&D %2F urgent.search"),
+              "name=R&D / urgent\nall=0\nauthor contains Anna\npriority is 3\n");
+    clickOn(window(), "optCriteriaCompare(1)");
+    key(criteria(), Qt::Key_A, Qt::ControlModifier);
+    key(criteria(), Qt::Key_Delete);
+    EXPECT_EQ(shown(), "all");
+    choose("", "R&D / urgent");
+    EXPECT_EQ(shown(), "any; \"Author\" contains Anna; \"Priority\" is High");
+    key(criteria(), Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(shown(), "any") << "a change as any other";
+    choose("", "R&D / urgent");
+
+    name("Rename", "R&D / urgent", "Later");
+    EXPECT_EQ(menuEntries(), "Save criteria as…;;Later;;Recent searches{};Rename{Later;};"
+                             "Delete{Later;};");
+    name("", "Save criteria as…", "Later");
+    ASSERT_EQ(user->boxes.size(), 1U);
+    EXPECT_TRUE(user->boxes[0].text.starts_with("There is a saved search “Later” already."));
+    user->saysYes = true;
+    choose("Delete", "Later");
+    EXPECT_EQ(menuEntries().substr(0, 22), "Save criteria as…;;;");
+    EXPECT_FALSE(fs::exists(folder() / "Searches/Later.search"));
+}
+
+TEST_F(SavedSearchesTest, KeepsTheLastTenByThemselves) {
+    openControl();
+    user->saysYes = true;
+    search();
+    for (int i = 0; i < 12; ++i) {
+        key(criteria(), Qt::Key_A, Qt::ControlModifier);
+        key(criteria(), Qt::Key_Delete);
+        enter([&] { key(criteria(), Qt::Key_Insert); }, ("A" + std::to_string(i % 11)).c_str());
+        search();
+        search();
+    }
+    const std::string all = menuEntries();
+    EXPECT_NE(all.find("Recent searches{\"Author\" contains A0;\"Author\" contains A10;"),
+              std::string::npos)
+        << all;
+    EXPECT_EQ(all.find("A1;"), std::string::npos) << all;
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder() / "Searches/Recent"),
+                            fs::directory_iterator()),
+              10);
+}
+
+TEST_F(SavedSearchesTest, SkipsWhatIsNoneAndShowsAnyNameSafely) {
+    write("Searches/broken.search", "rubbish\n");
+    write("Searches/big.search", "author is x\n");
+    fs::resize_file(folder() / "Searches/big.search", 2 << 20);
+    fs::create_directory(folder() / "Searches/folder.search");
+    write("Searches/other.txt", "author is x\n");
+    write("Searches/M\xFCller.search", "author is x\n");
+    write("Searches/evil.search", "name=a\xE2\x80\xAE"
+                                  "b\tc\nauthor is x\n");
+    write("Searches/old.search", criterion("5|17|Anna|\r\n"));
+    openControl();
+    EXPECT_EQ(menuEntries().substr(0, 41), "Save criteria as…;;abc;Müller;old;;Rec");
+}
+
+TEST(SavedSearchFileName, IsOneThatAFileCanHave) {
+    for (const auto& [name, file] : std::vector<std::pair<std::string, std::string>>{
+             {"Dr. Müller", "Dr. Müller"},
+             {"../etc/passwd", "%2E.%2Fetc%2Fpasswd"},
+             {"a/b\\c%d\ne", "a%2Fb%5Cc%25d%0Ae"},
+             {".hidden", "%2Ehidden"},
+             {std::string(119, 'x') + "ü", std::string(119, 'x')}})
+        EXPECT_EQ(savedSearchFileName(name), file);
+}
+
+TEST_F(SavedSearchesTest, NamesThatAreCutDoNotCollide) {
+    const SavedSearches searches(path("new\\Searches\\"));
+    const std::string longName(150, 'x');
+    for (const char* end : {"1", "2", "2"}) {
+        modDictation::Search search;
+        search.criteria = {{5, 18, end, ""}};
+        EXPECT_TRUE(searches.save(longName + end, search).ok());
+    }
+    std::string names;
+    for (const SavedSearch& one : searches.saved())
+        names += one.name.substr(150) + one.search.criteria.at(0).Value1 + " ";
+    EXPECT_EQ(names, "11 22 ");
+}
+
+} // namespace
+} // namespace ov
