@@ -120,6 +120,7 @@ TEST_F(ListExport, PrintsWhatTheDialogSays) {
                        "PrintFontName=DejaVu Serif\r\n");
     openAndSearch();
     showOnlyAuthors();
+    results().clearSelection();
     for (const char* range : {"optBereich(0)", "optBereich(1)"})
         withDialog([this] { choose("Print"); },
                    [&](QDialog& dialog) {
