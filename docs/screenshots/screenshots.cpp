@@ -70,7 +70,12 @@ private:
         return *found;
     }
     QTreeWidget& criteria() { return child<QTreeWidget>(window_, "lvSearchCriteria"); }
-    void press(const char* name) { child<QPushButton>(window_, name).click(); }
+    // Commands run from the event loop, and the list follows after them.
+    void press(const char* name) {
+        child<QPushButton>(window_, name).click();
+        for (int i = 0; i < 3; ++i)
+            QCoreApplication::processEvents();
+    }
     void search() { press("cmdSearchOptions(0)"); }
 
     void save(QWidget& widget, const char* what) {
@@ -136,6 +141,7 @@ private:
                        child<QPushButton>(dialog, "cmdOK").click();
                    });
         withDialog([this] { search(); }, [this](QDialog& box) { save(box, "message"); });
+        picture("nothing");
     }
 
     void sortAndSelect() {
@@ -144,8 +150,10 @@ private:
         for (int column = 0; column < model->columnCount(); ++column)
             if (model->headerData(column, Qt::Horizontal, ResultModel::fieldRole).toInt() == 9)
                 while (list.horizontalHeader()->sortIndicatorSection() != column ||
-                       list.horizontalHeader()->sortIndicatorOrder() != Qt::DescendingOrder)
+                       list.horizontalHeader()->sortIndicatorOrder() != Qt::DescendingOrder) {
                     Q_EMIT list.horizontalHeader()->sectionClicked(column); // the newest first
+                    QCoreApplication::processEvents();
+                }
         list.selectRow(3);
     }
 
