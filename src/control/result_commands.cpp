@@ -237,8 +237,7 @@ void ctrlOVSearch::exportRows(exporting::print::Command what, bool selectedOnly)
         modUtil::ShowMessage(text_id::nothingToPrint, platform::MessageIcon::information, {}, this);
         return;
     }
-    exporting::Document document = exporting::describe(
-        searched_, list.isFiltered() ? widgets::toUtf8(list.filterText()) : std::string());
+    exporting::Document document = exporting::describe(searched_, list.shownFilter());
     for (const std::int32_t field : list.shownFields())
         document.columns.push_back(exporting::columnOf(field));
     const std::vector<std::int32_t> all = list.shownHits();

@@ -1,10 +1,17 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
+#include "control/criteria/empty_state.h"
+#include "control/filter/aside_work.h"
 #include "control/filter/filter_edit.h"
+#include "support/log.h"
 #include "tests/control/rows_fixture.h"
 
 #include <QAbstractItemModelTester>
+#include <QFileDialog>
+#include <algorithm>
+#include <pthread.h>
+#include <stdexcept>
 
 namespace ov {
 namespace {
@@ -87,6 +94,116 @@ TEST_F(ResultFilter, HandsOutTheRowsLeft) {
     results().selectAll();
     key(results(), Qt::Key_C, Qt::ControlModifier);
     EXPECT_EQ(QApplication::clipboard()->text().count(u'\n'), 3) << "headers and two rows";
+    // By what the rows are filtered that are there, not by what is typed since.
+    const auto save = [this] {
+        filter().setText("anna");
+        key(results(), Qt::Key_S, Qt::ControlModifier);
+    };
+    const auto name = [this](QDialog& dialog) {
+        EXPECT_EQ(model().rowCount(), 2);
+        auto& file = static_cast<QFileDialog&>(dialog);
+        file.selectNameFilter(file.nameFilters().filter("html").value(0));
+        file.findChild<QLineEdit*>()->setText(
+            QString::fromStdString((folder() / "rows.html").native()));
+        file.accept();
+    };
+    withDialog(save, name, "ExportFile");
+    EXPECT_NE(read("rows.html").find("Only rows with: wav<"), std::string::npos)
+        << read("rows.html");
+    waitFor([&] { return model().rowCount() == 1; });
+}
+
+TEST_F(ResultFilter, LeavesSelectedWhatStays) {
+    open();
+    results().selectAll();
+    results().selectionModel()->setCurrentIndex(model().index(2, 0), QItemSelectionModel::NoUpdate);
+    EXPECT_EQ(rows(), "*Anna; *Ärmel; *Berta; ");
+    filter().setText("wav"); // without the current row
+    waitFor([&] { return model().rowCount() == 2; });
+    EXPECT_EQ(rows(), "*Anna; *Ärmel; ");
+    EXPECT_EQ(results().currentIndex().row(), 0);
+}
+
+TEST_F(ResultFilter, IsTakenBackWhateverComesBetween) {
+    open();
+    typed("anna", 1);
+    filter().clear();
+    host().answers["PI_GetLanguage"] = "7";
+    action("language");
+    waitFor([&] { return model().rowCount() == 3; });
+    EXPECT_EQ(text("lblSearchResult"), "Suchergebnis (3 Diktate)");
+}
+
+TEST_F(ResultFilter, FiltersNoListWithoutHits) {
+    openControl();
+    const QLabel& hint = *results().findChild<EmptyState*>()->findChild<QLabel*>();
+    const QString before = hint.text();
+    const std::string label = text("lblSearchResult");
+    filter().setText("anna");
+    waitFor([&] { return model().kept() != nullptr; });
+    QCoreApplication::processEvents();
+    EXPECT_EQ(hint.text(), before);
+    EXPECT_EQ(text("lblSearchResult"), label);
+}
+
+// No thread can be had while it lives: none has an address space of that size.
+class NoThreads {
+public:
+    NoThreads() {
+        pthread_getattr_default_np(&before_);
+        pthread_attr_t huge;
+        pthread_attr_init(&huge);
+        pthread_attr_setstacksize(&huge, std::size_t{1} << 50U);
+        EXPECT_EQ(pthread_setattr_default_np(&huge), 0);
+        pthread_attr_destroy(&huge);
+    }
+    ~NoThreads() {
+        pthread_setattr_default_np(&before_);
+        pthread_attr_destroy(&before_);
+    }
+    NoThreads(const NoThreads&) = delete;
+    NoThreads& operator=(const NoThreads&) = delete;
+
+private:
+    pthread_attr_t before_{};
+};
+
+bool logged(const char* part) {
+    const auto lines = recentLogLines();
+    return std::ranges::any_of(
+        lines, [part](const auto& line) { return line.find(part) != std::string::npos; });
+}
+
+TEST_F(ResultFilter, ShowsAllRowsWhenItCannotFilter) {
+    open();
+    typed("anna", 1);
+    {
+        const NoThreads none;
+        const int pumped = user->pumped;
+        filter().insert("b");
+        EXPECT_EQ(user->pumped, pumped) << "a key is not the place to handle messages in";
+        waitFor([&] { return model().rowCount() == 3; });
+    }
+    EXPECT_TRUE(logged("AsideWork - no thread can be had"));
+    EXPECT_EQ(text("lblSearchResult"), "Search result (3 dictations)");
+    EXPECT_EQ(typed("anna", 1), "*Anna; ") << "and filters as soon as it can";
+}
+
+TEST_F(ResultFilter, SurvivesWhatItsThreadThrows) {
+    openControl();
+    const struct {
+        AsideWork::Work work;
+        const char* logged;
+    } cases[] = {
+        {[](const auto&) -> AsideWork::Delivery { throw std::runtime_error("gone"); }, "k - gone"},
+        {[](const auto&) -> AsideWork::Delivery { throw 1; }, "k - unknown"}};
+    for (const auto& [work, line] : cases) {
+        bool failed = false;
+        AsideWork aside;
+        aside.start(work, [&] { failed = true; });
+        waitFor([&] { return failed; });
+        EXPECT_TRUE(logged(line)) << line;
+    }
 }
 
 } // namespace

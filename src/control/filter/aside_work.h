@@ -23,12 +23,17 @@ public:
     AsideWork(const AsideWork&) = delete;
     AsideWork& operator=(const AsideWork&) = delete;
 
-    // The delivery comes later, from the event loop.
-    void start(Work work);
+    // The delivery comes later, from the event loop. In its place comes `failed`, and a line in the
+    // log, when the work throws or no thread can be had.
+    void start(Work work, Delivery failed);
     void giveUp();
 
 private:
     struct Run;
+    static Delivery tried(const Work& work, const Delivery& failed, const std::stop_token& stop);
+    static void carryOut(const std::shared_ptr<Run>& run, const Work& work,
+                         const Delivery& failed) noexcept;
+    static void post(const std::shared_ptr<Run>& run, const Delivery& delivery);
     void deliver(const std::shared_ptr<Run>& run, const Delivery& delivery);
 
     std::shared_ptr<Run> run_; // that is wanted

@@ -13,34 +13,42 @@ QuickFilter::QuickFilter(QObject* parent, std::function<modDictation::RowTexts::
 
 void QuickFilter::prepare() {
     if (!texts_)
-        start({});
+        start({}, {});
 }
 
 void QuickFilter::find(const std::string& text) {
     modDictation::RowFilter filter(text);
     if (!filter.empty()) {
-        start(std::move(filter));
+        start(std::move(filter), text);
         return;
     }
     work_.giveUp();
-    kept_ = nullptr;
-    Q_EMIT found(nullptr);
+    keepAll();
 }
 
-void QuickFilter::start(modDictation::RowFilter filter) {
+void QuickFilter::keepAll() {
+    kept_ = nullptr;
+    Q_EMIT found({});
+}
+
+void QuickFilter::start(modDictation::RowFilter filter, const std::string& text) {
     if (!texts_)
         texts_ = std::make_shared<modDictation::RowTexts>(source_());
     const Kept among = kept_ && filter.isWithin(answered_) ? kept_ : nullptr;
-    work_.start([this, texts = texts_, filter = std::move(filter),
-                 among](const std::stop_token& stop) -> AsideWork::Delivery {
+    const bool asked = !filter.empty(); // else the texts are all that is wanted
+    auto work = [=, this, texts = texts_](const std::stop_token& stop) -> AsideWork::Delivery {
         const Kept kept = modDictation::keptHits(*texts, filter, among.get(), stop);
-        if (!kept || filter.empty()) // then the texts were all that was wanted
+        if (!kept || !asked)
             return nullptr;
-        return [this, filter, kept] {
+        return [=, this] {
             answered_ = filter;
             kept_ = kept;
-            Q_EMIT found(kept);
+            Q_EMIT found({kept, text});
         };
+    };
+    work_.start(std::move(work), [this, asked] {
+        if (asked)
+            keepAll();
     });
 }
 

@@ -19,6 +19,10 @@ class QuickFilter final : public QObject {
 
 public:
     using Kept = std::shared_ptr<const modDictation::KeptHits>;
+    struct Found {
+        Kept kept; // nullptr: all are, as there are no words, or they could not be looked for
+        std::string text;
+    };
 
     // `source` tells what the list shows at the moment.
     QuickFilter(QObject* parent, std::function<modDictation::RowTexts::Source()> source);
@@ -32,11 +36,11 @@ public:
     void forget();
 
 Q_SIGNALS:
-    // nullptr: no words, all are kept.
-    void found(const ov::QuickFilter::Kept& kept);
+    void found(const ov::QuickFilter::Found& found);
 
 private:
-    void start(modDictation::RowFilter filter);
+    void start(modDictation::RowFilter filter, const std::string& text);
+    void keepAll();
 
     std::function<modDictation::RowTexts::Source()> source_;
     std::shared_ptr<modDictation::RowTexts> texts_; // nullptr until asked for

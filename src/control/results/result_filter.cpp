@@ -26,8 +26,8 @@ void ResultList::filterBy(const QString& text) {
 }
 
 // Commands count on the rows: what was found waits until none is at work.
-void ResultList::takeFound(const QuickFilter::Kept& kept) {
-    found_ = kept;
+void ResultList::takeFound(const QuickFilter::Found& found) {
+    found_ = found;
     if (!busy_)
         Q_EMIT filterFound();
 }
@@ -37,6 +37,8 @@ void ResultList::filterAfresh() {
     filter_->forget();
     if (!filterText_.isEmpty())
         filterBy(filterText_);
+    else if (model_->kept() != nullptr) // that all are wanted was not shown yet
+        takeFound({});
 }
 
 void ResultList::showFound() {
@@ -44,10 +46,24 @@ void ResultList::showFound() {
         return;
     ResultSelection::Kept rows = selection_.keep();
     rows.all = false; // all of others
-    model_->setKept(*std::exchange(found_, std::nullopt));
+    QuickFilter::Found found = std::move(*std::exchange(found_, std::nullopt));
+    shownFilter_ = std::move(found.text);
+    model_->setKept(std::move(found.kept));
     selection_.restore(rows, indicatedColumn());
     if (!currentIndex().isValid())
+        goToSelected();
+}
+
+// As it is selected; without a selection to the first row.
+void ResultList::goToSelected() {
+    if (!selectionModel()->hasSelection()) {
         selectFirst();
+        return;
+    }
+    selected().forEachRow([this](int row) {
+        goToRow(row, QItemSelectionModel::NoUpdate);
+        return false;
+    });
 }
 
 void ResultList::selectFirst() {
@@ -61,10 +77,9 @@ void ResultList::selectPath(const std::string& path) {
         goToRow(row);
 }
 
-void ResultList::goToRow(int row) {
+void ResultList::goToRow(int row, QItemSelectionModel::SelectionFlags command) {
     const QModelIndex index = model_->index(row, std::max(indicatedColumn(), 0));
-    selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect |
-                                                 QItemSelectionModel::Rows);
+    selectionModel()->setCurrentIndex(index, command);
     scrollTo(index);
 }
 

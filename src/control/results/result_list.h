@@ -79,8 +79,9 @@ public:
     void filterBy(const QString& text);
     // Shows the rows found, in the same order and as far as they stay selected.
     void showFound();
-    bool isFiltered() const { return model_->kept() != nullptr; }
-    const QString& filterText() const { return filterText_; }
+    bool isFiltered() const { return model_->kept() != nullptr && !model_->hits().empty(); }
+    // The words by which the rows shown are filtered; empty: they are not.
+    std::string shownFilter() const { return isFiltered() ? shownFilter_ : std::string(); }
     // Selects the first row and goes there.
     void selectFirst();
     // Selects the row of that dictation and goes there, unless it is not shown.
@@ -156,16 +157,20 @@ private:
     void openColumnMenu(int column, QPoint place);
     HeaderMenu headerMenu();
     modDictation::RowTexts::Source filterSource() const;
-    void takeFound(const QuickFilter::Kept& kept);
+    void takeFound(const QuickFilter::Found& found);
     void filterAfresh();
-    void goToRow(int row);
+    void goToSelected();
+    void goToRow(int row,
+                 QItemSelectionModel::SelectionFlags command = QItemSelectionModel::ClearAndSelect |
+                                                               QItemSelectionModel::Rows);
 
     ResultModel* model_;
     ResultColumns* columns_;
     ResultSelection selection_;
     QuickFilter* filter_;
     QString filterText_;
-    std::optional<QuickFilter::Kept> found_; // not shown yet
+    std::optional<QuickFilter::Found> found_; // not shown yet
+    std::string shownFilter_;                 // of the rows that the model keeps
     bool busy_ = false;
     ControlSettings settings_;
     std::int32_t listSortKey_ = 1;

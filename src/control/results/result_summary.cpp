@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 namespace ov {
 
@@ -49,12 +50,17 @@ void ResultSummary::rowsChanged() {
         return;
     hits_ = hits.get();
     lengths_ = nullptr;
-    reading_.start([this, hits](const std::stop_token& stop) -> AsideWork::Delivery {
+    unknown_ = false;
+    auto read = [this, hits](const std::stop_token& stop) -> AsideWork::Delivery {
         auto lengths = std::make_shared<const Lengths>(modDictation::hitLengths(*hits, stop));
         return [this, lengths] {
             lengths_ = lengths;
             soon_.start();
         };
+    };
+    reading_.start(std::move(read), [this] {
+        unknown_ = true;
+        soon_.start();
     });
 }
 
@@ -64,7 +70,8 @@ bool ResultSummary::isFilling() const {
 }
 
 QString ResultSummary::part(std::int32_t textId, std::int64_t rows, std::int64_t seconds) const {
-    return widgets::text(textId, {grouped(rows), lengths_ ? hours(seconds) : "…"});
+    const std::string none = unknown_ ? "?" : "…";
+    return widgets::text(textId, {grouped(rows), lengths_ ? hours(seconds) : none});
 }
 
 void ResultSummary::tell() {

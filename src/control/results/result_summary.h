@@ -35,6 +35,7 @@ private:
     AsideWork reading_;
     const void* hits_ = nullptr; // whose lengths these are, or will be
     std::shared_ptr<const Lengths> lengths_;
+    bool unknown_ = false;           // the lengths could not be read
     std::int64_t secondsOfAll_ = -1; // -1: not added up
     QTimer soon_;
 };
