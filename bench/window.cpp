@@ -9,6 +9,7 @@
 // searching again.
 
 #include "bench/quiet_host.h"
+#include "bench/screen_reader.h"
 #include "control/criteria/criteria_list.h"
 #include "control/ctrlOVSearch.h"
 #include "control/filter/filter_edit.h"
@@ -273,6 +274,7 @@ int main(int argc, char** argv) try {
     std::printf("select all                                %8.1f ms\n",
                 milliseconds([&] { list.selectAll(); }));
     list.clearSelection();
+    bench::measureScreenReader(list);
     measureFilter(window);
     if (argc < 3)
         measureSorts(list);

@@ -5,6 +5,7 @@
 
 #include "control/ctrlOVSearch.h"
 #include "control/search_hint.h"
+#include "control/seen_values.h"
 #include "dialogs/frmCriteria.h"
 #include "support/language/text_ids.h"
 #include "support/modUtil.h"
@@ -191,9 +192,11 @@ void ctrlOVSearch::stopSearch() {
 // Empty when the editor was left without a new criterion.
 std::optional<std::string> ctrlOVSearch::openEditor(const std::string& criteriaString, bool isNew) {
     enter(ControlState::asking);
+    SeenValues seen(view_.lvSearchResult->results().hits());
     frmCriteria editor(this);
     editor.EditMode = !isNew;
     editor.CriteriaString = criteriaString;
+    editor.Seen = &seen;
     editor.exec();
     if (!editor.OKPressed() || isEnding())
         return std::nullopt;

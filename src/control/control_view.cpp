@@ -3,12 +3,19 @@
 
 #include "control/control_view.h"
 
+#include "support/language/help_text_ids.h"
 #include "support/language/text_ids.h"
 #include "widgets/captions.h"
+#include "widgets/help/guide_window.h"
+#include "widgets/help/help_keys.h"
 #include "widgets/icons.h"
+#include "widgets/legible.h"
+#include "widgets/spoken.h"
 #include "widgets/text.h"
 
+#include <QAccessible>
 #include <QHBoxLayout>
+#include <QToolTip>
 #include <QVBoxLayout>
 
 namespace ov {
@@ -44,6 +51,7 @@ QPushButton* makeButton(QWidget* parent, const QString& name, const ButtonTexts&
     if (texts.caption == 0)
         return button;
     button->setIcon(widgets::icon(texts.icon));
+    widgets::fitIcon(*button);
     setCaption(*button, texts.caption);
     setTip(*button, texts.tip);
     return button;
@@ -62,6 +70,7 @@ Box* tight(QWidget* parent) {
 ControlView::ControlView(QWidget& control)
     : splitter(new QSplitter(Qt::Vertical, &control)), control_(control) {
     splitter->setChildrenCollapsible(false);
+    splitter->setOpaqueResize(true); // at once, whatever the desktop's style prefers
     splitter->addWidget(buildCriteriaHalf());
     splitter->addWidget(buildResultHalf());
     splitter->setStretchFactor(0, 0);
@@ -71,7 +80,10 @@ ControlView::ControlView(QWidget& control)
     column->setContentsMargins(margin, margin, margin, margin);
     column->addWidget(splitter);
     setTabOrder();
+    setReadingOrder();
     enable();
+    widgets::addHelpKeys(control);
+    widgets::setChapter(*lvSearchCriteria, widgets::chapter::criteria);
 }
 
 QWidget* ControlView::buildCriteriaHalf() {
@@ -87,17 +99,27 @@ QWidget* ControlView::buildCriteriaHalf() {
         row->addWidget(cmdSearchKriteriaOptions[i]);
     }
     row->addStretch(1);
+    row->addWidget(buildCompare(half));
+    column->addLayout(row);
+
+    column->addLayout(buildDescriptionRow(half));
+    return half;
+}
+
+// One thing to choose, so one group to a screen reader.
+QWidget* ControlView::buildCompare(QWidget* parent) {
+    auto* group = new QWidget(parent);
+    widgets::setSpokenRole(*group, QAccessible::Grouping);
+    widgets::setSpokenName(*group, text_id::compareGroup);
+    auto* row = tight<QHBoxLayout>(group);
     for (const Compare mode : {all, any}) {
-        optCriteriaCompare[mode] = new QRadioButton(half);
+        optCriteriaCompare[mode] = new QRadioButton(group);
         optCriteriaCompare[mode]->setObjectName(indexedName("optCriteriaCompare", mode));
         setCaption(*optCriteriaCompare[mode],
                    mode == all ? text_id::compareAll : text_id::compareAny);
         row->addWidget(optCriteriaCompare[mode]);
     }
-    column->addLayout(row);
-
-    column->addLayout(buildDescriptionRow(half));
-    return half;
+    return group;
 }
 
 QBoxLayout* ControlView::buildDescriptionRow(QWidget* parent) {
@@ -110,7 +132,7 @@ QBoxLayout* ControlView::buildDescriptionRow(QWidget* parent) {
     setTip(*chkFollow, text_id::followTip);
     lblCriteriaDescription = new QLabel(parent);
     lblCriteriaDescription->setObjectName(QStringLiteral("lblCriteriaDescription"));
-    lblCriteriaDescription->setForegroundRole(QPalette::PlaceholderText);
+    widgets::setHint(*lblCriteriaDescription);
     lblCriteriaDescription->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     lblCriteriaDescription->setWordWrap(true);
     auto* row = new QHBoxLayout;
@@ -166,6 +188,7 @@ QBoxLayout* ControlView::buildListHead(QWidget* parent) {
     lblSearchResult = new QLabel(parent);
     lblSearchResult->setObjectName(QStringLiteral("lblSearchResult"));
     lblSearchResult->setTextFormat(Qt::PlainText);
+    widgets::setSpokenRole(*lblSearchResult, QAccessible::Notification);
     txtResultFilter = new FilterEdit(parent);
     auto* row = new QHBoxLayout;
     row->addWidget(lblSearchResult, 1);
@@ -180,6 +203,7 @@ QBoxLayout* ControlView::buildNoticeRow(QWidget* parent) {
     lblSearchNotice = new QLabel(parent);
     lblSearchNotice->setObjectName(QStringLiteral("lblSearchNotice"));
     lblSearchNotice->setTextFormat(Qt::PlainText);
+    widgets::setSpokenRole(*lblSearchNotice, QAccessible::Notification);
     lblSearchNotice->setWordWrap(true);
     auto* row = new QHBoxLayout;
     lblResultSummary = new ResultSummary(*lvSearchResult, parent);
@@ -212,31 +236,9 @@ void ControlView::setTabOrder() {
     next(&emptyState->button());
 }
 
-void ControlView::retranslate(QWidget& control) const {
-    widgets::translate(control);
-    lvSearchCriteria->retranslate();
-    txtResultFilter->retranslate();
-    lvSearchResult->retranslate();
-    lblResultSummary->retranslate();
-    picPlayer->retranslate();
-    splitter->setAccessibleName(widgets::text(text_id::title)); // it has the keyboard meanwhile
-    describeCompare();
-}
-
 void ControlView::setCompareAnd(bool compareAnd) {
     optCriteriaCompare[compareAnd ? all : any]->setChecked(true);
     describeCompare();
-}
-
-void ControlView::describeCompare() const {
-    lblCriteriaDescription->setText(
-        widgets::text(isCompareAnd() ? text_id::describeAll : text_id::describeAny));
-}
-
-void ControlView::setNotice(const QString& notice) const {
-    lblSearchNotice->setText(notice);
-    lblSearchNotice->setVisible(!notice.isEmpty());
-    lblSearchNoticeIcon->setVisible(!notice.isEmpty());
 }
 
 bool ControlView::isInCriteria(const QWidget* widget) const {

@@ -46,6 +46,10 @@ public:
     // again when commands are taken, unless the user gave it to another widget meanwhile.
     void show(ControlState state);
     void enableCriteriaButtons();
+    // Tells by tooltips what the buttons of the search row do, or why they have nothing to do.
+    void describeSearchButtons() const;
+    // Shows the tooltip of a button that was pressed in vain.
+    void tellReason(SearchOption option) const;
 
     // Below the hits: what the last search could not do; empty hides it.
     void setNotice(const QString& notice) const;
@@ -79,6 +83,7 @@ public:
 
 private:
     QWidget* buildCriteriaHalf();
+    QWidget* buildCompare(QWidget* parent);
     QBoxLayout* buildDescriptionRow(QWidget* parent);
     QWidget* buildResultHalf();
     void buildEmptyState();
@@ -86,9 +91,11 @@ private:
     QBoxLayout* buildListHead(QWidget* parent);
     QBoxLayout* buildNoticeRow(QWidget* parent);
     void setTabOrder();
+    void setReadingOrder();
 
     void enable();
     void giveKeyboardBack();
+    bool hasSelectedRows() const;
 
     QWidget& control_;
     ControlState state_ = ControlState::notBuilt;

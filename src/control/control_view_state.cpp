@@ -26,6 +26,7 @@ void ControlView::enable() {
     cmdSearchStop->setEnabled(rules.stopButton);
     lvSearchResult->setBusy(!rules.takesCommands);
     enableCriteriaButtons();
+    describeSearchButtons();
 }
 
 void ControlView::giveKeyboardBack() {

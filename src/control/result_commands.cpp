@@ -14,6 +14,7 @@
 #include "support/patient_files.h"
 #include "widgets/text.h"
 
+#include <QItemSelectionModel>
 #include <QMenu>
 #include <optional>
 #include <utility>
@@ -25,6 +26,8 @@ namespace ov {
 void ctrlOVSearch::connectResults() {
     ResultList* results = view_.lvSearchResult;
     const PlayerPanel* player = view_.picPlayer;
+    connect(results->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            [this] { view_.describeSearchButtons(); });
     connect(results, &ResultList::playRequested, player, &PlayerPanel::PlayerPlay);
     connect(results, &ResultList::playOrPauseRequested, player, &PlayerPanel::playOrPause);
     connect(results, &ResultList::skipRequested, player, &PlayerPanel::skip);
@@ -261,9 +264,11 @@ void ctrlOVSearch::chooseColumns() {
 
 void ctrlOVSearch::showLog() const {
     const std::string path = view_.lvSearchResult->selected().path();
-    if (path.empty() || !patient::fileExists(path))
+    if (path.empty() || !patient::fileExists(path)) {
         platform::userInterface().beep();
-    else
+        if (!isEnding() && path.empty())
+            view_.tellReason(ControlView::log);
+    } else
         modOVPlugIn::LogView(path);
 }
 

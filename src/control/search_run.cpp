@@ -11,6 +11,7 @@
 #include "support/language/modLanguage.h"
 #include "support/language/text_ids.h"
 #include "support/modUtil.h"
+#include "widgets/spoken.h"
 #include "widgets/text.h"
 
 #include <QPointer>
@@ -236,6 +237,8 @@ void SearchRun::tellOutcome(const SearchOutcome& outcome) {
     caller_.enter(ControlState::asking);
     caller_.view.lvSearchResult->viewport()->update();
     showOutcome(caller_.view, outcome);
+    widgets::announce(*caller_.view.lblSearchResult);
+    widgets::announce(*caller_.view.lblSearchNotice);
     // Who stopped the search knows why nothing was found.
     if (outcome.hitCount == 0 && !outcome.report.stopped && !outcome.report.rootVanished)
         modUtil::ShowMessage(text_id::nothingFound, platform::MessageIcon::information, {},

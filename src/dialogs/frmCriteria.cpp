@@ -3,19 +3,21 @@
 
 #include "dialogs/frmCriteria.h"
 
+#include "dialogs/type_ahead.h"
 #include "support/language/text_ids.h"
 #include "support/modUtil.h"
 #include "widgets/captions.h"
 #include "widgets/first_size.h"
+#include "widgets/help/guide_window.h"
+#include "widgets/help/help_keys.h"
 #include "widgets/text.h"
 
-#include <QDialogButtonBox>
-#include <QGridLayout>
 #include <QScreen>
 
 namespace ov {
 
 using modDictation::ValueKind;
+namespace field_id = modDictation::field_id;
 using widgets::toQt;
 
 namespace {
@@ -44,71 +46,25 @@ frmCriteria::frmCriteria(QWidget* parent)
       places_{new ValuePlace(0, this), new ValuePlace(1, this)},
       lblValueAnd_(new QLabel(this)),
       lblValueOhne_(new QLabel(this)),
-      lblOperatorOhne_(new QLabel(this)) {
+      lblOperatorOhne_(new QLabel(this)),
+      lblHint_(new QLabel(this)),
+      suggestions_(this) {
     buildWindow();
     connectAll();
-}
-
-void frmCriteria::buildWindow() {
-    lblField_->setObjectName(widgets::indexedName("lblLabel", 0));
-    lblOperator_->setObjectName(widgets::indexedName("lblLabel", 1));
-    lblValue_->setObjectName(widgets::indexedName("lblLabel", 2));
-    cboField_->setObjectName(QStringLiteral("cboField"));
-    cboOperator_->setObjectName(QStringLiteral("cboOperator"));
-    lblValueAnd_->setObjectName(QStringLiteral("lblValueAnd"));
-    lblValueOhne_->setObjectName(QStringLiteral("lblValueOhne"));
-    lblOperatorOhne_->setObjectName(QStringLiteral("lblOperatorOhne"));
-
-    auto* column = new QVBoxLayout(this);
-    auto* grid = new QGridLayout;
-    addFieldRows(*grid);
-    addValueRow(*grid);
-    grid->setColumnStretch(1, 1);
-    column->addLayout(grid);
-    column->addStretch(1);
-    column->addWidget(makeButtons());
-}
-
-void frmCriteria::addFieldRows(QGridLayout& grid) {
-    widgets::setCaption(*lblField_, text_id::fieldLabel);
-    widgets::setCaption(*lblOperator_, text_id::operatorLabel);
-    lblField_->setBuddy(cboField_);
-    lblOperator_->setBuddy(cboOperator_);
-    grid.addWidget(lblField_, 0, 0);
-    grid.addWidget(cboField_, 0, 1);
-    grid.addWidget(lblOperator_, 1, 0);
-    grid.addWidget(cboOperator_, 1, 1);
-    constexpr int allFields = 30; // so that no field is hidden behind a scroll arrow
-    cboField_->setMaxVisibleItems(allFields);
-    cboOperator_->setMaxVisibleItems(allFields);
-}
-
-void frmCriteria::addValueRow(QGridLayout& grid) {
-    widgets::setCaption(*lblValue_, text_id::valueLabel);
-    widgets::setCaption(*lblValueAnd_, text_id::valueAnd);
-    widgets::setCaption(*lblValueOhne_, text_id::noValueNeeded);
-    widgets::setCaption(*lblOperatorOhne_, text_id::noOperators);
-    lblOperatorOhne_->setWordWrap(true);
-
-    // As high as the highest that it may show, so that the window does not jump.
-    auto* row = new QHBoxLayout;
-    row->addWidget(places_[0], 1);
-    row->addWidget(lblValueAnd_);
-    row->addWidget(places_[1], 1);
-    row->addWidget(lblValueOhne_, 1);
-    row->addWidget(lblOperatorOhne_, 1);
-    grid.addWidget(lblValue_, 2, 0);
-    grid.addLayout(row, 2, 1);
-    constexpr int lines = 2;
-    grid.setRowMinimumHeight(
-        2, std::max(cboField_->sizeHint().height(), lines * fontMetrics().lineSpacing()));
+    widgets::setChapter(*this, widgets::chapter::criteria);
 }
 
 void frmCriteria::connectAll() {
+    new TypeAhead(*cboField_);
+    new TypeAhead(*cboOperator_);
     connect(cboField_, &QComboBox::currentIndexChanged, this, &frmCriteria::fieldChanged);
     connect(cboOperator_, &QComboBox::currentIndexChanged, this, &frmCriteria::operatorChanged);
-    for (const ValuePlace* place : places_)
+    for (const ValuePlace* place : places_) {
         connect(place, &ValuePlace::changed, this, &frmCriteria::markChanged);
+        connect(place, &ValuePlace::changed, this, &frmCriteria::showHint);
+        suggestions_.offerIn(place->textBox());
+    }
+    connect(&suggestions_, &ValueSuggestions::grown, this, &frmCriteria::showHint);
 }
 
 void frmCriteria::load() {
@@ -173,6 +129,7 @@ void frmCriteria::fieldChanged() {
         cboOperator_->addItem(toQt(modDictation::GetOperatorText(id)), id);
     for (ValuePlace* place : places_)
         place->prepare(field);
+    suggestValues();
     showValueControls();
     markChanged();
 }
@@ -196,6 +153,46 @@ void frmCriteria::showValueControls() {
     lblValue_->setBuddy(places_[0]->shownControl());
     cboOperator_->setEnabled(hasOperator);
     cmdOK()->setEnabled(hasOperator);
+    showHint();
+}
+
+// Of the authors it is asked too, to see when a name is typed where a code is looked for.
+void frmCriteria::suggestValues() {
+    const modDictation::SearchField& field = currentField();
+    std::vector<std::int32_t> fields;
+    if (field.ValueKind == ValueKind::textBox)
+        fields.push_back(field.Id);
+    if (field.Id == field_id::authorCode)
+        fields.push_back(field_id::author);
+    suggestions_.setFields(Seen, std::move(fields));
+}
+
+void frmCriteria::showHint() {
+    const QString text = hint();
+    if (text == lblHint_->text())
+        return;
+    lblHint_->setText(text);
+    for (const ValuePlace* place : places_)
+        if (QWidget* shown = place->shownControl())
+            shown->setAccessibleDescription(text);
+}
+
+QString frmCriteria::hint() const {
+    const QWidget* shown = places_[0]->shownControl();
+    if (shown == nullptr)
+        return {};
+    if (currentField().ValueKind == ValueKind::date)
+        return widgets::text(text_id::dateHint);
+    const QString typed = places_[0]->textBox().text().trimmed();
+    if (currentField().Id != field_id::authorCode || typed.isEmpty() ||
+        suggestions_.isPartOfValue(field_id::authorCode, typed))
+        return {};
+    constexpr int longestCode = 4; // where nothing is known of the store's
+    const bool isName = suggestions_.isPartOfValue(field_id::author, typed) ||
+                        typed.size() > longestCode || typed.contains(QLatin1Char(' '));
+    return isName ? widgets::text(text_id::nameAsCodeHint,
+                                  {modDictation::GetSearchFieldCaption(field_id::author, true)})
+                  : QString();
 }
 
 // Also for another field or operator: what was chosen must not be lost because no value changed.
@@ -219,7 +216,14 @@ bool frmCriteria::valuesAreValid() {
         for (const ValuePlace* place : places_)
             if (place->shownControl() != nullptr && place->value().empty())
                 return refuse(text_id::valueRequired, place->shownControl());
-    return places_[1]->shownControl() == nullptr || rangeIsInOrder();
+    return datesAreReadable() && (places_[1]->shownControl() == nullptr || rangeIsInOrder());
+}
+
+bool frmCriteria::datesAreReadable() {
+    for (ValuePlace* place : places_)
+        if (!place->takeTyped())
+            return refuse(text_id::noDate, place->shownControl());
+    return true;
 }
 
 bool frmCriteria::rangeIsInOrder() {
@@ -252,6 +256,7 @@ void frmCriteria::retranslate() {
             i, toQt(modDictation::GetOperatorText(cboOperator_->itemData(i).toInt())));
     for (ValuePlace* place : places_)
         place->retranslate();
+    showHint();
 }
 
 } // namespace ov

@@ -4,9 +4,12 @@
 #include "dialogs/frmExportOptionsPrint.h"
 
 #include "platform/text.h"
+#include "support/language/help_text_ids.h"
 #include "support/language/text_ids.h"
 #include "widgets/captions.h"
 #include "widgets/first_size.h"
+#include "widgets/help/guide_window.h"
+#include "widgets/help/help_keys.h"
 #include "widgets/text.h"
 
 #include <QDialogButtonBox>
@@ -48,6 +51,7 @@ frmExportOptionsPrint::frmExportOptionsPrint(QWidget* parent)
       lblPrinterDevice_(namedLabel("lblPrinterDevice", this)),
       lblPrinterPort_(namedLabel("lblPrinterPort", this)),
       lblCopies_(namedLabel("lblCopies", this)),
+      lblNoPrinter_(namedLabel("lblNoPrinter", this)),
       cmdChangePrinter_(namedButton("cmdChangePrinter", text_id::changePrinter, this)),
       optBereich_{new QRadioButton(this), new QRadioButton(this)},
       ranges_(new QButtonGroup(this)),
@@ -57,6 +61,7 @@ frmExportOptionsPrint::frmExportOptionsPrint(QWidget* parent)
     widgets::setCaption(*this, text_id::printTitle);
     buildWindow();
     connectAll();
+    widgets::setChapter(*this, widgets::chapter::lists);
 }
 
 void frmExportOptionsPrint::buildWindow() {
@@ -81,6 +86,9 @@ QWidget* frmExportOptionsPrint::buildPrinterGroup() {
     add(text_id::printerName, lblPrinterDevice_);
     add(text_id::printerPort, lblPrinterPort_);
     add(text_id::printerCopies, lblCopies_);
+    lblNoPrinter_->setWordWrap(true);
+    widgets::setCaption(*lblNoPrinter_, text_id::printNeedsPrinter);
+    rows->addRow(lblNoPrinter_);
     rows->addRow(cmdChangePrinter_);
     return group;
 }
@@ -148,6 +156,9 @@ void frmExportOptionsPrint::showPrinter() {
     lblPrinterDevice_->setText(name);
     lblPrinterPort_->setText(info.location().isEmpty() ? info.description() : info.location());
     lblCopies_->setText(name.isEmpty() ? QString() : QString::number(printer_.copyCount()));
+    lblNoPrinter_->setVisible(name.isEmpty());
+    cmdOK()->setAccessibleDescription(name.isEmpty() ? lblNoPrinter_->text() : QString());
+    cmdOK()->setToolTip(cmdOK()->accessibleDescription());
     QGuiApplication::restoreOverrideCursor();
 }
 

@@ -58,6 +58,7 @@ private:
     QLabel* lblPrinterDevice_;
     QLabel* lblPrinterPort_;
     QLabel* lblCopies_;
+    QLabel* lblNoPrinter_; // what to do without one
     QPushButton* cmdChangePrinter_;
     std::array<QRadioButton*, 2> optBereich_;
     QButtonGroup* ranges_;

@@ -3,11 +3,12 @@
 
 #include "dialogs/frmSearchResultColumns.h"
 
-#include "dictation/field_table.h"
+#include "support/language/help_text_ids.h"
 #include "support/language/text_ids.h"
 #include "widgets/captions.h"
 #include "widgets/first_size.h"
 #include "widgets/icons.h"
+#include "widgets/legible.h"
 #include "widgets/text.h"
 
 #include <QDialogButtonBox>
@@ -40,6 +41,7 @@ QListWidgetItem* entryOf(const modDictation::SearchField& field) {
 QVBoxLayout* titled(QLabel* title, QListWidget& list, std::int32_t textId) {
     widgets::setCaption(*title, textId);
     title->setBuddy(&list);
+    widgets::setSpokenName(list, textId);
     auto* column = new QVBoxLayout;
     column->addWidget(title);
     column->addWidget(&list, 1);
@@ -59,6 +61,7 @@ QVBoxLayout* stacked(const std::array<QPushButton*, 2>& buttons) {
 void setUp(QPushButton& button, const QString& name, std::int32_t textId, const char* iconName) {
     button.setObjectName(name);
     button.setIcon(widgets::icon(iconName));
+    widgets::fitIcon(button);
     button.setAutoDefault(false);
     widgets::setCaption(button, textId);
 }
@@ -88,11 +91,14 @@ private:
 frmSearchResultColumns::frmSearchResultColumns(QWidget* parent)
     : OneUseDialog(parent, "frmSearchResultColumns"),
       lblLabel_(new QLabel(this)),
+      lblOrder_(new QLabel(this)),
       lstLeft_(new QListWidget(this)),
       cmdTransfer_{new QPushButton(this), new QPushButton(this)},
       lstRight_(new QListWidget(this)),
       cmdUpDown_{new QPushButton(this), new QPushButton(this)},
-      lstNonCustomizable_(new QListWidget(this)) {
+      cmdFold_(new QToolButton(this)),
+      lstNonCustomizable_(new QListWidget(this)),
+      cmdDefault_(new QPushButton(this)) {
     buildWindow();
     connectAll();
 }
@@ -109,13 +115,46 @@ void frmSearchResultColumns::buildWindow() {
     widgets::setCaption(*this, text_id::columnsTitle);
     widgets::setCaption(*lblLabel_, text_id::columnsHint);
     lblLabel_->setWordWrap(true);
+    lblOrder_->setObjectName(QStringLiteral("lblOrder"));
+    widgets::setCaption(*lblOrder_, text_id::columnsOrderHint);
+    lblOrder_->setWordWrap(true);
+    widgets::setHint(*lblOrder_);
+    setUp(*cmdDefault_, QStringLiteral("cmdDefault"), text_id::defaultColumns, "columns");
 
     auto* column = new QVBoxLayout(this);
     column->addWidget(lblLabel_);
     auto* grid = new QGridLayout;
     addLists(*grid);
     column->addLayout(grid, 1);
-    column->addWidget(makeButtons());
+    column->addWidget(lblOrder_);
+    addFold(*column);
+    auto* buttons = new QHBoxLayout;
+    buttons->addWidget(cmdDefault_);
+    buttons->addStretch(1);
+    buttons->addWidget(makeButtons());
+    column->addLayout(buttons);
+}
+
+// What cannot be chosen is of interest only to who misses it.
+void frmSearchResultColumns::addFold(QBoxLayout& column) {
+    cmdFold_->setObjectName(QStringLiteral("cmdFold"));
+    cmdFold_->setCheckable(true);
+    cmdFold_->setAutoRaise(true);
+    cmdFold_->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    cmdFold_->setFocusPolicy(Qt::StrongFocus);
+    widgets::setCaption(*cmdFold_, text_id::fixedFields);
+    widgets::setSpokenName(*lstNonCustomizable_, text_id::fixedFields);
+    constexpr int lines = 4;
+    lstNonCustomizable_->setFixedHeight(lines * (fontMetrics().lineSpacing() + 3));
+    lstNonCustomizable_->setSelectionMode(QAbstractItemView::NoSelection);
+    column.addWidget(cmdFold_);
+    column.addWidget(lstNonCustomizable_);
+    fold(false);
+}
+
+void frmSearchResultColumns::fold(bool open) {
+    cmdFold_->setArrowType(open ? Qt::DownArrow : Qt::RightArrow);
+    lstNonCustomizable_->setVisible(open);
 }
 
 void frmSearchResultColumns::addLists(QGridLayout& grid) {
@@ -123,14 +162,9 @@ void frmSearchResultColumns::addLists(QGridLayout& grid) {
     grid.addLayout(stacked(cmdTransfer_), 0, 1);
     grid.addLayout(titled(new QLabel(this), *lstRight_, text_id::shownColumns), 0, 2);
     grid.addLayout(stacked(cmdUpDown_), 0, 3);
-    grid.addLayout(titled(new QLabel(this), *lstNonCustomizable_, text_id::fixedFields), 1, 0, 1,
-                   3);
     grid.setColumnStretch(0, 1);
     grid.setColumnStretch(2, 1);
     grid.setRowStretch(0, 1);
-    constexpr int lines = 4;
-    lstNonCustomizable_->setFixedHeight(lines * (fontMetrics().lineSpacing() + 3));
-    lstNonCustomizable_->setSelectionMode(QAbstractItemView::NoSelection);
 }
 
 void frmSearchResultColumns::connectAll() {
@@ -142,6 +176,8 @@ void frmSearchResultColumns::connectAll() {
     connect(lstRight_, &QListWidget::itemDoubleClicked, this, toLeft);
     connect(cmdUpDown_[0], &QPushButton::clicked, this, [this] { moveSelected(-1); });
     connect(cmdUpDown_[1], &QPushButton::clicked, this, [this] { moveSelected(1); });
+    connect(cmdDefault_, &QPushButton::clicked, this, &frmSearchResultColumns::useDefaults);
+    connect(cmdFold_, &QToolButton::toggled, this, &frmSearchResultColumns::fold);
     connect(lstLeft_, &QListWidget::itemSelectionChanged, this,
             &frmSearchResultColumns::enableButtons);
     connect(lstRight_, &QListWidget::itemSelectionChanged, this,
@@ -150,16 +186,29 @@ void frmSearchResultColumns::connectAll() {
 
 void frmSearchResultColumns::load() {
     retranslate();
-    for (const modDictation::SearchField& field : modDictation::searchFields()) {
-        if (!field.Selectable)
-            lstNonCustomizable_->addItem(entryOf(field));
-        else
-            (field.Visible ? lstRight_ : lstLeft_)->addItem(entryOf(field));
-    }
+    fillLists([](const modDictation::SearchField& field) { return field.Visible; });
     enableButtons();
     constexpr QSize comfortable(560, 480);
     widgets::resizeOnScreen(*this, comfortable);
     lstLeft_->setFocus();
+}
+
+void frmSearchResultColumns::fillLists(
+    const std::function<bool(const modDictation::SearchField&)>& isShown) {
+    for (QListWidget* list : {lstLeft_, lstRight_, lstNonCustomizable_})
+        list->clear();
+    for (const modDictation::SearchField& field : modDictation::searchFields())
+        if (!field.Selectable)
+            lstNonCustomizable_->addItem(entryOf(field));
+        else
+            (isShown(field) ? lstRight_ : lstLeft_)->addItem(entryOf(field));
+}
+
+void frmSearchResultColumns::useDefaults() {
+    fillLists([](const modDictation::SearchField& field) {
+        return modDictation::fieldDefinition(field.Id).visible;
+    });
+    enableButtons();
 }
 
 void frmSearchResultColumns::transfer(QListWidget& source, QListWidget& target) {

@@ -4,13 +4,17 @@
 #pragma once
 
 #include "dialogs/one_use_dialog.h"
+#include "dictation/field_table.h"
 
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
+#include <QToolButton>
 #include <array>
 #include <cstdint>
+#include <functional>
 
+class QBoxLayout;
 class QGridLayout;
 
 namespace ov {
@@ -27,22 +31,29 @@ public:
 private:
     void buildWindow();
     void addLists(QGridLayout& grid);
+    void addFold(QBoxLayout& column);
     void connectAll();
     void load() override;
     void retranslate() override;
 
+    void fillLists(const std::function<bool(const modDictation::SearchField&)>& isShown);
+    void useDefaults();
+    void fold(bool open);
     void transfer(QListWidget& source, QListWidget& target);
     void moveSelected(int distance);
     void enableButtons();
     void cmdOK_Click() override;
 
     QLabel* lblLabel_;
+    QLabel* lblOrder_;
     // In the order of the Tab key, as the eye goes.
     QListWidget* lstLeft_;
     std::array<QPushButton*, 2> cmdTransfer_;
     QListWidget* lstRight_;
     std::array<QPushButton*, 2> cmdUpDown_;
+    QToolButton* cmdFold_; // shows or hides the list below it
     QListWidget* lstNonCustomizable_;
+    QPushButton* cmdDefault_;
 };
 
 } // namespace ov

@@ -4,6 +4,7 @@
 
 #include "support/language/text_ids.h"
 #include "widgets/captions.h"
+#include "widgets/help/help_keys.h"
 
 #include <QDialogButtonBox>
 #include <QPushButton>
@@ -14,7 +15,12 @@ namespace ov {
 
 OneUseDialog::OneUseDialog(QWidget* parent, const char* name) : QDialog(parent) {
     setObjectName(QLatin1String(name));
-    widgets::followLanguage(*this, [this] { retranslate(); });
+    setWindowFlag(Qt::WindowContextHelpButtonHint);
+    widgets::addHelpKeys(*this);
+    widgets::followLanguage(*this, [this] {
+        retranslate();
+        widgets::explain(*this);
+    });
 }
 
 QDialogButtonBox* OneUseDialog::makeButtons() {
@@ -39,8 +45,10 @@ QDialogButtonBox* OneUseDialog::makeButtons() {
 }
 
 void OneUseDialog::setVisible(bool visible) {
-    if (visible && !std::exchange(loaded_, true))
+    if (visible && !std::exchange(loaded_, true)) {
         load();
+        widgets::explain(*this);
+    }
     QDialog::setVisible(visible);
 }
 

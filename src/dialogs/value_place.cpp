@@ -71,7 +71,7 @@ ValuePlace::ValuePlace(int index, QWidget* parent)
     : QLabel(parent),
       txtValue_(new QLineEdit(this)),
       cboValue_(new QComboBox(this)),
-      dtpValue_(new QDateEdit(QDate::currentDate(), this)),
+      dtpValue_(new DateBox(this)),
       dtpValueTime_(new QTimeEdit(QTime(0, 0), this)) {
     setObjectName(widgets::indexedName("lblPlaceholder", index));
     txtValue_->setObjectName(widgets::indexedName("txtValue", index));
@@ -86,13 +86,14 @@ ValuePlace::ValuePlace(int index, QWidget* parent)
                                index == 0 ? text_id::firstValue : text_id::secondValue);
         column->addWidget(control(kind));
     }
-    dtpValue_->setCalendarPopup(true);
+    dtpValue_->setDate(QDate::currentDate());
     dtpValue_->setDisplayFormat(widgets::shortDateFormat());
     dtpValueTime_->setDisplayFormat(QStringLiteral("HH:mm:ss"));
 
     connect(txtValue_, &QLineEdit::textChanged, this, &ValuePlace::changed);
     connect(cboValue_, &QComboBox::currentIndexChanged, this, &ValuePlace::changed);
     connect(dtpValue_, &QDateEdit::dateChanged, this, &ValuePlace::changed);
+    connect(dtpValue_, &DateBox::typed, this, &ValuePlace::changed);
     connect(dtpValueTime_, &QTimeEdit::timeChanged, this, &ValuePlace::changed);
 }
 

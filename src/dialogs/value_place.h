@@ -3,10 +3,10 @@
 
 #pragma once
 
+#include "dialogs/date_box.h"
 #include "dictation/field_table.h"
 
 #include <QComboBox>
-#include <QDateEdit>
 #include <QLabel>
 #include <QLineEdit>
 #include <QTimeEdit>
@@ -42,6 +42,10 @@ public:
     // Shows codes and calendar in the current language; to be called after widgets::translate().
     void retranslate();
 
+    // False when a date picker is shown in which something stands that is no date.
+    bool takeTyped() { return shownControl() != dtpValue_ || dtpValue_->takeTyped(); }
+    QLineEdit& textBox() const { return *txtValue_; }
+
     QDate date() const { return dtpValue_->date(); }
     QTime time() const { return dtpValueTime_->time(); }
 
@@ -56,7 +60,7 @@ private:
 
     QLineEdit* txtValue_;
     QComboBox* cboValue_;
-    QDateEdit* dtpValue_;
+    DateBox* dtpValue_;
     QTimeEdit* dtpValueTime_;
 };
 

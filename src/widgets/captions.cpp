@@ -32,11 +32,19 @@ const char* captionProperty(const QObject& object) {
     return object.metaObject()->indexOfProperty("title") >= 0 ? "title" : "text";
 }
 
+// Words that are spoken have neither marks of keys nor the colon of a label.
+QString wordsOf(const Role& role, std::int32_t textId) {
+    QString words = role.shown == spokenName.shown ? plainText(textId) : text(textId);
+    if (role.shown == spokenName.shown && words.endsWith(QLatin1Char(':')))
+        words.chop(1);
+    return words;
+}
+
 void apply(QObject& object, const Role& role) {
     const QVariant number = object.property(role.number);
     if (number.isValid())
         object.setProperty(role.shown != nullptr ? role.shown : captionProperty(object),
-                           text(number.toInt()));
+                           wordsOf(role, number.toInt()));
 }
 
 void give(QObject& object, const Role& role, std::int32_t textId) {

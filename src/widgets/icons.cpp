@@ -3,6 +3,8 @@
 
 #include "widgets/icons.h"
 
+#include "widgets/resources.h"
+
 #include <QBuffer>
 #include <QFile>
 #include <QGuiApplication>
@@ -12,12 +14,6 @@
 #include <QPixmap>
 #include <QString>
 #include <array>
-
-// A static library's resources are linked in only when somebody asks for them; the macro must
-// stand outside of any namespace.
-static void initWidgetResources() {
-    Q_INIT_RESOURCE(widgets);
-}
 
 namespace ov::widgets {
 
@@ -57,7 +53,7 @@ QIcon load(const QString& path) {
 QIcon icon(const char* name) {
     thread_local QHash<QString, QIcon> loaded;
     if (loaded.isEmpty())
-        initWidgetResources();
+        initResources();
     const QString path = QStringLiteral(":/ovsearch/%1.svg").arg(QLatin1String(name));
     auto found = loaded.find(path);
     if (found == loaded.end())

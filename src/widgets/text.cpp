@@ -35,6 +35,13 @@ QString text(std::int32_t textId, std::initializer_list<std::string_view> argume
     return withQtLineBreaks(modLanguage::GetText(textId, arguments));
 }
 
+QString plainText(std::int32_t textId) {
+    QString plain = text(textId).remove(QLatin1Char('&'));
+    while (plain.endsWith(QChar(0x2026)) || plain.endsWith(QLatin1Char(' ')))
+        plain.chop(1);
+    return plain;
+}
+
 QString toolTipText(const QString& text) {
     if (text.isEmpty())
         return {};

@@ -22,6 +22,9 @@ std::string toUtf8(const QString& text);
 QString text(std::int32_t textId);
 QString text(std::int32_t textId, std::initializer_list<std::string_view> arguments);
 
+// The same without the marks of keys and the dots that a button or a menu has.
+QString plainText(std::int32_t textId);
+
 // `text` as it stands for a tooltip, whatever markup it may look like.
 QString toolTipText(const QString& text);
 

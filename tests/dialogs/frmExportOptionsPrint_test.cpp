@@ -61,6 +61,10 @@ TEST_F(PrintOptions, OpensTheSystemsPrinterDialog) {
     EXPECT_EQ(child<QLabel>(*form_, "lblPrinterDevice").text(), before);
     EXPECT_EQ(QApplication::overrideCursor(), nullptr);
     EXPECT_EQ(child<QLabel>(*form_, "lblCopies").text().isEmpty(), before.isEmpty());
+    const auto& told = child<QLabel>(*form_, "lblNoPrinter");
+    EXPECT_EQ(told.isVisible(), before.isEmpty());
+    EXPECT_EQ(child<QWidget>(*form_, "cmdOK").accessibleDescription(),
+              before.isEmpty() ? told.text() : QString());
 }
 
 TEST_F(PrintOptions, ReadsAsOneGoesAndFollowsTheLanguage) {
@@ -68,11 +72,15 @@ TEST_F(PrintOptions, ReadsAsOneGoesAndFollowsTheLanguage) {
     EXPECT_EQ(tabOrder(*form_), "txtTitel btnChooseListItemFont btnPageSetup cmdOK cmdCancel "
                                 "cmdChangePrinter optBereich(0) optBereich(1) ");
     speakGerman(*form_);
-    EXPECT_EQ(readable(*form_),
-              "Ergebnisliste drucken|&Schriftart …|Seite &einrichten …|Drucker|"
-              "Name:>lblPrinterDevice|Anschluss:>lblPrinterPort|Exemplare:>lblCopies|"
-              "&Drucker wechseln …|Druckbereich|Alle &Zeilen|&Markierte Zeilen|&Titel:>txtTitel|"
-              "OK|Abbrechen");
+    const auto& told = child<QLabel>(*form_, "lblNoPrinter");
+    const std::string noPrinter = told.isVisible() ? told.text().toStdString() + "|" : "";
+    EXPECT_EQ(
+        readable(*form_),
+        "Ergebnisliste drucken|&Schriftart …|Seite &einrichten …|Drucker|"
+        "Name:>lblPrinterDevice|Anschluss:>lblPrinterPort|Exemplare:>lblCopies|" +
+            noPrinter +
+            "&Drucker wechseln …|Druckbereich|Alle &Zeilen|&Markierte Zeilen|&Titel:>txtTitel|"
+            "OK|Abbrechen");
     EXPECT_TRUE(isTidy(*form_));
     QTest::keyClick(&title(), Qt::Key_Return);
     EXPECT_TRUE(form_->OKPressed());

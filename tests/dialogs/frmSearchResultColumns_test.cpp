@@ -111,17 +111,39 @@ TEST_F(ColumnChooser, TouchesTheTableOnlyWithOK) {
     EXPECT_TRUE(form_->OKPressed());
 }
 
+TEST_F(ColumnChooser, BringsBackTheDefaultColumns) {
+    open();
+    const std::string before = captions(right());
+    right().setCurrentRow(2);
+    press("cmdTransfer(1)");
+    left().setCurrentRow(left().count() - 2);
+    press("cmdTransfer(0)");
+    EXPECT_NE(captions(right()).substr(0, before.size() - 1), before.substr(0, before.size() - 1));
+    press("cmdDefault");
+    right().setCurrentRow(-1);
+    EXPECT_EQ(captions(right()), before);
+    EXPECT_EQ(left().count() + right().count(), 21);
+    press("cmdOK");
+    for (const modDictation::SearchField& field : modDictation::searchFields())
+        EXPECT_EQ(field.Visible, modDictation::fieldDefinition(field.Id).visible) << field.Id;
+}
+
 TEST_F(ColumnChooser, ReadsAsOneGoesAndFollowsTheLanguage) {
     open();
     right().setCurrentRow(1);
     EXPECT_EQ(tabOrder(*form_), "lstLeft cmdTransfer(1) lstRight cmdUpDown(0) cmdUpDown(1) "
-                                "lstNonCustomizable cmdOK cmdCancel ");
+                                "cmdFold cmdDefault cmdOK cmdCancel ");
+    auto& fixed = child<QListWidget>(*form_, "lstNonCustomizable");
+    EXPECT_FALSE(fixed.isVisible()) << "folded away";
+    press("cmdFold");
+    EXPECT_TRUE(fixed.isVisible());
     speakGerman(*form_);
     EXPECT_EQ(
         readable(*form_),
         "Spalten auswählen|Wählen Sie aus, welche Felder die Ergebnisliste als Spalten zeigt.|"
-        "&Hinzufügen|&Entfernen|Nach &oben|Nach &unten|&Verfügbare Felder:>lstLeft|"
-        "Angezeigte &Spalten:>lstRight|&Nicht verfügbare Felder:>lstNonCustomizable|OK|"
+        "Die Reihenfolge der Spalten ändern Sie in der Ergebnisliste, indem Sie die Spaltentitel "
+        "ziehen.|&Hinzufügen|&Entfernen|Nach &oben|Nach &unten|&Nicht verfügbare Felder|"
+        "S&tandardspalten|&Verfügbare Felder:>lstLeft|Angezeigte &Spalten:>lstRight|OK|"
         "Abbrechen");
     EXPECT_EQ(captions(right()).substr(0, 19), "Verzeichnis;Status*");
     EXPECT_EQ(captions(child<QListWidget>(*form_, "lstNonCustomizable")),

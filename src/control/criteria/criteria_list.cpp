@@ -8,6 +8,7 @@
 #include "control/criteria/relative_dates.h"
 #include "dictation/search/criterion.h"
 #include "support/language/text_ids.h"
+#include "widgets/spoken.h"
 #include "widgets/text.h"
 
 #include <QHeaderView>
@@ -282,8 +283,9 @@ void CriteriaList::retranslate() {
 
 void CriteriaList::paintEvent(QPaintEvent* event) {
     QTreeWidget::paintEvent(event);
-    if (topLevelItemCount() == 0)
-        paintListHint(*viewport(), text(text_id::criteriaHint));
+    const QString hint = topLevelItemCount() == 0 ? text(text_id::criteriaHint) : QString();
+    paintListHint(*viewport(), hint);
+    widgets::setSpokenHint(*this, hint);
 }
 
 } // namespace ov

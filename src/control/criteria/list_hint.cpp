@@ -3,6 +3,8 @@
 
 #include "control/criteria/list_hint.h"
 
+#include "widgets/legible.h"
+
 #include <QPainter>
 #include <QWidget>
 
@@ -10,7 +12,9 @@ namespace ov {
 
 void paintListHint(QWidget& viewport, const QString& hint) {
     QPainter painter(&viewport);
-    painter.setPen(viewport.palette().color(QPalette::Disabled, QPalette::Text));
+    const QPalette& colours = viewport.palette();
+    painter.setPen(
+        widgets::hintColour(colours.color(QPalette::Text), colours.color(QPalette::Base)));
     constexpr int margin = 12;
     painter.drawText(viewport.rect().adjusted(margin, margin, -margin, -margin),
                      Qt::AlignCenter | Qt::TextWordWrap, hint);

@@ -74,7 +74,8 @@ void ResultDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelI
     option->text.clear();
     option->decorationAlignment = Qt::AlignCenter;
     option->decorationPosition = QStyleOptionViewItem::Top; // uses the whole width
-    const int side = std::min({16, option->rect.width(), option->rect.height()});
+    const int side =
+        std::min({option->fontMetrics.height(), option->rect.width(), option->rect.height()});
     option->decorationSize = QSize(side, side);
 }
 

@@ -3,6 +3,7 @@
 
 #include "control/results/result_list.h"
 
+#include "control/accessible/accessible_results.h"
 #include "control/results/result_delegate.h"
 #include "platform/user_interface.h"
 #include "support/language/text_ids.h"
@@ -30,6 +31,7 @@ constexpr int mostRowsToJumpIn = 20000;
 ResultList::ResultList(QWidget* parent)
     : QTableView(parent), model_(new ResultModel(this)), selection_(*this, *model_) {
     setObjectName(QStringLiteral("lvSearchResult"));
+    AccessibleResults::install();
     setModel(model_);
     setItemDelegate(new ResultDelegate(*this));
     setUp();
@@ -166,6 +168,17 @@ void ResultList::mouseDoubleClickEvent(QMouseEvent* event) {
     QTableView::mouseDoubleClickEvent(event);
     if (event->button() == Qt::LeftButton && indexAt(event->pos()).isValid())
         Q_EMIT playRequested();
+}
+
+// Not the table's own, which makes a list of all cells that are selected for the screen reader: it
+// hears of one row at most.
+void ResultList::selectionChanged(const QItemSelection& selected,
+                                  const QItemSelection& deselected) {
+    QAbstractItemView::selectionChanged(selected, deselected);
+    if (!QAccessible::isActive())
+        return;
+    QAccessibleEvent event(this, QAccessible::SelectionWithin);
+    QAccessible::updateAccessibility(&event);
 }
 
 void ResultList::keyboardSearch(const QString& search) {

@@ -5,6 +5,8 @@
 
 #include "support/language/text_ids.h"
 #include "widgets/captions.h"
+#include "widgets/help/guide_window.h"
+#include "widgets/help/help_keys.h"
 #include "widgets/icons.h"
 #include "widgets/text.h"
 
@@ -80,6 +82,8 @@ PrintPreview::PrintPreview(const ListPages& pages, QWidget* parent)
       area_(new QScrollArea(this)),
       number_(new QSpinBox(this)) {
     setObjectName(QStringLiteral("PrintPreview"));
+    widgets::addHelpKeys(*this);
+    widgets::setChapter(*this, widgets::chapter::lists);
     setWindowFlag(Qt::WindowMaximizeButtonHint);
     widgets::setCaption(*this, text_id::previewTitle);
     area_->setWidget(view_);

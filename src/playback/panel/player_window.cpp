@@ -8,6 +8,7 @@
 #include "support/language/text_ids.h"
 #include "widgets/captions.h"
 #include "widgets/icons.h"
+#include "widgets/legible.h"
 #include "widgets/text.h"
 
 #include <QActionGroup>
@@ -101,6 +102,7 @@ void PlayerPanel::buildPanel() {
              cmdSearchPlayer_[1], cmdSearchPlayer_[2], cmdSearchPlayerOptions_, cmdPlayedDictation_,
              slSearchPlayerSeek_, slSearchPlayerVolume_}) {
         setTabOrder(before, next);
+        next->raise(); // screen readers go by that order
         before = next;
     }
 }
@@ -113,6 +115,7 @@ QBoxLayout* PlayerPanel::buildButtons() {
         auto* button = new QPushButton(this);
         button->setObjectName(widgets::indexedName("cmdSearchPlayer", i));
         button->setIcon(widgets::icon(buttonTexts[at].icon));
+        widgets::fitIcon(*button);
         button->setAutoDefault(false);
         constexpr int width = 34;
         button->setFixedWidth(width);

@@ -149,6 +149,12 @@ constexpr std::int32_t secondValue = 4017;
 constexpr std::int32_t duplicateCriterion = 4091;
 constexpr std::int32_t datesReversed = 4107;
 constexpr std::int32_t timesReversed = 4108;
+constexpr std::int32_t dayYesterday = 1400; // as typed into a date
+constexpr std::int32_t dayToday = 1401;
+constexpr std::int32_t dayTomorrow = 1402;
+constexpr std::int32_t dateHint = 1403;
+constexpr std::int32_t noDate = 1404;
+constexpr std::int32_t nameAsCodeHint = 1405; // %1%: the field for names
 
 // The column chooser
 constexpr std::int32_t columnsTitle = 4120;

@@ -1,0 +1,77 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#include "dialogs/value_suggestions.h"
+
+#include "widgets/text.h"
+
+#include <QAbstractItemView>
+#include <QCollator>
+#include <QKeyEvent>
+#include <algorithm>
+#include <utility>
+
+namespace ov {
+
+ValueSuggestions::ValueSuggestions(QObject* parent) : QObject(parent) {
+    connect(&timer_, &QTimer::timeout, this, &ValueSuggestions::lookOn);
+}
+
+void ValueSuggestions::offerIn(QLineEdit& box) {
+    auto* completer = new QCompleter(&values_, &box);
+    completer->setCaseSensitivity(Qt::CaseInsensitive);
+    completer->setFilterMode(Qt::MatchContains);
+    box.setCompleter(completer);
+    box.installEventFilter(this);
+}
+
+void ValueSuggestions::setFields(ValueSource* source, std::vector<std::int32_t> fields) {
+    source_ = source;
+    fields_ = std::move(fields);
+    at_ = 0;
+    values_.setStringList({});
+    if (source_ == nullptr || fields_.empty()) {
+        timer_.stop();
+        return;
+    }
+    show();
+    timer_.start(0);
+}
+
+void ValueSuggestions::lookOn() {
+    if (at_ >= fields_.size())
+        return timer_.stop();
+    const qsizetype before = source_->found(fields_[at_]).size();
+    const bool goesOn = source_->lookOn(fields_[at_]);
+    if (source_->found(fields_[at_]).size() != before) {
+        if (at_ == 0)
+            show();
+        Q_EMIT grown();
+    }
+    at_ += goesOn ? 0 : 1;
+}
+
+void ValueSuggestions::show() {
+    QStringList values = source_->found(fields_.front());
+    QCollator order(widgets::languageLocale());
+    order.setNumericMode(true);
+    std::sort(values.begin(), values.end(), order);
+    values_.setStringList(values);
+}
+
+bool ValueSuggestions::isPartOfValue(std::int32_t field, const QString& text) const {
+    return source_ != nullptr && !source_->found(field).filter(text, Qt::CaseInsensitive).empty();
+}
+
+bool ValueSuggestions::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() != QEvent::KeyPress ||
+        static_cast<const QKeyEvent*>(event)->key() != Qt::Key_Down)
+        return false;
+    const auto* box = qobject_cast<QLineEdit*>(watched);
+    QCompleter* completer = box->completer();
+    completer->setCompletionPrefix(box->text());
+    completer->complete();
+    return true;
+}
+
+} // namespace ov

@@ -1,0 +1,142 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#include "tests/dialogs/editor_fixture.h"
+
+#include <QAbstractItemView>
+#include <QCompleter>
+
+namespace ov {
+namespace {
+
+using namespace tests;
+
+class TypingInTheEditor : public Editor {};
+
+TEST_F(TypingInTheEditor, ChoosesTheEntryThatIsTyped) {
+    open();
+    QTest::keyClicks(&operators(), QStringLiteral(" "));
+    EXPECT_TRUE(operators().view()->isVisible()) << "the blank alone opens the list";
+    QTest::keyClick(operators().view(), Qt::Key_Escape);
+    struct Case {
+        const char* list;
+        int field;
+        const char* typed;
+        const char* chosen;
+    };
+    const std::vector<Case> cases = {{"cboField", 4, "status", "Status"},
+                                     {"cboField", 4, "AUTHOR C", "Author code"},
+                                     {"cboField", 4, "author", "Author"},
+                                     {"cboField", 4, "date", "Due date"},
+                                     {"cboField", 4, "zz", "File name"}, // nothing has it
+                                     {"cboField", 4, "dd", "Due date"},  // the second with "d"
+                                     {"cboOperator", 9, "is between", "is between"},
+                                     {"cboOperator", 9, "week", "is last week"}};
+    for (const Case& c : cases) {
+        open();
+        choose(fields(), c.field == 4 ? 26 : c.field);
+        auto& list = child<QComboBox>(*form_, c.list);
+        QTest::keyClicks(&list, QString::fromUtf8(c.typed));
+        EXPECT_EQ(list.currentText().toStdString(), c.chosen) << c.typed;
+        EXPECT_FALSE(list.view()->isVisible()) << c.typed;
+    }
+    fields().showPopup();
+    QTest::keyClicks(fields().view(), QStringLiteral("note 2"));
+    QTest::keyClick(fields().view(), Qt::Key_Return);
+    EXPECT_EQ(fields().currentText(), QStringLiteral("Note 2"));
+}
+
+TEST_F(TypingInTheEditor, TakesDaysAsTheyAreTyped) {
+    const QDate today = QDate::currentDate();
+    struct Case {
+        const char* typed;
+        QDate meant;
+    };
+    const std::vector<Case> cases = {
+        {"yesterday", today.addDays(-1)},   {"ToMorrow", today.addDays(1)},
+        {"-7", today.addDays(-7)},          {"+3", today.addDays(3)},
+        {"21.11.", {today.year(), 11, 21}}, {"21.11.24", {2024, 11, 21}},
+        {"211124", {2024, 11, 21}},         {"9", {today.year(), today.month(), 9}},
+        {"21.11.2023", {2023, 11, 21}}};
+    for (const Case& c : cases) {
+        open("9|13|2020-01-02|");
+        auto& date = child<QDateEdit>(*form_, "dtpValue(0)");
+        date.setDate(today);
+        ASSERT_TRUE(QTest::qWaitForWindowActive(form_.get()));
+        date.setFocus(Qt::TabFocusReason);
+        QTest::keyClicks(&date, QString::fromUtf8(c.typed));
+        QTest::keyClick(&date, Qt::Key_Return);
+        EXPECT_EQ(result(), "9|13|" + c.meant.toString(Qt::ISODate).toStdString() + "|") << c.typed;
+    }
+    open("9|16|2020-01-02|2020-01-03");
+    auto& second = child<QDateEdit>(*form_, "dtpValue(1)");
+    ASSERT_TRUE(QTest::qWaitForWindowActive(form_.get()));
+    second.setFocus();
+    QTest::keyClicks(&second, QStringLiteral("tomorow"));
+    child<QWidget>(*form_, "dtpValue(0)").setFocus();
+    pressOK();
+    ASSERT_FALSE(user->boxes.empty());
+    EXPECT_TRUE(user->boxes.back().text.starts_with("This is not a date."));
+    EXPECT_EQ(form_->focusWidget(), &second);
+    EXPECT_EQ(second.text(), QStringLiteral("tomorow")) << "it can be mended";
+    QTest::keyClick(&second, Qt::Key_Left);
+    QTest::keyClick(&second, Qt::Key_Left);
+    QTest::keyClicks(&second, QStringLiteral("r"));
+    child<QWidget>(*form_, "dtpValue(0)").setFocus();
+    EXPECT_EQ(second.date(), today.addDays(1));
+}
+
+// What a search has seen: so many authors that one does not see them at once.
+class Seen final : public ValueSource {
+public:
+    bool lookOn(std::int32_t field) override {
+        values[field] << QStringLiteral("%1%2").arg(prefix(field)).arg(++steps[field]);
+        return steps[field] < 12;
+    }
+    QStringList found(std::int32_t field) const override { return values.value(field); }
+
+private:
+    static QString prefix(std::int32_t field) {
+        return field == 4 ? QStringLiteral("MUE") : QStringLiteral("Dr. Weber ");
+    }
+    QMap<std::int32_t, QStringList> values;
+    QMap<std::int32_t, int> steps;
+};
+
+TEST_F(TypingInTheEditor, OffersWhatWasSeenAndTellsOfNamesAmongCodes) {
+    Seen seen;
+    form_ = std::make_unique<frmCriteria>();
+    form_->Seen = &seen;
+    form_->show();
+    const auto offered = [this] { return textBox().completer()->popup(); };
+    const auto hint = [this] { return child<QLabel>(*form_, "lblHint").text().left(24); };
+    const QString isName = QStringLiteral("This looks like a name. ");
+    for (const auto& [typed, expected] :
+         {std::pair("mue1", ""), {"web", "This looks like a name. "}, {"xyz", ""}}) {
+        textBox().clear();
+        QTest::keyClicks(&textBox(), QString::fromUtf8(typed));
+        EXPECT_TRUE(QTest::qWaitFor([&, e = expected] { return hint() == QLatin1String(e); }))
+            << typed;
+    }
+    choose(fields(), 5);
+    EXPECT_EQ(hint(), QString());
+    textBox().setFocus();
+    textBox().clear();
+    QTest::keyClick(&textBox(), Qt::Key_Down);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return offered()->model()->rowCount() == 12; }));
+    EXPECT_EQ(offered()->model()->index(11, 0).data(), QStringLiteral("Dr. Weber 12"));
+    QTest::keyClicks(&textBox(), QStringLiteral("weber 12"));
+    QTest::keyClick(offered(), Qt::Key_Down);
+    QTest::keyClick(offered(), Qt::Key_Return);
+    pressOK();
+    EXPECT_EQ(result(), "5|17|Dr. Weber 12|");
+
+    open(); // nothing was seen yet
+    for (const auto& [typed, expected] : {std::pair("WEB", QString()), {"Dr W", isName}}) {
+        textBox().setText(QString::fromUtf8(typed));
+        EXPECT_EQ(hint(), expected) << typed;
+    }
+}
+
+} // namespace
+} // namespace ov

@@ -1,0 +1,128 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#include "dialogs/frmCriteria.h"
+#include "dialogs/frmExportOptionsPrint.h"
+#include "dialogs/frmSearchResultColumns.h"
+#include "tests/window/window_fixture.h"
+#include "widgets/help/guide_window.h"
+#include "widgets/help/shortcuts.h"
+
+#include <QRegularExpression>
+#include <QShortcut>
+#include <QTextBlock>
+#include <QTextBrowser>
+#include <algorithm>
+#include <set>
+
+namespace ov {
+namespace {
+
+using namespace tests;
+
+class Help : public WindowTest {
+protected:
+    // The heading at the upper edge of the guide's window that `owner` has open.
+    static std::string headingShown(QWidget& owner) {
+        auto& page = child<QTextBrowser>(child<QDialog>(owner, "frmGuide"), "");
+        return page.cursorForPosition({4, 4}).block().text().toStdString();
+    }
+};
+
+std::set<std::string> keysInTheCode() {
+    std::set<std::string> all;
+    for (const widgets::KeyText& keyText : widgets::keyTexts())
+        for (const QKeySequence& key : widgets::keysOf(keyText))
+            all.insert(key.toString().toStdString());
+    return all;
+}
+
+// The first column of the table in the chapter about the window.
+std::set<std::string> keysInTheGuide() {
+    const QString chapter = widgets::guideText()
+                                .section(QStringLiteral("## In the window"), 1)
+                                .section(QStringLiteral("\n## "), 0, 0);
+    static const QRegularExpression row(QStringLiteral("^\\| ([^|]+) \\|"),
+                                        QRegularExpression::MultilineOption);
+    std::set<std::string> all;
+    auto rows = row.globalMatch(chapter);
+    rows.next(); // the heading
+    while (rows.hasNext())
+        for (QString key : rows.next().captured(1).split(QStringLiteral(", ")))
+            all.insert(
+                key.replace(QStringLiteral("Enter"), QStringLiteral("Return")).toStdString());
+    return all;
+}
+
+TEST_F(Help, TellsAllKeysInTheGuideAndInTheirWindow) {
+    EXPECT_EQ(keysInTheCode(), keysInTheGuide());
+    openControl();
+    for (const QShortcut* shortcut : window().findChildren<QShortcut*>())
+        EXPECT_TRUE(keysInTheCode().contains(shortcut->key().toString().toStdString()))
+            << shortcut->key().toString().toStdString();
+    key(results(), Qt::Key_Slash, Qt::ControlModifier);
+    auto& list = widget<QTreeWidget>("lstShortcuts");
+    std::size_t entries = 0;
+    for (int i = 0; i < list.topLevelItemCount(); ++i)
+        entries += static_cast<std::size_t>(list.topLevelItem(i)->childCount());
+    EXPECT_EQ(entries, widgets::keyTexts().size());
+    const QTreeWidgetItem& first = *list.topLevelItem(0)->child(0);
+    EXPECT_EQ(first.text(0) + first.text(1),
+              QStringLiteral("F5, Ctrl+FFind the dictations that meet the criteria"));
+    QTest::keyClick(&list, Qt::Key_Escape);
+    EXPECT_FALSE(list.isVisible());
+}
+
+TEST_F(Help, OpensTheGuideWhereItSpeaksOfWhatHasTheKeyboard) {
+    openControl();
+    for (const auto& [name, heading] : {std::pair("lvSearchCriteria", "Criteria"),
+                                        {"lvSearchResult", "In the window"},
+                                        {"cmdSearchOptions(2)", "In the window"}}) {
+        window().activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&window()));
+        widget<QWidget>(name).setFocus();
+        key(widget<QWidget>(name), Qt::Key_F1);
+        EXPECT_EQ(headingShown(window()), heading) << name;
+        widgets::showGuide(window(), QStringLiteral("What a store is")); // the same window again
+        EXPECT_EQ(headingShown(window()), "What a store is");
+        key(widget<QDialog>("frmGuide"), Qt::Key_Escape);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+    frmExportOptionsPrint print;
+    print.show();
+    print.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&print));
+    key(print, Qt::Key_F1);
+    EXPECT_EQ(headingShown(print), "Lists on paper and in files");
+    control_ = nullptr; // the host lets go while the guide is open
+}
+
+// Tab goes to it, and it is no part of another control.
+bool isForTheUser(const QWidget& control) {
+    return control.isVisible() && (control.focusPolicy() & Qt::TabFocus) != 0 &&
+           control.focusProxy() == nullptr &&
+           !control.objectName().startsWith(QLatin1String("qt_")) &&
+           !control.inherits("QHeaderView") && !control.inherits("QSplitter");
+}
+
+// Each that Tab goes to says what it is for.
+TEST_F(Help, ExplainsEveryControl) {
+    openControl();
+    frmCriteria editor;
+    frmSearchResultColumns columns;
+    frmExportOptionsPrint print;
+    for (QDialog* dialog : std::initializer_list<QDialog*>{&editor, &columns, &print})
+        dialog->show();
+    for (QWidget* root : std::initializer_list<QWidget*>{&window(), &editor, &columns, &print})
+        for (const QWidget* control : root->findChildren<QWidget*>())
+            if (isForTheUser(*control)) {
+                EXPECT_FALSE(control->whatsThis().isEmpty())
+                    << control->objectName().toStdString() << " has no line in explanations.cpp";
+            }
+    speakGerman(window());
+    EXPECT_TRUE(
+        widget<QWidget>("cmdSearchOptions(0)").whatsThis().contains(QStringLiteral("Diktate")));
+}
+
+} // namespace
+} // namespace ov
