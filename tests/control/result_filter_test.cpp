@@ -96,16 +96,16 @@ TEST_F(ResultFilter, HandsOutTheRowsLeft) {
     EXPECT_EQ(QApplication::clipboard()->text().count(u'\n'), 3) << "headers and two rows";
     // By what the rows are filtered that are there, not by what is typed since.
     const auto save = [this] {
-        filter().setText("anna");
+        filter().setText(QStringLiteral("anna"));
         key(results(), Qt::Key_S, Qt::ControlModifier);
     };
     const auto name = [this](QDialog& dialog) {
         EXPECT_EQ(model().rowCount(), 2);
         auto& file = static_cast<QFileDialog&>(dialog);
-        file.selectNameFilter(file.nameFilters().filter("html").value(0));
+        file.selectNameFilter(file.nameFilters().filter(QStringLiteral("html")).value(0));
         file.findChild<QLineEdit*>()->setText(
             QString::fromStdString((folder() / "rows.html").native()));
-        file.accept();
+        dialog.accept();
     };
     withDialog(save, name, "ExportFile");
     EXPECT_NE(read("rows.html").find("Only rows with: wav<"), std::string::npos)
@@ -118,7 +118,7 @@ TEST_F(ResultFilter, LeavesSelectedWhatStays) {
     results().selectAll();
     results().selectionModel()->setCurrentIndex(model().index(2, 0), QItemSelectionModel::NoUpdate);
     EXPECT_EQ(rows(), "*Anna; *Ärmel; *Berta; ");
-    filter().setText("wav"); // without the current row
+    filter().setText(QStringLiteral("wav")); // without the current row
     waitFor([&] { return model().rowCount() == 2; });
     EXPECT_EQ(rows(), "*Anna; *Ärmel; ");
     EXPECT_EQ(results().currentIndex().row(), 0);
@@ -139,7 +139,7 @@ TEST_F(ResultFilter, FiltersNoListWithoutHits) {
     const QLabel& hint = *results().findChild<EmptyState*>()->findChild<QLabel*>();
     const QString before = hint.text();
     const std::string label = text("lblSearchResult");
-    filter().setText("anna");
+    filter().setText(QStringLiteral("anna"));
     waitFor([&] { return model().kept() != nullptr; });
     QCoreApplication::processEvents();
     EXPECT_EQ(hint.text(), before);
@@ -180,7 +180,7 @@ TEST_F(ResultFilter, ShowsAllRowsWhenItCannotFilter) {
     {
         const NoThreads none;
         const int pumped = user->pumped;
-        filter().insert("b");
+        filter().insert(QStringLiteral("b"));
         EXPECT_EQ(user->pumped, pumped) << "a key is not the place to handle messages in";
         waitFor([&] { return model().rowCount() == 3; });
     }
