@@ -57,11 +57,11 @@ TEST_F(Control, ReadsAsOneGoesAndFollowsTheLanguage) {
     const QImage hint = criteria().grab().toImage();
     speak("7");
     EXPECT_EQ(readable(window()),
-              "|Abbr&echen|S&uchen|Drucken/E&xportieren …|S&palten …|P&rotokoll|Suchergebnis|Noch "
-              "keine Suchkriterien. Fügen Sie mit „Neu“ eines hinzu, oder lassen Sie alle Diktate "
-              "auflisten.|&Alle auflisten|00:00:00|00:00:00|100 %|&Neu …|&Bearbeiten "
-              "…|&Löschen|Alle &Kriterien|&Mindestens ein Kriterium|&Gespeichert …|Änderungen "
-              "&folgen|Gefunden werden Diktate, auf die alle Kriterien zutreffen.");
+              "|&Neu …|&Bearbeiten …|&Löschen|Alle &Kriterien|&Mindestens ein Kriterium|"
+              "&Gespeichert …|Änderungen &folgen|Gefunden werden Diktate, auf die alle Kriterien "
+              "zutreffen.|S&uchen|Abbr&echen|Drucken/E&xportieren …|S&palten …|P&rotokoll|"
+              "Suchergebnis|Noch keine Suchkriterien. Fügen Sie mit „Neu“ eines hinzu, oder lassen "
+              "Sie alle Diktate auflisten.|&Alle auflisten|00:00:00|00:00:00|100 %");
     EXPECT_NE(criteria().grab().toImage(), hint);
 }
 
