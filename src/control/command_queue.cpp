@@ -10,16 +10,26 @@ namespace ov {
 void CommandQueue::post(const char* procedure, Command command) {
     if (running_)
         return;
-    QMetaObject::invokeMethod(
-        this, [this, procedure, command = std::move(command)] { run(procedure, command); },
-        Qt::QueuedConnection);
+    ++waiting_;
+    enqueue([this, procedure, command = std::move(command)] {
+        --waiting_;
+        run(procedure, command);
+    });
+}
+
+void CommandQueue::enqueue(Command command) {
+    QMetaObject::invokeMethod(this, std::move(command), Qt::QueuedConnection);
 }
 
 void CommandQueue::postNext(const char* procedure, Command command) {
     if (running_)
-        next_ = {procedure, std::move(command)};
+        next_ = Next(procedure, std::move(command));
     else
-        post(procedure, std::move(command));
+        runLater({procedure, std::move(command)});
+}
+
+void CommandQueue::runLater(Next next) {
+    enqueue([this, next = std::move(next)] { run(next.first, next.second); });
 }
 
 void CommandQueue::run(const char* procedure, const Command& command) {
@@ -29,7 +39,7 @@ void CommandQueue::run(const char* procedure, const Command& command) {
     runner_(procedure, command);
     running_ = false;
     if (auto next = std::exchange(next_, std::nullopt))
-        post(next->first, std::move(next->second));
+        runLater(std::move(*next));
 }
 
 } // namespace ov

@@ -29,13 +29,20 @@ public:
     void postNext(const char* procedure, Command command);
     bool hasNext() const { return next_.has_value(); }
     bool isRunning() const { return running_; }
+    // Some that were posted, not as the next, have not been run yet.
+    bool isWaitedFor() const { return waiting_ > 0; }
 
 private:
+    using Next = std::pair<const char*, Command>;
+
+    void enqueue(Command command);
+    void runLater(Next next);
     void run(const char* procedure, const Command& command);
 
     Runner runner_;
+    int waiting_ = 0;
     bool running_ = false;
-    std::optional<std::pair<const char*, Command>> next_;
+    std::optional<Next> next_;
 };
 
 } // namespace ov

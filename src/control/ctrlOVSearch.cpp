@@ -160,6 +160,9 @@ void ctrlOVSearch::connectCriteria() {
     connect(criteria, &CriteriaList::deleteRequested, this, option(ControlView::deleteCriterion));
     connect(view_.cmdSavedSearches, &QPushButton::clicked, this,
             [this] { post("SavedSearches", [this] { showSavedSearches(); }); });
+    connect(criteria, &CriteriaList::dragRequested, this, [this, criteria] {
+        post("DragCriteria", [this] { view_.lvSearchCriteria->dragSelected(); });
+    });
     connect(criteria, &CriteriaList::duplicateRequested, this,
             [this] { post("DuplicateCriterion", [this] { duplicateCriterion(); }); });
     connect(criteria, &CriteriaList::selectionMoved, this,

@@ -56,6 +56,9 @@ void ctrlOVSearch::followLater() {
 }
 
 void ctrlOVSearch::followChanges() {
+    saveCriteria();                            // a search may take its time
+    if (isEnding() || commands_.isWaitedFor()) // what the user has asked for comes first
+        return;
     if (!std::exchange(criteriaChanged_, false)) // two changes, one search
         return;
     const bool isListed = outcome_ && searched_.root == dictationTree_ && remembered_->bytes() > 0;

@@ -169,9 +169,11 @@ std::optional<SearchOutcome> SearchRun::follow(const std::string& root) {
     if (caller_.isEnding() || outcome.report.stopped)
         return std::nullopt;
     outcome.hitCount = hits->size();
+    caller_.view.lvSearchResult->replaceHits(std::move(hits)); // lets messages be handled
+    if (caller_.isEnding())
+        return std::nullopt;
     caller_.starting(what);
-    caller_.view.lvSearchResult->replaceHits(std::move(hits));
-    return caller_.isEnding() ? std::nullopt : std::optional(outcome);
+    return outcome;
 }
 
 // A single empty criterion, which every dictation satisfies, when the user wants all of them.

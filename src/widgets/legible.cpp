@@ -71,7 +71,7 @@ void sizeIcon(QAbstractButton& button) {
 
 double contrast(const QColor& one, const QColor& other) {
     constexpr double flare = 0.05; // light that any screen reflects
-    const auto [dark, bright] = std::minmax(luminance(one), luminance(other));
+    const auto [dark, bright] = std::minmax({luminance(one), luminance(other)});
     return (bright + flare) / (dark + flare);
 }
 

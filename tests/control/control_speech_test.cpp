@@ -58,7 +58,8 @@ TEST_F(Control, ReadsAsOneGoesAndFollowsTheLanguage) {
     speak("7");
     EXPECT_EQ(readable(window()),
               "|&Neu …|&Bearbeiten …|&Löschen|Alle &Kriterien|&Mindestens ein Kriterium|"
-              "&Gespeichert …|Änderungen &folgen|Gefunden werden Diktate, auf die alle Kriterien "
+              "&Gespeichert …|Bei Änderung so&fort suchen|Gefunden werden Diktate, auf die alle "
+              "Kriterien "
               "zutreffen.|S&uchen|Abbr&echen|Drucken/E&xportieren …|S&palten …|P&rotokoll|"
               "Suchergebnis|Noch keine Suchkriterien. Fügen Sie mit „Neu“ eines hinzu, oder lassen "
               "Sie alle Diktate auflisten.|&Alle auflisten|00:00:00|00:00:00|100 %");

@@ -7,6 +7,7 @@
 #include "control/results/result_list.h"
 
 #include <QHeaderView>
+#include <QTimer>
 #include <algorithm>
 #include <utility>
 
@@ -213,11 +214,21 @@ QAccessibleInterface* AccessibleResults::made(int row, int modelColumn) const {
     const std::pair key(row, modelColumn);
     if (const auto known = made_.find(key); known != made_.end())
         return QAccessible::accessibleInterface(known->second);
-    if (made_.size() >= mostMade)
-        forget();
+    if (made_.size() == mostMade)
+        forgetLater();
     auto* cell = new AccessibleCell(const_cast<AccessibleResults&>(*this), row, modelColumn);
     made_[key] = QAccessible::registerAccessibleInterface(cell);
     return cell;
+}
+
+// An answer that is being made may hold some of them.
+void AccessibleResults::forgetLater() const {
+    const QAccessible::Id own = QAccessible::uniqueId(const_cast<AccessibleResults*>(this));
+    QTimer::singleShot(0, &view_, [own] {
+        if (const auto* results =
+                dynamic_cast<AccessibleResults*>(QAccessible::accessibleInterface(own)))
+            results->forget();
+    });
 }
 
 void AccessibleResults::forget() const {

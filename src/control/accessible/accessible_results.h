@@ -74,6 +74,7 @@ private:
     bool select(int row, QItemSelectionModel::SelectionFlags how);
     QAccessibleInterface* made(int row, int modelColumn) const;
     void forget() const;
+    void forgetLater() const;
 
     QTableView& view_;
     // By row, -1 for titles, and the model's column: the objects that were asked for.

@@ -113,6 +113,23 @@ platform::Status CriteriaFile::saveCriteria(const std::string& content) {
     return kept.ok() ? replace(fileName, content) : kept;
 }
 
+// A file that could not be read may hold what nobody has seen: it gives way as the other one does,
+// and is left alone where there is nothing to write.
+platform::Status CriteriaFile::saveLeftOut(const std::string& content) {
+    if (leftOutUnreadable_) {
+        if (content.empty())
+            return {};
+        std::string present;
+        platform::Status kept = patient::readFile(path(leftOutName), present);
+        if (kept.ok())
+            kept = keepUnreadable(present);
+        if (!kept.ok())
+            return kept;
+        leftOutUnreadable_ = false;
+    }
+    return replace(leftOutName, content);
+}
+
 platform::Status CriteriaFile::save(const CriteriaEntries& entries) {
     if (directory_.empty())
         return {};
@@ -125,11 +142,10 @@ platform::Status CriteriaFile::save(const CriteriaEntries& entries) {
             .append(entries[place].criterion)
             .append("\r\n");
     }
-    platform::Status saved = saveCriteria(criteria);
-    if (leftOutUnreadable_) // it may hold what nobody has seen
+    // Before the other file gives them up.
+    if (platform::Status saved = saveLeftOut(leftOut); !saved.ok())
         return saved;
-    platform::Status alsoSaved = replace(leftOutName, leftOut);
-    return saved.ok() ? alsoSaved : saved;
+    return saveCriteria(criteria);
 }
 
 } // namespace ov

@@ -38,6 +38,7 @@ private:
     std::vector<std::string> loadCriteria();
     void insertLeftOut(CriteriaEntries& entries);
     platform::Status saveCriteria(const std::string& content);
+    platform::Status saveLeftOut(const std::string& content);
     platform::Status replace(const char* name, const std::string& content) const;
     platform::Status keepWhatWasNotRead();
     platform::Status keepUnreadable(const std::string& content) const;

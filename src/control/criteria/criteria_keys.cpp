@@ -11,6 +11,7 @@
 #include <QContextMenuEvent>
 #include <QDrag>
 #include <QDropEvent>
+#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QMenu>
 
@@ -114,7 +115,14 @@ void CriteriaList::fillMenu(QMenu& menu) {
 }
 
 // Not the view's own, which removes what was moved: dropEvent() has given it its new place.
+// What it is, a loop of events, is for a command, and not for the handler of the mouse.
 void CriteriaList::startDrag(Qt::DropActions /*actions*/) {
+    Q_EMIT dragRequested();
+}
+
+void CriteriaList::dragSelected() {
+    if (!QGuiApplication::mouseButtons().testFlag(Qt::LeftButton)) // released meanwhile
+        return;
     auto* drag = new QDrag(this);
     drag->setMimeData(model()->mimeData(selectedIndexes()));
     drag->exec(Qt::MoveAction);

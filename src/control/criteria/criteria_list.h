@@ -60,11 +60,15 @@ public:
     // Shows the entries in the current language and country.
     void retranslate();
 
+    // Lets the user drag the selected ones to another place; comes back when they are let go of.
+    void dragSelected();
+
 Q_SIGNALS:
     void addRequested();
     void editRequested();
     void deleteRequested();
     void duplicateRequested();
+    void dragRequested();
     void selectionMoved();
     void changed(); // the entries, by whatever the user did
 

@@ -72,6 +72,9 @@ std::vector<SavedSearch> searchesIn(const std::string& directory) {
             WriteErrorLog(Error(0, file.name + " holds no search"), "SavedSearches");
             continue;
         }
+        if (text.skipped > 0)
+            WriteErrorLog(Error(0, file.name + " holds lines that are no criteria"),
+                          "SavedSearches");
         const std::string stem = file.name.substr(0, file.name.size() - ending.size());
         std::string name = readableName(text.name.empty() ? stem : text.name);
         searches.push_back({directory + file.name, std::move(name), std::move(text.search)});

@@ -117,6 +117,10 @@ void ResultModel::setPlaying(const std::string& path) {
             Q_EMIT dataChanged(index(row, 0), index(row, columnCount() - 1));
 }
 
+std::string ResultModel::playing() const {
+    return playing_ > 0 ? pathOf((*hits_)[playing_]) : std::string();
+}
+
 std::int32_t ResultModel::hitOfPath(const std::string& path) const {
     const modDictation::Dictation wanted = modDictation::dictationOfPath(path);
     for (std::int32_t hit = path.empty() ? 0 : hits_->size(); hit > 0; --hit)

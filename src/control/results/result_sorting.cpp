@@ -119,6 +119,7 @@ void ResultList::replaceHits(std::unique_ptr<modDictation::DictationList> hits) 
         order = modDictation::ResultOrders().sorted(*hits, {field, listSortOrder_ != 0},
                                                     {second, secondSort_.descending});
     const std::int32_t selected = hitOfPath(*hits, selection_.path());
+    const std::string playing = model_->playing();
     model_->setHits(std::move(hits));
     if (order.empty())
         model_->showFirst(model_->hits().size());
@@ -126,6 +127,7 @@ void ResultList::replaceHits(std::unique_ptr<modDictation::DictationList> hits) 
         model_->setOrder(std::move(order));
     if (selected > 0)
         selection_.restore({.current = selected, .hits = {selected}}, indicatedColumn());
+    model_->setPlaying(playing);
     filterAfresh();
 }
 

@@ -66,8 +66,9 @@ void expectSame(const std::shared_ptr<const DictationList>& list, const Fields& 
         const auto kept = keptHits(rows, filter, nullptr, {});
         EXPECT_EQ(kept->marks, expected) << typed;
         EXPECT_EQ(kept->count, std::ranges::count(expected, 1)) << typed;
-        if (filter.isWithin(wider))
+        if (filter.isWithin(wider)) {
             EXPECT_EQ(keptHits(rows, filter, wide.get(), {})->marks, expected) << typed;
+        }
     }
 }
 
