@@ -247,6 +247,11 @@ void ctrlOVSearch::exportRows(exporting::print::Command what, bool selectedOnly)
     const std::vector<std::int32_t> selected = list.selected().hits();
     const exporting::HitRows allRows(list.results().hits(), all);
     const exporting::HitRows selectedRows(list.results().hits(), selected);
+    if (selectedOnly && selected.empty()) { // a filter has taken them away meanwhile
+        modUtil::ShowMessage(text_id::nothingSelected, platform::MessageIcon::information, {},
+                             this);
+        return;
+    }
     enter(ControlState::exporting);
     exporting::print::ListExport({std::move(document), allRows, selectedRows, settings_.file(),
                                   this, [this] { return isEnding(); }})

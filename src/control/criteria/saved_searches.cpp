@@ -49,11 +49,12 @@ std::vector<FileContent> readAll(const std::string& directory) {
 
 // Without marks that turn the writing direction, which would hide what stands there.
 std::string readableName(std::string_view bytes) {
-    QString text = widgets::toQt(bytes);
-    text.removeIf([](QChar c) {
-        return !c.isPrint() || c.category() == QChar::Other_Format ||
-               c.category() == QChar::Separator_Line || c.category() == QChar::Separator_Paragraph;
-    });
+    QString text;
+    for (const char32_t c : widgets::toQt(bytes).toUcs4())
+        if (QChar::isPrint(c) && QChar::category(c) != QChar::Other_Format &&
+            QChar::category(c) != QChar::Separator_Line &&
+            QChar::category(c) != QChar::Separator_Paragraph)
+            text += QString::fromUcs4(&c, 1);
     return widgets::toUtf8(text.trimmed());
 }
 
@@ -174,8 +175,15 @@ platform::Status SavedSearches::save(const std::string& name,
 }
 
 platform::Status SavedSearches::rename(const SavedSearch& renamed, const std::string& name) const {
-    platform::Status status = save(name, renamed.search);
-    return status.ok() && name != renamed.name ? remove(renamed) : status;
+    std::string content;
+    if (platform::Status read = patient::readFile(renamed.file, content); !read.ok())
+        return read;
+    const std::vector<SavedSearch> present = saved();
+    const auto same = std::ranges::find(present, name, &SavedSearch::name);
+    const std::string file = same != present.end() ? same->file : freeFile(name, present);
+    platform::Status status = patient::replaceFile(
+        file, modDictation::renamedSearchText(content, name), platform::Access::ownerOnly);
+    return status.ok() && file != renamed.file ? remove(renamed) : status;
 }
 
 platform::Status SavedSearches::remove(const SavedSearch& saved) {

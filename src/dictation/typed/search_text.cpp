@@ -85,6 +85,19 @@ SearchText readSearchText(std::string_view content) {
     return text;
 }
 
+std::string renamedSearchText(std::string_view content, std::string_view name) {
+    const std::string lines = platform::settingsText(content);
+    std::string text = std::string(nameKey) + onOneLine(name) + '\n';
+    forEachLine(
+        lines,
+        [&text](std::string_view line) {
+            if (!line.empty() && !line.starts_with(nameKey))
+                text.append(line).push_back('\n');
+        },
+        "\r\n");
+    return text;
+}
+
 std::string writeSearchText(const Search& search, std::string_view name) {
     std::string text;
     const auto line = [&text](std::string_view key, std::string_view value) {

@@ -30,6 +30,9 @@ struct SearchText {
 
 SearchText readSearchText(std::string_view content);
 
+// The same with another name, and all else that it says, understood or not.
+std::string renamedSearchText(std::string_view content, std::string_view name);
+
 // A line end or another control character of a value or of the name becomes a blank.
 std::string writeSearchText(const Search& search, std::string_view name);
 

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "support/language/criteria_text_ids.h"
+
 #include <cstdint>
 
 // The numbers of the texts in the language files: 1 to 19999 in OVSearch.drl, 20000 to 29999 in
@@ -35,48 +37,7 @@ constexpr std::int32_t hitLimitReached = 1240;  // %1%: how many dictations are 
 constexpr std::int32_t namesSkipped = 1241;     // %1%: how many
 constexpr std::int32_t criteriaNotSaved = 1242; // %1%: why
 
-// Saved searches
-constexpr std::int32_t savedSearchesButton = 1330;
-constexpr std::int32_t savedSearchesTip = 1331;
-constexpr std::int32_t saveSearchAs = 1332;
-constexpr std::int32_t recentSearches = 1333;
-constexpr std::int32_t renameSearch = 1334;
-constexpr std::int32_t deleteSearch = 1335;
-constexpr std::int32_t searchNameTitle = 1336;
-constexpr std::int32_t searchNameLabel = 1337;
-constexpr std::int32_t replaceSearchQuestion = 1338; // %1%: the name
-constexpr std::int32_t deleteSearchQuestion = 1339;  // %1%: the name
-constexpr std::int32_t searchNotSaved = 1340;        // %1%: why
-
-// What the list of hits says while it is empty
-constexpr std::int32_t listAllButton = 1300;
-constexpr std::int32_t listAllTip = 1308;
-constexpr std::int32_t noStoreChosen = 1301;
-constexpr std::int32_t noCriteriaHint = 1302;
-constexpr std::int32_t noneMeetsThis = 1303; // the criterion follows on a line of its own
-constexpr std::int32_t noneMeetsThese = 1304;
-constexpr std::int32_t nothingInWhatWasRead = 1349;
-constexpr std::int32_t noneMeetsTogether = 1305;
-constexpr std::int32_t noneMeetsAny = 1306;
-constexpr std::int32_t storeIsEmpty = 1307; // %1%: the folder
-
-// The criteria list
-constexpr std::int32_t duplicateCriterionCommand = 1310;
-constexpr std::int32_t undoCommand = 1311;
-constexpr std::int32_t redoCommand = 1312;
-constexpr std::int32_t moveCriterionUp = 1315;
-constexpr std::int32_t moveCriterionDown = 1316;
-constexpr std::int32_t followBox = 1320;
-constexpr std::int32_t followTip = 1321;
-constexpr std::int32_t countOfAll = 1322;        // %1%: dictations that meet it, %2%: of how many
-constexpr std::int32_t emptyingCriterion = 1323; // spoken
-constexpr std::int32_t dateRange = 1324;         // %1% and %2%: dates
-constexpr std::int32_t formatDay = 1325;         // as Qt has them
-constexpr std::int32_t formatDayAndMonth = 1326;
-constexpr std::int32_t formatWholeDate = 1327;
-constexpr std::int32_t storeDoesNotAnswer = 1328; // %1%: the folder
-
-// Its buttons and their tooltips
+// The buttons of the search control and their tooltips
 constexpr std::int32_t searchButton = 1020;
 constexpr std::int32_t printButton = 1022;
 constexpr std::int32_t columnsButton = 1023;

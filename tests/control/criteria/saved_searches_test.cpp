@@ -86,16 +86,19 @@ TEST_F(SavedSearchesTest, AreSavedBroughtBackRenamedAndDeleted) {
     EXPECT_EQ(shown(), "any") << "a change as any other";
     choose("", "R&D / urgent");
 
-    name("Rename", "R&D / urgent", "Later");
-    EXPECT_EQ(menuEntries(), "Save criteria as…;;Later;;Recent searches{};Rename{Later;};"
-                             "Delete{Later;};");
-    name("", "Save criteria as…", "Later");
+    const std::string more = "author contains Anna\npriority is 3\n; mine\ndepth=3\nfrom later\n";
+    write("Searches/R&D %2F urgent.search", "name=R&D / urgent\nall=0\n" + more);
+    name("Rename", "R&D / urgent", "Später 😀");
+    EXPECT_EQ(read("Searches/Später 😀.search"), "name=Später 😀\nall=0\n" + more);
+    EXPECT_EQ(menuEntries(), "Save criteria as…;;Später 😀;;Recent searches{};Rename{Später 😀;};"
+                             "Delete{Später 😀;};");
+    name("", "Save criteria as…", "Später 😀");
     ASSERT_EQ(user->boxes.size(), 1U);
-    EXPECT_TRUE(user->boxes[0].text.starts_with("There is a saved search “Later” already."));
+    EXPECT_TRUE(user->boxes[0].text.starts_with("There is a saved search “Später 😀” already."));
     user->saysYes = true;
-    choose("Delete", "Later");
+    choose("Delete", "Später 😀");
     EXPECT_EQ(menuEntries().substr(0, 22), "Save criteria as…;;;");
-    EXPECT_FALSE(fs::exists(folder() / "Searches/Later.search"));
+    EXPECT_FALSE(fs::exists(folder() / "Searches/Später 😀.search"));
 }
 
 TEST_F(SavedSearchesTest, KeepsTheLastTenByThemselves) {
