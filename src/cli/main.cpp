@@ -11,6 +11,7 @@
 #include "cli/session.h"
 #include "cli/shown_text.h"
 #include "cli/terminal_interface.h"
+#include "platform/locale_module.h"
 #include "platform/process_locale.h"
 #include "platform/program_end.h"
 #include "platform/threads/errand.h"
@@ -249,6 +250,8 @@ int main(int argc, char** argv) {
     ov::platform::waitWithoutEnd();
     try {
         const ExitCode code = run(argc, argv);
+        if (const auto problem = ov::platform::localeProblem(); !problem.ok())
+            complain("dates, numbers and order are those of no country: " + problem.description());
         if (code == ExitCode::interrupted)
             ov::platform::endBySignal(SIGINT); // a script's loop then ends too
         return static_cast<int>(code);

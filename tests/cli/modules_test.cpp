@@ -72,8 +72,12 @@ TEST_F(Modules, AreThoseOfTheInstallation) {
         EXPECT_PRED2(tests::holds, ran(".", arguments),
                      name + ": is of another version than the program");
     }
-    EXPECT_TRUE(ran("a/b", {"find", "@", "-c", "status = ROH"}).starts_with("0 "))
-        << "what needs none goes without";
+    const std::string found = ran("a/b", {"find", "@", "-c", "status = ROH"});
+    EXPECT_TRUE(found.starts_with("0 ") && !tests::holds(found, "libOVSearch"))
+        << "what needs none goes without: " << found;
+    const std::string unsorted = ran("a/b", {"find", "@", "--sort", "author"});
+    EXPECT_TRUE(unsorted.starts_with("0 ")) << unsorted;
+    EXPECT_PRED2(tests::holds, unsorted, "libOVSearchLocale.so: cannot open shared object file");
 }
 
 } // namespace

@@ -3,9 +3,6 @@
 
 #include "dictation/search/collation_key.h"
 
-#include <unicode/ucol.h>
-#include <unicode/ucoleitr.h>
-#include <unicode/uset.h>
 #include <unicode/ustring.h>
 
 #include <algorithm>
@@ -21,12 +18,12 @@ bool isDigit(char16_t unit) noexcept {
     return unit >= u'0' && unit <= u'9';
 }
 
-std::uint16_t primaryOf(std::int32_t order) noexcept {
-    return static_cast<std::uint16_t>(static_cast<std::uint32_t>(order) >> 16U);
+std::uint16_t primaryOf(std::uint32_t weights) noexcept {
+    return static_cast<std::uint16_t>(weights >> 16U);
 }
 
-std::uint8_t accentOf(std::int32_t order) noexcept {
-    return static_cast<std::uint8_t>(static_cast<std::uint32_t>(order) >> 8U & 0xFFU);
+std::uint8_t accentOf(std::uint32_t weights) noexcept {
+    return static_cast<std::uint8_t>(weights >> 8U & 0xFFU);
 }
 
 // Decodes one character of one or two bytes, all that the table has. 0 for any other.
@@ -47,70 +44,41 @@ char16_t nextLatin(std::string_view utf8, std::size_t& at) noexcept {
 
 } // namespace
 
-void CollationAlphabet::Closer::operator()(UCollator* collator) const noexcept {
-    ucol_close(collator);
-}
-
-void CollationAlphabet::Closer::operator()(UCollationElements* elements) const noexcept {
-    ucol_closeElements(elements);
-}
-
 CollationAlphabet::CollationAlphabet(const std::string& locale) {
-    UErrorCode error = U_ZERO_ERROR;
-    collator_.reset(ucol_open(locale.c_str(), &error));
-    if (U_FAILURE(error)) {
-        error = U_ZERO_ERROR;
-        collator_.reset(ucol_open("", &error)); // the order common to all alphabets
-    }
-    // Marks in any order; costs only texts that the table does not have.
-    ucol_setAttribute(collator_.get(), UCOL_NORMALIZATION_MODE, UCOL_ON, &error);
-    const Iterator elements = iterator();
-    if (!elements)
+    if (const platform::LocaleModule* module = platform::localeModule(); module != nullptr)
+        library_ = module->alphabet(locale);
+    const std::unique_ptr<platform::TextWeights> weights = library();
+    if (!weights)
         return;
-    readTable(*elements);
+    readTable(*weights);
     forgetContractions();
     rankPrimaries();
 }
 
-CollationAlphabet::~CollationAlphabet() = default;
-
-CollationAlphabet::Iterator CollationAlphabet::iterator() const {
-    UErrorCode error = U_ZERO_ERROR;
-    return Iterator(collator_ ? ucol_openElements(collator_.get(), u"", 0, &error) : nullptr);
+std::unique_ptr<platform::TextWeights> CollationAlphabet::library() const {
+    return library_ ? library_->weights() : nullptr;
 }
 
-void CollationAlphabet::readTable(UCollationElements& iterator) {
+void CollationAlphabet::readTable(platform::TextWeights& library) {
+    std::vector<std::uint32_t> found;
     for (char16_t unit = 1; unit < tableEnd; ++unit) {
-        UErrorCode error = U_ZERO_ERROR;
-        ucol_setText(&iterator, &unit, 1, &error);
+        library.weigh({&unit, 1}, found);
         Weights& weights = table_[unit];
-        weights.known = true;
-        for (std::int32_t order = ucol_next(&iterator, &error); order != UCOL_NULLORDER;
-             order = ucol_next(&iterator, &error)) {
-            weights.known = weights.count < mostElements;
-            if (weights.known)
-                weights.elements[weights.count++] = {primaryOf(order), accentOf(order), 0};
-        }
+        weights.known = found.size() <= mostElements;
+        if (!weights.known)
+            continue;
+        for (const std::uint32_t element : found)
+            weights.elements[weights.count++] = {primaryOf(element), accentOf(element), 0};
     }
 }
 
 // A character that the alphabet joins with the one before it has no weight of its own.
 void CollationAlphabet::forgetContractions() {
-    UErrorCode error = U_ZERO_ERROR;
-    const std::unique_ptr<USet, decltype(&uset_close)> joined(uset_openEmpty(), &uset_close);
-    ucol_getContractionsAndExpansions(collator_.get(), joined.get(), nullptr, false, &error);
-    constexpr std::int32_t longest = 32;
-    std::array<char16_t, longest> text{};
-    for (std::int32_t i = 0; i < uset_getItemCount(joined.get()); ++i) {
-        UChar32 start = 0;
-        UChar32 end = 0;
-        UErrorCode tooLong = U_ZERO_ERROR;
-        const std::int32_t length =
-            uset_getItem(joined.get(), i, &start, &end, text.data(), longest, &tooLong);
-        if (length < 2 || text[0] >= tableEnd)
+    for (const std::u16string& text : library_->joined()) {
+        if (text[0] >= tableEnd)
             continue; // a text with that character is never looked up
-        for (std::int32_t at = 1; at < std::min(length, longest); ++at)
-            if (const char16_t unit = text[static_cast<std::size_t>(at)]; unit < tableEnd)
+        for (const char16_t unit : std::u16string_view(text).substr(1))
+            if (unit < tableEnd)
                 table_[unit].known = false;
     }
 }
@@ -152,7 +120,7 @@ std::uint8_t CollationAlphabet::rankOf(std::uint16_t primary) const {
 }
 
 void CollationKeys::append(std::string_view utf8, std::string& keys) {
-    if (!iterator_) {
+    if (!library_) {
         keys.append(utf8);
         return;
     }
@@ -224,12 +192,10 @@ void CollationKeys::appendSlow(std::string_view utf8, std::string& keys) {
 }
 
 void CollationKeys::weigh(std::u16string_view text, std::string& keys) {
-    UErrorCode error = U_ZERO_ERROR;
-    ucol_setText(iterator_.get(), text.data(), static_cast<std::int32_t>(text.size()), &error);
-    for (std::int32_t order = ucol_next(iterator_.get(), &error);
-         order != UCOL_NULLORDER && U_SUCCESS(error); order = ucol_next(iterator_.get(), &error)) {
-        const std::uint16_t primary = primaryOf(order);
-        addElement({primary, accentOf(order), alphabet_.rankOf(primary)}, keys);
+    library_->weigh(text, weights_);
+    for (const std::uint32_t weights : weights_) {
+        const std::uint16_t primary = primaryOf(weights);
+        addElement({primary, accentOf(weights), alphabet_.rankOf(primary)}, keys);
     }
 }
 

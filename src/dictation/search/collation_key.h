@@ -3,15 +3,14 @@
 
 #pragma once
 
+#include "platform/locale_module.h"
+
 #include <array>
 #include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
-
-struct UCollator;
-struct UCollationElements;
 
 namespace ov::modDictation {
 
@@ -37,7 +36,7 @@ class CollationAlphabet {
 public:
     // `locale` as the collation library names it ("de", "en_GB").
     explicit CollationAlphabet(const std::string& locale);
-    ~CollationAlphabet();
+    ~CollationAlphabet() = default;
     CollationAlphabet(const CollationAlphabet&) = delete;
     CollationAlphabet& operator=(const CollationAlphabet&) = delete;
 
@@ -58,20 +57,15 @@ private:
         std::uint8_t count = 0;
         bool known = false; // false: the character must be weighed with its neighbours
     };
-    struct Closer {
-        void operator()(UCollator* collator) const noexcept;
-        void operator()(UCollationElements* elements) const noexcept;
-    };
-    using Iterator = std::unique_ptr<UCollationElements, Closer>;
 
-    Iterator iterator() const;
-    void readTable(UCollationElements& iterator);
+    std::unique_ptr<platform::TextWeights> library() const;
+    void readTable(platform::TextWeights& library);
     void forgetContractions();
     void rankPrimaries();
     void rankPlain();
     std::uint8_t rankOf(std::uint16_t primary) const;
 
-    std::unique_ptr<UCollator, Closer> collator_;
+    std::unique_ptr<const platform::Alphabet> library_;
     std::array<Weights, tableEnd> table_{};
     std::vector<std::uint16_t> primaries_; // of the table, ascending
     // Of the bytes that are a character by themselves, no digit, with one weight and no accent.
@@ -84,7 +78,7 @@ class CollationKeys {
 public:
     // The alphabet must live longer.
     explicit CollationKeys(const CollationAlphabet& alphabet)
-        : alphabet_(alphabet), iterator_(alphabet.iterator()) {}
+        : alphabet_(alphabet), library_(alphabet.library()) {}
 
     // Appends the key of `utf8`. Bytes that are no UTF-8 count as the replacement character.
     void append(std::string_view utf8, std::string& keys);
@@ -107,9 +101,10 @@ private:
     void finish(std::string& keys);
 
     const CollationAlphabet& alphabet_;
-    CollationAlphabet::Iterator iterator_; // empty: there is no collation
-    std::string accents_;                  // of the text at hand
-    std::size_t plain_ = 0;                // characters since the last accent
+    std::unique_ptr<platform::TextWeights> library_; // empty: texts are ordered by their bytes
+    std::vector<std::uint32_t> weights_;
+    std::string accents_;   // of the text at hand
+    std::size_t plain_ = 0; // characters since the last accent
 };
 
 } // namespace ov::modDictation

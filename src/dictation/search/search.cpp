@@ -3,6 +3,8 @@
 #include "dictation/search/search.h"
 
 #include "dictation/search/tree_walk.h"
+#include "platform/locale_module.h"
+#include "support/log.h"
 
 namespace ov::modDictation {
 
@@ -37,7 +39,11 @@ SearchReport search(const Search& what, DictationList& hits, const SearchMeans& 
         means.stop, [abort = state().searchAbort]() mutable { abort.request_stop(); });
     if (means.remembered)
         means.remembered->startSearch();
-    return TreeWalk(what, hits, state().searchAbort.get_token(), means).run();
+    SearchReport report = TreeWalk(what, hits, state().searchAbort.get_token(), means).run();
+    // Dates and weeks of the criteria may then not be what the user's country means by them.
+    if (const platform::Status problem = platform::localeProblem(); !problem.ok())
+        WriteErrorLog(problem, "SearchDictations");
+    return report;
 }
 
 bool isSearchRunning() noexcept {

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
-#include "platform/locale.h"
+#include "platform/module/locale_library.h"
 
 #include <unicode/calendar.h>
 #include <unicode/dcfmtsym.h>
@@ -11,7 +11,7 @@
 
 #include <memory>
 
-namespace ov::platform {
+namespace ov::platform::loaded {
 
 namespace {
 
@@ -93,12 +93,9 @@ void readWeek(const icu::Locale& named, Locale& result) {
 
 } // namespace
 
-Locale localeNamed(const std::string& name) {
+Locale conventionsOf(const std::string& locale) {
     Locale result;
-    const std::string_view bare = std::string_view(name).substr(0, name.find_first_of(".@"));
-    if (bare.empty() || bare == "C" || bare == "POSIX")
-        return result;
-    icu::Locale named = icu::Locale::createCanonical(name.c_str());
+    icu::Locale named = icu::Locale::createCanonical(locale.c_str());
     UErrorCode error = U_ZERO_ERROR;
     named.setKeywordValue("calendar", "gregorian", error);
     readDate(named, result);
@@ -108,4 +105,4 @@ Locale localeNamed(const std::string& name) {
     return result;
 }
 
-} // namespace ov::platform
+} // namespace ov::platform::loaded
