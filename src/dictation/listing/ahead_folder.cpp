@@ -7,7 +7,7 @@
 namespace ov::modDictation {
 
 bool isInside(const FoldersAround* around, const platform::DirectoryId& id) noexcept {
-    while (around != nullptr && around->id != id)
+    while (around != nullptr && around->folder.id() != id)
         around = around->next.get();
     return around != nullptr;
 }

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "dictation/listing/folder_above.h"
 #include "dictation/listing/remembered_store.h"
 
 #include <cstddef>
@@ -18,8 +19,12 @@ namespace ov::modDictation {
 
 // The folders that a folder lies in, from its own one up to the root, as they were when listed.
 struct FoldersAround {
-    platform::DirectoryId id;
-    std::shared_ptr<const FoldersAround> next;
+    FoldersAround(std::string path, const platform::DirectoryId& id,
+                  std::shared_ptr<const FoldersAround> around)
+        : folder(std::move(path), id), next(std::move(around)) {}
+
+    const FolderAbove folder;
+    const std::shared_ptr<const FoldersAround> next;
 };
 
 bool isInside(const FoldersAround* around, const platform::DirectoryId& id) noexcept;

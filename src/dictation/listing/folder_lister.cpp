@@ -46,7 +46,8 @@ ListedStep FolderLister::list(AheadFolder& folder) {
 bool FolderLister::open(AheadFolder& folder, ListedStep& step) {
     if (remembered_) {
         folder.begun = remembered_->begin();
-        if (auto known = remembered_->unchanged(folder.path)) {
+        const FolderAbove* above = folder.around ? &folder.around->folder : nullptr;
+        if (auto known = remembered_->unchanged(folder.path, above)) {
             folder.opened = true;
             folder.listing = std::move(*known);
         }
@@ -91,8 +92,8 @@ void FolderLister::add(const AheadFolder& folder, const ListedNamesPtr& names,
         if (subfolder.hasBackslash)
             continue;
         if (!around)
-            around = std::make_shared<FoldersAround>(
-                FoldersAround{folder.listing.stamp.id, folder.around});
+            around = std::make_shared<FoldersAround>(folder.path, folder.listing.stamp.id,
+                                                     folder.around);
         step.subfolders.push_back(std::make_shared<AheadFolder>(
             std::string(folder.path).append(subfolder.name).append(1, '\\'), folder.depth + 1,
             around));

@@ -69,7 +69,8 @@ std::size_t RememberedStore::bytes() const {
     return bytes_;
 }
 
-std::optional<FolderListing> RememberedStore::unchanged(const std::string& directory) {
+std::optional<FolderListing> RememberedStore::unchanged(const std::string& directory,
+                                                        const FolderAbove* above) {
     FolderListing known;
     {
         const std::lock_guard lock(mutex_);
@@ -81,7 +82,9 @@ std::optional<FolderListing> RememberedStore::unchanged(const std::string& direc
             return std::nullopt;
         known = found->second.listing;
     }
-    if (platform::directoryStamp(directory) != known.stamp)
+    const auto stamp =
+        above != nullptr ? above->stampOf(directory) : platform::directoryStamp(directory);
+    if (stamp != known.stamp)
         return std::nullopt;
     return known;
 }

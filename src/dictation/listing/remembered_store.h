@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "dictation/listing/folder_above.h"
 #include "dictation/listing/folder_listing.h"
 
 #include <cstddef>
@@ -54,8 +55,10 @@ public:
     // Nothing is believed any more.
     void forget();
 
-    // The directory's listing if it is as it was; asks the file system once.
-    std::optional<FolderListing> unchanged(const std::string& directory);
+    // The directory's listing if it is as it was; asks the file system once, through the folder
+    // that it lies in when that is given.
+    std::optional<FolderListing> unchanged(const std::string& directory,
+                                           const FolderAbove* above = nullptr);
 
     // Asked before a folder is listed.
     Moment begin() const { return rules_.clock(); }

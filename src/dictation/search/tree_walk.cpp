@@ -183,7 +183,8 @@ bool TreeWalk::isStill(std::string_view directory, const platform::DirectoryId& 
 
 bool TreeWalk::isParentThere(const AheadFolder& folder) {
     const std::string_view path = folder.path;
-    return isStill(path.substr(0, path.find_last_of('\\', path.size() - 2) + 1), folder.around->id);
+    return isStill(path.substr(0, path.find_last_of('\\', path.size() - 2) + 1),
+                   folder.around->folder.id());
 }
 
 void TreeWalk::checkRoot() {

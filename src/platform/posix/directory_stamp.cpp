@@ -5,8 +5,10 @@
 #include "platform/posix/file_descriptor.h"
 #include "platform/posix/file_times.h"
 
+#include <atomic>
 #include <fcntl.h>
 #include <linux/magic.h>
+#include <string>
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
 #include <sys/vfs.h>
@@ -19,18 +21,48 @@ std::int64_t nanosecondsOf(const statx_timestamp& time) noexcept {
     return nanoseconds({time.tv_sec, time.tv_nsec});
 }
 
-} // namespace
+// A process may have a thousand files open, most of which are its host's.
+constexpr int mostHeld = 64;
+std::atomic<int> held{0};
 
 // Asks the server, as opening the directory would: what the system remembers of it may be old.
-std::optional<DirectoryStamp> directoryStamp(std::string_view path) {
+std::optional<DirectoryStamp> stampAt(int directory, const char* name, int flags = 0) {
     struct statx info {};
     constexpr unsigned wanted = STATX_TYPE | STATX_INO | STATX_MTIME | STATX_CTIME;
-    if (statx(AT_FDCWD, toNativePath(path).c_str(), AT_STATX_FORCE_SYNC, wanted, &info) != 0 ||
+    if (statx(directory, name, AT_STATX_FORCE_SYNC | flags, wanted, &info) != 0 ||
         !S_ISDIR(info.stx_mode))
         return std::nullopt;
     return DirectoryStamp{{makedev(info.stx_dev_major, info.stx_dev_minor), info.stx_ino},
                           nanosecondsOf(info.stx_mtime),
                           nanosecondsOf(info.stx_ctime)};
+}
+
+} // namespace
+
+std::optional<DirectoryStamp> directoryStamp(std::string_view path) {
+    return stampAt(AT_FDCWD, toNativePath(path).c_str());
+}
+
+HeldDirectory::HeldDirectory(std::string_view path, const DirectoryId& meant) {
+    if (++held <= mostHeld) {
+        FileDescriptor opened(::open(toNativePath(path).c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+        const auto found = opened.valid() ? stampAt(opened.get(), "", AT_EMPTY_PATH) : std::nullopt;
+        if (found && found->id == meant)
+            handle_ = opened.release();
+    }
+    if (!isHeld())
+        --held;
+}
+
+HeldDirectory::~HeldDirectory() {
+    if (!isHeld())
+        return;
+    ::close(handle_);
+    --held;
+}
+
+std::optional<DirectoryStamp> HeldDirectory::stampOf(std::string_view name) const {
+    return stampAt(handle_, std::string(name).c_str());
 }
 
 DirectoryTimes DirectoryReader::times() const {

@@ -1,0 +1,52 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#include "dictation/listing/folder_above.h"
+#include "tests/temporary_store.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <deque>
+#include <filesystem>
+
+namespace ov::modDictation {
+namespace {
+
+TEST(FolderAbove, IsTheOneThatWasListed) {
+    tests::TemporaryStore store;
+    store.addFolder("a/b").addFolder("other/b");
+    const std::string a = store.directory("a");
+    const std::string b = store.directory("a/b");
+    const auto stamp = platform::directoryStamp(b);
+    const FolderAbove above(a, platform::directoryStamp(a)->id);
+    EXPECT_EQ(above.stampOf(b), stamp);
+    EXPECT_EQ(above.stampOf(store.directory("a/none")), std::nullopt);
+
+    const FolderAbove late(a, above.id());
+    std::filesystem::rename(store.native("a"), store.native("moved"));
+    std::filesystem::rename(store.native("other"), store.native("a"));
+    EXPECT_EQ(above.stampOf(b), stamp) << "as it was held before";
+    EXPECT_EQ(late.stampOf(b), platform::directoryStamp(b)) << "as the path leads elsewhere";
+    EXPECT_NE(late.stampOf(b), stamp);
+}
+
+TEST(FolderAbove, LeavesFilesToTheHost) {
+    tests::TemporaryStore store;
+    store.addFolder("a/b");
+    const std::string a = store.directory("a");
+    const auto id = platform::directoryStamp(a)->id;
+    const auto hold = [&] {
+        std::deque<platform::HeldDirectory> many;
+        while (many.size() < 200)
+            many.emplace_back(a, id);
+        EXPECT_EQ(FolderAbove(a, id).stampOf(store.directory("a/b")),
+                  platform::directoryStamp(store.directory("a/b")));
+        return std::ranges::count_if(many, &platform::HeldDirectory::isHeld);
+    };
+    EXPECT_EQ(hold(), 64);
+    EXPECT_EQ(hold(), 64) << "when others let go";
+}
+
+} // namespace
+} // namespace ov::modDictation
