@@ -12,6 +12,7 @@
 #include "support/language/text_ids.h"
 #include "support/modUtil.h"
 #include "support/patient_files.h"
+#include "widgets/spoken.h"
 #include "widgets/text.h"
 
 #include <QItemSelectionModel>
@@ -195,7 +196,10 @@ void ctrlOVSearch::connectFilter() {
     connect(results, &ResultList::filterFound, this, [this, results] {
         post("FilterRows", [this, results] {
             results->showFound();
+            const QString before = view_.lblSearchResult->text();
             showOutcome(view_, outcome_);
+            if (view_.lblSearchResult->text() != before)
+                widgets::announce(*view_.lblSearchResult);
             showHint();
         });
     });
