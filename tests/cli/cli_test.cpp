@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
+#include "support/version.h"
 #include "tests/cli/cli_fixture.h"
 
 #include <nlohmann/json.hpp>
@@ -126,6 +127,19 @@ TEST_F(Cli, OutputThatCannotBeWritten) {
     ProgramRun little;
     little.longestFile = 20'000;
     expectRefused({"demo", store_.native("small")}, 3, "/small/", little);
+}
+
+// What goes the short way, and what must not.
+TEST_F(Cli, SaysItsVersion) {
+    const std::string version = "ovsearch " + std::string(version::text) + "\n";
+    EXPECT_EQ(run({"--version"}).output, version);
+    const auto alone = [](const char* argument) {
+        ProgramRun how;
+        how.arguments = {argument};
+        return tests::runProgram(OV_SEARCH_PROGRAM, how).output;
+    };
+    EXPECT_EQ(alone("--version"), version);
+    EXPECT_PRED2(holds, alone("--help"), "find");
 }
 
 TEST_F(Cli, CriteriaFile) {
