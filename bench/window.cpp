@@ -5,9 +5,10 @@
 //
 // Drives the real control on a big store (ovbench_store) as a typist would, without criteria, and
 // prints what the window takes: the search beyond the walk, the longest time without a handled
-// timer event, sorts by every column, paging, selecting all, the keys of a filter, memory,
-// searching again.
+// timer event, sorts by every column, paging, selecting all, details and menus, the keys of a
+// filter, memory, searching again, a list that follows its criteria.
 
+#include "bench/opened_windows.h"
 #include "bench/quiet_host.h"
 #include "bench/screen_reader.h"
 #include "control/criteria/criteria_list.h"
@@ -243,6 +244,23 @@ void measureSearchAgain(QWidget& window) {
                 times[times.size() / 2]);
 }
 
+// A criterion goes, and the list follows by itself.
+void measureFollowing(QWidget& window) {
+    auto& criteria = *window.findChild<CriteriaList*>(QStringLiteral("lvSearchCriteria"));
+    const auto& model = *window.findChild<ResultModel*>();
+    std::vector<double> times;
+    for (int i = 0; i < 5; ++i) {
+        const auto before = model.sharedHits();
+        times.push_back(milliseconds([&] {
+            i % 2 == 0 ? criteria.undo() : criteria.redo();
+            while (model.sharedHits() == before)
+                QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        }));
+    }
+    std::ranges::sort(times);
+    std::printf("a criterion goes or comes, the list follows %6.0f ms\n", times[times.size() / 2]);
+}
+
 } // namespace
 
 int main(int argc, char** argv) try {
@@ -275,10 +293,12 @@ int main(int argc, char** argv) try {
                 milliseconds([&] { list.selectAll(); }));
     list.clearSelection();
     bench::measureScreenReader(list);
+    bench::measureOpenedWindows(list);
     measureFilter(window);
     if (argc < 3)
         measureSorts(list);
     measureSearchAgain(window);
+    measureFollowing(window);
     return 0;
 } catch (const std::exception& error) {
     std::fprintf(stderr, "ovbench_window: %s\n", error.what());
