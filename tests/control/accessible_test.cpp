@@ -62,6 +62,9 @@ TEST_F(ScreenReader, ReadsTheListAsItIsSeen) {
     QAccessibleInterface* current = list().focusChild();
     ASSERT_NE(current, nullptr);
     EXPECT_TRUE(current->state().focused && current->state().selected);
+    EXPECT_EQ(current->text(QAccessible::Value), current->text(QAccessible::Name));
+    EXPECT_EQ(current->text(QAccessible::Description), QString()) << "not said a second time";
+    EXPECT_EQ(list().child(0)->text(QAccessible::Value), QString()) << "of a title";
     EXPECT_EQ(current->tableCellInterface()->rowIndex(), 1);
     EXPECT_EQ(list().childAt(current->rect().center().x(), current->rect().center().y()), current);
     EXPECT_EQ(table().selectedRows(), QList<int>{1});
