@@ -50,6 +50,9 @@ TEST_F(Following, CountsWhatEachCriterionMatches) {
     EXPECT_EQ(criteria().topLevelItem(2)->text(0).trimmed(),
               QStringLiteral("\"Dictated\" is this week"));
     EXPECT_TRUE(criteria().topLevelItem(2)->data(0, datesRole).toString().contains(u" to "));
+    inCall(
+        "PI_ProgressText", [&] { search(); },
+        [&] { EXPECT_EQ(counts(), "; ; ; ") << "they are of the search before"; });
     speak("7");
     EXPECT_EQ(counts(), "2 von 3; !0 von 3; !0 von 3; ");
     widget<QCheckBox>("chkFollow").setChecked(false);
