@@ -21,7 +21,8 @@ std::vector<std::string> criteriaInWords(const modDictation::Search& search) {
     std::vector<std::string> lines;
     for (const modDictation::Criterion& criterion : search.criteria)
         if (criterion != modDictation::Criterion()) // that every dictation satisfies
-            lines.push_back(platform::textFromBytes(modDictation::GetCriterionText(criterion)));
+            lines.push_back(platform::textFromBytes(
+                modDictation::GetListedCriterionText(criterion, search.all)));
     if (lines.empty())
         return {GetText(text_id::printedWithoutCriteria)};
     if (lines.size() > 1)

@@ -143,4 +143,11 @@ std::string GetCriterionText(std::string_view criteriaString) {
     return GetCriterionText(ParseCriteriaString(criteriaString));
 }
 
+std::string GetListedCriterionText(const Criterion& criterion, bool all) {
+    std::string plain = GetCriterionText(criterion);
+    if (!criterion.indented)
+        return plain;
+    return modLanguage::GetText(all ? text_id::orCriterion : text_id::andCriterion, {plain});
+}
+
 } // namespace ov::modDictation

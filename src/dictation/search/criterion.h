@@ -21,6 +21,8 @@ struct Criterion {
     std::int32_t Operator = operator_id::any;
     std::string Value1;
     std::string Value2;
+    // In the group of the one above it in its list, see matching.h; no part of its string.
+    bool indented = false;
     bool operator==(const Criterion&) const = default;
 };
 
@@ -56,5 +58,9 @@ std::string GetCriterionValueText(std::int32_t field, std::string_view value1,
 // '"Author" contains Smith'; the name of field 0 alone for an unreadable criterion.
 std::string GetCriterionText(const Criterion& criterion);
 std::string GetCriterionText(std::string_view criteriaString);
+
+// The same, one of a group behind the word that joins it to the one above: 'or: "Author" contains
+// Smith'. `all`: all criteria must match, or else any one of them.
+std::string GetListedCriterionText(const Criterion& criterion, bool all);
 
 } // namespace ov::modDictation

@@ -158,6 +158,8 @@ PreparedCriteria::PreparedCriteria(std::span<const Criterion> criteria,
         PreparedCriterion prepared = prepareCriterion(criterion, now);
         prepared.slot = slotFor(fieldDefinition(criterion.Field).dictationField,
                                 prepared.valueType == ValueType::text);
+        prepared.joinsAbove = criterion.indented && !criteria_.empty();
+        hasGroups_ = hasGroups_ || prepared.joinsAbove;
         criteria_.push_back(std::move(prepared));
     }
 }
@@ -203,9 +205,38 @@ bool PreparedCriteria::matches(std::size_t index) {
     return isMatch;
 }
 
+namespace {
+
+// The group that begins at `index`, which becomes the index of the next one.
+bool matchGroup(PreparedCriteria& criteria, bool compareAnd, std::size_t& index) {
+    bool isMatch = !compareAnd;
+    do {
+        platform::processMessagesNowAndThen();
+        const bool one = criteria.matches(index);
+        isMatch = compareAnd ? isMatch || one : isMatch && one;
+        ++index;
+    } while (index < criteria.size() && criteria.joinsAbove(index));
+    return isMatch;
+}
+
+bool matchGroups(PreparedCriteria& criteria, bool compareAnd) {
+    bool isMatch = compareAnd;
+    for (std::size_t i = 0; i < criteria.size();) {
+        const bool group = matchGroup(criteria, compareAnd, i);
+        if (group && !compareAnd)
+            return true;
+        isMatch = isMatch && group;
+    }
+    return isMatch;
+}
+
+} // namespace
+
 bool MatchDictation(std::string_view path, std::string_view name, PreparedCriteria& criteria,
                     bool compareAnd) {
     criteria.start(path, name);
+    if (criteria.hasGroups())
+        return matchGroups(criteria, compareAnd);
     std::size_t hits = 0;
     for (std::size_t i = 0; i < criteria.size(); ++i) {
         platform::processMessagesNowAndThen();

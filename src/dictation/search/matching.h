@@ -41,6 +41,7 @@ struct PreparedCriterion {
     NumberRange range;     // of serial days, seconds or numbers that satisfy the operator
     std::int32_t code = 0; // status, priority or flag code, for codes
     std::size_t slot = 0;  // of the field's value in PreparedCriteria
+    bool joinsAbove = false;
 };
 
 // The criteria of one search. Holds the value buffers of the dictation that is being tested, so
@@ -51,6 +52,9 @@ public:
     PreparedCriteria(std::span<const Criterion> criteria, const platform::DateTime& now);
 
     std::size_t size() const noexcept { return criteria_.size(); }
+    bool hasGroups() const noexcept { return hasGroups_; }
+    // It is in the group of the one before.
+    bool joinsAbove(std::size_t index) const noexcept { return criteria_[index].joinsAbove; }
 
     // Forgets the values of the last dictation.
     void start(std::string_view path, std::string_view name) noexcept;
@@ -77,6 +81,7 @@ private:
     const Slot& read(std::size_t index);
 
     std::vector<PreparedCriterion> criteria_;
+    bool hasGroups_ = false;
     std::vector<std::int64_t> matched_;
     std::vector<Slot> slots_;
     std::string_view path_;
@@ -87,6 +92,10 @@ private:
 // criteria all dictations match, or none. `path` is the dictation's directory, `name` its name
 // without ".WAV". Lets window messages be processed before each criterion. In AND mode every
 // criterion is tested, also after one has failed, so that each file takes the same time.
+//
+// A criterion and the indented ones that follow it are a group, which counts as one criterion and
+// is joined the other way: in AND mode one of the group is enough, else all of it must match. The
+// first criterion of all begins a group, indented or not.
 bool MatchDictation(std::string_view path, std::string_view name, PreparedCriteria& criteria,
                     bool compareAnd);
 

@@ -26,8 +26,8 @@ constexpr std::int32_t usualDepth = 50;
 constexpr std::int32_t usualLimit = 999999;
 
 struct Search {
-    std::string root; // a directory text
-    std::vector<Criterion> criteria;
+    std::string root;                // a directory text
+    std::vector<Criterion> criteria; // with their groups, see matching.h
     bool all = true;                 // of the criteria must match; else any one of them
     std::int32_t depth = usualDepth; // of the deepest folders; 0 is the root alone
     std::int32_t limit = usualLimit; // of hits, 1 or more

@@ -254,7 +254,8 @@ std::string typedCriterion(const Criterion& criterion) {
     if (count > 1)
         text.append("..").append(criterion.Value2);
     // Where blanks or values that the field cannot have would be lost, it cannot be typed.
-    const ParsedCriterion again = parseCriterion(text);
+    ParsedCriterion again = parseCriterion(text);
+    again.criterion.indented = criterion.indented;
     return again.ok() && again.criterion == criterion ? text : std::string();
 }
 

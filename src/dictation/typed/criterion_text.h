@@ -31,8 +31,8 @@ struct ParsedCriterion {
 // `text` may also be Windows-1252, as a terminal of that kind hands it over.
 ParsedCriterion parseCriterion(std::string_view text);
 
-// A text that parseCriterion() makes the same criterion of, whatever the locale; empty when there
-// is none.
+// A text that parseCriterion() makes the same criterion of, whatever the locale, but for its place
+// in a group; empty when there is none.
 std::string typedCriterion(const Criterion& criterion);
 
 // The field of a key, in any letter case, or of an id; noField when there is none.

@@ -11,6 +11,8 @@
 #include "support/text_lines.h"
 
 #include <algorithm>
+#include <optional>
+#include <utility>
 
 namespace ov::modDictation {
 
@@ -22,18 +24,57 @@ constexpr std::string_view allKey = "all=";
 constexpr std::string_view depthKey = "depth=";
 constexpr std::string_view limitKey = "limit=";
 
-bool readCriterion(std::string_view line, Search& search) {
-    if (isCriteriaString(line)) {
-        search.criteria.push_back(ParseCriteriaString(line));
-        return true;
-    }
-    ParsedCriterion typed = parseCriterion(line);
-    if (typed.ok())
-        search.criteria.push_back(std::move(typed.criterion));
-    return typed.ok();
+constexpr std::string_view blanks = " \t";
+constexpr std::string_view indentation = "  ";
+
+// Of the text without the blanks in front of it.
+std::optional<Criterion> criterionOf(std::string_view text) {
+    if (isCriteriaString(text))
+        return ParseCriteriaString(text);
+    ParsedCriterion typed = parseCriterion(text);
+    return typed.ok() ? std::optional(std::move(typed.criterion)) : std::nullopt;
 }
 
-bool readLine(std::string_view line, SearchText& text) {
+// Reads criteria one after the other, and which of them are a group.
+class CriteriaReader {
+public:
+    explicit CriteriaReader(std::vector<Criterion>& criteria) : criteria_(criteria) {}
+
+    bool read(std::string_view line) {
+        const std::size_t start = std::min(line.find_first_not_of(blanks), line.size());
+        auto criterion = criterionOf(line.substr(start));
+        // Without the one that it began with, a group must not become a part of the one above.
+        const bool indented = start > 0 && hasHead_;
+        hasHead_ = criterion || indented;
+        if (!criterion)
+            return false;
+        criterion->indented = indented;
+        criteria_.push_back(std::move(*criterion));
+        return true;
+    }
+
+private:
+    std::vector<Criterion>& criteria_;
+    bool hasHead_ = false;
+};
+
+// Calls `read` for each line that says something; gives the number of those that it answers false.
+template <typename Read>
+std::size_t skippedLines(std::string_view content, Read read) {
+    const std::string lines = platform::settingsText(content);
+    std::size_t skipped = 0;
+    forEachLine(
+        lines,
+        [&](std::string_view line) {
+            const std::string_view said = platform::trimmed(line);
+            if (!said.empty() && !said.starts_with(';') && !read(line))
+                ++skipped;
+        },
+        "\r\n");
+    return skipped;
+}
+
+bool readLine(std::string_view line, SearchText& text, CriteriaReader& criteria) {
     const auto valueOf = [line](std::string_view key) { return line.substr(key.size()); };
     Search& search = text.search;
     if (line.starts_with(nameKey))
@@ -47,7 +88,7 @@ bool readLine(std::string_view line, SearchText& text) {
     else if (line.starts_with(limitKey))
         search.limit = std::max(leadingInt32(valueOf(limitKey)), 1);
     else
-        return readCriterion(line, search);
+        return criteria.read(line);
     return true;
 }
 
@@ -60,28 +101,39 @@ std::string onOneLine(std::string_view value) {
 }
 
 std::string criterionLine(const Criterion& criterion) {
-    std::string typed = typedCriterion(criterion);
+    const std::string start(criterion.indented ? indentation : std::string_view());
+    const std::string typed = typedCriterion(criterion);
     if (!typed.empty())
-        return onOneLine(typed);
-    return BuildCriteriaString(criterion.Field, criterion.Operator, onOneLine(criterion.Value1),
-                               onOneLine(criterion.Value2));
+        return start + onOneLine(typed);
+    return start + BuildCriteriaString(criterion.Field, criterion.Operator,
+                                       onOneLine(criterion.Value1), onOneLine(criterion.Value2));
 }
 
 } // namespace
 
 SearchText readSearchText(std::string_view content) {
-    const std::string lines = platform::settingsText(content);
     SearchText text;
-    forEachLine(
-        lines,
-        [&text](std::string_view line) {
-            if (platform::trimmed(line).empty() || line.starts_with(';'))
-                return;
-            const bool understood = readLine(line, text);
-            text.isSearch = text.isSearch || understood;
-            text.skipped += understood ? 0 : 1;
-        },
-        "\r\n");
+    CriteriaReader criteria(text.search.criteria);
+    text.skipped = skippedLines(content, [&](std::string_view line) {
+        const bool understood = readLine(line, text, criteria);
+        text.isSearch = text.isSearch || understood;
+        return understood;
+    });
+    return text;
+}
+
+CriteriaText readCriteriaText(std::string_view content) {
+    CriteriaText text;
+    CriteriaReader criteria(text.criteria);
+    text.skipped =
+        skippedLines(content, [&](std::string_view line) { return criteria.read(line); });
+    return text;
+}
+
+std::string writeCriteriaText(std::span<const Criterion> criteria) {
+    std::string text;
+    for (const Criterion& criterion : criteria)
+        text.append(criterionLine(criterion)).push_back('\n');
     return text;
 }
 
@@ -113,9 +165,7 @@ std::string writeSearchText(const Search& search, std::string_view name) {
         line(depthKey, std::to_string(search.depth));
     if (search.limit != usual.limit)
         line(limitKey, std::to_string(search.limit));
-    for (const Criterion& criterion : search.criteria)
-        line({}, criterionLine(criterion));
-    return text;
+    return text + writeCriteriaText(search.criteria);
 }
 
 } // namespace ov::modDictation

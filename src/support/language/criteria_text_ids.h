@@ -21,6 +21,7 @@ constexpr std::int32_t searchNameLabel = 1337;
 constexpr std::int32_t replaceSearchQuestion = 1338; // %1%: the name
 constexpr std::int32_t deleteSearchQuestion = 1339;  // %1%: the name
 constexpr std::int32_t searchNotSaved = 1340;        // %1%: why
+constexpr std::int32_t searchPartlyRead = 1341;      // %1%: lines, %2%: the file
 
 // What the list of hits says while it is empty
 constexpr std::int32_t listAllButton = 1300;
@@ -40,6 +41,14 @@ constexpr std::int32_t undoCommand = 1311;
 constexpr std::int32_t redoCommand = 1312;
 constexpr std::int32_t moveCriterionUp = 1315;
 constexpr std::int32_t moveCriterionDown = 1316;
+constexpr std::int32_t indentCriterion = 1313;
+constexpr std::int32_t outdentCriterion = 1314;
+constexpr std::int32_t orCriterion = 1317;  // %1%: a criterion of a group, any of which is enough
+constexpr std::int32_t andCriterion = 1318; // %1%: a criterion of a group, all of which must match
+constexpr std::int32_t cutCriteria = 1319;
+constexpr std::int32_t copyCriteria = 1329;
+constexpr std::int32_t pasteCriteria = 1342;
+constexpr std::int32_t linesNotPasted = 1343; // %1%: how many
 constexpr std::int32_t followBox = 1320;
 constexpr std::int32_t followTip = 1321;
 constexpr std::int32_t countOfAll = 1322;        // %1%: dictations that meet it, %2%: of how many

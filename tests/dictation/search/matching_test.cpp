@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <new>
+#include <random>
 
 // This is the memory manager itself, so it cannot leave the work to one.
 // NOLINTBEGIN(cppcoreguidelines-no-malloc,cppcoreguidelines-owning-memory,cppcoreguidelines-avoid-non-const-global-variables)
@@ -161,6 +162,55 @@ TEST_F(Matching, AndOr) {
         EXPECT_EQ(match({}, "2$ROH", all), all);
         EXPECT_EQ(match({yes, no}, "2$ROH", all) || match({no, yes}, "2$ROH", all), !all);
         EXPECT_TRUE(match({yes, yes}, "2$ROH", all) && !match({no, no}, "2$ROH", all));
+    }
+}
+
+// Criteria are joined in groups, of which each is one to the others, joined the other way.
+bool matchesSlowly(const std::vector<Criterion>& criteria, const std::vector<bool>& single,
+                   bool all) {
+    std::vector<std::vector<bool>> groups;
+    for (std::size_t i = 0; i < criteria.size(); ++i) {
+        if (i == 0 || !criteria[i].indented)
+            groups.emplace_back();
+        groups.back().push_back(single[i]);
+    }
+    const auto joined = [](const auto& bits, bool allOf) {
+        return allOf ? std::ranges::count(bits, false) == 0 : std::ranges::count(bits, true) > 0;
+    };
+    std::vector<bool> whole;
+    for (const std::vector<bool>& group : groups)
+        whole.push_back(joined(group, !all));
+    return joined(whole, all);
+}
+
+TEST_F(Matching, GroupsAgreeWithAPlainReference) {
+    std::mt19937 random(20261122);
+    const auto below = [&random](std::size_t end) { return random() % end; };
+    const std::vector<const char*> texts = {"5|17|a", "5|17|b", "5|17|c", "2|25|7", "20|21", "5|1"};
+    for (int round = 0; round < 3000; ++round) {
+        std::vector<Criterion> criteria(below(6));
+        for (Criterion& one : criteria) {
+            one = criterion(texts[below(texts.size())]);
+            one.indented = below(2) == 0;
+        }
+        PreparedCriteria prepared(criteria, today);
+        std::vector<std::int64_t> matched(criteria.size());
+        for (int file = 0; file < 3; ++file) {
+            std::string name = below(2) == 0 ? "2$ROH@@14$" : "2$WAV@@14$";
+            for (const char letter : {'a', 'b', 'c'})
+                name += below(2) == 0 ? std::string(1, letter) : "";
+            std::vector<bool> single;
+            for (std::size_t i = 0; i < criteria.size(); ++i) {
+                single.push_back(match({criteria[i]}, name));
+                matched[i] += single[i] ? 1 : 0;
+            }
+            EXPECT_EQ(MatchDictation("", name, prepared, true),
+                      matchesSlowly(criteria, single, true))
+                << round << " " << name;
+            EXPECT_EQ(match(criteria, name, false), matchesSlowly(criteria, single, false))
+                << round << " " << name;
+        }
+        EXPECT_EQ(prepared.matched(), matched) << "each alone, in a group or not";
     }
 }
 

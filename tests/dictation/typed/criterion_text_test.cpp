@@ -175,5 +175,34 @@ TEST_F(CriterionText, AFileMayBeWrittenByAnybody) {
         EXPECT_EQ(read(content), shown) << content;
 }
 
+TEST_F(CriterionText, BlanksBeforeACriterionMakeAGroup) {
+    const auto groups = [](std::string_view content) {
+        std::string shown;
+        for (const Criterion& c : readSearchText(content).search.criteria)
+            shown += (c.indented ? "+" : " ") + c.Value1;
+        return shown;
+    };
+    for (const auto& [content, shown] :
+         Cases{{"author is A\n  author is B\n\tauthor is C\nauthor is D\n", " A+B+C D"},
+               {" author is A\n author is B\n", " A+B"},
+               {"author is A\n\n  ; why\n all=0\n author is B\n", " A+B"},
+               {"author is A\nrubbish\n author is B\n author is C\n", " A B+C"},
+               {"author is A\n rubbish\n author is B\n", " A+B"},
+               {"author is A\n 5\x01"
+                "17\x01"
+                "B\x01\n",
+                " A+B"}})
+        EXPECT_EQ(groups(content), shown) << content;
+    Search search;
+    search.criteria = {{5, operator_id::is, "A", ""},
+                       {5, operator_id::is, " B", "", true},
+                       {9, operator_id::today, "", "", true}};
+    EXPECT_EQ(readSearchText(writeSearchText(search, "")).search, search);
+    EXPECT_EQ(writeCriteriaText(search.criteria).substr(0, 14), "author is A\n  ");
+    const CriteriaText read = readCriteriaText("all=0\nauthor is A\n author is B\nname=x\n");
+    EXPECT_EQ(writeCriteriaText(read.criteria), "author is A\n  author is B\n");
+    EXPECT_EQ(read.skipped, 2U);
+}
+
 } // namespace
 } // namespace ov::modDictation
