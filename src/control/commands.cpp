@@ -7,10 +7,13 @@
 #include "control/search_hint.h"
 #include "control/seen_values.h"
 #include "dialogs/frmCriteria.h"
+#include "dictation/typed/search_text.h"
 #include "support/language/text_ids.h"
 #include "support/modUtil.h"
 #include "widgets/text.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
 #include <utility>
 
 namespace ov {
@@ -221,13 +224,32 @@ void ctrlOVSearch::editCriterion() {
 
 // Of the selected one, or else the last; the editor makes another of it.
 void ctrlOVSearch::duplicateCriterion() {
-    const CriteriaList& list = *view_.lvSearchCriteria;
+    CriteriaList& list = *view_.lvSearchCriteria;
     if (list.entries().empty())
         return;
-    const auto made =
-        openEditor(list.hasSelected() ? list.selected() : list.entries().back().criterion, true);
-    if (made)
-        keepCriterion(view_.lvSearchCriteria->addOnce(*made));
+    if (const auto made = openEditor(list.copied(), true))
+        keepCriterion(list.addBeside(*made));
+}
+
+// What is no criterion stays in the clipboard; nobody's criteria fill more of it.
+void ctrlOVSearch::pasteCriteria() {
+    constexpr qsizetype mostLetters = 1 << 20;
+    const QString copied = QGuiApplication::clipboard()->text(); // may let messages be handled
+    if (isEnding())
+        return;
+    modDictation::CriteriaText read =
+        modDictation::readCriteriaText(widgets::toUtf8(copied.left(mostLetters)));
+    read.skipped += static_cast<std::size_t>(copied.mid(mostLetters).count(u'\n'));
+    if (!read.criteria.empty()) {
+        const bool isNew = view_.lvSearchCriteria->insert(entriesOf(read.criteria));
+        keepCriterion(isNew || read.skipped > 0); // one box is enough
+    }
+    if (read.skipped == 0)
+        return;
+    enter(ControlState::asking);
+    modUtil::ShowMessage({text_id::linesNotPasted,
+                          {widgets::groupedNumber(static_cast<std::int64_t>(read.skipped))}},
+                         platform::MessageIcon::information, {}, this);
 }
 
 void ctrlOVSearch::keepCriterion(bool isNew) {

@@ -165,6 +165,8 @@ void ctrlOVSearch::connectCriteria() {
     });
     connect(criteria, &CriteriaList::duplicateRequested, this,
             [this] { post("DuplicateCriterion", [this] { duplicateCriterion(); }); });
+    connect(criteria, &CriteriaList::pasteRequested, this,
+            [this] { post("PasteCriteria", [this] { pasteCriteria(); }); });
     connect(criteria, &CriteriaList::selectionMoved, this,
             [this] { view_.enableCriteriaButtons(); });
     connect(criteria, &CriteriaList::changed, this, &ctrlOVSearch::criteriaChanged);

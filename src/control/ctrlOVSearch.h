@@ -155,6 +155,7 @@ private:
     void editCriterion();
     void deleteCriterion();
     void duplicateCriterion();
+    void pasteCriteria();
     std::optional<std::string> openEditor(const std::string& criteriaString, bool isNew);
     void keepCriterion(bool isNew);
     void saveCriteria();

@@ -6,17 +6,13 @@
 #include "control/ctrlOVSearch.h"
 #include "control/search_hint.h"
 
-#include <algorithm>
-#include <iterator>
 #include <utility>
 
 namespace ov {
 
 // The last search was for what the criteria are now.
 bool ctrlOVSearch::showsWhatIsAsked() const {
-    std::vector<modDictation::Criterion> asked;
-    std::ranges::transform(view_.lvSearchCriteria->criteria(), std::back_inserter(asked),
-                           modDictation::ParseCriteriaString);
+    std::vector<modDictation::Criterion> asked = view_.lvSearchCriteria->criteria();
     if (asked.empty())
         asked.emplace_back();
     return asked == searched_.criteria && view_.isCompareAnd() == searched_.all;
@@ -25,7 +21,7 @@ bool ctrlOVSearch::showsWhatIsAsked() const {
 void ctrlOVSearch::showCounts() {
     std::vector<CriterionCount> counts;
     if (outcome_ && !outcome_->report.stopped && showsWhatIsAsked()) {
-        const std::vector<bool> emptying = emptyingCriteria(*outcome_);
+        const std::vector<bool> emptying = emptyingCriteria(*outcome_, searched_);
         for (std::size_t i = 0; i < outcome_->report.matched.size(); ++i)
             counts.push_back({outcome_->report.matched[i], outcome_->report.filesTested,
                               i < emptying.size() && emptying[i]});

@@ -3,8 +3,10 @@
 
 // The menu of the saved searches.
 
+#include "control/criteria/criteria_groups.h"
 #include "control/ctrlOVSearch.h"
 #include "dialogs/frmSearchName.h"
+#include "platform/files.h"
 #include "support/language/text_ids.h"
 #include "support/modUtil.h"
 #include "widgets/captions.h"
@@ -12,8 +14,6 @@
 
 #include <QMenu>
 #include <algorithm>
-#include <iterator>
-#include <utility>
 
 namespace ov {
 
@@ -28,11 +28,22 @@ QString menuText(const QString& text, const QWidget& widget) {
         .replace(u'&', QStringLiteral("&&"));
 }
 
+// "A + (B / C)" for all of A and any of B and C.
 QString criteriaText(const modDictation::Search& search) {
+    const QLatin1String plus(" + ");
+    const QLatin1String slash(" / ");
+    QList<QStringList> groups;
+    for (const modDictation::Criterion& criterion : search.criteria) {
+        if (groups.isEmpty() || !criterion.indented)
+            groups.emplace_back();
+        groups.back() << widgets::toQt(modDictation::GetCriterionText(criterion)).trimmed();
+    }
     QStringList texts;
-    for (const modDictation::Criterion& criterion : search.criteria)
-        texts << widgets::toQt(modDictation::GetCriterionText(criterion)).trimmed();
-    return texts.join(search.all ? QStringLiteral(" + ") : QStringLiteral(" / "));
+    for (const QStringList& group : groups) {
+        const QString text = group.join(search.all ? slash : plus);
+        texts << (group.size() > 1 && groups.size() > 1 ? u'(' + text + u')' : text);
+    }
+    return texts.join(search.all ? plus : slash);
 }
 
 using Act = std::function<void(const SavedSearch&)>;
@@ -57,8 +68,7 @@ void addSubmenu(QMenu& menu, std::int32_t caption, const std::vector<SavedSearch
 
 modDictation::Search ctrlOVSearch::presentSearch() const {
     modDictation::Search search;
-    std::ranges::transform(view_.lvSearchCriteria->criteria(), std::back_inserter(search.criteria),
-                           modDictation::ParseCriteriaString);
+    search.criteria = view_.lvSearchCriteria->criteria();
     search.all = view_.isCompareAnd();
     return search;
 }
@@ -109,15 +119,18 @@ void ctrlOVSearch::saveSearch(const SavedSearch& renamed) {
 }
 
 void ctrlOVSearch::bringSearch(const SavedSearch& saved) {
-    CriteriaEntries entries;
-    for (const modDictation::Criterion& c : saved.search.criteria)
-        entries.push_back(
-            {modDictation::BuildCriteriaString(c.Field, c.Operator, c.Value1, c.Value2)});
     if (view_.isCompareAnd() != saved.search.all) {
         view_.setCompareAnd(saved.search.all);
         compareChanged();
     }
-    view_.lvSearchCriteria->replaceAll(std::move(entries));
+    view_.lvSearchCriteria->replaceAll(entriesOf(saved.search.criteria));
+    if (saved.skipped == 0)
+        return;
+    enter(ControlState::asking);
+    modUtil::ShowMessage({text_id::searchPartlyRead,
+                          {widgets::groupedNumber(static_cast<std::int64_t>(saved.skipped)),
+                           platform::toNativePath(saved.file)}},
+                         platform::MessageIcon::exclamation, {}, this);
 }
 
 void ctrlOVSearch::deleteSearch(const SavedSearch& saved) {

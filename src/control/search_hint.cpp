@@ -27,26 +27,34 @@ QString nothingFoundHint(const SearchOutcome& outcome, const modDictation::Searc
                     {widgets::toUtf8(widgets::nativePathText(searched.root))});
     if (!searched.all)
         return text(text_id::noneMeetsAny);
-    const std::vector<bool> emptying = emptyingCriteria(outcome);
+    const std::vector<bool> emptying = emptyingCriteria(outcome, searched);
     const auto count = std::ranges::count(emptying, true);
     if (count == 0)
         return text(text_id::noneMeetsTogether);
     QStringList lines{text(count == 1 ? text_id::noneMeetsThis : text_id::noneMeetsThese)};
     for (std::size_t i = 0; i < emptying.size(); ++i)
         if (emptying[i])
-            lines << widgets::toQt(modDictation::GetCriterionText(searched.criteria.at(i)));
+            lines << widgets::toQt(
+                modDictation::GetListedCriterionText(searched.criteria.at(i), true));
     return lines.join(u'\n');
 }
 
 } // namespace
 
-std::vector<bool> emptyingCriteria(const SearchOutcome& outcome) {
+std::vector<bool> emptyingCriteria(const SearchOutcome& outcome,
+                                   const modDictation::Search& searched) {
     const modDictation::SearchReport& report = outcome.report;
     if (outcome.hitCount > 0 || report.stopped || report.filesTested == 0 || !isWhole(report))
         return {};
     std::vector<bool> emptying;
-    for (const std::int64_t matched : report.matched)
-        emptying.push_back(matched == 0);
+    for (std::size_t i = 0; i < report.matched.size();) {
+        const std::size_t first = i;
+        bool isMet = false;
+        do
+            isMet = isMet || report.matched[i] > 0;
+        while (++i < report.matched.size() && searched.criteria.at(i).indented);
+        emptying.insert(emptying.end(), i - first, !isMet);
+    }
     return emptying;
 }
 

@@ -23,8 +23,9 @@ SearchHint searchHint(const std::string& root, bool hasCriteria,
                       const std::optional<SearchOutcome>& outcome,
                       const modDictation::Search& searched);
 
-// By its place, whether no dictation meets that criterion of a search which found nothing: then it
-// alone emptied the list. Empty where that is not known.
-std::vector<bool> emptyingCriteria(const SearchOutcome& outcome);
+// By its place, whether no dictation meets that criterion of a search which found nothing, nor any
+// other of its group: then they alone emptied the list. Empty where that is not known.
+std::vector<bool> emptyingCriteria(const SearchOutcome& outcome,
+                                   const modDictation::Search& searched);
 
 } // namespace ov

@@ -17,8 +17,6 @@
 #include <QPointer>
 #include <QScopedValueRollback>
 #include <QTimer>
-#include <algorithm>
-#include <iterator>
 #include <memory>
 
 namespace ov {
@@ -178,9 +176,7 @@ std::optional<SearchOutcome> SearchRun::follow(const std::string& root) {
 
 // A single empty criterion, which every dictation satisfies, when the user wants all of them.
 std::vector<modDictation::Criterion> SearchRun::criteria() {
-    std::vector<modDictation::Criterion> all;
-    std::ranges::transform(caller_.view.lvSearchCriteria->criteria(), std::back_inserter(all),
-                           modDictation::ParseCriteriaString);
+    std::vector<modDictation::Criterion> all = caller_.view.lvSearchCriteria->criteria();
     if (all.empty() && (caller_.withoutCriteria == Questions::listsAll ||
                         modUtil::AskYesNo(text_id::searchWithoutCriteria, {}, &caller_.owner)))
         all.emplace_back();

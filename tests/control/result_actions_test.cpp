@@ -50,7 +50,9 @@ TEST_F(Control, OffersMenusAndTranslatesTheOpenOne) {
     EXPECT_EQ(openAndTranslate(ofCriteria),
               "&Neu …Ins*;-&Bearbeiten …F2*;-&LöschenDel*;-Du&plizieren …Ctrl+D;;"
               "-&RückgängigCtrl+Z;-&WiederherstellenCtrl+Shift+Z;;"
-              "-Nach &obenAlt+Up*;-Nach &untenAlt+Down*;");
+              "-&AusschneidenCtrl+X;-&KopierenCtrl+C;E&infügenCtrl+V;;"
+              "-Nach &obenAlt+Up*;-Nach &untenAlt+Down*;"
+              "-Mit dem vorigen &gruppierenAlt+Right;-Aus der Gruppe lö&senAlt+Left;");
     searchAll();
     store.add("2$WAV@@5$HOCH.WAV");
     user->saysYes = true;

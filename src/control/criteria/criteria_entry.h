@@ -12,6 +12,7 @@ namespace ov {
 struct CriteriaEntry {
     std::string criterion; // a criteria string
     bool leftOut = false;  // takes no part in searches for now
+    bool indented = false; // in the group of the one above; the first of a list never is
     bool operator==(const CriteriaEntry&) const = default;
 };
 

@@ -3,6 +3,7 @@
 
 #include "control/criteria/criteria_file.h"
 
+#include "control/criteria/criteria_groups.h"
 #include "dictation/search/criterion.h"
 #include "platform/settings/profile_encoding.h"
 #include "support/log.h"
@@ -17,9 +18,7 @@ namespace ov {
 
 namespace {
 
-constexpr const char* fileName = "SearchCriteria.dat";
 constexpr const char* backupName = "SearchCriteria.bak";
-constexpr const char* leftOutName = "SearchCriteria.off";
 
 } // namespace
 
@@ -34,20 +33,30 @@ CriteriaEntries CriteriaFile::load() {
     for (std::string& criterion : loadCriteria())
         entries.push_back({std::move(criterion)});
     insertLeftOut(entries);
+    const std::string groups = platform::settingsText(read(groups_));
+    if (const std::size_t dropped = applyGroupLines(groups, entries); dropped > 0)
+        WriteErrorLog(Error(0, std::string(groups_.name) + " tells of " + std::to_string(dropped) +
+                                   " groups whose criteria are no longer together"),
+                      "LoadCriteria");
     return entries;
 }
 
-void CriteriaFile::insertLeftOut(CriteriaEntries& entries) {
-    leftOutUnreadable_ = false;
-    if (directory_.empty() || isKnownToBeMissing(leftOutName))
-        return;
+// Empty where there is none, or where it cannot be read.
+std::string CriteriaFile::read(Part& part) {
+    part.unreadable = false;
     std::string content;
-    if (const platform::Status read = patient::readFile(path(leftOutName), content); !read.ok()) {
-        leftOutUnreadable_ = true;
+    if (directory_.empty() || isKnownToBeMissing(part.name))
+        return content;
+    if (const platform::Status read = patient::readFile(path(part.name), content); !read.ok()) {
+        part.unreadable = true;
         WriteErrorLog(read, "LoadCriteria");
-        return;
+        return {};
     }
-    const std::string text = platform::settingsText(content);
+    return content;
+}
+
+void CriteriaFile::insertLeftOut(CriteriaEntries& entries) {
+    const std::string text = platform::settingsText(read(leftOut_));
     forEachLine(text, [&](std::string_view line) {
         const std::size_t end = std::min(line.find(modDictation::criteriaSeparator), line.size());
         const std::string_view criterion = line.substr(std::min(end + 1, line.size()));
@@ -59,20 +68,11 @@ void CriteriaFile::insertLeftOut(CriteriaEntries& entries) {
 }
 
 std::vector<std::string> CriteriaFile::loadCriteria() {
-    unreadable_ = false;
-    if (directory_.empty() || isKnownToBeMissing(fileName))
-        return {};
-    std::string content;
-    const platform::Status read = patient::readFile(path(fileName), content);
-    if (!read.ok()) {
-        unreadable_ = true;
-        WriteErrorLog(read, "LoadCriteria");
-        return {};
-    }
+    const std::string content = read(criteria_);
     modDictation::CriteriaLines lines = modDictation::readCriteriaLines(content);
     if (lines.skipped > 0)
         if (const platform::Status kept = keepUnreadable(content); !kept.ok()) {
-            unreadable_ = true; // save() tries again, and leaves the file alone until it is kept
+            criteria_.unreadable = true; // save() tries again, and leaves the file alone until then
             WriteErrorLog(kept, "LoadCriteria");
         }
     return std::move(lines.criteria);
@@ -86,48 +86,34 @@ platform::Status CriteriaFile::keepUnreadable(const std::string& content) const 
     return patient::appendToFile(path(backupName), content, platform::Access::ownerOnly);
 }
 
-// A file that could not be read may hold criteria that nobody has seen: only when it can be read
-// by now, and was kept, it gives way.
-platform::Status CriteriaFile::keepWhatWasNotRead() {
-    if (!unreadable_)
+// A file that could not be read may hold what nobody has seen: only when it can be read by now, and
+// was kept, it gives way.
+platform::Status CriteriaFile::keepWhatWasNotRead(Part& part) {
+    if (!part.unreadable)
         return {};
     std::string content;
     platform::Status kept;
-    if (!isKnownToBeMissing(fileName)) {
-        kept = patient::readFile(path(fileName), content);
+    if (!isKnownToBeMissing(part.name)) {
+        kept = patient::readFile(path(part.name), content);
         if (kept.ok())
             kept = keepUnreadable(content);
     }
-    unreadable_ = !kept.ok();
+    part.unreadable = !kept.ok();
     return kept;
 }
 
-platform::Status CriteriaFile::replace(const char* name, const std::string& content) const {
+platform::Status CriteriaFile::write(Part& part, const std::string& content) {
+    if (platform::Status kept = keepWhatWasNotRead(part); !kept.ok())
+        return kept;
     if (!content.empty())
-        return patient::replaceFile(path(name), content, platform::Access::ownerOnly);
-    return isKnownToBeMissing(name) ? platform::Status() : patient::removeFile(path(name));
+        return patient::replaceFile(path(part.name), content, platform::Access::ownerOnly);
+    return isKnownToBeMissing(part.name) ? platform::Status()
+                                         : patient::removeFile(path(part.name));
 }
 
-platform::Status CriteriaFile::saveCriteria(const std::string& content) {
-    platform::Status kept = keepWhatWasNotRead();
-    return kept.ok() ? replace(fileName, content) : kept;
-}
-
-// A file that could not be read may hold what nobody has seen: it gives way as the other one does,
-// and is left alone where there is nothing to write.
-platform::Status CriteriaFile::saveLeftOut(const std::string& content) {
-    if (leftOutUnreadable_) {
-        if (content.empty())
-            return {};
-        std::string present;
-        platform::Status kept = patient::readFile(path(leftOutName), present);
-        if (kept.ok())
-            kept = keepUnreadable(present);
-        if (!kept.ok())
-            return kept;
-        leftOutUnreadable_ = false;
-    }
-    return replace(leftOutName, content);
+// Left alone where it could not be read and there is nothing to write.
+platform::Status CriteriaFile::writeBeside(Part& part, const std::string& content) {
+    return part.unreadable && content.empty() ? platform::Status() : write(part, content);
 }
 
 platform::Status CriteriaFile::save(const CriteriaEntries& entries) {
@@ -143,9 +129,11 @@ platform::Status CriteriaFile::save(const CriteriaEntries& entries) {
             .append("\r\n");
     }
     // Before the other file gives them up.
-    if (platform::Status saved = saveLeftOut(leftOut); !saved.ok())
+    if (platform::Status saved = writeBeside(leftOut_, leftOut); !saved.ok())
         return saved;
-    return saveCriteria(criteria);
+    if (platform::Status saved = write(criteria_, criteria); !saved.ok())
+        return saved;
+    return writeBeside(groups_, groupLines(entries));
 }
 
 } // namespace ov

@@ -15,7 +15,7 @@ namespace ov {
 // The criteria as they are kept from one use of the control to the next: "SearchCriteria.dat",
 // one criteria string a line. Those that are left out of searches stand beside it in
 // "SearchCriteria.off", each behind its place in the list, so that whoever reads the first file
-// searches for the same.
+// searches for the same but for the groups, which "SearchCriteria.grp" holds.
 class CriteriaFile {
 public:
     CriteriaFile() = default;
@@ -24,7 +24,7 @@ public:
 
     // The criteria, in their order; none when there is no file. Lines that are no criteria are
     // left out; what the file held is then added to "SearchCriteria.bak" beside it. A file that
-    // cannot be read is logged.
+    // cannot be read is logged. Groups that no longer fit the criteria are dropped, and logged.
     CriteriaEntries load();
 
     // Replaces the file, or removes it when there are no criteria. A failure leaves what was
@@ -33,19 +33,25 @@ public:
     platform::Status save(const CriteriaEntries& entries);
 
 private:
+    struct Part {
+        const char* name;
+        bool unreadable = false; // by load()
+    };
+
     std::string path(const char* name) const { return directory_ + name; }
     bool isKnownToBeMissing(const char* name) const;
+    std::string read(Part& part);
     std::vector<std::string> loadCriteria();
     void insertLeftOut(CriteriaEntries& entries);
-    platform::Status saveCriteria(const std::string& content);
-    platform::Status saveLeftOut(const std::string& content);
-    platform::Status replace(const char* name, const std::string& content) const;
-    platform::Status keepWhatWasNotRead();
+    platform::Status write(Part& part, const std::string& content);
+    platform::Status writeBeside(Part& part, const std::string& content);
+    platform::Status keepWhatWasNotRead(Part& part);
     platform::Status keepUnreadable(const std::string& content) const;
 
     std::string directory_;
-    bool unreadable_ = false;
-    bool leftOutUnreadable_ = false;
+    Part criteria_{"SearchCriteria.dat"};
+    Part leftOut_{"SearchCriteria.off"};
+    Part groups_{"SearchCriteria.grp"};
 };
 
 } // namespace ov

@@ -30,6 +30,42 @@ bool CriteriaList::handleControlKey(const QKeyEvent& event) {
         redo();
         return true;
     default:
+        return !shift && handleClipboardKey(event.key());
+    }
+}
+
+bool CriteriaList::handleClipboardKey(int key) {
+    switch (key) {
+    case Qt::Key_C:
+        copySelected();
+        return true;
+    case Qt::Key_X:
+        cutSelected();
+        return true;
+    case Qt::Key_V:
+        Q_EMIT pasteRequested();
+        return true;
+    default:
+        return false;
+    }
+}
+
+// Alt and an arrow.
+bool CriteriaList::handleArrangingKey(int key) {
+    switch (key) {
+    case Qt::Key_Up:
+        moveSelectedUp();
+        return true;
+    case Qt::Key_Down:
+        moveSelectedDown();
+        return true;
+    case Qt::Key_Left:
+        outdentSelected();
+        return true;
+    case Qt::Key_Right:
+        indentSelected();
+        return true;
+    default:
         return false;
     }
 }
@@ -38,11 +74,8 @@ bool CriteriaList::handleKey(const QKeyEvent& event) {
     const Qt::KeyboardModifiers modifiers = event.modifiers() & ~Qt::KeypadModifier;
     if (modifiers.testFlag(Qt::ControlModifier))
         return handleControlKey(event);
-    const bool up = event.key() == Qt::Key_Up;
-    if (modifiers == Qt::AltModifier && (up || event.key() == Qt::Key_Down)) {
-        moveSelectedBy(up ? -1 : 1);
+    if (modifiers == Qt::AltModifier && handleArrangingKey(event.key()))
         return true;
-    }
     switch (event.key()) {
     case Qt::Key_Insert:
         Q_EMIT addRequested();
@@ -76,42 +109,48 @@ void CriteriaList::contextMenuEvent(QContextMenuEvent* event) {
     menu->popup(event->globalPos());
 }
 
+void CriteriaList::addToMenu(QMenu& menu, const MenuEntry& entry) {
+    QAction* action = menu.addAction(QString());
+    if (*entry.icon != '\0')
+        action->setIcon(widgets::icon(entry.icon));
+    widgets::setCaption(*action, entry.text);
+    action->setShortcut(entry.key);
+    action->setShortcutContext(Qt::WidgetShortcut); // shown; the list handles the key
+    action->setEnabled(entry.enabled);
+    connect(action, &QAction::triggered, this, [this, act = entry.act] { act(*this); });
+}
+
 void CriteriaList::fillMenu(QMenu& menu) {
-    const auto add = [&](const char* iconName, std::int32_t textId, const QKeySequence& key,
-                         const std::function<void()>& act, bool enabled) {
-        QAction* action = menu.addAction(QString());
-        if (*iconName != '\0')
-            action->setIcon(widgets::icon(iconName));
-        widgets::setCaption(*action, textId);
-        action->setShortcut(key);
-        action->setShortcutContext(Qt::WidgetShortcut); // shown; the list handles the key
-        action->setEnabled(enabled);
-        connect(action, &QAction::triggered, this, act);
-    };
     const bool any = hasSelected();
-    add(
-        "add", text_id::addCriterionButton, Qt::Key_Insert, [this] { Q_EMIT addRequested(); },
-        true);
-    add(
-        "edit", text_id::editCriterionButton, Qt::Key_F2, [this] { Q_EMIT editRequested(); }, any);
-    add(
-        "delete", text_id::deleteCriterionButton, Qt::Key_Delete,
-        [this] { Q_EMIT deleteRequested(); }, any);
-    add(
-        "", text_id::duplicateCriterionCommand, Qt::CTRL | Qt::Key_D,
-        [this] { Q_EMIT duplicateRequested(); }, !entries_.empty());
-    menu.addSeparator();
-    add(
-        "", text_id::undoCommand, Qt::CTRL | Qt::Key_Z, [this] { undo(); }, history_.canUndo());
-    add(
-        "", text_id::redoCommand, Qt::CTRL | Qt::SHIFT | Qt::Key_Z, [this] { redo(); },
-        history_.canRedo());
-    menu.addSeparator();
-    add(
-        "up", text_id::moveCriterionUp, Qt::ALT | Qt::Key_Up, [this] { moveSelectedBy(-1); }, any);
-    add(
-        "down", text_id::moveCriterionDown, Qt::ALT | Qt::Key_Down, [this] { moveSelectedBy(1); },
-        any);
+    const std::initializer_list<MenuEntry> entries{
+        {"add", text_id::addCriterionButton, Qt::Key_Insert, &CriteriaList::addRequested, true},
+        {"edit", text_id::editCriterionButton, Qt::Key_F2, &CriteriaList::editRequested, any},
+        {"delete", text_id::deleteCriterionButton, Qt::Key_Delete, &CriteriaList::deleteRequested,
+         any},
+        {"", text_id::duplicateCriterionCommand, Qt::CTRL | Qt::Key_D,
+         &CriteriaList::duplicateRequested, !entries_.empty()},
+        {},
+        {"", text_id::undoCommand, Qt::CTRL | Qt::Key_Z, &CriteriaList::undo, history_.canUndo()},
+        {"", text_id::redoCommand, Qt::CTRL | Qt::SHIFT | Qt::Key_Z, &CriteriaList::redo,
+         history_.canRedo()},
+        {},
+        {"", text_id::cutCriteria, Qt::CTRL | Qt::Key_X, &CriteriaList::cutSelected, any},
+        {"", text_id::copyCriteria, Qt::CTRL | Qt::Key_C, &CriteriaList::copySelected, any},
+        {"", text_id::pasteCriteria, Qt::CTRL | Qt::Key_V, &CriteriaList::pasteRequested, true},
+        {},
+        {"up", text_id::moveCriterionUp, Qt::ALT | Qt::Key_Up, &CriteriaList::moveSelectedUp, any},
+        {"down", text_id::moveCriterionDown, Qt::ALT | Qt::Key_Down,
+         &CriteriaList::moveSelectedDown, any},
+        {"", text_id::indentCriterion, Qt::ALT | Qt::Key_Right, &CriteriaList::indentSelected,
+         canIndent(true)},
+        {"", text_id::outdentCriterion, Qt::ALT | Qt::Key_Left, &CriteriaList::outdentSelected,
+         canIndent(false)}};
+    for (const MenuEntry& entry : entries) {
+        if (entry.text == 0)
+            menu.addSeparator();
+        else
+            addToMenu(menu, entry);
+    }
 }
 
 // Not the view's own, which removes what was moved: dropEvent() has given it its new place.
@@ -134,7 +173,7 @@ void CriteriaList::dropEvent(QDropEvent* event) {
     int before = over.isValid() ? over.row() : topLevelItemCount();
     if (over.isValid() && place.y() > visualRect(over).center().y())
         ++before;
-    moveSelected(before);
+    change(moved(entries_, selectedRows(), before));
     event->accept();
     stopAutoScroll();
     setState(NoState);

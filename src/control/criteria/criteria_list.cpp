@@ -13,6 +13,7 @@
 
 #include <QHeaderView>
 #include <algorithm>
+#include <utility>
 
 namespace ov {
 
@@ -53,139 +54,9 @@ CriteriaList::CriteriaList(QWidget* parent) : QTreeWidget(parent) {
     connect(this, &QTreeWidget::itemChanged, this, [this](QTreeWidgetItem* item) { tick(*item); });
 }
 
-std::vector<std::string> CriteriaList::criteria() const {
-    std::vector<std::string> all;
-    for (const CriteriaEntry& entry : entries_)
-        if (!entry.leftOut)
-            all.push_back(entry.criterion);
-    return all;
-}
-
-// ---- Changes
-
-void CriteriaList::load(CriteriaEntries entries) {
-    history_.forget();
-    show(std::move(entries), {});
-}
-
-void CriteriaList::replaceAll(CriteriaEntries entries) {
-    change(std::move(entries), {});
-}
-
-bool CriteriaList::addOnce(const std::string& criteriaString) {
-    const int present = find(criteriaString);
-    CriteriaEntries next = entries_;
-    if (present < 0)
-        next.push_back({criteriaString});
-    change(next, {present < 0 ? static_cast<int>(entries_.size()) : present});
-    return present < 0;
-}
-
-bool CriteriaList::replaceSelected(const std::string& criteriaString) {
-    const int row = selectedRow();
-    if (row < 0)
-        return addOnce(criteriaString);
-    const int present = find(criteriaString);
-    CriteriaEntries next = entries_;
-    if (present >= 0 && present != row) {
-        next.erase(next.begin() + row);
-        change(std::move(next), {present > row ? present - 1 : present});
-        return false;
-    }
-    next[static_cast<std::size_t>(row)].criterion = criteriaString;
-    change(std::move(next), {row});
-    return true;
-}
-
-void CriteriaList::removeSelected() {
-    const Rows rows = selectedRows();
-    CriteriaEntries next = entries_;
-    for (auto row = rows.rbegin(); row != rows.rend(); ++row)
-        next.erase(next.begin() + *row);
-    if (rows.empty())
-        return;
-    const int last = static_cast<int>(next.size()) - 1;
-    change(std::move(next), last < 0 ? Rows{} : Rows{std::min(rows.front(), last)});
-}
-
-void CriteriaList::undo() {
-    if (auto before = history_.undo(entries_))
-        showAgain(std::move(*before));
-}
-
-void CriteriaList::redo() {
-    if (auto after = history_.redo(entries_))
-        showAgain(std::move(*after));
-}
-
-// Selects the first entry that is another one than before.
-void CriteriaList::showAgain(CriteriaEntries next) {
-    const auto differs = std::ranges::mismatch(entries_, next).in2 - next.begin();
-    const int last = static_cast<int>(next.size()) - 1;
-    const Rows rows = last < 0 ? Rows{} : Rows{std::min(static_cast<int>(differs), last)};
-    show(std::move(next), rows);
-    Q_EMIT changed();
-}
-
-void CriteriaList::change(CriteriaEntries next, const Rows& selected) {
-    if (next == entries_) {
-        select(selected);
-        return;
-    }
-    history_.keep(entries_);
-    show(std::move(next), selected);
-    Q_EMIT changed();
-}
-
-void CriteriaList::tick(QTreeWidgetItem& item) {
-    const int row = indexOfTopLevelItem(&item);
-    const bool leftOut = item.checkState(0) == Qt::Unchecked;
-    CriteriaEntries next = entries_;
-    next.at(static_cast<std::size_t>(row)).leftOut = leftOut;
-    change(std::move(next), selectedRows());
-}
-
-// All as the first of them will be.
-void CriteriaList::tickSelected() {
-    const Rows rows = selectedRows();
-    CriteriaEntries next = entries_;
-    for (const int row : rows)
-        next[static_cast<std::size_t>(row)].leftOut =
-            !entries_[static_cast<std::size_t>(rows.front())].leftOut;
-    change(std::move(next), rows);
-}
-
-void CriteriaList::moveSelected(int before) {
-    const Rows rows = selectedRows();
-    CriteriaEntries next;
-    Rows selected;
-    const auto takeSelected = [&] {
-        for (const int row : rows) {
-            selected.push_back(static_cast<int>(next.size()));
-            next.push_back(entries_[static_cast<std::size_t>(row)]);
-        }
-    };
-    for (int row = 0; row < static_cast<int>(entries_.size()); ++row) {
-        if (row == before)
-            takeSelected();
-        if (!std::ranges::binary_search(rows, row))
-            next.push_back(entries_[static_cast<std::size_t>(row)]);
-    }
-    if (before >= static_cast<int>(entries_.size()))
-        takeSelected();
-    change(std::move(next), selected);
-}
-
-void CriteriaList::moveSelectedBy(int step) {
-    const Rows rows = selectedRows();
-    if (rows.empty() || (step < 0 && rows.front() == 0))
-        return;
-    moveSelected(step < 0 ? rows.front() - 1 : rows.back() + 2);
-}
-
 // ---- Entries as items
 
-CriteriaList::Rows CriteriaList::selectedRows() const {
+Rows CriteriaList::selectedRows() const {
     Rows rows;
     for (QTreeWidgetItem* item : selectedItems())
         rows.push_back(indexOfTopLevelItem(item));
@@ -204,13 +75,6 @@ int CriteriaList::selectedRow() const {
 std::string CriteriaList::selected() const {
     const int row = selectedRow();
     return row < 0 ? std::string() : entries_[static_cast<std::size_t>(row)].criterion;
-}
-
-int CriteriaList::find(const std::string& criteriaString) const {
-    const auto found = std::ranges::find_if(entries_, [&](const CriteriaEntry& entry) {
-        return modDictation::isSameCriterion(entry.criterion, criteriaString);
-    });
-    return found == entries_.end() ? -1 : static_cast<int>(found - entries_.begin());
 }
 
 // Items stay, so that one may change while it tells of its tick.
@@ -238,14 +102,30 @@ void CriteriaList::showEntry(int row) {
     item.setFlags(Qt::ItemIsSelectable | Qt::ItemIsEnabled | Qt::ItemIsUserCheckable |
                   Qt::ItemIsDragEnabled | Qt::ItemNeverHasChildren);
     item.setData(0, criterionRole, QByteArray::fromStdString(entry.criterion));
-    item.setText(0, toQt(modDictation::GetCriterionText(entry.criterion)));
     item.setCheckState(0, entry.leftOut ? Qt::Unchecked : Qt::Checked);
     item.setData(
         0, datesRole,
         relativeDatesText(modDictation::ParseCriteriaString(entry.criterion), platform::now()));
     item.setData(0, countRole, {});
     item.setData(0, emptyingRole, false);
+    showText(row);
+}
+
+void CriteriaList::showText(int row) {
+    const CriteriaEntry& entry = entries_[static_cast<std::size_t>(row)];
+    QTreeWidgetItem& item = *topLevelItem(row);
+    item.setText(0, toQt(modDictation::GetListedCriterionText(criterionOf(entry), all_)));
+    item.setData(0, indentedRole, entry.indented);
     describe(item);
+}
+
+void CriteriaList::setAll(bool all) {
+    if (std::exchange(all_, all) == all)
+        return;
+    const QSignalBlocker quiet(this);
+    for (int row = 0; row < topLevelItemCount(); ++row)
+        showText(row);
+    viewport()->update();
 }
 
 void CriteriaList::select(const Rows& rows) {

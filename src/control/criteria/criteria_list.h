@@ -4,12 +4,14 @@
 #pragma once
 
 #include "control/criteria/criteria_entry.h"
+#include "control/criteria/criteria_groups.h"
 #include "control/criteria/criteria_history.h"
 
 #include <QTreeWidget>
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 class QMenu;
@@ -33,7 +35,10 @@ public:
 
     const CriteriaEntries& entries() const { return entries_; }
     // Those that take part in searches, in list order.
-    std::vector<std::string> criteria() const;
+    std::vector<modDictation::Criterion> criteria() const { return criteriaOf(entries_); }
+
+    // Whether all criteria must match, or any one: it chooses the word that joins a group.
+    void setAll(bool all);
 
     // What was kept from an earlier use; no change.
     void load(CriteriaEntries entries);
@@ -42,11 +47,20 @@ public:
     // Adds it, or finds the entry that has it already; the entry is selected and scrolled to.
     // False when it was there.
     bool addOnce(const std::string& criteriaString);
+    // The same, for one that was made of copied(): in a group it stands below that one.
+    bool addBeside(const std::string& criteriaString);
+    // The selected one, or else the last; empty without one.
+    std::string copied() const;
     // Gives the selected entry another string. When another entry has that string already, the
     // selected one is removed and the other is selected instead; false then.
     bool replaceSelected(const std::string& criteriaString);
     // Selects the next entry, or the one before when it was the last.
     void removeSelected();
+    // Below the one with the keyboard, or else at the end. One that is in no group is not added a
+    // second time, but selected; false when there was nothing to add.
+    bool insert(const CriteriaEntries& added);
+    // The selected ones to the clipboard, as lines of a saved search.
+    void copySelected() const;
     void undo();
     void redo();
 
@@ -68,6 +82,7 @@ Q_SIGNALS:
     void editRequested();
     void deleteRequested();
     void duplicateRequested();
+    void pasteRequested();
     void dragRequested();
     void selectionMoved();
     void changed(); // the entries, by whatever the user did
@@ -80,25 +95,47 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    using Rows = std::vector<int>;
+    struct MenuEntry { // or a line, without a text
+        const char* icon = "";
+        std::int32_t text = 0;
+        QKeySequence key = {};
+        std::function<void(CriteriaList&)> act = {};
+        bool enabled = false;
+    };
 
     Rows selectedRows() const;
     int selectedRow() const; // of selected(), -1 without one
+    int copiedRow() const;
     int find(const std::string& criteriaString) const;
+    int find(const std::string& criteriaString, RowRange among) const;
+    int findFor(int row, const std::string& criteriaString) const;
     void change(CriteriaEntries next, const Rows& selected);
+    void change(ChangedCriteria next) { change(std::move(next.entries), next.selected); }
     void show(CriteriaEntries next, const Rows& selected);
     void showAgain(CriteriaEntries next);
     void showEntry(int row);
+    void showText(int row);
     void select(const Rows& rows);
     void tick(QTreeWidgetItem& item);
     void tickSelected();
-    void moveSelected(int before);
-    void moveSelectedBy(int step);
+    void moveSelectedUp() { change(movedBy(entries_, selectedRows(), -1)); }
+    void moveSelectedDown() { change(movedBy(entries_, selectedRows(), 1)); }
+    void indentSelected() { changeIndent(true); }
+    void outdentSelected() { changeIndent(false); }
+    void changeIndent(bool inward);
+    bool canIndent(bool inward) const {
+        return indented(entries_, selectedRows(), inward) != entries_;
+    }
+    void cutSelected();
     bool handleKey(const QKeyEvent& event);
     bool handleControlKey(const QKeyEvent& event);
+    bool handleClipboardKey(int key);
+    bool handleArrangingKey(int key);
     void fillMenu(QMenu& menu);
+    void addToMenu(QMenu& menu, const MenuEntry& entry);
 
     CriteriaEntries entries_;
+    bool all_ = true;
     CriteriaHistory history_;
 };
 

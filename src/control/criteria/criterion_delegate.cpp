@@ -30,6 +30,8 @@ void CriterionDelegate::initStyleOption(QStyleOptionViewItem* option,
         option->text = option->text.trimmed() + QStringLiteral(": ") + dates;
     if (option->features.testFlag(QStyleOptionViewItem::HasCheckIndicator))
         option->font.setItalic(option->checkState == Qt::Unchecked);
+    if (index.data(indentedRole).toBool())
+        option->rect.setLeft(option->rect.left() + option->fontMetrics.height() * 3 / 2);
 }
 
 void CriterionDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
@@ -38,7 +40,9 @@ void CriterionDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opt
     QStyleOptionViewItem cell = option;
     initStyleOption(&cell, index);
     const QWidget* widget = option.widget;
-    widget->style()->drawPrimitive(QStyle::PE_PanelItemViewItem, &cell, painter, widget);
+    QStyleOptionViewItem whole = cell;
+    whole.rect = option.rect;
+    widget->style()->drawPrimitive(QStyle::PE_PanelItemViewItem, &whole, painter, widget);
     cell.rect.setRight(paintCount(*painter, cell, index));
     widget->style()->drawControl(QStyle::CE_ItemViewItem, &cell, painter, widget);
     if (option.state.testFlag(QStyle::State_HasFocus))

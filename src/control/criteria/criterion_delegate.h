@@ -13,10 +13,11 @@ enum CriterionRole {
     datesRole,                    // what a relative date means today
     countRole,                    // "1,204 of 20,113"; empty when not known
     emptyingRole,                 // true: no dictation meets it
+    indentedRole,                 // true: it is in the group of the one above
 };
 
-// Draws them: the dates after the text, the count at the right. One that has the keyboard without
-// being selected gets a frame alone.
+// Draws them: indented or not, the dates after the text, the count at the right. One that has the
+// keyboard without being selected gets a frame alone.
 class CriterionDelegate final : public QStyledItemDelegate {
 public:
     using QStyledItemDelegate::QStyledItemDelegate;

@@ -78,7 +78,8 @@ std::vector<SavedSearch> searchesIn(const std::string& directory) {
                           "SavedSearches");
         const std::string stem = file.name.substr(0, file.name.size() - ending.size());
         std::string name = readableName(text.name.empty() ? stem : text.name);
-        searches.push_back({directory + file.name, std::move(name), std::move(text.search)});
+        searches.push_back(
+            {directory + file.name, std::move(name), std::move(text.search), text.skipped});
     }
     return searches;
 }

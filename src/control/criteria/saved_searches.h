@@ -17,6 +17,7 @@ struct SavedSearch {
     std::string file; // its path
     std::string name; // as a person reads it; of recent ones empty
     modDictation::Search search;
+    std::size_t skipped = 0; // lines of the file that could not be understood
 };
 
 // The searches that the user has saved, and the last ones: a file each, in the form of

@@ -1,10 +1,7 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
-#include "tests/control/control_fixture.h"
-
-#include <QDropEvent>
-#include <QMimeData>
+#include "tests/control/criteria/criteria_fixture.h"
 
 // What a user does to the list of criteria itself.
 
@@ -12,38 +9,6 @@ namespace ov {
 namespace {
 
 using namespace tests;
-
-class CriteriaListTest : public ControlTest {
-protected:
-    void open(const std::string& authors) {
-        std::string lines;
-        for (const char author : authors)
-            lines += std::string("5|17|") + author + "|\r\n";
-        write("SearchCriteria.dat", criterion(lines));
-        openControl();
-        criteria().setFocus();
-    }
-    // "A*B-C" : B is selected, C is left out.
-    std::string line() {
-        std::string all;
-        for (int i = 0; i < criteria().topLevelItemCount(); ++i) {
-            const auto* item = criteria().topLevelItem(i);
-            const std::string text = item->data(0, Qt::UserRole).toByteArray().toStdString();
-            all += (item->isSelected() ? "*" : "") +
-                   std::string(item->checkState(0) == Qt::Checked ? "" : "-") +
-                   modDictation::ParseCriteriaString(text).Value1;
-        }
-        return all;
-    }
-    void select(const std::vector<int>& rows) {
-        criteria().clearSelection();
-        for (const int row : rows)
-            criteria().topLevelItem(row)->setSelected(true);
-    }
-    QPoint middle(int row) {
-        return criteria().visualItemRect(criteria().topLevelItem(row)).center();
-    }
-};
 
 TEST_F(CriteriaListTest, ChangesSeveralAtOnceAndTakesItBack) {
     open("ABCD");
@@ -102,15 +67,6 @@ TEST_F(CriteriaListTest, KeepsThoseLeftOutBesideTheOthers) {
 
 TEST_F(CriteriaListTest, IsSortedByDragging) {
     open("ABC");
-    criteria().setDragDropMode(QAbstractItemView::DragDrop); // the test's drags come from nowhere
-    const auto drop = [this](QPoint place) {
-        const std::unique_ptr<QMimeData> data(
-            criteria().model()->mimeData({criteria().model()->index(0, 0)}));
-        QDragEnterEvent enter(place, Qt::MoveAction, data.get(), Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(criteria().viewport(), &enter);
-        QDropEvent event(place, Qt::MoveAction, data.get(), Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(criteria().viewport(), &event);
-    };
     select({0});
     drop(middle(2) + QPoint(0, 4));
     EXPECT_EQ(line(), "BC*A");

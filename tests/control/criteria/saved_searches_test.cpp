@@ -27,7 +27,7 @@ protected:
         for (QAction* action : menu.actions()) {
             if (*submenu != '\0' && action->menu() != nullptr && plain(*action) == submenu)
                 return find(*action->menu(), "", entry);
-            if (*submenu == '\0' && action->menu() == nullptr && plain(*action) == entry)
+            if (*submenu == '\0' && action->menu() == nullptr && plain(*action).starts_with(entry))
                 return action;
         }
         return nullptr;
@@ -134,6 +134,37 @@ TEST_F(SavedSearchesTest, SkipsWhatIsNoneAndShowsAnyNameSafely) {
     write("Searches/old.search", criterion("5|17|Anna|\r\n"));
     openControl();
     EXPECT_EQ(menuEntries().substr(0, 41), "Save criteria as…;;abc;Müller;old;;Rec");
+}
+
+TEST_F(SavedSearchesTest, KeepGroupsAndTellWhatCannotBeRead) {
+    write("SearchCriteria.dat", criterion("5|17|Anna|\r\n5|17|Berta|\r\n15|25|3|\r\n"));
+    openControl();
+    criteria().topLevelItem(1)->setSelected(true);
+    key(criteria(), Qt::Key_Right, Qt::AltModifier);
+    const std::string grouped =
+        "all; \"Author\" contains Anna; or: \"Author\" contains Berta; \"Priority\" is High";
+    EXPECT_EQ(shown(), grouped);
+    name("", "Save criteria as…", "Two");
+    EXPECT_EQ(read("Searches/Two.search"),
+              "name=Two\nall=1\nauthor contains Anna\n  author contains Berta\npriority is 3\n");
+    search();
+    key(criteria(), Qt::Key_Left, Qt::AltModifier);
+    choose("Recent searches", "(\"Author\" contains Anna / \"Author\"");
+    EXPECT_EQ(shown(), grouped);
+    key(criteria(), Qt::Key_A, Qt::ControlModifier);
+    key(criteria(), Qt::Key_Delete);
+    user->boxes.clear();
+    choose("", "Two");
+    EXPECT_EQ(shown(), grouped);
+    EXPECT_TRUE(user->boxes.empty());
+
+    write("Searches/Two.search", "name=Two\nauthor contains Anna\nfrom later\nmood is bad\n");
+    choose("", "Two");
+    EXPECT_EQ(shown(), "all; \"Author\" contains Anna");
+    ASSERT_EQ(user->boxes.size(), 1U);
+    const std::string& told = user->boxes[0].text;
+    EXPECT_TRUE(told.starts_with("Lines of the saved search that cannot be read: 2\r\n")) << told;
+    EXPECT_TRUE(told.ends_with("/Two.search.")) << told;
 }
 
 TEST(SavedSearchFileName, IsOneThatAFileCanHave) {

@@ -1,0 +1,189 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+// What the user does to the entries of the criteria list.
+
+#include "control/criteria/criteria_list.h"
+#include "dictation/typed/search_text.h"
+#include "widgets/text.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <algorithm>
+
+namespace ov {
+
+void CriteriaList::load(CriteriaEntries entries) {
+    history_.forget();
+    show(std::move(entries), {});
+}
+
+void CriteriaList::replaceAll(CriteriaEntries entries) {
+    change(std::move(entries), {});
+}
+
+bool CriteriaList::addOnce(const std::string& criteriaString) {
+    const int present = find(criteriaString);
+    CriteriaEntries next = entries_;
+    if (present < 0)
+        next.push_back({criteriaString});
+    change(next, {present < 0 ? static_cast<int>(entries_.size()) : present});
+    return present < 0;
+}
+
+int CriteriaList::copiedRow() const {
+    const int row = selectedRow();
+    return row < 0 ? static_cast<int>(entries_.size()) - 1 : row;
+}
+
+std::string CriteriaList::copied() const {
+    const int row = copiedRow();
+    return row < 0 ? std::string() : entries_[static_cast<std::size_t>(row)].criterion;
+}
+
+bool CriteriaList::addBeside(const std::string& criteriaString) {
+    const int row = copiedRow();
+    if (row < 0 || !isInGroup(entries_, row))
+        return addOnce(criteriaString);
+    const int present = findFor(row, criteriaString);
+    if (present < 0)
+        change(inserted(entries_, row + 1, {{criteriaString, false, true}}));
+    else
+        select({present});
+    return present < 0;
+}
+
+bool CriteriaList::replaceSelected(const std::string& criteriaString) {
+    const int row = selectedRow();
+    if (row < 0)
+        return addOnce(criteriaString);
+    const int present = findFor(row, criteriaString);
+    if (present >= 0 && present != row) {
+        change(without(entries_, {row}), {present > row ? present - 1 : present});
+        return false;
+    }
+    CriteriaEntries next = entries_;
+    next[static_cast<std::size_t>(row)].criterion = criteriaString;
+    change(std::move(next), {row});
+    return true;
+}
+
+void CriteriaList::removeSelected() {
+    const Rows rows = selectedRows();
+    if (rows.empty())
+        return;
+    CriteriaEntries next = without(entries_, rows);
+    const int last = static_cast<int>(next.size()) - 1;
+    change(std::move(next), last < 0 ? Rows{} : Rows{std::min(rows.front(), last)});
+}
+
+void CriteriaList::changeIndent(bool inward) {
+    const Rows rows = selectedRows();
+    change(indented(entries_, rows, inward), rows);
+}
+
+bool CriteriaList::insert(const CriteriaEntries& added) {
+    const int current = selectedRow();
+    const int before = current < 0 ? static_cast<int>(entries_.size()) : current + 1;
+    CriteriaEntries fresh;
+    Rows present;
+    for (int row = 0; row < static_cast<int>(added.size()); ++row) {
+        const CriteriaEntry& entry = added[static_cast<std::size_t>(row)];
+        const bool isAlone =
+            !entry.indented && !isInGroup(added, row) && !isInsideGroup(entries_, before);
+        const int same = isAlone ? find(entry.criterion) : -1;
+        if (same < 0)
+            fresh.push_back(entry);
+        else
+            present.push_back(same);
+    }
+    ChangedCriteria next = inserted(entries_, before, fresh);
+    for (const int row : present)
+        next.selected.push_back(row < before ? row : row + static_cast<int>(fresh.size()));
+    std::ranges::sort(next.selected);
+    change(std::move(next));
+    return !fresh.empty();
+}
+
+void CriteriaList::copySelected() const {
+    std::vector<modDictation::Criterion> criteria;
+    for (const CriteriaEntry& entry : only(entries_, selectedRows()))
+        criteria.push_back(criterionOf(entry));
+    if (!criteria.empty())
+        QGuiApplication::clipboard()->setText(
+            widgets::toQt(modDictation::writeCriteriaText(criteria)));
+}
+
+void CriteriaList::cutSelected() {
+    copySelected();
+    removeSelected();
+}
+
+void CriteriaList::undo() {
+    if (auto before = history_.undo(entries_))
+        showAgain(std::move(*before));
+}
+
+void CriteriaList::redo() {
+    if (auto after = history_.redo(entries_))
+        showAgain(std::move(*after));
+}
+
+// Selects the first entry that is another one than before.
+void CriteriaList::showAgain(CriteriaEntries next) {
+    const auto differs = std::ranges::mismatch(entries_, next).in2 - next.begin();
+    const int last = static_cast<int>(next.size()) - 1;
+    const Rows rows = last < 0 ? Rows{} : Rows{std::min(static_cast<int>(differs), last)};
+    show(std::move(next), rows);
+    Q_EMIT changed();
+}
+
+void CriteriaList::change(CriteriaEntries next, const Rows& selected) {
+    if (next == entries_) {
+        select(selected);
+        return;
+    }
+    history_.keep(entries_);
+    show(std::move(next), selected);
+    Q_EMIT changed();
+}
+
+void CriteriaList::tick(QTreeWidgetItem& item) {
+    const int row = indexOfTopLevelItem(&item);
+    const bool leftOut = item.checkState(0) == Qt::Unchecked;
+    CriteriaEntries next = entries_;
+    next.at(static_cast<std::size_t>(row)).leftOut = leftOut;
+    change(std::move(next), selectedRows());
+}
+
+// All as the first of them will be.
+void CriteriaList::tickSelected() {
+    const Rows rows = selectedRows();
+    CriteriaEntries next = entries_;
+    for (const int row : rows)
+        next[static_cast<std::size_t>(row)].leftOut =
+            !entries_[static_cast<std::size_t>(rows.front())].leftOut;
+    change(std::move(next), rows);
+}
+
+int CriteriaList::find(const std::string& criteriaString) const {
+    return find(criteriaString, {0, static_cast<int>(entries_.size())});
+}
+
+int CriteriaList::find(const std::string& criteriaString, RowRange among) const {
+    for (int row = among.first; row < among.end; ++row)
+        if (modDictation::isSameCriterion(entries_[static_cast<std::size_t>(row)].criterion,
+                                          criteriaString))
+            return row;
+    return -1;
+}
+
+// Where an entry that becomes this would be there twice. Two groups may have the same.
+int CriteriaList::findFor(int row, const std::string& criteriaString) const {
+    if (find(criteriaString, {row, row + 1}) >= 0)
+        return row;
+    return isInGroup(entries_, row) ? find(criteriaString, groupAround(entries_, row))
+                                    : find(criteriaString);
+}
+
+} // namespace ov

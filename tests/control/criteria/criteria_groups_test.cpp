@@ -1,0 +1,224 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#include "tests/control/criteria/criteria_fixture.h"
+
+#include <QStyle>
+
+// Criteria that are indented below another one, and what happens to them.
+
+namespace ov {
+namespace {
+
+using namespace tests;
+
+class CriteriaGroups : public CriteriaListTest {
+protected:
+    std::string spokenAt(int row) {
+        return criteria()
+            .topLevelItem(row)
+            ->data(0, Qt::AccessibleTextRole)
+            .toString()
+            .toStdString();
+    }
+    int hits() {
+        search();
+        return model().rowCount();
+    }
+};
+
+TEST_F(CriteriaGroups, AreKeptByEveryChange) {
+    struct Change {
+        std::string before;
+        std::vector<int> rows;
+        Qt::Key key;
+        Qt::KeyboardModifiers modifiers;
+        std::string after;
+    };
+    constexpr auto alt = Qt::AltModifier;
+    for (const Change& c :
+         std::vector<Change>{{"ABC", {0, 1}, Qt::Key_Right, alt, "*A>*BC"}, // the first stays
+                             {"AB>C", {1}, Qt::Key_Right, alt, "A>*B>C"},
+                             {"A>B>C", {1}, Qt::Key_Left, alt, "A*B>C"},
+                             {"A>B>C", {0}, Qt::Key_Delete, {}, "*B>C"},
+                             {"XA>B>C", {1, 2}, Qt::Key_Delete, {}, "X*C"},
+                             {"A>BC>D", {1, 2}, Qt::Key_Delete, {}, "A*D"},
+                             // The first of a group takes it along, past whole groups.
+                             {"XA>B", {1}, Qt::Key_Up, alt, "*A>BX"},
+                             {"A>BX>Y", {0}, Qt::Key_Down, alt, "X>Y*A>B"},
+                             {"A>BX>YZ", {4}, Qt::Key_Up, alt, "A>B*ZX>Y"},
+                             {"A>BC", {0, 2}, Qt::Key_Up, alt, "*A>B*C"},
+                             // Another one changes its place in it, and leaves it at the end.
+                             {"A>B>C", {1}, Qt::Key_Down, alt, "A>C>*B"},
+                             {"A>B>C", {1}, Qt::Key_Up, alt, "*B>A>C"},
+                             {"A>B>CX", {2}, Qt::Key_Down, alt, "A>BX*C"},
+                             {"A>BX>Y", {1}, Qt::Key_Down, alt, "AX>*B>Y"},
+                             {"A>BX", {1}, Qt::Key_Space, {}, "A>*-BX"}}) {
+        openGrouped(c.before);
+        EXPECT_EQ(line(), c.before);
+        select(c.rows);
+        const std::string selected = line();
+        key(criteria(), c.key, c.modifiers);
+        EXPECT_EQ(line(), c.after) << c.before;
+        if (c.after == selected)
+            continue; // nothing to take back
+        controlKey(Qt::Key_Z);
+        select({});
+        EXPECT_EQ(line(), c.before) << "taken back";
+        controlKey(Qt::Key_Y);
+        select({});
+        openControl();
+        std::string plain = c.after;
+        std::erase(plain, '*');
+        EXPECT_EQ(line(), plain) << "kept";
+    }
+}
+
+TEST_F(CriteriaGroups, AreJoinedByDragging) {
+    openGrouped("A>BCD");
+    select({3});
+    drop(middle(1) - QPoint(0, 4));
+    EXPECT_EQ(line(), "A>*D>BC");
+    select({2});
+    drop(middle(3) + QPoint(0, 4));
+    EXPECT_EQ(line(), "A>DC*B");
+    select({0});
+    drop({20, criteria().viewport()->height() - 2});
+    EXPECT_EQ(line(), "CB*A>D");
+}
+
+TEST_F(CriteriaGroups, AreMadeFromTheMenuToo) {
+    open("ABC");
+    const auto offered = [this](const std::vector<int>& rows) {
+        select(rows);
+        rightClick(criteria());
+        auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        std::string both;
+        for (const QAction* action : menu->actions())
+            if (action->text().contains(u"roup"))
+                both += action->isEnabled() ? 'y' : 'n';
+        menu->close();
+        return both;
+    };
+    EXPECT_EQ(offered({0}), "nn") << "the first stays where it is";
+    EXPECT_EQ(offered({0, 2}), "yn");
+    rightClick(criteria());
+    click("Group with the one above");
+    EXPECT_EQ(line(), "*AB>*C");
+    EXPECT_EQ(offered({2}), "ny");
+    EXPECT_EQ(offered({1, 2}), "yy");
+    rightClick(criteria());
+    click("Take out of the group");
+    EXPECT_EQ(line(), "A*B*C");
+}
+
+TEST_F(CriteriaGroups, FindWhatTheyMeanAndSayIt) {
+    for (const char* name : {"2$ROH@@14$Ax", "2$ROH@@14$Ay", "2$ROH@@14$Bx", "2$WAV@@14$By"})
+        store.add(std::string(name) + ".WAV");
+    write("SearchCriteria.dat",
+          criterion("5|17|A|\r\n5|17|y|\r\n2|25|7|\r\n5|17|none|\r\n5|17|zero|\r\n"));
+    openControl();
+    select({3, 4});
+    key(criteria(), Qt::Key_Space);
+    EXPECT_EQ(hits(), 1);
+    select({1});
+    altKey(Qt::Key_Right); // which the list of hits follows
+    QCoreApplication::processEvents();
+    EXPECT_EQ(model().rowCount(), 2) << "(A or y) and ROH";
+    EXPECT_EQ(spokenAt(0) + "; " + spokenAt(1),
+              "\"Author\" contains A, 2 of 4; or: \"Author\" contains y, 2 of 4");
+    clickOn(window(), "optCriteriaCompare(0)");
+    QCoreApplication::processEvents();
+    EXPECT_EQ(model().rowCount(), 3) << "(A and y) or ROH";
+    EXPECT_EQ(spokenAt(1), "and: \"Author\" contains y");
+    speak("7");
+    EXPECT_EQ(spokenAt(1), "und: \"Autor\" enthält y");
+    speak("9");
+    clickOn(window(), "optCriteriaCompare(1)");
+
+    select({0});
+    key(criteria(), Qt::Key_Space);
+    EXPECT_EQ(hits(), 1) << "y and ROH: the next one begins the group";
+    select({3, 4});
+    key(criteria(), Qt::Key_Space);
+    select({3});
+    altKey(Qt::Key_Right);
+    EXPECT_EQ(hits(), 0);
+    const auto& hint = widget<QLabel>("lblListHint");
+    EXPECT_EQ(hint.text().toStdString(), "No dictation meets this criterion:\n\"Author\" contains "
+                                         "zero")
+        << "one of a group of which another is met is none";
+    select({4});
+    altKey(Qt::Key_Right);
+    EXPECT_EQ(hits(), 1);
+    select({2});
+    key(criteria(), Qt::Key_Space);
+    EXPECT_EQ(hits(), 0) << "y and (none or zero)";
+    EXPECT_EQ(hint.text().toStdString(),
+              "No dictation meets even one of these criteria:\n\"Author\" contains none\nor: "
+              "\"Author\" contains zero");
+}
+
+TEST_F(CriteriaGroups, StandBesideTheCriteria) {
+    openGrouped("A>B>CD>EF");
+    EXPECT_EQ(bars(read("SearchCriteria.grp")),
+              "5|17|A|\r\n 5|17|B|\r\n 5|17|C|\r\n5|17|D|\r\n 5|17|E|\r\n");
+    select({1});
+    key(criteria(), Qt::Key_Space);
+    EXPECT_EQ(bars(read("SearchCriteria.dat")),
+              "5|17|A|\r\n5|17|C|\r\n5|17|D|\r\n5|17|E|\r\n5|17|F|\r\n")
+        << "for whoever knows of no groups";
+    openControl();
+    EXPECT_EQ(line(), "A>-B>CD>EF");
+    closeControl();
+    write("SearchCriteria.dat",
+          criterion("5|17|A|\r\n5|17|X|\r\n5|17|C|\r\n5|17|D|\r\n5|17|E|\r\n"));
+    openControl();
+    EXPECT_EQ(line(), "A-BXCD>E") << "what no longer fits is dropped";
+    select({0, 1, 2, 3, 4, 5});
+    altKey(Qt::Key_Left);
+    EXPECT_FALSE(fs::exists(folder() / "SearchCriteria.grp"));
+    closeControl();
+    for (const char* rubbish :
+         {"rubbish\r\n\r\n \x01\xFF", " 5|17|A|\r\n 5|17|B|\r\n", "5|17|A|\r\n5|17|B|\r\n"}) {
+        write("SearchCriteria.grp", criterion(rubbish));
+        openControl();
+        EXPECT_EQ(line(), "A-BXCDE") << rubbish;
+        closeControl();
+    }
+}
+
+TEST_F(CriteriaGroups, GoOnWithAnotherOfAnEntry) {
+    openGrouped("A>BC");
+    select({0});
+    enter([&] { controlKey(Qt::Key_D); }, "N");
+    EXPECT_EQ(line(), "A>*N>BC");
+    select({2});
+    enter([&] { controlKey(Qt::Key_D); }, "C");
+    EXPECT_EQ(line(), "A>N>B>*CC") << "which is another one in a group";
+    select({1});
+    enter([&] { key(criteria(), Qt::Key_F2); }, "B");
+    EXPECT_EQ(line(), "A>*B>CC");
+    EXPECT_EQ(user->boxes.size(), 1U) << "it was there";
+    select({3});
+    enter([&] { controlKey(Qt::Key_D); }, "E");
+    EXPECT_EQ(line(), "A>B>CC*E");
+}
+
+TEST_F(CriteriaGroups, AreTickedWhereTheirBoxIs) {
+    openGrouped("A>B");
+    const auto boxOf = [this](int row) {
+        const QStyle& style = *criteria().style();
+        return QPoint(criteria().visualItemRect(criteria().topLevelItem(row)).left() +
+                          style.pixelMetric(QStyle::PM_IndicatorWidth) / 2 + 3,
+                      middle(row).y());
+    };
+    QTest::mouseClick(criteria().viewport(), Qt::LeftButton, {}, boxOf(1));
+    EXPECT_EQ(criteria().topLevelItem(1)->checkState(0), Qt::Checked);
+    const QPoint inward(criteria().fontMetrics().height() * 3 / 2, 0);
+    QTest::mouseClick(criteria().viewport(), Qt::LeftButton, {}, boxOf(1) + inward);
+    EXPECT_EQ(criteria().topLevelItem(1)->checkState(0), Qt::Unchecked);
+}
+
+} // namespace
+} // namespace ov
