@@ -6,6 +6,7 @@
 #include "support/language/text_ids.h"
 #include "widgets/captions.h"
 #include "widgets/first_size.h"
+#include "widgets/help/help_keys.h"
 #include "widgets/text.h"
 
 #include <QApplication>
@@ -25,15 +26,19 @@ namespace ov {
 DetailsDialog::DetailsDialog(std::string path, QWidget* parent)
     : QDialog(parent), path_(std::move(path)), lstDetails_(new QTableWidget(this)) {
     setObjectName(QStringLiteral("DetailsDialog"));
+    setWindowFlag(Qt::WindowContextHelpButtonHint);
+    widgets::addHelpKeys(*this);
     buildWindow();
     fill();
     resizeColumns();
     lstDetails_->setCurrentCell(0, 0, QItemSelectionModel::NoUpdate);
     widgets::followLanguage(*this, [this] {
         widgets::translate(*this);
+        widgets::explain(*this);
         fill();
     });
     widgets::translate(*this);
+    widgets::explain(*this);
     constexpr QSize comfortable(720, 520);
     widgets::resizeOnScreen(*this, comfortable);
 }

@@ -62,6 +62,7 @@ TEST_F(ScreenReader, ReadsTheListAsItIsSeen) {
     QAccessibleInterface* current = list().focusChild();
     ASSERT_NE(current, nullptr);
     EXPECT_TRUE(current->state().focused && current->state().selected);
+    EXPECT_TRUE(current->state().focusable && !list().child(0)->state().focusable);
     EXPECT_EQ(current->text(QAccessible::Value), current->text(QAccessible::Name));
     EXPECT_EQ(current->text(QAccessible::Description), QString()) << "not said a second time";
     EXPECT_EQ(list().child(0)->text(QAccessible::Value), QString()) << "of a title";

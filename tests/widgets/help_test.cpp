@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
+#include "dialogs/details_dialog.h"
 #include "dialogs/frmCriteria.h"
 #include "dialogs/frmExportOptionsPrint.h"
 #include "dialogs/frmSearchResultColumns.h"
@@ -111,9 +112,11 @@ TEST_F(Help, ExplainsEveryControl) {
     frmCriteria editor;
     frmSearchResultColumns columns;
     frmExportOptionsPrint print;
-    for (QDialog* dialog : std::initializer_list<QDialog*>{&editor, &columns, &print})
+    DetailsDialog details("\\a\\2$ROH.WAV", nullptr);
+    for (QDialog* dialog : std::initializer_list<QDialog*>{&editor, &columns, &print, &details})
         dialog->show();
-    for (QWidget* root : std::initializer_list<QWidget*>{&window(), &editor, &columns, &print})
+    for (QWidget* root :
+         std::initializer_list<QWidget*>{&window(), &editor, &columns, &print, &details})
         for (const QWidget* control : root->findChildren<QWidget*>())
             if (isForTheUser(*control)) {
                 EXPECT_FALSE(control->whatsThis().isEmpty())

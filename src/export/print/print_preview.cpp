@@ -85,7 +85,9 @@ PrintPreview::PrintPreview(const ListPages& pages, QWidget* parent)
     widgets::addHelpKeys(*this);
     widgets::setChapter(*this, widgets::chapter::lists);
     setWindowFlag(Qt::WindowMaximizeButtonHint);
+    setWindowFlag(Qt::WindowContextHelpButtonHint);
     widgets::setCaption(*this, text_id::previewTitle);
+    area_->setObjectName(QStringLiteral("PageArea"));
     area_->setWidget(view_);
     area_->setAlignment(Qt::AlignCenter);
     area_->setBackgroundRole(QPalette::Dark);
@@ -93,8 +95,12 @@ PrintPreview::PrintPreview(const ListPages& pages, QWidget* parent)
     auto* column = new QVBoxLayout(this);
     column->addLayout(buildTools());
     column->addWidget(area_, 1);
-    widgets::translate(*this);
-    widgets::followLanguage(*this, [this] { widgets::translate(*this); });
+    const auto translate = [this] {
+        widgets::translate(*this);
+        widgets::explain(*this);
+    };
+    translate();
+    widgets::followLanguage(*this, translate);
 
     const QSize screen = this->screen()->availableSize();
     constexpr int widest = 1100;

@@ -57,5 +57,10 @@ constexpr std::int32_t aboutPrintTitle = 1445;
 constexpr std::int32_t aboutNothing = 1446;
 constexpr std::int32_t aboutOk = 1447;
 constexpr std::int32_t aboutCancel = 1448;
+constexpr std::int32_t aboutPages = 1450;
+constexpr std::int32_t aboutPrintNow = 1451;
+constexpr std::int32_t aboutWholePage = 1452;
+constexpr std::int32_t aboutDetails = 1453;
+constexpr std::int32_t aboutCopyDetails = 1454;
 
 } // namespace ov::text_id

@@ -74,14 +74,28 @@ constexpr std::array explanations{
     Explanation{"txtTitel", text_id::aboutPrintTitle},
     Explanation{"btnChooseListItemFont", text_id::aboutNothing},
     Explanation{"btnPageSetup", text_id::aboutNothing},
+    // The preview of a print
+    Explanation{"PageArea", text_id::aboutPages},
+    Explanation{"PageNumber", text_id::aboutPages},
+    Explanation{"cmdPrint", text_id::aboutPrintNow},
+    Explanation{"cmdWholePage", text_id::aboutWholePage},
+    // The details of a dictation
+    Explanation{"lstDetails", text_id::aboutDetails},
+    Explanation{"cmdCopy", text_id::aboutCopyDetails},
     // All dialogs
+    Explanation{"cmdClose", text_id::aboutCancel},
     Explanation{"cmdOK", text_id::aboutOk},
     Explanation{"cmdCancel", text_id::aboutCancel},
 };
 
 } // namespace
 
+// What is not told here says what its tip says.
 void explain(QWidget& root) {
+    const QList<QWidget*> widgets = root.findChildren<QWidget*>();
+    for (QWidget* widget : widgets)
+        if (!widget->toolTip().isEmpty())
+            widget->setWhatsThis(widget->toolTip());
     for (const Explanation& explanation : explanations)
         if (auto* widget = root.findChild<QWidget*>(QLatin1String(explanation.name)))
             widget->setWhatsThis(toolTipText(plainText(explanation.text)));

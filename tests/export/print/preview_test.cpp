@@ -56,6 +56,9 @@ TEST_F(ListExport, PreviewTurnsPagesZoomsAndPrints) {
             EXPECT_EQ(number.value(), page);
             EXPECT_EQ(view.grab().toImage() == first, page == 1) << page;
         };
+        for (const char* name : {"PageArea", "PageNumber", "cmdPrint", "cmdPreviousPage",
+                                 "cmdZoomIn", "cmdWholePage", "cmdClose"})
+            EXPECT_FALSE(child<QWidget>(dialog, name).whatsThis().isEmpty()) << name;
         const auto& next = child<QToolButton>(dialog, "cmdNextPage");
         press(Qt::Key_End, last);
         EXPECT_FALSE(next.isEnabled());
