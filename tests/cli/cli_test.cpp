@@ -158,6 +158,12 @@ TEST_F(Cli, CriteriaFile) {
     EXPECT_EQ(authors({"--criteria-file", settings_.native("Other.dat"), "--criteria-file", file}),
               "Zeh Müller")
         << "one search after the other";
+    settings_.add("groups.txt", "author is-not-empty\nauthor is zeh\n  author is müller\n");
+    const Texts grouped{"--criteria-file", settings_.native("groups.txt")};
+    EXPECT_EQ(authors(grouped), "Müller Zeh") << "any of these inside all of these";
+    settings_.add("groups.txt",
+                  "all=0\nauthor contains z\n  author contains x\nauthor is müller\n");
+    EXPECT_EQ(authors(grouped), "Müller") << "all of these inside any of these";
 }
 
 // Settings files that are not what they should be change nothing.

@@ -76,6 +76,9 @@ TEST_F(Export, CriteriaStandInWords) {
          {std::pair(false, "Finds dictations that meet at least one criterion."),
           std::pair(true, "Finds dictations that meet all criteria.")})
         EXPECT_EQ(describe({"", {one, one}, all}).criteria[0], text);
+    const modDictation::Criterion below{5, 17, "M", "", true};
+    EXPECT_EQ(describe({"", {one, below}}).criteria[2], "or: \"Author\" contains M");
+    EXPECT_EQ(describe({"", {one, below}, false}).criteria[2], "and: \"Author\" contains M");
     for (const auto& [number, name] :
          {std::pair(0, "de"), std::pair(7, "de"), std::pair(9, "en")}) {
         modLanguage::SetLanguage(number, 0);

@@ -206,14 +206,17 @@ std::size_t applyGroupLines(std::string_view lines, CriteriaEntries& entries) {
     std::size_t dropped = 0;
     auto from = entries.begin();
     for (const auto& group : groups) {
-        const auto found = std::ranges::search(from, entries.end(), group.begin(), group.end(), {},
-                                               &CriteriaEntry::criterion);
-        dropped += found.empty() ? 1 : 0;
-        if (found.empty())
+        const auto isSame = [](const CriteriaEntry& entry, std::string_view criterion) {
+            return entry.criterion == criterion;
+        };
+        const auto found = std::search(from, entries.end(), group.begin(), group.end(), isSame);
+        if (found == entries.end()) {
+            ++dropped;
             continue;
-        for (auto entry = found.begin() + 1; entry != found.end(); ++entry)
+        }
+        from = found + static_cast<std::ptrdiff_t>(group.size());
+        for (auto entry = found + 1; entry != from; ++entry)
             entry->indented = true;
-        from = found.end();
     }
     return dropped;
 }
