@@ -91,8 +91,8 @@ void ctrlOVSearch::UserControl_Terminate() {
         if (const auto saved = criteriaFile_.save(view_.lvSearchCriteria->entries()); !saved.ok())
             WriteErrorLog(saved, "SaveCriteria");
         view_.lvSearchResult->saveSettings();
-        if (shareMoved_)
-            settings_.setCriteriaShare(view_.criteriaShare());
+        if (const auto share = view_.criteriaRoom->draggedShare())
+            settings_.setCriteriaShare(*share);
     }
     if (before.tellsHost)
         trapped("UserControl_Terminate", [] {

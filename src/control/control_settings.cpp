@@ -141,8 +141,10 @@ void ControlSettings::setSpeedPercent(std::int32_t percent) const {
     settings_.setNumber(key::speedPercent, percent);
 }
 
-std::int32_t ControlSettings::criteriaShare() const {
-    return settings_.number(key::criteriaShare, 300, 0, 1000);
+std::optional<std::int32_t> ControlSettings::criteriaShare() const {
+    constexpr std::int32_t none = -1;
+    const std::int32_t share = settings_.number(key::criteriaShare, none, 0, 1000);
+    return share == none ? std::nullopt : std::optional(share);
 }
 
 void ControlSettings::setCriteriaShare(std::int32_t thousandths) const {

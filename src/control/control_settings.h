@@ -8,6 +8,7 @@
 #include "support/ini_section.h"
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -47,8 +48,9 @@ public:
     std::int32_t speedPercent() const; // of the player, 50 to 200; 100
     void setSpeedPercent(std::int32_t percent) const;
 
-    // How high the criteria's half of the window is, in thousandths; 300.
-    std::int32_t criteriaShare() const;
+    // How high the user made the criteria's half of the window, in thousandths; nothing: as high
+    // as the criteria need.
+    std::optional<std::int32_t> criteriaShare() const;
     void setCriteriaShare(std::int32_t thousandths) const;
 
     // What searches keep of the store in memory: how much at most, in MiB, 512; and whether the

@@ -19,6 +19,7 @@ enum class ControlState : std::uint8_t {
     following, // a search goes on as the criteria changed; all else may be asked for
     filling,   // its hits come into the list
     copying,
+    sorting,
     exporting, // to a file, to paper, to the preview
     ending,    // the host has let go; nothing comes after this
 };
@@ -31,7 +32,7 @@ struct StateRules {
     bool hasContents;   // criteria that are worth saving, texts to translate
 };
 
-inline constexpr std::array<StateRules, 10> stateRules{{
+inline constexpr std::array<StateRules, 11> stateRules{{
     //               commands button stops  host   contents
     /* notBuilt  */ {false, false, false, false, false},
     /* idle      */ {true, false, false, false, true},
@@ -41,6 +42,7 @@ inline constexpr std::array<StateRules, 10> stateRules{{
     /* following */ {true, false, true, true, true},
     /* filling   */ {false, false, false, true, true},
     /* copying   */ {false, false, true, false, true},
+    /* sorting   */ {false, false, true, false, true},
     /* exporting */ {false, false, false, false, true},
     /* ending    */ {false, false, false, false, false},
 }};

@@ -10,6 +10,7 @@
 #include "widgets/help/help_keys.h"
 #include "widgets/icons.h"
 #include "widgets/legible.h"
+#include "widgets/main_button.h"
 #include "widgets/spoken.h"
 #include "widgets/text.h"
 
@@ -44,8 +45,9 @@ constexpr std::array<ButtonTexts, 3> criteriaButtons{
      {"edit", text_id::editCriterionButton, text_id::editCriterionTip},
      {"delete", text_id::deleteCriterionButton, text_id::deleteCriterionTip}}};
 
+template <typename Button = QPushButton>
 QPushButton* makeButton(QWidget* parent, const QString& name, const ButtonTexts& texts) {
-    auto* button = new QPushButton(parent);
+    auto* button = new Button(parent);
     button->setObjectName(name);
     button->setAutoDefault(false);
     if (texts.caption == 0)
@@ -75,6 +77,7 @@ ControlView::ControlView(QWidget& control)
     splitter->addWidget(buildResultHalf());
     splitter->setStretchFactor(0, 0);
     splitter->setStretchFactor(1, 1);
+    criteriaRoom = new CriteriaRoom(*splitter, *lvSearchCriteria);
     auto* column = new QVBoxLayout(&control);
     constexpr int margin = 6;
     column->setContentsMargins(margin, margin, margin, margin);
@@ -173,8 +176,9 @@ QBoxLayout* ControlView::buildSearchRow(QWidget* parent) {
     cmdSearchStop = makeButton(parent, QStringLiteral("cmdSearchStop"),
                                {"abort", text_id::stopButton, text_id::stopTip});
     for (std::size_t i = 0; i < cmdSearchOptions.size(); ++i) {
-        cmdSearchOptions[i] = makeButton(
-            parent, indexedName("cmdSearchOptions", static_cast<int>(i)), searchButtons[i]);
+        const auto make = i == search ? makeButton<widgets::MainButton> : makeButton<QPushButton>;
+        cmdSearchOptions[i] =
+            make(parent, indexedName("cmdSearchOptions", static_cast<int>(i)), searchButtons[i]);
         row->addWidget(cmdSearchOptions[i]);
         if (i == search)
             row->addWidget(cmdSearchStop);
@@ -252,19 +256,6 @@ void ControlView::goRound(bool forward) const {
                            : focus != nullptr && picPlayer->isAncestorOf(focus) ? 2
                                                                                 : 1;
     stops[(at + (forward ? 1 : 2)) % stops.size()]->setFocus(Qt::ShortcutFocusReason);
-}
-
-std::int32_t ControlView::criteriaShare() const {
-    const QList<int> heights = splitter->sizes();
-    const int whole = heights[0] + heights[1];
-    return whole > 0 ? (heights[0] * 1000 + whole / 2) / whole : 0;
-}
-
-void ControlView::setCriteriaShare(std::int32_t thousandths) const {
-    const QList<int> heights = splitter->sizes();
-    const int whole = heights[0] + heights[1];
-    const int criteria = whole * thousandths / 1000;
-    splitter->setSizes({criteria, whole - criteria});
 }
 
 } // namespace ov

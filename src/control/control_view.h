@@ -5,6 +5,7 @@
 
 #include "control/control_state.h"
 #include "control/criteria/criteria_list.h"
+#include "control/criteria/criteria_room.h"
 #include "control/criteria/empty_state.h"
 #include "control/filter/filter_edit.h"
 #include "control/results/result_list.h"
@@ -59,11 +60,8 @@ public:
     // Gives the keyboard to the next of criteria, hits and player, or to the one before.
     void goRound(bool forward) const;
 
-    // Share of the height that the criteria take, in thousandths.
-    std::int32_t criteriaShare() const;
-    void setCriteriaShare(std::int32_t thousandths) const;
-
     QSplitter* splitter = nullptr;
+    CriteriaRoom* criteriaRoom = nullptr;
     CriteriaList* lvSearchCriteria = nullptr;
     std::array<QPushButton*, 3> cmdSearchKriteriaOptions{};
     QPushButton* cmdSavedSearches = nullptr;

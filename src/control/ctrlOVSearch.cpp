@@ -118,7 +118,7 @@ void ctrlOVSearch::buildControl() {
     view_.picPlayer->setSpeedPercent(settings_.speedPercent());
     view_.chkFollow->setChecked(settings_.followsCriteria());
     view_.lvSearchCriteria->load(criteriaFile_.load());
-    shareToShow_ = settings_.criteriaShare();
+    view_.criteriaRoom->begin(settings_.criteriaShare());
     enter(ControlState::idle); // from now on the criteria are worth saving
     connectAll();
     addShortcuts();
@@ -139,8 +139,6 @@ void ctrlOVSearch::connectAll() {
     connect(view_.cmdSearchStop, &QPushButton::clicked, this, &ctrlOVSearch::stopSearch);
     for (QRadioButton* option : view_.optCriteriaCompare)
         connect(option, &QRadioButton::clicked, this, &ctrlOVSearch::compareChanged);
-
-    connect(view_.splitter, &QSplitter::splitterMoved, this, [this] { shareMoved_ = true; });
 
     connectCriteria();
     connectResults();
@@ -240,14 +238,6 @@ void ctrlOVSearch::changeEvent(QEvent* event) {
         followParent();
     }
     QWidget::changeEvent(event);
-}
-
-// Only now is it known how much room the halves share.
-void ctrlOVSearch::showEvent(QShowEvent* event) {
-    QWidget::showEvent(event);
-    if (!shareToShow_)
-        return;
-    view_.setCriteriaShare(*std::exchange(shareToShow_, std::nullopt));
 }
 
 void ctrlOVSearch::retranslate() {

@@ -59,7 +59,6 @@ public:
 
 protected:
     void changeEvent(QEvent* event) override;
-    void showEvent(QShowEvent* event) override;
 
 private:
     // Code of the control that calls the host or lets messages be handled is on the stack. Keeps
@@ -143,6 +142,7 @@ private:
     void exportRows(exporting::print::Command what, bool selectedOnly);
     void chooseColumns();
     void changeHeader(const HeaderChoice& choice);
+    void sortRows(const HeaderChoice& choice);
     void showColumns(const std::function<bool(const modDictation::SearchField&)>& isVisible);
     void saveColumns();
     void showRow(const std::string& path);
@@ -178,14 +178,12 @@ private:
     ControlState state_ = ControlState::notBuilt;
     int frames_ = 0;
     bool criteriaUnsaved_ = false;
-    bool criteriaChanged_ = false;            // since they were searched for
-    std::stop_source stop_;                   // of the command that is at work
-    std::optional<std::int32_t> shareToShow_; // of the criteria's half, once there is room
-    bool shareMoved_ = false;                 // by the user
-    bool toldUnsaved_ = false;                // that the criteria cannot be saved
-    QPointer<QWidget> searchedFrom_;          // of the criteria: had the keyboard
-    std::optional<SearchOutcome> outcome_;    // of the last search
-    modDictation::Search searched_;           // what it looked for
+    bool criteriaChanged_ = false;                              // since they were searched for
+    std::stop_source stop_;                                     // of the command that is at work
+    bool toldUnsaved_ = false;                                  // that the criteria cannot be saved
+    QPointer<QWidget> searchedFrom_;                            // of the criteria: had the keyboard
+    std::optional<SearchOutcome> outcome_;                      // of the last search
+    modDictation::Search searched_;                             // what it looked for
     std::shared_ptr<modDictation::RememberedStore> remembered_; // by all searches
 };
 

@@ -6,8 +6,6 @@
 #include "control/ctrlOVSearch.h"
 #include "control/wait_cursor.h"
 #include "dialogs/details_dialog.h"
-#include "dialogs/frmSearchResultColumns.h"
-#include "dictation/field_table.h"
 #include "platform/user_interface.h"
 #include "support/language/text_ids.h"
 #include "support/modUtil.h"
@@ -45,12 +43,6 @@ void ctrlOVSearch::connectResults() {
             [this] { cmdSearchOptions_Click(ControlView::log); });
     connect(results, &ResultList::columnsRequested, this,
             [this] { cmdSearchOptions_Click(ControlView::columns); });
-    connect(results, &ResultList::sortRequested, this, [this](int column) {
-        post("lvSearchResult_ColumnClick", [this, column] {
-            const WaitCursor waiting;
-            view_.lvSearchResult->sortByColumn(column);
-        });
-    });
     connect(results, &ResultList::detailsRequested, this,
             posted("ShowDetails", [this] { showDetails(); }));
     connect(results, &ResultList::searchAfreshRequested, this, &ctrlOVSearch::searchAfresh);
@@ -74,68 +66,6 @@ void ctrlOVSearch::connectHandingOut() {
             }));
     connect(results, &ResultList::dragRequested, this,
             posted("DragFiles", [results] { results->dragSelectedFiles(); }));
-}
-
-void ctrlOVSearch::connectHeader() {
-    ResultList* results = view_.lvSearchResult;
-    connect(results, &ResultList::headerRequested, this, [this](HeaderChoice choice) {
-        post("HeaderMenu", [this, choice] { changeHeader(choice); });
-    });
-}
-
-void ctrlOVSearch::changeHeader(const HeaderChoice& choice) {
-    ResultList& list = *view_.lvSearchResult;
-    const int column = list.results().columnOf(choice.key.field);
-    if (column < 0 && choice.isOfAColumn()) // the columns have changed while the menu was open
-        return;
-    std::optional<WaitCursor> waiting;
-    if (choice.what != HeaderChoice::choose)
-        waiting.emplace();
-    switch (choice.what) {
-    case HeaderChoice::sort:
-        list.sortBy(column, choice.key.descending);
-        break;
-    case HeaderChoice::sortSecond:
-        list.sortSecondBy(choice.key);
-        break;
-    case HeaderChoice::fitWidth:
-        list.columns().fitWidth(column);
-        break;
-    case HeaderChoice::moveLeft:
-    case HeaderChoice::moveRight:
-        list.columns().moveBy(column, choice.what == HeaderChoice::moveLeft ? -1 : 1);
-        break;
-    case HeaderChoice::show:
-    case HeaderChoice::hide:
-        showColumns([&choice](const modDictation::SearchField& field) {
-            return field.Id == choice.key.field ? choice.what == HeaderChoice::show : field.Visible;
-        });
-        break;
-    case HeaderChoice::choose:
-        chooseColumns();
-        break;
-    case HeaderChoice::reset:
-        list.columns().reset();
-        showColumns([](const modDictation::SearchField& field) {
-            return modDictation::fieldDefinition(field.Id).visible;
-        });
-        break;
-    }
-}
-
-void ctrlOVSearch::showColumns(
-    const std::function<bool(const modDictation::SearchField&)>& isVisible) {
-    for (modDictation::SearchField& field : modDictation::searchFields())
-        if (field.Selectable)
-            field.Visible = isVisible(field);
-    saveColumns();
-}
-
-void ctrlOVSearch::saveColumns() {
-    modDictation::SaveColumnSettings();
-    if (isEnding()) // it asked the host where to
-        return;
-    view_.lvSearchResult->ApplyColumns();
 }
 
 // The mark of what is in the player, and the way back from there.
@@ -234,6 +164,12 @@ void ctrlOVSearch::exportResults() {
                                       post("ExportRows",
                                            [=, this] { exportRows(what, selectedOnly); });
                                   });
+    // The menu comes again, to choose what all this is for.
+    const exporting::ExportSettings settings(settings_.file());
+    exporting::print::addAllColumns(*menu, settings.allColumns(), [this, settings](bool all) {
+        settings.setAllColumns(all);
+        post("ExportMenu", [this] { exportResults(); });
+    });
     const QPushButton* button = view_.cmdSearchOptions[ControlView::print];
     menu->popup(button->mapToGlobal(button->rect().bottomLeft()));
 }
@@ -262,15 +198,6 @@ void ctrlOVSearch::exportRows(exporting::print::Command what, bool selectedOnly)
         .run(what, selectedOnly);
 }
 
-void ctrlOVSearch::chooseColumns() {
-    enter(ControlState::asking);
-    frmSearchResultColumns dialog(this);
-    dialog.exec();
-    if (!dialog.OKPressed() || isEnding())
-        return;
-    saveColumns();
-}
-
 void ctrlOVSearch::showLog() const {
     const std::string path = view_.lvSearchResult->selected().path();
     if (path.empty() || !patient::fileExists(path)) {
@@ -283,8 +210,9 @@ void ctrlOVSearch::showLog() const {
 
 void ctrlOVSearch::copyRows(const std::function<void(const std::function<bool()>&)>& copy) {
     if (view_.lvSearchResult->selected().count() > ResultList::mostCopiedRows) {
-        modUtil::ShowMessage({text_id::tooManyRows, {std::to_string(ResultList::mostCopiedRows)}},
-                             platform::MessageIcon::information, {}, this);
+        modUtil::ShowMessage(
+            {text_id::tooManyRows, {widgets::groupedNumber(ResultList::mostCopiedRows)}},
+            platform::MessageIcon::information, {}, this);
         return;
     }
     const WaitCursor waiting;

@@ -54,10 +54,12 @@ private:
 
 // " (12 dictations)", of which a filter may show fewer.
 std::string countText(std::int32_t hitCount, const ResultList& list) {
+    const std::string rows = groupedNumber(list.results().rowCount());
     if (list.isFiltered())
-        return " " + GetText(text_id::filteredCount,
-                             {std::to_string(list.results().rowCount()), std::to_string(hitCount)});
-    return " (" + std::to_string(hitCount) + " " +
+        return " " + (hitCount == 1
+                          ? GetText(text_id::filteredCountOfOne, {rows})
+                          : GetText(text_id::filteredCount, {rows, groupedNumber(hitCount)}));
+    return " (" + groupedNumber(hitCount) + " " +
            GetText(hitCount == 1 ? text_id::dictation : text_id::dictations) + ")";
 }
 

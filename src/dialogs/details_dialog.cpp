@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: MIT
 #include "dialogs/details_dialog.h"
 
-#include "dictation/dictation_details.h"
 #include "support/language/text_ids.h"
 #include "widgets/captions.h"
 #include "widgets/first_size.h"
@@ -87,17 +86,17 @@ QPushButton* DetailsDialog::makeButton(const char* name, std::int32_t textId) {
     return button;
 }
 
+// Rows that are there stay, and selected, when they are filled in another language.
 void DetailsDialog::fill() {
     lstDetails_->setColumnCount(3);
-    lstDetails_->setRowCount(0);
     lstDetails_->setHorizontalHeaderLabels({widgets::text(text_id::detailsField),
                                             widgets::text(text_id::detailsShown),
                                             widgets::text(text_id::detailsRaw)});
     const modDictation::Dictation dictation = modDictation::dictationOfPath(path_);
+    int row = 0;
     for (const auto& details : {fieldDetails(dictation), wholeDetails(dictation)})
         for (const modDictation::Detail& detail : details)
-            addRow({widgets::toQt(detail.caption), widgets::toQt(detail.shown),
-                    widgets::toQt(detail.raw)});
+            showRow(row++, detail);
 }
 
 // The whole name is longer than all others, and would push what is raw out of sight.
@@ -107,14 +106,22 @@ void DetailsDialog::resizeColumns() {
     lstDetails_->setColumnWidth(1, std::min(lstDetails_->columnWidth(1), most));
 }
 
-void DetailsDialog::addRow(const QStringList& cells) {
-    const int row = lstDetails_->rowCount();
-    lstDetails_->insertRow(row);
+// What the name lacks is told in other letters than a value that reads the same would have.
+void DetailsDialog::showRow(int row, const modDictation::Detail& detail) {
+    const QStringList cells{widgets::toQt(detail.caption), widgets::toQt(detail.shown),
+                            detail.isMissing ? widgets::text(text_id::detailsMissing)
+                                             : widgets::toQt(detail.raw)};
+    lstDetails_->setRowCount(std::max(lstDetails_->rowCount(), row + 1));
     for (int column = 0; column < cells.size(); ++column) {
-        auto* item = new QTableWidgetItem(cells[column]);
-        item->setToolTip(widgets::toolTipText(cells[column]));
-        lstDetails_->setItem(row, column, item);
+        if (lstDetails_->item(row, column) == nullptr)
+            lstDetails_->setItem(row, column, new QTableWidgetItem);
+        QTableWidgetItem& item = *lstDetails_->item(row, column);
+        item.setText(cells[column]);
+        item.setToolTip(widgets::toolTipText(cells[column]));
     }
+    QFont font;
+    font.setItalic(detail.isMissing);
+    lstDetails_->item(row, 2)->setFont(font);
 }
 
 void DetailsDialog::copy() {
@@ -124,7 +131,7 @@ void DetailsDialog::copy() {
         if (selection->hasSelection() && !selection->isRowSelected(row))
             continue;
         for (int column = 0; column < lstDetails_->columnCount(); ++column)
-            lines += lstDetails_->item(row, column)->text() +
+            lines += widgets::cellText(lstDetails_->item(row, column)->text()) +
                      QLatin1Char(column + 1 < lstDetails_->columnCount() ? '\t' : '\n');
     }
     QApplication::clipboard()->setText(lines);

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "dictation/dictation_details.h"
+
 #include <QDialog>
 #include <cstdint>
 #include <string>
@@ -26,7 +28,7 @@ private:
     QPushButton* makeButton(const char* name, std::int32_t textId);
     void fill();
     void resizeColumns();
-    void addRow(const QStringList& cells);
+    void showRow(int row, const modDictation::Detail& detail);
     // The selected rows; without a selection all.
     void copy();
 

@@ -56,6 +56,7 @@ frmExportOptionsPrint::frmExportOptionsPrint(QWidget* parent)
       optBereich_{new QRadioButton(this), new QRadioButton(this)},
       ranges_(new QButtonGroup(this)),
       txtTitel_(new QLineEdit(this)),
+      chkAllColumns_(new QCheckBox(this)),
       btnChooseListItemFont_(namedButton("btnChooseListItemFont", text_id::listFont, this)),
       btnPageSetup_(namedButton("btnPageSetup", text_id::pageSetup, this)) {
     widgets::setCaption(*this, text_id::printTitle);
@@ -69,6 +70,10 @@ void frmExportOptionsPrint::buildWindow() {
     column->addWidget(buildPrinterGroup());
     column->addWidget(buildRangeGroup());
     column->addLayout(buildTitleRow());
+    chkAllColumns_->setObjectName(QStringLiteral("chkAllColumns"));
+    widgets::setCaption(*chkAllColumns_, text_id::allColumns);
+    widgets::setTip(*chkAllColumns_, text_id::allColumnsTip);
+    column->addWidget(chkAllColumns_);
     column->addStretch(1);
     column->addLayout(buildButtons());
 }
@@ -142,6 +147,7 @@ void frmExportOptionsPrint::load() {
     showPrinter();
     if (QAbstractButton* option = ranges_->button(DruckBereichIndex))
         option->setChecked(true);
+    chkAllColumns_->setChecked(AllColumns);
     txtTitel_->setMaxLength(longestTitle);
     txtTitel_->setText(widgets::toQt(Titel));
     constexpr int comfortable = 440;
@@ -179,6 +185,7 @@ void frmExportOptionsPrint::cmdChangePrinter_Click() {
 void frmExportOptionsPrint::cmdOK_Click() {
     const std::string typed = widgets::toUtf8(txtTitel_->text());
     Titel = platform::trimmed(typed, ' ');
+    AllColumns = chkAllColumns_->isChecked();
     accept();
 }
 

@@ -6,6 +6,7 @@
 #include "dialogs/one_use_dialog.h"
 
 #include <QButtonGroup>
+#include <QCheckBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPrinter>
@@ -32,7 +33,8 @@ public:
     enum Bereich : std::int16_t { alle = 0, markierte = 1 };
 
     std::int16_t DruckBereichIndex = alle;
-    std::string Titel; // at most 64 characters; empty: the usual one
+    std::string Titel;       // at most 64 characters; empty: the usual one
+    bool AllColumns = false; // also those that tell nothing
     // Carried through: nothing here shows or changes them.
     std::int32_t Orientation = 0;
     std::string Font_Name;
@@ -63,6 +65,7 @@ private:
     std::array<QRadioButton*, 2> optBereich_;
     QButtonGroup* ranges_;
     QLineEdit* txtTitel_;
+    QCheckBox* chkAllColumns_;
     QPushButton* btnChooseListItemFont_;
     QPushButton* btnPageSetup_;
 };

@@ -9,19 +9,21 @@
 #include "support/numbers.h"
 
 #include <algorithm>
+#include <optional>
 #include <string_view>
 
 namespace ov::modDictation {
 
 namespace {
 
-std::string_view rawText(std::int32_t dictationField, std::string_view name) {
-    return findFieldValue(name, fieldTag(dictationField)).value_or("-");
+std::optional<std::string_view> rawText(std::int32_t dictationField, std::string_view name) {
+    return findFieldValue(name, fieldTag(dictationField));
 }
 
-Detail detail(const FieldDefinition& field, const Dictation& dictation, std::string_view raw) {
+Detail detail(const FieldDefinition& field, const Dictation& dictation,
+              std::optional<std::string_view> raw) {
     return {std::string(field.key), GetSearchFieldCaption(field.id, true),
-            shownValue(field.id, dictation), std::string(raw)};
+            shownValue(field.id, dictation), std::string(raw.value_or("-")), !raw};
 }
 
 bool isInTable(std::int32_t dictationField) {
@@ -44,7 +46,7 @@ void addOtherFields(const Dictation& dictation, std::string_view name,
             continue;
         std::string text;
         readField(number, dictation, text);
-        details.push_back({"", tag, text, std::string(rawText(number, name))});
+        details.push_back({"", tag, text, std::string(rawText(number, name).value_or(""))});
     }
 }
 
@@ -69,7 +71,7 @@ std::vector<Detail> wholeDetails(const Dictation& dictation) {
     for (const FieldDefinition& field : fieldDefinitions())
         if (field.dictationField < 0 && !field.key.empty()) {
             const bool isFolder = field.dictationField == dictation_field::directory;
-            details.push_back(detail(field, dictation, isFolder ? native : name));
+            details.push_back(detail(field, dictation, isFolder ? std::string_view(native) : name));
         }
     return details;
 }

@@ -15,7 +15,8 @@ struct Detail {
     std::string key;     // in the terminal; empty for a field that cannot be searched
     std::string caption; // long; the tag of a field that cannot be searched ("@@31$")
     std::string shown;
-    std::string raw; // escapes included; "-" for a field that the name lacks
+    std::string raw;        // escapes included; "-" for a field that the name lacks
+    bool isMissing = false; // the name lacks it
 };
 
 // The fields of the table, then what else the name carries.

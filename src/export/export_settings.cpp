@@ -11,6 +11,7 @@ namespace {
 namespace key {
 constexpr std::string_view folder = "ExportFolder";
 constexpr std::string_view format = "ExportFormat"; // ".pdf"
+constexpr std::string_view allColumns = "ExportAllColumns";
 constexpr std::string_view fontName = "PrintFontName";
 constexpr std::string_view fontSize = "PrintFontSize";       // points, 0 or 4 to 36
 constexpr std::string_view orientation = "PrintOrientation"; // as enum Orientation
@@ -32,6 +33,14 @@ Format ExportSettings::format() const {
 
 void ExportSettings::setFormat(Format format) const {
     settings_.setText(key::format, formatInfo(format).ending);
+}
+
+bool ExportSettings::allColumns() const {
+    return settings_.boolean(key::allColumns, false);
+}
+
+void ExportSettings::setAllColumns(bool all) const {
+    settings_.setBoolean(key::allColumns, all);
 }
 
 PageStyle ExportSettings::pageStyle() const {

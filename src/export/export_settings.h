@@ -25,6 +25,10 @@ public:
     Format format() const; // of the last file; PDF
     void setFormat(Format format) const;
 
+    // Also columns that tell nothing; false.
+    bool allColumns() const;
+    void setAllColumns(bool all) const;
+
     // How pages look. Nobody but the user's own editor writes it.
     PageStyle pageStyle() const;
 

@@ -49,6 +49,14 @@ QString toolTipText(const QString& text) {
         .arg(text.toHtmlEscaped().replace(QLatin1Char('\n'), QLatin1String("<br>")));
 }
 
+QString cellText(QString text) {
+    for (QChar& character : text)
+        if (character == QLatin1Char('\t') || character == QLatin1Char('\n') ||
+            character == QLatin1Char('\r'))
+            character = QLatin1Char(' ');
+    return text;
+}
+
 QString nativePathText(std::string_view path) {
     return toQt(platform::toNativePath(path));
 }

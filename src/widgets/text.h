@@ -28,6 +28,9 @@ QString plainText(std::int32_t textId);
 // `text` as it stands for a tooltip, whatever markup it may look like.
 QString toolTipText(const QString& text);
 
+// `text` as a cell of lines that are parted by tabs: names may hold tabs and line ends.
+QString cellText(QString text);
+
 // A path of the engine as a person reads it on this system.
 QString nativePathText(std::string_view path);
 

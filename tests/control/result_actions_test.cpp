@@ -60,7 +60,7 @@ TEST_F(Control, OffersMenusAndTranslatesTheOpenOne) {
     user->saysYes = false;
     EXPECT_EQ(model().rowCount(), 2);
     results().clearSelection();
-    EXPECT_TRUE(openAndTranslate(ofButton).ends_with(";-&Nur markierte Zeilen;"));
+    EXPECT_TRUE(openAndTranslate(ofButton).ends_with(";-&Nur markierte Zeilen;;A&lle Spalten;"));
     results().selectRow(0);
     clickOn(window(), "chkFollow");
     enter([&] { key(criteria(), Qt::Key_Insert); }, "Anna");
@@ -69,7 +69,7 @@ TEST_F(Control, OffersMenusAndTranslatesTheOpenOne) {
     EXPECT_EQ(openAndTranslate(ofButton),
               "&Drucken …Ctrl+P*;Druck&vorschau …;;&PDF-Dokument …;&Tabelle (.xlsx) …;"
               "&CSV-Datei …;&Webseite …;&JSON-Datei …;;Als Te&xt kopieren*;;"
-              "&Nur markierte Zeilen;");
+              "&Nur markierte Zeilen;;A&lle Spalten;");
 }
 
 TEST_F(Control, ShowsCodesAsPicturesWhereWordsDoNotFit) {

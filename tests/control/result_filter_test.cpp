@@ -71,6 +71,24 @@ TEST_F(ResultFilter, KeepsTheRowsThatShowAllWords) {
     EXPECT_EQ(text("lblSearchResult"), "Search result (3 dictations)");
 }
 
+TEST_F(ResultFilter, CountsAsOneWrites) {
+    fs::remove_all(store.folder());
+    store.add("2$WAV@@14$Anna.WAV");
+    open();
+    typed("anna", 1);
+    EXPECT_EQ(text("lblSearchResult"), "Search result (1 of 1 dictation)");
+    host().answers["PI_GetLanguage"] = "7";
+    action("language");
+    waitFor([&] { return text("lblSearchResult") == "Suchergebnis (1 von 1 Diktat)"; });
+    for (int i = 0; i < 1200; ++i)
+        store.add("2$WAV@@14$Berta " + std::to_string(i) + ".WAV");
+    filter().clear();
+    searchAll();
+    EXPECT_EQ(text("lblSearchResult"), "Suchergebnis (1.201 Diktate)");
+    typed("berta", 1200);
+    EXPECT_EQ(text("lblSearchResult"), "Suchergebnis (1.200 von 1.201 Diktaten)");
+}
+
 TEST_F(ResultFilter, FollowsColumnsLanguageAndSearch) {
     open();
     typed("high", 1);

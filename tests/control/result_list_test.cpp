@@ -55,6 +55,9 @@ protected:
             all += std::to_string(field) + " ";
         return all;
     }
+    std::string setting(const char* key) {
+        return modINI::ReadIniValueDirect("OVSearch.ctrlOVSearch", key, "", path("local.ini"));
+    }
     std::string focus() { return window().focusWidget()->objectName().toStdString(); }
 };
 
@@ -78,6 +81,58 @@ TEST_F(Rows, SortByTwoColumns) {
     for (const QAction* entry : menu->actions())
         EXPECT_FALSE(entry->isChecked()) << entry->text().toStdString();
     menu->close();
+}
+
+TEST_F(Rows, TakeBackASecondColumnThatIsHidden) {
+    open();
+    choose(8, "Then descending");
+    EXPECT_EQ(authorsWithNumbers(), "Anna2 Anna1 Berta2 Berta1 ");
+    modDictation::searchFields()[8].Visible = false;
+    dynamic_cast<ResultList&>(results()).ApplyColumns();
+    EXPECT_EQ(model().columnOf(8), -1);
+    choose(5, "No second column");
+    modDictation::searchFields()[8].Visible = true;
+    dynamic_cast<ResultList&>(results()).ApplyColumns();
+    EXPECT_NE(authorsWithNumbers(), "Anna2 Anna1 Berta2 Berta1 ");
+    EXPECT_EQ(setting("ListSortSecond"), "0");
+}
+
+// What the titles say while the rows are being sorted, looked at by the first of the messages that
+// are handled meanwhile.
+TEST_F(Rows, TitlesShowTheWishedSortAtOnce) {
+    open();
+    const std::string before = authorsWithNumbers();
+    QHeaderView& titles = *results().horizontalHeader();
+    const auto shown = [&] {
+        return std::to_string(titles.sortIndicatorSection() == column(8)) +
+               (titles.sortIndicatorOrder() == Qt::AscendingOrder ? "up" : "down") +
+               (titles.isEnabled() ? "" : " dim");
+    };
+    QObject::connect(&titles, &QHeaderView::sectionClicked, &titles,
+                     [&] { EXPECT_EQ(shown(), "1up") << "before any work"; });
+    std::string meanwhile;
+    bool escapes = true;
+    const auto sort = [&] {
+        meanwhile.clear();
+        const RecordingInterface onlooker([&] {
+            if (meanwhile.empty() && !titles.isEnabled()) {
+                meanwhile = shown();
+                if (escapes)
+                    key(results(), Qt::Key_Escape);
+            }
+        });
+        clickHeader(column(8));
+    };
+    sort();
+    EXPECT_EQ(meanwhile, "1up dim");
+    EXPECT_EQ(shown(), "0up") << "stopped: as it was";
+    EXPECT_EQ(authorsWithNumbers(), before);
+    EXPECT_NE(setting("ListSortKey"), std::to_string(column(8)));
+    escapes = false;
+    sort();
+    EXPECT_EQ(shown(), "1up");
+    EXPECT_NE(authorsWithNumbers(), before);
+    EXPECT_EQ(setting("ListSortKey"), std::to_string(column(8)));
 }
 
 TEST_F(Rows, ColumnsFollowTheirMenu) {
@@ -185,12 +240,33 @@ TEST_F(Rows, ShowTheirDetails) {
                    EXPECT_TRUE(all.contains(u"Author\tBerta\tBerta\n")) << all.toStdString();
                    EXPECT_TRUE(all.contains(u"Length\t00:10:00\t00$10$00\n"));
                    EXPECT_EQ(all.count(u'\n'), list.rowCount());
+                   EXPECT_TRUE(all.contains(u"Subject\t\t(missing)\n")) << all.toStdString();
                    list.selectRow(0);
                    QTest::keyClick(&list, Qt::Key_C, Qt::ControlModifier);
                    EXPECT_EQ(QApplication::clipboard()->text().count(u'\n'), 1);
                    speakGerman(dialog);
                    EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Einzelheiten des Diktats"));
+                   EXPECT_TRUE(list.selectionModel()->isRowSelected(0)) << "stays selected";
+                   clickOn(dialog, "cmdCopy");
+                   EXPECT_TRUE(QApplication::clipboard()->text().startsWith(u"Status\t"));
                    EXPECT_TRUE(isTidy(dialog));
+               });
+}
+
+TEST_F(Rows, ShowDetailsOfOddNames) {
+    store.add("2$WAV@@14$-@@11$Knee\tleft.WAV");
+    open();
+    for (int row = 0; row < model().rowCount(); ++row)
+        if (model().text(row, column(5)) == QLatin1String("-"))
+            results().selectRow(row);
+    withDialog([&] { key(results(), Qt::Key_Return, Qt::AltModifier); },
+               [&](QDialog& dialog) {
+                   clickOn(dialog, "cmdCopy");
+                   const QString all = QApplication::clipboard()->text();
+                   EXPECT_TRUE(all.contains(u"Author\t-\t-\n")) << "that is its value";
+                   EXPECT_TRUE(all.contains(u"Subject\tKnee left\tKnee left\n"));
+                   for (const QString& line : all.chopped(1).split(u'\n'))
+                       EXPECT_EQ(line.count(u'\t'), 2) << line.toStdString();
                });
 }
 

@@ -69,14 +69,15 @@ TEST_F(PrintOptions, OpensTheSystemsPrinterDialog) {
 
 TEST_F(PrintOptions, ReadsAsOneGoesAndFollowsTheLanguage) {
     open({});
-    EXPECT_EQ(tabOrder(*form_), "txtTitel btnChooseListItemFont btnPageSetup cmdOK cmdCancel "
-                                "cmdChangePrinter optBereich(0) optBereich(1) ");
+    EXPECT_EQ(tabOrder(*form_),
+              "txtTitel chkAllColumns btnChooseListItemFont btnPageSetup cmdOK cmdCancel "
+              "cmdChangePrinter optBereich(0) optBereich(1) ");
     speakGerman(*form_);
     const auto& told = child<QLabel>(*form_, "lblNoPrinter");
     const std::string noPrinter = told.isVisible() ? told.text().toStdString() + "|" : "";
     EXPECT_EQ(
         readable(*form_),
-        "Ergebnisliste drucken|&Schriftart …|Seite &einrichten …|Drucker|"
+        "Ergebnisliste drucken|A&lle Spalten|&Schriftart …|Seite &einrichten …|Drucker|"
         "Name:>lblPrinterDevice|Anschluss:>lblPrinterPort|Exemplare:>lblCopies|" +
             noPrinter +
             "&Drucker wechseln …|Druckbereich|Alle &Zeilen|&Markierte Zeilen|&Titel:>txtTitel|"

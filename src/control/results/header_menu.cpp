@@ -111,6 +111,8 @@ void HeaderMenu::addChoiceOfColumns(QMenu& menu) const {
                          [choose = choose_, choice] { choose(choice); });
     }
     add(menu, text_id::menuColumns, {HeaderChoice::choose, {}}, true);
+    if (columns_.second.field != modDictation::noField) // its column may be hidden
+        add(menu, text_id::withoutSecondSort, {HeaderChoice::sortSecond, {}}, true);
     add(menu, text_id::resetColumns, {HeaderChoice::reset, {}}, true);
 }
 

@@ -19,19 +19,6 @@
 
 namespace ov {
 
-namespace {
-
-// Tabs and line ends part cells and rows; a name may hold them all the same.
-QString cellText(QString text) {
-    for (QChar& character : text)
-        if (character == QLatin1Char('\t') || character == QLatin1Char('\n') ||
-            character == QLatin1Char('\r'))
-            character = QLatin1Char(' ');
-    return text;
-}
-
-} // namespace
-
 void ResultList::copySelectedRows(const std::function<bool()>& goOn) {
     const std::vector<int> columns = columns_->shown();
     QString rows;
@@ -40,11 +27,11 @@ void ResultList::copySelectedRows(const std::function<bool()>& goOn) {
             rows += textOf(column) + QLatin1Char(column == columns.back() ? '\n' : '\t');
     };
     addRow([&](int column) {
-        return cellText(model_->columns().at(static_cast<std::size_t>(column)).caption);
+        return widgets::cellText(model_->columns().at(static_cast<std::size_t>(column)).caption);
     });
     QList<QUrl> files;
     selection_.forEachRow([&](int row) {
-        addRow([&](int column) { return cellText(model_->text(row, column)); });
+        addRow([&](int column) { return widgets::cellText(model_->text(row, column)); });
         files.append(fileUrl(pathOf(model_->dictation(row))));
         platform::processMessagesNowAndThen();
         return goOn();

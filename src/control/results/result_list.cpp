@@ -36,7 +36,8 @@ ResultList::ResultList(QWidget* parent)
     setItemDelegate(new ResultDelegate(*this));
     setUp();
     columns_ = new ResultColumns(*this, *model_);
-    connect(columns_, &ResultColumns::clicked, this, &ResultList::sortRequested);
+    connect(columns_, &ResultColumns::clicked, this,
+            [this](int column) { Q_EMIT sortRequested(clickedSort(column)); });
     connect(columns_, &ResultColumns::menuRequested, this, &ResultList::openColumnMenu);
     filter_ = new QuickFilter(this, [this] { return filterSource(); });
     connect(filter_, &QuickFilter::found, this, &ResultList::takeFound);
@@ -67,7 +68,9 @@ void ResultList::setSettings(const ControlSettings& settings) {
 void ResultList::setBusy(bool busy) {
     busy_ = busy;
     horizontalHeader()->setSectionsClickable(!busy);
-    if (!busy && found_) // from the event loop, as a command may just be ending
+    if (!busy)
+        showSortIndicator(); // of a wish that came to nothing
+    if (!busy && found_)     // from the event loop, as a command may just be ending
         QMetaObject::invokeMethod(this, &ResultList::filterFound, Qt::QueuedConnection);
 }
 

@@ -48,7 +48,9 @@ public:
     void replaceHits(std::unique_ptr<modDictation::DictationList> hits);
     void showFirst(std::int32_t count) { model_->showFirst(count); }
     // All rows shown, in the order that the user has chosen; lets window messages be handled.
-    void showSorted();
+    void showSorted() {
+        sortRows([] { return true; });
+    }
     bool isEmpty() const { return model_->rowCount() == 0; }
 
     const ResultModel& results() const { return *model_; }
@@ -61,12 +63,18 @@ public:
     // The hits of the rows, from top to bottom.
     std::vector<std::int32_t> shownHits() const;
 
-    // Sorts by that column, or the other way round when it is the one already, and remembers it.
-    // Lets window messages be handled. When it throws, all is as it was before.
-    void sortByColumn(int column);
-    void sortBy(int column, bool descending);
+    // How a click on the title of that column sorts: by it or, when that is so, the other way
+    // round.
+    modDictation::SortKey clickedSort(int column) const;
+    // Shows by the titles that rows are about to be sorted so; sortBy() follows, or the end of all
+    // work shows again what is.
+    void showWishedSort(modDictation::SortKey key);
+    // Sorts by that field's column and remembers it. Lets window messages be handled, and the
+    // titles show that it is at work. When `goOn` answers no then, or it throws, all is as it was
+    // before.
+    void sortBy(modDictation::SortKey key, const std::function<bool()>& goOn);
     // By what rows are sorted that are equal then; a key without a field: by nothing. As above.
-    void sortSecondBy(modDictation::SortKey key);
+    void sortSecondBy(modDictation::SortKey key, const std::function<bool()>& goOn);
     // The field whose column shows that the list is sorted by it; none for a stored key that is no
     // column.
     modDictation::SortKey sortedBy() const;
@@ -103,8 +111,8 @@ Q_SIGNALS:
     void stopPlayingRequested();
     void showLogRequested();
     void columnsRequested();
-    // A click on a column's header; sortByColumn() then does what it asks for.
-    void sortRequested(int column);
+    // A click on a column's header; sortBy() then does what it asks for.
+    void sortRequested(ov::modDictation::SortKey key);
     // One of the entries of the menu of the titles.
     void headerRequested(ov::HeaderChoice choice);
     void copyRequested();
@@ -153,6 +161,7 @@ private:
     int sortColumnOf(int column) const;
     int indicatedColumn() const;
     void showSortIndicator();
+    bool sortRows(const std::function<bool()>& goOn);
     std::int32_t sortedField() const;
 
     QMenu* buildMenu();

@@ -122,11 +122,7 @@ std::string ResultModel::playing() const {
 }
 
 std::int32_t ResultModel::hitOfPath(const std::string& path) const {
-    const modDictation::Dictation wanted = modDictation::dictationOfPath(path);
-    for (std::int32_t hit = path.empty() ? 0 : hits_->size(); hit > 0; --hit)
-        if ((*hits_)[hit] == wanted)
-            return hit;
-    return 0;
+    return hits_->find(modDictation::dictationOfPath(path));
 }
 
 std::int32_t ResultModel::hitOf(int row) const {

@@ -77,8 +77,8 @@ public:
 
     // The dictation that is in the player, by its path; empty: none.
     void setPlaying(const std::string& path);
-    // The hit with that path; 0 when there is none.
     std::string playing() const; // the path of what is in the player, if it is among the hits
+    // The hit with that path; 0 when there is none.
     std::int32_t hitOfPath(const std::string& path) const;
 
     std::int32_t hitOf(int row) const;

@@ -7,6 +7,8 @@
 #include "dictation/field_table.h"
 
 #include <QHeaderView>
+#include <algorithm>
+#include <functional>
 #include <utility>
 
 namespace ov {
@@ -22,18 +24,52 @@ std::int32_t indicatedField(std::int32_t field) {
     return field;
 }
 
-// Looking for a selected path in a longer list would be felt.
-constexpr std::int32_t mostHitsToLookThrough = 20000;
-
-// The hit of that path, 0 without one.
-std::int32_t hitOfPath(const modDictation::DictationList& hits, const std::string& path) {
-    if (path.empty() || hits.size() > mostHitsToLookThrough)
-        return 0;
-    for (std::int32_t hit = 1; hit <= hits.size(); ++hit)
-        if (modDictation::pathOf(hits[hit]) == path)
-            return hit;
-    return 0;
+// The same dictations among other hits. Of more than are soon found the current one alone.
+ResultSelection::Kept amongOthers(const ResultSelection::Kept& kept,
+                                  const modDictation::DictationList& hits,
+                                  const modDictation::DictationList& others) {
+    constexpr std::size_t soonFound = 100;
+    const auto among = [&](std::int32_t hit) { return hit > 0 ? others.find(hits[hit]) : 0; };
+    ResultSelection::Kept found;
+    found.current = among(kept.current);
+    if (kept.hits.size() > soonFound && found.current > 0)
+        found.hits = {found.current};
+    else if (kept.hits.size() <= soonFound)
+        for (const std::int32_t hit : kept.hits)
+            if (const std::int32_t other = among(hit); other > 0)
+                found.hits.push_back(other);
+    std::ranges::sort(found.hits);
+    return found;
 }
+
+// Takes back what was begun, unless it is told to forget it.
+class Undo {
+public:
+    explicit Undo(std::function<void()> takeBack) : takeBack_(std::move(takeBack)) {}
+    ~Undo() {
+        if (takeBack_)
+            takeBack_();
+    }
+    Undo(const Undo&) = delete;
+    Undo& operator=(const Undo&) = delete;
+
+    void forget() { takeBack_ = nullptr; }
+
+private:
+    std::function<void()> takeBack_;
+};
+
+// The titles are dim as long as they tell more than the rows do.
+class DimTitles {
+public:
+    explicit DimTitles(QHeaderView& titles) : titles_(titles) { titles_.setEnabled(false); }
+    ~DimTitles() { titles_.setEnabled(true); }
+    DimTitles(const DimTitles&) = delete;
+    DimTitles& operator=(const DimTitles&) = delete;
+
+private:
+    QHeaderView& titles_;
+};
 
 } // namespace
 
@@ -51,35 +87,41 @@ int ResultList::sortColumnOf(int column) const {
     return sortColumn < 0 ? column : sortColumn;
 }
 
-void ResultList::sortByColumn(int column) {
+modDictation::SortKey ResultList::clickedSort(int column) const {
     const bool again = sortColumnOf(column) == listSortKey_;
-    sortBy(column, again ? listSortOrder_ == 0 : listSortOrder_ != 0);
+    return {model_->columns().at(static_cast<std::size_t>(column)).field,
+            again ? listSortOrder_ == 0 : listSortOrder_ != 0};
 }
 
-void ResultList::sortBy(int column, bool descending) {
-    const std::int32_t key = std::exchange(listSortKey_, sortColumnOf(column));
-    const std::int32_t order = std::exchange(listSortOrder_, descending ? 1 : 0);
-    try {
-        showSorted();
-    } catch (...) {
-        listSortKey_ = key;
+void ResultList::sortBy(modDictation::SortKey key, const std::function<bool()>& goOn) {
+    const int column = model_->columnOf(key.field);
+    if (column < 0) // hidden meanwhile
+        return;
+    const std::int32_t sortKey = std::exchange(listSortKey_, sortColumnOf(column));
+    const std::int32_t order = std::exchange(listSortOrder_, key.descending ? 1 : 0);
+    Undo undo([=, this] {
+        listSortKey_ = sortKey;
         listSortOrder_ = order;
         showSortIndicator();
-        throw;
-    }
-    settings_.setListSort(listSortKey_, listSortOrder_);
+    });
     showSortIndicator();
+    if (!sortRows(goOn))
+        return;
+    undo.forget();
+    settings_.setListSort(listSortKey_, listSortOrder_);
 }
 
-void ResultList::sortSecondBy(modDictation::SortKey key) {
-    const modDictation::SortKey before = std::exchange(secondSort_, key);
-    try {
-        showSorted();
-    } catch (...) {
-        secondSort_ = before;
-        throw;
-    }
+void ResultList::sortSecondBy(modDictation::SortKey key, const std::function<bool()>& goOn) {
+    Undo undo([this, before = std::exchange(secondSort_, key)] { secondSort_ = before; });
+    if (!sortRows(goOn))
+        return;
+    undo.forget();
     settings_.setSecondSort(secondSort_);
+}
+
+void ResultList::showWishedSort(modDictation::SortKey key) {
+    horizontalHeader()->setSortIndicator(model_->columnOf(key.field),
+                                         key.descending ? Qt::DescendingOrder : Qt::AscendingOrder);
 }
 
 modDictation::SortKey ResultList::sortedBy() const {
@@ -97,18 +139,23 @@ void ResultList::showSortIndicator() {
         indicatedColumn(), listSortOrder_ == 0 ? Qt::AscendingOrder : Qt::DescendingOrder);
 }
 
-void ResultList::showSorted() {
+// False, with the rows as they were, when `goOn` answered no once their order was found.
+bool ResultList::sortRows(const std::function<bool()>& goOn) {
     const std::int32_t field = sortedField();
     if (field == modDictation::noField || model_->hits().empty()) {
         model_->showFirst(model_->hits().size());
-        return;
+        return true;
     }
+    const DimTitles busy(*horizontalHeader());
     const std::int32_t second = modDictation::fieldDefinition(secondSort_.field).sortField;
     auto order =
         model_->sortedOrder({field, listSortOrder_ != 0}, {second, secondSort_.descending});
+    if (!goOn())
+        return false;
     const ResultSelection::Kept rows = selection_.keep();
     model_->setOrder(std::move(order));
     selection_.restore(rows, indicatedColumn());
+    return true;
 }
 
 void ResultList::replaceHits(std::unique_ptr<modDictation::DictationList> hits) {
@@ -118,15 +165,14 @@ void ResultList::replaceHits(std::unique_ptr<modDictation::DictationList> hits) 
     if (field != modDictation::noField && !hits->empty())
         order = modDictation::ResultOrders().sorted(*hits, {field, listSortOrder_ != 0},
                                                     {second, secondSort_.descending});
-    const std::int32_t selected = hitOfPath(*hits, selection_.path());
+    const ResultSelection::Kept rows = amongOthers(selection_.keep(), model_->hits(), *hits);
     const std::string playing = model_->playing();
     model_->setHits(std::move(hits));
     if (order.empty())
         model_->showFirst(model_->hits().size());
     else
         model_->setOrder(std::move(order));
-    if (selected > 0)
-        selection_.restore({.current = selected, .hits = {selected}}, indicatedColumn());
+    selection_.restore(rows, indicatedColumn());
     model_->setPlaying(playing);
     filterAfresh();
 }

@@ -16,10 +16,6 @@ namespace ov {
 
 namespace {
 
-std::string grouped(std::int64_t number) {
-    return widgets::toUtf8(widgets::languageLocale().toString(static_cast<qlonglong>(number)));
-}
-
 std::string hours(std::int64_t seconds) {
     constexpr std::int64_t most = std::numeric_limits<std::int32_t>::max();
     return modDictation::secondsText(static_cast<std::int32_t>(std::min(seconds, most)));
@@ -71,7 +67,7 @@ bool ResultSummary::isFilling() const {
 
 QString ResultSummary::part(std::int32_t textId, std::int64_t rows, std::int64_t seconds) const {
     const std::string none = unknown_ ? "?" : "…";
-    return widgets::text(textId, {grouped(rows), lengths_ ? hours(seconds) : none});
+    return widgets::text(textId, {widgets::groupedNumber(rows), lengths_ ? hours(seconds) : none});
 }
 
 void ResultSummary::tell() {

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "dictation/search/dictation_list.h"
 
+#include <algorithm>
+
 namespace ov::modDictation {
 
 void DictationList::add(std::string_view directory, std::string_view fileName) {
@@ -14,6 +16,21 @@ void DictationList::add(std::string_view directory, std::string_view fileName) {
 Dictation DictationList::operator[](std::int32_t index) const {
     const Entry& entry = entries_.at(static_cast<std::size_t>(index) - 1);
     return {directories_.at(entry.directory), {entry.name, entry.length}};
+}
+
+// Those of a run of equal directories stand together.
+std::int32_t DictationList::find(const Dictation& dictation) const {
+    for (std::uint32_t i = 0; i < directories_.size(); ++i) {
+        if (directories_[i] != dictation.directory)
+            continue;
+        const auto run = std::ranges::equal_range(entries_, i, {}, &Entry::directory);
+        const auto found = std::ranges::find_if(run, [&](const Entry& entry) {
+            return std::string_view(entry.name, entry.length) == dictation.name;
+        });
+        if (found != run.end())
+            return static_cast<std::int32_t>(found - entries_.begin()) + 1;
+    }
+    return 0;
 }
 
 void DictationList::clear() noexcept {

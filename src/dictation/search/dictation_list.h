@@ -33,6 +33,10 @@ public:
     // `index` is from 1 to size().
     Dictation operator[](std::int32_t index) const;
 
+    // The index of that hit, 0 when it is none. Looks at the directories and then only at the names
+    // of one: a window may ask.
+    std::int32_t find(const Dictation& dictation) const;
+
     void clear() noexcept;
 
 private:

@@ -16,4 +16,7 @@ enum class Command { print, preview, saveAs, pdf, xlsx, csv, html, json, copyTex
 void addCommands(QMenu& menu, bool someSelected,
                  const std::function<void(Command command, bool selectedOnly)>& run);
 
+// Adds the tick for columns that tell nothing; `choose` is called when the user changes it.
+void addAllColumns(QMenu& menu, bool ticked, const std::function<void(bool all)>& choose);
+
 } // namespace ov::exporting::print

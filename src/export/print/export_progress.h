@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "export/rows.h"
+
 #include <QProgressDialog>
 #include <cstdint>
 #include <functional>
@@ -18,6 +20,10 @@ public:
 
     // False when the user wants to stop, or the window goes away.
     bool goOn(std::int64_t rowsDone);
+    // That for a part of the work, before which so many rows are done.
+    GoOn part(std::int64_t before) {
+        return [this, before](std::int64_t rowsDone) { return goOn(before + rowsDone); };
+    }
 
 private:
     QProgressDialog dialog_;

@@ -6,6 +6,7 @@
 #include "export/print/export_progress.h"
 #include "export/print/file_dialog.h"
 #include "export/print/pdf.h"
+#include "export/telling_columns.h"
 #include "platform/files.h"
 #include "platform/threads/errand.h"
 #include "support/language/text_ids.h"
@@ -50,6 +51,17 @@ const RowSource& ListExport::rows(bool selectedOnly) const {
     return selectedOnly ? list_.selected : list_.all;
 }
 
+std::optional<Document> ListExport::documentOf(const RowSource& chosen, const GoOn& goOn) const {
+    Document document = list_.document;
+    if (settings_.allColumns())
+        return document;
+    auto columns = tellingColumns(document.columns, chosen, goOn);
+    if (!columns)
+        return std::nullopt;
+    document.columns = std::move(*columns);
+    return document;
+}
+
 void ListExport::tell(modUtil::Message message) const {
     if (!list_.isEnding())
         modUtil::ShowMessage(std::move(message), platform::MessageIcon::information, {},
@@ -75,10 +87,12 @@ void ListExport::save(std::optional<Format> format, bool selectedOnly) {
     ExportResult result;
     {
         const RowSource& source = rows(selectedOnly);
-        ExportProgress progress(text_id::exporting, source.count(), list_.owner, list_.isEnding);
-        result = exportFile(
-            list_.document, source, target->format, target->path,
-            [&](std::int64_t done) { return progress.goOn(done); }, writePdf);
+        ExportProgress progress(text_id::exporting, 2 * source.count(), list_.owner,
+                                list_.isEnding);
+        const auto document = documentOf(source, progress.part(0));
+        result = document ? exportFile(*document, source, target->format, target->path,
+                                       progress.part(source.count()), writePdf)
+                          : ExportResult{{}, true};
     }
     tellResult(result, target->path, existed);
 }
@@ -101,9 +115,11 @@ void ListExport::tellResult(const ExportResult& result, const std::string& path,
 
 void ListExport::copyText(bool selectedOnly) {
     const RowSource& source = rows(selectedOnly);
-    ExportProgress progress(text_id::exporting, source.count(), list_.owner, list_.isEnding);
-    const auto text = exportText(list_.document, source, Format::text,
-                                 [&](std::int64_t done) { return progress.goOn(done); });
+    ExportProgress progress(text_id::exporting, 2 * source.count(), list_.owner, list_.isEnding);
+    const auto document = documentOf(source, progress.part(0));
+    const auto text =
+        document ? exportText(*document, source, Format::text, progress.part(source.count()))
+                 : std::nullopt;
     if (text && !list_.isEnding())
         QGuiApplication::clipboard()->setText(QString::fromStdString(*text));
 }

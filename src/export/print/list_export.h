@@ -22,7 +22,8 @@ namespace ov::exporting::print {
 // What the window hands over. Everything is borrowed and stays as it is while a command runs; the
 // commands let window messages be handled, so the window keeps the user from changing the list.
 struct ListToExport {
-    Document document; // as describe() gives it, with the columns shown from left to right
+    Document document; // as describe() gives it, with the columns shown from left to right; of
+                       // these what tells nothing is left out unless the user wants them all
     const RowSource& all;
     const RowSource& selected; // maybe without a row
     std::string settingsFile;  // empty: nothing is remembered
@@ -47,7 +48,9 @@ private:
     void copyText(bool selectedOnly);
 
     const RowSource& rows(bool selectedOnly) const;
-    void printOn(QPrinter& printer, const Document& document, const RowSource& chosen);
+    // The document with the columns to show; nothing when `goOn` stopped it.
+    std::optional<Document> documentOf(const RowSource& chosen, const GoOn& goOn) const;
+    void printOn(QPrinter& printer, const RowSource& chosen);
     bool mayReplace(const std::string& path) const;
     void tell(modUtil::Message message) const;
     void tellResult(const ExportResult& result, const std::string& path, bool existed);

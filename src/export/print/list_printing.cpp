@@ -29,13 +29,14 @@ void ListExport::print(bool selectedOnly) {
     options.Orientation = static_cast<std::int32_t>(list_.document.style.orientation);
     options.Font_Name = list_.document.style.fontName;
     options.Font_Size = list_.document.style.fontSize;
+    options.AllColumns = settings_.allColumns();
     options.exec();
     if (!options.OKPressed() || list_.isEnding())
         return;
-    Document document = list_.document;
-    document.title = options.Titel;
-    document.style = {options.Font_Name, options.Font_Size,
-                      static_cast<Orientation>(options.Orientation)};
+    settings_.setAllColumns(options.AllColumns);
+    list_.document.title = options.Titel;
+    list_.document.style = {options.Font_Name, options.Font_Size,
+                            static_cast<Orientation>(options.Orientation)};
     const RowSource& chosen = rows(options.DruckBereichIndex == frmExportOptionsPrint::markierte);
     if (chosen.count() == 0)
         tell(text_id::nothingSelected);
@@ -43,23 +44,25 @@ void ListExport::print(bool selectedOnly) {
              options.printer().outputFileName().isEmpty())
         tell(text_id::noPrinter);
     else
-        printOn(options.printer(), document, chosen);
+        printOn(options.printer(), chosen);
 }
 
-void ListExport::printOn(QPrinter& printer, const Document& document, const RowSource& chosen) {
+void ListExport::printOn(QPrinter& printer, const RowSource& chosen) {
     bool stopped = false;
     bool printed = false;
     {
-        ListPages pages(document, chosen, paperOf(printer));
-        ExportProgress progress(text_id::printing, 2 * chosen.count(), list_.owner, list_.isEnding);
-        const auto goOn = [&](std::int64_t done) {
-            stopped = stopped || !progress.goOn(done);
-            return !stopped;
+        ExportProgress progress(text_id::printing, 3 * chosen.count(), list_.owner, list_.isEnding);
+        const auto part = [&](std::int64_t number) -> GoOn {
+            return [&, goOn = progress.part(number * chosen.count())](std::int64_t done) {
+                stopped = stopped || !goOn(done);
+                return !stopped;
+            };
         };
-        printer.setDocName(pageText(document.title));
-        printed = pages.layOut(goOn) && printPages(pages, printer, [&](std::int64_t done) {
-                      return goOn(chosen.count() + done);
-                  });
+        if (const auto document = documentOf(chosen, part(0))) {
+            ListPages pages(*document, chosen, paperOf(printer));
+            printer.setDocName(pageText(document->title));
+            printed = pages.layOut(part(1)) && printPages(pages, printer, part(2));
+        }
     }
     if (stopped)
         tell(text_id::printStopped);
@@ -70,14 +73,19 @@ void ListExport::printOn(QPrinter& printer, const Document& document, const RowS
 void ListExport::preview(bool selectedOnly) {
     const RowSource& chosen = rows(selectedOnly);
     const QPrinter printer(QPrinter::HighResolution);
-    ListPages pages(list_.document, chosen, paperOf(printer));
+    std::optional<Document> document;
+    std::optional<ListPages> pages;
     {
-        ExportProgress progress(text_id::layingOutPages, chosen.count(), list_.owner,
+        ExportProgress progress(text_id::layingOutPages, 2 * chosen.count(), list_.owner,
                                 list_.isEnding);
-        if (!pages.layOut([&](std::int64_t done) { return progress.goOn(done); }))
+        document = documentOf(chosen, progress.part(0));
+        if (!document)
+            return;
+        pages.emplace(*document, chosen, paperOf(printer));
+        if (!pages->layOut(progress.part(chosen.count())))
             return;
     }
-    PrintPreview window(pages, list_.owner);
+    PrintPreview window(*pages, list_.owner);
     if (window.exec() == QDialog::Accepted && !list_.isEnding())
         print(selectedOnly);
 }

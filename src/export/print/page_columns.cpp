@@ -47,6 +47,7 @@ void addCaption(const Column& column, const PageFont& font, double widestWord, C
     need.least = std::max(
         {need.least, need.word, need.natural > 0 ? std::min(font.width(caption), widestWord) : 0});
     need.natural = std::max({need.natural, need.least, font.width(pageText(column.caption))});
+    need.whole = std::max(need.whole, need.natural);
     const auto type = modDictation::fieldDefinition(column.field).valueType;
     need.isRigid = type == modDictation::ValueType::date || type == modDictation::ValueType::time;
 }
@@ -76,6 +77,7 @@ std::vector<ColumnNeed> columnNeeds(const std::vector<Column>& columns, const Ro
     for (std::int64_t row = 0; row < rows.count(); row += step)
         for (std::size_t i = 0; i < columns.size(); ++i) {
             const QString text = pageText(rows.text(columns[i], row));
+            needs[i].whole = std::max(needs[i].whole, font.width(text));
             needs[i].natural = std::max(needs[i].natural, std::min(font.width(text), widest));
             needs[i].least = std::max(needs[i].least, std::min(font.longestWord(text), widestWord));
         }
@@ -91,20 +93,18 @@ bool fits(const std::vector<ColumnNeed>& needs, double width, double gap) {
 std::vector<double> columnWidths(const std::vector<ColumnNeed>& needs, double width, double gap) {
     const double room = width - gapsOf(needs.size(), gap);
     const double natural = sumOf(cappedAt(width, needs));
-    if (natural <= room) {
-        std::vector<double> widths = cappedAt(width, needs);
-        constexpr double loosest = 1.4; // wider, and rows would be hard to follow
-        const double stretch = natural > 0 ? std::min(room / natural, loosest) : 1;
-        for (double& each : widths)
-            each *= stretch;
-        return widths;
+    if (natural <= room) { // what is left goes to those that break their texts
+        std::vector<ColumnNeed> whole = needs;
+        for (ColumnNeed& need : whole)
+            need = {need.whole, need.whole, need.natural, 0, false};
+        return sharedOut(whole, room);
     }
     if (fits(needs, width, gap))
         return sharedOut(needs, room);
     // Dates and numbers are short; they stay whole for longest, then the words of captions.
     std::vector<ColumnNeed> given = needs;
     for (ColumnNeed& need : given)
-        need = {need.least, need.isRigid ? need.least : need.word, 0, need.isRigid};
+        need = {need.least, need.whole, need.isRigid ? need.least : need.word, 0, need.isRigid};
     if (!fits(given, width, gap))
         for (ColumnNeed& need : given)
             need.least = need.isRigid ? need.least : 0;

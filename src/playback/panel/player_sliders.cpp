@@ -49,6 +49,8 @@ void PlayerPanel::PlayerInitControls() {
 
 void PlayerPanel::setSeekRange() {
     const QScopedValueRollback showing(showing_, true);
+    slSearchPlayerSeek_->setStepsPerSecond(
+        length_ < 1 ? 0 : seekSteps * static_cast<double>(rate_) / static_cast<double>(length_));
     if (length_ < 1) {
         slSearchPlayerSeek_->setProperty("Tag", QStringLiteral("0"));
         slSearchPlayerSeek_->setRange(0, 1);
@@ -89,8 +91,12 @@ double PlayerPanel::seekScale() const {
 }
 
 void PlayerPanel::seekSliderMoved(int value) {
-    if (showing_ || alias_.empty())
+    if (showing_)
         return;
+    if (alias_.empty()) { // nothing to move through
+        PlayerRefresh();
+        return;
+    }
     const double scale = seekScale();
     const auto target = static_cast<std::int32_t>(scale > 0 ? value * scale : value);
     const QString time = FormatPlayTime(target, rate_);

@@ -31,6 +31,14 @@ struct ButtonTexts {
 constexpr std::array<ButtonTexts, 3> buttonTexts{
     {{"play", text_id::playTip}, {"pause", text_id::pauseTip}, {"stop", text_id::stopPlayingTip}}};
 
+// A time is its own name.
+void nameTime(QLabel& label, const char* objectName, std::int32_t textId) {
+    label.setObjectName(QLatin1String(objectName));
+    widgets::setTip(label, textId);
+    // Others make room once, and not each time that a digit is wider.
+    label.setMinimumWidth(label.fontMetrics().horizontalAdvance(QStringLiteral("00:00:00 ")));
+}
+
 template <typename Widget>
 void name(Widget& widget, const char* objectName, std::int32_t textId) {
     widget.setObjectName(QLatin1String(objectName));
@@ -85,8 +93,8 @@ PlayerPanel::PlayerPanel(QWidget* parent)
 void PlayerPanel::buildPanel() {
     name(*slSearchPlayerSeek_, "slSearchPlayerSeek", text_id::seekTip);
     name(*prgSearchPlayerStatus_, "prgSearchPlayerStatus", text_id::playerStateTip);
-    name(*lblSeachPlayerStatus_, "lblSeachPlayerStatus", text_id::elapsedTimeTip);
-    name(*lblSearchPlayerLength_, "lblSearchPlayerLength", text_id::lengthTip);
+    nameTime(*lblSeachPlayerStatus_, "lblSeachPlayerStatus", text_id::elapsedTimeTip);
+    nameTime(*lblSearchPlayerLength_, "lblSearchPlayerLength", text_id::lengthTip);
     buildVolume();
     auto* row = new QHBoxLayout(this);
     constexpr int margin = 4;
@@ -102,9 +110,14 @@ void PlayerPanel::buildPanel() {
              cmdSearchPlayer_[1], cmdSearchPlayer_[2], cmdSearchPlayerOptions_, cmdPlayedDictation_,
              slSearchPlayerSeek_, slSearchPlayerVolume_}) {
         setTabOrder(before, next);
-        next->raise(); // screen readers go by that order
         before = next;
     }
+    for (QWidget* next : std::initializer_list<QWidget*>{
+             cmdSearchPlayer_[0], cmdSearchPlayer_[1], cmdSearchPlayer_[2], cmdSearchPlayerOptions_,
+             cmdPlayedDictation_, prgSearchPlayerStatus_, lblSeachPlayerStatus_,
+             slSearchPlayerSeek_, lblSearchPlayerLength_, prgSearchPlayerVU_,
+             slSearchPlayerVolume_})
+        next->raise(); // screen readers go by that order
 }
 
 QBoxLayout* PlayerPanel::buildButtons() {
@@ -129,6 +142,7 @@ QBoxLayout* PlayerPanel::buildButtons() {
     return row;
 }
 
+// What plays and how above; below it the way through it, with the times at its ends.
 QBoxLayout* PlayerPanel::buildPosition() {
     QPalette colours = prgSearchPlayerStatus_->palette();
     colours.setColor(QPalette::Highlight, QColor(0x20, 0x5C, 0xC0));
@@ -138,14 +152,16 @@ QBoxLayout* PlayerPanel::buildPosition() {
     prgSearchPlayerStatus_->setRange(0, 1);
 
     auto* state = new QHBoxLayout;
-    state->addWidget(lblSeachPlayerStatus_);
+    state->addWidget(cmdPlayedDictation_, 3);
     state->addWidget(prgSearchPlayerStatus_, 1);
-    state->addWidget(lblSearchPlayerLength_);
+    auto* way = new QHBoxLayout;
+    way->addWidget(lblSeachPlayerStatus_);
+    way->addWidget(slSearchPlayerSeek_, 1);
+    way->addWidget(lblSearchPlayerLength_);
     auto* column = new QVBoxLayout;
     column->setSpacing(2);
-    column->addWidget(cmdPlayedDictation_);
-    column->addWidget(slSearchPlayerSeek_);
     column->addLayout(state);
+    column->addLayout(way);
     return column;
 }
 

@@ -72,6 +72,7 @@ constexpr std::array explanations{
     Explanation{"optBereich(0)", text_id::aboutPrintRange},
     Explanation{"optBereich(1)", text_id::aboutPrintRange},
     Explanation{"txtTitel", text_id::aboutPrintTitle},
+    Explanation{"chkAllColumns", text_id::allColumnsTip},
     Explanation{"btnChooseListItemFont", text_id::aboutNothing},
     Explanation{"btnPageSetup", text_id::aboutNothing},
     // The preview of a print

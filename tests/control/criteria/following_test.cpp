@@ -102,6 +102,23 @@ TEST_F(Following, FollowsEachChangeWithoutAQuestion) {
     EXPECT_EQ(columnTexts(5), "Berta; ");
 }
 
+TEST_F(Following, KeepsWhatIsSelected) {
+    start("5|17|a|\n5|17|Berta|\n");
+    tick(1, false);
+    sortBy(5);
+    EXPECT_EQ(columnTexts(5), "Anna; Anna; Berta; ");
+    results().selectAll();
+    results().selectionModel()->select(model().index(0, 0),
+                                       QItemSelectionModel::Deselect | QItemSelectionModel::Rows);
+    clickOn(window(), "optCriteriaCompare(0)");
+    QCoreApplication::processEvents();
+    EXPECT_EQ(selectedRows(), "-**") << "the same rows again";
+    tick(1, true);
+    clickOn(window(), "optCriteriaCompare(1)");
+    QCoreApplication::processEvents();
+    EXPECT_EQ(columnTexts(5) + selectedRows(), "Berta; *");
+}
+
 TEST_F(Following, BeginsWithASearchOfTheUser) {
     store.add("2$WAV.WAV");
     openControl();

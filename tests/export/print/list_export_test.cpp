@@ -21,6 +21,7 @@ TEST_F(ListExport, WritesTheRowsAsTheyAreShown) {
     // The walk meets them in neither order.
     store.add("a/2$WAV@@14$Zeh.WAV").add("b/2$WAV@@14$Anna.WAV").add("2$WAV@@14$Max.WAV");
     openAndSearch();
+    write("local.ini", read("local.ini") + "ExportAllColumns=-1\r\n");
     saved("PDF", "wide");
     EXPECT_NO_THROW(static_cast<void>(readPdf(native("wide.pdf")).at(0).find("P")))
         << "a short caption where there is little room";
@@ -68,6 +69,52 @@ TEST_F(ListExport, WritesTheRowsAsTheyAreShown) {
              EXPECT_EQ(dialog.selectedNameFilter(), QStringLiteral("CSV-Datei (*.csv)"));
          });
     EXPECT_EQ(read("again.csv").size(), all.size()) << "the last form is offered first";
+}
+
+TEST_F(ListExport, LeavesOutWhatTellsNothing) {
+    store.add("2$WAV@@14$Anna@@12$7.WAV").add("2$WAV@@14$Berta@@11$Knee.WAV");
+    openAndSearch();
+    clickHeader(authorColumn());
+    choose("Copy as");
+    const auto copied = [] { // without the folder, which is another one each time
+        QString all;
+        const QStringList lines = QApplication::clipboard()->text().split(u'\n');
+        for (const QString& line : lines)
+            all += line.section(u'\t', 1) + u'\n';
+        return all.trimmed().toStdString();
+    };
+    EXPECT_EQ(copied(), "Status\tAuthor\tNumber\tPriority\tSubject\n"
+                        "Dictated\tAnna\t7\tNormal\t\nDictated\tBerta\t\tNormal\tKnee");
+    results().selectRow(1);
+    choose("Copy as", true);
+    EXPECT_EQ(copied(), "Status\tAuthor\tPriority\tSubject\nDictated\tBerta\tNormal\tKnee");
+
+    choose("All columns");
+    const auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    ASSERT_NE(menu, nullptr) << "comes again";
+    EXPECT_TRUE(menu->actions().constLast()->isChecked());
+    click("Copy as");
+    EXPECT_EQ(QApplication::clipboard()->text().section(u'\n', 0, 0).count(u'\t'), 20);
+    EXPECT_TRUE(QApplication::clipboard()->text().contains(QLatin1String("2$WAV@@14$Anna@@12$7")));
+    const auto printed = [this](bool all) {
+        const std::string file = native("out.pdf");
+        withDialog([this] { choose("Print"); },
+                   [&](QDialog& dialog) {
+                       auto& box = child<QAbstractButton>(dialog, "chkAllColumns");
+                       EXPECT_NE(box.isChecked(), all) << "as it was left";
+                       box.click();
+                       static_cast<frmExportOptionsPrint&>(dialog).printer().setOutputFileName(
+                           QString::fromStdString(file));
+                       clickOn(dialog, "cmdOK");
+                   });
+        const auto lines = readPdf(file).at(0).lines();
+        return std::ranges::any_of(
+            lines, [](const std::string& line) { return line.find("2$WAV") != std::string::npos; });
+    };
+    EXPECT_FALSE(printed(false));
+    EXPECT_EQ(read("local.ini").find("ExportAllColumns=-1"), std::string::npos);
+    EXPECT_TRUE(printed(true));
+    EXPECT_NE(read("local.ini").find("ExportAllColumns=-1"), std::string::npos);
 }
 
 TEST_F(ListExport, AsksBeforeItReplacesAndTellsWhatFailed) {

@@ -42,6 +42,7 @@ protected:
         panel_->createMixer();
         panel_->PlayerInitControls();
         panel_->show();
+        panel_->setFocus(); // on a button, away from what is looked at
     }
     static clsMixer& mixer() {
         static clsMixer theMixer;

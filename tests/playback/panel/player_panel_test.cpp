@@ -5,6 +5,7 @@
 #include "tests/failing_reads.h"
 #include "tests/playback/panel/player_fixture.h"
 
+#include <QAccessible>
 #include <QToolTip>
 #include <filesystem>
 
@@ -131,6 +132,7 @@ TEST_F(Player, MovesThroughTheDictation) {
 }
 
 TEST_F(Player, LetsTheUserDragTheHandle) {
+    panel_->resize(700, panel_->height());
     play("one.WAV");
     const QPoint middle = seek().rect().center();
     const QPoint place(seek().width() * 3 / 4, middle.y());
@@ -148,6 +150,41 @@ TEST_F(Player, LetsTheUserDragTheHandle) {
     EXPECT_GT(seek().value(), value);
     QTest::keyClick(&seek(), Qt::Key_PageUp);
     EXPECT_NEAR(position(), millisecondsAt(value) + 5000, 2000) << "a twentieth";
+}
+
+// The way through the dictation is one thing: the shape, the handle and the times at both ends.
+TEST_F(Player, IsMovedThroughByOneWidget) {
+    panel_->resize(700, panel_->height());
+    QTest::mouseClick(&seek(), Qt::LeftButton, {}, seek().rect().center());
+    EXPECT_EQ(seek().value(), 0) << "there is nothing to move through";
+    play("one.WAV");
+    const auto& elapsed = child<QLabel>(*panel_, "lblSeachPlayerStatus");
+    const auto& length = child<QLabel>(*panel_, "lblSearchPlayerLength");
+    EXPECT_LT(elapsed.geometry().right(), seek().geometry().left());
+    EXPECT_LT(seek().geometry().right(), length.geometry().left());
+    EXPECT_NEAR(elapsed.geometry().center().y(), seek().geometry().center().y(), 2);
+    EXPECT_NEAR(length.geometry().center().y(), seek().geometry().center().y(), 2);
+
+    panel_->PlayerPauseResume();
+    QTest::mouseClick(&seek(), Qt::RightButton, {}, {seek().width() / 2, 5});
+    EXPECT_LT(seek().value(), 1000);
+    for (const int percent : {0, 20, 80, 100}) {
+        QTest::mouseClick(&seek(), Qt::LeftButton, {}, {seek().width() * percent / 100, 5});
+        EXPECT_NEAR(position(), percent * 1000, 1500) << percent;
+    }
+    seek().setValue(32767 / 2);
+    QAccessibleInterface* spoken = QAccessible::queryAccessibleInterface(&seek());
+    EXPECT_EQ(spoken->role(), QAccessible::Slider);
+    EXPECT_EQ(spoken->text(QAccessible::Name), QStringLiteral("Position"));
+    EXPECT_EQ(spoken->text(QAccessible::Value), elapsed.text());
+    QAccessibleValueInterface& value = *spoken->valueInterface();
+    EXPECT_NEAR(value.currentValue().toDouble(), 50, 1);
+    EXPECT_NEAR(value.maximumValue().toDouble(), 100, 0.1);
+    value.setCurrentValue(20);
+    EXPECT_NEAR(position(), 20000, 100);
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(const_cast<QLabel*>(&length))
+                  ->text(QAccessible::Name),
+              QStringLiteral("00:01:40"));
 }
 
 TEST_F(Player, HasAMenuOfSpeedsAndOfWaysBack) {
