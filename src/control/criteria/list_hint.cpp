@@ -16,7 +16,7 @@ void paintListHint(QWidget& viewport, const QString& hint) {
     painter.setPen(
         widgets::hintColour(colours.color(QPalette::Text), colours.color(QPalette::Base)));
     constexpr int margin = 12;
-    painter.drawText(viewport.rect().adjusted(margin, margin, -margin, -margin),
+    painter.drawText(viewport.rect().adjusted(margin, 0, -margin, 0),
                      Qt::AlignCenter | Qt::TextWordWrap, hint);
 }
 
