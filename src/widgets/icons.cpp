@@ -39,10 +39,10 @@ QIcon load(const QString& path) {
         return icon;
     QByteArray drawing = file.readAll();
     addDrawing(icon, drawing, QIcon::Normal);
-    // In a selected row the blue and grey lines of the set would vanish in the highlight.
+    // In a selected row the blue, grey and green lines of the set would vanish in the highlight.
     const QByteArray highlighted =
         QGuiApplication::palette().color(QPalette::HighlightedText).name().toLatin1();
-    for (const char* colour : {"#3d6fb4", "#6b7480", "#9aa3ad"})
+    for (const char* colour : {"#3d6fb4", "#6b7480", "#9aa3ad", "#2e8b57"})
         drawing.replace(colour, highlighted);
     addDrawing(icon, drawing, QIcon::Selected);
     return icon;
