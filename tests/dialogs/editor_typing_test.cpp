@@ -40,6 +40,8 @@ TEST_F(TypingInTheEditor, ChoosesTheEntryThatIsTyped) {
         EXPECT_EQ(list.currentText().toStdString(), c.chosen) << c.typed;
         EXPECT_FALSE(list.view()->isVisible()) << c.typed;
     }
+    QTest::keyClicks(&fields(), fields().itemText(0));
+    EXPECT_EQ(fields().currentIndex(), 0);
     fields().showPopup();
     QTest::keyClicks(fields().view(), QStringLiteral("note 2"));
     QTest::keyClick(fields().view(), Qt::Key_Return);
