@@ -15,7 +15,9 @@
 #include <QComboBox>
 #include <QDateEdit>
 #include <QDialog>
+#include <QElapsedTimer>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMessageBox>
@@ -50,6 +52,9 @@ public:
                    });
         sortAndSelect();
         picture("many");
+        details();
+        playing();
+        filtered();
         withDialog([this] { press("cmdSearchOptions(3)"); },
                    [this](QDialog& dialog) {
                        auto& right = child<QListWidget>(dialog, "lstRight");
@@ -144,17 +149,52 @@ private:
         picture("nothing");
     }
 
+    void details() {
+        withDialog(
+            [this] {
+                QKeyEvent enter(QEvent::KeyPress, Qt::Key_Return, Qt::AltModifier);
+                QCoreApplication::sendEvent(&list(), &enter);
+                for (int i = 0; i < 3; ++i)
+                    QCoreApplication::processEvents();
+            },
+            [this](QDialog& dialog) { save(dialog, "details"); });
+    }
+
+    // A moment after its start, in the middle of its waveform.
+    void playing() {
+        QKeyEvent enter(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
+        QCoreApplication::sendEvent(&list(), &enter);
+        QElapsedTimer clock;
+        clock.start();
+        while (!clock.hasExpired(2500))
+            QCoreApplication::processEvents(QEventLoop::AllEvents, 50);
+        picture("playing");
+        press("cmdSearchPlayer(2)");
+    }
+
+    void filtered() {
+        auto& words = child<QLineEdit>(window_, "txtResultFilter");
+        words.setText(QStringLiteral("dr müller"));
+        const int all = list().model()->rowCount();
+        while (list().model()->rowCount() == all)
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        picture("filtered");
+        words.clear();
+    }
+
+    QTableView& list() { return child<QTableView>(window_, "lvSearchResult"); }
+
     void sortAndSelect() {
-        auto& list = child<QTableView>(window_, "lvSearchResult");
-        const auto* model = list.model();
+        const auto* model = list().model();
+        QHeaderView* header = list().horizontalHeader();
         for (int column = 0; column < model->columnCount(); ++column)
             if (model->headerData(column, Qt::Horizontal, ResultModel::fieldRole).toInt() == 9)
-                while (list.horizontalHeader()->sortIndicatorSection() != column ||
-                       list.horizontalHeader()->sortIndicatorOrder() != Qt::DescendingOrder) {
-                    Q_EMIT list.horizontalHeader()->sectionClicked(column); // the newest first
+                while (header->sortIndicatorSection() != column ||
+                       header->sortIndicatorOrder() != Qt::DescendingOrder) {
+                    Q_EMIT header->sectionClicked(column); // the newest first
                     QCoreApplication::processEvents();
                 }
-        list.selectRow(3);
+        list().selectRow(3);
     }
 
     QWidget& window_;

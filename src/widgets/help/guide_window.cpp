@@ -11,11 +11,14 @@
 #include <QAbstractTextDocumentLayout>
 #include <QDialog>
 #include <QFile>
+#include <QImage>
 #include <QRegularExpression>
 #include <QScrollBar>
 #include <QTextBlock>
 #include <QTextBrowser>
+#include <QTextCursor>
 #include <QVBoxLayout>
+#include <algorithm>
 
 namespace ov::widgets {
 
@@ -41,6 +44,22 @@ void jumpTo(QTextBrowser& page, const QString& anchor) {
     }
 }
 
+// Pictures are as wide as the page at most.
+void fitPictures(QTextDocument& guide, int width) {
+    for (QTextBlock block = guide.begin(); block.isValid(); block = block.next())
+        for (auto part = block.begin(); !part.atEnd(); ++part) {
+            QTextImageFormat picture = part.fragment().charFormat().toImageFormat();
+            if (!picture.isValid())
+                continue;
+            const QImage image(QStringLiteral(":/ovsearch/") + picture.name());
+            picture.setWidth(std::min(image.width(), width));
+            QTextCursor cursor(&guide);
+            cursor.setPosition(part.fragment().position());
+            cursor.movePosition(QTextCursor::NextCharacter, QTextCursor::KeepAnchor);
+            cursor.setCharFormat(picture);
+        }
+}
+
 QTextBrowser* openGuide(QWidget& owner) {
     auto* window = new QDialog(&owner);
     window->setObjectName(QLatin1String(windowName));
@@ -49,6 +68,7 @@ QTextBrowser* openGuide(QWidget& owner) {
     followLanguage(*window, [window] { translate(*window); });
     auto* page = new QTextBrowser(window);
     page->setOpenLinks(false); // those to other documents and the network lead nowhere
+    page->setSearchPaths({QStringLiteral(":/ovsearch")});
     page->document()->setMarkdown(guideText());
     setSpokenName(*page, text_id::guideTitle);
     QObject::connect(page, &QTextBrowser::anchorClicked, page,
@@ -58,6 +78,8 @@ QTextBrowser* openGuide(QWidget& owner) {
     column->addWidget(page);
     constexpr QSize comfortable(720, 600);
     resizeOnScreen(*window, comfortable);
+    fitPictures(*page->document(),
+                window->width() - 2 * page->verticalScrollBar()->sizeHint().width());
     return page;
 }
 
