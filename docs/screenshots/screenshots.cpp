@@ -164,10 +164,7 @@ private:
     void playing() {
         QKeyEvent enter(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
         QCoreApplication::sendEvent(&list(), &enter);
-        QElapsedTimer clock;
-        clock.start();
-        while (!clock.hasExpired(2500))
-            QCoreApplication::processEvents(QEventLoop::AllEvents, 50);
+        wait(2500);
         picture("playing");
         press("cmdSearchPlayer(2)");
     }
@@ -178,8 +175,16 @@ private:
         const int all = list().model()->rowCount();
         while (list().model()->rowCount() == all)
             QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        wait(500); // for the line under the list
         picture("filtered");
         words.clear();
+    }
+
+    static void wait(int milliseconds) {
+        QElapsedTimer clock;
+        clock.start();
+        while (!clock.hasExpired(milliseconds))
+            QCoreApplication::processEvents(QEventLoop::AllEvents, 50);
     }
 
     QTableView& list() { return child<QTableView>(window_, "lvSearchResult"); }
