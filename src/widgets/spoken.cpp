@@ -5,6 +5,7 @@
 
 #include <QAccessibleWidget>
 #include <QLabel>
+#include <QProgressBar>
 #include <QVariant>
 
 namespace ov::widgets {
@@ -23,6 +24,10 @@ public:
         const auto* label = qobject_cast<const QLabel*>(widget());
         if (kind == QAccessible::Name && label != nullptr && label->accessibleName().isEmpty())
             return label->text();
+        const auto* bar = qobject_cast<const QProgressBar*>(widget());
+        if (kind == QAccessible::Name && bar != nullptr && bar->isTextVisible() &&
+            !bar->text().isEmpty())
+            return bar->accessibleName() + QStringLiteral(": ") + bar->text();
         return QAccessibleWidget::text(kind);
     }
 };

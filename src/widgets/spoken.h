@@ -13,7 +13,8 @@ class QWidget;
 namespace ov::widgets {
 
 // The widget is one of that kind to a screen reader: a label that is a notification is read out
-// when it changes, a plain widget may be the group of what stands in it.
+// when it changes, a plain widget may be the group of what stands in it, a progress bar a text that
+// says what stands in it. Before anything else is said of the widget.
 void setSpokenRole(QWidget& widget, QAccessible::Role role);
 
 // Has the text of the label read out now, whatever has the keyboard.

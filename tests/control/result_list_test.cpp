@@ -6,7 +6,9 @@
 #include "tests/scripted_media.h"
 #include "tests/wave_files.h"
 
+#include <QAccessible>
 #include <QMimeData>
+#include <QProgressBar>
 #include <QTableWidget>
 
 namespace ov {
@@ -150,6 +152,11 @@ TEST_F(AuthorRows, MarkWhatPlays) {
     const std::pair unmarked(picture(left), picture(left + 1));
     key(results(), Qt::Key_Return);
     EXPECT_EQ(spoken(), "In the player: Anna;;;;");
+    auto& state = widget<QProgressBar>("prgSearchPlayerStatus");
+    waitFor([&] {
+        return QAccessible::queryAccessibleInterface(&state)->text(QAccessible::Name) ==
+               QLatin1String("Playback state: Playing");
+    });
     EXPECT_EQ(played.accessibleName().toStdString(), "Anna: Knie & Hüfte");
     EXPECT_NE(picture(left), unmarked.first);
     EXPECT_EQ(picture(left + 1), unmarked.second);

@@ -9,6 +9,7 @@
 #include "widgets/captions.h"
 #include "widgets/icons.h"
 #include "widgets/legible.h"
+#include "widgets/spoken.h"
 #include "widgets/text.h"
 
 #include <QActionGroup>
@@ -91,6 +92,9 @@ PlayerPanel::PlayerPanel(QWidget* parent)
 }
 
 void PlayerPanel::buildPanel() {
+    // A screen reader would tell of each step of a progress bar.
+    for (QProgressBar* bar : {prgSearchPlayerStatus_, prgSearchPlayerVU_})
+        widgets::setSpokenRole(*bar, QAccessible::StaticText);
     name(*slSearchPlayerSeek_, "slSearchPlayerSeek", text_id::seekTip);
     name(*prgSearchPlayerStatus_, "prgSearchPlayerStatus", text_id::playerStateTip);
     nameTime(*lblSeachPlayerStatus_, "lblSeachPlayerStatus", text_id::elapsedTimeTip);
