@@ -89,7 +89,10 @@ private:
         if (!widget.grab().save(file))
             throw std::runtime_error("cannot write " + file.toStdString());
     }
-    void picture(const char* what) { save(window_, what); }
+    void picture(const char* what) {
+        wait(300); // the line under the list is told by and by
+        save(window_, what);
+    }
 
     static void withDialog(const std::function<void()>& open,
                            const std::function<void(QDialog&)>& drive) {
@@ -175,7 +178,6 @@ private:
         const int all = list().model()->rowCount();
         while (list().model()->rowCount() == all)
             QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-        wait(500); // for the line under the list
         picture("filtered");
         words.clear();
     }
