@@ -111,7 +111,9 @@ void ctrlOVSearch::goToHits() {
         return;
     if (!list.selectionModel()->hasSelection())
         list.selectFirst();
-    if (from && from == window()->focusWidget())
+    // A button that was off meanwhile has left it to the splitter.
+    const QWidget* focus = window()->focusWidget();
+    if (from && (focus == from || focus == view_.splitter))
         list.setFocus();
 }
 

@@ -37,6 +37,11 @@ TEST_F(Control, KeepsTheKeyboardWhereItWas) {
     EXPECT_EQ(focusAfterSearch([] {}), &searchButton);
     EXPECT_EQ(focusAfterSearch([&] { results().setFocus(); }), &results());
     EXPECT_EQ(focusAfterSearch([&] { press("cmdSearchStop"); }), &searchButton);
+    for (const char* name : {"lvSearchCriteria", "cmdSavedSearches"}) {
+        widget<QWidget>(name).setFocus();
+        key(widget<QWidget>(name), Qt::Key_F5);
+        EXPECT_EQ(window().focusWidget(), &results()) << name;
+    }
 }
 
 TEST_F(Control, ReadsAsOneGoesAndFollowsTheLanguage) {
