@@ -26,6 +26,8 @@ constexpr QKeyCombination copyFilesKey = Qt::CTRL | Qt::SHIFT | Qt::Key_C;
 // Typing a letter jumps to a row that begins with it; beyond this the search for it would stall.
 constexpr int mostRowsToJumpIn = 20000;
 
+constexpr int quietMs = 1000; // after which nothing else seems to be wanted
+
 } // namespace
 
 ResultList::ResultList(QWidget* parent)
@@ -41,6 +43,10 @@ ResultList::ResultList(QWidget* parent)
     connect(columns_, &ResultColumns::menuRequested, this, &ResultList::openColumnMenu);
     filter_ = new QuickFilter(this, [this] { return filterSource(); });
     connect(filter_, &QuickFilter::found, this, &ResultList::takeFound);
+    // The first word that somebody filters by is answered at once then, among a million rows too.
+    prepareSoon_.setSingleShot(true);
+    prepareSoon_.setInterval(quietMs);
+    prepareSoon_.callOnTimeout(this, &ResultList::prepareFilter);
 }
 
 void ResultList::setUp() {
@@ -67,6 +73,10 @@ void ResultList::setSettings(const ControlSettings& settings) {
 
 void ResultList::setBusy(bool busy) {
     busy_ = busy;
+    if (busy)
+        prepareSoon_.stop();
+    else
+        prepareSoon_.start();
     horizontalHeader()->setSectionsClickable(!busy);
     if (!busy)
         showSortIndicator(); // of a wish that came to nothing

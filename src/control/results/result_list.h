@@ -11,6 +11,7 @@
 #include "control/results/result_selection.h"
 
 #include <QTableView>
+#include <QTimer>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -183,6 +184,7 @@ private:
     std::optional<QuickFilter::Found> found_; // not shown yet
     std::string shownFilter_;                 // of the rows that the model keeps
     bool busy_ = false;
+    QTimer prepareSoon_;
     ControlSettings settings_;
     std::int32_t listSortKey_ = 1;
     std::int32_t listSortOrder_ = 0;

@@ -122,6 +122,7 @@ std::uint8_t CollationAlphabet::rankOf(std::uint16_t primary) const {
 void CollationKeys::append(std::string_view utf8, std::string& keys) {
     if (!library_) {
         keys.append(utf8);
+        finish(keys); // no key is empty
         return;
     }
     const std::size_t start = keys.size();
