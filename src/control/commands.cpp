@@ -3,6 +3,7 @@
 
 // What the buttons, keys and menus of the control do.
 
+#include "control/criteria/pasted_criteria.h"
 #include "control/ctrlOVSearch.h"
 #include "control/search_hint.h"
 #include "control/seen_values.h"
@@ -231,15 +232,12 @@ void ctrlOVSearch::duplicateCriterion() {
         keepCriterion(list.addBeside(*made));
 }
 
-// What is no criterion stays in the clipboard; nobody's criteria fill more of it.
+// What is no criterion stays in the clipboard.
 void ctrlOVSearch::pasteCriteria() {
-    constexpr qsizetype mostLetters = 1 << 20;
     const QString copied = QGuiApplication::clipboard()->text(); // may let messages be handled
     if (isEnding())
         return;
-    modDictation::CriteriaText read =
-        modDictation::readCriteriaText(widgets::toUtf8(copied.left(mostLetters)));
-    read.skipped += static_cast<std::size_t>(copied.mid(mostLetters).count(u'\n'));
+    const modDictation::CriteriaText read = pastedCriteria(copied);
     if (!read.criteria.empty()) {
         const bool isNew = view_.lvSearchCriteria->insert(entriesOf(read.criteria));
         keepCriterion(isNew || read.skipped > 0); // one box is enough

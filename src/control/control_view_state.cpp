@@ -25,6 +25,7 @@ void ControlView::enable() {
         button->setEnabled(rules.takesCommands);
     cmdSearchStop->setEnabled(rules.stopButton);
     lvSearchResult->setBusy(!rules.takesCommands);
+    lvSearchResult->setQuiet(state_ == ControlState::idle);
     enableCriteriaButtons();
     describeSearchButtons();
 }

@@ -10,6 +10,7 @@
 #include <QClipboard>
 #include <QGuiApplication>
 #include <algorithm>
+#include <set>
 
 namespace ov {
 
@@ -86,16 +87,17 @@ bool CriteriaList::insert(const CriteriaEntries& added) {
     const int current = selectedRow();
     const int before = current < 0 ? static_cast<int>(entries_.size()) : current + 1;
     CriteriaEntries fresh;
+    std::set<std::string> freshAlone;
     Rows present;
     for (int row = 0; row < static_cast<int>(added.size()); ++row) {
         const CriteriaEntry& entry = added[static_cast<std::size_t>(row)];
         const bool isAlone =
             !entry.indented && !isInGroup(added, row) && !isInsideGroup(entries_, before);
         const int same = isAlone ? find(entry.criterion) : -1;
-        if (same < 0)
-            fresh.push_back(entry);
-        else
+        if (same >= 0)
             present.push_back(same);
+        else if (!isAlone || freshAlone.insert(entry.criterion).second)
+            fresh.push_back(entry);
     }
     ChangedCriteria next = inserted(entries_, before, fresh);
     for (const int row : present)
@@ -166,8 +168,12 @@ void CriteriaList::tickSelected() {
     change(std::move(next), rows);
 }
 
+// One in a group asks for something else: A is not the same as A or B.
 int CriteriaList::find(const std::string& criteriaString) const {
-    return find(criteriaString, {0, static_cast<int>(entries_.size())});
+    for (int row = 0; row < static_cast<int>(entries_.size()); ++row)
+        if (find(criteriaString, {row, row + 1}) == row && !isInGroup(entries_, row))
+            return row;
+    return -1;
 }
 
 int CriteriaList::find(const std::string& criteriaString, RowRange among) const {

@@ -73,15 +73,18 @@ void ResultList::setSettings(const ControlSettings& settings) {
 
 void ResultList::setBusy(bool busy) {
     busy_ = busy;
-    if (busy)
-        prepareSoon_.stop();
-    else
-        prepareSoon_.start();
     horizontalHeader()->setSectionsClickable(!busy);
     if (!busy)
         showSortIndicator(); // of a wish that came to nothing
     if (!busy && found_)     // from the event loop, as a command may just be ending
         QMetaObject::invokeMethod(this, &ResultList::filterFound, Qt::QueuedConnection);
+}
+
+void ResultList::setQuiet(bool quiet) {
+    if (quiet)
+        prepareSoon_.start();
+    else
+        prepareSoon_.stop();
 }
 
 void ResultList::removeAllRows() {

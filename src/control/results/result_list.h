@@ -132,6 +132,8 @@ public:
 
     // While the caller works on the rows, headers cannot be clicked, and rows stay.
     void setBusy(bool busy);
+    // Nothing is asked for: what a filter needs may be made ahead.
+    void setQuiet(bool quiet);
 
     // More than fits a clipboard sensibly; such a list is exported.
     static constexpr int mostCopiedRows = 100000;

@@ -32,9 +32,11 @@ ResultSelection::Kept amongOthers(const ResultSelection::Kept& kept,
     const auto among = [&](std::int32_t hit) { return hit > 0 ? others.find(hits[hit]) : 0; };
     ResultSelection::Kept found;
     found.current = among(kept.current);
-    if (kept.hits.size() > soonFound && found.current > 0)
-        found.hits = {found.current};
-    else if (kept.hits.size() <= soonFound)
+    const bool ofMany = kept.all && kept.hits.empty();
+    if (ofMany || kept.hits.size() > soonFound) {
+        if (found.current > 0 && (ofMany || std::ranges::binary_search(kept.hits, kept.current)))
+            found.hits = {found.current};
+    } else
         for (const std::int32_t hit : kept.hits)
             if (const std::int32_t other = among(hit); other > 0)
                 found.hits.push_back(other);

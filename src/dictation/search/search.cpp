@@ -6,6 +6,8 @@
 #include "platform/locale_module.h"
 #include "support/log.h"
 
+#include <atomic>
+
 namespace ov::modDictation {
 
 namespace {
@@ -41,7 +43,9 @@ SearchReport search(const Search& what, DictationList& hits, const SearchMeans& 
         means.remembered->startSearch();
     SearchReport report = TreeWalk(what, hits, state().searchAbort.get_token(), means).run();
     // Dates and weeks of the criteria may then not be what the user's country means by them.
-    if (const platform::Status problem = platform::localeProblem(); !problem.ok())
+    static std::atomic_flag logged;
+    if (const platform::Status problem = platform::localeProblem();
+        !problem.ok() && !logged.test_and_set())
         WriteErrorLog(problem, "SearchDictations");
     return report;
 }

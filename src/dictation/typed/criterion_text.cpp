@@ -144,7 +144,8 @@ std::optional<std::string> numberValue(std::string_view text) {
 }
 
 std::optional<std::string> textValue(std::string_view text) {
-    if (text.find(criteriaSeparator) != std::string_view::npos)
+    // No name can hold one, and a file of criteria neither.
+    if (std::ranges::any_of(text, [](char c) { return (c >= 0 && c < ' ') || c == '\x7F'; }))
         return std::nullopt;
     return std::string(text);
 }

@@ -38,7 +38,9 @@ std::optional<Criterion> criterionOf(std::string_view text) {
 // Reads criteria one after the other, and which of them are a group.
 class CriteriaReader {
 public:
-    explicit CriteriaReader(std::vector<Criterion>& criteria) : criteria_(criteria) {}
+    // With `goesOn` the first may be in a group with what it will stand below.
+    explicit CriteriaReader(std::vector<Criterion>& criteria, bool goesOn = false)
+        : criteria_(criteria), hasHead_(goesOn) {}
 
     bool read(std::string_view line) {
         const std::size_t start = std::min(line.find_first_not_of(blanks), line.size());
@@ -55,7 +57,7 @@ public:
 
 private:
     std::vector<Criterion>& criteria_;
-    bool hasHead_ = false;
+    bool hasHead_;
 };
 
 // Calls `read` for each line that says something; gives the number of those that it answers false.
@@ -124,7 +126,7 @@ SearchText readSearchText(std::string_view content) {
 
 CriteriaText readCriteriaText(std::string_view content) {
     CriteriaText text;
-    CriteriaReader criteria(text.criteria);
+    CriteriaReader criteria(text.criteria, true);
     text.skipped =
         skippedLines(content, [&](std::string_view line) { return criteria.read(line); });
     return text;

@@ -96,7 +96,7 @@ std::vector<double> columnWidths(const std::vector<ColumnNeed>& needs, double wi
     if (natural <= room) { // what is left goes to those that break their texts
         std::vector<ColumnNeed> whole = needs;
         for (ColumnNeed& need : whole)
-            need = {need.whole, need.whole, need.natural, 0, false};
+            need = {need.whole, need.whole, std::min(need.natural, room), 0, false};
         return sharedOut(whole, room);
     }
     if (fits(needs, width, gap))

@@ -44,8 +44,9 @@ std::optional<DirectoryStamp> directoryStamp(std::string_view path) {
 }
 
 HeldDirectory::HeldDirectory(std::string_view path, const DirectoryId& meant) {
+    const std::string native = toNativePath(path);
     if (++held <= mostHeld) {
-        FileDescriptor opened(::open(toNativePath(path).c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+        FileDescriptor opened(::open(native.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
         const auto found = opened.valid() ? stampAt(opened.get(), "", AT_EMPTY_PATH) : std::nullopt;
         if (found && found->id == meant)
             handle_ = opened.release();

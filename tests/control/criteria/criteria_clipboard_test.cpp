@@ -44,7 +44,16 @@ TEST_F(CriteriaClipboard, TakesCriteriaAsTextWithTheirGroups) {
     controlKey(Qt::Key_X);
     rightClick(criteria());
     click("Paste");
-    EXPECT_EQ(line(), "A>B*C>*DE") << "below the one that took their place";
+    EXPECT_EQ(line(), "A>B>*C>*DE") << "in their group again";
+    select({4});
+    paste("author contains C\nauthor contains C\n");
+    EXPECT_EQ(line(), "A>B>C>DE*C") << "once; in a group it asks for something else";
+    std::string many;
+    for (int i = 0; i < 600; ++i)
+        many += "author contains x" + std::to_string(i) + "\n";
+    paste(many.c_str());
+    EXPECT_EQ(criteria().topLevelItemCount(), 506);
+    EXPECT_EQ(user->boxes.size(), 1U) << "a hundred were too many";
 }
 
 TEST_F(CriteriaClipboard, PastesWhatOthersWroteAndTellsTheRest) {
@@ -65,7 +74,7 @@ TEST_F(CriteriaClipboard, PastesWhatOthersWroteAndTellsTheRest) {
     speak("7");
     paste((std::string(1 << 20, 'x') + "\nauthor contains Z\n").c_str());
     EXPECT_EQ(user->boxes.at(2).text, "Zeilen der Zwischenablage, die keine Suchkriterien sind und "
-                                      "nicht eingefügt wurden: 3");
+                                      "nicht eingefügt wurden: 2");
     EXPECT_EQ(line(), "*AN>A*B");
 }
 
