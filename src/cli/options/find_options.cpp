@@ -1,0 +1,57 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#include "cli/options/find_options.h"
+
+#include "cli/options/search_options.h"
+
+#include <map>
+
+namespace ov::cli {
+
+namespace {
+
+void addFormat(CLI::App& command, HitFormat& format) {
+    static const std::map<std::string, HitFormat> formats = {{"table", HitFormat::table},
+                                                             {"csv", HitFormat::csv},
+                                                             {"json", HitFormat::json},
+                                                             {"paths", HitFormat::paths}};
+    command
+        .add_option_function<std::string>(
+            "--format", [&format](const std::string& name) { format = formats.at(name); },
+            "table, csv, json or paths")
+        ->type_name("FORMAT")
+        ->check(CLI::IsMember(formats).description(""));
+}
+
+} // namespace
+
+CLI::App* addFind(CLI::App& app, FindOptions& options) {
+    CLI::App* command = app.add_subcommand("find", "Search a store of dictations");
+    addSearchOptions(*command, options.search);
+    addCriteriaFile(*command, options.criteriaFiles,
+                    "Also the criteria of this file; a further file is a search of its own")
+        ->take_all()
+        ->allow_extra_args(false);
+    addFormat(*command, options.format);
+    addSeparator(*command, options.separator, "a comma");
+    command->add_flag("-0,--null", options.zeroEnded, "End paths by a zero byte");
+    command->add_flag("--trust-folder-times", options.trustsFolderTimes,
+                      "List unchanged folders once, on unknown file systems too");
+    return command;
+}
+
+CLI::App* addExport(CLI::App& app, ExportOptions& options) {
+    CLI::App* command =
+        app.add_subcommand("export", "Search, and write a list for other programs or for paper");
+    addPath(*command, "FILE", options.file,
+            "File to write; its ending is .pdf, .xlsx, .csv, .html, .json or .txt");
+    addSearchOptions(*command, options.search);
+    addCriteriaFile(*command, options.search.criteriaFile, "Also the criteria of this file");
+    command->add_option("--title", options.title, "Title of the list")->type_name("TEXT");
+    addSeparator(*command, options.separator, "as the locale has it");
+    command->add_flag("--force", options.force, "Replace FILE when it exists");
+    return command;
+}
+
+} // namespace ov::cli
