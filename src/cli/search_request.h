@@ -60,9 +60,4 @@ modDictation::SearchReport search(const modDictation::Search& what, const Sessio
                                   const std::function<bool()>& goOn,
                                   std::shared_ptr<modDictation::RememberedStore> remembered = {});
 
-// Tells what was left out and whether the search ended early.
-void tellReport(const modDictation::SearchReport& report, std::int32_t hitCount);
-
-ExitCode searchResult(const modDictation::SearchReport& report, std::int32_t hitCount);
-
 } // namespace ov::cli

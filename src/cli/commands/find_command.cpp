@@ -5,6 +5,7 @@
 
 #include "cli/messages.h"
 #include "cli/terminal_interface.h"
+#include "cli/told_report.h"
 #include "dictation/search/result_order.h"
 #include "platform/terminal.h"
 
