@@ -23,11 +23,12 @@ std::int32_t DictationList::find(const Dictation& dictation) const {
     for (std::uint32_t i = 0; i < directories_.size(); ++i) {
         if (directories_[i] != dictation.directory)
             continue;
-        const auto run = std::ranges::equal_range(entries_, i, {}, &Entry::directory);
-        const auto found = std::ranges::find_if(run, [&](const Entry& entry) {
+        const auto first = std::ranges::lower_bound(entries_, i, {}, &Entry::directory);
+        const auto last = std::ranges::upper_bound(first, entries_.end(), i, {}, &Entry::directory);
+        const auto found = std::find_if(first, last, [&](const Entry& entry) {
             return std::string_view(entry.name, entry.length) == dictation.name;
         });
-        if (found != run.end())
+        if (found != last)
             return static_cast<std::int32_t>(found - entries_.begin()) + 1;
     }
     return 0;
