@@ -88,8 +88,8 @@ measure_threads() { # DIR TITLE
     print_measured "$2"
 }
 
-# What it takes to search again with other criteria, in one call of the program: four criteria files
-# less the first three alone, by when a server's folder times have been seen twice with time between.
+# What it takes to search again with other criteria, in one call of the program: eleven criteria
+# files less the first three alone, by when a server's folder times have been seen twice with time between.
 measure_again() { # DIR TITLE
     local first=$work/first.dat other=$work/other.dat last=$work/last.dat
     local search=("${search[@]}" --trust-folder-times)
@@ -100,8 +100,8 @@ measure_again() { # DIR TITLE
     forget_commands
     add_command "ovsearch, three criteria files" "$runs" "${search[@]}" "$1" "${three[@]}"
     # One alone is less than what the others scatter.
-    local further=() i
-    for ((i = 0; i < 8; i++)); do further+=(--criteria-file "$last"); done
+    local count=8 further=() i
+    for ((i = 0; i < count; i++)); do further+=(--criteria-file "$last"); done
     add_command "ovsearch, eight more" "$runs" "${search[@]}" "$1" "${three[@]}" "${further[@]}"
     if [[ $1 != "${slow:-}" ]]; then
         add_pipeline "find and grep, the same question" "$runs" \
@@ -111,7 +111,7 @@ measure_again() { # DIR TITLE
     measure
     print_measured "$2"
     printf '%-40s %5s %12s\n' "each of the eight" "" \
-        "$(milliseconds $(((median_us[1] - median_us[0]) / ${#further[@]})))"
+        "$(milliseconds $(((median_us[1] - median_us[0]) / count)))"
 }
 
 # An index of this store alone, beside it.
