@@ -3,16 +3,15 @@
 
 #include "dictation/typed/criterion_text.h"
 
-#include "dictation/field_codes.h"
-#include "dictation/field_date.h"
-#include "platform/locale.h"
+#include "dictation/typed/criterion_values.h"
+#include "dictation/typed/field_word.h"
 #include "platform/text.h"
 #include "support/numbers.h"
 
 #include <algorithm>
 #include <array>
 #include <optional>
-#include <span>
+#include <utility>
 
 namespace ov::modDictation {
 
@@ -98,147 +97,115 @@ std::optional<std::int32_t> findOperator(const FieldDefinition& field, std::stri
     return std::nullopt;
 }
 
-// The second status has no list of its own in the editor; it takes the same codes.
-std::span<const std::int32_t> codesOf(const FieldDefinition& field) {
-    const bool isStatus = field.valueType == ValueType::status;
-    return isStatus ? fieldDefinition(field_id::status).offeredCodes : field.offeredCodes;
-}
-
-std::string codeList(const FieldDefinition& field) {
-    std::string list;
-    for (const std::int32_t code : codesOf(field)) {
-        const std::string_view word = codeWord(code);
-        list += list.empty() ? "" : ", ";
-        list += std::to_string(code);
-        if (!word.empty())
-            list.append(" ").append(word);
-        list.append(" (").append(GetStatusText(code)).append(")");
-    }
-    return list;
-}
-
-std::optional<std::string> codeValue(const FieldDefinition& field, std::string_view text) {
-    for (const std::int32_t code : codesOf(field)) {
-        const bool same = text == std::to_string(code) ||
-                          platform::equalsIgnoringCase(text, codeWord(code)) ||
-                          platform::equalsIgnoringCase(text, GetStatusText(code));
-        if (same)
-            return std::to_string(code);
-    }
-    return std::nullopt;
-}
-
-std::optional<std::string> dateValue(std::string_view text) {
-    const auto date = platform::parseDate(text);
-    return date ? std::optional(platform::formatIsoDate(*date)) : std::nullopt;
-}
-
-std::optional<std::string> timeValue(std::string_view text) {
-    const auto seconds = readSeconds(text);
-    return seconds ? std::optional(secondsText(*seconds)) : std::nullopt;
-}
-
-std::optional<std::string> numberValue(std::string_view text) {
-    const auto number = platform::parseNumber(text);
-    return number ? std::optional(std::to_string(roundToInt32(*number))) : std::nullopt;
-}
-
-std::optional<std::string> textValue(std::string_view text) {
-    // No name can hold one, and a file of criteria neither.
-    if (std::ranges::any_of(text, [](char c) { return (c >= 0 && c < ' ') || c == '\x7F'; }))
-        return std::nullopt;
-    return std::string(text);
-}
-
-// The value as a criteria string stores it; nothing for one that the field cannot have.
-std::optional<std::string> storedValue(const FieldDefinition& field, std::string_view text) {
-    switch (field.valueType) {
-    case ValueType::date:
-        return dateValue(text);
-    case ValueType::time:
-        return timeValue(text);
-    case ValueType::number:
-        return numberValue(text);
-    case ValueType::code:
-    case ValueType::status:
-    case ValueType::priority:
-    case ValueType::flag:
-        return codeValue(field, text);
-    default:
-        return textValue(text);
-    }
-}
-
-std::string whatIsExpected(const FieldDefinition& field) {
-    switch (field.valueType) {
-    case ValueType::date:
-        return "a date such as 2026-11-21 or " + platform::formatShortDate({2026, 11, 21});
-    case ValueType::time:
-        return "a time such as 00:05:00";
-    case ValueType::number:
-        return "a number";
-    case ValueType::code:
-    case ValueType::status:
-    case ValueType::priority:
-    case ValueType::flag:
-        return "one of " + codeList(field);
-    default:
-        return "a text without control characters";
-    }
-}
-
 std::string quoted(std::string_view text) {
     return '"' + std::string(text) + '"';
 }
 
-ParsedCriterion failure(std::string error) {
-    return {{}, std::move(error)};
+// The places of errors are counted in the whole text.
+class CriterionParser {
+public:
+    explicit CriterionParser(std::string_view text) : text_(text) {}
+
+    ParsedCriterion parse();
+
+private:
+    ParsedCriterion failure(std::string error, std::string_view at) const {
+        return {
+            {}, std::move(error), static_cast<std::size_t>(at.data() - text_.data()), at.size()};
+    }
+    ParsedCriterion withValues(Criterion criterion, const FieldDefinition& field,
+                               std::string_view rest) const;
+    ParsedCriterion withRange(Criterion criterion, const FieldDefinition& field,
+                              std::string_view rest) const;
+    std::string readValue(const FieldDefinition& field, std::string_view text,
+                          std::string& target) const;
+    std::optional<ParsedCriterion> missingBlank() const;
+
+    std::string_view text_;
+};
+
+// What is wrong with the value; empty when nothing is.
+std::string CriterionParser::readValue(const FieldDefinition& field, std::string_view text,
+                                       std::string& target) const {
+    if (text.empty())
+        return "a value is missing: " + expectedValue(field);
+    const auto stored = storedValue(field, text);
+    if (!stored)
+        return quoted(text) + " is not " + expectedValue(field);
+    target = *stored;
+    return {};
+}
+
+ParsedCriterion CriterionParser::withRange(Criterion criterion, const FieldDefinition& field,
+                                           std::string_view rest) const {
+    const std::size_t dots = rest.find("..");
+    if (dots == std::string_view::npos)
+        return failure("this operator takes two values, A..B, each " + expectedValue(field), rest);
+    const std::string_view first = platform::trimmed(rest.substr(0, dots));
+    const std::string_view last = platform::trimmed(rest.substr(dots + 2));
+    for (const auto& [text, target] :
+         {std::pair(first, &criterion.Value1), std::pair(last, &criterion.Value2)})
+        if (std::string error = readValue(field, text, *target); !error.empty())
+            return failure(std::move(error), text);
+    if (isReversed(field.valueType, criterion.Value1, criterion.Value2))
+        return failure(
+            "the range is reversed; say " + std::string(last) + ".." + std::string(first), rest);
+    return {criterion, {}};
 }
 
 // Fills in the values of a criterion whose field and operator are known.
-ParsedCriterion withValues(Criterion criterion, const FieldDefinition& field,
-                           std::string_view rest) {
+ParsedCriterion CriterionParser::withValues(Criterion criterion, const FieldDefinition& field,
+                                            std::string_view rest) const {
     const int count = operatorValueCount(criterion.Operator);
+    if (count == 2)
+        return withRange(std::move(criterion), field, rest);
+    if (count == 0 && !rest.empty())
+        return failure("this operator takes no value, but " + quoted(rest) + " follows", rest);
     if (count == 0)
-        return rest.empty()
-                   ? ParsedCriterion{criterion, {}}
-                   : failure("this operator takes no value, but " + quoted(rest) + " follows");
-    std::array<std::string_view, 2> values = {rest, {}};
-    if (count == 2) {
-        const std::size_t dots = rest.find("..");
-        if (dots == std::string_view::npos)
-            return failure("this operator takes two values, A..B, each " + whatIsExpected(field));
-        values = {platform::trimmed(rest.substr(0, dots)),
-                  platform::trimmed(rest.substr(dots + 2))};
-    }
-    const std::array<std::string*, 2> targets = {&criterion.Value1, &criterion.Value2};
-    for (std::size_t i = 0; i < static_cast<std::size_t>(count); ++i) {
-        if (values[i].empty())
-            return failure("a value is missing: " + whatIsExpected(field));
-        const auto stored = storedValue(field, values[i]);
-        if (!stored)
-            return failure(quoted(values[i]) + " is not " + whatIsExpected(field));
-        *targets[i] = *stored;
-    }
-    return {criterion, {}};
+        return {criterion, {}};
+    std::string error = readValue(field, rest, criterion.Value1);
+    return error.empty() ? ParsedCriterion{criterion, {}} : failure(std::move(error), rest);
+}
+
+// "length>=00:01:00", and what was meant.
+std::optional<ParsedCriterion> CriterionParser::missingBlank() const {
+    constexpr std::string_view signs = "=<>!";
+    const std::size_t begin = std::min(text_.find_first_of(signs), text_.size());
+    const std::size_t end = std::min(text_.find_first_not_of(signs, begin), text_.size());
+    const std::string_view key = platform::trimmed(text_.substr(0, begin));
+    const std::string_view sign = text_.substr(begin, end - begin);
+    const std::int32_t id = fieldOfKey(key);
+    if (id == noField || !findOperator(fieldDefinition(id), sign))
+        return std::nullopt;
+    const std::string_view value = platform::trimmed(text_.substr(end));
+    return failure("a blank is missing; say " + quoted(std::string(key) + ' ' + std::string(sign) +
+                                                       ' ' + std::string(value)),
+                   sign);
+}
+
+ParsedCriterion CriterionParser::parse() {
+    std::string_view rest = text_;
+    const std::string_view fieldToken = takeToken(rest);
+    const std::string_view operatorToken = takeToken(rest);
+    const std::int32_t id = fieldOfKey(fieldToken);
+    const FieldDefinition& field = fieldDefinition(id);
+    const auto operatorId = findOperator(field, operatorToken);
+    if (id != noField && operatorId)
+        return withValues({id, *operatorId, {}, {}}, field, platform::trimmed(rest));
+    if (auto missing = missingBlank())
+        return *std::move(missing);
+    if (id == noField)
+        return failure(unknownField(fieldToken), fieldToken);
+    return failure("field " + quoted(fieldToken) + " has no operator " + quoted(operatorToken) +
+                       "; it offers: " + operatorWords(id),
+                   operatorToken);
 }
 
 } // namespace
 
 ParsedCriterion parseCriterion(std::string_view text) {
     const std::string utf8 = platform::textFromBytes(text);
-    std::string_view rest = utf8;
-    const std::string_view fieldToken = takeToken(rest);
-    const std::string_view operatorToken = takeToken(rest);
-    const std::int32_t id = fieldOfKey(fieldToken);
-    if (id == noField)
-        return failure("there is no field " + quoted(fieldToken) + "; fields are: " + fieldKeys());
-    const FieldDefinition& field = fieldDefinition(id);
-    const auto operatorId = findOperator(field, operatorToken);
-    if (!operatorId)
-        return failure("field " + quoted(fieldToken) + " has no operator " + quoted(operatorToken) +
-                       "; it offers: " + operatorWords(id));
-    return withValues({id, *operatorId, {}, {}}, field, platform::trimmed(rest));
+    return CriterionParser(utf8).parse();
 }
 
 std::string typedCriterion(const Criterion& criterion) {

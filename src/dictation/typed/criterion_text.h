@@ -5,6 +5,7 @@
 
 #include "dictation/search/criterion.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -24,7 +25,9 @@ namespace ov::modDictation {
 
 struct ParsedCriterion {
     Criterion criterion;
-    std::string error; // what is wrong and what may stand there; empty when nothing is
+    std::string error;      // what is wrong and what may stand there; empty when nothing is
+    std::size_t offset = 0; // of what is wrong, in bytes, where the text is UTF-8
+    std::size_t length = 0;
     bool ok() const noexcept { return error.empty(); }
 };
 
