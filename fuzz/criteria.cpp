@@ -1,13 +1,16 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
-// Any bytes as criteria: the first line as one that is typed in a terminal, the rest as a criteria
-// file. What can be read is shown and tested on a dictation of its own.
+// Any bytes as criteria: the first line as one that is typed in a terminal, in the long and in the
+// quick form, the rest as a criteria file. What can be read is shown and tested on a dictation of
+// its own.
 
 #include "dictation/field_table.h"
 #include "dictation/search/criterion.h"
 #include "dictation/search/matching.h"
 #include "dictation/typed/criterion_text.h"
+#include "dictation/typed/explained_criterion.h"
+#include "dictation/typed/quick_text.h"
 #include "fuzz/fuzzing.h"
 
 #include <string>
@@ -35,6 +38,28 @@ void readTyped(std::string_view line) {
     require(isCriteriaString(text) && ParseCriteriaString(text) == typed);
 }
 
+bool isMet(const std::vector<Criterion>& criteria, bool all) {
+    PreparedCriteria prepared(criteria, now);
+    return MatchDictation(directory, name, prepared, all);
+}
+
+// Whatever can be asked for can be left out too.
+void readQuick(std::string_view line) {
+    const QuickSearch quick = parseQuickText(line, {now, true});
+    require(quick.ok() || (quick.criteria.empty() && quick.error.offset <= line.size() * 3));
+    require(quick.criteria.size() <= mostCriteria);
+    if (quick.criteria.empty())
+        return;
+    require(!quick.criteria.front().indented);
+    for (const Criterion& criterion : quick.criteria)
+        explainedCriterion(criterion, true, now);
+    std::vector<QuickPart> parts = quickParts(line);
+    parts.insert(parts.begin(), {{QuickPart::Kind::negation, "-"}, {QuickPart::Kind::open, "("}});
+    parts.push_back({QuickPart::Kind::close, ")"});
+    const QuickSearch opposite = readQuickParts(parts, {now, false});
+    require(!opposite.ok() || isMet(opposite.criteria, false) != isMet(quick.criteria, true));
+}
+
 void readFile(std::string_view content) {
     std::vector<Criterion> criteria;
     for (const std::string& line : readCriteriaLines(content).criteria) {
@@ -53,7 +78,9 @@ void readFile(std::string_view content) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     BuildSearchFieldTable();
     std::string_view rest = fuzzing::textOf(data, size);
-    readTyped(fuzzing::takePart(rest, '\n'));
+    const std::string_view line = fuzzing::takePart(rest, '\n');
+    readTyped(line);
+    readQuick(line);
     readFile(rest);
     return 0;
 }

@@ -1,0 +1,56 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#include "dictation/typed/explained_criterion.h"
+
+#include "dictation/field_date.h"
+#include "dictation/search/matching.h"
+#include "platform/text.h"
+#include "support/language/modLanguage.h"
+#include "support/language/text_ids.h"
+
+namespace ov::modDictation {
+
+namespace {
+
+std::string isoDate(std::int64_t day) {
+    return platform::formatIsoDate(dateOf({static_cast<std::int32_t>(day), 0, false}));
+}
+
+// Empty for a criterion that does not count from today.
+std::string relativeDates(const Criterion& criterion, const platform::DateTime& now) {
+    if (fieldDefinition(criterion.Field).valueType != ValueType::date)
+        return {};
+    const NumberRange days = relativeDays(criterion.Operator, now, platform::locale().firstWeekday);
+    if (days.first > days.last)
+        return {};
+    const std::string first = isoDate(days.first);
+    return " (" +
+           (days.first == days.last
+                ? first
+                : modLanguage::GetText(text_id::dateRange, {first, isoDate(days.last)})) +
+           ')';
+}
+
+std::string grouped(std::int64_t number) {
+    constexpr std::size_t digits = 3;
+    std::string text = std::to_string(number);
+    for (std::size_t at = text.size(); at > digits; at -= digits)
+        text.insert(at - digits, platform::locale().groupSign);
+    return text;
+}
+
+} // namespace
+
+std::string explainedCriterion(const Criterion& criterion, bool all,
+                               const platform::DateTime& now) {
+    const std::string text = GetListedCriterionText(criterion, all);
+    return (criterion.indented ? "  " : "") + std::string(platform::trimmed(text)) +
+           relativeDates(criterion, now);
+}
+
+std::string countOfAll(std::int64_t matched, std::int64_t tested) {
+    return modLanguage::GetText(text_id::countOfAll, {grouped(matched), grouped(tested)});
+}
+
+} // namespace ov::modDictation
