@@ -63,17 +63,17 @@ _ovsearch() {
         compopt -o nospace
         return
         ;;
-    --settings) _ovsearch_paths -d "$current" && return ;;
+    --settings | --root) _ovsearch_paths -d "$current" && return ;;
     --criteria-file) _ovsearch_paths -f "$current" && return ;;
     --max-depth | --limit | --count | --seed | --title) return ;;
     *)
         case $command in
         find)
-            options="$common --criterion --any --criteria-file --max-depth --limit --columns --sort
-                --format --separator --null --trust-folder-times" ;;
+            options="$common --criterion --not --any --root --criteria-file --max-depth --limit
+                --columns --sort --explain --format --separator --null --trust-folder-times" ;;
         export)
-            options="$common --criterion --any --criteria-file --max-depth --limit --columns --sort
-                --title --separator --force" ;;
+            options="$common --criterion --not --any --root --criteria-file --max-depth --limit
+                --columns --sort --title --separator --force" ;;
         demo) options="$common --count --seed" ;;
         '') options="find export show fields play demo --version $common" ;;
         *) options=$common ;;

@@ -6,6 +6,7 @@
 #include "cli/commands/show_command.h"
 #include "cli/messages.h"
 #include "cli/options/find_options.h"
+#include "cli/options/search_words.h"
 #include "cli/output.h"
 #include "cli/session.h"
 #include "cli/shown_text.h"
@@ -17,12 +18,15 @@
 #include "plugin/host_error.h"
 #include "support/version.h"
 
+#include <algorithm>
 #include <csignal>
 #include <cstdint>
 #include <cstdio>
 #include <exception>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -87,6 +91,13 @@ ExitCode tellVersion() {
     return output.finish(ExitCode::found);
 }
 
+void parse(CLI::App& app, std::vector<std::string> texts, Arguments& arguments) {
+    arguments.find.search.words = takeSearchWords(app, texts);
+    arguments.exported.search.words = arguments.find.search.words;
+    std::ranges::reverse(texts); // as it takes them
+    app.parse(std::move(texts));
+}
+
 ExitCode run(int argc, char** argv) {
     Arguments arguments;
     CLI::App app("Searches stores of dictations by what their file names tell.", "ovsearch");
@@ -104,7 +115,7 @@ ExitCode run(int argc, char** argv) {
     for (CLI::App* command : {&app, find, show, fields, play, demo, exported})
         addCommonOptions(*command, arguments);
     try {
-        app.parse(argc, argv);
+        parse(app, {argv + std::min(argc, 1), argv + argc}, arguments);
     } catch (const CLI::ParseError& error) {
         return app.exit(error) == 0 ? Output(stdout).finish(ExitCode::found) : ExitCode::usage;
     }

@@ -4,6 +4,7 @@
 #include "cli/search_request.h"
 
 #include "cli/messages.h"
+#include "cli/options/typed_words.h"
 #include "cli/session.h"
 #include "cli/terminal_interface.h"
 #include "dictation/field_table.h"
@@ -14,15 +15,12 @@
 #include "platform/threads/coarse_clock.h"
 #include "support/modFilePath.h"
 
-#include <algorithm>
-#include <iterator>
 #include <stop_token>
 #include <utility>
 
 namespace ov::cli {
 
 using exporting::Column;
-using modDictation::Criterion;
 using modDictation::DictationList;
 using modDictation::fieldKeys;
 using modDictation::fieldOfKey;
@@ -32,19 +30,7 @@ namespace {
 
 constexpr std::int32_t pathWidth = 6000; // twips
 
-bool readCriteria(const std::vector<std::string>& texts, std::vector<Criterion>& criteria) {
-    for (const std::string& text : texts) {
-        const modDictation::ParsedCriterion parsed = modDictation::parseCriterion(text);
-        if (!parsed.ok()) {
-            complain("criterion \"" + text + "\": " + parsed.error);
-            return false;
-        }
-        criteria.push_back(parsed.criterion);
-    }
-    return true;
-}
-
-// Criteria are added to those that were typed; whether all must match is what the file says.
+// Whether all criteria must match is what the file says.
 bool readCriteriaFile(const std::string& native, modDictation::Search& search) {
     std::string content;
     const platform::Status read = platform::readFile(platform::fromNativePath(native), content);
@@ -53,7 +39,7 @@ bool readCriteriaFile(const std::string& native, modDictation::Search& search) {
         return false;
     }
     const modDictation::SearchText text = modDictation::readSearchText(content);
-    std::ranges::copy(text.search.criteria, std::back_inserter(search.criteria));
+    search.criteria = text.search.criteria;
     search.all = text.search.all;
     if (text.skipped > 0)
         complain(native + ": lines that are no criteria: " + std::to_string(text.skipped));
@@ -100,19 +86,22 @@ bool readSort(const std::string& text, std::optional<SortOrder>& sort) {
     return true;
 }
 
-bool findRoot(const std::optional<std::string>& typed, std::string& root) {
+bool findRoot(const TypedWords& typed, std::string& root) {
     using namespace modFilePath;
-    root = typed ? AddBackslash(platform::fromNativePath(*typed))
-                 : GetDirectory(directory_id::dictationTree);
+    root = typed.root ? AddBackslash(platform::fromNativePath(*typed.root))
+                      : GetDirectory(directory_id::dictationTree);
     if (root.empty()) {
         complain("no folder was given and the settings name none; give one, or set DictationDir in "
                  "section [Directories] of OVSearch.cfg");
+        tellTakenWords(typed);
         return false;
     }
     const platform::Status opened = platform::DirectoryReader().open(root);
-    if (!opened.ok())
-        complain(opened.description());
-    return opened.ok();
+    if (opened.ok())
+        return true;
+    complain(opened.description());
+    tellTakenWords(typed);
+    return false;
 }
 
 void showProgress(const Session& session, const SearchReport& soFar, const DictationList& hits,
@@ -135,14 +124,17 @@ std::vector<std::string> chosenColumns() {
 ExitCode readSearch(const SearchOptions& options, const std::vector<std::string>& usualColumns,
                     SearchRequest& request) {
     modDictation::Search& search = request.search;
-    if (!readCriteria(options.criteria, search.criteria) ||
+    if (options.criteriaFile && !readCriteriaFile(*options.criteriaFile, search))
+        return ExitCode::unreadable;
+    const TypedWords typed = findRootAmong(options.words, options.root);
+    search.all = search.all && !options.any;
+    if (!addCriteria(typed, search) ||
         !readColumns(options.columns.empty() ? usualColumns : options.columns, request.columns) ||
         (options.sort && !readSort(*options.sort, request.sort)))
         return ExitCode::usage;
-    if ((options.criteriaFile && !readCriteriaFile(*options.criteriaFile, search)) ||
-        !findRoot(options.root, search.root))
+    if (!findRoot(typed, search.root))
         return ExitCode::unreadable;
-    search.all = (search.all && !options.any) || search.criteria.empty();
+    search.all = search.all || search.criteria.empty();
     search.depth = options.maxDepth;
     search.limit = options.limit;
     return ExitCode::found;

@@ -5,6 +5,7 @@
 
 #include "cli/exit_code.h"
 #include "dictation/search/search.h"
+#include "dictation/typed/quick_text.h"
 #include "export/document.h"
 
 #include <cstdint>
@@ -23,8 +24,8 @@ class TerminalInterface;
 
 // As typed.
 struct SearchOptions {
-    std::optional<std::string> root; // native; else the dictation root of the settings
-    std::vector<std::string> criteria;
+    std::optional<std::string> root; // native; else among the words, else that of the settings
+    std::vector<modDictation::QuickPart> words;
     bool any = false;
     std::optional<std::string> criteriaFile; // native
     std::int32_t maxDepth = modDictation::usualDepth;

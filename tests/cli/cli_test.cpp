@@ -77,8 +77,7 @@ TEST_F(Cli, RefusesAndSaysWhy) {
     const std::string missing = store_.native("missing");
     const std::vector<std::pair<Texts, std::string>> wrong = {
         {{}, "subcommand is required"},
-        {{"find", root(), "more"}, "more"},
-        {{"find", ""}, "ROOT: must not be empty"},
+        {{"find", ""}, "WORD: must not be empty"},
         {{"fields", "--settings", ""}, "--settings: must not be empty"},
         {{"find", root(), "--format", "xml"}, "xml not in {csv,json,paths,table}"},
         {{"find", root(), "--columns", "author,shoe"}, "no column \"shoe\"; columns are: path, "},

@@ -3,6 +3,7 @@
 
 #include "cli/commands/find_command.h"
 
+#include "cli/commands/explain_command.h"
 #include "cli/messages.h"
 #include "cli/terminal_interface.h"
 #include "cli/told_report.h"
@@ -122,6 +123,8 @@ ExitCode runFind(const FindOptions& options, const Session& session, TerminalInt
     std::vector<SearchRequest> requests;
     if (const ExitCode read = readRequests(options, requests); read != ExitCode::found)
         return read;
+    if (options.explains)
+        return runExplain(requests, session, terminal);
     Output output(stdout);
     const auto writer =
         makeHitWriter({options.format, requests[0].columns, options.separator.value_or(','),

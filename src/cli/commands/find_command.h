@@ -16,6 +16,7 @@ struct FindOptions {
     HitFormat format = HitFormat::table;
     std::optional<char> separator; // of CSV
     bool zeroEnded = false;
+    bool explains = false;          // in place of searching
     bool trustsFolderTimes = false; // also of file systems of unknown kind
 };
 

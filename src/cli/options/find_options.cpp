@@ -38,6 +38,8 @@ CLI::App* addFind(CLI::App& app, FindOptions& options) {
     command->add_flag("-0,--null", options.zeroEnded, "End paths by a zero byte");
     command->add_flag("--trust-folder-times", options.trustsFolderTimes,
                       "List unchanged folders once, on unknown file systems too");
+    command->add_flag("--explain", options.explains,
+                      "Print how it is understood and how many meet each criterion");
     return command;
 }
 

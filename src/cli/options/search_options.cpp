@@ -3,6 +3,8 @@
 
 #include "cli/options/search_options.h"
 
+#include "cli/options/search_words.h"
+
 #include <map>
 
 namespace ov::cli {
@@ -10,9 +12,11 @@ namespace ov::cli {
 namespace {
 
 constexpr const char* criterionHelp =
-    "A CRITERION is FIELD OPERATOR [VALUE], for example\n"
-    "  'author contains müller'   'priority = HOCH'   'dictated this-week'\n"
-    "  'due between 2026-11-01..2026-11-30'   'length >= 00:01:00'   'marker marked'\n"
+    "WORDs say what to look for, for example\n"
+    "  author:müller   prio:high   dictated:this-week   due:2026-11-01..   'length:>5m'\n"
+    "  status:ROH,MAI   -folder:test   '\"two words\"'   '(' author:zeh typist:zeh ')'\n"
+    "The first that is a folder, or holds a \"/\", is the folder to search.\n"
+    "A CRITERION is FIELD OPERATOR [VALUE], as 'author is Müller' or 'due this-month'.\n"
     "`ovsearch fields` lists the fields and what each offers.\n"
     "Exit codes: 0 found, 1 nothing found, 2 wrong usage, 3 the store or a file cannot be read,\n"
     "130 interrupted.";
@@ -21,14 +25,10 @@ constexpr const char* criterionHelp =
 
 void addSearchOptions(CLI::App& command, SearchOptions& search) {
     command.footer(criterionHelp);
-    command.add_option("ROOT", search.root, "Folder to search; else that of the settings")
-        ->type_name("")
+    addSearchWords(command);
+    command.add_option("--root", search.root, "Folder to search; else a word, or as set")
+        ->type_name("DIR")
         ->check(notEmpty);
-    command.add_option("-c,--criterion", search.criteria, "Criterion to match; may repeat")
-        ->type_name("CRITERION")
-        ->expected(1)
-        ->take_all()
-        ->allow_extra_args(false); // what follows is ROOT
     command.add_flag("--any", search.any, "One matching criterion is enough");
     command.add_option("--max-depth", search.maxDepth, "Levels of folders below ROOT; -1 for all")
         ->type_name("N")

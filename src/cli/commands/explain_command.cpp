@@ -1,0 +1,77 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#include "cli/commands/explain_command.h"
+
+#include "cli/output.h"
+#include "cli/shown_text.h"
+#include "cli/terminal_interface.h"
+#include "cli/told_report.h"
+#include "dictation/typed/explained_criterion.h"
+#include "platform/files.h"
+
+#include <string>
+#include <vector>
+
+namespace ov::cli {
+
+namespace {
+
+using modDictation::Criterion;
+using modDictation::Search;
+using modDictation::SearchReport;
+
+std::string headingOf(const Search& search, std::int64_t tested) {
+    const std::string where = " in " + shownText(platform::toNativePath(search.root));
+    if (search.criteria.empty())
+        return "Every dictation" + where + ": " + modDictation::countOfAll(tested, tested) + "\n";
+    return (search.all ? "All of these," : "Any one of these,") + where + ":\n";
+}
+
+// Counts without keeping hits: each criterion is tested while all are wanted, and nothing ever
+// meets the last.
+SearchReport count(Search search, const Session& session, TerminalInterface& terminal) {
+    constexpr std::int32_t neverMet = 0; // no operator
+    search.criteria.push_back({modDictation::noField, neverMet, {}, {}});
+    search.all = true;
+    modDictation::DictationList none;
+    return cli::search(search, session, terminal, none, [] { return true; });
+}
+
+void print(const Search& search, const SearchReport& report, Output& output) {
+    const platform::DateTime now = platform::now();
+    std::vector<Row> rows;
+    for (std::size_t i = 0; i < search.criteria.size(); ++i) {
+        const std::string counted =
+            i < report.matched.size()
+                ? modDictation::countOfAll(report.matched[i], report.filesTested)
+                : std::string();
+        rows.push_back({"  " + shownText(modDictation::explainedCriterion(search.criteria[i],
+                                                                          search.all, now)),
+                        counted});
+    }
+    output.write(headingOf(search, report.filesTested));
+    const std::vector<std::size_t> widths = columnWidths(rows);
+    for (const Row& row : rows)
+        output.write(tableLine(row, widths));
+}
+
+} // namespace
+
+ExitCode runExplain(std::span<const SearchRequest> requests, const Session& session,
+                    TerminalInterface& terminal) {
+    Output output(stdout);
+    ExitCode result = ExitCode::found;
+    for (const SearchRequest& request : requests) {
+        const SearchReport report = count(request.search, session, terminal);
+        print(request.search, report, output);
+        tellReport(report, 0);
+        if (report.rootVanished || report.foldersUnreadable > 0)
+            result = ExitCode::unreadable;
+        if (TerminalInterface::interrupted() || output.failed())
+            break;
+    }
+    return output.finish(TerminalInterface::interrupted() ? ExitCode::interrupted : result);
+}
+
+} // namespace ov::cli

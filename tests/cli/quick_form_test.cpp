@@ -1,0 +1,84 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#include "tests/cli/cli_fixture.h"
+
+// Criteria as words of the command line.
+
+namespace ov::cli {
+namespace {
+
+TEST_F(Cli, WordsAreCriteria) {
+    addThree();
+    const std::vector<std::pair<Texts, std::string>> cases = {
+        {{"author:Ü", "prio:high"}, "Müller"},
+        {{"zeh"}, "Zeh"},
+        {{"WARD", "-marker:yes"}, "Zeh"},
+        {{"'eilig', HEUTE"}, ""}, // shown with other quotes
+        {{"eilig\", HEUTE"}, "Müller"},
+        {{"-author:müller"}, "Zeh öztürk"},
+        {{"-author:müller", "-c", "marker not-marked"}, "Zeh"},
+        {{"--not", "-c", "author contains zeh"}, "Müller öztürk"},
+        {{"--not", "(", "author:zeh", "-cmarker marked", ")"}, "Müller"},
+        {{"(", "author:zeh", "marker:yes", ")", "dictated:>=2026"}, "Zeh"},
+        {{"--any", "author:zeh", "--criterion=marker marked"}, "Zeh öztürk"},
+        {{"--sort", "author:desc", "length:>20s"}, "Müller"},
+        {{"length:..20s", "--", "-author:zeh"}, ""},
+        {{"--", "-author:zeh"}, "Müller öztürk"},
+    };
+    for (const auto& [options, expected] : cases)
+        EXPECT_EQ(authors(options), expected) << joined(options);
+    EXPECT_EQ(authors(run({"find", "--root", root(), "ward/", "--columns", "author"})), "");
+    const std::string file = settings_.native("list.csv");
+    const ProgramResult exported =
+        run({"export", "--title", "-author:zeh", "--", file, root(), "author:zeh"});
+    EXPECT_EQ(exported.exitCode, 0) << exported.errors;
+    EXPECT_TRUE(fs::exists(file));
+}
+
+TEST_F(Cli, WordsThatAreNoCriteriaAreMarked) {
+    addThree();
+    const std::vector<std::pair<Texts, std::string>> wrong = {
+        {{"autor:x"},
+         "did you mean \"author\"? A text that holds \":\" stands in quotes.\n"
+         "  autor:x\n"
+         "  ^~~~~\n"},
+        {{"-c", "Müller>=5", "author:\x1B"}, "there is no field \"Müller>=5\""},
+        {{"subject:Größe,\"x"}, "  subject:Größe,\"x\n                ^~\n"},
+        {{"author:a prio:b"}, "give each as an argument of its own"},
+        {{"-c", "length>=00:01:00"}, "a blank is missing; say \"length >= 00:01:00\""},
+        {{"-c", "due between 2.1.2026..1.1.2026"}, "reversed; say 1.1.2026..2.1.2026"},
+        {{"(", "author:x"}, "the closing ) is missing\n  (\n  ^\n"},
+        {{"--not"}, "there is nothing to negate"},
+        {{"author:x", "-x"}, "-x"},
+    };
+    for (const auto& [words, message] : wrong) {
+        Texts arguments = {"find", "--root", root()};
+        arguments.insert(arguments.end(), words.begin(), words.end());
+        expectRefused(arguments, 2, message);
+    }
+    expectRefused({"find", "stroe/ward", "author:x"}, 3, "\"stroe/ward\" was taken as the folder");
+    expectRefused({"find", "stroe"}, 3, "\"stroe\" is no folder, so it was taken as a text");
+}
+
+TEST_F(Cli, ExplainsInPlaceOfSearching) {
+    addThree();
+    const Texts words = {"--explain", "author:zeh,öz", "dictated:this-week"};
+    const std::string start = "All of these, in " + root() + "/:\n" +
+                              "  \"Author\" contains zeh                               1 of 3\n" +
+                              "    or: \"Author\" contains öz                          1 of 3\n";
+    const ProgramResult result = find(words);
+    EXPECT_EQ(result.output.substr(0, start.size()), start);
+    EXPECT_TRUE(std::regex_match(
+        result.output.substr(std::min(start.size(), result.output.size())),
+        std::regex("  \"Dictated\" is this week \\([-0-9]{10} to [-0-9]{10}\\)  0 of 3\n")))
+        << result.output;
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(find({"--explain", "--any", "--limit", "1", "author:zeh", "prio:high"}).output,
+              "Any one of these, in " + root() + "/:\n" + "  \"Author\" contains zeh  1 of 3\n" +
+                  "  \"Priority\" is High     1 of 3\n");
+    EXPECT_EQ(find({"--explain"}).output, "Every dictation in " + root() + "/: 3 of 3\n");
+}
+
+} // namespace
+} // namespace ov::cli
