@@ -53,10 +53,18 @@ TEST_F(ResultFilter, KeepsTheRowsThatShowAllWords) {
         const char* words;
         const char* rows;
         int count;
-    } cases[] = {{"wav", "Anna; *Ärmel; ", 2},        {"A  FUND", "*Anna; ", 1},
-                 {"21.11.2026", "*Berta; ", 1},       {"high", "*Ärmel; ", 1},
-                 {"21-11-2026 10:00", "*Berta; ", 1}, {"annabefund", "", 0},
-                 {"anna@@11$befund", "*Anna; ", 1},   {"e", "*Anna; Ärmel; Berta; ", 3}};
+    } cases[] = {{"wav", "Anna; *Ärmel; ", 2},
+                 {"A  FUND", "*Anna; ", 1},
+                 {"21.11.2026", "*Berta; ", 1},
+                 {"high", "*Ärmel; ", 1},
+                 {"21-11-2026 10:00", "*Berta; ", 1},
+                 {"annabefund", "", 0},
+                 {"author:ä", "*Ärmel; ", 1},
+                 {"autor:ä", "", 0},
+                 {"author:rm -status:roh", "*Ärmel; ", 1},
+                 {"prio:!high dictated:2026-11", "*Berta; ", 1},
+                 {"anna@@11$befund", "*Anna; ", 1},
+                 {"e", "*Anna; Ärmel; Berta; ", 3}};
     for (const auto& [words, expected, count] : cases)
         EXPECT_EQ(typed(words, count), expected) << words;
     EXPECT_EQ(text("lblSearchResult"), "Search result (3 of 3 dictations)");

@@ -2,12 +2,16 @@
 // SPDX-License-Identifier: MIT
 #include "dictation/filter/row_filter.h"
 
+#include "dictation/dictation_record.h"
+#include "dictation/filter/filter_words.h"
 #include "dictation/search/parallel_work.h"
 #include "platform/text.h"
 
 #include <algorithm>
 #include <numeric>
+#include <string>
 #include <thread>
+#include <utility>
 
 namespace ov::modDictation {
 
@@ -42,25 +46,40 @@ void unmarkWithout(const WordFinder& word, const Part& part, std::span<std::uint
     }
 }
 
+// `first` is the hit of the first mark, counted from 0.
+void unmarkUnmet(PreparedCriteria& criteria, const DictationList& list, std::size_t first,
+                 std::span<std::uint8_t> marks) {
+    std::string buffer;
+    for (std::size_t i = 0; i < marks.size(); ++i) {
+        if (marks[i] == 0)
+            continue;
+        const Dictation dictation = list[static_cast<std::int32_t>(first + i) + 1];
+        const std::string_view name = dictationName(dictation.name, buffer);
+        marks[i] = MatchDictation(dictation.directory, name, criteria, true) ? 1 : 0;
+    }
+}
+
 } // namespace
 
-RowFilter::RowFilter(std::string_view text) {
-    for (text = platform::trimmed(text); !text.empty(); text = platform::trimmed(text)) {
-        const std::size_t end = std::min(text.find_first_of(" \t"), text.size());
-        words_.emplace_back(platform::upperCase(text.substr(0, end)));
-        text.remove_prefix(end);
-    }
+RowFilter::RowFilter(std::string_view text, const platform::DateTime& now) {
+    FilterWords words = filterWords(text, now);
+    for (std::string& word : words.shown)
+        words_.emplace_back(std::move(word));
     std::ranges::stable_sort(words_, [](const WordFinder& a, const WordFinder& b) {
         return a.word().size() > b.word().size();
     });
+    if (!words.criteria.empty())
+        prepared_.emplace(words.criteria, now);
+    criteria_ = std::move(words.criteria);
 }
 
 bool RowFilter::isWithin(const RowFilter& wider) const noexcept {
-    return std::ranges::all_of(wider.words_, [this](const WordFinder& old) {
-        return std::ranges::any_of(words_, [&old](const WordFinder& word) {
-            return word.word().find(old.word()) != std::string::npos;
-        });
-    });
+    return narrow(criteria_, wider.criteria_) &&
+           std::ranges::all_of(wider.words_, [this](const WordFinder& old) {
+               return std::ranges::any_of(words_, [&old](const WordFinder& word) {
+                   return word.word().find(old.word()) != std::string::npos;
+               });
+           });
 }
 
 void RowFilter::unmark(const Part& part, std::span<std::uint8_t> marks) const {
@@ -75,12 +94,15 @@ std::shared_ptr<const KeptHits> keptHits(RowTexts& texts, const RowFilter& filte
     std::vector<std::int32_t> counts(texts.parts());
     const unsigned threads = std::max(std::thread::hardware_concurrency(), 1U);
     workInParallel(texts.parts(), threads, [&]() -> PieceWork {
-        return [&](std::size_t index) {
+        return [&, criteria = filter.preparedCriteria()](std::size_t index) mutable {
             if (stop.stop_requested())
                 return;
-            const auto part = texts.part(index);
-            const auto marks = std::span(kept->marks).subspan(part->first, part->ends.size());
-            filter.unmark(*part, marks);
+            const auto [first, end] = texts.hitsOfPart(index);
+            const auto marks = std::span(kept->marks).subspan(first, end - first);
+            if (filter.hasWords() || !criteria)
+                filter.unmark(*texts.part(index), marks);
+            if (criteria)
+                unmarkUnmet(*criteria, texts.list(), first, marks);
             counts[index] = static_cast<std::int32_t>(std::ranges::count(marks, 1));
         };
     });

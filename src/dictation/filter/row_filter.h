@@ -4,9 +4,12 @@
 
 #include "dictation/filter/row_texts.h"
 #include "dictation/filter/word_finder.h"
+#include "dictation/search/matching.h"
+#include "platform/locale.h"
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <span>
 #include <stop_token>
 #include <string_view>
@@ -14,22 +17,29 @@
 
 namespace ov::modDictation {
 
-// The words, parted by blanks, that a row must show to stay: each anywhere in one of its cells,
-// without regard to letter case, as in searches.
+// What rows must have to stay, see filter_words.h: words, each anywhere in one of the cells,
+// without regard to letter case, as in searches, and criteria of the dictation, as searches test
+// them.
 class RowFilter {
 public:
     RowFilter() = default;
-    explicit RowFilter(std::string_view text);
+    // `now` is what dates count from.
+    explicit RowFilter(std::string_view text, const platform::DateTime& now = platform::now());
 
     // Keeps every row.
-    bool empty() const noexcept { return words_.empty(); }
+    bool empty() const noexcept { return words_.empty() && criteria_.empty(); }
+    bool hasWords() const noexcept { return !words_.empty(); }
     // Whether `wider` keeps all rows that this one keeps.
     bool isWithin(const RowFilter& wider) const noexcept;
     // Clears the marks of the part's rows that lack a word.
     void unmark(const RowTexts::Part& part, std::span<std::uint8_t> marks) const;
+    // The criteria made ready for one thread; nothing without any.
+    std::optional<PreparedCriteria> preparedCriteria() const { return prepared_; }
 
 private:
     std::vector<WordFinder> words_; // the longest first: it keeps the fewest
+    std::vector<Criterion> criteria_;
+    std::optional<PreparedCriteria> prepared_;
 };
 
 // The hits that a filter keeps: a mark, 0 or 1, for each hit of the list in the order found.

@@ -48,11 +48,16 @@ std::shared_ptr<const RowTexts::Part> RowTexts::part(std::size_t index) {
     return made;
 }
 
+std::pair<std::size_t, std::size_t> RowTexts::hitsOfPart(std::size_t index) const noexcept {
+    const std::size_t first = index * entriesPerPart;
+    return {first, std::min(first + entriesPerPart, hits())};
+}
+
 std::shared_ptr<RowTexts::Part> RowTexts::make(std::size_t index) const {
     platform::setLocale(source_.locale);
     auto part = std::make_shared<Part>();
-    part->first = index * entriesPerPart;
-    const std::size_t end = std::min(part->first + entriesPerPart, hits());
+    const auto [first, end] = hitsOfPart(index);
+    part->first = first;
     constexpr std::size_t usualRow = 256;
     part->text.reserve((end - part->first) * usualRow);
     part->ends.reserve(end - part->first);

@@ -12,6 +12,7 @@
 #include <memory>
 #include <mutex>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace ov::modDictation {
@@ -40,6 +41,9 @@ public:
     };
     std::size_t parts() const noexcept { return slots_.size(); }
     std::size_t hits() const noexcept { return static_cast<std::size_t>(source_.hits->size()); }
+    const DictationList& list() const noexcept { return *source_.hits; }
+    // The hits of a part, counted from 0: the first, and the one behind the last.
+    std::pair<std::size_t, std::size_t> hitsOfPart(std::size_t index) const noexcept;
     // Sets the locale of its thread.
     std::shared_ptr<const Part> part(std::size_t index);
 

@@ -103,6 +103,42 @@ TEST(RowFilter, FindsWhatLookingAtEachCellFinds) {
     expectSame(randomList(random, moreThanAPart), {5, 18}, RowTexts::usualBytes, {{"weiß"}});
 }
 
+// "101": which rows stay.
+std::string kept(RowTexts& rows, std::string_view filter) {
+    std::string marks;
+    const auto hits = keptHits(rows, RowFilter(filter), nullptr, {});
+    for (const std::uint8_t mark : hits->marks)
+        marks += mark != 0 ? '1' : '0';
+    return marks;
+}
+
+TEST(RowFilter, WordsThatNameAFieldTestIt) {
+    const auto list = std::make_shared<DictationList>();
+    for (const char* name : {"2$ROH@@14$Zeh Li@@5$HOCH@@6$00$05$00.WAV",
+                             "2$WAV@@14$M\xFCller@@6$00$06$00@@11$author:x \"zeh.WAV",
+                             "2$WAV@@14$Lizeh@@11$due:soon.WAV"})
+        list->add("C:\\Store\\", name);
+    for (const Fields& fields : {Fields{5, 18}, Fields{18}}) {
+        RowTexts rows({.hits = list, .fields = fields, .codes = {}});
+        const struct {
+            const char* filter;
+            const char* marks;
+        } cases[] = {{"author:ZEH", "101"},
+                     {"-author:zeh", "010"},
+                     {"author:\"zeh l\"", "100"},
+                     {"author:zeh status:wav soon", "001"},
+                     {"prio:3,normal", "100"},
+                     {"length:>5m", "010"},
+                     {"autor:zeh", "000"},
+                     {"due:soon", "001"}, // neither is a criterion
+                     {"\"zeh", "010"},
+                     {"-length: author:mü", "010"},
+                     {"author:", "111"}};
+        for (const auto& [filter, marks] : cases)
+            EXPECT_EQ(kept(rows, filter), marks) << filter;
+    }
+}
+
 TEST(RowFilter, GivesUpWhenNobodyWaits) {
     std::mt19937 random;
     std::stop_source stopped;
@@ -116,9 +152,19 @@ TEST(RowFilter, KnowsWhenItOnlyNarrows) {
         const char* filter;
         const char* wider;
         bool isWithin;
-    } cases[] = {{"müll", "mül", true}, {"a müll", "MÜL", true}, {"mül", "müll", false},
-                 {"a", "", true},       {"", "a", false},        {"ab", "a b", true},
-                 {"a b", "ab", false}};
+    } cases[] = {{"müll", "mül", true},
+                 {"a müll", "MÜL", true},
+                 {"mül", "müll", false},
+                 {"a", "", true},
+                 {"", "a", false},
+                 {"ab", "a b", true},
+                 {"a b", "ab", false},
+                 {"author:mül x", "author:mü", true},
+                 {"author:a", "", true},
+                 {"", "author:a", false},
+                 {"author:a", "author:b", false},
+                 {"author:a,b", "author:a", false},
+                 {"length:5m author:a", "author:a length:5m", true}};
     for (const auto& [filter, wider, isWithin] : cases)
         EXPECT_EQ(RowFilter(filter).isWithin(RowFilter(wider)), isWithin) << filter;
 }
