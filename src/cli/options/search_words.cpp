@@ -145,6 +145,7 @@ void addSearchWords(CLI::App& command) {
     // All these are taken before; what is left is empty.
     command.add_option(wordName, "What to look for, as author:müller; a folder is where to")
         ->type_name("")
+        ->expected(-1)
         ->check(notEmpty);
     command.add_option("-c,--criterion", "Criterion to match, in the long form; may repeat")
         ->type_name("CRITERION");

@@ -31,8 +31,7 @@ Condition joined(Condition::Kind kind, std::vector<Condition> parts);
 // criterion says it: a text that is not exactly another one. A value that cannot be read as what
 // the field holds meets neither.
 constexpr std::string_view noOpposite =
-    "no criterion says that a text is not exactly another one; without \"=\" one says that it does "
-    "not contain it";
+    "no criterion says that a text is not exactly another one, only that it does not contain it";
 std::optional<Condition> opposite(const Condition& condition, const platform::DateTime& now);
 
 // As criteria with their groups: `all` says whether a search wants all criteria met, or any one.
