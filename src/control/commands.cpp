@@ -275,10 +275,9 @@ void ctrlOVSearch::saveCriteria() {
                          platform::MessageIcon::exclamation, {}, this);
 }
 
-void ctrlOVSearch::compareChanged() {
-    settings_.setSearchCompareAnd(view_.isCompareAnd());
-    view_.describeCompare();
-    criteriaChanged();
+void ctrlOVSearch::compareChanged(bool all) {
+    settings_.setSearchCompareAnd(all);
+    view_.setCompareAnd(all);
 }
 
 } // namespace ov

@@ -30,7 +30,6 @@ void ControlView::retranslate(QWidget& control) const {
 }
 
 void ControlView::describeCompare() const {
-    lvSearchCriteria->setAll(isCompareAnd());
     lblCriteriaDescription->setText(
         widgets::text(isCompareAnd() ? text_id::describeAll : text_id::describeAny));
 }

@@ -41,7 +41,6 @@ public:
     void retranslate(QWidget& control) const;
     void setCompareAnd(bool compareAnd);
     bool isCompareAnd() const { return optCriteriaCompare[all]->isChecked(); }
-    void describeCompare() const;
 
     // Lights what can be pressed in that state. A button that loses the keyboard by this has it
     // again when commands are taken, unless the user gave it to another widget meanwhile.
@@ -91,6 +90,7 @@ private:
     void setTabOrder();
     void setReadingOrder();
 
+    void describeCompare() const;
     void enable();
     void giveKeyboardBack();
     bool hasSelectedRows() const;

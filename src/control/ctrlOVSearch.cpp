@@ -117,7 +117,7 @@ void ctrlOVSearch::buildControl() {
     view_.picPlayer->setBackUpSeconds(settings_.backUpSeconds());
     view_.picPlayer->setSpeedPercent(settings_.speedPercent());
     view_.chkFollow->setChecked(settings_.followsCriteria());
-    view_.lvSearchCriteria->load(criteriaFile_.load());
+    view_.lvSearchCriteria->load({criteriaFile_.load(), view_.isCompareAnd()});
     view_.criteriaRoom->begin(settings_.criteriaShare());
     enter(ControlState::idle); // from now on the criteria are worth saving
     connectAll();
@@ -138,7 +138,8 @@ void ctrlOVSearch::connectAll() {
     connect(&view_.emptyState->button(), &QPushButton::clicked, this, &ctrlOVSearch::listAll);
     connect(view_.cmdSearchStop, &QPushButton::clicked, this, &ctrlOVSearch::stopSearch);
     for (QRadioButton* option : view_.optCriteriaCompare)
-        connect(option, &QRadioButton::clicked, this, &ctrlOVSearch::compareChanged);
+        connect(option, &QRadioButton::clicked, this,
+                [this] { view_.lvSearchCriteria->chooseAll(view_.isCompareAnd()); });
 
     connectCriteria();
     connectResults();
@@ -168,6 +169,7 @@ void ctrlOVSearch::connectCriteria() {
     connect(criteria, &CriteriaList::selectionMoved, this,
             [this] { view_.enableCriteriaButtons(); });
     connect(criteria, &CriteriaList::changed, this, &ctrlOVSearch::criteriaChanged);
+    connect(criteria, &CriteriaList::allChanged, this, &ctrlOVSearch::compareChanged);
     connect(view_.chkFollow, &QCheckBox::toggled, this, &ctrlOVSearch::followChosen);
 }
 

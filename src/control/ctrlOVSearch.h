@@ -159,7 +159,7 @@ private:
     std::optional<std::string> openEditor(const std::string& criteriaString, bool isNew);
     void keepCriterion(bool isNew);
     void saveCriteria();
-    void compareChanged();
+    void compareChanged(bool all);
     void endPlayer() const;
 
     std::shared_ptr<widgets::WindowInterface> windowInterface_ = widgets::WindowInterface::shared();

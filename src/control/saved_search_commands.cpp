@@ -119,11 +119,7 @@ void ctrlOVSearch::saveSearch(const SavedSearch& renamed) {
 }
 
 void ctrlOVSearch::bringSearch(const SavedSearch& saved) {
-    if (view_.isCompareAnd() != saved.search.all) {
-        view_.setCompareAnd(saved.search.all);
-        compareChanged();
-    }
-    view_.lvSearchCriteria->replaceAll(entriesOf(saved.search.criteria));
+    view_.lvSearchCriteria->replaceAll({entriesOf(saved.search.criteria), saved.search.all});
     if (saved.skipped == 0)
         return;
     enter(ControlState::asking);

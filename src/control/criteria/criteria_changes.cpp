@@ -14,13 +14,17 @@
 
 namespace ov {
 
-void CriteriaList::load(CriteriaEntries entries) {
+void CriteriaList::load(AskedCriteria kept) {
     history_.forget();
-    show(std::move(entries), {});
+    show(std::move(kept), {});
 }
 
-void CriteriaList::replaceAll(CriteriaEntries entries) {
-    change(std::move(entries), {});
+void CriteriaList::replaceAll(AskedCriteria other) {
+    change(std::move(other), {});
+}
+
+void CriteriaList::chooseAll(bool all) {
+    change(AskedCriteria{entries_, all}, selectedRows());
 }
 
 bool CriteriaList::addOnce(const std::string& criteriaString) {
@@ -122,30 +126,33 @@ void CriteriaList::cutSelected() {
 }
 
 void CriteriaList::undo() {
-    if (auto before = history_.undo(entries_))
+    if (auto before = history_.undo(present()))
         showAgain(std::move(*before));
 }
 
 void CriteriaList::redo() {
-    if (auto after = history_.redo(entries_))
+    if (auto after = history_.redo(present()))
         showAgain(std::move(*after));
 }
 
 // Selects the first entry that is another one than before.
-void CriteriaList::showAgain(CriteriaEntries next) {
-    const auto differs = std::ranges::mismatch(entries_, next).in2 - next.begin();
-    const int last = static_cast<int>(next.size()) - 1;
-    const Rows rows = last < 0 ? Rows{} : Rows{std::min(static_cast<int>(differs), last)};
+void CriteriaList::showAgain(AskedCriteria next) {
+    const CriteriaEntries& entries = next.entries;
+    const auto differs = std::ranges::mismatch(entries_, entries).in2 - entries.begin();
+    const int last = static_cast<int>(entries.size()) - 1;
+    Rows rows = last < 0 ? Rows{} : Rows{std::min(static_cast<int>(differs), last)};
+    if (entries == entries_)
+        rows = selectedRows();
     show(std::move(next), rows);
     Q_EMIT changed();
 }
 
-void CriteriaList::change(CriteriaEntries next, const Rows& selected) {
-    if (next == entries_) {
+void CriteriaList::change(AskedCriteria next, const Rows& selected) {
+    if (next == present()) {
         select(selected);
         return;
     }
-    history_.keep(entries_);
+    history_.keep(present());
     show(std::move(next), selected);
     Q_EMIT changed();
 }

@@ -18,4 +18,11 @@ struct CriteriaEntry {
 
 using CriteriaEntries = std::vector<CriteriaEntry>;
 
+// All that the criteria's half of the window asks for.
+struct AskedCriteria {
+    CriteriaEntries entries;
+    bool all = true; // of them must match, or any one
+    bool operator==(const AskedCriteria&) const = default;
+};
+
 } // namespace ov

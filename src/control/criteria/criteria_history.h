@@ -20,7 +20,7 @@ public:
     void forget() { past_ = future_ = {}; }
 
     // Before a change of the user.
-    void keep(CriteriaEntries before) {
+    void keep(AskedCriteria before) {
         future_.clear();
         past_.push_back(std::move(before));
         if (past_.size() > mostKept)
@@ -29,25 +29,25 @@ public:
 
     // What was there before the last change, or is there again after one that was taken back;
     // nothing when there is no such. `present` is what is there now.
-    std::optional<CriteriaEntries> undo(CriteriaEntries present) {
+    std::optional<AskedCriteria> undo(AskedCriteria present) {
         return move(past_, future_, std::move(present));
     }
-    std::optional<CriteriaEntries> redo(CriteriaEntries present) {
+    std::optional<AskedCriteria> redo(AskedCriteria present) {
         return move(future_, past_, std::move(present));
     }
     bool canUndo() const { return !past_.empty(); }
     bool canRedo() const { return !future_.empty(); }
 
 private:
-    using States = std::vector<CriteriaEntries>;
+    using States = std::vector<AskedCriteria>;
 
-    static std::optional<CriteriaEntries> move(States& from, States& to, CriteriaEntries present) {
+    static std::optional<AskedCriteria> move(States& from, States& to, AskedCriteria present) {
         if (from.empty())
             return std::nullopt;
-        CriteriaEntries entries = std::move(from.back());
+        AskedCriteria asked = std::move(from.back());
         from.pop_back();
         to.push_back(std::move(present));
-        return entries;
+        return asked;
     }
 
     States past_;

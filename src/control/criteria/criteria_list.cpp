@@ -78,10 +78,11 @@ std::string CriteriaList::selected() const {
 }
 
 // Items stay, so that one may change while it tells of its tick.
-void CriteriaList::show(CriteriaEntries next, const Rows& selected) {
+void CriteriaList::show(AskedCriteria next, const Rows& selected) {
+    const bool isOtherChoice = std::exchange(all_, next.all) != next.all;
     {
         const QSignalBlocker quiet(this);
-        entries_ = std::move(next);
+        entries_ = std::move(next.entries);
         const int count = static_cast<int>(entries_.size());
         while (topLevelItemCount() > count)
             delete topLevelItem(topLevelItemCount() - 1);
@@ -92,6 +93,8 @@ void CriteriaList::show(CriteriaEntries next, const Rows& selected) {
         select(selected);
     }
     viewport()->update();
+    if (isOtherChoice)
+        Q_EMIT allChanged(all_);
     Q_EMIT selectionMoved();
 }
 
@@ -108,24 +111,9 @@ void CriteriaList::showEntry(int row) {
         relativeDatesText(modDictation::ParseCriteriaString(entry.criterion), platform::now()));
     item.setData(0, countRole, {});
     item.setData(0, emptyingRole, false);
-    showText(row);
-}
-
-void CriteriaList::showText(int row) {
-    const CriteriaEntry& entry = entries_[static_cast<std::size_t>(row)];
-    QTreeWidgetItem& item = *topLevelItem(row);
     item.setText(0, toQt(modDictation::GetListedCriterionText(criterionOf(entry), all_)));
     item.setData(0, indentedRole, entry.indented);
     describe(item);
-}
-
-void CriteriaList::setAll(bool all) {
-    if (std::exchange(all_, all) == all)
-        return;
-    const QSignalBlocker quiet(this);
-    for (int row = 0; row < topLevelItemCount(); ++row)
-        showText(row);
-    viewport()->update();
 }
 
 void CriteriaList::select(const Rows& rows) {
@@ -158,7 +146,7 @@ void CriteriaList::setCounts(const std::vector<CriterionCount>& counts) {
 void CriteriaList::retranslate() {
     setHeaderLabel(text(text_id::criteriaColumn));
     setAccessibleName(text(text_id::criteriaGroup));
-    show(entries_, selectedRows());
+    show(present(), selectedRows());
 }
 
 void CriteriaList::paintEvent(QPaintEvent* event) {

@@ -25,8 +25,9 @@ struct CriterionCount {
     bool emptying = false; // it alone emptied the list
 };
 
-// The list of the criteria of a search. Its value is its entries; what they show is made from
-// that. A tick tells which take part. Every change of the user can be taken back.
+// The list of the criteria of a search. Its value is its entries and whether all of them must
+// match; what they show is made from that. A tick tells which take part. Every change of the user
+// can be taken back.
 class CriteriaList final : public QTreeWidget {
     Q_OBJECT
 
@@ -37,13 +38,14 @@ public:
     // Those that take part in searches, in list order.
     std::vector<modDictation::Criterion> criteria() const { return criteriaOf(entries_); }
 
-    // Whether all criteria must match, or any one: it chooses the word that joins a group.
-    void setAll(bool all);
+    // Whether all criteria must match, or any one: it chooses the word that joins a group, too.
+    bool all() const { return all_; }
+    void chooseAll(bool all);
 
     // What was kept from an earlier use; no change.
-    void load(CriteriaEntries entries);
+    void load(AskedCriteria kept);
     // Takes the place of all that is there.
-    void replaceAll(CriteriaEntries entries);
+    void replaceAll(AskedCriteria other);
     // Adds it, or finds the entry that has it already; the entry is selected and scrolled to.
     // False when it was there.
     bool addOnce(const std::string& criteriaString);
@@ -85,7 +87,8 @@ Q_SIGNALS:
     void pasteRequested();
     void dragRequested();
     void selectionMoved();
-    void changed(); // the entries, by whatever the user did
+    void changed();            // the value, by whatever the user did
+    void allChanged(bool all); // before changed()
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
@@ -109,12 +112,15 @@ private:
     int find(const std::string& criteriaString) const;
     int find(const std::string& criteriaString, RowRange among) const;
     int findFor(int row, const std::string& criteriaString) const;
-    void change(CriteriaEntries next, const Rows& selected);
+    AskedCriteria present() const { return {entries_, all_}; }
+    void change(AskedCriteria next, const Rows& selected);
+    void change(CriteriaEntries next, const Rows& selected) {
+        change(AskedCriteria{std::move(next), all_}, selected);
+    }
     void change(ChangedCriteria next) { change(std::move(next.entries), next.selected); }
-    void show(CriteriaEntries next, const Rows& selected);
-    void showAgain(CriteriaEntries next);
+    void show(AskedCriteria next, const Rows& selected);
+    void showAgain(AskedCriteria next);
     void showEntry(int row);
-    void showText(int row);
     void select(const Rows& rows);
     void tick(QTreeWidgetItem& item);
     void tickSelected();

@@ -83,8 +83,14 @@ TEST_F(SavedSearchesTest, AreSavedBroughtBackRenamedAndDeleted) {
     choose("", "R&D / urgent");
     EXPECT_EQ(shown(), "any; \"Author\" contains Anna; \"Priority\" is High");
     key(criteria(), Qt::Key_Z, Qt::ControlModifier);
-    EXPECT_EQ(shown(), "any") << "a change as any other";
-    choose("", "R&D / urgent");
+    EXPECT_EQ(shown(), "all") << "a change as any other";
+    EXPECT_EQ(setting("SearchCompareAnd"), "-1");
+    key(criteria(), Qt::Key_Y, Qt::ControlModifier);
+    EXPECT_EQ(shown(), "any; \"Author\" contains Anna; \"Priority\" is High");
+    clickOn(window(), "optCriteriaCompare(1)");
+    key(criteria(), Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(shown().substr(0, 5), "any; ") << "a choice by itself, too";
+    EXPECT_EQ(setting("SearchCompareAnd"), "0");
 
     const std::string more = "author contains Anna\npriority is 3\n; mine\ndepth=3\nfrom later\n";
     write("Searches/R&D %2F urgent.search", "name=R&D / urgent\nall=0\n" + more);
