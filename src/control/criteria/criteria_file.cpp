@@ -33,11 +33,16 @@ CriteriaEntries CriteriaFile::load() {
     for (std::string& criterion : loadCriteria())
         entries.push_back({std::move(criterion)});
     insertLeftOut(entries);
-    const std::string groups = platform::settingsText(read(groups_));
-    if (const std::size_t dropped = applyGroupLines(groups, entries); dropped > 0)
-        WriteErrorLog(Error(0, std::string(groups_.name) + " tells of " + std::to_string(dropped) +
-                                   " groups whose criteria are no longer together"),
-                      "LoadCriteria");
+    const std::string groups = read(groups_);
+    const std::size_t dropped = applyGroupLines(platform::settingsText(groups), entries);
+    if (dropped == 0)
+        return entries;
+    keepDropped(groups_, groups);
+    WriteErrorLog(
+        Error(0, std::string(groups_.name) + " tells of " + std::to_string(dropped) +
+                     " groups whose criteria are no longer together; what it told is in " +
+                     backupName),
+        "LoadCriteria");
     return entries;
 }
 
@@ -56,26 +61,38 @@ std::string CriteriaFile::read(Part& part) {
 }
 
 void CriteriaFile::insertLeftOut(CriteriaEntries& entries) {
-    const std::string text = platform::settingsText(read(leftOut_));
+    const std::string content = read(leftOut_);
+    const std::string text = platform::settingsText(content);
+    bool isWhole = true;
     forEachLine(text, [&](std::string_view line) {
         const std::size_t end = std::min(line.find(modDictation::criteriaSeparator), line.size());
         const std::string_view criterion = line.substr(std::min(end + 1, line.size()));
-        if (!modDictation::isCriteriaString(criterion))
+        if (!modDictation::isCriteriaString(criterion)) {
+            isWhole = isWhole && line.empty();
             return;
+        }
         const int place = std::clamp(leadingInt32(line), 0, static_cast<int>(entries.size()));
         entries.insert(entries.begin() + place, {std::string(criterion), true});
     });
+    if (!isWhole)
+        keepDropped(leftOut_, content);
 }
 
 std::vector<std::string> CriteriaFile::loadCriteria() {
     const std::string content = read(criteria_);
     modDictation::CriteriaLines lines = modDictation::readCriteriaLines(content);
     if (lines.skipped > 0)
-        if (const platform::Status kept = keepUnreadable(content); !kept.ok()) {
-            criteria_.unreadable = true; // save() tries again, and leaves the file alone until then
-            WriteErrorLog(kept, "LoadCriteria");
-        }
+        keepDropped(criteria_, content);
     return std::move(lines.criteria);
+}
+
+// What of it was not taken would be gone with the next save().
+void CriteriaFile::keepDropped(Part& part, const std::string& content) const {
+    const platform::Status kept = keepUnreadable(content);
+    if (kept.ok())
+        return;
+    part.unreadable = true; // save() tries again, and leaves the file alone until then
+    WriteErrorLog(kept, "LoadCriteria");
 }
 
 // Each content once, however often it is met.

@@ -23,8 +23,8 @@ public:
     explicit CriteriaFile(std::string directory) : directory_(std::move(directory)) {}
 
     // The criteria, in their order; none when there is no file. Lines that are no criteria are
-    // left out; what the file held is then added to "SearchCriteria.bak" beside it. A file that
-    // cannot be read is logged. Groups that no longer fit the criteria are dropped, and logged.
+    // left out, and groups that no longer fit the criteria, which is logged; what the file held is
+    // then added to "SearchCriteria.bak" beside it. A file that cannot be read is logged.
     CriteriaEntries load();
 
     // Replaces the file, or removes it when there are no criteria. A failure leaves what was
@@ -46,6 +46,7 @@ private:
     platform::Status write(Part& part, const std::string& content);
     platform::Status writeBeside(Part& part, const std::string& content);
     platform::Status keepWhatWasNotRead(Part& part);
+    void keepDropped(Part& part, const std::string& content) const;
     platform::Status keepUnreadable(const std::string& content) const;
 
     std::string directory_;

@@ -3,8 +3,6 @@
 
 #include "control/criteria/criteria_groups.h"
 
-#include "support/text_lines.h"
-
 #include <algorithm>
 #include <utility>
 
@@ -183,42 +181,6 @@ ChangedCriteria inserted(const CriteriaEntries& entries, int before, const Crite
     }
     put(moving, static_cast<std::size_t>(before), std::move(block));
     return {putDown(moving), std::move(selected)};
-}
-
-std::string groupLines(const CriteriaEntries& entries) {
-    std::string lines;
-    for (int row = 0; row < sizeOf(entries); ++row)
-        if (isInGroup(entries, row))
-            lines.append(beginsGroup(entries, row) ? "" : " ")
-                .append(entries[static_cast<std::size_t>(row)].criterion)
-                .append("\r\n");
-    return lines;
-}
-
-std::size_t applyGroupLines(std::string_view lines, CriteriaEntries& entries) {
-    std::vector<std::vector<std::string_view>> groups;
-    forEachLine(lines, [&](std::string_view line) {
-        if (!line.starts_with(' '))
-            groups.emplace_back(1, line);
-        else if (!groups.empty())
-            groups.back().push_back(line.substr(1));
-    });
-    std::size_t dropped = 0;
-    auto from = entries.begin();
-    for (const auto& group : groups) {
-        const auto isSame = [](const CriteriaEntry& entry, std::string_view criterion) {
-            return entry.criterion == criterion;
-        };
-        const auto found = std::search(from, entries.end(), group.begin(), group.end(), isSame);
-        if (found == entries.end()) {
-            ++dropped;
-            continue;
-        }
-        from = found + static_cast<std::ptrdiff_t>(group.size());
-        for (auto entry = found + 1; entry != from; ++entry)
-            entry->indented = true;
-    }
-    return dropped;
 }
 
 } // namespace ov

@@ -57,12 +57,14 @@ ChangedCriteria movedBy(const CriteriaEntries& entries, const Rows& rows, int st
 // Before that row. Where the first is indented it joins the one above, and its group with it.
 ChangedCriteria inserted(const CriteriaEntries& entries, int before, const CriteriaEntries& added);
 
-// The groups of a list as the lines of a file: criteria strings, those after the first of a group
-// behind a blank.
+// A list as the lines of a file that tell its groups: criteria strings, those after the first of a
+// group behind a blank, those that are left out behind a "-". No more lines than groups need.
 std::string groupLines(const CriteriaEntries& entries);
 
-// Groups the entries of a list without groups as such lines tell. A group whose criteria do not
-// stand there one after the other is dropped; gives the number of those.
+// Groups the entries of a list without groups as such lines tell: where the list is another one by
+// now, those nearest to the place. What is left out and came between two of a group is put behind
+// it. A group whose criteria do not stand there one after the other is dropped, and a line that is
+// no criterion; gives the number of those.
 std::size_t applyGroupLines(std::string_view lines, CriteriaEntries& entries);
 
 } // namespace ov

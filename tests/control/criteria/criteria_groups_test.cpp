@@ -3,6 +3,7 @@
 
 #include "tests/control/criteria/criteria_fixture.h"
 
+#include <QAccessible>
 #include <QStyle>
 
 // Criteria that are indented below another one, and what happens to them.
@@ -186,6 +187,72 @@ TEST_F(CriteriaGroups, StandBesideTheCriteria) {
         EXPECT_EQ(line(), "A-BXCDE") << rubbish;
         closeControl();
     }
+}
+
+// A program that knows of no groups may have been at the criteria.
+TEST_F(CriteriaGroups, AreFoundAgainAmongOtherCriteria) {
+    struct Case {
+        std::string list;
+        std::vector<int> leftOut;
+        std::string others; // what the criteria are by then
+        std::string after;
+        std::string kept; // as a backup
+    };
+    const std::string both = "5|17|A|\r\n 5|17|B|\r\n";
+    for (const Case& c :
+         std::vector<Case>{{"YXA>BZ", {1}, "ABZ", "A>B-XZ", ""}, // X comes between them
+                           {"ABA>B", {}, "ABAB", "ABA>B", ""},
+                           {"ABA>B", {0, 1}, "XAB", "-A-BXA>B", ""},
+                           {"A>BAB", {2, 3}, "XYZAB", "XY-A-BZA>B", ""},
+                           {"A>BAB", {0}, "BAB", "-A>BAB", ""},
+                           {"XA>B", {}, "AB", "A>B", ""},
+                           {"A>BC", {}, "AXBC", "AXBC", both}}) {
+        openGrouped(c.list);
+        select(c.leftOut);
+        key(criteria(), Qt::Key_Space);
+        closeControl();
+        std::string lines;
+        for (const char author : c.others)
+            lines += std::string("5|17|") + author + "|\r\n";
+        write("SearchCriteria.dat", criterion(lines));
+        openControl();
+        EXPECT_EQ(line(), c.after) << c.list;
+        EXPECT_EQ(bars(read("SearchCriteria.bak")), c.kept) << c.list;
+    }
+    closeControl();
+    fs::remove(folder() / "SearchCriteria.bak");
+    write("SearchCriteria.grp", criterion(both + "rubbish\r\n"));
+    write("SearchCriteria.dat", criterion("5|17|A|\r\n5|17|B|\r\n"));
+    openControl();
+    EXPECT_EQ(line(), "A>B");
+    EXPECT_EQ(bars(read("SearchCriteria.bak")), both + "rubbish\r\n");
+}
+
+QStringList* heard = nullptr; // what a screen reader reads out
+
+TEST_F(CriteriaGroups, AreSpokenOfWhenTheyChange) {
+    QStringList all;
+    heard = &all;
+    QAccessible::setActive(true);
+    QAccessible::installUpdateHandler([](QAccessibleEvent* event) {
+        const auto* label = qobject_cast<const QLabel*>(event->object());
+        if (event->type() == QAccessible::ObjectShow && label != nullptr)
+            *heard << label->text();
+    });
+    openGrouped("ABC");
+    select({0});
+    all.clear();
+    altKey(Qt::Key_Right); // it stays
+    EXPECT_EQ(all, QStringList());
+    select({1, 2});
+    altKey(Qt::Key_Right);
+    EXPECT_EQ(all, QStringList{QStringLiteral("In a group with the one above")});
+    speak("7");
+    all.clear();
+    altKey(Qt::Key_Left);
+    EXPECT_EQ(all, QStringList{QStringLiteral("Nicht mehr in der Gruppe")});
+    QAccessible::installUpdateHandler(nullptr);
+    QAccessible::setActive(false);
 }
 
 TEST_F(CriteriaGroups, GoOnWithAnotherOfAnEntry) {

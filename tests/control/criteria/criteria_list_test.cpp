@@ -60,9 +60,11 @@ TEST_F(CriteriaListTest, KeepsThoseLeftOutBesideTheOthers) {
     key(criteria(), Qt::Key_Space);
     EXPECT_FALSE(fs::exists(folder() / "SearchCriteria.off"));
     closeControl();
-    write("SearchCriteria.off", criterion("9|5|17|X|\r\nrubbish\r\n-3|5|17|Y|\r\n5|17|Z|\r\n"));
+    const std::string partlyRead = "9|5|17|X|\r\nrubbish\r\n-3|5|17|Y|\r\n5|17|Z|\r\n";
+    write("SearchCriteria.off", criterion(partlyRead));
     openControl();
     EXPECT_EQ(line(), "-YB-X");
+    EXPECT_EQ(bars(read("SearchCriteria.bak")), partlyRead);
 }
 
 TEST_F(CriteriaListTest, IsSortedByDragging) {
