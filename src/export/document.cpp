@@ -18,13 +18,14 @@ using modLanguage::GetText;
 namespace {
 
 std::vector<std::string> criteriaInWords(const modDictation::Search& search) {
+    // A single empty one is satisfied by every dictation; beside others it changes what they mean.
+    if (search.criteria.empty() ||
+        (search.criteria.size() == 1 && search.criteria.front() == modDictation::Criterion()))
+        return {GetText(text_id::printedWithoutCriteria)};
     std::vector<std::string> lines;
     for (const modDictation::Criterion& criterion : search.criteria)
-        if (criterion != modDictation::Criterion()) // that every dictation satisfies
-            lines.push_back(platform::textFromBytes(
-                modDictation::GetListedCriterionText(criterion, search.all)));
-    if (lines.empty())
-        return {GetText(text_id::printedWithoutCriteria)};
+        lines.push_back(
+            platform::textFromBytes(modDictation::GetListedCriterionText(criterion, search.all)));
     if (lines.size() > 1)
         lines.insert(lines.begin(),
                      GetText(search.all ? text_id::describeAll : text_id::describeAny));

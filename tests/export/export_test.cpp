@@ -79,6 +79,7 @@ TEST_F(Export, CriteriaStandInWords) {
     const modDictation::Criterion below{5, 17, "M", "", true};
     EXPECT_EQ(describe({"", {one, below}}).criteria[2], "or: \"Author\" contains M");
     EXPECT_EQ(describe({"", {one, below}, false}).criteria[2], "and: \"Author\" contains M");
+    EXPECT_EQ(describe({"", {{}, below}}).criteria.size(), 3U) << "the empty one is in the group";
     for (const auto& [number, name] :
          {std::pair(0, "de"), std::pair(7, "de"), std::pair(9, "en")}) {
         modLanguage::SetLanguage(number, 0);

@@ -207,13 +207,16 @@ bool PreparedCriteria::matches(std::size_t index) {
 
 namespace {
 
-// The group that begins at `index`, which becomes the index of the next one.
+// The group that begins at `index`, which becomes the index of the next one. Where all of it must
+// match, the first that does not settles it.
 bool matchGroup(PreparedCriteria& criteria, bool compareAnd, std::size_t& index) {
     bool isMatch = !compareAnd;
     do {
-        platform::processMessagesNowAndThen();
-        const bool one = criteria.matches(index);
-        isMatch = compareAnd ? isMatch || one : isMatch && one;
+        if (compareAnd || isMatch) {
+            platform::processMessagesNowAndThen();
+            const bool one = criteria.matches(index);
+            isMatch = one || (compareAnd && isMatch);
+        }
         ++index;
     } while (index < criteria.size() && criteria.joinsAbove(index));
     return isMatch;

@@ -214,6 +214,18 @@ TEST_F(Matching, GroupsAgreeWithAPlainReference) {
     }
 }
 
+TEST_F(Matching, GroupThatHasFailedIsNotTestedOn) {
+    std::vector<Criterion> criteria{criterion("5|17|z"), criterion("5|17|a"), criterion("5|17|a")};
+    criteria[1].indented = true;
+    const std::vector<std::pair<bool, std::vector<std::int64_t>>> cases{{true, {0, 1, 1}},
+                                                                        {false, {0, 0, 1}}};
+    for (const auto& [all, matched] : cases) {
+        PreparedCriteria prepared(criteria, today);
+        EXPECT_TRUE(MatchDictation("", "2$WAV@@14$a", prepared, all));
+        EXPECT_EQ(prepared.matched(), matched) << all;
+    }
+}
+
 // Values are kept from one criterion to the next, but never to the next dictation.
 TEST_F(Matching, ManyCriteriaAgreeWithSingleOnesAndAllocateNothingOnceWarm) {
     std::vector<Criterion> criteria;
