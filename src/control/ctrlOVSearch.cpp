@@ -90,6 +90,7 @@ void ctrlOVSearch::readFromHost() {
     if (isEnding())
         return;
     settings_ = ControlSettings(settings);
+    exportSettings_ = exporting::ExportSettings(settings);
     constexpr std::size_t bytesOfMiB = std::size_t{1} << 20;
     remembered_ =
         std::make_shared<modDictation::RememberedStore>(modDictation::RememberedStore::Rules{
@@ -168,8 +169,8 @@ void ctrlOVSearch::connectCriteria() {
             [this] { post("PasteCriteria", [this] { pasteCriteria(); }); });
     connect(criteria, &CriteriaList::selectionMoved, this,
             [this] { view_.enableCriteriaButtons(); });
-    connect(criteria, &CriteriaList::changed, this, &ctrlOVSearch::criteriaChanged);
     connect(criteria, &CriteriaList::allChanged, this, &ctrlOVSearch::compareChanged);
+    connect(criteria, &CriteriaList::changed, this, &ctrlOVSearch::criteriaChanged);
     connect(view_.chkFollow, &QCheckBox::toggled, this, &ctrlOVSearch::followChosen);
 }
 

@@ -138,7 +138,7 @@ private:
     void stopSearch();
     void escape();
     void enterFilter();
-    void exportResults();
+    void exportResults(bool isAgain = false);
     void exportRows(exporting::print::Command what, bool selectedOnly);
     void chooseColumns();
     void changeHeader(const HeaderChoice& choice);
@@ -172,6 +172,7 @@ private:
     IPlugin* plugIn_ = nullptr; // nullptr again when the host has let go
     QMetaObject::Connection parentGone_;
     ControlSettings settings_;
+    exporting::ExportSettings exportSettings_;
     CriteriaFile criteriaFile_;
     SavedSearches savedSearches_;
     std::string dictationTree_;

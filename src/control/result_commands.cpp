@@ -153,7 +153,7 @@ void ctrlOVSearch::escape() {
 }
 
 // The menu of the button.
-void ctrlOVSearch::exportResults() {
+void ctrlOVSearch::exportResults(bool isAgain) {
     if (view_.lvSearchResult->isEmpty()) {
         modUtil::ShowMessage(text_id::nothingToPrint, platform::MessageIcon::information, {}, this);
         return;
@@ -167,13 +167,15 @@ void ctrlOVSearch::exportResults() {
                                            [=, this] { exportRows(what, selectedOnly); });
                                   });
     // The menu comes again, to choose what all this is for.
-    const exporting::ExportSettings settings(settings_.file());
-    exporting::print::addAllColumns(*menu, settings.allColumns(), [this, settings](bool all) {
-        settings.setAllColumns(all);
-        post("ExportMenu", [this] { exportResults(); });
-    });
+    QAction* tick =
+        exporting::print::addAllColumns(*menu, exportSettings_.allColumns(), [this](bool all) {
+            exportSettings_.setAllColumns(all);
+            post("ExportMenu", [this] { exportResults(true); });
+        });
     const QPushButton* button = view_.cmdSearchOptions[ControlView::print];
     menu->popup(button->mapToGlobal(button->rect().bottomLeft()));
+    if (isAgain)
+        menu->setActiveAction(tick); // where the keyboard was
 }
 
 void ctrlOVSearch::exportRows(exporting::print::Command what, bool selectedOnly) {
@@ -195,8 +197,8 @@ void ctrlOVSearch::exportRows(exporting::print::Command what, bool selectedOnly)
         return;
     }
     enter(ControlState::exporting);
-    exporting::print::ListExport({std::move(document), allRows, selectedRows, settings_.file(),
-                                  this, [this] { return isEnding(); }})
+    exporting::print::ListExport({std::move(document), allRows, selectedRows, exportSettings_, this,
+                                  [this] { return isEnding(); }})
         .run(what, selectedOnly);
 }
 

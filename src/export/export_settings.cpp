@@ -36,10 +36,11 @@ void ExportSettings::setFormat(Format format) const {
 }
 
 bool ExportSettings::allColumns() const {
-    return settings_.boolean(key::allColumns, false);
+    return allColumns_ ? *allColumns_ : settings_.boolean(key::allColumns, false);
 }
 
-void ExportSettings::setAllColumns(bool all) const {
+void ExportSettings::setAllColumns(bool all) {
+    allColumns_ = all;
     settings_.setBoolean(key::allColumns, all);
 }
 

@@ -57,13 +57,14 @@ void addCommands(QMenu& menu, bool someSelected, const std::function<void(Comman
     addEntries(*selected, true, run);
 }
 
-void addAllColumns(QMenu& menu, bool ticked, const std::function<void(bool)>& choose) {
+QAction* addAllColumns(QMenu& menu, bool ticked, const std::function<void(bool)>& choose) {
     menu.addSeparator();
     QAction* tick = menu.addAction(QString());
     widgets::setCaption(*tick, text_id::allColumns);
     tick->setCheckable(true);
     tick->setChecked(ticked);
     QObject::connect(tick, &QAction::triggered, &menu, choose);
+    return tick;
 }
 
 } // namespace ov::exporting::print

@@ -4,6 +4,7 @@
 
 #include <functional>
 
+class QAction;
 class QMenu;
 
 namespace ov::exporting::print {
@@ -17,6 +18,6 @@ void addCommands(QMenu& menu, bool someSelected,
                  const std::function<void(Command command, bool selectedOnly)>& run);
 
 // Adds the tick for columns that tell nothing; `choose` is called when the user changes it.
-void addAllColumns(QMenu& menu, bool ticked, const std::function<void(bool all)>& choose);
+QAction* addAllColumns(QMenu& menu, bool ticked, const std::function<void(bool all)>& choose);
 
 } // namespace ov::exporting::print

@@ -39,11 +39,8 @@ void showWords(QProgressDialog& dialog, std::int32_t textId) {
 
 } // namespace
 
-ExportProgress::ExportProgress(std::int32_t textId, std::int64_t rows, QWidget* owner,
-                               std::function<bool()> isEnding)
-    : dialog_(QString(), QString(), 0, steps, owner),
-      isEnding_(std::move(isEnding)),
-      rows_(std::max<std::int64_t>(rows, 1)) {
+ExportProgress::ExportProgress(std::int32_t textId, QWidget* owner, std::function<bool()> isEnding)
+    : dialog_(QString(), QString(), 0, steps, owner), isEnding_(std::move(isEnding)) {
     dialog_.setObjectName(QStringLiteral("ExportProgress"));
     showWords(dialog_, textId);
     widgets::followLanguage(dialog_, [this, textId] { showWords(dialog_, textId); });
@@ -54,10 +51,18 @@ ExportProgress::ExportProgress(std::int32_t textId, std::int64_t rows, QWidget* 
     dialog_.setValue(0);
 }
 
-bool ExportProgress::goOn(std::int64_t rowsDone) {
+GoOn ExportProgress::part(std::int64_t rows) {
+    const double step = (1 - done_) / static_cast<double>(std::max<std::int64_t>(rows, 1));
+    return [this, before = done_, step](std::int64_t rowsDone) {
+        return goOn(before + step * static_cast<double>(rowsDone));
+    };
+}
+
+bool ExportProgress::goOn(double done) {
+    done_ = done;
     if (const std::int64_t now = platform::coarseMilliseconds(); now >= nextLook_) {
         nextLook_ = now + lookInterval;
-        dialog_.setValue(static_cast<int>(rowsDone * steps / rows_));
+        dialog_.setValue(static_cast<int>(done * steps));
     }
     platform::processMessagesNowAndThen();
     return !dialog_.wasCanceled() && !isEnding_();

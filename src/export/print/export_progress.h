@@ -15,20 +15,20 @@ namespace ov::exporting::print {
 class ExportProgress {
 public:
     // `isEnding` tells that the window goes away.
-    ExportProgress(std::int32_t textId, std::int64_t rows, QWidget* owner,
-                   std::function<bool()> isEnding);
+    ExportProgress(std::int32_t textId, QWidget* owner, std::function<bool()> isEnding);
 
-    // False when the user wants to stop, or the window goes away.
-    bool goOn(std::int64_t rowsDone);
-    // That for a part of the work, before which so many rows are done.
-    GoOn part(std::int64_t before) {
-        return [this, before](std::int64_t rowsDone) { return goOn(before + rowsDone); };
-    }
+    // For the next part of the work, `rows` being those of this part and of all that follow. It
+    // begins where the part before ended, which may have been sooner than it could: then there is
+    // more room for the rest. It answers false when the user wants to stop, or the window goes
+    // away.
+    GoOn part(std::int64_t rows);
 
 private:
+    bool goOn(double done);
+
     QProgressDialog dialog_;
     std::function<bool()> isEnding_;
-    std::int64_t rows_;
+    double done_ = 0;           // of the whole
     std::int64_t nextLook_ = 0; // coarse milliseconds
 };
 

@@ -20,8 +20,8 @@
 
 namespace ov::exporting::print {
 
-ListExport::ListExport(ListToExport list) : list_(std::move(list)), settings_(list_.settingsFile) {
-    list_.document.style = settings_.pageStyle();
+ListExport::ListExport(ListToExport list) : list_(std::move(list)) {
+    list_.document.style = list_.settings.pageStyle();
 }
 
 void ListExport::run(Command command, bool selectedOnly) {
@@ -53,7 +53,7 @@ const RowSource& ListExport::rows(bool selectedOnly) const {
 
 std::optional<Document> ListExport::documentOf(const RowSource& chosen, const GoOn& goOn) const {
     Document document = list_.document;
-    if (settings_.allColumns())
+    if (list_.settings.allColumns())
         return document;
     auto columns = tellingColumns(document.columns, chosen, goOn);
     if (!columns)
@@ -71,8 +71,8 @@ void ListExport::tell(modUtil::Message message) const {
 // ---- Files
 
 void ListExport::save(std::optional<Format> format, bool selectedOnly) {
-    const auto target = askForTarget({format, format.value_or(settings_.format()),
-                                      settings_.folder(), widgets::toQt(list_.document.title)},
+    const auto target = askForTarget({format, format.value_or(list_.settings.format()),
+                                      list_.settings.folder(), widgets::toQt(list_.document.title)},
                                      list_.owner);
     if (!target || list_.isEnding())
         return;
@@ -82,14 +82,13 @@ void ListExport::save(std::optional<Format> format, bool selectedOnly) {
     const bool existed = *before == platform::FileKind::file;
     if (existed && !mayReplace(target->path))
         return;
-    settings_.setFolder(std::string(modFilePath::directoryPart(target->path)));
-    settings_.setFormat(target->format);
+    list_.settings.setFolder(std::string(modFilePath::directoryPart(target->path)));
+    list_.settings.setFormat(target->format);
     ExportResult result;
     {
         const RowSource& source = rows(selectedOnly);
-        ExportProgress progress(text_id::exporting, 2 * source.count(), list_.owner,
-                                list_.isEnding);
-        const auto document = documentOf(source, progress.part(0));
+        ExportProgress progress(text_id::exporting, list_.owner, list_.isEnding);
+        const auto document = documentOf(source, progress.part(2 * source.count()));
         result = document ? exportFile(*document, source, target->format, target->path,
                                        progress.part(source.count()), writePdf)
                           : ExportResult{{}, true};
@@ -115,8 +114,8 @@ void ListExport::tellResult(const ExportResult& result, const std::string& path,
 
 void ListExport::copyText(bool selectedOnly) {
     const RowSource& source = rows(selectedOnly);
-    ExportProgress progress(text_id::exporting, 2 * source.count(), list_.owner, list_.isEnding);
-    const auto document = documentOf(source, progress.part(0));
+    ExportProgress progress(text_id::exporting, list_.owner, list_.isEnding);
+    const auto document = documentOf(source, progress.part(2 * source.count()));
     const auto text =
         document ? exportText(*document, source, Format::text, progress.part(source.count()))
                  : std::nullopt;

@@ -26,8 +26,8 @@ struct ListToExport {
                        // these what tells nothing is left out unless the user wants them all
     const RowSource& all;
     const RowSource& selected; // maybe without a row
-    std::string settingsFile;  // empty: nothing is remembered
-    QWidget* owner = nullptr;  // of dialogs and boxes
+    ExportSettings& settings;
+    QWidget* owner = nullptr; // of dialogs and boxes
     // True once the window goes away: the command then ends without a word. Whoever says so has
     // rejected the dialogs below the owner.
     std::function<bool()> isEnding;
@@ -56,7 +56,6 @@ private:
     void tellResult(const ExportResult& result, const std::string& path, bool existed);
 
     ListToExport list_;
-    ExportSettings settings_;
 };
 
 } // namespace ov::exporting::print

@@ -29,11 +29,11 @@ void ListExport::print(bool selectedOnly) {
     options.Orientation = static_cast<std::int32_t>(list_.document.style.orientation);
     options.Font_Name = list_.document.style.fontName;
     options.Font_Size = list_.document.style.fontSize;
-    options.AllColumns = settings_.allColumns();
+    options.AllColumns = list_.settings.allColumns();
     options.exec();
     if (!options.OKPressed() || list_.isEnding())
         return;
-    settings_.setAllColumns(options.AllColumns);
+    list_.settings.setAllColumns(options.AllColumns);
     list_.document.title = options.Titel;
     list_.document.style = {options.Font_Name, options.Font_Size,
                             static_cast<Orientation>(options.Orientation)};
@@ -51,17 +51,17 @@ void ListExport::printOn(QPrinter& printer, const RowSource& chosen) {
     bool stopped = false;
     bool printed = false;
     {
-        ExportProgress progress(text_id::printing, 3 * chosen.count(), list_.owner, list_.isEnding);
-        const auto part = [&](std::int64_t number) -> GoOn {
-            return [&, goOn = progress.part(number * chosen.count())](std::int64_t done) {
+        ExportProgress progress(text_id::printing, list_.owner, list_.isEnding);
+        const auto part = [&](std::int64_t passes) -> GoOn { // with those that follow
+            return [&, goOn = progress.part(passes * chosen.count())](std::int64_t done) {
                 stopped = stopped || !goOn(done);
                 return !stopped;
             };
         };
-        if (const auto document = documentOf(chosen, part(0))) {
+        if (const auto document = documentOf(chosen, part(3))) {
             ListPages pages(*document, chosen, paperOf(printer));
             printer.setDocName(pageText(document->title));
-            printed = pages.layOut(part(1)) && printPages(pages, printer, part(2));
+            printed = pages.layOut(part(2)) && printPages(pages, printer, part(1));
         }
     }
     if (stopped)
@@ -76,9 +76,8 @@ void ListExport::preview(bool selectedOnly) {
     std::optional<Document> document;
     std::optional<ListPages> pages;
     {
-        ExportProgress progress(text_id::layingOutPages, 2 * chosen.count(), list_.owner,
-                                list_.isEnding);
-        document = documentOf(chosen, progress.part(0));
+        ExportProgress progress(text_id::layingOutPages, list_.owner, list_.isEnding);
+        document = documentOf(chosen, progress.part(2 * chosen.count()));
         if (!document)
             return;
         pages.emplace(*document, chosen, paperOf(printer));

@@ -93,6 +93,7 @@ TEST_F(ListExport, LeavesOutWhatTellsNothing) {
     const auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
     ASSERT_NE(menu, nullptr) << "comes again";
     EXPECT_TRUE(menu->actions().constLast()->isChecked());
+    EXPECT_EQ(menu->activeAction(), menu->actions().constLast()) << "for the keyboard";
     click("Copy as");
     EXPECT_EQ(QApplication::clipboard()->text().section(u'\n', 0, 0).count(u'\t'), 20);
     EXPECT_TRUE(QApplication::clipboard()->text().contains(QLatin1String("2$WAV@@14$Anna@@12$7")));
@@ -115,6 +116,26 @@ TEST_F(ListExport, LeavesOutWhatTellsNothing) {
     EXPECT_EQ(read("local.ini").find("ExportAllColumns=-1"), std::string::npos);
     EXPECT_TRUE(printed(true));
     EXPECT_NE(read("local.ini").find("ExportAllColumns=-1"), std::string::npos);
+}
+
+TEST_F(ListExport, KeepsTheChoiceOfColumnsWhereSettingsCannotBeWritten) {
+    store.add("2$WAV@@14$Anna.WAV");
+    openAndSearch();
+    fs::remove(folder() / "local.ini");
+    fs::create_directory(folder() / "local.ini");
+    choose("All columns");
+    click("Copy as");
+    EXPECT_EQ(copiedLines(), 2);
+    EXPECT_TRUE(QApplication::clipboard()->text().contains(QLatin1String("2$WAV@@14$Anna")));
+    withDialog([this] { choose("Print"); },
+               [&](QDialog& dialog) {
+                   auto& box = child<QAbstractButton>(dialog, "chkAllColumns");
+                   EXPECT_TRUE(box.isChecked());
+                   box.click();
+                   clickOn(dialog, "cmdOK");
+               });
+    choose("Copy as");
+    EXPECT_FALSE(QApplication::clipboard()->text().contains(QLatin1String("2$WAV@@14$Anna")));
 }
 
 TEST_F(ListExport, AsksBeforeItReplacesAndTellsWhatFailed) {
@@ -223,12 +244,13 @@ TEST_F(ListExport, CanBeStopped) {
     openAndSearch();
     write("there.pdf", "old");
     QString title; // of what is stopped
+    int reached = 0;
     // The first look at the window system, which a new person brings with him, presses Cancel.
     const auto stopping = [&](const std::function<void()>& open) {
         title.clear();
         RecordingInterface impatient([&] {
             if (auto* bar = window().findChild<QProgressDialog*>(QStringLiteral("ExportProgress")))
-                title = bar->windowTitle(), bar->cancel();
+                title = bar->windowTitle(), reached = bar->value(), bar->cancel();
         });
         impatient.saysYes = true;
         open();
@@ -263,6 +285,15 @@ TEST_F(ListExport, CanBeStopped) {
         QCoreApplication::processEvents();
     }
     EXPECT_EQ(clipboard(), "old");
+    write("local.ini", read("local.ini") + "ExportAllColumns=-1\r\n");
+    for (const char* command : {"preview", "Copy as"}) {
+        reached = 1000;
+        stopping([&] { choose(command); });
+        EXPECT_LT(reached, 250) << "nothing is done before: " << command;
+    }
+    reached = 1000;
+    stopping([&] { withDialog([this] { choose("Print"); }, toFile); });
+    EXPECT_LT(reached, 250);
 }
 
 } // namespace
