@@ -42,20 +42,30 @@ ListedStep FolderLister::list(AheadFolder& folder) {
     return step;
 }
 
+// False where the folder above was moved: those beside this one were perhaps no longer there.
+bool FolderLister::recall(AheadFolder& folder) {
+    folder.begun = remembered_->begin();
+    const FolderAbove* above = folder.around ? &folder.around->folder : nullptr;
+    auto known = remembered_->unchanged(folder.path, above);
+    if (above != nullptr && !above->finishOne())
+        return false;
+    if (known) {
+        folder.opened = true;
+        folder.listing = std::move(*known);
+    }
+    return true;
+}
+
 // False when nothing is left to be listed.
 bool FolderLister::open(AheadFolder& folder, ListedStep& step) {
-    if (remembered_) {
-        folder.begun = remembered_->begin();
-        const FolderAbove* above = folder.around ? &folder.around->folder : nullptr;
-        if (auto known = remembered_->unchanged(folder.path, above)) {
-            folder.opened = true;
-            folder.listing = std::move(*known);
-        }
-    }
+    const bool isMoved = remembered_ && !recall(folder);
     const bool isKnown = folder.opened;
     auto reader = reader_ ? std::move(reader_) : std::make_unique<FolderReader>();
     if (!isKnown) {
         folder.problem = reader->open(folder.path);
+        if (isMoved && folder.problem.ok()) // another one by now
+            folder.problem = {ESTALE, platform::toNativePath(folder.around->folder.path()),
+                              "moved during the search"};
         folder.opened = folder.problem.ok();
         folder.listing.stamp = reader->stamp();
         if (remembered_ && folder.opened)
@@ -94,6 +104,7 @@ void FolderLister::add(const AheadFolder& folder, const ListedNamesPtr& names,
         if (!around)
             around = std::make_shared<FoldersAround>(folder.path, folder.listing.stamp.id,
                                                      folder.around);
+        around->folder.expectOne();
         step.subfolders.push_back(std::make_shared<AheadFolder>(
             std::string(folder.path).append(subfolder.name).append(1, '\\'), folder.depth + 1,
             around));

@@ -37,6 +37,7 @@ public:
 private:
     ListedStep list(AheadFolder& folder);
     bool open(AheadFolder& folder, ListedStep& step);
+    bool recall(AheadFolder& folder);
     void finish(AheadFolder& folder);
     void add(const AheadFolder& folder, const ListedNamesPtr& names, ListedStep& step) const;
 

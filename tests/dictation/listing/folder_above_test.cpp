@@ -20,15 +20,23 @@ TEST(FolderAbove, IsTheOneThatWasListed) {
     const std::string b = store.directory("a/b");
     const auto stamp = platform::directoryStamp(b);
     const FolderAbove above(a, platform::directoryStamp(a)->id);
+    const FolderAbove ofOne(a, above.id());
+    const FolderAbove late(a, above.id());
+    for (const FolderAbove* each : {&above, &above, &above, &late, &late, &ofOne})
+        each->expectOne();
     EXPECT_EQ(above.stampOf(b), stamp);
     EXPECT_EQ(above.stampOf(store.directory("a/none")), std::nullopt);
-
-    const FolderAbove late(a, above.id());
+    EXPECT_EQ(ofOne.stampOf(b), stamp);
+    EXPECT_TRUE(above.finishOne());
     std::filesystem::rename(store.native("a"), store.native("moved"));
     std::filesystem::rename(store.native("other"), store.native("a"));
     EXPECT_EQ(above.stampOf(b), stamp) << "as it was held before";
     EXPECT_EQ(late.stampOf(b), platform::directoryStamp(b)) << "as the path leads elsewhere";
     EXPECT_NE(late.stampOf(b), stamp);
+    EXPECT_NE(ofOne.stampOf(b), stamp) << "nothing was held for one";
+    EXPECT_TRUE(ofOne.finishOne() && late.finishOne() && late.finishOne()) << "nothing was held";
+    EXPECT_TRUE(above.finishOne()) << "others follow";
+    EXPECT_FALSE(above.finishOne());
 }
 
 TEST(FolderAbove, LeavesFilesToTheHost) {
@@ -40,7 +48,10 @@ TEST(FolderAbove, LeavesFilesToTheHost) {
         std::deque<platform::HeldDirectory> many;
         while (many.size() < 200)
             many.emplace_back(a, id);
-        EXPECT_EQ(FolderAbove(a, id).stampOf(store.directory("a/b")),
+        const FolderAbove above(a, id);
+        above.expectOne();
+        above.expectOne();
+        EXPECT_EQ(above.stampOf(store.directory("a/b")),
                   platform::directoryStamp(store.directory("a/b")));
         return std::ranges::count_if(many, &platform::HeldDirectory::isHeld);
     };

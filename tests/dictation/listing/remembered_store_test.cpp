@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "tests/dictation/listing/listing_fixture.h"
+#include "tests/fake_host.h"
 
 #include <sched.h>
 #include <sys/mount.h>
@@ -137,6 +138,45 @@ TEST_F(Remembered, FolderThatIsMountedOverIsListed) {
                mount("none", place.c_str(), "tmpfs", 0, nullptr) == 0 && finds({below[0]}) &&
                umount(place.c_str()) == 0 && finds(below);
     }));
+}
+
+// Also those folders are missed of which the one above was asked when it was elsewhere already.
+TEST_F(Remembered, FolderThatIsMovedInMidSearchIsMissed) {
+    const struct {
+        const char* gone;
+        const char* instead;
+        bool rootVanished;
+    } cases[] = {{"s/a", nullptr, false},
+                 {"s/a", "s/a/other.WAV", false},
+                 {"s/a", "s/a/1/other.WAV", false},
+                 {"s/a", "s/a/2/other.WAV", false},
+                 {"s", nullptr, true},
+                 {"s", "s/a/other.WAV", true}};
+    for (const auto& c : cases) {
+        tests::TemporaryStore store;
+        store.add("s/a/1/x.WAV").add("s/a/2/x.WAV").add("s/d/x.WAV");
+        const auto remembered =
+            std::make_shared<RememberedStore>(RememberedStore::Rules{.clock = muchLater});
+        const SearchMeans notAhead{.remembered = remembered, .aheadBytes = 0};
+        DictationList hits;
+        EXPECT_EQ(search({store.directory("s"), {}}, hits, notAhead).foldersUnreadable, 0);
+        const tests::StartedPlugIn plugIn;
+        int met = 0; // of the folders in a
+        plugIn.host->onCall = [&](const std::string& call) {
+            if (call.find("\\s\\a\\") == std::string::npos || call.ends_with("\\a\\\")") ||
+                ++met != 2)
+                return;
+            fs::rename(store.folder() / c.gone, store.folder() / "moved");
+            if (c.instead != nullptr)
+                store.add(c.instead);
+        };
+        hits.clear();
+        const SearchReport report = search({store.directory("s"), {}}, hits, notAhead);
+        EXPECT_EQ(met, 2);
+        EXPECT_EQ(report.foldersUnreadable, 1) << c.gone;
+        EXPECT_EQ(report.rootVanished, c.rootVanished) << c.gone;
+        EXPECT_GE(hits.size(), c.rootVanished ? 1 : 2) << "the rest is found";
+    }
 }
 
 TEST_F(Remembered, MemoryIsBounded) {
