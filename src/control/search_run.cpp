@@ -86,6 +86,8 @@ QString noticeText(const modDictation::SearchReport& report) {
                                    {groupedNumber(report.foldersUnreadable)});
     if (report.namesSkipped > 0)
         sentences << widgets::text(text_id::namesSkipped, {groupedNumber(report.namesSkipped)});
+    if (!report.localeProblem.ok())
+        sentences << widgets::text(text_id::withoutLocale, {report.localeProblem.description()});
     return sentences.join(QLatin1Char(' '));
 }
 

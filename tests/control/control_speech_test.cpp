@@ -85,6 +85,11 @@ TEST_F(Control, TellsWhatASearchLeftOut) {
               "only the first 999,999 dictations; there may be more. Narrow the search criteria. "
               "Folders that could not be read: 1,234");
     all = {};
+    all.localeProblem = {2, "/module", "is missing"};
+    EXPECT_EQ(noticeText(all).toStdString(),
+              "Dates, numbers and the order of texts are those of no country. Install OVSearch "
+              "again. (/module: is missing)");
+    all = {};
     all.rootVanished = true;
     all.foldersUnreadable = 1;
     EXPECT_TRUE(noticeText(all).endsWith(u"found until then, which is not all."));

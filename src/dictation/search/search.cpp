@@ -7,6 +7,7 @@
 #include "support/log.h"
 
 #include <atomic>
+#include <utility>
 
 namespace ov::modDictation {
 
@@ -43,10 +44,12 @@ SearchReport search(const Search& what, DictationList& hits, const SearchMeans& 
         means.remembered->startSearch();
     SearchReport report = TreeWalk(what, hits, state().searchAbort.get_token(), means).run();
     // Dates and weeks of the criteria may then not be what the user's country means by them.
-    static std::atomic_flag logged;
-    if (const platform::Status problem = platform::localeProblem();
-        !problem.ok() && !logged.test_and_set())
+    static std::atomic_flag told;
+    if (platform::Status problem = platform::localeProblem();
+        !problem.ok() && !told.test_and_set()) {
         WriteErrorLog(problem, "SearchDictations");
+        report.localeProblem = std::move(problem);
+    }
     return report;
 }
 

@@ -47,6 +47,7 @@ struct SearchReport {
     bool limitReached = false;              // the limit ended it; there may be more
     bool rootVanished = false;              // unmounted or moved; counts as unreadable
     std::vector<platform::Status> problems; // the first of them
+    platform::Status localeProblem;         // see there; told by one search of a process
 };
 
 // Called a hundred times a second at most, with what was met so far.

@@ -36,6 +36,7 @@ constexpr std::int32_t resultHint = 1062;
 constexpr std::int32_t hitLimitReached = 1240;  // %1%: how many dictations are listed
 constexpr std::int32_t namesSkipped = 1241;     // %1%: how many
 constexpr std::int32_t criteriaNotSaved = 1242; // %1%: why
+constexpr std::int32_t withoutLocale = 1243;    // %1%: why
 
 // The buttons of the search control and their tooltips
 constexpr std::int32_t searchButton = 1020;
