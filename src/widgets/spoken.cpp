@@ -61,6 +61,23 @@ void announce(QLabel& label) {
     QAccessible::updateAccessibility(&shown);
 }
 
+// By a label of the widget around it, which has no place to be seen in.
+void announce(const QWidget& about, const QString& text) {
+    const QString name = QStringLiteral("lblAnnouncement");
+    QWidget* around = about.parentWidget();
+    auto* label = around->findChild<QLabel*>(name, Qt::FindDirectChildrenOnly);
+    if (label == nullptr) {
+        label = new QLabel(around);
+        label->setObjectName(name);
+        label->setTextFormat(Qt::PlainText);
+        setSpokenRole(*label, QAccessible::Notification);
+        label->resize(0, 0);
+        label->show();
+    }
+    label->setText(text);
+    announce(*label);
+}
+
 void setSpokenHint(QWidget& list, const QString& hint) {
     if (list.accessibleDescription() != hint)
         list.setAccessibleDescription(hint);

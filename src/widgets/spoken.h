@@ -4,6 +4,7 @@
 #pragma once
 
 #include <QAccessible>
+#include <QString>
 
 class QLabel;
 class QWidget;
@@ -19,6 +20,9 @@ void setSpokenRole(QWidget& widget, QAccessible::Role role);
 
 // Has the text of the label read out now, whatever has the keyboard.
 void announce(QLabel& label);
+
+// Has a text read out that stands nowhere, about that widget, which stands in another one.
+void announce(const QWidget& about, const QString& text);
 
 // What an empty list says in words drawn into it; empty when it holds something.
 void setSpokenHint(QWidget& list, const QString& hint);

@@ -5,6 +5,8 @@
 
 #include "control/criteria/criteria_list.h"
 #include "dictation/typed/search_text.h"
+#include "support/language/text_ids.h"
+#include "widgets/spoken.h"
 #include "widgets/text.h"
 
 #include <QClipboard>
@@ -83,8 +85,12 @@ void CriteriaList::removeSelected() {
 }
 
 void CriteriaList::changeIndent(bool inward) {
+    if (!canIndent(inward))
+        return;
     const Rows rows = selectedRows();
     change(indented(entries_, rows, inward), rows);
+    widgets::announce(
+        *this, widgets::text(inward ? text_id::criteriaGrouped : text_id::criteriaUngrouped));
 }
 
 bool CriteriaList::insert(const CriteriaEntries& added) {

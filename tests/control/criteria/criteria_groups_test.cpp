@@ -209,7 +209,8 @@ TEST_F(CriteriaGroups, AreFoundAgainAmongOtherCriteria) {
                            {"A>BC", {}, "AXBC", "AXBC", both}}) {
         openGrouped(c.list);
         select(c.leftOut);
-        key(criteria(), Qt::Key_Space);
+        if (!c.leftOut.empty())
+            key(criteria(), Qt::Key_Space);
         closeControl();
         std::string lines;
         for (const char author : c.others)
@@ -228,31 +229,27 @@ TEST_F(CriteriaGroups, AreFoundAgainAmongOtherCriteria) {
     EXPECT_EQ(bars(read("SearchCriteria.bak")), both + "rubbish\r\n");
 }
 
-QStringList* heard = nullptr; // what a screen reader reads out
-
 TEST_F(CriteriaGroups, AreSpokenOfWhenTheyChange) {
-    QStringList all;
-    heard = &all;
-    QAccessible::setActive(true);
-    QAccessible::installUpdateHandler([](QAccessibleEvent* event) {
-        const auto* label = qobject_cast<const QLabel*>(event->object());
-        if (event->type() == QAccessible::ObjectShow && label != nullptr)
-            *heard << label->text();
-    });
     openGrouped("ABC");
+    const auto heard = [this](Qt::Key arrow) {
+        auto* label = window().findChild<QLabel*>(QStringLiteral("lblAnnouncement"));
+        if (label != nullptr)
+            label->clear();
+        altKey(arrow);
+        label = window().findChild<QLabel*>(QStringLiteral("lblAnnouncement"));
+        if (label == nullptr || !label->isVisible())
+            return std::string();
+        const QAccessibleInterface& spoken = *QAccessible::queryAccessibleInterface(label);
+        EXPECT_EQ(spoken.role(), QAccessible::Notification);
+        return spoken.text(QAccessible::Name).toStdString();
+    };
     select({0});
-    all.clear();
-    altKey(Qt::Key_Right); // it stays
-    EXPECT_EQ(all, QStringList());
+    EXPECT_EQ(heard(Qt::Key_Right), "") << "the first stays";
     select({1, 2});
-    altKey(Qt::Key_Right);
-    EXPECT_EQ(all, QStringList{QStringLiteral("In a group with the one above")});
+    EXPECT_EQ(heard(Qt::Key_Right), "In a group with the one above");
+    EXPECT_EQ(heard(Qt::Key_Right), "") << "it is";
     speak("7");
-    all.clear();
-    altKey(Qt::Key_Left);
-    EXPECT_EQ(all, QStringList{QStringLiteral("Nicht mehr in der Gruppe")});
-    QAccessible::installUpdateHandler(nullptr);
-    QAccessible::setActive(false);
+    EXPECT_EQ(heard(Qt::Key_Left), "Nicht mehr in der Gruppe");
 }
 
 TEST_F(CriteriaGroups, GoOnWithAnotherOfAnEntry) {
