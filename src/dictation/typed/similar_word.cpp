@@ -23,7 +23,7 @@ std::size_t changesBetween(std::string_view a, std::string_view b) {
     for (std::size_t i = 0; i <= b.size(); ++i)
         rows[0][i] = i;
     for (std::size_t i = 1; i <= a.size(); ++i) {
-        std::ranges::rotate(rows, rows.begin() + 2);
+        std::rotate(rows.begin(), rows.begin() + 2, rows.end());
         auto& [now, last, before] = rows;
         now[0] = i;
         for (std::size_t j = 1; j <= b.size(); ++j) {
