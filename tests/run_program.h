@@ -36,7 +36,9 @@ struct ProgramRun {
     std::string typed;       // on a terminal only
     std::string actAt;       // `act` is done once, as soon as the program has said this
     std::function<void()> act;
-    bool onTerminal = false; // all streams are one terminal; `output` has what it was sent
+    bool onTerminal = false;  // all streams are one terminal; `output` has what it was sent
+    unsigned short rows = 50; // of the terminal
+    unsigned short columns = 200;
     bool withRights = true;  // false: file permissions count, for root too
     bool withThreads = true; // false: the system has no room for the stack of another one
     rlim_t longestFile = RLIM_INFINITY; // no file may grow beyond, as on a full disk
@@ -83,7 +85,7 @@ struct Child {
 
 inline Child startOnTerminal(const ProgramRun& run, const std::string& program) {
     Child child;
-    const winsize size{50, 200, 0, 0};
+    const winsize size{run.rows, run.columns, 0, 0};
     child.id = forkpty(child.streams.data(), nullptr, nullptr, &size);
     if (child.id == 0)
         become(run, program);

@@ -49,12 +49,13 @@ _ovsearch() {
     local command='' common='--help --language --settings' options='' word start
     COMPREPLY=()
     for word in "${COMP_WORDS[@]:1:COMP_CWORD-1}"; do
-        [[ $word != @(find|export|show|fields|play|demo) ]] || { command=$word && break; }
+        [[ $word != @(find|export|show|fields|play|demo|help) ]] || { command=$word && break; }
     done
     case $previous in
     -c | --criterion) _ovsearch_criterion "$current" && return ;;
     --format) options='table csv json paths' ;;
     --language) options='de en' ;;
+    --color | --hyperlink | --pager) options='auto always never' ;;
     --separator) options='comma semicolon tab' ;;
     --sort) options=$_ovsearch_keys ;;
     --columns)
@@ -70,12 +71,15 @@ _ovsearch() {
         case $command in
         find)
             options="$common --criterion --not --any --root --criteria-file --max-depth --limit
-                --columns --sort --explain --format --separator --null --trust-folder-times" ;;
+                --columns --sort --explain --strict --no-messages --quiet --color --hyperlink
+                --pager --format --separator --null --trust-folder-times" ;;
         export)
             options="$common --criterion --not --any --root --criteria-file --max-depth --limit
-                --columns --sort --title --separator --force" ;;
+                --columns --sort --strict --no-messages --title --separator --force" ;;
+        show | fields) options="$common --color --pager" ;;
         demo) options="$common --count --seed" ;;
-        '') options="find export show fields play demo --version $common" ;;
+        help) options="$common find export show fields play demo" ;;
+        '') options="find export show fields play demo help --version $common" ;;
         *) options=$common ;;
         esac
         ;;

@@ -64,7 +64,7 @@ std::unique_ptr<HitWriter> makeHitWriter(const WriterOptions& options, Output& o
     case HitFormat::table:
         break;
     }
-    return makeTableWriter(options.columns, output);
+    return makeTableWriter(options.columns, options.looks, options.marks, output);
 }
 
 } // namespace ov::cli

@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "cli/looks/looks.h"
+#include "cli/looks/text_marks.h"
 #include "cli/output.h"
 #include "dictation/dictation.h"
 #include "export/document.h"
@@ -35,6 +37,8 @@ struct WriterOptions {
     char separator = ','; // of CSV
     bool escaped = false;
     bool zeroEnded = false;
+    Looks looks = {}; // of a table, and what it marks
+    TextMarks marks = {};
 };
 
 std::unique_ptr<HitWriter> makeHitWriter(const WriterOptions& options, Output& output);

@@ -6,10 +6,11 @@
 #include "cli/commands/show_command.h"
 #include "cli/messages.h"
 #include "cli/options/find_options.h"
+#include "cli/options/look_options.h"
 #include "cli/options/search_words.h"
+#include "cli/options/usage.h"
 #include "cli/output.h"
 #include "cli/session.h"
-#include "cli/shown_text.h"
 #include "cli/terminal_interface.h"
 #include "platform/locale_module.h"
 #include "platform/process_locale.h"
@@ -23,6 +24,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <exception>
+#include <limits>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -36,7 +38,9 @@ struct Arguments {
     SessionOptions session;
     FindOptions find;
     ExportOptions exported;
-    std::string show;
+    std::vector<std::string> show;
+    LookOptions looks; // of what show and fields print
+    std::string help;
     std::string play;
     std::string demoDirectory;
     int demoCount = 500;
@@ -51,17 +55,33 @@ void addCommonOptions(CLI::App& command, Arguments& arguments) {
         .add_option("--language", arguments.session.language,
                     "Language of captions and codes: de or en")
         ->type_name("LANGUAGE")
-        ->check(CLI::IsMember({"de", "en"}).description(""));
+        ->check(oneOf({"de", "en"}));
     command
         .add_option("--settings", arguments.session.settingsDirectory,
                     "Folder to use in place of the per-user settings folder")
         ->type_name("DIR")
-        ->check(notEmpty);
+        ->check(folderName);
 }
 
 CLI::App* addShow(CLI::App& app, Arguments& arguments) {
-    CLI::App* command = app.add_subcommand("show", "Print every field of one dictation");
-    addPath(*command, "FILE", arguments.show, "The dictation");
+    CLI::App* command = app.add_subcommand("show", "Print every field of dictations");
+    command->add_option("FILE", arguments.show, "The dictations")
+        ->type_name("")
+        ->required()
+        ->check(notEmpty);
+    addColorAndPager(*command, arguments.looks);
+    return command;
+}
+
+CLI::App* addFields(CLI::App& app, Arguments& arguments) {
+    CLI::App* command = app.add_subcommand("fields", "List the fields and their operators");
+    addColorAndPager(*command, arguments.looks);
+    return command;
+}
+
+CLI::App* addHelp(CLI::App& app, Arguments& arguments) {
+    CLI::App* command = app.add_subcommand("help", "Tell the options of a command");
+    command->add_option("COMMAND", arguments.help, "The command; else all of them")->type_name("");
     return command;
 }
 
@@ -73,13 +93,15 @@ CLI::App* addPlay(CLI::App& app, Arguments& arguments) {
 
 CLI::App* addDemo(CLI::App& app, Arguments& arguments) {
     CLI::App* command = app.add_subcommand("demo", "Write a store of made-up dictations");
-    addPath(*command, "DIR", arguments.demoDirectory, "Folder, missing or empty");
+    addPath(*command, "DIR", arguments.demoDirectory, "Folder, missing or empty")
+        ->check(folderName);
     command->add_option("--count", arguments.demoCount, "How many dictations")
         ->type_name("N")
         ->check(inRange(0))
         ->capture_default_str();
     command->add_option("--seed", arguments.demoSeed, "The same seed and day give the same store")
         ->type_name("S")
+        ->check(inRange(0, std::numeric_limits<std::uint32_t>::max()))
         ->capture_default_str();
     return command;
 }
@@ -88,6 +110,27 @@ CLI::App* addDemo(CLI::App& app, Arguments& arguments) {
 ExitCode tellVersion() {
     Output output(stdout);
     output.write(std::string("ovsearch ") + ov::version::text + "\n");
+    return output.finish(ExitCode::found);
+}
+
+// Also what was asked for: `--help`, `--version`.
+ExitCode refuse(const CLI::App& app, const CLI::ParseError& error) {
+    if (error.get_exit_code() == 0) {
+        app.exit(error);
+        return Output(stdout).finish(ExitCode::found);
+    }
+    complain(usageComplaint(app, error));
+    return ExitCode::usage;
+}
+
+ExitCode tellHelp(const CLI::App& app, const std::string& command) {
+    const std::string help = helpFor(app, command);
+    if (help.empty()) {
+        complain(unknownCommand(app, command));
+        return ExitCode::usage;
+    }
+    Output output(stdout);
+    output.write(help);
     return output.finish(ExitCode::found);
 }
 
@@ -103,22 +146,22 @@ ExitCode run(int argc, char** argv) {
     CLI::App app("Searches stores of dictations by what their file names tell.", "ovsearch");
     app.set_version_flag(versionOption, std::string("ovsearch ") + ov::version::text);
     app.require_subcommand(1);
-    app.failure_message([](const CLI::App*, const CLI::Error& error) {
-        return "ovsearch: " + shownText(error.what()) + "\nRun with --help for more information.\n";
-    });
     CLI::App* find = addFind(app, arguments.find);
     CLI::App* show = addShow(app, arguments);
-    CLI::App* fields = app.add_subcommand("fields", "List the fields and their operators");
+    CLI::App* fields = addFields(app, arguments);
     CLI::App* play = addPlay(app, arguments);
     CLI::App* demo = addDemo(app, arguments);
     CLI::App* exported = addExport(app, arguments.exported);
+    CLI::App* help = addHelp(app, arguments);
     for (CLI::App* command : {&app, find, show, fields, play, demo, exported})
         addCommonOptions(*command, arguments);
     try {
         parse(app, {argv + std::min(argc, 1), argv + argc}, arguments);
     } catch (const CLI::ParseError& error) {
-        return app.exit(error) == 0 ? Output(stdout).finish(ExitCode::found) : ExitCode::usage;
+        return refuse(app, error);
     }
+    if (*help)
+        return tellHelp(app, arguments.help);
 
     TerminalInterface terminal;
     const Session session(arguments.session);
@@ -127,12 +170,12 @@ ExitCode run(int argc, char** argv) {
     if (*exported)
         return runExport(arguments.exported, session, terminal);
     if (*show)
-        return runShow(arguments.show);
+        return runShow(arguments.show, arguments.looks);
     if (*play)
         return runPlay(arguments.play, terminal);
     if (*demo)
         return runDemo(arguments.demoDirectory, arguments.demoCount, arguments.demoSeed, terminal);
-    return runFields();
+    return runFields(arguments.looks);
 }
 
 } // namespace

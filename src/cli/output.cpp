@@ -5,10 +5,12 @@
 
 #include "cli/messages.h"
 #include "cli/shown_text.h"
+#include "cli/terminal_interface.h"
 
 #include <algorithm>
 #include <cerrno>
 #include <system_error>
+#include <utility>
 
 namespace ov::cli {
 
@@ -21,20 +23,54 @@ int lastError() noexcept {
 } // namespace
 
 bool Output::write(std::string_view text) {
+    if (!pager_)
+        return put(text);
+    held_.append(text);
+    if (pager_->isNeededFor(held_))
+        startPager();
+    return error_ == 0;
+}
+
+bool Output::put(std::string_view text) {
+    if (before_)
+        std::exchange(before_, nullptr)();
     if (error_ == 0 && std::fwrite(text.data(), 1, text.size(), stream_) != text.size())
         error_ = lastError();
     return error_ == 0;
 }
 
+void Output::startPager() {
+    const std::string command = std::exchange(pager_, std::nullopt)->command;
+    const platform::Status started = program_.start(command, "LESS=FRX");
+    if (started.ok()) {
+        stream_ = program_.input();
+        TerminalInterface::outliveInterrupts(true);
+    } else {
+        complain("cannot start the pager: " + started.description());
+    }
+    put(std::exchange(held_, {}));
+}
+
+void Output::release() {
+    pager_.reset();
+    if (!held_.empty())
+        put(std::exchange(held_, {}));
+}
+
 void Output::flush() {
     // What others wrote to the stream, and could not, counts too.
-    if (error_ == 0 && (std::fflush(stream_) != 0 || std::ferror(stream_) != 0))
+    if (!pager_ && error_ == 0 && (std::fflush(stream_) != 0 || std::ferror(stream_) != 0))
         error_ = lastError();
 }
 
 ExitCode Output::finish(ExitCode result) {
+    release();
     flush();
-    if (!failed())
+    if (program_.input() != nullptr) {
+        program_.finish();
+        TerminalInterface::outliveInterrupts(false);
+    }
+    if (!failed() || error_ == EPIPE)
         return result;
     complain("cannot write: " + std::generic_category().message(error_));
     return ExitCode::unreadable;
@@ -49,10 +85,17 @@ std::vector<std::size_t> columnWidths(const std::vector<Row>& rows) {
 }
 
 std::string tableLine(const Row& row, const std::vector<std::size_t>& widths) {
+    return tableLine(row, widths, row);
+}
+
+std::string tableLine(const Row& row, const std::vector<std::size_t>& widths, const Row& adorned) {
     std::string line;
+    std::size_t blanks = 0; // none at the end
     for (std::size_t i = 0; i < row.size(); ++i) {
         const std::size_t width = columnCount(row[i]);
-        line.append(row[i]).append(std::max(widths[i], width) - width + 2, ' ');
+        if (width > 0)
+            line.append(std::exchange(blanks, 0), ' ').append(adorned[i]);
+        blanks += std::max(widths[i], width) - width + 2;
     }
     return line.erase(line.find_last_not_of(' ') + 1) + '\n';
 }

@@ -3,14 +3,16 @@
 
 #include "cli/search_request.h"
 
+#include "cli/criteria_file.h"
 #include "cli/messages.h"
+#include "cli/options/did_you_mean.h"
 #include "cli/options/typed_words.h"
 #include "cli/session.h"
 #include "cli/terminal_interface.h"
 #include "dictation/field_table.h"
 #include "dictation/typed/criterion_text.h"
-#include "dictation/typed/search_text.h"
 #include "platform/directories.h"
+#include "platform/files.h"
 #include "platform/text.h"
 #include "platform/threads/coarse_clock.h"
 #include "support/modFilePath.h"
@@ -30,23 +32,12 @@ namespace {
 
 constexpr std::int32_t pathWidth = 6000; // twips
 
-// Whether all criteria must match is what the file says.
-bool readCriteriaFile(const std::string& native, modDictation::Search& search) {
-    std::string content;
-    const platform::Status read = platform::readFile(platform::fromNativePath(native), content);
-    if (!read.ok()) {
-        complain(read.description());
-        return false;
-    }
-    const modDictation::SearchText text = modDictation::readSearchText(content);
-    search.criteria = text.search.criteria;
-    search.all = text.search.all;
-    if (text.skipped > 0)
-        complain(native + ": lines that are no criteria: " + std::to_string(text.skipped));
-    // Without any, every dictation would match.
-    if (text.search.criteria.empty())
-        complain(native + ": holds no criteria");
-    return !text.search.criteria.empty();
+std::vector<std::string> columnKeys() {
+    std::vector<std::string> keys{"path"};
+    for (const modDictation::FieldDefinition& field : modDictation::fieldDefinitions())
+        if (!field.key.empty())
+            keys.emplace_back(field.key);
+    return keys;
 }
 
 std::optional<Column> columnOfKey(const std::string& key) {
@@ -54,7 +45,8 @@ std::optional<Column> columnOfKey(const std::string& key) {
         return Column{"path", exporting::pathColumn, "path", "path", pathWidth};
     const std::int32_t field = fieldOfKey(key);
     if (field == modDictation::noField) {
-        complain("there is no column \"" + key + "\"; columns are: path, " + fieldKeys());
+        complain("there is no column \"" + key + '"' +
+                 didYouMean(key, columnKeys(), "; columns are: path, " + fieldKeys()));
         return std::nullopt;
     }
     Column column = exporting::columnOf(field);
@@ -75,15 +67,18 @@ bool readColumns(const std::vector<std::string>& keys, std::vector<Column>& colu
 
 bool readSort(const std::string& text, std::optional<SortOrder>& sort) {
     const std::size_t colon = text.find(':');
+    const std::string key = text.substr(0, colon);
     const std::string direction = colon == std::string::npos ? "asc" : text.substr(colon + 1);
-    const std::int32_t field = fieldOfKey(std::string_view(text).substr(0, colon));
-    if (field == modDictation::noField || (direction != "asc" && direction != "desc")) {
-        complain("cannot sort by \"" + text +
-                 "\"; say KEY or KEY:desc, with KEY one of: " + fieldKeys());
-        return false;
-    }
+    const std::int32_t field = fieldOfKey(key);
+    const bool isDirection = direction == "asc" || direction == "desc";
+    if (field == modDictation::noField)
+        complain("cannot sort by \"" + key + '"' +
+                 didYouMean(key, columnKeys(), "; a KEY is one of: " + fieldKeys()));
+    else if (!isDirection)
+        complain("cannot sort by \"" + text + "\"; say " + key + ", " + key + ":asc or " + key +
+                 ":desc");
     sort = SortOrder{field, direction == "desc"};
-    return true;
+    return field != modDictation::noField && isDirection;
 }
 
 bool findRoot(const TypedWords& typed, std::string& root) {
@@ -99,7 +94,14 @@ bool findRoot(const TypedWords& typed, std::string& root) {
     const platform::Status opened = platform::DirectoryReader().open(root);
     if (opened.ok())
         return true;
-    complain(opened.description());
+    if (typed.root && platform::fileExists(platform::fromNativePath(*typed.root)))
+        complain(*typed.root +
+                 ": is a file, and no folder to search; \"ovsearch show\" takes its name apart");
+    else
+        complain(opened.description() +
+                 (typed.root
+                      ? ""
+                      : "; that is the store of the settings, DictationDir in OVSearch.cfg"));
     tellTakenWords(typed);
     return false;
 }
@@ -124,8 +126,11 @@ std::vector<std::string> chosenColumns() {
 ExitCode readSearch(const SearchOptions& options, const std::vector<std::string>& usualColumns,
                     SearchRequest& request) {
     modDictation::Search& search = request.search;
-    if (options.criteriaFile && !readCriteriaFile(*options.criteriaFile, search))
-        return ExitCode::unreadable;
+    if (options.criteriaFile)
+        if (const ExitCode read =
+                readCriteriaFile(*options.criteriaFile, options.telling.strict, search);
+            read != ExitCode::found)
+            return read;
     const TypedWords typed = findRootAmong(options.words, options.root);
     search.all = search.all && !options.any;
     if (!addCriteria(typed, search) ||
@@ -137,6 +142,7 @@ ExitCode readSearch(const SearchOptions& options, const std::vector<std::string>
     search.all = search.all || search.criteria.empty();
     search.depth = options.maxDepth;
     search.limit = options.limit;
+    request.telling = options.telling;
     return ExitCode::found;
 }
 

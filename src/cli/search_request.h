@@ -4,6 +4,7 @@
 #pragma once
 
 #include "cli/exit_code.h"
+#include "cli/told_report.h"
 #include "dictation/search/search.h"
 #include "dictation/typed/quick_text.h"
 #include "export/document.h"
@@ -32,6 +33,7 @@ struct SearchOptions {
     std::int32_t limit = modDictation::usualLimit;
     std::vector<std::string> columns;
     std::optional<std::string> sort; // KEY or KEY:desc
+    Telling telling;
 };
 
 struct SortOrder {
@@ -44,6 +46,7 @@ struct SearchRequest {
     modDictation::Search search;
     std::vector<exporting::Column> columns;
     std::optional<SortOrder> sort;
+    Telling telling;
 };
 
 // The columns that the user has chosen to see, by their keys.

@@ -14,6 +14,8 @@ namespace ov::cli {
 
 namespace {
 
+constexpr const char* ellipsis = "\xE2\x80\xA6";
+
 std::size_t columnsOf(UChar32 c) {
     const int type = u_charType(c);
     if (type == U_NON_SPACING_MARK || type == U_ENCLOSING_MARK || type == U_FORMAT_CHAR)
@@ -66,7 +68,24 @@ std::string fittedText(std::string_view text, std::size_t columns) {
             append(c, fitted);
         return used <= columns;
     });
-    return fitted + "\xE2\x80\xA6";
+    return fitted + ellipsis;
+}
+
+std::string fittedEnd(std::string_view text, std::size_t columns) {
+    const std::string shown = shownText(text);
+    std::size_t tooMany = columnCount(shown);
+    if (tooMany <= columns)
+        return shown;
+    tooMany -= columns - std::min<std::size_t>(columns, 1); // room for the ellipsis
+    std::string fitted = ellipsis;
+    std::size_t passed = 0;
+    forEachCharacter(icu::UnicodeString::fromUTF8(shown), [&](UChar32 c) {
+        if (passed >= tooMany)
+            append(c, fitted);
+        passed += columnsOf(c);
+        return true;
+    });
+    return fitted;
 }
 
 } // namespace ov::cli

@@ -3,10 +3,16 @@
 
 #include "cli/table_writer.h"
 
+#include "cli/looks/file_link.h"
+#include "cli/looks/table_layout.h"
 #include "cli/shown_text.h"
+#include "dictation/field_table.h"
 #include "export/cell.h"
 
+#include <algorithm>
 #include <cstddef>
+#include <functional>
+#include <optional>
 #include <utility>
 
 namespace ov::cli {
@@ -15,43 +21,53 @@ namespace {
 
 using modDictation::Dictation;
 
-// Columns are as wide as the widest of the first rows, which are held back for that; a longer
-// text further down takes the room it needs.
+constexpr bool isOfFile(std::int32_t field) {
+    return field == exporting::pathColumn || field == modDictation::field_id::name;
+}
+
+struct Line {
+    Row cells;
+    std::string path; // native, of the dictation, for a hyperlink
+};
+
+// Columns are as wide as the widest of the first lines, which are held back for that; a longer
+// text further down takes the room it needs. On a screen what does not fit is cut.
 class TableWriter final : public HitWriter {
 public:
-    TableWriter(Output& output, std::vector<Column> columns)
-        : output_(output), columns_(std::move(columns)) {}
+    TableWriter(std::vector<Column> columns, const Looks& looks, TextMarks marks, Output& output)
+        : columns_(std::move(columns)), looks_(looks), marks_(std::move(marks)), output_(output) {}
 
     void write(const Dictation& dictation) override {
-        Row row;
+        Line line;
         for (const Column& column : columns_)
-            row.push_back(shownText(exporting::cellBytes(column, dictation)));
-        if (!widths_.empty()) {
-            output_.write(tableLine(row, widths_));
-            return;
-        }
-        if (held_.empty())
-            held_.push_back(header());
-        held_.push_back(std::move(row));
-        if (held_.size() > rowsHeldBack)
+            line.cells.push_back(shownText(exporting::cellBytes(column, dictation)));
+        if (looks_.hyperlinks)
+            line.path = nativePathOf(dictation);
+        if (!widths_.empty())
+            return print(line);
+        held_.push_back(std::move(line));
+        if (held_.size() >= linesHeldBack)
             release();
     }
 
     void end() override { release(); }
 
 private:
-    static constexpr std::size_t rowsHeldBack = 100;
+    static constexpr std::size_t linesHeldBack = 100;
 
     void release() {
         if (held_.empty())
             return;
-        widths_ = columnWidths(held_);
-        for (const Row& row : held_)
-            output_.write(tableLine(row, widths_));
-        held_.clear();
+        std::vector<Row> rows{titles()};
+        for (const Line& line : held_)
+            rows.push_back(line.cells);
+        widths_ = fitted(columnWidths(rows));
+        output_.write(asTitles(tableLine(cut(rows.front()), widths_), looks_));
+        for (const Line& line : std::exchange(held_, {}))
+            print(line);
     }
 
-    Row header() const {
+    Row titles() const {
         Row row;
         for (const Column& column : columns_)
             row.push_back(
@@ -59,16 +75,64 @@ private:
         return row;
     }
 
-    Output& output_;
+    std::vector<std::size_t> fitted(std::vector<std::size_t> widths) const {
+        std::vector<Giving> givings;
+        for (const Column& column : columns_)
+            givings.push_back(givingOf(column));
+        return looks_.width ? fittedWidths(std::move(widths), givings, *looks_.width) : widths;
+    }
+
+    // A line that fits stays as it is, also where one of its cells is too wide for the column.
+    Row cut(const Row& cells) const {
+        std::vector<std::size_t> widths = columnWidths({cells});
+        std::ranges::transform(widths, widths_, widths.begin(), std::ranges::max);
+        if (!looks_.width || lineWidth(widths) <= *looks_.width)
+            return cells;
+        Row row;
+        for (std::size_t i = 0; i < cells.size(); ++i)
+            row.push_back(givingOf(columns_[i]) == Giving::never
+                              ? cells[i]
+                              : cutCell(cells[i], widths_[i], columns_[i]));
+        return row;
+    }
+
+    void print(const Line& line) {
+        const Row cells = cut(line.cells);
+        if (!looks_.color && !looks_.hyperlinks) {
+            output_.write(tableLine(cells, widths_));
+            return;
+        }
+        Row adorned = cells;
+        for (std::size_t i = 0; looks_.color && i < cells.size(); ++i)
+            adorned[i] = marks_.marked(columns_[i].field, cells[i]);
+        if (const auto leading = linkCell(cells); leading && looks_.hyperlinks)
+            adorned[*leading] = fileLink(adorned[*leading], line.path);
+        output_.write(tableLine(cells, widths_, adorned));
+    }
+
+    // The cell that leads to the file: its name, or else the first that shows anything.
+    std::optional<std::size_t> linkCell(const Row& cells) const {
+        std::optional<std::size_t> best;
+        for (std::size_t i = 0; i < cells.size(); ++i)
+            if (!cells[i].empty() &&
+                (!best || (isOfFile(columns_[i].field) && !isOfFile(columns_[*best].field))))
+                best = i;
+        return best;
+    }
+
     std::vector<Column> columns_;
-    std::vector<std::size_t> widths_; // empty while rows are held back
-    std::vector<Row> held_;
+    Looks looks_;
+    TextMarks marks_;
+    Output& output_;
+    std::vector<std::size_t> widths_; // empty while lines are held back
+    std::vector<Line> held_;
 };
 
 } // namespace
 
-std::unique_ptr<HitWriter> makeTableWriter(std::vector<Column> columns, Output& output) {
-    return std::make_unique<TableWriter>(output, std::move(columns));
+std::unique_ptr<HitWriter> makeTableWriter(std::vector<Column> columns, const Looks& looks,
+                                           TextMarks marks, Output& output) {
+    return std::make_unique<TableWriter>(std::move(columns), looks, std::move(marks), output);
 }
 
 } // namespace ov::cli

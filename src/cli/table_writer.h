@@ -4,6 +4,8 @@
 #pragma once
 
 #include "cli/hit_writer.h"
+#include "cli/looks/looks.h"
+#include "cli/looks/text_marks.h"
 
 #include <memory>
 #include <vector>
@@ -11,6 +13,7 @@
 namespace ov::cli {
 
 // Hits as a table with a line of titles, for a person.
-std::unique_ptr<HitWriter> makeTableWriter(std::vector<Column> columns, Output& output);
+std::unique_ptr<HitWriter> makeTableWriter(std::vector<Column> columns, const Looks& looks,
+                                           TextMarks marks, Output& output);
 
 } // namespace ov::cli

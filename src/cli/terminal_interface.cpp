@@ -19,10 +19,12 @@ namespace {
 
 // NOLINTNEXTLINE(*-avoid-non-const-global-variables): a signal handler may touch nothing else
 volatile std::sig_atomic_t interruptPressed = 0;
+// NOLINTNEXTLINE(*-avoid-non-const-global-variables): likewise
+volatile std::sig_atomic_t outlivesInterrupts = 0;
 
 extern "C" void onInterrupt(int signal) {
     interruptPressed = 1;
-    std::signal(signal, platform::endBySignal);
+    std::signal(signal, outlivesInterrupts != 0 ? onInterrupt : platform::endBySignal);
 }
 
 void print(const std::string& text) {
@@ -62,6 +64,12 @@ bool TerminalInterface::interrupted() noexcept {
     return interruptPressed != 0;
 }
 
+void TerminalInterface::outliveInterrupts(bool outlive) noexcept {
+    outlivesInterrupts = outlive ? 1 : 0;
+    if (std::signal(SIGINT, onInterrupt) == SIG_IGN)
+        std::signal(SIGINT, SIG_IGN);
+}
+
 void TerminalInterface::showProgress(const std::string& line) {
     if (!showsProgress_)
         return;
@@ -77,8 +85,10 @@ void TerminalInterface::clearProgress() {
 }
 
 void TerminalInterface::makeRoomForOutput() {
-    if (outputIsTerminal_)
-        clearProgress();
+    if (!outputIsTerminal_)
+        return;
+    clearProgress();
+    showsProgress_ = false;
 }
 
 platform::MessageAnswer TerminalInterface::showMessage(const platform::MessageBox& box) {

@@ -22,10 +22,14 @@ public:
     // One line on standard error, replaced by the next; nothing unless a person looks at it.
     void showProgress(const std::string& line);
     void clearProgress();
-    // Before something is printed: clears the progress if both share a terminal.
+    // Before something is printed: if both share a terminal the progress is cleared, and not shown
+    // again.
     void makeRoomForOutput();
 
     static bool interrupted() noexcept;
+    // While a pager has the terminal a further Ctrl-C does not end the program either, which would
+    // leave the pager behind.
+    static void outliveInterrupts(bool outlive) noexcept;
 
     platform::MessageAnswer showMessage(const platform::MessageBox& box) override;
     void processMessages() override;

@@ -7,6 +7,7 @@
 #include "cli/terminal_interface.h"
 
 #include <string>
+#include <string_view>
 
 namespace ov::cli {
 
@@ -14,28 +15,52 @@ using modDictation::SearchReport;
 
 namespace {
 
-void tellProblems(const SearchReport& report) {
-    for (const platform::Status& problem : report.problems)
-        complain(problem.description());
-    const auto told = static_cast<std::int64_t>(report.problems.size());
-    const std::int64_t all = report.foldersUnreadable + report.namesSkipped;
-    if (all > told)
-        complain(std::to_string(all - told) + " more were left out");
+void append(std::string& list, std::string_view parting, const std::string& part) {
+    list.append(list.empty() ? "" : parting).append(part);
+}
+
+std::string counted(std::int64_t count, const char* one, const char* many) {
+    return std::to_string(count) + ' ' + (count == 1 ? one : many);
+}
+
+std::string leftOut(const SearchReport& report) {
+    std::string list;
+    if (report.foldersUnreadable > 0)
+        append(list, ", ",
+               counted(report.foldersUnreadable, "folder that cannot be read",
+                       "folders that cannot be read"));
+    if (report.foldersTooDeep > 0)
+        append(list, ", ",
+               counted(report.foldersTooDeep, "folder below --max-depth",
+                       "folders below --max-depth"));
+    if (report.namesSkipped > 0)
+        append(list, ", ",
+               counted(report.namesSkipped, "name with a backslash", "names with a backslash"));
+    return list.empty() ? list : "left out: " + list;
+}
+
+bool isWhole(const SearchReport& report) {
+    return leftOut(report).empty() && !report.limitReached && !report.stopped;
 }
 
 } // namespace
 
-void tellReport(const SearchReport& report, std::int32_t hitCount) {
-    tellProblems(report);
+void tellReport(const SearchReport& report, std::int32_t hitCount, const Telling& telling) {
+    if (telling.messages)
+        for (const platform::Status& problem : report.problems)
+            complain(problem.description());
+    std::string summary = leftOut(report);
     if (TerminalInterface::interrupted() && report.stopped)
-        complain("stopped; what was found until then is shown");
+        append(summary, "; ", "stopped, what was found until then is shown");
     else if (report.limitReached)
-        complain("ended after " + std::to_string(hitCount) +
-                 " dictations, there may be more; --limit sets how many");
+        append(summary, "; ",
+               "the limit of " + std::to_string(hitCount) + " was reached, there may be more");
+    if (!summary.empty())
+        complain(summary);
 }
 
-ExitCode searchResult(const SearchReport& report, std::int32_t hitCount) {
-    if (report.rootVanished)
+ExitCode searchResult(const SearchReport& report, std::int32_t hitCount, const Telling& telling) {
+    if (report.rootVanished || (telling.strict && !isWhole(report)))
         return ExitCode::unreadable;
     if (hitCount > 0)
         return ExitCode::found;

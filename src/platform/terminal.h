@@ -3,10 +3,14 @@
 
 #pragma once
 
+#include "platform/status.h"
+
 #include <chrono>
+#include <cstdint>
 #include <cstdio>
 #include <memory>
 #include <optional>
+#include <string>
 
 // What a terminal program needs to know of its surroundings.
 
@@ -17,6 +21,43 @@ bool isTerminal(std::FILE* stream) noexcept;
 
 // Columns of the terminal behind the stream; 80 when it does not say.
 int terminalWidth(std::FILE* stream) noexcept;
+// Its lines; 24 when it does not say.
+int terminalHeight(std::FILE* stream) noexcept;
+
+// The name of this machine, as the network knows it.
+std::string hostName();
+
+// Whether a program of that name is found where commands are looked for.
+bool isCommand(const std::string& name);
+
+// A program that reads what it is given, as one that shows a long text on the terminal does, and
+// is waited for at the end. Until then a write that it does not want any more is an error and not
+// the end of this program.
+class FedProgram {
+public:
+    FedProgram() = default;
+    ~FedProgram() { finish(); }
+    FedProgram(const FedProgram&) = delete;
+    FedProgram& operator=(const FedProgram&) = delete;
+
+    // By the shell. A variable of the environment that is not set gets the value given for it,
+    // "NAME=value".
+    Status start(const std::string& command, const std::string& setting);
+    // nullptr while none runs.
+    std::FILE* input() const noexcept { return input_; }
+    // Tells it that all is there, and waits until it has ended.
+    void finish() noexcept;
+
+private:
+    std::FILE* input_ = nullptr;
+    long process_ = 0;
+    void (*brokenPipe_)(int) = nullptr; // what was done before
+};
+
+// All that comes from a file, a pipe or a terminal, "-" for standard input, as the system writes
+// its name. Waits for who writes into it, but not when a signal is handled meanwhile. More than
+// `limit` bytes are refused.
+Status readInput(const std::string& native, std::string& content, std::uint64_t limit);
 
 // Single keys from the terminal on standard input, as they are pressed and without showing them.
 // One at a time; the terminal is as before when it ends, also when a signal ends the program.

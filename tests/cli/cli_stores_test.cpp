@@ -96,11 +96,15 @@ TEST_F(Cli, ProgressAndHitsShareATerminal) {
     tests::addEndlessTree(store_);
     ProgramRun how;
     how.onTerminal = true;
-    how.interruptAt = " hits, in " + root();
-    for (const Texts& options :
-         {Texts{"--format", "paths"}, Texts{"--format", "paths", "--sort", "folder"}}) {
+    const std::string progress = " hits, in " + root();
+    for (const auto& [options, until] :
+         {std::pair(Texts{"--format", "paths"}, std::string("x.WAV\r\n")),
+          std::pair(Texts{"--format", "paths", "--sort", "folder"}, progress)}) {
+        how.interruptAt = until;
         const ProgramResult result = find(options, how);
         EXPECT_EQ(result.exitCode, -SIGINT);
+        EXPECT_EQ(result.output.find(progress, result.output.find("x.WAV\r\n")), std::string::npos)
+            << "among the hits";
         // Progress is seen no more once its line is erased.
         const std::regex erased("(\r[^\r\n]*\x1B\\[K)*\r\x1B\\[K|\r(?=\n)");
         Texts lines = split(std::regex_replace(result.output, erased, ""), '\n');

@@ -67,47 +67,8 @@ TEST_F(Cli, SelectsAndSorts) {
     };
     for (const auto& [options, expected] : cases)
         EXPECT_EQ(authors(options), expected) << joined(options);
-    EXPECT_PRED2(holds, find({"--limit", "2"}).errors, "after 2 dictations, there may be more");
+    EXPECT_PRED2(holds, find({"--limit", "2"}).errors, "limit of 2 was reached, there may be more");
     EXPECT_EQ(find({"--limit", "4"}).errors, "");
-}
-
-TEST_F(Cli, RefusesAndSaysWhy) {
-    addThree();
-    settings_.add("notes.dat", "not a criterion\r\n");
-    const std::string missing = store_.native("missing");
-    const std::vector<std::pair<Texts, std::string>> wrong = {
-        {{}, "subcommand is required"},
-        {{"find", ""}, "WORD: must not be empty"},
-        {{"fields", "--settings", ""}, "--settings: must not be empty"},
-        {{"find", root(), "--format", "xml"}, "xml not in {csv,json,paths,table}"},
-        {{"find", root(), "--columns", "author,shoe"}, "no column \"shoe\"; columns are: path, "},
-        {{"find", root(), "--sort", "shoe"}, "cannot sort by \"shoe\""},
-        {{"find", root(), "--sort", "author:up"}, "KEY:desc"},
-        {{"find", root(), "--limit", "0"}, "--limit"},
-        {{"find", root(), "--max-depth", "-2"}, "--max-depth"},
-        {{"find", root(), "--language", "fr"}, "fr not in {de,en}"},
-        {{"find", root(), "-c", "length > 5"}, "criterion \"length > 5\""},
-        {{"find", root(), "-0"}, "--format paths"},
-        {{"find", root(), "--separator", ";"}, "--separator goes with --format csv"},
-        {{"find", root(), "--format", "csv", "--separator", "x"}, "x not in {"},
-        {{"find", root(), "--\x1B[31m"}, "--\\u001B[31m"},
-        {{"demo", root(), "--count", "-1"}, "--count"},
-    };
-    for (const auto& [arguments, message] : wrong)
-        expectRefused(arguments, 2, message);
-    const std::vector<std::pair<Texts, std::string>> unreadable = {
-        {{"find", missing}, "missing/: No such file"},
-        {{"find", store_.native(highPriority)}, "Not a directory"},
-        {{"find"}, "DictationDir"},
-        {{"find", root(), "--criteria-file", missing}, "missing: No such file"},
-        {{"find", root(), "--criteria-file", settings_.native("notes.dat")}, "no criteria"},
-        {{"show", missing}, "no such file"},
-        {{"show", store_.native("ward/ERL/notes.txt")}, "not a dictation"},
-        {{"demo", root()}, root()},
-    };
-    for (const auto& [arguments, message] : unreadable)
-        expectRefused(arguments, 3, message);
-    EXPECT_EQ(foundFiles().size(), 3U); // demo touched nothing
 }
 
 TEST_F(Cli, OutputThatCannotBeWritten) {
@@ -203,6 +164,20 @@ TEST_F(Cli, ChosenColumnsAreTheUsualOnes) {
     EXPECT_EQ(json[1]["values"], nlohmann::json({{"length", 20}}));
 }
 
+TEST_F(Cli, CriteriaFromAPipe) {
+    addThree();
+    const std::string find =
+        " | " OV_SEARCH_PROGRAM " find --columns author --format csv " + root();
+    const std::string zeh = "printf 'author is zeh\\n'";
+    for (const std::string& command :
+         {zeh + find + " --criteria-file -", zeh + find + " --criteria-file /dev/fd/3 3<&0"})
+        EXPECT_EQ(tests::shellOutput(command), "author\r\nZeh\r\n") << command;
+    EXPECT_PRED2(
+        holds,
+        tests::shellOutput("yes 'author is zeh'" + find + " --criteria-file - 2>&1; echo $?"),
+        "standard input: File too large\n3\n");
+}
+
 TEST_F(Cli, ShowAndFields) {
     addThree();
     const std::string file = store_.native(std::string("ward/ERL/") + marked);
@@ -224,6 +199,12 @@ TEST_F(Cli, ShowAndFields) {
     };
     for (const auto& [result, line] : cases)
         EXPECT_TRUE(std::regex_search(result.output, std::regex(line))) << line << result.output;
+
+    const std::string missing = store_.native("missing.WAV");
+    const ProgramResult several = run({"show", file, missing, file});
+    EXPECT_EQ(several.output, file + "\n" + shown + "\n" + file + "\n" + shown);
+    EXPECT_EQ(several.errors, "ovsearch: " + missing + ": there is no such file\n");
+    EXPECT_EQ(several.exitCode, 3);
 }
 
 TEST_F(Cli, DemoStoreIsFound) {

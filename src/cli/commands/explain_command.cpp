@@ -65,8 +65,8 @@ ExitCode runExplain(std::span<const SearchRequest> requests, const Session& sess
     for (const SearchRequest& request : requests) {
         const SearchReport report = count(request.search, session, terminal);
         print(request.search, report, output);
-        tellReport(report, 0);
-        if (report.rootVanished || report.foldersUnreadable > 0)
+        tellReport(report, 0, request.telling);
+        if (searchResult(report, 0, request.telling) == ExitCode::unreadable)
             result = ExitCode::unreadable;
         if (TerminalInterface::interrupted() || output.failed())
             break;

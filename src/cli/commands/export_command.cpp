@@ -9,6 +9,7 @@
 #include "dictation/search/result_order.h"
 #include "export/file_export.h"
 #include "export/pdf_module.h"
+#include "platform/directories.h"
 #include "platform/files.h"
 #include "platform/loaded_module.h"
 #include "platform/text.h"
@@ -25,17 +26,27 @@ using modDictation::DictationList;
 
 std::optional<Format> readFormat(const std::string& file) {
     const auto format = exporting::formatOfFile(file);
-    if (!format)
+    if (!format && !platform::directoryExists(platform::fromNativePath(file)))
         complain("FILE: \"" + file +
                  "\" has none of the endings .pdf, .xlsx, .csv, .html, .json, .txt");
+    else if (!format)
+        complain(file + ": is a folder; name the FILE to write first, then the folder to search");
     return format;
 }
 
 // Before the search, which may take long.
 bool mayWrite(const std::string& path, bool force) {
-    if (force || platform::fileKind(path) != platform::FileKind::file)
+    const std::string native = platform::toNativePath(path);
+    if (const platform::Status folder =
+            platform::DirectoryReader().open(path.substr(0, path.find_last_of('\\') + 1));
+        !folder.ok())
+        complain(native + ": " + folder.text());
+    else if (platform::directoryExists(path))
+        complain(native + ": is a folder; name a file to write");
+    else if (!force && platform::fileExists(path))
+        complain(native + ": already exists; --force replaces it");
+    else
         return true;
-    complain(platform::toNativePath(path) + ": already exists; --force replaces it");
     return false;
 }
 
@@ -114,8 +125,10 @@ ExitCode runExport(const ExportOptions& options, const Session& session,
     const auto report = search(request.search, session, terminal, hits, [] { return true; });
     if (TerminalInterface::interrupted())
         return tellStopped(path);
-    tellReport(report, hits.size());
-    const ExitCode found = searchResult(report, hits.size());
+    tellReport(report, hits.size(), options.search.telling);
+    const ExitCode found = searchResult(report, hits.size(), options.search.telling);
+    if (found == ExitCode::unreadable)
+        complain(options.file + " was not written");
     if (found != ExitCode::found)
         return found;
     const std::vector<std::int32_t> order = orderOf(request, hits);

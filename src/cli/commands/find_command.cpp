@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace ov::cli {
@@ -59,6 +60,16 @@ private:
     std::int32_t printed_ = 0;
 };
 
+class SilentWriter final : public HitWriter {
+public:
+    void write(const modDictation::Dictation& /*dictation*/) override {}
+};
+
+// One hit tells the exit code, unless it depends on what is met after it.
+bool isFirstEnough(const FindOptions& options) {
+    return options.quiet && !options.search.telling.strict;
+}
+
 // A request for each file of criteria; all are read before anything is searched.
 ExitCode readRequests(const FindOptions& options, std::vector<SearchRequest>& requests) {
     SearchOptions search = options.search;
@@ -68,8 +79,25 @@ ExitCode readRequests(const FindOptions& options, std::vector<SearchRequest>& re
         if (!options.criteriaFiles.empty())
             search.criteriaFile = options.criteriaFiles[i];
         read = readSearch(search, usualColumns(options.format), requests.emplace_back());
+        if (isFirstEnough(options))
+            requests.back().search.limit = 1;
     }
     return read;
+}
+
+std::unique_ptr<HitWriter> writerFor(const FindOptions& options,
+                                     const std::vector<SearchRequest>& requests, Output& output) {
+    if (options.quiet)
+        return std::make_unique<SilentWriter>();
+    WriterOptions how{options.format, requests[0].columns, options.separator.value_or(','),
+                      platform::isTerminal(stdout), options.zeroEnded};
+    if (options.format == HitFormat::table) {
+        how.looks = looksOf(options.looks);
+        output.setPager(pagerFor(options.looks.pager));
+    }
+    for (const SearchRequest& request : requests)
+        how.marks.add(request.search.criteria);
+    return makeHitWriter(how, output);
 }
 
 struct Finding {
@@ -78,18 +106,22 @@ struct Finding {
     HitWriter& writer;
     Output& output;
     std::shared_ptr<modDictation::RememberedStore> remembered;
+    const FindOptions& options;
 };
 
-ExitCode findOne(const SearchRequest& request, const Finding& with) {
+struct Found {
+    modDictation::SearchReport report;
+    std::int32_t hits = 0;
+};
+
+Found findOne(const SearchRequest& request, const Finding& with) {
     DictationList hits;
     HitPrinter printer(hits, with.writer, with.output);
-    const auto report = search(
+    auto report = search(
         request.search, with.session, with.terminal, hits,
         [&] {
-            if (!request.sort && printer.hasNew()) {
-                with.terminal.makeRoomForOutput();
+            if (!request.sort && printer.hasNew())
                 printer.printNew();
-            }
             return !with.output.failed();
         },
         with.remembered);
@@ -97,16 +129,20 @@ ExitCode findOne(const SearchRequest& request, const Finding& with) {
         printer.printSorted(*request.sort);
     else
         printer.printNew();
-    tellReport(report, hits.size());
-    return searchResult(report, hits.size());
+    report.limitReached = report.limitReached && !isFirstEnough(with.options);
+    return {std::move(report), hits.size()};
 }
 
 // Found is what one of them found, unless one of them ended badly.
-ExitCode resultOfAll(const std::vector<ExitCode>& results) {
-    for (const ExitCode code : {ExitCode::unreadable, ExitCode::found})
-        if (std::ranges::find(results, code) != results.end())
+ExitCode resultOfAll(const std::vector<Found>& all, const Telling& telling) {
+    ExitCode result = ExitCode::nothingFound;
+    for (const Found& one : all) {
+        const ExitCode code = searchResult(one.report, one.hits, telling);
+        if (code == ExitCode::unreadable)
             return code;
-    return ExitCode::nothingFound;
+        result = std::min(result, code);
+    }
+    return result;
 }
 
 } // namespace
@@ -126,24 +162,26 @@ ExitCode runFind(const FindOptions& options, const Session& session, TerminalInt
     if (options.explains)
         return runExplain(requests, session, terminal);
     Output output(stdout);
-    const auto writer =
-        makeHitWriter({options.format, requests[0].columns, options.separator.value_or(','),
-                       platform::isTerminal(stdout), options.zeroEnded},
-                      output);
+    output.setBefore([&terminal] { terminal.makeRoomForOutput(); });
+    const auto writer = writerFor(options, requests, output);
     const modDictation::RememberedStore::Rules rules{.trustsUnknown = options.trustsFolderTimes};
     const auto remembered =
         requests.size() > 1 ? std::make_shared<modDictation::RememberedStore>(rules) : nullptr;
-    std::vector<ExitCode> results;
+    std::vector<Found> all;
     writer->begin();
     for (const SearchRequest& request : requests) {
         if (TerminalInterface::interrupted() || output.failed())
             break;
-        results.push_back(findOne(request, {session, terminal, *writer, output, remembered}));
+        all.push_back(findOne(request, {session, terminal, *writer, output, remembered, options}));
     }
     writer->end();
-    output.flush();
-    return output.finish(TerminalInterface::interrupted() ? ExitCode::interrupted
-                                                          : resultOfAll(results));
+    // Told below what was printed, and not while a pager shows it.
+    const Telling& telling = options.search.telling;
+    const ExitCode code = output.finish(
+        TerminalInterface::interrupted() ? ExitCode::interrupted : resultOfAll(all, telling));
+    for (const Found& one : all)
+        tellReport(one.report, one.hits, telling);
+    return code;
 }
 
 } // namespace ov::cli

@@ -16,6 +16,8 @@ struct FindOptions {
     HitFormat format = HitFormat::table;
     std::optional<char> separator; // of CSV
     bool zeroEnded = false;
+    bool quiet = false; // the exit code is enough
+    LookOptions looks;
     bool explains = false;          // in place of searching
     bool trustsFolderTimes = false; // also of file systems of unknown kind
 };

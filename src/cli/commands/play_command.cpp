@@ -91,6 +91,8 @@ ExitCode refuse(const std::string& file, const std::string& error) {
 } // namespace
 
 ExitCode runPlay(const std::string& file, TerminalInterface& terminal) {
+    if (platform::directoryExists(platform::fromNativePath(file)))
+        return refuse(file, "is a folder; play takes one sound file");
     std::string error = MciOpen(alias, platform::fromNativePath(file), "waveaudio");
     if (error.empty())
         error = MciPlay(alias, anyOutput, 0, -1);

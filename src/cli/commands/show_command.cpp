@@ -24,11 +24,12 @@ namespace {
 using modDictation::Detail;
 using modDictation::Dictation;
 
-ExitCode printRows(const std::vector<Row>& rows, const std::vector<std::size_t>& widths) {
-    Output output(stdout);
-    for (const Row& row : rows)
-        output.write(tableLine(row, widths));
-    return output.finish(ExitCode::found);
+// The first row is the titles.
+void printRows(const std::vector<Row>& rows, const std::vector<std::size_t>& widths,
+               const LookOptions& looks, Output& output) {
+    output.write(asTitles(tableLine(rows.front(), widths), looksOf(looks)));
+    for (std::size_t i = 1; i < rows.size(); ++i)
+        output.write(tableLine(rows[i], widths));
 }
 
 std::string typeName(modDictation::ValueType type) {
@@ -42,35 +43,66 @@ Row rowOf(const Detail& detail) {
             shownText(detail.shown), shownText(detail.raw)};
 }
 
-} // namespace
-
-ExitCode runShow(const std::string& file) {
+// Why it cannot be shown; empty when it can.
+std::string problemOf(const std::string& file) {
     const std::string path = platform::fromNativePath(file);
-    const Dictation dictation = modDictation::dictationOfPath(path);
-    if (!platform::fileExists(path)) {
-        complain(file + ": there is no such file");
-        return ExitCode::unreadable;
+    switch (platform::fileKind(path)) {
+    case platform::FileKind::missing:
+        return "there is no such file";
+    case platform::FileKind::directory:
+        return "is a folder; show takes dictations, find searches folders";
+    default:
+        break;
     }
-    if (!modDictation::hasDictationEnding(dictation.name)) {
-        complain(file + ": not a dictation; its name does not end in \".WAV\"");
-        return ExitCode::unreadable;
-    }
+    const bool isDictation =
+        platform::fileExists(path) &&
+        modDictation::hasDictationEnding(modDictation::dictationOfPath(path).name);
+    return isDictation ? "" : "not a dictation; its name does not end in \".WAV\"";
+}
+
+void printDictation(const Dictation& dictation, const LookOptions& looks, Output& output) {
     std::vector<Row> rows = {{"KEY", "FIELD", "SHOWN", "RAW"}};
     std::ranges::transform(fieldDetails(dictation), std::back_inserter(rows), rowOf);
     // The longest ones come last and do not count for the columns.
     const std::vector<std::size_t> widths = columnWidths(rows);
     std::ranges::transform(wholeDetails(dictation), std::back_inserter(rows), rowOf);
-    return printRows(rows, widths);
+    printRows(rows, widths, looks, output);
 }
 
-ExitCode runFields() {
+} // namespace
+
+ExitCode runShow(const std::vector<std::string>& files, const LookOptions& looks) {
+    Output output(stdout);
+    output.setPager(pagerFor(looks.pager));
+    ExitCode result = ExitCode::found;
+    bool isFirst = true;
+    for (const std::string& file : files) {
+        const std::string problem = problemOf(file);
+        if (!problem.empty()) {
+            complain(file + ": " + problem);
+            result = ExitCode::unreadable;
+            continue;
+        }
+        if (files.size() > 1)
+            output.write((isFirst ? "" : "\n") + shownText(file) + "\n");
+        isFirst = false;
+        printDictation(modDictation::dictationOfPath(platform::fromNativePath(file)), looks,
+                       output);
+    }
+    return output.finish(result);
+}
+
+ExitCode runFields(const LookOptions& looks) {
     std::vector<Row> rows = {{"ID", "KEY", "FIELD", "TYPE", "OPERATORS"}};
     for (const modDictation::FieldDefinition& field : modDictation::fieldDefinitions())
         if (!field.key.empty())
             rows.push_back({std::to_string(field.id), std::string(field.key),
                             shownText(modDictation::GetSearchFieldCaption(field.id, true)),
                             typeName(field.valueType), modDictation::operatorWords(field.id)});
-    return printRows(rows, columnWidths(rows));
+    Output output(stdout);
+    output.setPager(pagerFor(looks.pager));
+    printRows(rows, columnWidths(rows), looks, output);
+    return output.finish(ExitCode::found);
 }
 
 } // namespace ov::cli

@@ -4,15 +4,19 @@
 #pragma once
 
 #include "cli/exit_code.h"
+#include "cli/looks/looks.h"
 
 #include <string>
+#include <vector>
 
 namespace ov::cli {
 
-// Prints every field of one dictation, as its name has it and as lists show it. `file` is native.
-ExitCode runShow(const std::string& file);
+// Prints every field of dictations, as the name has it and as lists show it, each below its file
+// when there are several. What cannot be shown is told, and the others are shown all the same.
+// `files` are native.
+ExitCode runShow(const std::vector<std::string>& files, const LookOptions& looks);
 
 // Prints the table of fields with the operators that each offers.
-ExitCode runFields();
+ExitCode runFields(const LookOptions& looks);
 
 } // namespace ov::cli

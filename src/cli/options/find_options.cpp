@@ -3,6 +3,7 @@
 
 #include "cli/options/find_options.h"
 
+#include "cli/options/look_options.h"
 #include "cli/options/search_options.h"
 
 #include <map>
@@ -21,7 +22,7 @@ void addFormat(CLI::App& command, HitFormat& format) {
             "--format", [&format](const std::string& name) { format = formats.at(name); },
             "table, csv, json or paths")
         ->type_name("FORMAT")
-        ->check(CLI::IsMember(formats).description(""));
+        ->check(oneOf({"table", "csv", "json", "paths"}));
 }
 
 } // namespace
@@ -36,6 +37,9 @@ CLI::App* addFind(CLI::App& app, FindOptions& options) {
     addFormat(*command, options.format);
     addSeparator(*command, options.separator, "a comma");
     command->add_flag("-0,--null", options.zeroEnded, "End paths by a zero byte");
+    addColorAndPager(*command, options.looks);
+    addHyperlinks(*command, options.looks);
+    command->add_flag("--quiet", options.quiet, "Print nothing; the exit code tells");
     command->add_flag("--trust-folder-times", options.trustsFolderTimes,
                       "List unchanged folders once, on unknown file systems too");
     command->add_flag("--explain", options.explains,

@@ -6,7 +6,9 @@
 #include <CLI/CLI.hpp>
 
 #include <cstdint>
+#include <limits>
 #include <string>
+#include <vector>
 
 // What options of several commands have in common.
 
@@ -15,8 +17,18 @@ namespace ov::cli {
 // An empty argument is a mistake, mostly a variable of a script that was never set.
 extern const CLI::Validator notEmpty;
 
-// From `lowest` to the highest that an option takes.
-CLI::Validator inRange(std::int32_t lowest);
+// A folder, which need not be there yet.
+extern const CLI::Validator folderName;
+
+// A whole number.
+CLI::Validator inRange(std::int64_t lowest,
+                       std::int64_t highest = std::numeric_limits<std::int32_t>::max());
+
+// One of these words.
+CLI::Validator oneOf(std::vector<std::string> words);
+
+// "a, b, c"
+std::string listOf(const std::vector<std::string>& words);
 
 // An argument that the command cannot do without.
 CLI::Option* addPath(CLI::App& command, const std::string& name, std::string& path,

@@ -21,6 +21,12 @@ constexpr const char* criterionHelp =
     "Exit codes: 0 found, 1 nothing found, 2 wrong usage, 3 the store or a file cannot be read,\n"
     "130 interrupted.";
 
+void addTelling(CLI::App& command, Telling& telling) {
+    command.add_flag("--strict", telling.strict, "Exit code 3 when anything was left out");
+    command.add_flag_callback(
+        "--no-messages", [&telling] { telling.messages = false; }, "Only count what was left out");
+}
+
 } // namespace
 
 void addSearchOptions(CLI::App& command, SearchOptions& search) {
@@ -44,6 +50,7 @@ void addSearchOptions(CLI::App& command, SearchOptions& search) {
         ->expected(1)
         ->take_all()
         ->allow_extra_args(false);
+    addTelling(command, search.telling);
     command.add_option("--sort", search.sort, "Field to sort by")->type_name("KEY[:desc]");
 }
 
@@ -56,7 +63,7 @@ void addSeparator(CLI::App& command, std::optional<char>& separator, const std::
             [&separator](const std::string& name) { separator = separators.at(name); },
             "What parts the cells of CSV: comma, semicolon or tab; else " + usual)
         ->type_name("SEPARATOR")
-        ->check(CLI::IsMember(separators).description(""));
+        ->check(oneOf({"comma", "semicolon", "tab", ",", ";"}));
 }
 
 } // namespace ov::cli

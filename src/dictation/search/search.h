@@ -43,6 +43,7 @@ struct SearchReport {
     std::int64_t foldersRead = 0;
     std::int64_t foldersUnreadable = 0;
     std::int64_t namesSkipped = 0;          // of dictations and folders, with a "\"
+    std::int64_t foldersTooDeep = 0;        // below the depth; what they hold is not known
     bool stopped = false;                   // by a request, before the end
     bool limitReached = false;              // the limit ended it; there may be more
     bool rootVanished = false;              // unmounted or moved; counts as unreadable

@@ -149,9 +149,17 @@ void TreeWalk::visitAll(const AheadFolder& folder, const ListedNames& names) {
     for (ListedName file; takeName(rest, file) && !leavesTheRest(); pause())
         if (hasUsableName(folder, file))
             test(folder, file);
-    rest = mayDescend(folder) ? std::string_view(names.folders) : std::string_view();
+    if (!mayDescend(folder))
+        return countTooDeep(names);
+    rest = names.folders;
     for (ListedName subfolder; takeName(rest, subfolder) && !leavesTheRest(); pause())
         static_cast<void>(hasUsableName(folder, subfolder));
+}
+
+void TreeWalk::countTooDeep(const ListedNames& names) {
+    std::string_view rest = names.folders;
+    for (ListedName subfolder; takeName(rest, subfolder);)
+        ++report_.foldersTooDeep;
 }
 
 // No path could name it otherwise.

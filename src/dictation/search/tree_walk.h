@@ -42,6 +42,7 @@ private:
     void WalkSubdirectories(AheadFolder& folder);
     void ScanDirectory(AheadFolder& folder);
     void visitAll(const AheadFolder& folder, const ListedNames& names);
+    void countTooDeep(const ListedNames& names);
     bool hasUsableName(const AheadFolder& folder, const ListedName& entry);
     void test(const AheadFolder& folder, const ListedName& file);
     template <typename Result>

@@ -1,0 +1,56 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#include "cli/looks/pager.h"
+
+#include "cli/messages.h"
+#include "platform/terminal.h"
+
+#include <algorithm>
+#include <cstdlib>
+
+namespace ov::cli {
+
+namespace {
+
+std::string wantedCommand() {
+    for (const char* const name : {"OVSEARCH_PAGER", "PAGER"})
+        if (const char* const command = std::getenv(name))
+            return command;
+    return platform::isCommand("less") ? "less -FRX" : "";
+}
+
+} // namespace
+
+bool Pager::isNeededFor(std::string_view text) const noexcept {
+    std::size_t taken = 0;
+    while (!text.empty() && taken <= rows) {
+        const std::size_t length = text.find('\n');
+        const std::size_t end = std::min(length, text.size());
+        taken += 1 + (end > 0 ? (end - 1) / std::max<std::size_t>(columns, 1) : 0);
+        text.remove_prefix(std::min(end + 1, text.size()));
+    }
+    return taken > rows;
+}
+
+std::optional<Pager> pagerFor(When when) {
+    const char* const terminal = std::getenv("TERM");
+    const bool isDumb = terminal != nullptr && std::string_view(terminal) == "dumb";
+    if (when == When::never || !platform::isTerminal(stdout) || (isDumb && when == When::automatic))
+        return std::nullopt;
+    const std::string command = wantedCommand();
+    if (command.empty() || command == "cat")
+        return std::nullopt;
+    const std::string program = command.substr(0, command.find(' '));
+    if (program.find_first_of("=$\"'") == std::string::npos && !platform::isCommand(program)) {
+        complain("there is no pager \"" + program +
+                 "\"; OVSEARCH_PAGER names another one, --pager never goes without");
+        return std::nullopt;
+    }
+    // The line below belongs to the shell.
+    const auto rows = static_cast<std::size_t>(std::max(platform::terminalHeight(stdout) - 1, 1));
+    return Pager{command, when == When::always ? 0 : rows,
+                 static_cast<std::size_t>(platform::terminalWidth(stdout))};
+}
+
+} // namespace ov::cli

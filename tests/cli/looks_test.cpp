@@ -1,0 +1,173 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#include "cli/shown_text.h"
+#include "tests/cli/cli_fixture.h"
+
+// What a person sees on a terminal, and a program that reads the same does not.
+
+namespace ov::cli {
+namespace {
+
+class OnATerminal : public Cli {
+protected:
+    OnATerminal() {
+        const std::string length = "@@6$00$01$30";
+        store_.add("2$ROH" + length + "@@14$Müller@@11$" + std::string(60, 's') + ".WAV");
+        store_.add("deep/er/2$ROH" + length + "@@14$Mu\u0308ller.WAV");
+        for (int i = 0; i < 20; ++i)
+            store_.add("many/2$MAI@@14$Zeh@@11$" + std::to_string(i) + ".WAV");
+        terminal_.onTerminal = true;
+        terminal_.environment = {
+            {"TERM", "xterm"},      {"COLUMNS", ""},         {"NO_COLOR", ""},
+            {"VTE_VERSION", ""},    {"TERM_PROGRAM", ""},    {"PAGER", ""},
+            {"OVSEARCH_PAGER", ""}, {"KONSOLE_VERSION", ""}, {"WT_SESSION", ""}};
+    }
+    ProgramRun with(std::map<std::string, std::string> environment) const {
+        ProgramRun how = terminal_;
+        environment.merge(how.environment);
+        how.environment = environment;
+        return how;
+    }
+    std::string shown(const Texts& options, const ProgramRun& how) const {
+        return std::regex_replace(find(options, how).output, std::regex("\r"), "");
+    }
+
+    ProgramRun terminal_;
+    const Texts two_{"-c", "status = ROH", "--columns", "author,subject,length,path"};
+};
+
+TEST_F(OnATerminal, TableIsAsWideAsTheTerminal) {
+    for (const auto& [columns, variable, width] :
+         {std::tuple(70, "", 70U), {200, "64", 64U}, {50, "", 50U}}) {
+        ProgramRun how = with({{"COLUMNS", variable}});
+        how.columns = static_cast<unsigned short>(columns);
+        const std::string table = shown(two_, how);
+        const Texts lines = split(table, '\n');
+        ASSERT_EQ(lines.size(), 3U) << table;
+        for (const std::string& line : lines) {
+            EXPECT_LE(columnCount(std::regex_replace(line, std::regex("\x1B\\[[0-9;]*m"), "")),
+                      width)
+                << line;
+        }
+        EXPECT_TRUE(std::regex_search(table, std::regex("Müller +s+… +00:01:30 +….*s\\.WAV\n")))
+            << table;
+    }
+    const std::string path = store_.native("deep/er");
+    EXPECT_PRED2(holds, shown(two_, {}), path) << "whole where nobody looks";
+    EXPECT_PRED2(holds, shown(two_, with({{"COLUMNS", "500"}})), path);
+}
+
+TEST_F(OnATerminal, ColourMarksWhatWasLookedFor) {
+    const std::string title = "\x1B[1;4mAuthor\x1B[0m\n";
+    const auto red = [](const std::string& text) { return "\x1B[1;31m" + text + "\x1B[0m"; };
+    struct Case {
+        std::string criterion;
+        Texts options;
+        ProgramRun how;
+        std::string table;
+    };
+    ProgramRun dumb = with({{"TERM", "dumb"}});
+    ProgramRun plain = with({{"NO_COLOR", "1"}});
+    const std::string first = "M" + red("ü") + "ller\n";
+    const std::string second = "M" + red("u\u0308") + "ller\n";
+    const std::vector<Case> cases = {
+        {"author contains Ü", {}, terminal_, title + first + second},
+        {"author contains Ü", {"--color=always"}, {}, title + first + second},
+        {"author contains Ü", {"--color=always"}, plain, title + first + second},
+        {"author contains Ü", {}, plain, "Author\nMüller\nMu\u0308ller\n"},
+        {"author contains Ü", {}, dumb, "Author\nMüller\nMu\u0308ller\n"},
+        {"author contains Ü", {"--color=never"}, terminal_, "Author\nMüller\nMu\u0308ller\n"},
+        {"author contains l",
+         {},
+         terminal_,
+         title + "Mü" + red("ll") + "er\nMu\u0308" + red("ll") + "er\n"},
+        {"author is müller",
+         {},
+         terminal_,
+         title + red("Müller") + "\n" + red("Mu\u0308ller") + "\n"},
+        {"author not-contains z", {}, terminal_, title + "Müller\nMu\u0308ller\n"},
+        {"folder is-not-empty",
+         {"-c", "name contains mü"},
+         terminal_,
+         title + "Müller\nMu\u0308ller\n"},
+    };
+    for (const Case& c : cases) {
+        Texts options{"--columns", "author", "-c", "status = ROH", "-c", c.criterion};
+        options.insert(options.end(), c.options.begin(), c.options.end());
+        EXPECT_EQ(shown(options, c.how), c.table) << c.criterion << joined(c.options);
+    }
+}
+
+TEST_F(OnATerminal, RowsLeadToTheirFiles) {
+    const std::string begin =
+        "\x1B]8;;file://" + tests::shellOutput("printf %s \"$(uname -n)\"") + root();
+    const std::string file = "/2%24ROH%40%406%2400%2401%2430%40%4014%24M%C3%BCller";
+    const Texts options{"--columns", "author",       "-c",           "subject is-not-empty",
+                        "-c",        "status = ROH", "--color=never"};
+    Texts always = options;
+    always.emplace_back("--hyperlink=always");
+    for (const std::string& table :
+         {shown(options, with({{"VTE_VERSION", "7200"}})),
+          shown(options, with({{"TERM", "xterm-kitty"}})), shown(always, {})}) {
+        EXPECT_PRED2(holds, table, begin + file);
+        EXPECT_PRED2(holds, table, ".WAV\x1B\\Müller\x1B]8;;\x1B\\\n");
+    }
+    for (const ProgramRun& how : {terminal_, with({{"VTE_VERSION", "4000"}}), ProgramRun{}})
+        EXPECT_EQ(shown(options, how), "Author\nMüller\n");
+}
+
+TEST_F(OnATerminal, PagerForWhatIsLongerThanTheScreen) {
+    const std::string pages = "sed s/^/P:/";
+    struct Case {
+        std::map<std::string, std::string> environment;
+        Texts options;
+        unsigned short rows;
+        std::string beginning;
+        bool onTerminal = true;
+    };
+    const std::vector<Case> cases = {
+        {{{"OVSEARCH_PAGER", pages}}, {}, 10, "P:Subject\nP:"},
+        {{{"OVSEARCH_PAGER", pages}, {"PAGER", "false"}},
+         {"--sort", "subject"},
+         21,
+         "P:Subject\nP:"},
+        {{{"OVSEARCH_PAGER", pages}}, {}, 22, "Subject\n"},
+        {{{"OVSEARCH_PAGER", pages}}, {"--pager=always"}, 22, "P:Subject\n"},
+        {{{"OVSEARCH_PAGER", pages}}, {"--pager=never"}, 10, "Subject\n"},
+        {{{"OVSEARCH_PAGER", pages}}, {"--pager=always"}, 10, "Subject\n", false},
+        {{{"OVSEARCH_PAGER", "no-such-pager"}},
+         {},
+         10,
+         "ovsearch: there is no pager \"no-such-pager\"; OVSEARCH_PAGER names another one, --pager "
+         "never goes without\nSubject\n"},
+        // Whoever leaves it early has seen enough.
+        {{{"OVSEARCH_PAGER", "head -n 1"}}, {}, 10, "Subject\n"},
+        // What is to be told waits until the screen is free again.
+        {{{"OVSEARCH_PAGER", "wc -l; echo left"}},
+         {"--limit=15"},
+         10,
+         "16\nleft\novsearch: the limit of 15 was reached"},
+    };
+    for (const Case& c : cases) {
+        ProgramRun how = with(c.environment);
+        how.onTerminal = c.onTerminal;
+        how.rows = c.rows;
+        Texts options{"--columns", "subject", "-c", "status = MAI", "--color=never"};
+        options.insert(options.end(), c.options.begin(), c.options.end());
+        const std::string output = shown(options, how);
+        EXPECT_TRUE(output.starts_with(c.beginning)) << c.beginning << "\n" << output;
+    }
+    // Ctrl-C is the pager's while it is there.
+    ProgramRun how =
+        with({{"OVSEARCH_PAGER", "cat >&2; echo there; read key </dev/tty; echo left"}});
+    how.rows = 10;
+    how.interruptAt = how.typeAt = "there";
+    how.typed = "\n";
+    const ProgramResult result = find({"-c", "status = MAI"}, how);
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_PRED2(holds, result.output, "left");
+}
+
+} // namespace
+} // namespace ov::cli
