@@ -67,7 +67,7 @@ TEST_F(Control, ReadsAsOneGoesAndFollowsTheLanguage) {
               "Kriterien "
               "zutreffen.|S&uchen|Abbr&echen|Drucken/E&xportieren …|S&palten …|P&rotokoll|"
               "Suchergebnis|Noch keine Suchkriterien. Fügen Sie mit „Neu“ eines hinzu, oder lassen "
-              "Sie alle Diktate auflisten.|&Alle auflisten|100 %|00:00:00|00:00:00");
+              "Sie alle Diktate auflisten.|Alle aufl&isten|100 %|00:00:00|00:00:00");
     EXPECT_NE(criteria().grab().toImage(), hint);
 }
 

@@ -44,7 +44,7 @@ TEST_F(FirstScreen, ListsAllWithoutAQuestion) {
     EXPECT_EQ(hint(), "");
     EXPECT_EQ(window().focusWidget(), &results());
     speak("7");
-    EXPECT_EQ(button("cmdListAll").text(), QStringLiteral("&Alle auflisten"));
+    EXPECT_EQ(button("cmdListAll").text(), QStringLiteral("Alle aufl&isten"));
 }
 
 TEST_F(FirstScreen, TellsWhichCriterionEmptiedTheList) {
