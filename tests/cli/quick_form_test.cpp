@@ -21,6 +21,7 @@ TEST_F(Cli, WordsAreCriteria) {
         {{"--not", "-c", "author contains zeh"}, "Müller öztürk"},
         {{"--not", "(", "author:zeh", "-cmarker marked", ")"}, "Müller"},
         {{"(", "author:zeh", "marker:yes", ")", "dictated:>=2026"}, "Zeh"},
+        {{"(", "no/folder", "author:zeh", ")"}, "Zeh"},
         {{"--any", "author:zeh", "--criterion=marker marked"}, "Zeh öztürk"},
         {{"--sort", "author:desc", "length:>20s"}, "Müller"},
         {{"length:..20s", "--", "-author:zeh"}, ""},
