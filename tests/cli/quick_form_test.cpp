@@ -30,6 +30,8 @@ TEST_F(Cli, WordsAreCriteria) {
     for (const auto& [options, expected] : cases)
         EXPECT_EQ(authors(options), expected) << joined(options);
     EXPECT_EQ(authors(run({"find", "--root", root(), "ward/", "--columns", "author"})), "");
+    EXPECT_EQ(find({"--format", "paths", "-0c", "author is zeh"}).output,
+              store_.native(std::string("ward/") + sentByMail) + '\0');
     const std::string file = settings_.native("list.csv");
     const ProgramResult exported =
         run({"export", "--title", "-author:zeh", "--", file, root(), "author:zeh"});
@@ -50,6 +52,7 @@ TEST_F(Cli, WordsThatAreNoCriteriaAreMarked) {
         {{"-c", "length>=00:01:00"}, "a blank is missing; say \"length >= 00:01:00\""},
         {{"-c", "due between 2.1.2026..1.1.2026"}, "reversed; say 1.1.2026..2.1.2026"},
         {{"(", "author:x"}, "the closing ) is missing\n  (\n  ^\n"},
+        {{"author:x", "-c"}, "-c"},
         {{"--not"}, "there is nothing to negate"},
         {{"author:x", "-x"}, "-x"},
     };

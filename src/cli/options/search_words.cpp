@@ -6,7 +6,6 @@
 #include "dictation/typed/quick_lexer.h"
 
 #include <cstddef>
-#include <optional>
 #include <string_view>
 #include <utility>
 
@@ -49,12 +48,15 @@ bool takesNext(const CLI::App& command, const std::string& argument) {
     return false;
 }
 
-// The value that stands behind the option in the same argument.
-std::optional<std::string_view> attachedCriterion(std::string_view argument) {
-    if (argument.starts_with(longCriterion) && argument.substr(longCriterion.size(), 1) == "=")
-        return argument.substr(longCriterion.size() + 1);
-    const bool isShort = argument.starts_with(shortCriterion) && argument.size() > 2;
-    return isShort ? std::optional(argument.substr(shortCriterion.size())) : std::nullopt;
+// Where "-c" stands among short options that stand together; npos where it does not.
+std::size_t criterionLetter(const CLI::App& command, std::string_view argument) {
+    for (std::size_t i = 1; i < argument.size() && !argument.starts_with("--"); ++i) {
+        if (argument[i] == shortCriterion.back())
+            return i;
+        if (wantsValue(command, std::string("-") + argument[i]))
+            break;
+    }
+    return std::string_view::npos;
 }
 
 // Where the arguments of the command begin.
@@ -79,6 +81,8 @@ public:
 
 private:
     void takeOption();
+    void takeCriterion(std::string_view option, std::string_view attached);
+    void takeOther();
     void takeWord();
     void addWord(Kind kind, std::string_view text) {
         words.push_back({kind, std::string(text), 0});
@@ -91,19 +95,41 @@ private:
 };
 
 void WordTaker::takeOption() {
-    const std::string& argument = arguments_[at_++];
-    const bool hasNext = takesNext(command_, argument) && at_ < arguments_.size();
+    const std::string& argument = arguments_[at_];
+    const std::size_t letter = criterionLetter(command_, argument);
     if (argument == notOption) {
         addWord(Kind::negation, argument);
-    } else if (const auto criterion = attachedCriterion(argument)) {
-        addWord(Kind::criterion, *criterion);
-    } else if (hasNext && (argument == longCriterion || argument == shortCriterion)) {
-        addWord(Kind::criterion, arguments_[at_++]);
+        ++at_;
+    } else if (letter != std::string_view::npos) {
+        if (letter > 1)
+            rest.push_back(argument.substr(0, letter));
+        takeCriterion(shortCriterion, std::string_view(argument).substr(letter + 1));
+    } else if (argument == longCriterion) {
+        takeCriterion(longCriterion, {});
+    } else if (argument.starts_with(longCriterion) && argument[longCriterion.size()] == '=') {
+        addWord(Kind::criterion, std::string_view(argument).substr(longCriterion.size() + 1));
+        ++at_;
     } else {
-        rest.push_back(argument);
-        if (hasNext)
-            rest.push_back(arguments_[at_++]);
+        takeOther();
     }
+}
+
+// The value stands in the same argument, or is the next. Without any the parser of options says so.
+void WordTaker::takeCriterion(std::string_view option, std::string_view attached) {
+    ++at_;
+    if (!attached.empty())
+        addWord(Kind::criterion, attached);
+    else if (at_ < arguments_.size())
+        addWord(Kind::criterion, arguments_[at_++]);
+    else
+        rest.emplace_back(option);
+}
+
+void WordTaker::takeOther() {
+    const std::string& argument = arguments_[at_++];
+    rest.push_back(argument);
+    if (takesNext(command_, argument) && at_ < arguments_.size())
+        rest.push_back(arguments_[at_++]);
 }
 
 // An empty one is refused with the options, as everywhere.
