@@ -111,6 +111,7 @@ TEST_F(Cli, CriteriaFile) {
         find({"--criteria-file", file, "--columns=author", "--format=csv"});
     EXPECT_EQ(authors(result), "Müller");
     EXPECT_PRED2(holds, result.errors, "lines that are no criteria: 2");
+    EXPECT_EQ(find({"--criteria-file", file, "--strict"}).exitCode, 3);
     settings_.add("SearchCriteria.dat", muller);
     EXPECT_EQ(authors({"--criteria-file", file, "--any", "-c", "author is zeh"}), "Müller Zeh");
     EXPECT_EQ(find({"--criteria-file", file}).errors, "");
