@@ -67,8 +67,13 @@ ExitCode Output::finish(ExitCode result) {
     release();
     flush();
     if (program_.input() != nullptr) {
-        program_.finish();
+        const bool wasRun = program_.finish();
         TerminalInterface::outliveInterrupts(false);
+        if (!wasRun) {
+            complain("the pager cannot be run; OVSEARCH_PAGER names another one, --pager never "
+                     "goes without");
+            return ExitCode::unreadable;
+        }
     }
     if (!failed() || error_ == EPIPE)
         return result;

@@ -45,8 +45,9 @@ public:
     Status start(const std::string& command, const std::string& setting);
     // nullptr while none runs.
     std::FILE* input() const noexcept { return input_; }
-    // Tells it that all is there, and waits until it has ended.
-    void finish() noexcept;
+    // Tells it that all is there, and waits until it has ended. False when the shell could not run
+    // the command: nobody has seen anything.
+    bool finish() noexcept;
 
 private:
     std::FILE* input_ = nullptr;

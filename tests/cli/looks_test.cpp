@@ -142,6 +142,10 @@ TEST_F(OnATerminal, PagerForWhatIsLongerThanTheScreen) {
          10,
          "ovsearch: there is no pager \"no-such-pager\"; OVSEARCH_PAGER names another one, --pager "
          "never goes without\nSubject\n"},
+        {{{"OVSEARCH_PAGER", "X= no-such-pager 2>/dev/null"}},
+         {},
+         10,
+         "ovsearch: the pager cannot be run; OVSEARCH_PAGER names another one"},
         // Whoever leaves it early has seen enough.
         {{{"OVSEARCH_PAGER", "head -n 1"}}, {}, 10, "Subject\n"},
         // What is to be told waits until the screen is free again.

@@ -78,13 +78,16 @@ Status FedProgram::start(const std::string& command, const std::string& setting)
     return {};
 }
 
-void FedProgram::finish() noexcept {
+bool FedProgram::finish() noexcept {
+    constexpr int notRun = 126; // or one more, says the shell
     if (input_ == nullptr)
-        return;
+        return true;
     static_cast<void>(std::fclose(std::exchange(input_, nullptr)));
-    while (waitpid(static_cast<pid_t>(process_), nullptr, 0) < 0 && errno == EINTR)
+    int ended = 0;
+    while (waitpid(static_cast<pid_t>(process_), &ended, 0) < 0 && errno == EINTR)
         continue;
     std::signal(SIGPIPE, brokenPipe_);
+    return !WIFEXITED(ended) || (WEXITSTATUS(ended) != notRun && WEXITSTATUS(ended) != notRun + 1);
 }
 
 } // namespace ov::platform
