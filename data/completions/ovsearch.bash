@@ -53,7 +53,7 @@ _ovsearch() {
     done
     case $previous in
     -c | --criterion) _ovsearch_criterion "$current" && return ;;
-    --format) options='table csv json paths' ;;
+    --format) options='table csv json jsonl paths' ;;
     --language) options='de en' ;;
     --color | --hyperlink | --pager) options='auto always never' ;;
     --separator) options='comma semicolon tab' ;;
@@ -72,11 +72,12 @@ _ovsearch() {
         find)
             options="$common --criterion --not --any --root --criteria-file --max-depth --limit
                 --columns --sort --explain --strict --no-messages --quiet --color --hyperlink
-                --pager --format --separator --null --trust-folder-times" ;;
+                --pager --format --separator --raw --null --trust-folder-times" ;;
         export)
             options="$common --criterion --not --any --root --criteria-file --max-depth --limit
                 --columns --sort --strict --no-messages --title --separator --force" ;;
-        show | fields) options="$common --color --pager" ;;
+        show) options="$common --color --pager --format" ;;
+        fields) options="$common --color --pager" ;;
         demo) options="$common --count --seed" ;;
         help) options="$common find export show fields play demo" ;;
         '') options="find export show fields play demo help --version $common" ;;

@@ -55,10 +55,13 @@ std::unique_ptr<HitWriter> makeHitWriter(const WriterOptions& options, Output& o
     switch (options.format) {
     case HitFormat::csv:
         return std::make_unique<SharedWriter>(exporting::makeCsvWriter(
-            options.columns, {.separator = options.separator, .filter = filter}, output));
+            options.columns, {.raw = options.raw, .separator = options.separator, .filter = filter},
+            output));
     case HitFormat::json:
-        return std::make_unique<SharedWriter>(
-            exporting::makeJsonWriter(options.columns, filter, output));
+    case HitFormat::jsonl:
+        return std::make_unique<SharedWriter>(exporting::makeJsonWriter(
+            options.columns, {.lines = options.format == HitFormat::jsonl, .filter = filter},
+            output));
     case HitFormat::paths:
         return std::make_unique<PathsWriter>(output, options.escaped, options.zeroEnded);
     case HitFormat::table:

@@ -18,7 +18,7 @@ namespace ov::cli {
 
 using exporting::Column;
 
-enum class HitFormat { table, csv, json, paths };
+enum class HitFormat { table, csv, json, jsonl, paths };
 
 // Writes hits one after the other. begin() first, then any number of hits, then end().
 class HitWriter {
@@ -35,6 +35,7 @@ struct WriterOptions {
     HitFormat format = HitFormat::table;
     std::vector<Column> columns;
     char separator = ','; // of CSV
+    bool raw = false;     // CSV for programs
     bool escaped = false;
     bool zeroEnded = false;
     Looks looks = {}; // of a table, and what it marks

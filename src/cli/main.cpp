@@ -3,11 +3,11 @@
 
 #include "cli/commands/demo_command.h"
 #include "cli/commands/play_command.h"
-#include "cli/commands/show_command.h"
 #include "cli/messages.h"
 #include "cli/options/find_options.h"
 #include "cli/options/look_options.h"
 #include "cli/options/search_words.h"
+#include "cli/options/show_options.h"
 #include "cli/options/usage.h"
 #include "cli/output.h"
 #include "cli/session.h"
@@ -38,8 +38,8 @@ struct Arguments {
     SessionOptions session;
     FindOptions find;
     ExportOptions exported;
-    std::vector<std::string> show;
-    LookOptions looks; // of what show and fields print
+    ShowOptions show;
+    LookOptions looks; // of what fields prints
     std::string help;
     std::string play;
     std::string demoDirectory;
@@ -61,16 +61,6 @@ void addCommonOptions(CLI::App& command, Arguments& arguments) {
                     "Folder to use in place of the per-user settings folder")
         ->type_name("DIR")
         ->check(folderName);
-}
-
-CLI::App* addShow(CLI::App& app, Arguments& arguments) {
-    CLI::App* command = app.add_subcommand("show", "Print every field of dictations");
-    command->add_option("FILE", arguments.show, "The dictations")
-        ->type_name("")
-        ->required()
-        ->check(notEmpty);
-    addColorAndPager(*command, arguments.looks);
-    return command;
 }
 
 CLI::App* addFields(CLI::App& app, Arguments& arguments) {
@@ -147,7 +137,7 @@ ExitCode run(int argc, char** argv) {
     app.set_version_flag(versionOption, std::string("ovsearch ") + ov::version::text);
     app.require_subcommand(1);
     CLI::App* find = addFind(app, arguments.find);
-    CLI::App* show = addShow(app, arguments);
+    CLI::App* show = addShow(app, arguments.show);
     CLI::App* fields = addFields(app, arguments);
     CLI::App* play = addPlay(app, arguments);
     CLI::App* demo = addDemo(app, arguments);
@@ -170,7 +160,7 @@ ExitCode run(int argc, char** argv) {
     if (*exported)
         return runExport(arguments.exported, session, terminal);
     if (*show)
-        return runShow(arguments.show, arguments.looks);
+        return runShow(arguments.show);
     if (*play)
         return runPlay(arguments.play, terminal);
     if (*demo)

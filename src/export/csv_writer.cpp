@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "export/cell.h"
+#include "export/machine/machine_value.h"
 #include "export/plain_text.h"
 #include "export/row_writer.h"
 
@@ -46,20 +47,32 @@ public:
     void begin() override {
         if (options_.forSpreadsheets)
             sink_.write("\xEF\xBB\xBF");
-        for (const Column& column : columns_)
+        for (const Column& column : columns_) {
             appendCell(options_.forSpreadsheets ? column.caption : column.key);
+            if (hasBytes(column))
+                appendCell("path_bytes");
+        }
         endLine();
     }
 
     void write(const Dictation& dictation) override {
         for (const Column& column : columns_) {
-            const std::string text = cellText(column, dictation);
+            const std::string text = textOf(column, dictation);
             appendCell(options_.filter != nullptr ? options_.filter(text) : text);
+            if (hasBytes(column))
+                appendCell(pathBytes(dictation));
         }
         endLine();
     }
 
 private:
+    bool hasBytes(const Column& column) const { return options_.raw && column.field == pathColumn; }
+    std::string textOf(const Column& column, const Dictation& dictation) const {
+        return options_.raw && column.field != pathColumn
+                   ? machineText(machineValue(column.field, dictation))
+                   : cellText(column, dictation);
+    }
+
     // Every cell begins with its separator; the first one's is cut off here.
     void endLine() {
         line_.append("\r\n");

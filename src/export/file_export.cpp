@@ -92,7 +92,7 @@ std::unique_ptr<RowWriter> makeWriter(const Document& document, Format format, S
     case Format::html:
         return makeHtmlWriter(document, sink);
     case Format::json:
-        return makeJsonWriter(document.columns, nullptr, sink);
+        return makeJsonWriter(document.columns, {}, sink);
     default:
         return makeTextWriter(document.columns, sink);
     }

@@ -28,22 +28,23 @@ TEST_F(Cli, Formats) {
         find({"--columns", "subject, AUTHOR,3", "--format", "csv"}).output,
         "subject,author,marker\r\n\"\"\"eilig\"\", heute\",Müller,\r\n,Zeh,\r\n,öztürk,D\r\n");
     EXPECT_EQ(find({"--format", "paths"}).output, first + "\n" + second + "\n" + third + "\n");
-    EXPECT_EQ(find({"--format", "paths", "-0"}).output,
-              first + '\0' + second + '\0' + third + '\0');
+    EXPECT_EQ(find({"-0"}).output, first + '\0' + second + '\0' + third + '\0');
 
     const auto json = nlohmann::json::parse(
         find({"--format", "json", "--columns", "author,folder,dictated"}).output);
     EXPECT_EQ(json.size(), 3U);
-    const nlohmann::json expected = {{"path", third},
-                                     {"author", "öztürk"},
-                                     {"folder", R"(...\ward\ERL)"},
-                                     {"dictated", "12/30/2025"},
-                                     {"values", {{"dictated", "2025-12-30"}}}};
+    const nlohmann::json expected = {
+        {"path", third},
+        {"author", "öztürk"},
+        {"folder", R"(...\ward\ERL)"},
+        {"dictated", "12/30/2025"},
+        {"values",
+         {{"author", "öztürk"}, {"folder", R"(...\ward\ERL)"}, {"dictated", "2025-12-30"}}}};
     EXPECT_EQ(json[2], expected);
 
     // Nothing found is still a table without rows, an array, or no path at all.
     for (const auto& [format, output] : std::map<std::string, std::string>{
-             {"table", ""}, {"csv", "path\r\n"}, {"json", "[]\n"}, {"paths", ""}}) {
+             {"table", ""}, {"csv", "path\r\n"}, {"json", "[]\n"}, {"jsonl", ""}, {"paths", ""}}) {
         const ProgramResult result =
             find({"-c", "author is nobody", "--columns", "path", "--format", format});
         EXPECT_EQ(result.output + std::to_string(result.exitCode), output + "1");
@@ -162,7 +163,7 @@ TEST_F(Cli, ChosenColumnsAreTheUsualOnes) {
     EXPECT_EQ(split(find({"--format", "csv"}).output, '\r')[0], "path,author,length");
     const auto json = nlohmann::json::parse(find({"--format", "json"}).output);
     EXPECT_EQ(json[1].size(), 4U) << json[1];
-    EXPECT_EQ(json[1]["values"], nlohmann::json({{"length", 20}}));
+    EXPECT_EQ(json[1]["values"], nlohmann::json({{"author", "Zeh"}, {"length", 20}}));
 }
 
 TEST_F(Cli, CriteriaFromAPipe) {

@@ -32,8 +32,9 @@ TEST_F(Export, JsonHoldsEveryNameAndWhatItIs) {
         EXPECT_EQ(json[i]["author"], hostile[i].first);
     EXPECT_EQ(json[count() - 3]["author"], "Müller");
     EXPECT_EQ(json[count() - 2]["values"].dump(),
-              R"({"dictated":"2026-11-20T17:05:00","length":135,"number":42})");
-    EXPECT_EQ(json[count() - 1]["values"].dump(), R"({"dictated":"2026-11-20"})");
+              R"({"author":"a","dictated":"2026-11-20T17:05:00","length":135,"number":42})");
+    EXPECT_EQ(json[count() - 1]["values"].dump(),
+              R"({"author":"b","dictated":"2026-11-20","number":"007"})");
     EXPECT_EQ(json[count() - 1]["number"], "007");
 }
 

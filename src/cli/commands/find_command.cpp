@@ -31,6 +31,10 @@ std::vector<std::string> usualColumns(HitFormat format) {
     return keys;
 }
 
+HitFormat formatOf(const FindOptions& options) {
+    return options.format.value_or(options.zeroEnded ? HitFormat::paths : HitFormat::table);
+}
+
 // Writes hits as they come, or sorted once all are there.
 class HitPrinter {
 public:
@@ -78,7 +82,7 @@ ExitCode readRequests(const FindOptions& options, std::vector<SearchRequest>& re
     for (std::size_t i = 0; i < count && read == ExitCode::found; ++i) {
         if (!options.criteriaFiles.empty())
             search.criteriaFile = options.criteriaFiles[i];
-        read = readSearch(search, usualColumns(options.format), requests.emplace_back());
+        read = readSearch(search, usualColumns(formatOf(options)), requests.emplace_back());
         if (isFirstEnough(options))
             requests.back().search.limit = 1;
     }
@@ -89,9 +93,9 @@ std::unique_ptr<HitWriter> writerFor(const FindOptions& options,
                                      const std::vector<SearchRequest>& requests, Output& output) {
     if (options.quiet)
         return std::make_unique<SilentWriter>();
-    WriterOptions how{options.format, requests[0].columns, options.separator.value_or(','),
-                      platform::isTerminal(stdout), options.zeroEnded};
-    if (options.format == HitFormat::table) {
+    WriterOptions how{formatOf(options), requests[0].columns, options.separator.value_or(','),
+                      options.raw, platform::isTerminal(stdout), options.zeroEnded};
+    if (formatOf(options) == HitFormat::table) {
         how.looks = looksOf(options.looks);
         output.setPager(pagerFor(options.looks.pager));
     }
@@ -148,12 +152,17 @@ ExitCode resultOfAll(const std::vector<Found>& all, const Telling& telling) {
 } // namespace
 
 ExitCode runFind(const FindOptions& options, const Session& session, TerminalInterface& terminal) {
-    if (options.zeroEnded && options.format != HitFormat::paths) {
+    const HitFormat format = formatOf(options);
+    if (options.zeroEnded && format != HitFormat::paths) {
         complain("-0 goes with --format paths");
         return ExitCode::usage;
     }
-    if (options.separator && options.format != HitFormat::csv) {
+    if (options.separator && format != HitFormat::csv) {
         complain("--separator goes with --format csv");
+        return ExitCode::usage;
+    }
+    if (options.raw && format != HitFormat::csv) {
+        complain("--raw goes with --format csv");
         return ExitCode::usage;
     }
     std::vector<SearchRequest> requests;

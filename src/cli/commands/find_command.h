@@ -13,8 +13,9 @@ namespace ov::cli {
 struct FindOptions {
     SearchOptions search;
     std::vector<std::string> criteriaFiles; // native; a search for each, or one without any
-    HitFormat format = HitFormat::table;
-    std::optional<char> separator; // of CSV
+    std::optional<HitFormat> format;        // else a table, or paths that end by a zero byte
+    std::optional<char> separator;          // of CSV
+    bool raw = false;                       // likewise
     bool zeroEnded = false;
     bool quiet = false; // the exit code is enough
     LookOptions looks;

@@ -10,11 +10,15 @@
 #include "dictation/dictation_record.h"
 #include "dictation/field_table.h"
 #include "dictation/typed/criterion_text.h"
+#include "export/row_writer.h"
 #include "platform/files.h"
+#include "platform/terminal.h"
 
 #include <algorithm>
 #include <array>
+#include <cstdio>
 #include <iterator>
+#include <memory>
 #include <vector>
 
 namespace ov::cli {
@@ -43,6 +47,49 @@ Row rowOf(const Detail& detail) {
             shownText(detail.shown), shownText(detail.raw)};
 }
 
+// A table for each, under its path when there are several.
+class FieldTables final : public exporting::RowWriter {
+public:
+    FieldTables(const ShowOptions& options, Output& output)
+        : several_(options.files.size() > 1), looks_(options.looks), output_(output) {}
+
+    void write(const Dictation& dictation) override {
+        if (several_)
+            output_.write((first_ ? "" : "\n") + shownText(nativePathOf(dictation)) + "\n");
+        first_ = false;
+        std::vector<Row> rows = {{"KEY", "FIELD", "SHOWN", "RAW"}};
+        std::ranges::transform(fieldDetails(dictation), std::back_inserter(rows), rowOf);
+        // The longest ones come last and do not count for the columns.
+        const std::vector<std::size_t> widths = columnWidths(rows);
+        std::ranges::transform(wholeDetails(dictation), std::back_inserter(rows), rowOf);
+        printRows(rows, widths, looks_, output_);
+    }
+
+private:
+    bool several_;
+    LookOptions looks_;
+    bool first_ = true;
+    Output& output_;
+};
+
+std::vector<Column> allColumns() {
+    std::vector<Column> columns;
+    for (const modDictation::FieldDefinition& field : modDictation::fieldDefinitions())
+        if (!field.key.empty())
+            columns.push_back(exporting::columnOf(field.id));
+    return columns;
+}
+
+std::unique_ptr<exporting::RowWriter> writerFor(const ShowOptions& options, Output& output) {
+    if (options.format == HitFormat::table)
+        return std::make_unique<FieldTables>(options, output);
+    return exporting::makeJsonWriter(allColumns(),
+                                     {.lines = options.format == HitFormat::jsonl,
+                                      .raw = true,
+                                      .filter = platform::isTerminal(stdout) ? shownText : nullptr},
+                                     output);
+}
+
 // Why it cannot be shown; empty when it can.
 std::string problemOf(const std::string& file) {
     const std::string path = platform::fromNativePath(file);
@@ -60,36 +107,27 @@ std::string problemOf(const std::string& file) {
     return isDictation ? "" : "not a dictation; its name does not end in \".WAV\"";
 }
 
-void printDictation(const Dictation& dictation, const LookOptions& looks, Output& output) {
-    std::vector<Row> rows = {{"KEY", "FIELD", "SHOWN", "RAW"}};
-    std::ranges::transform(fieldDetails(dictation), std::back_inserter(rows), rowOf);
-    // The longest ones come last and do not count for the columns.
-    const std::vector<std::size_t> widths = columnWidths(rows);
-    std::ranges::transform(wholeDetails(dictation), std::back_inserter(rows), rowOf);
-    printRows(rows, widths, looks, output);
-}
-
 } // namespace
 
-ExitCode runShow(const std::vector<std::string>& files, const LookOptions& looks) {
+ExitCode runShow(const ShowOptions& options) {
     Output output(stdout);
-    output.setPager(pagerFor(looks.pager));
-    ExitCode result = ExitCode::found;
-    bool isFirst = true;
-    for (const std::string& file : files) {
-        const std::string problem = problemOf(file);
-        if (!problem.empty()) {
+    if (options.format == HitFormat::table)
+        output.setPager(pagerFor(options.looks.pager));
+    const auto writer = writerFor(options, output);
+    std::size_t shown = 0;
+    for (const std::string& file : options.files) {
+        if (const std::string problem = problemOf(file); !problem.empty()) {
             complain(file + ": " + problem);
-            result = ExitCode::unreadable;
             continue;
         }
-        if (files.size() > 1)
-            output.write((isFirst ? "" : "\n") + shownText(file) + "\n");
-        isFirst = false;
-        printDictation(modDictation::dictationOfPath(platform::fromNativePath(file)), looks,
-                       output);
+        if (shown++ == 0)
+            writer->begin();
+        const std::string path = platform::fromNativePath(file);
+        writer->write(modDictation::dictationOfPath(path));
     }
-    return output.finish(result);
+    if (shown > 0)
+        writer->end();
+    return output.finish(shown == options.files.size() ? ExitCode::found : ExitCode::unreadable);
 }
 
 ExitCode runFields(const LookOptions& looks) {

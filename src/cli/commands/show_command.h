@@ -4,6 +4,7 @@
 #pragma once
 
 #include "cli/exit_code.h"
+#include "cli/hit_writer.h"
 #include "cli/looks/looks.h"
 
 #include <string>
@@ -11,10 +12,16 @@
 
 namespace ov::cli {
 
-// Prints every field of dictations, as the name has it and as lists show it, each below its file
-// when there are several. What cannot be shown is told, and the others are shown all the same.
-// `files` are native.
-ExitCode runShow(const std::vector<std::string>& files, const LookOptions& looks);
+// What `ovsearch show` was asked for, as typed.
+struct ShowOptions {
+    std::vector<std::string> files;      // native
+    HitFormat format = HitFormat::table; // or a JSON one
+    LookOptions looks;
+};
+
+// Prints every field of dictations, as their names have them and as lists show them. One that
+// cannot be shown keeps none of the others back.
+ExitCode runShow(const ShowOptions& options);
 
 // Prints the table of fields with the operators that each offers.
 ExitCode runFields(const LookOptions& looks);

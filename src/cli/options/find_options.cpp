@@ -6,23 +6,19 @@
 #include "cli/options/look_options.h"
 #include "cli/options/search_options.h"
 
-#include <map>
-
 namespace ov::cli {
 
 namespace {
 
-void addFormat(CLI::App& command, HitFormat& format) {
-    static const std::map<std::string, HitFormat> formats = {{"table", HitFormat::table},
-                                                             {"csv", HitFormat::csv},
-                                                             {"json", HitFormat::json},
-                                                             {"paths", HitFormat::paths}};
-    command
-        .add_option_function<std::string>(
-            "--format", [&format](const std::string& name) { format = formats.at(name); },
-            "table, csv, json or paths")
-        ->type_name("FORMAT")
-        ->check(oneOf({"table", "csv", "json", "paths"}));
+void addFormat(CLI::App& command, std::optional<HitFormat>& format) {
+    addChoice<HitFormat>(command, "--format", format,
+                         {{"table", HitFormat::table},
+                          {"csv", HitFormat::csv},
+                          {"json", HitFormat::json},
+                          {"jsonl", HitFormat::jsonl},
+                          {"paths", HitFormat::paths}},
+                         "table, csv, json, jsonl or paths")
+        ->type_name("FORMAT");
 }
 
 } // namespace
@@ -36,7 +32,8 @@ CLI::App* addFind(CLI::App& app, FindOptions& options) {
         ->allow_extra_args(false);
     addFormat(*command, options.format);
     addSeparator(*command, options.separator, "a comma");
-    command->add_flag("-0,--null", options.zeroEnded, "End paths by a zero byte");
+    command->add_flag("--raw", options.raw, "Fill CSV with values for programs");
+    command->add_flag("-0,--null", options.zeroEnded, "Print paths, each ended by a zero byte");
     addColorAndPager(*command, options.looks);
     addHyperlinks(*command, options.looks);
     command->add_flag("--quiet", options.quiet, "Print nothing; the exit code tells");

@@ -5,8 +5,6 @@
 
 #include "cli/options/search_words.h"
 
-#include <map>
-
 namespace ov::cli {
 
 namespace {
@@ -55,15 +53,10 @@ void addSearchOptions(CLI::App& command, SearchOptions& search) {
 }
 
 void addSeparator(CLI::App& command, std::optional<char>& separator, const std::string& usual) {
-    static const std::map<std::string, char> separators = {
-        {",", ','}, {"comma", ','}, {";", ';'}, {"semicolon", ';'}, {"tab", '\t'}};
-    command
-        .add_option_function<std::string>(
-            "--separator",
-            [&separator](const std::string& name) { separator = separators.at(name); },
-            "What parts the cells of CSV: comma, semicolon or tab; else " + usual)
-        ->type_name("SEPARATOR")
-        ->check(oneOf({"comma", "semicolon", "tab", ",", ";"}));
+    addChoice<char>(command, "--separator", separator,
+                    {{"comma", ','}, {"semicolon", ';'}, {"tab", '\t'}, {",", ','}, {";", ';'}},
+                    "What parts the cells of CSV: comma, semicolon or tab; else " + usual)
+        ->type_name("SEPARATOR");
 }
 
 } // namespace ov::cli

@@ -1,0 +1,135 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+// What the terminal prints for programs. That all of it is as the schema says is looked at by
+// .ci/check-json.
+
+#include "export/machine/base64.h"
+#include "tests/cli/cli_fixture.h"
+
+#include <nlohmann/json.hpp>
+
+namespace ov::cli {
+namespace {
+
+using nlohmann::json;
+
+TEST(Base64, OfEveryLength) {
+    const std::pair<std::string, std::string> cases[] = {{"", ""},
+                                                         {"M", "TQ=="},
+                                                         {"M\xFC", "Tfw="},
+                                                         {"\xFB\xFF\xFE", "+//+"},
+                                                         {"\0\0\0\x01"s, "AAAAAQ=="}};
+    for (const auto& [bytes, text] : cases)
+        EXPECT_EQ(exporting::base64(bytes), text);
+}
+
+class MachineForms : public Cli {
+protected:
+    // An object for each line.
+    static std::vector<json> objects(const ProgramResult& result) {
+        std::vector<json> all;
+        for (const std::string& line : split(result.output, '\n'))
+            all.push_back(json::parse(line));
+        return all;
+    }
+    static ProgramRun german() {
+        ProgramRun how;
+        how.environment = {{"LC_ALL", "de_DE.UTF-8"}};
+        return how;
+    }
+};
+
+TEST_F(MachineForms, ValuesAreThoseOfTheName) {
+    const std::tuple<std::string, std::string, json> cases[] = {
+        {"@@5$HOCH", "priority", "HOCH"},
+        {"@@5$hoch", "priority", "HOCH"},
+        {"@@5$2", "priority", "HOCH"},
+        {"@@5$soon", "priority", "soon"},
+        {"@@5$", "priority", nullptr},
+        {"", "priority", nullptr},
+        {"@@99$stop", "status2", "STOP"},
+        {"@@17$5", "flags", 5},
+        {"@@17$x", "flags", "x"},
+        {"@@12$42", "number", 42},
+        {"@@12$007", "number", "007"},
+        {"@@12$-3", "number", -3},
+        {"@@7$24.12.2003 17$05$00", "dictated", "2003-12-24T17:05:00"},
+        {"@@7$24.12.2003 00$00$00", "dictated", "2003-12-24T00:00:00"},
+        {"@@4$1-2-99", "due", "1999-02-01"},
+        {"@@7$soon", "dictated", nullptr},
+        {"@@6$01$00$05", "length", 3605},
+        {"@@6$long", "length", nullptr},
+        {"@@98$D", "marker", "D"},
+        {"@@11$'eilig'", "subject", "\"eilig\""},
+        {"@@11$M\xFCller", "subject", "Müller"}};
+    std::size_t number = 100;
+    for (const auto& [part, key, value] : cases)
+        store_.add(std::to_string(number++) + "/2$ROH" + part + ".WAV");
+    number = 100;
+    for (const auto& [part, key, value] : cases) {
+        const Texts search = {"find", store_.native(std::to_string(number++)), "--columns",
+                              key + ",status"};
+        for (const ProgramRun& how : {ProgramRun(), german()}) {
+            Texts lines = search;
+            lines.insert(lines.end(), {"--format", "jsonl"});
+            const json values = objects(run(lines, how)).at(0)["values"];
+            EXPECT_EQ(values.value(key, json()), value) << part << how.environment.size();
+            EXPECT_EQ(values["status"], "ROH");
+            Texts csv = search;
+            csv.insert(csv.end(), {"--format", "csv", "--raw", "--separator", "tab"});
+            const std::string cell = value.is_string() ? value.get<std::string>()
+                                     : value.is_null() ? ""
+                                                       : value.dump();
+            const std::string quoted = holds(cell, "\"") ? R"("""eilig""")" : cell;
+            EXPECT_EQ(run(csv, how).output, key + "\tstatus\r\n" + quoted + "\tROH\r\n");
+        }
+    }
+}
+
+TEST_F(MachineForms, PathsOfAllBytesComeBack) {
+    store_.add("M\xFCller.WAV").add("ward/Zo\xC3\xAB.WAV");
+    for (const json& object : objects(find({"--format", "jsonl", "--columns", "path"}))) {
+        const bool isText = holds(object["path"], "ward");
+        EXPECT_EQ(object.contains("path_bytes"), !isText) << object;
+        if (!isText) {
+            EXPECT_EQ(object["path"], root() + "/Müller.WAV");
+            EXPECT_EQ(object["path_bytes"], exporting::base64(store_.native("M\xFCller.WAV")));
+        }
+    }
+    EXPECT_EQ(run({"find", store_.native("ward"), "--format", "csv", "--raw", "--columns",
+                   "author,path,length"})
+                  .output,
+              "author,path,path_bytes,length\r\n," + store_.native("ward/Zo\xC3\xAB.WAV") +
+                  ",,\r\n");
+}
+
+// One that reads along has a line before the search is over.
+TEST_F(MachineForms, LinesComeAsTheyAreFound) {
+    tests::addEndlessTree(store_);
+    ProgramRun how;
+    how.interruptAt = "x.WAV\",\"values\":{}}\n{";
+    EXPECT_EQ(find({"--format", "jsonl", "--columns", "path", "--max-depth", "-1"}, how).exitCode,
+              -SIGINT);
+}
+
+TEST_F(MachineForms, ShowTellsAllFields) {
+    store_.add(marked).add(highPriority);
+    const std::string second = store_.native(highPriority);
+    const std::vector<json> shown =
+        objects(run({"show", store_.native(marked), second, "--format", "jsonl"}));
+    ASSERT_EQ(shown.size(), 2U);
+    EXPECT_EQ(shown[0]["raw"], json({{"status", "WAV"},
+                                     {"author", "öztürk"},
+                                     {"marker", "D"},
+                                     {"dictated", "30-12-2025"},
+                                     {"@@23$", "more"},
+                                     {"@@31$", "odd"}}));
+    EXPECT_EQ(shown[0]["priority"], "Normal") << "what is shown where the name says nothing";
+    EXPECT_FALSE(shown[0]["values"].contains("priority"));
+    EXPECT_EQ(shown[1]["values"]["subject"], "\"eilig\", heute");
+    EXPECT_EQ(json::parse(run({"show", second, "--format", "json"}).output), json({shown[1]}));
+}
+
+} // namespace
+} // namespace ov::cli
