@@ -21,6 +21,7 @@
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <utility>
 #include <vector>
 
 // Runs the real program as a shell would, and gives back all that it said.
@@ -36,11 +37,14 @@ struct ProgramRun {
     std::string typed;       // on a terminal only
     std::string actAt;       // `act` is done once, as soon as the program has said this
     std::function<void()> act;
+    // More of these, one after the other.
+    std::vector<std::pair<std::string, std::function<void()>>> steps;
     bool onTerminal = false;  // all streams are one terminal; `output` has what it was sent
     unsigned short rows = 50; // of the terminal
     unsigned short columns = 200;
     bool withRights = true;  // false: file permissions count, for root too
     bool withThreads = true; // false: the system has no room for the stack of another one
+    rlim_t stack = 0;        // else that of the tests
     rlim_t longestFile = RLIM_INFINITY; // no file may grow beyond, as on a full disk
 };
 
@@ -67,6 +71,8 @@ constexpr std::chrono::seconds hangsAfter{120};
     bool ready = setrlimit(RLIMIT_FSIZE, &limit) == 0;
     constexpr rlim_t tooLarge = rlim_t{1} << 47U;
     if (const rlimit stack{tooLarge, tooLarge}; !run.withThreads)
+        ready = ready && setrlimit(RLIMIT_STACK, &stack) == 0;
+    if (const rlimit stack{run.stack, run.stack}; run.stack > 0)
         ready = ready && setrlimit(RLIMIT_STACK, &stack) == 0;
     if (!run.outputFile.empty())
         ready = ready && dup2(open(run.outputFile.c_str(), O_WRONLY | O_CREAT, 0600), 1) == 1;
@@ -138,6 +144,11 @@ inline void collect(Child& child, ProgramRun run, ProgramResult& result) {
             readSome(child.streams[1], result.errors);
         once(run.interruptAt, [&child] { kill(child.id, SIGINT); });
         once(run.actAt, run.act);
+        for (auto& [text, act] : run.steps) {
+            once(text, act);
+            if (!text.empty())
+                break;
+        }
         once(run.typeAt,
              [&] { EXPECT_GT(write(child.streams[0], run.typed.data(), run.typed.size()), 0); });
         if (std::chrono::steady_clock::now() > deadline) {

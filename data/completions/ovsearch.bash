@@ -57,7 +57,8 @@ _ovsearch() {
     --language) options='de en' ;;
     --color | --hyperlink | --pager) options='auto always never' ;;
     --separator) options='comma semicolon tab' ;;
-    --sort) options=$_ovsearch_keys ;;
+    --sort | --count-by) options=$_ovsearch_keys ;;
+    --sum) options=length ;;
     --columns)
         start=${current%"${current##*,}"}
         mapfile -t COMPREPLY < <(compgen -P "$start" -W "path $_ovsearch_keys" -- "${current##*,}")
@@ -65,14 +66,15 @@ _ovsearch() {
         return
         ;;
     --settings | --root) _ovsearch_paths -d "$current" && return ;;
-    --criteria-file) _ovsearch_paths -f "$current" && return ;;
+    --criteria-file | --newer) _ovsearch_paths -f "$current" && return ;;
     --max-depth | --limit | --count | --seed | --title) return ;;
     *)
         case $command in
         find)
             options="$common --criterion --not --any --root --criteria-file --max-depth --limit
                 --columns --sort --explain --strict --no-messages --quiet --color --hyperlink
-                --pager --format --separator --raw --null --trust-folder-times" ;;
+                --pager --format --separator --raw --null --count --count-by --sum
+                --exec --exec-batch --newer --watch --trust-folder-times" ;;
         export)
             options="$common --criterion --not --any --root --criteria-file --max-depth --limit
                 --columns --sort --strict --no-messages --title --separator --force" ;;

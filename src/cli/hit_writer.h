@@ -26,6 +26,8 @@ public:
     virtual ~HitWriter() = default;
     virtual void begin() {}
     virtual void write(const modDictation::Dictation& dictation) = 0;
+    // What was held back is written: it may take long until there are more.
+    virtual void catchUp() {}
     virtual void end() {}
 };
 

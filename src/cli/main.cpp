@@ -4,6 +4,7 @@
 #include "cli/commands/demo_command.h"
 #include "cli/commands/play_command.h"
 #include "cli/messages.h"
+#include "cli/options/command_words.h"
 #include "cli/options/find_options.h"
 #include "cli/options/look_options.h"
 #include "cli/options/search_words.h"
@@ -146,7 +147,7 @@ ExitCode run(int argc, char** argv) {
     for (CLI::App* command : {&app, find, show, fields, play, demo, exported})
         addCommonOptions(*command, arguments);
     try {
-        parse(app, {argv + std::min(argc, 1), argv + argc}, arguments);
+        parse(app, withWholeCommands({argv + std::min(argc, 1), argv + argc}), arguments);
     } catch (const CLI::ParseError& error) {
         return refuse(app, error);
     }

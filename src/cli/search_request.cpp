@@ -17,8 +17,8 @@
 #include "platform/threads/coarse_clock.h"
 #include "support/modFilePath.h"
 
+#include <algorithm>
 #include <stop_token>
-#include <utility>
 
 namespace ov::cli {
 
@@ -65,20 +65,24 @@ bool readColumns(const std::vector<std::string>& keys, std::vector<Column>& colu
     return true;
 }
 
-bool readSort(const std::string& text, std::optional<SortOrder>& sort) {
+bool readSortKey(const std::string& text, std::vector<modDictation::SortKey>& keys) {
     const std::size_t colon = text.find(':');
     const std::string key = text.substr(0, colon);
     const std::string direction = colon == std::string::npos ? "asc" : text.substr(colon + 1);
-    const std::int32_t field = fieldOfKey(key);
+    const std::int32_t field = platform::equalsIgnoringCase(key, "path") ? modDictation::wholePath
+                                                                         : readField(key, "sort");
     const bool isDirection = direction == "asc" || direction == "desc";
-    if (field == modDictation::noField)
-        complain("cannot sort by \"" + key + '"' +
-                 didYouMean(key, columnKeys(), "; a KEY is one of: " + fieldKeys()));
-    else if (!isDirection)
+    if (field != modDictation::noField && !isDirection)
         complain("cannot sort by \"" + text + "\"; say " + key + ", " + key + ":asc or " + key +
                  ":desc");
-    sort = SortOrder{field, direction == "desc"};
+    keys.push_back({field, direction == "desc"});
     return field != modDictation::noField && isDirection;
+}
+
+bool readSort(const std::vector<std::string>& texts, std::vector<modDictation::SortKey>& keys) {
+    return std::ranges::all_of(texts, [&keys](const std::string& text) {
+        return readSortKey(std::string(platform::trimmed(text)), keys);
+    });
 }
 
 bool findRoot(const TypedWords& typed, std::string& root) {
@@ -106,10 +110,9 @@ bool findRoot(const TypedWords& typed, std::string& root) {
     return false;
 }
 
-void showProgress(const Session& session, const SearchReport& soFar, const DictationList& hits,
-                  TerminalInterface& terminal) {
+void showProgress(const Session& session, const SearchReport& soFar, TerminalInterface& terminal) {
     terminal.showProgress(std::to_string(soFar.filesTested) + " dictations, " +
-                          std::to_string(hits.size()) + " hits, in " +
+                          std::to_string(soFar.hits) + " hits, in " +
                           platform::toNativePath(session.host().currentFolder()));
 }
 
@@ -121,6 +124,14 @@ std::vector<std::string> chosenColumns() {
         if (field->Selectable)
             keys.emplace_back(modDictation::fieldDefinition(field->Id).key);
     return keys;
+}
+
+std::int32_t readField(const std::string& key, const std::string& what) {
+    const std::int32_t field = fieldOfKey(key);
+    if (field == modDictation::noField)
+        complain("cannot " + what + " by \"" + key + '"' +
+                 didYouMean(key, columnKeys(), "; a KEY is one of: " + fieldKeys()));
+    return field;
 }
 
 ExitCode readSearch(const SearchOptions& options, const std::vector<std::string>& usualColumns,
@@ -135,35 +146,34 @@ ExitCode readSearch(const SearchOptions& options, const std::vector<std::string>
     search.all = search.all && !options.any;
     if (!addCriteria(typed, search) ||
         !readColumns(options.columns.empty() ? usualColumns : options.columns, request.columns) ||
-        (options.sort && !readSort(*options.sort, request.sort)))
+        !readSort(options.sort, request.sort))
         return ExitCode::usage;
     if (!findRoot(typed, search.root))
         return ExitCode::unreadable;
     search.all = search.all || search.criteria.empty();
     search.depth = options.maxDepth;
-    search.limit = options.limit;
+    request.limit = {options.limit.value_or(modDictation::usualLimit), options.limit.has_value()};
+    search.limit = request.sort.empty() ? request.limit.count : noLimit;
     request.telling = options.telling;
     return ExitCode::found;
 }
 
 SearchReport search(const modDictation::Search& what, const Session& session,
                     TerminalInterface& terminal, DictationList& hits,
-                    const std::function<bool()>& goOn,
-                    std::shared_ptr<modDictation::RememberedStore> remembered) {
+                    const std::function<bool()>& goOn, modDictation::SearchMeans means) {
     constexpr std::int64_t progressIntervalMs = 100;
     std::int64_t nextProgress = platform::coarseMilliseconds() + progressIntervalMs;
     std::stop_source stop;
-    const auto watch = [&](const SearchReport& soFar) {
+    means.stop = stop.get_token();
+    means.watch = [&](const SearchReport& soFar) {
         if (!goOn() || TerminalInterface::interrupted())
             stop.request_stop();
         if (platform::coarseMilliseconds() < nextProgress)
             return;
         nextProgress = platform::coarseMilliseconds() + progressIntervalMs;
-        showProgress(session, soFar, hits, terminal);
+        showProgress(session, soFar, terminal);
     };
-    SearchReport report = modDictation::search(
-        what, hits,
-        {.stop = stop.get_token(), .watch = watch, .remembered = std::move(remembered)});
+    SearchReport report = modDictation::search(what, hits, means);
     terminal.clearProgress();
     return report;
 }

@@ -5,13 +5,14 @@
 
 #include "cli/exit_code.h"
 #include "cli/told_report.h"
+#include "dictation/search/result_order.h"
 #include "dictation/search/search.h"
 #include "dictation/typed/quick_text.h"
 #include "export/document.h"
 
 #include <cstdint>
 #include <functional>
-#include <memory>
+#include <limits>
 #include <optional>
 #include <string>
 #include <vector>
@@ -30,27 +31,35 @@ struct SearchOptions {
     bool any = false;
     std::optional<std::string> criteriaFile; // native
     std::int32_t maxDepth = modDictation::usualDepth;
-    std::int32_t limit = modDictation::usualLimit;
+    std::optional<std::int32_t> limit; // else usualLimit
     std::vector<std::string> columns;
-    std::optional<std::string> sort; // KEY or KEY:desc
+    std::vector<std::string> sort; // KEY or KEY:desc each
     Telling telling;
 };
 
-struct SortOrder {
-    std::int32_t field = 0;
-    bool descending = false;
+// Of hits that are printed, written or whatever else they are wanted for.
+struct HitLimit {
+    std::int32_t count = modDictation::usualLimit;
+    bool isNamed = false; // whoever named it expects no more
 };
 
-// Once the options have been understood.
+// Once the options have been understood. Where hits are sorted, the search itself has no limit: the
+// first ones of their order are those of all.
 struct SearchRequest {
     modDictation::Search search;
     std::vector<exporting::Column> columns;
-    std::optional<SortOrder> sort;
+    std::vector<modDictation::SortKey> sort;
+    HitLimit limit;
     Telling telling;
 };
 
+constexpr std::int32_t noLimit = std::numeric_limits<std::int32_t>::max();
+
 // The columns that the user has chosen to see, by their keys.
 std::vector<std::string> chosenColumns();
+
+// The field of a key; noField when there is none, which has been told: "cannot <what> ...".
+std::int32_t readField(const std::string& key, const std::string& what);
 
 // `found` when the request can be made; otherwise what is wrong has been told. `usualColumns` are
 // the keys of those that are taken when the options name none.
@@ -58,10 +67,10 @@ ExitCode readSearch(const SearchOptions& options, const std::vector<std::string>
                     SearchRequest& request);
 
 // Fills `hits` and shows the progress. `goOn` is asked now and then, before the progress is shown;
-// false stops the search.
+// false stops the search. Of `means` only what it remembers and whom it tells of folders.
 modDictation::SearchReport search(const modDictation::Search& what, const Session& session,
                                   TerminalInterface& terminal, modDictation::DictationList& hits,
                                   const std::function<bool()>& goOn,
-                                  std::shared_ptr<modDictation::RememberedStore> remembered = {});
+                                  modDictation::SearchMeans means = {});
 
 } // namespace ov::cli

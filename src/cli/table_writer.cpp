@@ -50,6 +50,7 @@ public:
             release();
     }
 
+    void catchUp() override { release(); }
     void end() override { release(); }
 
 private:

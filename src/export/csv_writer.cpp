@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "export/cell.h"
+#include "export/csv_line.h"
 #include "export/machine/machine_value.h"
 #include "export/plain_text.h"
 #include "export/row_writer.h"
@@ -52,7 +53,7 @@ public:
             if (hasBytes(column))
                 appendCell("path_bytes");
         }
-        endLine();
+        line_.writeTo(sink_);
     }
 
     void write(const Dictation& dictation) override {
@@ -62,7 +63,7 @@ public:
             if (hasBytes(column))
                 appendCell(pathBytes(dictation));
         }
-        endLine();
+        line_.writeTo(sink_);
     }
 
 private:
@@ -73,36 +74,17 @@ private:
                    : cellText(column, dictation);
     }
 
-    // Every cell begins with its separator; the first one's is cut off here.
-    void endLine() {
-        line_.append("\r\n");
-        sink_.write(std::string_view(line_).substr(1));
-        line_.clear();
-    }
-
     void appendCell(std::string_view text) {
         if (options_.forSpreadsheets)
-            appendQuoted(plainText(defused(text), Gaps::blank));
+            line_.append(plainText(defused(text), Gaps::blank));
         else
-            appendQuoted(text);
-    }
-
-    void appendQuoted(std::string_view text) {
-        line_.push_back(options_.separator);
-        if (text.find_first_of("\",;\t\r\n") == std::string_view::npos) {
             line_.append(text);
-            return;
-        }
-        line_.push_back('"');
-        for (const char c : text)
-            line_.append(c == '"' ? 2 : 1, c);
-        line_.push_back('"');
     }
 
     std::vector<Column> columns_;
     CsvOptions options_;
     Sink& sink_;
-    std::string line_;
+    CsvLine line_{options_.separator};
 };
 
 } // namespace

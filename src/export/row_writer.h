@@ -49,8 +49,8 @@ std::unique_ptr<RowWriter> makeCsvWriter(const std::vector<Column>& columns,
                                          const CsvOptions& options, Sink& sink);
 
 // An array of objects, or one on each line: "path", the cells as shown by their columns' keys, and
-// in "values" by the same keys what they are for programs (machine/machine_value.h). "path_bytes" is there
-// when the path is no UTF-8; "path" is then read as Windows-1252.
+// in "values" by the same keys what they are for programs (machine/machine_value.h). "path_bytes"
+// is there when the path is no UTF-8; "path" is then read as Windows-1252.
 struct JsonOptions {
     bool lines = false;
     bool raw = false;            // also "raw": each field as it stands in the name

@@ -56,7 +56,7 @@ TEST_F(MachineForms, ValuesAreThoseOfTheName) {
         {"@@12$-3", "number", -3},
         {"@@7$24.12.2003 17$05$00", "dictated", "2003-12-24T17:05:00"},
         {"@@7$24.12.2003 00$00$00", "dictated", "2003-12-24T00:00:00"},
-        {"@@4$1-2-99", "due", "1999-02-01"},
+        {"@@4$01-02-99", "due", "1999-02-01"},
         {"@@7$soon", "dictated", nullptr},
         {"@@6$01$00$05", "length", 3605},
         {"@@6$long", "length", nullptr},

@@ -54,7 +54,7 @@ TEST_F(Cli, WordsThatAreNoCriteriaAreMarked) {
         {{"(", "author:x"}, "the closing ) is missing\n  (\n  ^\n"},
         {{"author:x", "-c"}, "-c"},
         {{"--not"}, "there is nothing to negate"},
-        {{"author:x", "-x"}, "-x"},
+        {{"author:x", "-y"}, "-y"},
     };
     for (const auto& [words, message] : wrong) {
         Texts arguments = {"find", "--root", root()};

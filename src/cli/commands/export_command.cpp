@@ -15,7 +15,7 @@
 #include "platform/text.h"
 #include "platform/threads/coarse_clock.h"
 
-#include <numeric>
+#include <algorithm>
 
 namespace ov::cli {
 
@@ -60,10 +60,8 @@ exporting::Document documentOf(const ExportOptions& options, const SearchRequest
 }
 
 std::vector<std::int32_t> orderOf(const SearchRequest& request, const DictationList& hits) {
-    if (request.sort)
-        return modDictation::sortedOrder(hits, request.sort->field, request.sort->descending);
-    std::vector<std::int32_t> order(static_cast<std::size_t>(hits.size()));
-    std::iota(order.begin(), order.end(), 1);
+    std::vector<std::int32_t> order = modDictation::sortedOrder(hits, request.sort);
+    order.resize(std::min(order.size(), static_cast<std::size_t>(request.limit.count)));
     return order;
 }
 
@@ -122,10 +120,12 @@ ExitCode runExport(const ExportOptions& options, const Session& session,
         return ExitCode::unreadable;
 
     DictationList hits;
-    const auto report = search(request.search, session, terminal, hits, [] { return true; });
+    auto report = search(request.search, session, terminal, hits, [] { return true; });
     if (TerminalInterface::interrupted())
         return tellStopped(path);
-    tellReport(report, hits.size(), options.search.telling);
+    report.limitReached =
+        report.limitReached || (!request.limit.isNamed && hits.size() > request.limit.count);
+    tellReport(report, std::min(hits.size(), request.limit.count), options.search.telling);
     const ExitCode found = searchResult(report, hits.size(), options.search.telling);
     if (found == ExitCode::unreadable)
         complain(options.file + " was not written");

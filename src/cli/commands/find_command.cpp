@@ -4,11 +4,10 @@
 #include "cli/commands/find_command.h"
 
 #include "cli/commands/explain_command.h"
+#include "cli/commands/find_consumer.h"
+#include "cli/hits/hit_search.h"
 #include "cli/messages.h"
-#include "cli/terminal_interface.h"
-#include "cli/told_report.h"
-#include "dictation/search/result_order.h"
-#include "platform/terminal.h"
+#include "cli/watch/store_watch.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -20,8 +19,6 @@ namespace ov::cli {
 
 namespace {
 
-using modDictation::DictationList;
-
 // A table has to fit a terminal; the others take all that the user has chosen to see.
 std::vector<std::string> usualColumns(HitFormat format) {
     if (format == HitFormat::table)
@@ -29,49 +26,6 @@ std::vector<std::string> usualColumns(HitFormat format) {
     std::vector<std::string> keys = chosenColumns();
     keys.insert(keys.begin(), "path");
     return keys;
-}
-
-HitFormat formatOf(const FindOptions& options) {
-    return options.format.value_or(options.zeroEnded ? HitFormat::paths : HitFormat::table);
-}
-
-// Writes hits as they come, or sorted once all are there.
-class HitPrinter {
-public:
-    HitPrinter(const DictationList& hits, HitWriter& writer, Output& output)
-        : hits_(hits), writer_(writer), output_(output) {}
-
-    bool hasNew() const noexcept { return printed_ < hits_.size(); }
-
-    void printNew() {
-        while (hasNew())
-            print(++printed_);
-        output_.flush();
-    }
-
-    void printSorted(const SortOrder& sort) {
-        for (const std::int32_t index :
-             modDictation::sortedOrder(hits_, sort.field, sort.descending))
-            print(index);
-    }
-
-private:
-    void print(std::int32_t index) { writer_.write(hits_[index]); }
-
-    const DictationList& hits_;
-    HitWriter& writer_;
-    Output& output_;
-    std::int32_t printed_ = 0;
-};
-
-class SilentWriter final : public HitWriter {
-public:
-    void write(const modDictation::Dictation& /*dictation*/) override {}
-};
-
-// One hit tells the exit code, unless it depends on what is met after it.
-bool isFirstEnough(const FindOptions& options) {
-    return options.quiet && !options.search.telling.strict;
 }
 
 // A request for each file of criteria; all are read before anything is searched.
@@ -83,65 +37,28 @@ ExitCode readRequests(const FindOptions& options, std::vector<SearchRequest>& re
         if (!options.criteriaFiles.empty())
             search.criteriaFile = options.criteriaFiles[i];
         read = readSearch(search, usualColumns(formatOf(options)), requests.emplace_back());
-        if (isFirstEnough(options))
-            requests.back().search.limit = 1;
     }
     return read;
 }
 
-std::unique_ptr<HitWriter> writerFor(const FindOptions& options,
-                                     const std::vector<SearchRequest>& requests, Output& output) {
-    if (options.quiet)
-        return std::make_unique<SilentWriter>();
-    WriterOptions how{formatOf(options), requests[0].columns, options.separator.value_or(','),
-                      options.raw, platform::isTerminal(stdout), options.zeroEnded};
-    if (formatOf(options) == HitFormat::table) {
-        how.looks = looksOf(options.looks);
-        output.setPager(pagerFor(options.looks.pager));
-    }
-    for (const SearchRequest& request : requests)
-        how.marks.add(request.search.criteria);
-    return makeHitWriter(how, output);
+// Where folders are looked at more than once.
+std::shared_ptr<modDictation::RememberedStore> rememberedFor(const FindOptions& options) {
+    const modDictation::RememberedStore::Rules rules{.trustsUnknown = options.trustsFolderTimes};
+    return options.watch || options.criteriaFiles.size() > 1
+               ? std::make_shared<modDictation::RememberedStore>(rules)
+               : nullptr;
 }
 
-struct Finding {
-    const Session& session;
-    TerminalInterface& terminal;
-    HitWriter& writer;
-    Output& output;
-    std::shared_ptr<modDictation::RememberedStore> remembered;
-    const FindOptions& options;
-};
-
-struct Found {
-    modDictation::SearchReport report;
-    std::int32_t hits = 0;
-};
-
-Found findOne(const SearchRequest& request, const Finding& with) {
-    DictationList hits;
-    HitPrinter printer(hits, with.writer, with.output);
-    auto report = search(
-        request.search, with.session, with.terminal, hits,
-        [&] {
-            if (!request.sort && printer.hasNew())
-                printer.printNew();
-            return !with.output.failed();
-        },
-        with.remembered);
-    if (request.sort)
-        printer.printSorted(*request.sort);
-    else
-        printer.printNew();
-    report.limitReached = report.limitReached && !isFirstEnough(with.options);
-    return {std::move(report), hits.size()};
+std::int32_t countOf(const modDictation::SearchReport& report) {
+    return static_cast<std::int32_t>(std::min<std::int64_t>(report.hits, noLimit));
 }
 
 // Found is what one of them found, unless one of them ended badly.
-ExitCode resultOfAll(const std::vector<Found>& all, const Telling& telling) {
+ExitCode resultOfAll(const std::vector<modDictation::SearchReport>& reports,
+                     const Telling& telling) {
     ExitCode result = ExitCode::nothingFound;
-    for (const Found& one : all) {
-        const ExitCode code = searchResult(one.report, one.hits, telling);
+    for (const modDictation::SearchReport& report : reports) {
+        const ExitCode code = searchResult(report, countOf(report), telling);
         if (code == ExitCode::unreadable)
             return code;
         result = std::min(result, code);
@@ -149,20 +66,37 @@ ExitCode resultOfAll(const std::vector<Found>& all, const Telling& telling) {
     return result;
 }
 
+// One search after the other.
+std::vector<modDictation::SearchReport> findAll(const std::vector<SearchRequest>& requests,
+                                                const HitSearch& with) {
+    std::vector<modDictation::SearchReport> reports;
+    with.consumer.begin();
+    for (const SearchRequest& request : requests) {
+        if (TerminalInterface::interrupted() || with.consumer.isFull())
+            break;
+        reports.push_back(searchFor(request.search, with));
+    }
+    with.consumer.end();
+    return reports;
+}
+
+ExitCode watchOne(const SearchRequest& request, const HitSearch& with, const Telling& telling,
+                  std::unique_ptr<HitConsumer> consumer) {
+    Arrivals arrivals(std::move(consumer));
+    arrivals.begin();
+    const ExitCode result =
+        StoreWatch(request.search, {with.session, with.terminal, arrivals, with.remembered},
+                   arrivals, telling)
+            .run();
+    arrivals.end();
+    return arrivals.result(result);
+}
+
 } // namespace
 
 ExitCode runFind(const FindOptions& options, const Session& session, TerminalInterface& terminal) {
-    const HitFormat format = formatOf(options);
-    if (options.zeroEnded && format != HitFormat::paths) {
-        complain("-0 goes with --format paths");
-        return ExitCode::usage;
-    }
-    if (options.separator && format != HitFormat::csv) {
-        complain("--separator goes with --format csv");
-        return ExitCode::usage;
-    }
-    if (options.raw && format != HitFormat::csv) {
-        complain("--raw goes with --format csv");
+    if (const std::string wrong = contradiction(options); !wrong.empty()) {
+        complain(wrong);
         return ExitCode::usage;
     }
     std::vector<SearchRequest> requests;
@@ -172,25 +106,24 @@ ExitCode runFind(const FindOptions& options, const Session& session, TerminalInt
         return runExplain(requests, session, terminal);
     Output output(stdout);
     output.setBefore([&terminal] { terminal.makeRoomForOutput(); });
-    const auto writer = writerFor(options, requests, output);
-    const modDictation::RememberedStore::Rules rules{.trustsUnknown = options.trustsFolderTimes};
-    const auto remembered =
-        requests.size() > 1 ? std::make_shared<modDictation::RememberedStore>(rules) : nullptr;
-    std::vector<Found> all;
-    writer->begin();
-    for (const SearchRequest& request : requests) {
-        if (TerminalInterface::interrupted() || output.failed())
-            break;
-        all.push_back(findOne(request, {session, terminal, *writer, output, remembered, options}));
-    }
-    writer->end();
-    // Told below what was printed, and not while a pager shows it.
+    ExitCode result = ExitCode::found;
+    auto consumer = consumerFor(options, requests, output, terminal, result);
+    if (consumer == nullptr)
+        return result;
+    const HitSearch with{session, terminal, *consumer, rememberedFor(options)};
     const Telling& telling = options.search.telling;
-    const ExitCode code = output.finish(
-        TerminalInterface::interrupted() ? ExitCode::interrupted : resultOfAll(all, telling));
-    for (const Found& one : all)
-        tellReport(one.report, one.hits, telling);
-    return code;
+    std::vector<modDictation::SearchReport> reports;
+    if (options.watch) {
+        result = watchOne(requests.front(), with, telling, std::move(consumer));
+    } else {
+        reports = findAll(requests, with);
+        result = consumer->result(resultOfAll(reports, telling));
+    }
+    // Told below what was printed, and not while a pager shows it.
+    result = output.finish(TerminalInterface::interrupted() ? ExitCode::interrupted : result);
+    for (const modDictation::SearchReport& report : reports)
+        tellReport(report, countOf(report), telling);
+    return result;
 }
 
 } // namespace ov::cli

@@ -5,7 +5,12 @@
 
 #include "cli/exit_code.h"
 #include "cli/hit_writer.h"
+#include "cli/hits/command_template.h"
 #include "cli/search_request.h"
+
+#include <optional>
+#include <string>
+#include <vector>
 
 namespace ov::cli {
 
@@ -17,10 +22,18 @@ struct FindOptions {
     std::optional<char> separator;          // of CSV
     bool raw = false;                       // likewise
     bool zeroEnded = false;
-    bool quiet = false; // the exit code is enough
     LookOptions looks;
-    bool explains = false;          // in place of searching
-    bool trustsFolderTimes = false; // also of file systems of unknown kind
+    // What becomes of the hits instead.
+    bool count = false;
+    std::optional<std::string> countBy; // KEY
+    std::optional<std::string> sum;     // KEY
+    std::vector<CommandTemplate> commands;
+    std::vector<CommandTemplate> batchCommands;
+    bool quiet = false;               // the exit code is enough
+    std::optional<std::string> newer; // native: only files changed after that one
+    bool watch = false;               // go on with what arrives
+    bool explains = false;            // in place of searching
+    bool trustsFolderTimes = false;   // also of file systems of unknown kind
 };
 
 ExitCode runFind(const FindOptions& options, const Session& session, TerminalInterface& terminal);

@@ -3,6 +3,7 @@
 
 #include "cli/options/find_options.h"
 
+#include "cli/options/hit_options.h"
 #include "cli/options/look_options.h"
 #include "cli/options/search_options.h"
 
@@ -37,6 +38,7 @@ CLI::App* addFind(CLI::App& app, FindOptions& options) {
     addColorAndPager(*command, options.looks);
     addHyperlinks(*command, options.looks);
     command->add_flag("--quiet", options.quiet, "Print nothing; the exit code tells");
+    addHitOptions(*command, options);
     command->add_flag("--trust-folder-times", options.trustsFolderTimes,
                       "List unchanged folders once, on unknown file systems too");
     command->add_flag("--explain", options.explains,

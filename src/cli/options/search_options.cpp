@@ -17,7 +17,7 @@ constexpr const char* criterionHelp =
     "A CRITERION is FIELD OPERATOR [VALUE], as 'author is Müller' or 'due this-month'.\n"
     "`ovsearch fields` lists the fields and what each offers.\n"
     "Exit codes: 0 found, 1 nothing found, 2 wrong usage, 3 the store or a file cannot be read,\n"
-    "130 interrupted.";
+    "4 a command failed, 130 interrupted.";
 
 void addTelling(CLI::App& command, Telling& telling) {
     command.add_flag("--strict", telling.strict, "Exit code 3 when anything was left out");
@@ -38,10 +38,10 @@ void addSearchOptions(CLI::App& command, SearchOptions& search) {
         ->type_name("N")
         ->check(inRange(-1))
         ->capture_default_str();
-    command.add_option("--limit", search.limit, "End after this many hits")
+    command.add_option("--limit", search.limit, "End after this many hits, or sorted ones")
         ->type_name("N")
         ->check(inRange(1))
-        ->capture_default_str();
+        ->default_str(std::to_string(modDictation::usualLimit));
     command.add_option("--columns", search.columns, "Columns to print, parted by commas")
         ->type_name("KEYS")
         ->delimiter(',')
@@ -49,7 +49,12 @@ void addSearchOptions(CLI::App& command, SearchOptions& search) {
         ->take_all()
         ->allow_extra_args(false);
     addTelling(command, search.telling);
-    command.add_option("--sort", search.sort, "Field to sort by")->type_name("KEY[:desc]");
+    command.add_option("--sort", search.sort, "Fields to sort by, parted by commas, or path")
+        ->type_name("KEY[:desc]")
+        ->delimiter(',')
+        ->expected(1)
+        ->take_all()
+        ->allow_extra_args(false);
 }
 
 void addSeparator(CLI::App& command, std::optional<char>& separator, const std::string& usual) {

@@ -15,9 +15,11 @@
 #include <unicode/uloc.h>
 
 #include <algorithm>
+#include <array>
 #include <cstdlib>
 #include <deque>
 #include <iterator>
+#include <numeric>
 #include <span>
 #include <thread>
 #include <utility>
@@ -60,6 +62,26 @@ std::size_t countOf(const DictationList& list) noexcept {
 
 std::int32_t hitAt(std::size_t place) noexcept {
     return static_cast<std::int32_t>(place) + 1;
+}
+
+struct PathEntry {
+    std::int32_t index;
+};
+
+// What is left of the path behind the first bytes of its directory.
+std::string restOfPath(const Dictation& dictation, std::size_t done) {
+    std::string rest(dictation.directory.substr(done));
+    std::ranges::replace(rest, '\\', '/');
+    return rest.append(dictation.name);
+}
+
+// Mostly the directories, which many hits share, tell already.
+int comparePaths(const Dictation& a, const Dictation& b) {
+    if (a.directory == b.directory)
+        return a.name.compare(b.name);
+    const auto [first, second] = std::ranges::mismatch(a.directory, b.directory);
+    const auto same = static_cast<std::size_t>(first - a.directory.begin());
+    return restOfPath(a, same).compare(restOfPath(b, same));
 }
 
 // The indexes of sorted entries, marked as ResultOrders keeps them.
@@ -166,11 +188,33 @@ std::vector<std::int32_t> ResultOrders::byText(const DictationList& list,
     return markedOrder(entries, threads_, [&](std::size_t i) { return entries[i].key == nullptr; });
 }
 
+std::vector<std::int32_t> ResultOrders::byPath(const DictationList& list) const {
+    const Entries<PathEntry> ours(countOf(list));
+    const std::span<PathEntry> entries = ours.all();
+    for (std::size_t i = 0; i < entries.size(); ++i)
+        entries[i] = {hitAt(i)};
+    const auto compare = [&list](PathEntry a, PathEntry b) {
+        return comparePaths(list[a.index], list[b.index]);
+    };
+    const Entries<PathEntry> spare(entries.size());
+    sortInParallel(entries.data(), entries.size(), spare.all().data(), threads_,
+                   [&](PathEntry a, PathEntry b) {
+                       const int order = compare(a, b);
+                       return order != 0 ? order < 0 : a.index < b.index;
+                   });
+    return markedOrder(entries, threads_,
+                       [&](std::size_t i) { return compare(entries[i], entries[i - 1]) == 0; });
+}
+
 // Aside, as even the memory for so many entries takes longer than a window should stand still.
 std::vector<std::int32_t> ResultOrders::ascending(const DictationList& list, std::int32_t field,
                                                   const std::string& alphabet) {
     std::vector<std::int32_t> order;
     const auto sort = [&] {
+        if (field == wholePath) {
+            order = byPath(list);
+            return;
+        }
         if (!sortsByNumber(field) && (!alphabet_ || locale_ != alphabet)) {
             alphabet_ = std::make_unique<CollationAlphabet>(alphabet);
             locale_ = alphabet;
@@ -211,13 +255,29 @@ std::vector<std::int32_t> ResultOrders::sorted(const DictationList& list, SortKe
                                                SortKey second) {
     if (second.field == noField || second.field == first.field)
         return sorted(list, first.field, first.descending);
-    const std::vector<std::int32_t> bySecond = sorted(list, second.field, second.descending);
-    return withTies(marked(list, first.field), first.descending, bySecond);
+    return sorted(list, std::array{first, second});
+}
+
+std::vector<std::int32_t> ResultOrders::sorted(const DictationList& list,
+                                               std::span<const SortKey> keys) {
+    if (keys.empty()) {
+        std::vector<std::int32_t> found(countOf(list));
+        std::iota(found.begin(), found.end(), 1);
+        return found;
+    }
+    std::vector<std::int32_t> order = sorted(list, keys.back().field, keys.back().descending);
+    for (auto key = keys.rbegin() + 1; key != keys.rend(); ++key)
+        order = withTies(marked(list, key->field), key->descending, order);
+    return order;
 }
 
 std::vector<std::int32_t> sortedOrder(const DictationList& list, std::int32_t field,
                                       bool descending) {
     return ResultOrders().sorted(list, field, descending);
+}
+
+std::vector<std::int32_t> sortedOrder(const DictationList& list, std::span<const SortKey> keys) {
+    return ResultOrders().sorted(list, keys);
 }
 
 } // namespace ov::modDictation

@@ -8,12 +8,16 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <span>
 #include <string>
 #include <vector>
 
 namespace ov::modDictation {
 
 class CollationAlphabet;
+
+// In place of a field: the whole path, byte by byte as the system writes it.
+constexpr std::int32_t wholePath = -1;
 
 struct SortKey {
     std::int32_t field = 0; // 0: none
@@ -45,6 +49,10 @@ public:
     // none.
     std::vector<std::int32_t> sorted(const DictationList& list, SortKey first, SortKey second);
 
+    // The same with any number of keys, each for those that are equal by all before it. Without any
+    // the order is that in which they were found.
+    std::vector<std::int32_t> sorted(const DictationList& list, std::span<const SortKey> keys);
+
     // The list's hits are others from now on.
     void forget() noexcept { kept_.clear(); }
 
@@ -58,6 +66,7 @@ private:
 
     std::vector<std::int32_t> byNumber(const DictationList& list, std::int32_t field) const;
     std::vector<std::int32_t> byText(const DictationList& list, std::int32_t field) const;
+    std::vector<std::int32_t> byPath(const DictationList& list) const;
     std::vector<std::int32_t> ascending(const DictationList& list, std::int32_t field,
                                         const std::string& alphabet);
     // As it is kept.
@@ -69,8 +78,9 @@ private:
     std::unique_ptr<const CollationAlphabet> alphabet_;
 };
 
-// One that is not kept.
+// Those that are not kept.
 std::vector<std::int32_t> sortedOrder(const DictationList& list, std::int32_t field,
                                       bool descending);
+std::vector<std::int32_t> sortedOrder(const DictationList& list, std::span<const SortKey> keys);
 
 } // namespace ov::modDictation

@@ -37,6 +37,7 @@ struct Search {
 // What a search met.
 struct SearchReport {
     std::int64_t filesTested = 0;
+    std::int64_t hits = 0; // found
     // How many of these each criterion matches, whatever the others say; none where any one of the
     // criteria is enough, as then not all are looked at.
     std::vector<std::int64_t> matched;
@@ -51,13 +52,16 @@ struct SearchReport {
     platform::Status localeProblem;         // see there; told by one search of a process
 };
 
-// Called a hundred times a second at most, with what was met so far.
+// Called a hundred times a second at most, with what was met so far. It may take hits out of the
+// list, which then need not hold them all; they count for the limit all the same.
 using SearchWatch = std::function<void(const SearchReport&)>;
 
 // What a search may use, and who may end it.
 struct SearchMeans {
     std::stop_token stop = {};
     SearchWatch watch = {};
+    // Told of each folder when its first names come, or that it has none: the directory.
+    std::function<void(const std::string& directory)> entered = {};
     // What earlier searches listed: of a folder that is as it was only the times are asked.
     std::shared_ptr<RememberedStore> remembered = {};
     std::size_t aheadBytes = ListingAhead::usualBytes; // see ListingAhead

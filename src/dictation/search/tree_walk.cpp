@@ -36,8 +36,10 @@ TreeWalk::TreeWalk(const Search& what, DictationList& hits, std::stop_token stop
     : what_(what),
       criteria_(what.criteria, platform::now()),
       hits_(hits),
+      room_(std::int64_t{what.limit} - hits.size()),
       stop_(std::move(stop)),
       watch_(means.watch),
+      entered_(means.entered),
       listing_(
           {modFilePath::AddBackslash(what.root), what.depth, means.aheadBytes, means.remembered}) {}
 
@@ -126,7 +128,7 @@ void TreeWalk::ScanDirectory(AheadFolder& folder) {
     while (!stop_.stop_requested()) {
         const ListingAhead::Taken taken = listing_.take(folder, names);
         if (taken != ListingAhead::Taken::nothingYet && folder.opened && !folder.isCircular)
-            report_.foldersRead += std::exchange(isCounted, true) ? 0 : 1;
+            countOnce(folder, isCounted);
         switch (taken) {
         case ListingAhead::Taken::names:
             visitAll(folder, *names);
@@ -142,6 +144,14 @@ void TreeWalk::ScanDirectory(AheadFolder& folder) {
             return;
         }
     }
+}
+
+void TreeWalk::countOnce(const AheadFolder& folder, bool& isCounted) {
+    if (std::exchange(isCounted, true))
+        return;
+    ++report_.foldersRead;
+    if (entered_)
+        entered_(folder.path);
 }
 
 void TreeWalk::visitAll(const AheadFolder& folder, const ListedNames& names) {
@@ -176,8 +186,10 @@ void TreeWalk::test(const AheadFolder& folder, const ListedName& file) {
     ++report_.filesTested;
     const std::string_view name =
         file.isUtf8 ? withoutEnding(file.name) : dictationName(file.name, nameBuffer_);
-    if (MatchDictation(folder.path, name, criteria_, what_.all))
-        hits_.add(folder.path, file.name);
+    if (!MatchDictation(folder.path, name, criteria_, what_.all))
+        return;
+    hits_.add(folder.path, file.name);
+    ++report_.hits;
 }
 
 // Whether the directory is there and is that one.

@@ -25,7 +25,7 @@ public:
     SearchReport run();
 
 private:
-    bool isFull() const noexcept { return hits_.size() >= what_.limit; }
+    bool isFull() const noexcept { return report_.hits >= room_; }
     bool isOver() const noexcept {
         return stop_.stop_requested() || isFull() || report_.rootVanished;
     }
@@ -41,6 +41,7 @@ private:
     void WalkDirectory(const AheadFolderPtr& folder);
     void WalkSubdirectories(AheadFolder& folder);
     void ScanDirectory(AheadFolder& folder);
+    void countOnce(const AheadFolder& folder, bool& isCounted);
     void visitAll(const AheadFolder& folder, const ListedNames& names);
     void countTooDeep(const ListedNames& names);
     bool hasUsableName(const AheadFolder& folder, const ListedName& entry);
@@ -60,8 +61,10 @@ private:
     const Search& what_;
     PreparedCriteria criteria_;
     DictationList& hits_;
+    const std::int64_t room_; // for so many hits
     std::stop_token stop_;
     const SearchWatch& watch_;
+    const std::function<void(const std::string&)>& entered_;
     ListingAhead listing_;
     // Kept open: some file systems number a directory anew once nobody uses it. A call that takes
     // for ever keeps it for ever.

@@ -5,6 +5,7 @@
 #include "dictation/field_values.h"
 #include "dictation/search/collation_key.h"
 #include "dictation/search/result_order.h"
+#include "platform/files.h"
 #include "plugin/host_error.h"
 #include "tests/recording_interface.h"
 
@@ -45,6 +46,45 @@ TEST(ResultOrder, ByEveryKindOfValue) {
         EXPECT_EQ(sortedOrder(list, field, false), up) << field;
         EXPECT_EQ(sortedOrder(list, field, true), down) << field;
     }
+}
+
+// As `sort` orders the paths where there is no country.
+TEST(ResultOrder, ByPath) {
+    const std::vector<std::string> directories = {"\\s\\",          "\\s\\a\\",   "\\s\\a-b\\",
+                                                  "\\s\\a\\c\\",    "\\s\\a.b\\", "\\s\\Z\\",
+                                                  "\\s\\\xC3\xA4\\"};
+    DictationList list;
+    std::vector<std::pair<std::string, std::int32_t>> paths;
+    for (const std::string& directory : directories)
+        for (const char* name : {"b.WAV", "a.WAV", "a-b.WAV", "\xFF.WAV", "a"}) {
+            list.add(directory, name);
+            paths.emplace_back(platform::toNativePath(directory + name), list.size());
+        }
+    std::ranges::sort(paths);
+    Order expected;
+    for (const auto& [path, index] : paths)
+        expected.push_back(index);
+    const SortKey path[] = {{wholePath, false}};
+    EXPECT_EQ(sortedOrder(list, path), expected);
+    std::ranges::reverse(expected);
+    const SortKey fromTheEnd[] = {{wholePath, true}};
+    EXPECT_EQ(sortedOrder(list, fromTheEnd), expected);
+}
+
+TEST(ResultOrder, ByAnyNumberOfKeys) {
+    DictationList list;
+    for (const char* name : {"2$ROH@@14$b@@12$2@@18$x", "2$ROH@@14$a@@12$2", "2$WAV@@14$b@@12$2",
+                             "2$ROH@@14$a@@12$1", "2$ROH@@14$b@@12$1", "2$ROH@@14$a@@12$2"})
+        list.add("\\s\\", std::string(name) + ".WAV");
+    const std::pair<std::vector<SortKey>, Order> cases[] = {
+        {{}, {1, 2, 3, 4, 5, 6}},
+        {{{8, true}}, {1, 2, 3, 6, 4, 5}},
+        {{{2, false}, {5, false}, {8, true}}, {3, 2, 6, 4, 1, 5}},
+        {{{8, false}, {5, true}, {2, true}}, {5, 4, 1, 3, 2, 6}},
+        {{{5, false}, {8, true}, {wholePath, true}}, {2, 6, 4, 3, 1, 5}},
+        {{{5, false}, {5, true}, {8, false}}, {4, 2, 6, 5, 1, 3}}};
+    for (const auto& [keys, expected] : cases)
+        EXPECT_EQ(sortedOrder(list, keys), expected) << keys.size();
 }
 
 TEST(ResultOrder, EqualOnesByAnotherField) {

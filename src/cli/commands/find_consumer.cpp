@@ -1,0 +1,168 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+#include "cli/commands/find_consumer.h"
+
+#include "cli/hits/counted_hits.h"
+#include "cli/hits/executed_hits.h"
+#include "cli/hits/limited_hits.h"
+#include "cli/hits/newer_hits.h"
+#include "cli/hits/silent_hits.h"
+#include "cli/hits/sorted_hits.h"
+#include "cli/hits/written_hits.h"
+#include "cli/messages.h"
+#include "platform/files.h"
+#include "platform/terminal.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <utility>
+
+namespace ov::cli {
+
+namespace {
+
+using Consumer = std::unique_ptr<HitConsumer>;
+
+bool counts(const FindOptions& options) {
+    return options.count || options.countBy || options.sum;
+}
+
+bool executes(const FindOptions& options) {
+    return !options.commands.empty() || !options.batchCommands.empty();
+}
+
+// One hit tells the exit code, unless it depends on what is met after it.
+bool isOneEnough(const FindOptions& options) {
+    return options.quiet && !options.search.telling.strict;
+}
+
+HitLimit limitOf(const FindOptions& options, const HitLimit& typed) {
+    if (isOneEnough(options))
+        return {1, true};
+    return counts(options) && !typed.isNamed ? HitLimit{noLimit, true} : typed;
+}
+
+// What is found is then not yet what is taken.
+bool choosesLater(const FindOptions& options) {
+    return !options.search.sort.empty() || options.newer || options.watch;
+}
+
+Consumer writingConsumer(const FindOptions& options, const std::vector<SearchRequest>& requests,
+                         Output& output) {
+    WriterOptions how{
+        formatOf(options), requests.front().columns,     options.separator.value_or(','),
+        options.raw,       platform::isTerminal(stdout), options.zeroEnded};
+    if (how.format == HitFormat::table) {
+        how.looks = looksOf(options.looks);
+        if (!options.watch)
+            output.setPager(pagerFor(options.looks.pager));
+    }
+    for (const SearchRequest& request : requests)
+        how.marks.add(request.search.criteria);
+    return std::make_unique<WrittenHits>(makeHitWriter(how, output), output);
+}
+
+Consumer countingConsumer(const FindOptions& options, Output& output) {
+    CountForm form{.counts = options.count,
+                   .by = {},
+                   .addsLengths = options.sum.has_value(),
+                   .format = formatOf(options),
+                   .separator = options.separator.value_or(','),
+                   .raw = options.raw,
+                   .escaped = platform::isTerminal(stdout)};
+    if (options.countBy) {
+        const std::int32_t field = readField(*options.countBy, "count");
+        if (field == modDictation::noField)
+            return nullptr;
+        form.by = exporting::columnOf(field);
+    }
+    return std::make_unique<CountedHits>(form, output);
+}
+
+// Where hits end; nullptr for wrong usage.
+Consumer lastConsumer(const FindOptions& options, const std::vector<SearchRequest>& requests,
+                      Output& output, TerminalInterface& terminal) {
+    if (options.quiet)
+        return std::make_unique<SilentHits>(isOneEnough(options));
+    if (!options.commands.empty())
+        return std::make_unique<ExecutedHits>(options.commands, terminal);
+    if (!options.batchCommands.empty())
+        return std::make_unique<ExecutedBatches>(options.batchCommands.front(), terminal);
+    if (counts(options))
+        return countingConsumer(options, output);
+    return writingConsumer(options, requests, output);
+}
+
+// False when there is no such file, which is told.
+bool readMoment(const std::string& native, std::int64_t& moment) {
+    const std::string path = platform::fromNativePath(native);
+    if (platform::fileKind(path) == platform::FileKind::missing) {
+        complain("--newer: " + native + ": there is no such file");
+        return false;
+    }
+    moment = platform::fileStamp(path).modified;
+    return true;
+}
+
+} // namespace
+
+HitFormat formatOf(const FindOptions& options) {
+    return options.format.value_or(options.zeroEnded ? HitFormat::paths : HitFormat::table);
+}
+
+std::string contradiction(const FindOptions& options) {
+    const HitFormat format = formatOf(options);
+    const bool printsOnly = !counts(options) && !executes(options) && !options.quiet;
+    const std::pair<bool, const char*> rules[] = {
+        {options.zeroEnded && format != HitFormat::paths, "-0 goes with --format paths"},
+        {options.separator && format != HitFormat::csv, "--separator goes with --format csv"},
+        {options.raw && format != HitFormat::csv, "--raw goes with --format csv"},
+        {counts(options) && format == HitFormat::paths,
+         "--count, --count-by and --sum have no paths to print"},
+        {options.count && options.countBy, "--count-by counts already; leave --count out"},
+        {int{counts(options)} + int{executes(options)} + int{options.quiet} > 1,
+         "of --quiet, of --count, --count-by and --sum, and of --exec there can be one"},
+        {counts(options) && !options.search.sort.empty(),
+         "what is counted is sorted by its number; leave --sort out"},
+        {executes(options) && (options.format || options.zeroEnded),
+         "--exec prints nothing, so it takes no --format"},
+        {!options.commands.empty() && !options.batchCommands.empty(),
+         "--exec and --exec-batch do not go together"},
+        {options.batchCommands.size() > 1, "--exec-batch can be given once"},
+        {std::ranges::any_of(options.batchCommands,
+                             [](const CommandTemplate& one) { return !one.namesProgram(); }),
+         "the command of --exec-batch begins with the name of a program"},
+        {options.watch && !options.search.sort.empty(),
+         "--watch prints as dictations arrive, so it takes no --sort"},
+        {options.watch && !printsOnly && !executes(options),
+         "--watch goes on for ever: it takes no --count, --count-by, --sum or --quiet"},
+        {options.watch && options.criteriaFiles.size() > 1, "--watch takes one criteria file"}};
+    const auto* const broken = std::ranges::find(rules, true, &std::pair<bool, const char*>::first);
+    return broken != std::end(rules) ? broken->second : "";
+}
+
+Consumer consumerFor(const FindOptions& options, std::vector<SearchRequest>& requests,
+                     Output& output, TerminalInterface& terminal, ExitCode& problem) {
+    const SearchRequest& request = requests.front();
+    const HitLimit limit = limitOf(options, request.limit);
+    Consumer consumer = lastConsumer(options, requests, output, terminal);
+    problem = ExitCode::usage;
+    if (consumer == nullptr)
+        return nullptr;
+    if (!request.sort.empty())
+        consumer = std::make_unique<SortedHits>(request.sort, limit, std::move(consumer));
+    else if (choosesLater(options))
+        consumer = std::make_unique<LimitedHits>(limit.count, std::move(consumer));
+    if (options.newer) {
+        std::int64_t moment = 0;
+        problem = ExitCode::unreadable;
+        if (!readMoment(*options.newer, moment))
+            return nullptr;
+        consumer = std::make_unique<NewerHits>(moment, std::move(consumer));
+    }
+    for (SearchRequest& each : requests)
+        each.search.limit = choosesLater(options) ? noLimit : limit.count;
+    return consumer;
+}
+
+} // namespace ov::cli

@@ -1,0 +1,38 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+#include "cli/hits/hit_search.h"
+
+#include "cli/search_request.h"
+
+namespace ov::cli {
+
+using modDictation::DictationList;
+
+namespace {
+
+void handOn(DictationList& hits, HitConsumer& consumer) {
+    if (hits.empty())
+        return;
+    for (std::int32_t index = 1; index <= hits.size() && !consumer.isFull(); ++index)
+        consumer.take(hits[index]);
+    hits.clear();
+    consumer.pause();
+}
+
+} // namespace
+
+modDictation::SearchReport searchFor(const modDictation::Search& what, const HitSearch& with) {
+    DictationList hits;
+    modDictation::SearchReport report =
+        search(what, with.session, with.terminal, hits,
+               [&] {
+                   handOn(hits, with.consumer);
+                   return !with.consumer.isFull();
+               },
+               {.entered = with.entered, .remembered = with.remembered});
+    handOn(hits, with.consumer);
+    with.consumer.endSearch(report);
+    return report;
+}
+
+} // namespace ov::cli

@@ -1,0 +1,52 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "cli/hits/hit_consumer.h"
+#include "platform/files.h"
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <unordered_map>
+#include <unordered_set>
+
+namespace ov::cli {
+
+// Hands each hit on once, however often it is found: those of the first search at once, and later
+// ones when they are complete, which is when somebody says so or when the file has stayed as it is
+// for a while. One that was gone in between may come again.
+class Arrivals final : public PassingHits {
+public:
+    static constexpr std::int64_t settledAfterMs = 2000;
+
+    using PassingHits::PassingHits;
+
+    void take(const modDictation::Dictation& hit) override;
+    // It goes no further: for whom the hits are, it is one search without an end.
+    void endSearch(modDictation::SearchReport& report) override;
+    void end() override;
+
+    // Somebody will say when that path is complete.
+    void begun(const std::string& path);
+    // A path that is a hit, and one that may have been.
+    void arrived(const std::string& path);
+    void gone(const std::string& path);
+
+    // Hands on what has not changed for a while.
+    void lookAgain();
+    bool isWaiting() const noexcept { return !growing_.empty(); }
+
+private:
+    struct Growing {
+        platform::FileStamp stamp;
+        std::int64_t since = 0; // coarse milliseconds
+    };
+
+    std::unordered_set<std::string> handedOn_;
+    std::unordered_set<std::string> begun_;
+    std::unordered_map<std::string, Growing> growing_;
+    bool isFirstSearch_ = true;
+};
+
+} // namespace ov::cli

@@ -1,0 +1,91 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+// `ovsearch find --watch`, which ends only when it is told to.
+
+#include "tests/cli/cli_fixture.h"
+#include "tests/slow_store.h"
+
+#include <fstream>
+#include <memory>
+
+namespace ov::cli {
+namespace {
+
+class Watch : public Cli {
+protected:
+    // Names of the dictations, sorted, each as often as it was printed.
+    static Texts names(const ProgramResult& result) {
+        Texts lines = split(result.output, '\n');
+        for (std::string& line : lines)
+            line = line.substr(line.find_last_of('/') + 1);
+        std::sort(lines.begin(), lines.end());
+        return lines;
+    }
+    const Texts paths_ = {"--watch", "--format", "paths", "-c", "author is-not-empty"};
+};
+
+TEST_F(Watch, PrintsOnceWhatArrives) {
+    store_.add("2$ROH@@14$first.WAV");
+    settings_.add("2$ROH@@14$moved.WAV");
+    std::ofstream unfinished;
+    ProgramRun how;
+    how.steps = {{"first.WAV\n", [&] { store_.add("2$ROH@@14$second.WAV", "a"); }},
+                 {"second.WAV\n",
+                  [&] { // from now on it is told by the system
+                      unfinished.open(store_.native("2$ROH@@14$unfinished.WAV"));
+                      unfinished << "half" << std::flush;
+                      store_.add("2$ROH@@14$second.WAV", "again").add("2$ROH@@14$notes.txt");
+                      store_.add("no author.WAV").add("_hidden/2$ROH@@14$hidden.WAV");
+                      fs::rename(settings_.native("2$ROH@@14$moved.WAV"),
+                                 store_.native("2$ROH@@14$moved.WAV"));
+                      store_.addLink("2$ROH@@14$linked.WAV", "no author.WAV");
+                      store_.add("new/deep/2$ROH@@14$inside.WAV");
+                  }},
+                 {"inside.WAV\n", [&] { store_.add("new/deep/2$ROH@@14$last.WAV"); }}};
+    how.interruptAt = "last.WAV\n";
+    const ProgramResult result = find(paths_, how);
+    EXPECT_EQ(result.exitCode, -SIGINT);
+    EXPECT_EQ(names(result),
+              (Texts{"2$ROH@@14$first.WAV", "2$ROH@@14$inside.WAV", "2$ROH@@14$last.WAV",
+                     "2$ROH@@14$linked.WAV", "2$ROH@@14$moved.WAV", "2$ROH@@14$second.WAV"}));
+    EXPECT_EQ(result.errors, "");
+}
+
+TEST_F(Watch, RunsCommandsAndEndsAtTheLimit) {
+    store_.add("2$ROH@@14$first.WAV");
+    ProgramRun how;
+    how.steps = {{"first\n", [&] { store_.add("a/2$ROH@@14$second.WAV"); }}};
+    const ProgramResult result = find({"--watch", "--limit", "2", "-X", "echo", "{/.}", ";"}, how);
+    EXPECT_EQ(result.output, "2$ROH@@14$first\n2$ROH@@14$second\n");
+    EXPECT_EQ(result.exitCode, 0);
+}
+
+// As on a file server, where others write: a table goes on too.
+TEST_F(Watch, LooksAgainWhereTheSystemDoesNotTell) {
+    store_.add("2$ROH@@14$first.WAV");
+    tests::SlowStore server(store_);
+    if (!server.isMounted())
+        GTEST_SKIP() << tests::SlowStore::why;
+    ProgramRun how;
+    how.steps = {{"first\n", [&] { store_.add("2$ROH@@14$second.WAV"); }}};
+    how.interruptAt = "second\n";
+    const ProgramResult result =
+        run({"find", platform::toNativePath(server.directory()), "--watch", "--columns", "author"},
+            how);
+    EXPECT_EQ(result.output, "Author\nfirst\nsecond\n");
+    EXPECT_PRED2(holds, result.errors, "looks through the store every 3 seconds");
+}
+
+TEST_F(Watch, EndsWithTheStore) {
+    store_.add("store/2$ROH@@14$first.WAV");
+    ProgramRun how;
+    how.steps = {{"first.WAV\n", [&] { fs::remove_all(store_.native("store")); }}};
+    const ProgramResult result =
+        run({"find", store_.native("store"), "--watch", "--format", "paths"}, how);
+    EXPECT_EQ(result.exitCode, 3);
+    EXPECT_PRED2(holds, result.errors, store_.native("store"));
+}
+
+} // namespace
+} // namespace ov::cli
