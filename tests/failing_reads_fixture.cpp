@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: MIT
 #include "tests/failing_reads.h"
 
-#include <algorithm>
 #include <cerrno>
 #include <chrono>
 #include <condition_variable>

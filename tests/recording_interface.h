@@ -43,6 +43,9 @@ public:
         return lines;
     }
 
+    // Of one box and no other.
+    std::string onlyText() const { return boxes.size() == 1 ? boxes[0].text : "not one box"; }
+
     std::vector<platform::MessageBox> boxes;
     bool saysYes = false;
     int pumped = 0;

@@ -4,8 +4,6 @@
 
 #include "sound/media.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <cstdint>
 #include <map>

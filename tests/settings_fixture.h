@@ -9,25 +9,17 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
 #include <iterator>
-#include <string>
-#include <string_view>
 
 // What the tests of settings files share: an empty folder, files in it, and the environment.
 
 namespace ov::tests {
-
-namespace fs = std::filesystem;
 
 // An empty folder that is also the Windows directory and the per-user folder.
 class SettingsTest : public ::testing::Test {
 public:
     SettingsTest() { platform::setPerUserFolder(path("")); }
     ~SettingsTest() override { platform::setPerUserFolder({}); }
-    SettingsTest(const SettingsTest&) = delete;
-    SettingsTest& operator=(const SettingsTest&) = delete;
 
 protected:
     const fs::path& folder() const { return store_.folder(); }

@@ -2,14 +2,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/files.h"
 #include "tests/temporary_store.h"
 
 #include <array>
 #include <csignal>
 #include <fcntl.h>
 #include <poll.h>
-#include <string>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -57,8 +55,6 @@ public:
         close(commands_);
         close(answers_);
     }
-    SlowStore(const SlowStore&) = delete;
-    SlowStore& operator=(const SlowStore&) = delete;
 
     bool isMounted() const { return mounted_; }
     // As those of TemporaryStore.
@@ -73,7 +69,6 @@ public:
         send("hang " + kind + " " + path);
     }
     void release() { send("release"); }
-    void setDelay(int milliseconds) { send("delay " + std::to_string(milliseconds)); }
 
     // Whether a call hung since the last hang(). Waits for nothing.
     bool hasCaught() { return look("hanging "); }

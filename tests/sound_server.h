@@ -8,12 +8,6 @@
 #include <algorithm>
 #include <chrono>
 #include <csignal>
-#include <cstdint>
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <stdexcept>
-#include <string>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
@@ -95,7 +89,7 @@ public:
     }
 
     std::size_t count() const {
-        return static_cast<std::size_t>(std::filesystem::file_size(file_) / sizeof(float));
+        return static_cast<std::size_t>(fs::file_size(file_) / sizeof(float));
     }
     std::vector<float> samples(std::size_t from, std::size_t to) const {
         std::vector<float> found(std::min(to, count()) - from);

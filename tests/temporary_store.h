@@ -12,6 +12,10 @@
 #include <string_view>
 #include <sys/stat.h>
 
+namespace ov {
+namespace fs = std::filesystem;
+} // namespace ov
+
 // A folder of files for one test, removed at its end. Names are native and relative to the
 // folder: "ward/2$ROH@@5$HOCH.WAV"; the folders above a name are made with it. What is there
 // already is replaced (links) or kept (folders).
@@ -23,14 +27,14 @@ public:
     TemporaryStore() : folder_(makeFolder()) {}
     ~TemporaryStore() {
         std::error_code ignored; // a destructor may not throw
-        std::filesystem::permissions(folder_, std::filesystem::perms::owner_all, ignored);
-        std::filesystem::remove_all(folder_, ignored);
+        fs::permissions(folder_, fs::perms::owner_all, ignored);
+        fs::remove_all(folder_, ignored);
     }
     TemporaryStore(const TemporaryStore&) = delete;
     TemporaryStore& operator=(const TemporaryStore&) = delete;
 
     // The folder as the operating system writes it, without a separator at its end.
-    const std::filesystem::path& folder() const { return folder_; }
+    const fs::path& folder() const { return folder_; }
     std::string native(const std::string& name) const { return (folder_ / name).native(); }
 
     // The same as path text. directory("") is the folder itself; a directory ends in "\".
@@ -49,14 +53,14 @@ public:
         return *this;
     }
     TemporaryStore& addFolder(const std::string& name) {
-        std::filesystem::create_directories(folder_ / name);
+        fs::create_directories(folder_ / name);
         return *this;
     }
     // `target` is stored as it is: relative to the link, absolute, or leading nowhere.
     TemporaryStore& addLink(const std::string& name, const std::string& target) {
         makeParents(name);
-        std::filesystem::remove(folder_ / name);
-        std::filesystem::create_symlink(target, folder_ / name);
+        fs::remove(folder_ / name);
+        fs::create_symlink(target, folder_ / name);
         return *this;
     }
     TemporaryStore& addPipe(const std::string& name) {
@@ -76,18 +80,17 @@ public:
     }
 
 private:
-    static std::filesystem::path makeFolder() {
-        std::string pattern =
-            (std::filesystem::temp_directory_path() / "ovsearch-store-XXXXXX").native();
+    static fs::path makeFolder() {
+        std::string pattern = (fs::temp_directory_path() / "ovsearch-store-XXXXXX").native();
         if (mkdtemp(pattern.data()) == nullptr)
             throw std::runtime_error("no temporary folder");
-        return std::filesystem::canonical(pattern);
+        return fs::canonical(pattern);
     }
     void makeParents(const std::string& name) const {
-        std::filesystem::create_directories((folder_ / name).parent_path());
+        fs::create_directories((folder_ / name).parent_path());
     }
 
-    std::filesystem::path folder_;
+    fs::path folder_;
 };
 
 // A few folders, each linked three times from the one before: more ways than any walk ends.

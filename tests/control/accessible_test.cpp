@@ -5,14 +5,9 @@
 
 #include <QAccessible>
 #include <QToolTip>
-#include <algorithm>
-#include <string>
-#include <vector>
 
 namespace ov {
 namespace {
-
-using namespace tests;
 
 class ScreenReader : public RowsTest {
 protected:
@@ -82,8 +77,7 @@ TEST_F(ScreenReader, HasNoMoreObjectsThanTheScreen) {
     constexpr int many = 300;
     for (int i = 0; i < many; ++i)
         store.add("2$WAV@@14$A" + std::to_string(i) + ".WAV");
-    openControl();
-    searchAll();
+    openAndSearch();
     EXPECT_EQ(table().rowCount(), many);
     EXPECT_LT(list().childCount(), many * table().columnCount() / 2);
     const QAccessibleInterface* last = table().cellAt(many - 1, 0);
@@ -95,8 +89,7 @@ TEST_F(ScreenReader, HasNoMoreObjectsThanTheScreen) {
 
 TEST_F(ScreenReader, HearsHowASearchEndsAndWhyAButtonDoesNothing) {
     store.add("2$WAV@@14$Adam.WAV");
-    openControl();
-    searchAll();
+    openAndSearch();
     EXPECT_EQ(heard("lblSearchResult", QAccessible::Name),
               QStringLiteral("Search result (1 dictation)"));
     results().clearSelection();

@@ -3,12 +3,9 @@
 #pragma once
 
 #include "control/results/result_list.h"
-#include "support/modINI.h"
 #include "tests/control/rows_fixture.h"
 
 namespace ov {
-
-using namespace tests;
 
 // A list of two dictations each of Anna and Berta.
 class AuthorRows : public RowsTest {
@@ -20,8 +17,7 @@ protected:
             store.add(std::string(name) + ".WAV");
     }
     void open() {
-        openControl();
-        searchAll();
+        openAndSearch();
         clickHeader(column(5));
     }
     // The menu of the title of that field, with the mouse.
@@ -49,9 +45,6 @@ protected:
         for (const std::int32_t field : dynamic_cast<ResultList&>(results()).shownFields())
             all += std::to_string(field) + " ";
         return all;
-    }
-    std::string setting(const char* key) {
-        return modINI::ReadIniValueDirect("OVSearch.ctrlOVSearch", key, "", path("local.ini"));
     }
     std::string focus() { return window().focusWidget()->objectName().toStdString(); }
 };

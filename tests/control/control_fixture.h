@@ -2,20 +2,19 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "control/ctrlOVSearch.h"
-#include "support/modINI.h"
-#include "tests/window/window_fixture.h"
+#include "control/criteria/criterion_delegate.h"
+#include "tests/control/rows_fixture.h"
 
 #include <QSplitter>
 
 namespace ov::tests {
 
 // What the tests of the whole control share.
-class ControlTest : public WindowTest {
+class ControlTest : public RowsTest {
 protected:
     QTreeWidget& criteria() { return widget<QTreeWidget>("lvSearchCriteria"); }
     QPushButton& button(const char* name) { return widget<QPushButton>(name); }
-    std::string label() { return widget<QLabel>("lblSearchResult").text().toStdString(); }
+    std::string label() { return text("lblSearchResult"); }
     // Answers the editor that `open` brings up: the author is to contain `text`.
     static void enter(const std::function<void()>& open, const char* text) {
         withDialog(open, [text](QDialog& dialog) {
@@ -24,24 +23,22 @@ protected:
             QTest::keyClick(&dialog, Qt::Key_Return);
         });
     }
-    // "Anna; *Berta; " with a star at the selected one, by the criteria's first values.
-    std::string criteriaLine() {
-        std::string line;
-        for (int i = 0; i < criteria().topLevelItemCount(); ++i) {
-            const auto* entry = criteria().topLevelItem(i);
-            const std::string text = entry->data(0, Qt::UserRole).toByteArray().toStdString();
-            line += (entry->isSelected() ? "*" : "") +
-                    modDictation::ParseCriteriaString(text).Value1 + "; ";
-        }
-        return line;
-    }
-
-    const ResultModel& model() { return dynamic_cast<const ResultModel&>(*results().model()); }
-    int column(int field) { return model().columnOf(field); }
-    std::string columnTexts(int field) {
+    // "A*B>-C" : B is selected, C is in a group with it and left out.
+    std::string line() {
         std::string all;
-        for (int row = 0; row < model().rowCount(); ++row)
-            all += model().text(row, column(field)).toStdString() + "; ";
+        for (int i = 0; i < criteria().topLevelItemCount(); ++i) {
+            const auto* item = criteria().topLevelItem(i);
+            const std::string text = item->data(0, Qt::UserRole).toByteArray().toStdString();
+            all += std::string(item->data(0, indentedRole).toBool() ? ">" : "") +
+                   (item->isSelected() ? "*" : "") +
+                   std::string(item->checkState(0) == Qt::Checked ? "" : "-") +
+                   modDictation::ParseCriteriaString(text).Value1;
+        }
+        return all;
+    }
+    std::string columnTexts(int field) {
+        std::string all = rows(field);
+        std::erase(all, '*');
         return all;
     }
     // Takes columns from a list of the chooser that `open` brings up, by their places there; each
@@ -60,13 +57,6 @@ protected:
         transfer([this] { press("cmdSearchOptions(3)"); }, "lstRight", "cmdTransfer(1)", places);
     }
     void sortBy(int field) { clickHeader(column(field)); }
-    std::string setting(const char* key) {
-        return modINI::ReadIniValueDirect("OVSearch.ctrlOVSearch", key, "", path("local.ini"));
-    }
-    void speak(const char* language) {
-        host().answers["PI_GetLanguage"] = language;
-        action("language");
-    }
     std::string selectedRows() {
         std::string rows;
         for (int row = 0; row < model().rowCount(); ++row)

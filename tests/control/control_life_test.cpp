@@ -10,8 +10,6 @@
 namespace ov {
 namespace {
 
-using namespace tests;
-
 class ControlLife : public WindowTest {
 protected:
     // A control in a window of the host, as hosts have it.
@@ -158,16 +156,14 @@ TEST_F(ControlLife, TwoShareNothing) {
         const auto meanwhile = [&] {
             itsPlugIn.host->calls.clear();
             searchOther();
-            ASSERT_EQ(user->boxes.size(), 1U);
-            EXPECT_EQ(user->boxes[0].text.substr(0, 26), "Another search is running.");
+            EXPECT_EQ(user->onlyText().substr(0, 26), "Another search is running.");
             EXPECT_EQ(label(other), "Search result (30 dictations)") << "its list is kept";
             QTest::keyClick(&other, Qt::Key_Escape);
             itsPlugIn.host->events.action(2, "DIR_NETDICTATIONTREE");
             EXPECT_EQ(itsPlugIn.host->calls.size(), sameHost ? 2U : 1U) << "each asks its own";
             otherControl = nullptr;
         };
-        inCall(
-            "PI_ProgressText", [this] { search(); }, meanwhile);
+        inSearch([this] { search(); }, meanwhile);
         EXPECT_EQ(label(window()), "Search result (30 dictations)");
         EXPECT_EQ(host().calls.back(), "PI_ProgressClear()") << "its host is still there";
         user = nullptr;

@@ -5,7 +5,6 @@
 
 #include "playback/modMultimedia.h"
 #include "tests/control/control_fixture.h"
-#include "tests/environment.h"
 #include "tests/scripted_media.h"
 #include "tests/wave_files.h"
 
@@ -18,8 +17,6 @@
 namespace ov {
 namespace {
 
-using namespace tests;
-
 using Control = ControlTest;
 
 TEST_F(Control, OffersMenusAndTranslatesTheOpenOne) {
@@ -30,13 +27,12 @@ TEST_F(Control, OffersMenusAndTranslatesTheOpenOne) {
         open();
         speak("7");
         QCoreApplication::processEvents();
-        auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
         std::string entries;
-        for (const QAction* entry : menu->actions())
+        for (const QAction* entry : popup().actions())
             entries += (entry->isEnabled() ? "" : "-") +
                        (entry->text() + entry->shortcut().toString()).toStdString() +
                        (entry->icon().isNull() ? ";" : "*;");
-        menu->close();
+        popup().close();
         return entries;
     };
     const auto ofResults = [&] { rightClick(results()); };
@@ -76,8 +72,7 @@ TEST_F(Control, ShowsCodesAsPicturesWhereWordsDoNotFit) {
     store.add("2$WAV@@5$HOCH@@14$Anna@@17$4@@98$D.WAV")
         .add("2$ROH@@98$X.WAV")
         .add("2$STOP@@98$d.WAV");
-    openControl();
-    searchAll();
+    openAndSearch();
     const auto cell = [this](int field, int row = 0) { return model().index(row, column(field)); };
     QString icons;
     for (const int field : {2, 3, 5, 7, 15})
@@ -118,8 +113,7 @@ TEST_F(Control, PlaysByKeyAndByMouse) {
     for (const char* name : {"2$WAV.WAV", "2$ROH.WAV"})
         writeWave(store.native(name), {}, sweep(8000, 80000));
     ScriptedMedia media;
-    openControl();
-    searchAll();
+    openAndSearch();
     std::string rows;
     for (const Qt::Key to : {Qt::Key_End, Qt::Key_Right, Qt::Key_Left, Qt::Key_Home}) {
         key(results(), to);
@@ -194,7 +188,7 @@ TEST_F(Control, HandsOutTheSelectedRows) {
     key(results(), Qt::Key_C, Qt::ControlModifier);
     EXPECT_EQ(QApplication::clipboard()->mimeData(), copied) << "nothing to copy";
     results().selectRow(0);
-    std::filesystem::remove_all(store.native("ward"));
+    fs::remove_all(store.native("ward"));
     press("cmdSearchOptions(4)");
     EXPECT_EQ(user->beeps, 2) << "the dictation is gone";
 }

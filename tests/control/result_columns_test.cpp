@@ -1,15 +1,12 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
-#include "control/ctrlOVSearch.h"
 #include "tests/control/control_fixture.h"
 
 #include <QAbstractItemModelTester>
 
 namespace ov {
 namespace {
-
-using namespace tests;
 
 using Control = ControlTest;
 

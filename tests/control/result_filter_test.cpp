@@ -9,14 +9,10 @@
 
 #include <QAbstractItemModelTester>
 #include <QFileDialog>
-#include <algorithm>
 #include <pthread.h>
-#include <stdexcept>
 
 namespace ov {
 namespace {
-
-using namespace tests;
 
 class ResultFilter : public RowsTest {
 protected:
@@ -27,8 +23,7 @@ protected:
     }
     FilterEdit& filter() { return widget<FilterEdit>("txtResultFilter"); }
     void open() {
-        openControl();
-        searchAll();
+        openAndSearch();
         clickHeader(column(5));
         user->boxes.clear();
     }
@@ -85,8 +80,7 @@ TEST_F(ResultFilter, CountsAsOneWrites) {
     open();
     typed("anna", 1);
     EXPECT_EQ(text("lblSearchResult"), "Search result (1 of 1 dictation)");
-    host().answers["PI_GetLanguage"] = "7";
-    action("language");
+    speak("7");
     waitFor([&] { return text("lblSearchResult") == "Suchergebnis (1 von 1 Diktat)"; });
     for (int i = 0; i < 1200; ++i)
         store.add("2$WAV@@14$Berta " + std::to_string(i) + ".WAV");
@@ -100,8 +94,7 @@ TEST_F(ResultFilter, CountsAsOneWrites) {
 TEST_F(ResultFilter, FollowsColumnsLanguageAndSearch) {
     open();
     typed("high", 1);
-    host().answers["PI_GetLanguage"] = "7";
-    action("language");
+    speak("7");
     waitFor([&] { return model().rowCount() == 0; });
     EXPECT_EQ(typed("hoch", 1), "*Ärmel; ");
     for (auto& field : modDictation::searchFields())
@@ -154,8 +147,7 @@ TEST_F(ResultFilter, IsTakenBackWhateverComesBetween) {
     open();
     typed("anna", 1);
     filter().clear();
-    host().answers["PI_GetLanguage"] = "7";
-    action("language");
+    speak("7");
     waitFor([&] { return model().rowCount() == 3; });
     EXPECT_EQ(text("lblSearchResult"), "Suchergebnis (3 Diktate)");
 }
@@ -187,8 +179,6 @@ public:
         pthread_setattr_default_np(&before_);
         pthread_attr_destroy(&before_);
     }
-    NoThreads(const NoThreads&) = delete;
-    NoThreads& operator=(const NoThreads&) = delete;
 
 private:
     pthread_attr_t before_{};
@@ -217,10 +207,7 @@ TEST_F(ResultFilter, ShowsAllRowsWhenItCannotFilter) {
 
 TEST_F(ResultFilter, SurvivesWhatItsThreadThrows) {
     openControl();
-    const struct {
-        AsideWork::Work work;
-        const char* logged;
-    } cases[] = {
+    const std::pair<AsideWork::Work, const char*> cases[] = {
         {[](const auto&) -> AsideWork::Delivery { throw std::runtime_error("gone"); }, "k - gone"},
         {[](const auto&) -> AsideWork::Delivery { throw 1; }, "k - unknown"}};
     for (const auto& [work, line] : cases) {

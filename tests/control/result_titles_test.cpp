@@ -16,18 +16,15 @@ TEST_F(AuthorRows, SortByTwoColumns) {
     EXPECT_EQ(authorsWithNumbers(), "Berta1 Berta2 Anna1 Anna2 ");
     choose(8, "Then descending");
     EXPECT_EQ(authorsWithNumbers(), "Berta2 Berta1 Anna2 Anna1 ");
-    openControl();
-    searchAll();
+    openAndSearch();
     EXPECT_EQ(authorsWithNumbers(), "Berta2 Berta1 Anna2 Anna1 ") << "remembered";
     choose(8, "Then descending");
     choose(5, "Sort ascending");
     EXPECT_EQ(rows(18).size(), std::string("*; Knie & Hüfte; ; ; ").size());
     openMenu(8);
-    auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-    ASSERT_NE(menu, nullptr);
-    for (const QAction* entry : menu->actions())
+    for (const QAction* entry : popup().actions())
         EXPECT_FALSE(entry->isChecked()) << entry->text().toStdString();
-    menu->close();
+    popup().close();
 }
 
 TEST_F(AuthorRows, TakeBackASecondColumnThatIsHidden) {
@@ -95,15 +92,7 @@ TEST_F(AuthorRows, ColumnsFollowTheirMenu) {
               results().fontMetrics().horizontalAdvance(QStringLiteral("Berta")));
     for (const char* expected : {"2 1 4 3 5 7 ", "2 1 4 3 5 6 "}) {
         openMenu(5);
-        auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-        ASSERT_NE(menu, nullptr);
-        for (QAction* action : menu->actions())
-            if (action->menu() != nullptr)
-                for (QAction* field : action->menu()->actions())
-                    if (field->text() == QLatin1String("Typist"))
-                        field->trigger();
-        menu->close();
-        QCoreApplication::processEvents();
+        trigger("Typist");
         EXPECT_TRUE(titles().starts_with(expected)) << titles();
         EXPECT_EQ(modINI::ReadIniValueDirect("ColumnVisible", "6", "", path("SearchColumns.dat")),
                   expected[10] == '7' ? "0" : "-1");
@@ -116,15 +105,7 @@ TEST_F(AuthorRows, ColumnsFollowTheirMenu) {
 TEST_F(AuthorRows, TitlesHaveAMenuForTheKeyboard) {
     open();
     key(results(), Qt::Key_H, Qt::ControlModifier | Qt::ShiftModifier);
-    auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-    ASSERT_NE(menu, nullptr);
-    for (QAction* column : menu->actions())
-        if (column->text() == QLatin1String("Author"))
-            for (QAction* entry : column->menu()->actions())
-                if (entry->text().contains(QLatin1String("descending")) && !entry->isChecked())
-                    entry->trigger();
-    menu->close();
-    QCoreApplication::processEvents();
+    trigger("descending", "Author");
     EXPECT_EQ(rows().substr(0, 5), "Berta");
     const auto* header = results().horizontalHeader();
     EXPECT_EQ(header->model()->headerData(column(8), Qt::Horizontal, Qt::AccessibleTextRole),

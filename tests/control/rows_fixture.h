@@ -3,6 +3,7 @@
 #pragma once
 
 #include "control/results/result_model.h"
+#include "support/modINI.h"
 #include "tests/window/window_fixture.h"
 
 namespace ov::tests {
@@ -21,6 +22,9 @@ public:
         return all;
     }
     std::string text(const char* label) { return widget<QLabel>(label).text().toStdString(); }
+    std::string setting(const char* key) {
+        return modINI::ReadIniValueDirect("OVSearch.ctrlOVSearch", key, "", path("local.ini"));
+    }
     void waitFor(const std::function<bool()>& seen) { EXPECT_TRUE(QTest::qWaitFor(seen)); }
 };
 

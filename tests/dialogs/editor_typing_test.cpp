@@ -9,8 +9,6 @@
 namespace ov {
 namespace {
 
-using namespace tests;
-
 class TypingInTheEditor : public Editor {};
 
 TEST_F(TypingInTheEditor, ChoosesTheEntryThatIsTyped) {
@@ -18,27 +16,22 @@ TEST_F(TypingInTheEditor, ChoosesTheEntryThatIsTyped) {
     QTest::keyClicks(&operators(), QStringLiteral(" "));
     EXPECT_TRUE(operators().view()->isVisible()) << "the blank alone opens the list";
     QTest::keyClick(operators().view(), Qt::Key_Escape);
-    struct Case {
-        const char* list;
-        int field;
-        const char* typed;
-        const char* chosen;
-    };
-    const std::vector<Case> cases = {{"cboField", 4, "status", "Status"},
-                                     {"cboField", 4, "AUTHOR C", "Author code"},
-                                     {"cboField", 4, "author", "Author"},
-                                     {"cboField", 4, "date", "Due date"},
-                                     {"cboField", 4, "zz", "File name"}, // nothing has it
-                                     {"cboField", 4, "dd", "Due date"},  // the second with "d"
-                                     {"cboOperator", 9, "is between", "is between"},
-                                     {"cboOperator", 9, "week", "is last week"}};
-    for (const Case& c : cases) {
+    const std::tuple<const char*, int, const char*, const char*> cases[] = {
+        {"cboField", 26, "status", "Status"},
+        {"cboField", 26, "AUTHOR C", "Author code"},
+        {"cboField", 26, "author", "Author"},
+        {"cboField", 26, "date", "Due date"},
+        {"cboField", 26, "zz", "File name"}, // nothing has it
+        {"cboField", 26, "dd", "Due date"},  // the second with "d"
+        {"cboOperator", 9, "is between", "is between"},
+        {"cboOperator", 9, "week", "is last week"}};
+    for (const auto& [name, field, typed, chosen] : cases) {
         open();
-        choose(fields(), c.field == 4 ? 26 : c.field);
-        auto& list = child<QComboBox>(*form_, c.list);
-        QTest::keyClicks(&list, QString::fromUtf8(c.typed));
-        EXPECT_EQ(list.currentText().toStdString(), c.chosen) << c.typed;
-        EXPECT_FALSE(list.view()->isVisible()) << c.typed;
+        choose(fields(), field);
+        auto& list = child<QComboBox>(*form_, name);
+        QTest::keyClicks(&list, QString::fromUtf8(typed));
+        EXPECT_EQ(list.currentText().toStdString(), chosen) << typed;
+        EXPECT_FALSE(list.view()->isVisible()) << typed;
     }
     QTest::keyClicks(&fields(), fields().itemText(0));
     EXPECT_EQ(fields().currentIndex(), 0);
@@ -50,25 +43,19 @@ TEST_F(TypingInTheEditor, ChoosesTheEntryThatIsTyped) {
 
 TEST_F(TypingInTheEditor, TakesDaysAsTheyAreTyped) {
     const QDate today = QDate::currentDate();
-    struct Case {
-        const char* typed;
-        QDate meant;
-    };
-    const std::vector<Case> cases = {
-        {"yesterday", today.addDays(-1)},   {"ToMorrow", today.addDays(1)},
-        {"-7", today.addDays(-7)},          {"+3", today.addDays(3)},
-        {"21.11.", {today.year(), 11, 21}}, {"21.11.24", {2024, 11, 21}},
-        {"211124", {2024, 11, 21}},         {"9", {today.year(), today.month(), 9}},
-        {"21.11.2023", {2023, 11, 21}}};
-    for (const Case& c : cases) {
+    for (const auto& [typed, meant] : {std::pair("ToMorrow", today.addDays(1)),
+                                       {"-7", today.addDays(-7)},
+                                       {"9", QDate(today.year(), today.month(), 9)},
+                                       {"21.11.", QDate(today.year(), 11, 21)},
+                                       {"211123", QDate(2023, 11, 21)}}) {
         open("9|13|2020-01-02|");
         auto& date = child<QDateEdit>(*form_, "dtpValue(0)");
         date.setDate(today);
         ASSERT_TRUE(QTest::qWaitForWindowActive(form_.get()));
         date.setFocus(Qt::TabFocusReason);
-        QTest::keyClicks(&date, QString::fromUtf8(c.typed));
+        QTest::keyClicks(&date, QString::fromUtf8(typed));
         QTest::keyClick(&date, Qt::Key_Return);
-        EXPECT_EQ(result(), "9|13|" + c.meant.toString(Qt::ISODate).toStdString() + "|") << c.typed;
+        EXPECT_EQ(result(), "9|13|" + meant.toString(Qt::ISODate).toStdString() + "|") << typed;
     }
     open("9|16|2020-01-02|2020-01-03");
     auto& second = child<QDateEdit>(*form_, "dtpValue(1)");

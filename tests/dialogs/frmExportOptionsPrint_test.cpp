@@ -9,8 +9,6 @@
 namespace ov {
 namespace {
 
-using namespace tests;
-
 class PrintOptions : public WindowTest {
 protected:
     void open(const std::string& title, std::int16_t range = 0) {

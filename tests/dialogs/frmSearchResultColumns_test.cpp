@@ -7,8 +7,6 @@
 namespace ov {
 namespace {
 
-using namespace tests;
-
 class ColumnChooser : public WindowTest {
 protected:
     void open() {

@@ -6,7 +6,6 @@
 #include "dictation/field_date.h"
 #include "dictation/field_values.h"
 #include "dictation/name_decoding.h"
-#include "dictation/name_encoding.h"
 #include "platform/locale.h"
 #include "support/language/modLanguage.h"
 
@@ -22,41 +21,11 @@ TEST(NameDecoding, GivesWhatThePassesGive) {
         {"²³%!$", "²³%!$", "²³%!$"},
         {"%%%!!!²²²³³³$$##", ">%.!?²<³$:#", "%%%!!!²²²³³³$$##"},
         {"²01²00²0²1²²1²a²", "²01²00²0²1?1²a²", "*²0²*²*²a²"},
-        {"äß€#A0\xC2", "äß€#A0\xC2", "äß€#A0\xC2"},
-    };
+        {"äß€#A0\xC2", "äß€#A0\xC2", "äß€#A0\xC2"}};
     for (const auto& [text, general, second] : cases) {
         EXPECT_EQ(DecodeFieldText(text), general);
         EXPECT_EQ(DecodeFieldText2(text), second);
     }
-}
-
-TEST(NameEncoding, WritesWhatReadsBack) {
-    const std::optional<std::string> none;
-    const std::optional<std::string> cases[][3] = {
-        {"*/?<>\".:", "~_²²³³%%'!!$#", "²1²2²4²5²6²7²8²9"},
-        {"a\\b|c", none, "a²3b²Ac"},
-        {"²a³%!$", "²a³%!$", "²0a³%!$"},
-        {"a!!b", none, "a!!b"},
-        {"m²1", "m²1", none},
-    };
-    for (const auto& [text, general, second] : cases) {
-        EXPECT_EQ(encodeFieldText(*text), general) << *text;
-        EXPECT_EQ(encodeFieldText2(*text), second) << *text;
-        EXPECT_EQ(general ? DecodeFieldText(*general) : *text, *text);
-    }
-    for (const char* text : {"a@@5$HOCH", "a@", "a\nb", "M\xFCller"})
-        EXPECT_FALSE(encodeFieldText(text) || encodeFieldText2(text)) << text;
-}
-
-TEST(NameBuilder, RefusesAndStaysAsItWas) {
-    DictationNameBuilder name(20);
-    EXPECT_TRUE(name.add(5, "HOCH") && name.add(2, "ROH"));
-    EXPECT_FALSE(name.add(5, "MSG") || name.add(2, "MAI")) << "there already";
-    EXPECT_FALSE(name.add(-1, "x") || name.add(0, "x")) << "no field of a name";
-    EXPECT_FALSE(name.add(7, "a_b")) << "cannot be written";
-    EXPECT_FALSE(name.add(8, "1234")) << "21 bytes";
-    EXPECT_TRUE(name.add(8, "123")) << "20 bytes";
-    EXPECT_EQ(name.name(), "2$ROH@@5$HOCH@@8$123");
 }
 
 TEST(DictationRecord, ReadsFields) {
@@ -77,8 +46,7 @@ TEST(DictationRecord, ReadsFields) {
         {"2$@@7$24.12.2003 17$05$00", -3, "37979.7118055556"},
         {"2$@@4$ 24.12.2003  ", -4, "37979"},
         {"2$@@20$soon", -5, ""},
-        {"2$", -3, ""},
-    };
+        {"2$", -3, ""}};
     for (const auto& [name, field, expected] : cases) {
         std::string value = "left over";
         EXPECT_EQ(GetDictationField(field, "\\store\\Ward3\\", name, value), expected.has_value());
@@ -110,8 +78,7 @@ TEST(DictationRecord, DirectoryText) {
         {"Ward3\\", "Ward3"},
         {"\\", ""},
         {"\\a\\XERL\\", "...\\XERL"},
-        {"\\Ä\\M\xFCller\\ERL\\", "...\\Müller\\ERL"},
-    };
+        {"\\Ä\\M\xFCller\\ERL\\", "...\\Müller\\ERL"}};
     for (const auto& [directory, text] : cases)
         EXPECT_EQ(GetDirectoryText(directory), text) << directory;
 }
@@ -147,8 +114,7 @@ TEST(FieldDate, ReadsTheWrittenForm) {
         {"24x.12y.2003z", "2003-12-24"},
         {"24.12-2003 17$05$00 x", "2003-12-24 17:05:00"},
         {"24.12.2003 -1$-1$-1", "2003-12-24 00:00:00"}, // a sign is no digit
-        {"²².³³.2003", "2002-11-30"},
-    };
+        {"²².³³.2003", "2002-11-30"}};
     for (const auto& [text, date] : cases)
         EXPECT_EQ(describe(ReadFieldDate(text, false)), date) << text;
     EXPECT_EQ(describe(ReadFieldDate("24.12.2003 17$05$00", true)), "2003-12-24");
@@ -222,8 +188,7 @@ TEST(FieldValues, ShownTexts) {
         {7, "2$@@17$384", "(Status 128), (Status 256)"},
         {7, "2$@@17$0", ""},
         {7, "2$@@17$x", "x"},
-        {0, "2$", ""},
-    };
+        {0, "2$", ""}};
     for (const auto& [field, name, shown] : cases)
         EXPECT_EQ(shownValue(field, {"\\store\\Ward3\\", name}), shown) << name;
     platform::setLocale(std::nullopt);

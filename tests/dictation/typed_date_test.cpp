@@ -6,7 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
-#include <vector>
+#include <tuple>
 
 namespace ov::modDictation {
 namespace {
@@ -22,47 +22,26 @@ std::string meaning(std::string_view typed, DateOrder order) {
 }
 
 TEST(TypedDate, IsReadAsPeopleWriteDays) {
-    struct Case {
-        std::string typed;
-        std::string meant;
-        std::string inAmerica;
-    };
-    const std::string no = "no day";
-    const std::vector<Case> cases = {
-        {"gestern", "2020-02-28", "2020-02-28"},
-        {" HEUTE ", "2020-02-29", "2020-02-29"},
-        {"üBERMORGEN", "2020-03-01", "2020-03-01"},
-        {"gester", no, no},
-        {"yesterday", no, no},
-        {"-7", "2020-02-22", "2020-02-22"},
-        {"+366", "2021-03-01", "2021-03-01"},
-        {"-0", "2020-02-29", "2020-02-29"},
-        {"+", no, no},
-        {"--7", no, no},
-        {"+999999", no, no},
-        {"21.11.", "2020-11-21", "2020-11-21"},
-        {"1.3", "2020-03-01", "2020-03-01"},
-        {"3/4/", "2020-04-03", "2020-03-04"},
-        {"21-11", "2020-11-21", no},
-        {"29.2.", "2020-02-29", "2020-02-29"},
-        {"30.2.", no, no},
-        {"21.11./", no, no},
-        {".11.", no, no},
-        {"21..", no, no},
-        {"21.11.26", "2026-11-21", "2026-11-21"},
-        {"3/4/26", "2026-04-03", "2026-03-04"},
-        {"2026-11-21", "2026-11-21", "2026-11-21"},
-        {"0304", "2020-04-03", "2020-03-04"},
-        {"030426", "2026-04-03", "2026-03-04"},
-        {"03041999", "1999-04-03", "1999-03-04"},
-        {"3004199", no, no},
-        {"7", no, no},
-        {"", no, no},
-    };
-    for (const Case& c : cases) {
-        EXPECT_EQ(meaning(c.typed, DateOrder::dayMonthYear), c.meant) << c.typed;
-        EXPECT_EQ(meaning(c.typed, DateOrder::monthDayYear), c.inAmerica) << c.typed;
+    const std::pair<const char*, const char*> everywhere[] = {
+        {"gestern", "2020-02-28"},  {" HEUTE ", "2020-02-29"},   {"üBERMORGEN", "2020-03-01"},
+        {"-7", "2020-02-22"},       {"+366", "2021-03-01"},      {"-0", "2020-02-29"},
+        {"21.11.", "2020-11-21"},   {"1.3", "2020-03-01"},       {"29.2.", "2020-02-29"},
+        {"21.11.26", "2026-11-21"}, {"2026-11-21", "2026-11-21"}};
+    for (const auto& [typed, meant] : everywhere)
+        for (const DateOrder order : {DateOrder::dayMonthYear, DateOrder::monthDayYear})
+            EXPECT_EQ(meaning(typed, order), meant) << typed;
+    const std::tuple<const char*, const char*, const char*> byCountry[] = {
+        {"3/4/", "2020-04-03", "2020-03-04"},     {"3/4/26", "2026-04-03", "2026-03-04"},
+        {"0304", "2020-04-03", "2020-03-04"},     {"030426", "2026-04-03", "2026-03-04"},
+        {"03041999", "1999-04-03", "1999-03-04"}, {"21-11", "2020-11-21", "no day"}};
+    for (const auto& [typed, meant, inAmerica] : byCountry) {
+        EXPECT_EQ(meaning(typed, DateOrder::dayMonthYear), meant) << typed;
+        EXPECT_EQ(meaning(typed, DateOrder::monthDayYear), inAmerica) << typed;
     }
+    for (const char* typed : {"gester", "yesterday", "+", "--7", "+999999", "30.2.", "21.11./",
+                              ".11.", "21..", "3004199", "7", ""})
+        for (const DateOrder order : {DateOrder::dayMonthYear, DateOrder::monthDayYear})
+            EXPECT_EQ(meaning(typed, order), "no day") << typed;
 }
 
 } // namespace

@@ -3,7 +3,6 @@
 #pragma once
 
 #include "dictation/field_table.h"
-#include "dictation/search/criterion.h"
 #include "export/file_export.h"
 #include "platform/locale.h"
 #include "support/language/modLanguage.h"
@@ -11,18 +10,11 @@
 #include "tests/run_program.h"
 #include "tests/settings_fixture.h"
 
-#include <gtest/gtest.h>
-
-#include <filesystem>
-#include <map>
-#include <string>
 #include <utility>
-#include <vector>
 
 namespace ov::exporting {
 
 using namespace std::string_literals;
-namespace fs = std::filesystem;
 using tests::holds;
 using tests::shellOutput;
 using Cells = std::vector<std::string>;

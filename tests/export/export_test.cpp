@@ -1,7 +1,6 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
-#include "export/cell.h"
 #include "export/export_settings.h"
 #include "tests/export/export_fixture.h"
 
@@ -88,23 +87,16 @@ TEST_F(Export, CriteriaStandInWords) {
     }
 }
 
-TEST_F(Export, RemembersFolderAndFormat) {
+TEST_F(Export, KnowsFormatsByNameAndBoundsSizes) {
     const ExportSettings settings(path("local.ini"));
     EXPECT_TRUE(settings.format() == Format::pdf && settings.folder().empty());
-    settings.setFormat(Format::html);
-    settings.setFolder(path(""));
-    EXPECT_TRUE(settings.format() == Format::html && settings.folder() == path(""));
-    for (const auto& [name, format] :
-         std::map<std::string, std::optional<Format>>{{"a.b/c", {}},
-                                                      {"a.b\\c", {}},
-                                                      {"csv", {}},
-                                                      {"a.csvx", {}},
-                                                      {"a.csv.", {}},
-                                                      {"a.XLSX", Format::xlsx},
-                                                      {"x/a.b.Htm", Format::html},
-                                                      {".tsv", Format::text},
-                                                      {"a.json", Format::json}})
+    for (const auto& [name, format] : std::map<std::string, Format>{{"a.XLSX", Format::xlsx},
+                                                                    {"x/a.b.Htm", Format::html},
+                                                                    {".tsv", Format::text},
+                                                                    {"a.json", Format::json}})
         EXPECT_EQ(formatOfFile(name), format) << name;
+    for (const char* none : {"a.b/c", "a.b\\c", "csv", "a.csvx", "a.csv."})
+        EXPECT_EQ(formatOfFile(none), std::nullopt) << none;
     for (const auto& [written, size] :
          {std::pair("1000", 36), std::pair("36", 36), std::pair("4", 4), std::pair("3", 0)}) {
         write("local.ini", "[OVSearch.ctrlOVSearch]\r\nPrintOrientation=7\r\nPrintFontName=Serif"

@@ -9,7 +9,6 @@
 #include "tests/export/export_fixture.h"
 
 #include <algorithm>
-#include <regex>
 
 namespace ov::exporting {
 namespace {
@@ -30,28 +29,16 @@ TEST_F(Export, SheetHasTextDatesLengthsAndNumbers) {
     };
     const std::string sheet = part("worksheets/sheet1.xml");
     EXPECT_FALSE(holds(sheet, "<f>")) << "a formula";
-    for (const char* expected : {"=HYPERLINK(1)",
-                                 "&lt;script&gt;",
-                                 "line\nend_x000D_\nagain",
-                                 "_x001B_[31m",
-                                 "mark \xEF\xBF\xBD!",
-                                 "_x005F_x0041_@@",
-                                 "s=\"3\"><v>46346.71180555555</v>",
-                                 "<v>0.0015625</v>",
-                                 "<v>42</v>",
-                                 ">007<",
-                                 ">01.01.1900<",
-                                 "<v>123456789012345</v>",
-                                 "<t>1234567890123456<",
-                                 "s=\"5\"><v>61</v>",
-                                 ">28.02.1900<",
-                                 "Müller",
-                                 "<pane ySplit=\"1\"",
-                                 "width=\"18.7109375\"",
-                                 "width=\"60.7109375\"",
-                                 "orientation=\"landscape\"",
-                                 "<autoFilter ref=\"A1:E23\""})
-        EXPECT_PRED2(holds, sheet, expected);
+    for (const char* text : {"=HYPERLINK(1)", "&lt;script&gt;", "line\nend_x000D_\nagain", "Müller",
+                             "_x001B_[31m", "mark \xEF\xBF\xBD!", "_x005F_x0041_@@", ">007<",
+                             ">01.01.1900<", ">28.02.1900<", "<t>1234567890123456<"})
+        EXPECT_PRED2(holds, sheet, text);
+    for (const char* number : {"s=\"3\"><v>46346.71180555555</v>", "<v>0.0015625</v>", "<v>42</v>",
+                               "<v>123456789012345</v>", "s=\"5\"><v>61</v>"})
+        EXPECT_PRED2(holds, sheet, number);
+    for (const char* look : {"<pane ySplit=\"1\"", "width=\"18.7109375\"", "width=\"60.7109375\"",
+                             "orientation=\"landscape\"", "<autoFilter ref=\"A1:E23\""})
+        EXPECT_PRED2(holds, sheet, look);
     const std::string book = part("workbook.xml");
     EXPECT_PRED2(holds, book, "name=\"a    b  c d, which is longer t\"");
     EXPECT_PRED2(holds, book, "!$1:$1</definedName>") << "the captions on each page";

@@ -6,16 +6,13 @@
 #include "tests/child_process.h"
 #include "tests/platform/files_fixture.h"
 
-#include <algorithm>
 #include <cerrno>
 #include <chrono>
-#include <csignal>
 #include <fcntl.h>
 
 namespace ov::platform {
 namespace {
 
-namespace fs = std::filesystem;
 using namespace std::string_literals;
 
 TEST_F(Files, ReplacesKeepingRightsAndLinks) {

@@ -7,8 +7,6 @@
 
 #include <gtest/gtest.h>
 
-#include <string>
-#include <sys/stat.h>
 #include <vector>
 
 namespace ov::platform {

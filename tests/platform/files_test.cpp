@@ -1,23 +1,14 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
-#include "platform/directories.h"
-#include "platform/program_end.h"
-#include "tests/child_process.h"
 #include "tests/platform/files_fixture.h"
-
-#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cerrno>
-#include <chrono>
-#include <csignal>
-#include <fcntl.h>
 
 namespace ov::platform {
 namespace {
 
-namespace fs = std::filesystem;
 using namespace std::string_literals;
 // What `call` makes of each.
 template <typename Call>

@@ -26,8 +26,7 @@ TEST_F(LocaleTest, FollowsTheNameWithoutAnInstalledLocale) {
         {"sv_SE", "2026-03-05 17:07:09", "0987-11-21 00:00:59", ',', 1},
         {"fi_FI", "5.3.2026 17:07:09", "21.11.0987 00:00:59", ',', 1},
         {"fa_IR", "2026/3/5 17:07:09", "0987/11/21 00:00:59", '.', 6},
-        {"C.UTF-8", "03/05/2026 17:07:09", "11/21/0987 00:00:59", '.', 0},
-    };
+        {"C.UTF-8", "03/05/2026 17:07:09", "11/21/0987 00:00:59", '.', 0}};
     for (const auto& [name, inTheEvening, atMidnight, decimalSign, firstWeekday] : cases) {
         SCOPED_TRACE(name);
         const Locale own = localeNamed(name);
@@ -61,8 +60,7 @@ TEST_F(LocaleTest, ReadsDates) {
         {"1.1.30", "1930-01-01", "1930-01-01", "1930-01-01"},
         {" \t2026-11-21 ", "2026-11-21", "2026-11-21", "2026-11-21"},
         {"1.1.0100", "0100-01-01", "0100-01-01", "0100-01-01"},
-        {"31.12.9999", "9999-12-31", "9999-12-31", "9999-12-31"},
-    };
+        {"31.12.9999", "9999-12-31", "9999-12-31", "9999-12-31"}};
     for (const auto& [text, german, american, swedish] : cases) {
         EXPECT_EQ(dateIn("de", text), german) << text;
         EXPECT_EQ(dateIn("en_US", text), american) << text;
@@ -75,8 +73,7 @@ TEST_F(LocaleTest, ReadsDates) {
         {"1.1.6", "1.1.026", "1.1.20266", "001.1.2026", "1.001.2026"},
         {"0.1.2026", "1.0.2026", "1.13.2026", "32.1.2026", "29.2.2023", "1.1.0099"},
         {"-1.1.2026", "1/1/-0", "+1.1.2026", "--2026"},
-        {"1.1.2026x", "1.1.2026 17:00", "99999999999.1.1"},
-    };
+        {"1.1.2026x", "1.1.2026 17:00", "99999999999.1.1"}};
     for (const auto& texts : noDates)
         for (const char* text : texts)
             EXPECT_EQ(dateIn("de", text), "") << text;
@@ -89,8 +86,7 @@ TEST_F(LocaleTest, ReadsNumbers) {
         {2.5, {}, {"2,5", "0,25E+1"}},
         {{}, 2.5, {"2.5", "25.e-1"}},
         {{}, {}, {"", " ", "+", "-", "+-5", "--5", "5 5", "5x", "0x10", "1,5,5", "1.234,5"}},
-        {{}, {}, {"inf", "nan", "1e", "e1", "1e999", "&H1"}},
-    };
+        {{}, {}, {"inf", "nan", "1e", "e1", "1e999", "&H1"}}};
     for (const auto& [german, american, texts] : cases)
         for (const char* text : texts) {
             setLocale(localeNamed("de"));

@@ -40,8 +40,7 @@ TEST(Text, UpperCase) {
         {"u\u0308 \u03B1\u0301", "\u00DC \u0386"},                 // decomposed
         {"s\u0323\u0307 s\u0307\u0323", "\u1E68 \u1E68"},          // two marks in either order
         {"\u1112\u1161", "\uD558"},                                // Hangul
-        {"u\u0308\xE4z", "\u00DC\xE4Z"},
-    };
+        {"u\u0308\xE4z", "\u00DC\xE4Z"}};
     for (std::size_t count = 0; count < mostBefore; ++count)
         for (const auto& [text, expected] : cases)
             EXPECT_EQ(upperCase(std::string(count, 'x') + text),
@@ -74,8 +73,7 @@ TEST(Text, Utf16) {
         {"\x3D\xD8z\0"s, lost + "z"}, // one half of a pair, then the other
         {"\x00\xDEz\0"s, lost + "z"},
         {"\x00\xDE\x3D\xD8"s, lost + lost},
-        {"a\0b"s, "a" + lost},
-    };
+        {"a\0b"s, "a" + lost}};
     for (const auto& [bytes, text] : littleEndian)
         EXPECT_EQ(utf16ToUtf8(bytes, false), text);
     EXPECT_EQ(utf16ToUtf8("\0a\x20\xAC"s, true), "a\xE2\x82\xAC");

@@ -19,8 +19,6 @@ class ScriptedMixer final : public WaveMixer {
 public:
     ScriptedMixer() : before_(installMixerCalls(this)) {}
     ~ScriptedMixer() override { installMixerCalls(before_); }
-    ScriptedMixer(const ScriptedMixer&) = delete;
-    ScriptedMixer& operator=(const ScriptedMixer&) = delete;
 
     std::uint32_t getNumDevs() override { return static_cast<std::uint32_t>(names.size()); }
     std::uint32_t open(MixerHandle& handle, std::uint32_t device, std::uint32_t callback,

@@ -42,12 +42,6 @@ TEST_F(Multimedia, DrivesADevice) {
     EXPECT_EQ(MciGetSpeed(alias), -1);
     EXPECT_EQ(MciSeek(alias, 7000), "");
     EXPECT_EQ(MciPlay(alias, 77, -1, -1), "") << "the output's refusal does not count";
-    EXPECT_EQ((Commands{MciPause(alias), MciGetMode(alias)}), (Commands{"", "paused"}));
-    EXPECT_GE(MciGetPosition(alias), 7000);
-    EXPECT_EQ((Commands{MciResume(alias), MciSeekAndPlay(alias, 15000), MciGetMode(alias)}),
-              (Commands{"", "", "playing"}));
-    EXPECT_EQ((Commands{MciStop(alias), MciGetMode(alias)}), (Commands{"", "stopped"}));
-    EXPECT_GE(MciGetPosition(alias), 15000);
     const std::string outOfRange =
         "The specified parameter is out of range for the specified command.";
     EXPECT_EQ(MciPlay(alias, -1, 20, 10), outOfRange);

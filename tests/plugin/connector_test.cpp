@@ -40,22 +40,6 @@ protected:
     StartedPlugIn started_;
 };
 
-TEST_F(Plugin, SaysWhoItIsAndKeepsWhatTheHostStores) {
-    Connector& plugIn = connector();
-    EXPECT_EQ(plugIn.PlugInName() + " " + plugIn.PlugInVersion(), "OVSearch 1.00.0000");
-    EXPECT_EQ(plugInVersionText(10, 123, 45678), "10.123.45678");
-    plugIn.setPlugInDescription("a");
-    plugIn.setPlugInControlName("b");
-    plugIn.setPlugInControlContainerName("c");
-    plugIn.setPlugInControlReferenceNumber(-1);
-    plugIn.setPlugInControlTabNumber(2);
-    EXPECT_EQ(plugIn.PlugInDescription() + plugIn.PlugInControlName() +
-                  plugIn.PlugInControlContainerName() +
-                  std::to_string(plugIn.PlugInControlReferenceNumber()) +
-                  std::to_string(plugIn.PlugInControlTabNumber()),
-              "abc-12");
-}
-
 TEST_F(Plugin, WindowEvents) {
     const Lines load = {"trace(Get wiMain:weLoad. Add Control to Window.)",
                         "AddPlugInControl(OVSearch.ctrlOVSearch)"};

@@ -6,18 +6,13 @@
 
 #include "playback/clsMixer.h"
 #include "playback/modMultimedia.h"
-#include "sound/media.h"
 #include "tests/sound_server.h"
 #include "tests/sound_signal.h"
-#include "tests/temporary_store.h"
 #include "tests/wave_files.h"
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <cmath>
 #include <functional>
-#include <optional>
 
 namespace ov::modMultimedia {
 namespace {
@@ -172,28 +167,25 @@ TEST_F(Sound, FollowsVolumeAndMeter) {
             return std::fabs(std::abs(mixer.GetVUMeterValue()) / 32768.0 - 0.8 * share) < 0.01;
         });
     };
-    const struct {
-        std::int32_t volume;
-        const char* audio;
-        double share;
-    } cases[] = {{65535, "on", 1}, {32768, "on", 0.5}, {65535, "off", 0}, {0, "on", 0}};
-    for (const auto& test : cases) {
-        SCOPED_TRACE(test.volume);
-        ASSERT_TRUE(mixer.SetVolumeValue(test.volume));
+    const std::tuple<std::int32_t, const char*, double> cases[] = {
+        {65535, "on", 1}, {32768, "on", 0.5}, {65535, "off", 0}, {0, "on", 0}};
+    for (const auto& [volume, audio, share] : cases) {
+        SCOPED_TRACE(volume);
+        ASSERT_TRUE(mixer.SetVolumeValue(volume));
         openTone({}, 3, 0.8, 440);
-        ASSERT_EQ(MciCommand("set PBWave audio all "s + test.audio), "");
+        ASSERT_EQ(MciCommand("set PBWave audio all "s + audio), "");
         const std::size_t played = recorder_->count();
         ASSERT_EQ(MciPlay(alias, -1, 0, -1), "");
         waitForPosition(300);
-        waitForLevel(test.share);
+        waitForLevel(share);
         recorder_->waitForMore(perSecond / 4);
         mixer.SetVolumeValue(0);
         waitForLevel(0);
         MciStop(alias);
         waitForSilence();
         const Samples heard = recordedSince(played);
-        EXPECT_EQ(tests::startOfSound(heard) == heard.size(), test.share == 0);
-        EXPECT_NEAR(*std::max_element(heard.begin(), heard.end()), 0.8 * test.share, 0.02);
+        EXPECT_EQ(tests::startOfSound(heard) == heard.size(), share == 0);
+        EXPECT_NEAR(*std::max_element(heard.begin(), heard.end()), 0.8 * share, 0.02);
         for (const auto piece : tests::soundsOf(heard, 2))
             for (std::size_t i = 1; i < piece.size(); ++i)
                 ASSERT_LT(std::fabs(piece[i] - piece[i - 1]), 0.06) << "it clicks";

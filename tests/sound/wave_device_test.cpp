@@ -17,11 +17,8 @@
 
 #include <array>
 #include <chrono>
-#include <filesystem>
-#include <fstream>
 #include <iomanip>
 #include <sstream>
-#include <string>
 #include <thread>
 
 namespace ov::sound {
@@ -226,7 +223,7 @@ TEST_F(WaveDevice, SeeksAndFailsInEveryEncoding) {
         using Answer = std::pair<std::size_t, bool>;
         EXPECT_EQ(framesFrom(1'000'000'000), Answer(0, false));
         const Answer late(static_cast<std::size_t>(file->frames()) - 15000, false);
-        const std::uintmax_t half = std::filesystem::file_size(native) / 2;
+        const std::uintmax_t half = fs::file_size(native) / 2;
         const auto expectHalf = [&](bool failed) {
             EXPECT_NEAR(static_cast<double>(framesFrom(0).first), 10000, 1500);
             EXPECT_EQ(file->failed(), failed);
@@ -239,7 +236,7 @@ TEST_F(WaveDevice, SeeksAndFailsInEveryEncoding) {
             EXPECT_FALSE(readWaveOverview(store_.path("a.wav"), 10, {}, peaks));
         }
         EXPECT_EQ(framesFrom(15000), late) << "it can be read again";
-        std::filesystem::resize_file(native, half);
+        fs::resize_file(native, half);
         EXPECT_EQ(framesFrom(15000), Answer(0, false));
         expectHalf(false);
         const FailingReads bad(native, FailingReads::How::fail);

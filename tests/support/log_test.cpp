@@ -87,7 +87,7 @@ TEST_F(Log, KeepsTheLast25Lines) {
 
 TEST_F(Log, ShowsWhatCannotBeWritten) {
     const std::string native = folder().native();
-    tests::fs::create_directories(folder() / "Log/OVSearch_.log");
+    fs::create_directories(folder() / "Log/OVSearch_.log");
     EXPECT_FALSE(WriteLog("lost"));
     EXPECT_FALSE(WriteErrorLog({5, "lost"}, "Load", true));
     write("file", "");

@@ -7,12 +7,9 @@
 #include "tests/recording_interface.h"
 #include "tests/settings_fixture.h"
 
-#include <sys/stat.h>
-
 namespace ov::modFilePath {
 namespace {
 
-namespace fs = std::filesystem;
 using Lines = std::vector<std::string>;
 
 // The per-user data lie in "Orvanta" of the folder, which is not there yet, and the control's own

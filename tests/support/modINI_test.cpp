@@ -3,8 +3,10 @@
 
 #include "platform/locale.h"
 #include "support/modINI.h"
+#include "support/numbers.h"
 #include "tests/settings_fixture.h"
 
+#include <array>
 #include <limits>
 #include <vector>
 
@@ -27,26 +29,39 @@ protected:
     }
 };
 
+TEST(Numbers, AtTheStartOfAText) {
+    constexpr double infinity = std::numeric_limits<double>::infinity();
+    const std::string zeros(400, '0');
+    const std::pair<double, std::vector<std::string>> cases[] = {
+        {25, {"25", " \t25 x", "+25abc", "25.", "25.0.1", "25e", "25e+x", "2.5e1", zeros + "25"}},
+        {-0.5, {"-.5", "-0.5,", "-5e-1", "-5.E-1"}},
+        {1, {"1,5", "1 000", "1\0002"s, "1" + zeros + "e-400", "0." + zeros + "1e401"}},
+        {0, {"", " ", "-", ".", "-.", "e5", "- 5", "+-5", "\xEF\xBC\x95", "&H1F", "inf", "nan"}},
+        {0, {"0x10", "0e999", "1e-99999999999999999999", "0." + zeros + "1e5"}},
+        {infinity, {"1" + zeros, "1e999", "1e99999999999999999999", "1" + zeros + "e-50"}},
+        {-infinity, {"-1" + zeros, "-1e999"}}};
+    for (const auto& [expected, texts] : cases)
+        for (const std::string& text : texts)
+            EXPECT_EQ(leadingNumber(text), expected) << text;
+}
+
 TEST_F(ModIni, readsNumbers) {
-    const struct {
-        std::string signs; // the decimal one, then that of groups
-        std::vector<const char*> texts;
-        std::vector<std::int32_t> expected;
-    } locales[] = {{".",
-                    {"25", "-25", "+25", "\" 25 \"", "2.5", "3.5", ".6", "25 pixels", "2,5",
-                     "1.234", "-2147483649", "1e999"},
-                    {25, -25, 25, 25, 2, 4, 1, 25, 2, 1, lowest, highest}},
-                   {".",
-                    {"", "many", "-", "e5", "&Hx", "&H-1", "&H1F", "&h1f&", "&HFFFFFFFF",
-                     "&H00000000FF", "&H100000000"},
-                    {7, 7, 7, 7, 7, 7, 31, 31, -1, 255, highest}},
-                   {",", {"3,5 cm", "3.5"}, {4, 4}},
-                   {",.",
-                    {"1.234", "-12.345.678,5 cm", "3.5", "0.500", "1.2345", "1234.567"},
-                    {1234, -12345678, 4, 0, 1, 1235}},
-                   {".,", {"1,234,567.5", "2,5"}, {1234568, 2}},
-                   {",\u202F", {"1 234", "1\u202F234"}, {1234, 1234}},
-                   {".\u2019", {"1'234"}, {1234}}};
+    // The sign of decimals, then that of groups; texts; numbers.
+    const std::tuple<std::string, std::vector<const char*>, std::vector<std::int32_t>> locales[] = {
+        {".",
+         {"-25", "\" 25 \"", "2.5", "3.5", "25 pixels", "2,5", "1.234", "-2147483649", "1e999",
+          "0.49999999999999994", "2147483646.5"},
+         {-25, 25, 2, 4, 25, 2, 1, lowest, highest, 0, 2147483646}},
+        {".",
+         {"", "e5", "&Hx", "&H-1", "&H1F", "&h1f&", "&HFFFFFFFF", "&H00000000FF", "&H100000000"},
+         {7, 7, 7, 7, 31, 31, -1, 255, highest}},
+        {",", {"3,5 cm", "3.5"}, {4, 4}},
+        {",.",
+         {"1.234", "-12.345.678,5 cm", "3.5", "0.500", "1.2345", "1234.567"},
+         {1234, -12345678, 4, 0, 1, 1235}},
+        {".,", {"1,234,567.5", "2,5"}, {1234568, 2}},
+        {",\u202F", {"1 234", "1\u202F234"}, {1234, 1234}},
+        {".\u2019", {"1'234"}, {1234}}};
     for (const auto& [signs, texts, expected] : locales) {
         platform::setLocale(
             platform::Locale{.decimalSign = signs[0], .groupSign = signs.substr(1)});
@@ -103,25 +118,23 @@ TEST_F(ModIni, writesWhatItReads) {
 }
 
 TEST_F(ModIni, theDirectReaderGoesLineByLine) {
-    const struct {
-        std::string content, section, key, expected;
-    } cases[] = {{"[section]\r\nKey=Value\r\n", "SECTION", "KEY", "Value"},
-                 {"[ö]\nä=1\n", "Ö", "Ä", "1"},
-                 {"[S]\nKey =Value\n", "S", "Key", "(default)"},
-                 {"  [S]\t\n\t k=  v  \n", "S", "k", "  v"},
-                 {"[S]\n\nk\n=v\n;k=0\nk=\"a=b\"\nk=2\n", "S", "k", "\"a=b\""},
-                 {"[S]\n=v\n", "S", "", "(default)"},
-                 {"[S] ; note\nk=1\n[ S ]\nk=1\n", "S", "k", "(default)"},
-                 {"k=1\n[S]\na=1\n[T]\nk=2\n", "S", "k", "(default)"},
-                 {"[S]\na=1\n[T]\nk=1\n[s]\nk=2\n", "S", "k", "2"},
-                 {"[S]\n[x\nk=1\n", "S", "k", "(default)"},
-                 {"[S]\rk=v", "S", "k", "v"},
-                 {"\xFF\xFE[\0S\0]\0\n\0k\0=\0\xE4\0"s, "S", "k", "ä"},
-                 {"[\xD6]\nk=\xE4\n", "ö", "k", "ä"}};
-    for (const auto& test : cases) {
-        write("f.ini", test.content); // a bare name: in the Windows directory
-        EXPECT_EQ(ReadIniValueDirect(test.section, test.key, "(default)", "f.ini"), test.expected)
-            << test.content;
+    const std::array<std::string, 4> cases[] = {
+        {"[section]\r\nKey=Value\r\n", "SECTION", "KEY", "Value"},
+        {"[ö]\nä=1\n", "Ö", "Ä", "1"},
+        {"[S]\nKey =Value\n", "S", "Key", "(default)"},
+        {"  [S]\t\n\t k=  v  \n", "S", "k", "  v"},
+        {"[S]\n\nk\n=v\n;k=0\nk=\"a=b\"\nk=2\n", "S", "k", "\"a=b\""},
+        {"[S]\n=v\n", "S", "", "(default)"},
+        {"[S] ; note\nk=1\n[ S ]\nk=1\n", "S", "k", "(default)"},
+        {"k=1\n[S]\na=1\n[T]\nk=2\n", "S", "k", "(default)"},
+        {"[S]\na=1\n[T]\nk=1\n[s]\nk=2\n", "S", "k", "2"},
+        {"[S]\n[x\nk=1\n", "S", "k", "(default)"},
+        {"[S]\rk=v", "S", "k", "v"},
+        {"\xFF\xFE[\0S\0]\0\n\0k\0=\0\xE4\0"s, "S", "k", "ä"},
+        {"[\xD6]\nk=\xE4\n", "ö", "k", "ä"}};
+    for (const auto& [content, section, key, expected] : cases) {
+        write("f.ini", content); // a bare name: in the Windows directory
+        EXPECT_EQ(ReadIniValueDirect(section, key, "(default)", "f.ini"), expected) << content;
     }
     EXPECT_EQ(ReadIniValueDirect("S", "k", "(default)", "missing.ini"), "(default)");
 }

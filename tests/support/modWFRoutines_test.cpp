@@ -31,7 +31,7 @@ public:
 };
 
 TEST_F(WorkflowSettings, comeFromTheRegistry) {
-    std::filesystem::create_directory(folder() / "reg.ov"); // no marker
+    fs::create_directory(folder() / "reg.ov"); // no marker
     EXPECT_FALSE(storage().wfInitialised);
     EXPECT_EQ(WFGetValue("OV2000", "Name", "-"), "registry");
     EXPECT_EQ(WFGetValue("OV2000", "Missing", "-"), "-");
@@ -46,7 +46,7 @@ TEST_F(WorkflowSettings, comeFromTheRegistry) {
 TEST_F(WorkflowSettings, comeFromTheIniFileBesideAMarker) {
     write("reg.ov", "");
     EXPECT_EQ(WFGetValue("OV2000", "Name", "-"), "\"ini\"") << "the strict reader keeps quotes";
-    std::filesystem::remove(folder() / "reg.ov");
+    fs::remove(folder() / "reg.ov");
     EXPECT_EQ(WFGetPath("OV2000", "NetBasePath", "", true), "N:\\ini\\");
     EXPECT_EQ(WFGetPath("OV2000", "NetBasePath", "", false), "");
     EXPECT_FALSE(storage().wfUserProfile);

@@ -13,13 +13,9 @@
 #include <QShortcut>
 #include <QTextBlock>
 #include <QTextBrowser>
-#include <algorithm>
-#include <set>
 
 namespace ov {
 namespace {
-
-using namespace tests;
 
 class Help : public WindowTest {
 protected:

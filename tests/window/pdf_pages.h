@@ -9,8 +9,6 @@
 #include <QXmlStreamReader>
 #include <algorithm>
 #include <cmath>
-#include <string>
-#include <vector>
 
 // What a PDF shows, read back by another program.
 

@@ -12,9 +12,6 @@
 #include "tests/fake_host.h"
 #include "tests/recording_interface.h"
 #include "tests/settings_fixture.h"
-#include "tests/temporary_store.h"
-
-#include <gtest/gtest.h>
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -36,10 +33,6 @@
 #include <QTimer>
 #include <QToolButton>
 #include <QTreeWidget>
-#include <functional>
-#include <memory>
-#include <string>
-#include <vector>
 
 namespace ov::tests {
 
@@ -104,6 +97,10 @@ public:
         search();
         user->saysYes = false;
     }
+    void openAndSearch() {
+        openControl();
+        searchAll();
+    }
     QTableView& results() { return widget<QTableView>("lvSearchResult"); }
     // Does `act` inside the first call to the host that begins so while `run` is at work.
     void inCall(const std::string& beginning, const std::function<void()>& run,
@@ -119,6 +116,10 @@ public:
         host().onCall = nullptr;
         EXPECT_TRUE(reached) << beginning;
     }
+    // The same while a search walks.
+    void inSearch(const std::function<void()>& run, const std::function<void()>& act) {
+        inCall("PI_ProgressText", run, act);
+    }
     // Clicks the head of the column that stands there.
     void clickHeader(int column) {
         QHeaderView* header = results().horizontalHeader();
@@ -131,20 +132,40 @@ public:
         QContextMenuEvent event(QContextMenuEvent::Keyboard, {5, 5}, on.mapToGlobal(QPoint(5, 5)));
         QApplication::sendEvent(&on, &event);
     }
+    static QMenu& popup() {
+        auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        if (menu == nullptr)
+            throw std::runtime_error("no menu is open");
+        return *menu;
+    }
+    // Without the mark of its key.
+    static std::string entryText(const QAction& action) {
+        QString text = action.text().replace(QLatin1String("&&"), QLatin1String("\x01"));
+        return text.remove(u'&').replace(u'\x01', u'&').toStdString();
+    }
     // Clicks the entry of the open menu that has this in its text.
     static void click(const char* entry) {
-        auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-        ASSERT_NE(menu, nullptr) << entry;
-        for (QAction* action : menu->actions())
-            if (action->text().remove(QLatin1Char('&')).contains(QString::fromUtf8(entry))) {
-                menu->setActiveAction(action);
+        QMenu& menu = popup();
+        for (QAction* action : menu.actions())
+            if (entryText(*action).find(entry) != std::string::npos) {
+                menu.setActiveAction(action);
                 if (action->menu() == nullptr)
-                    QTest::mouseClick(menu, Qt::LeftButton, {},
-                                      menu->actionGeometry(action).center());
+                    QTest::mouseClick(&menu, Qt::LeftButton, {},
+                                      menu.actionGeometry(action).center());
                 QCoreApplication::processEvents();
                 return;
             }
         FAIL() << entry;
+    }
+    // Triggers an entry below the one of that name in the open menu, or below any.
+    static void trigger(const char* entry, const char* above = nullptr) {
+        for (const QAction* action : popup().actions())
+            if (action->menu() && (above == nullptr || entryText(*action) == above))
+                for (QAction* below : action->menu()->actions())
+                    if (entryText(*below).find(entry) != std::string::npos)
+                        below->trigger();
+        popup().close();
+        QCoreApplication::processEvents();
     }
     static void key(QWidget& on, Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
         QTest::keyClick(&on, key, modifiers);
@@ -159,6 +180,10 @@ public:
 
     // Tells the control as the host would.
     void action(std::string_view parameter) { host().events.action(2, parameter); }
+    void speak(const char* language) {
+        host().answers["PI_GetLanguage"] = language;
+        action("language");
+    }
 
     TemporaryStore store;
     std::unique_ptr<RecordingInterface> user;
@@ -259,3 +284,7 @@ inline std::string criterion(std::string text) {
 }
 
 } // namespace ov::tests
+
+namespace ov {
+using namespace tests;
+} // namespace ov

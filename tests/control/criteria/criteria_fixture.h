@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "control/criteria/criterion_delegate.h"
 #include "tests/control/control_fixture.h"
 
 #include <QDropEvent>
@@ -42,19 +41,6 @@ protected:
     }
     void altKey(Qt::Key arrow) { key(criteria(), arrow, Qt::AltModifier); }
     void controlKey(Qt::Key letter) { key(criteria(), letter, Qt::ControlModifier); }
-    // "A*B>-C" : B is selected, C is in a group with it and left out.
-    std::string line() {
-        std::string all;
-        for (int i = 0; i < criteria().topLevelItemCount(); ++i) {
-            const auto* item = criteria().topLevelItem(i);
-            const std::string text = item->data(0, Qt::UserRole).toByteArray().toStdString();
-            all += std::string(item->data(0, indentedRole).toBool() ? ">" : "") +
-                   (item->isSelected() ? "*" : "") +
-                   std::string(item->checkState(0) == Qt::Checked ? "" : "-") +
-                   modDictation::ParseCriteriaString(text).Value1;
-        }
-        return all;
-    }
     void select(const std::vector<int>& rows) {
         criteria().clearSelection();
         for (const int row : rows)

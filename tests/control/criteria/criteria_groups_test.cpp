@@ -11,8 +11,6 @@
 namespace ov {
 namespace {
 
-using namespace tests;
-
 class CriteriaGroups : public CriteriaListTest {
 protected:
     std::string spokenAt(int row) {
@@ -29,15 +27,10 @@ protected:
 };
 
 TEST_F(CriteriaGroups, AreKeptByEveryChange) {
-    struct Change {
-        std::string before;
-        std::vector<int> rows;
-        Qt::Key key;
-        Qt::KeyboardModifiers modifiers;
-        std::string after;
-    };
+    using Change =
+        std::tuple<std::string, std::vector<int>, Qt::Key, Qt::KeyboardModifiers, std::string>;
     constexpr auto alt = Qt::AltModifier;
-    for (const Change& c :
+    for (const auto& [before, rows, pressed, modifiers, after] :
          std::vector<Change>{{"ABC", {0, 1}, Qt::Key_Right, alt, "*A>*BC"}, // the first stays
                              {"AB>C", {1}, Qt::Key_Right, alt, "A>*B>C"},
                              {"A>B>C", {1}, Qt::Key_Left, alt, "A*B>C"},
@@ -55,21 +48,21 @@ TEST_F(CriteriaGroups, AreKeptByEveryChange) {
                              {"A>B>CX", {2}, Qt::Key_Down, alt, "A>BX*C"},
                              {"A>BX>Y", {1}, Qt::Key_Down, alt, "AX>*B>Y"},
                              {"A>BX", {1}, Qt::Key_Space, {}, "A>*-BX"}}) {
-        openGrouped(c.before);
-        EXPECT_EQ(line(), c.before);
-        select(c.rows);
+        openGrouped(before);
+        EXPECT_EQ(line(), before);
+        select(rows);
         const std::string selected = line();
-        key(criteria(), c.key, c.modifiers);
-        EXPECT_EQ(line(), c.after) << c.before;
-        if (c.after == selected)
+        key(criteria(), pressed, modifiers);
+        EXPECT_EQ(line(), after) << before;
+        if (after == selected)
             continue; // nothing to take back
         controlKey(Qt::Key_Z);
         select({});
-        EXPECT_EQ(line(), c.before) << "taken back";
+        EXPECT_EQ(line(), before) << "taken back";
         controlKey(Qt::Key_Y);
         select({});
         openControl();
-        std::string plain = c.after;
+        std::string plain = after;
         std::erase(plain, '*');
         EXPECT_EQ(line(), plain) << "kept";
     }
@@ -86,6 +79,9 @@ TEST_F(CriteriaGroups, AreJoinedByDragging) {
     select({0});
     drop({20, criteria().viewport()->height() - 2});
     EXPECT_EQ(line(), "CB*A>D");
+    select({0, 1});
+    drop({20, criteria().viewport()->height() - 2});
+    EXPECT_EQ(line(), "A>D*C*B");
 }
 
 TEST_F(CriteriaGroups, AreMadeFromTheMenuToo) {
@@ -93,12 +89,11 @@ TEST_F(CriteriaGroups, AreMadeFromTheMenuToo) {
     const auto offered = [this](const std::vector<int>& rows) {
         select(rows);
         rightClick(criteria());
-        auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
         std::string both;
-        for (const QAction* action : menu->actions())
+        for (const QAction* action : popup().actions())
             if (action->text().contains(u"roup"))
                 both += action->isEnabled() ? 'y' : 'n';
-        menu->close();
+        popup().close();
         return both;
     };
     EXPECT_EQ(offered({0}), "nn") << "the first stays where it is";

@@ -8,8 +8,6 @@
 namespace ov {
 namespace {
 
-using namespace tests;
-
 class CriteriaRooms : public ControlTest {
 protected:
     void openWith(int count) {

@@ -8,8 +8,6 @@
 namespace ov {
 namespace {
 
-using namespace tests;
-
 class FirstScreen : public ControlTest {
 protected:
     // What stands in the empty list; nothing while it has rows.
@@ -25,8 +23,7 @@ TEST_F(FirstScreen, SaysThatNoFolderIsChosenYet) {
     EXPECT_TRUE(hint().starts_with("No dictation folder has been chosen yet."));
     EXPECT_FALSE(button("cmdListAll").isVisible());
     search();
-    ASSERT_EQ(user->boxes.size(), 1U);
-    EXPECT_EQ(user->boxes[0].text, hint());
+    EXPECT_EQ(user->onlyText(), hint());
     host().answers["PI_GetDirectory(204)"] = store.directory();
     action("DIR_NETDICTATIONTREE");
     EXPECT_TRUE(hint().ends_with("or list all dictations."));
@@ -48,12 +45,8 @@ TEST_F(FirstScreen, ListsAllWithoutAQuestion) {
 }
 
 TEST_F(FirstScreen, TellsWhichCriterionEmptiedTheList) {
-    struct Case {
-        std::string criteria;
-        bool all;
-        std::string hint;
-    };
-    for (const Case& c : std::vector<Case>{
+    using Case = std::tuple<std::string, bool, std::string>;
+    for (const auto& [criteria, all, expected] : std::vector<Case>{
              {"5|17|Anna|\n5|17|Zoe|\n", true,
               "No dictation meets this criterion:\n\"Author\" contains Zoe"},
              {"5|17|Yve|\n5|17|Zoe|\n", true,
@@ -64,12 +57,12 @@ TEST_F(FirstScreen, TellsWhichCriterionEmptiedTheList) {
              {"5|17|Yve|\n5|17|Zoe|\n", false, "No dictation meets any of the criteria."}}) {
         store.add("2$WAV@@14$Anna.WAV").add("2$WAV@@14$Berta.WAV");
         closeControl(); // which keeps its criteria
-        write("SearchCriteria.dat", criterion(c.criteria));
+        write("SearchCriteria.dat", criterion(criteria));
         openControl();
         EXPECT_EQ(hint(), "The dictations that a search finds are listed here.");
-        clickOn(window(), c.all ? "optCriteriaCompare(1)" : "optCriteriaCompare(0)");
+        clickOn(window(), all ? "optCriteriaCompare(1)" : "optCriteriaCompare(0)");
         search();
-        EXPECT_EQ(hint(), c.hint);
+        EXPECT_EQ(hint(), expected);
     }
     for (const char* author : {"Anna", "Berta"})
         fs::remove(store.native(std::string("2$WAV@@14$") + author + ".WAV"));

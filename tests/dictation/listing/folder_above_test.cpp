@@ -8,7 +8,6 @@
 
 #include <algorithm>
 #include <deque>
-#include <filesystem>
 
 namespace ov::modDictation {
 namespace {
@@ -28,8 +27,8 @@ TEST(FolderAbove, IsTheOneThatWasListed) {
     EXPECT_EQ(above.stampOf(store.directory("a/none")), std::nullopt);
     EXPECT_EQ(ofOne.stampOf(b), stamp);
     EXPECT_TRUE(above.finishOne());
-    std::filesystem::rename(store.native("a"), store.native("moved"));
-    std::filesystem::rename(store.native("other"), store.native("a"));
+    fs::rename(store.native("a"), store.native("moved"));
+    fs::rename(store.native("other"), store.native("a"));
     EXPECT_EQ(above.stampOf(b), stamp) << "as it was held before";
     EXPECT_EQ(late.stampOf(b), platform::directoryStamp(b)) << "as the path leads elsewhere";
     EXPECT_NE(late.stampOf(b), stamp);

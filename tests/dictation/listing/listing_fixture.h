@@ -12,7 +12,6 @@
 
 namespace ov::modDictation {
 
-namespace fs = std::filesystem;
 using Texts = std::vector<std::string>;
 
 // As one thread finds them that lists each folder when it comes to it.

@@ -155,16 +155,6 @@ TEST_F(Matching, RelativeDates) {
               "2026-12-01..2026-12-31 2027-01-01..2027-01-31 2028-02-01..2028-02-29 ");
 }
 
-TEST_F(Matching, AndOr) {
-    const Criterion yes = criterion("2|25|7");
-    const Criterion no = criterion("2|25|8");
-    for (const bool all : {true, false}) {
-        EXPECT_EQ(match({}, "2$ROH", all), all);
-        EXPECT_EQ(match({yes, no}, "2$ROH", all) || match({no, yes}, "2$ROH", all), !all);
-        EXPECT_TRUE(match({yes, yes}, "2$ROH", all) && !match({no, no}, "2$ROH", all));
-    }
-}
-
 // Criteria are joined in groups, of which each is one to the others, joined the other way.
 bool matchesSlowly(const std::vector<Criterion>& criteria, const std::vector<bool>& single,
                    bool all) {

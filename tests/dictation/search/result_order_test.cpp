@@ -15,7 +15,6 @@
 #include <numeric>
 #include <random>
 #include <tuple>
-#include <utility>
 
 namespace ov::modDictation {
 namespace {
@@ -27,8 +26,7 @@ TEST(ResultOrder, ByEveryKindOfValue) {
         "2$MAI@@14$zeta@@5$HOCH@@6$00$10$00@@7$02.01.2020@@12$10@@11$Befund der Klinik Nord",
         "2$ROH@@14$Öztürk@@5$NORMAL@@6$00$02$00@@7$01.02.2019@@12$9@@11$Befund der Klinik Mitte",
         "2$STOP@@14$oben@@5$FRIST@@6$x@@7$soon@@12$9a@@11$Befund der Klinik",
-        "2$ROH@@14$Ozean@@5$HOCH@@6$01$00$00@@7$02.01.2020 08$00$00@@11$Befund der Klinik Mitte B",
-    };
+        "2$ROH@@14$Ozean@@5$HOCH@@6$01$00$00@@7$02.01.2020 08$00$00@@11$Befund der Klinik Mitte B"};
     DictationList list;
     for (const std::string& name : names)
         list.add("\\s\\", name + ".WAV");
@@ -40,8 +38,7 @@ TEST(ResultOrder, ByEveryKindOfValue) {
         {15, {2, 3, 1, 4}, {1, 4, 3, 2}},
         {8, {4, 2, 3, 1}, {1, 3, 2, 4}},  // 9 before 10, missing first
         {18, {3, 2, 4, 1}, {1, 4, 2, 3}}, // behind a long common beginning
-        {3, {1, 2, 3, 4}, {1, 2, 3, 4}},
-    };
+        {3, {1, 2, 3, 4}, {1, 2, 3, 4}}};
     for (const auto& [field, up, down] : cases) {
         EXPECT_EQ(sortedOrder(list, field, false), up) << field;
         EXPECT_EQ(sortedOrder(list, field, true), down) << field;
@@ -85,21 +82,6 @@ TEST(ResultOrder, ByAnyNumberOfKeys) {
         {{{5, false}, {5, true}, {8, false}}, {4, 2, 6, 5, 1, 3}}};
     for (const auto& [keys, expected] : cases)
         EXPECT_EQ(sortedOrder(list, keys), expected) << keys.size();
-}
-
-TEST(ResultOrder, EqualOnesByAnotherField) {
-    DictationList list;
-    for (const char* name : {"2$ROH@@14$b@@12$2", "2$WAV@@14$a@@12$1", "2$ROH@@14$a@@12$3",
-                             "2$WAV@@14$a@@12$3", "2$ROH@@14$b@@12$1", "2$MAI@@14$c"})
-        list.add("\\s\\", std::string(name) + ".WAV");
-    const std::tuple<SortKey, SortKey, Order> cases[] = {
-        {{5, false}, {8, false}, {2, 3, 4, 5, 1, 6}}, {{5, false}, {8, true}, {3, 4, 2, 1, 5, 6}},
-        {{5, true}, {8, false}, {6, 5, 1, 2, 3, 4}},  {{5, true}, {8, true}, {6, 1, 5, 3, 4, 2}},
-        {{5, true}, {}, {6, 1, 5, 2, 3, 4}},          {{5, true}, {5, false}, {6, 1, 5, 2, 3, 4}}};
-    ResultOrders orders;
-    for (const auto& [first, second, expected] : cases)
-        EXPECT_EQ(orders.sorted(list, first, second), expected)
-            << first.descending << second.field << second.descending;
 }
 
 // Names with few different values, most of them in many names; long texts differ far behind.
@@ -170,24 +152,6 @@ TEST(ResultOrder, OfManyRows) {
             EXPECT_TRUE(one.sorted(list, field, descending) == expected) << field << descending;
             EXPECT_TRUE(three.sorted(list, field, descending) == expected) << field << descending;
         }
-}
-
-TEST(ResultOrder, IsKeptUntilTheHitsAreOthers) {
-    DictationList list;
-    for (const char* author : {"c", "a", "b"})
-        list.add("\\s\\", std::string("2$@@14$") + author + ".WAV");
-    ResultOrders orders;
-    EXPECT_EQ(orders.sorted(list, field_id::author, false), (Order{2, 3, 1}));
-    list.clear();
-    for (const char* author : {"a", "c", "b"})
-        list.add("\\s\\", std::string("2$@@14$") + author + ".WAV");
-    EXPECT_EQ(orders.sorted(list, field_id::author, true), (Order{1, 3, 2})) << "of the old ones";
-    for (std::int32_t field = 1; field <= static_cast<int>(ResultOrders::mostKept); ++field)
-        orders.sorted(list, field == field_id::author ? field_id::name : field, false);
-    EXPECT_EQ(orders.sorted(list, field_id::author, true), (Order{2, 3, 1})) << "not for ever";
-    list.clear();
-    orders.forget();
-    EXPECT_EQ(orders.sorted(list, field_id::author, true), Order());
 }
 
 // Whatever happens meanwhile, no thread reads the list any more afterwards.

@@ -2,22 +2,16 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "tests/window/window_fixture.h"
+#include "tests/control/rows_fixture.h"
 
 #include <QFileDialog>
-#include <functional>
-#include <stdexcept>
-#include <string>
 
 namespace ov {
 
-using namespace tests;
-
-class ListExport : public WindowTest {
+class ListExport : public RowsTest {
 protected:
     void openAndSearch() {
-        openControl();
-        searchAll();
+        RowsTest::openAndSearch();
         user->boxes.clear();
     }
     // Dictations of the authors "A100", "A101" ...
@@ -25,17 +19,10 @@ protected:
         for (int i = 100; i < 100 + count; ++i)
             store.add("2$WAV@@14$A" + std::to_string(i) + ".WAV");
     }
-    int authorColumn() {
-        const QAbstractItemModel& model = *results().model();
-        for (int column = 0; column < model.columnCount(); ++column)
-            if (model.headerData(column, Qt::Horizontal).toString() == QStringLiteral("Author"))
-                return column;
-        throw std::runtime_error("no authors");
-    }
-    void showOnlyAuthors() { // sorted
-        for (int column = 0; column < results().model()->columnCount(); ++column)
-            results().setColumnHidden(column, column != authorColumn());
-        clickHeader(authorColumn());
+    void showOnly(int field) { // sorted
+        for (int at = 0; at < model().columnCount(); ++at)
+            results().setColumnHidden(at, at != column(field));
+        clickHeader(column(field));
     }
     // Menus have taken the keyboard.
     void focusRows() {

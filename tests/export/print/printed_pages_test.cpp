@@ -8,7 +8,6 @@
 #include "tests/window/pdf_pages.h"
 
 #include <QImage>
-#include <array>
 #include <sstream>
 
 namespace ov::exporting::print {
@@ -130,14 +129,10 @@ TEST_F(PrintedPages, HaveTitleCriteriaCaptionsRowsAndFoot) {
 }
 
 TEST_F(PrintedPages, TurnAndShrinkUntilColumnsFit) {
-    struct Case {
-        int columns;
-        std::string text;
-        std::int32_t fontSize;
-        Orientation orientation;
-        std::string expected; // width of the paper, height of a line, lines, captions
-    };
     const std::string words = "some words and some more of them";
+    // Columns, their text, the size of the font and the direction that are wished; then width of
+    // the paper, height of a line, lines, captions.
+    using Case = std::tuple<int, std::string, std::int32_t, Orientation, std::string>;
     const std::vector<Case> cases = {
         {2, "narrow", 0, Orientation::automatic, "595 105 3 28 Caption | 73 Caption"},
         {2, "narrow", 0, Orientation::landscape, "842 105 3 28 Caption | 73 Caption"},
@@ -148,18 +143,18 @@ TEST_F(PrintedPages, TurnAndShrinkUntilColumnsFit) {
         {14, "unbreakable", 12, Orientation::automatic, "842 140 4 28 Cap | 85 Cap"},
         {14, "unbreakable", 0, Orientation::portrait, "595 70 4 28 Caption | 67 Caption"},
     };
-    for (const Case& c : cases) {
+    for (const auto& [columns, text, fontSize, orientation, expected] : cases) {
         document.columns.clear();
-        addColumns(c.columns, c.text);
-        document.style.fontSize = c.fontSize;
-        document.style.orientation = c.orientation;
+        addColumns(columns, text);
+        document.style.fontSize = fontSize;
+        document.style.orientation = orientation;
         const PdfPage page = pages().at(0);
         const Texts lines = page.lines();
         std::ostringstream seen;
         seen << std::lround(page.size.width()) << " "
              << std::lround(page.words[0].place.height() * 10) << " " << lines.size() << " "
              << lines[0].substr(4, lines[0].find(" | ", 17) - 4);
-        EXPECT_EQ(seen.str(), c.expected);
+        EXPECT_EQ(seen.str(), expected);
     }
 }
 

@@ -12,7 +12,6 @@
 namespace ov::platform {
 namespace {
 
-namespace fs = std::filesystem;
 using OptionalText = std::optional<std::string>;
 
 struct Row {

@@ -12,16 +12,13 @@
 #include "tests/slow_store.h"
 
 #include <algorithm>
-#include <fcntl.h>
 #include <sys/file.h>
-#include <sys/stat.h>
 #include <thread>
 
 namespace ov::platform {
 namespace {
 
 using namespace std::literals;
-namespace fs = std::filesystem;
 using OptionalText = std::optional<std::string_view>;
 constexpr OptionalText none;
 
@@ -40,17 +37,15 @@ protected:
 
 TEST_F(Profile, editsLeaveEveryOtherByteOrAreRefused) {
     const std::string start = "; head\r\n\r\n[S]\r\n\t; c1\r\n a = 1 \r\n\n";
-    const std::string key = "  k = \"old\" ; t\r\n";
+    const std::string entry = "  k = \"old\" ; t\r\n";
     const std::string tail = "\r\n; tail\r\n";
     const std::string last = "\r\n[T] ; note\r\nx=1\r\n\r\n";
-    const std::string whole = start + key + tail + last;
-    const struct {
-        std::string before;
-        OptionalText section, key, text;
-        std::string after;
-    } cases[] = {
+    const std::string whole = start + entry + tail + last;
+    // What is there; section, key and text; what is there then.
+    using Edit = std::tuple<std::string, OptionalText, OptionalText, OptionalText, std::string>;
+    const Edit cases[] = {
         {whole, "S", "k", "new", start + "k=new\r\n" + tail + last},
-        {whole, "s", "New", "1", start + key + tail + "New=1\r\n" + last},
+        {whole, "s", "New", "1", start + entry + tail + "New=1\r\n" + last},
         {whole, "U", "y", "1", whole + "[U]\r\ny=1\r\n"},
         {whole, "S", none, none, "; head\r\n\r\n[T] ; note\r\nx=1\r\n\r\n"},
         {whole, "S", "K", none, start + tail + last},
@@ -77,11 +72,11 @@ TEST_F(Profile, editsLeaveEveryOtherByteOrAreRefused) {
         {"[S]\n[T=1\n", "S", "[T", "v]", ""},
         {"[\xE4]\n", "", "ÿþ", "v", ""}, // the beginning would be a byte-order mark
         {"a=1\n\xFF\xFE=2\n", "", "a", none, ""}};
-    for (const auto& edit : cases) {
-        SCOPED_TRACE(edit.before + " -> " + edit.after);
-        write("f.ini", edit.before);
-        EXPECT_EQ(set(edit.section, edit.key, edit.text), !edit.after.empty());
-        EXPECT_EQ(read("f.ini"), edit.after.empty() ? edit.before : edit.after);
+    for (const auto& [before, section, key, text, after] : cases) {
+        SCOPED_TRACE(before + " -> " + after);
+        write("f.ini", before);
+        EXPECT_EQ(set(section, key, text), !after.empty());
+        EXPECT_EQ(read("f.ini"), after.empty() ? before : after);
     }
 }
 

@@ -47,11 +47,8 @@ protected:
 };
 
 TEST_F(Registry, valuesInEveryEncoding) {
-    const struct {
-        const char* name;
-        std::string expected;
-        std::vector<std::string> lines; // below the header of the key
-    } cases[] = {
+    // The name of a value, what it is, and the lines below the header of the key.
+    const std::tuple<const char*, std::string, std::vector<std::string>> cases[] = {
         {"Ä", "ö", {R"("ä"="ö")"}},
         {"q\"\\", R"(C:\Dict\ "x")", {R"("q\"\\"="C:\\Dict\\ \"x\"")"}},
         {"a", R"(C:\Dict)", {R"("a"="C:\Dict")"}},
@@ -79,14 +76,14 @@ TEST_F(Registry, valuesInEveryEncoding) {
           "[HKEY_CLASSES_ROOT\\X]\n\"a\"=\"b\"", R"("a"=dword:123456789)", R"("a"="b"dword:1)",
           R"("a"=hex(7):48,00,00,00,00,00)", R"("a"=hex(b):01,00,00,00,00,00,00,00)",
           R"("a"=hex(1):48,00,1ff)", R"("a"="b)"}}};
-    for (const auto& test : cases)
-        for (const std::string& lines : test.lines) {
+    for (const auto& [name, expected, contents] : cases)
+        for (const std::string& lines : contents) {
             const std::string text = version5 + testHeader + lines;
             for (const std::string& file :
                  {text, "\xEF\xBB\xBF" + text, "\xFF\xFE" + utf8ToUtf16(text, false),
                   "\xFE\xFF" + utf8ToUtf16(text, true)}) {
                 use(file);
-                EXPECT_EQ(value(test.name), test.expected) << lines;
+                EXPECT_EQ(value(name), expected) << lines;
             }
         }
     use("REGEDIT4\n\n" + testHeader + "\"a\"=\"\xE4\"\n\"b\"=hex(2):48,e4,00\n\"c\"=\"ä\"\n");

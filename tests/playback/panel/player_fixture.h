@@ -4,21 +4,14 @@
 
 #include "playback/modMultimedia.h"
 #include "playback/panel/player_panel.h"
-#include "tests/environment.h"
 #include "tests/scripted_media.h"
 #include "tests/wave_files.h"
 #include "tests/window/window_fixture.h"
 
 #include <QProgressBar>
 #include <QSignalSpy>
-#include <functional>
-#include <memory>
-#include <string>
-#include <vector>
 
 namespace ov {
-
-using namespace tests;
 
 // The panel before the real device, which plays into an output that throws all away. "one.WAV" and
 // "two.WAV" last a hundred seconds.

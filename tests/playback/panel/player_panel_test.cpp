@@ -7,7 +7,6 @@
 
 #include <QAccessible>
 #include <QToolTip>
-#include <filesystem>
 
 namespace ov {
 namespace {
@@ -59,7 +58,7 @@ TEST_F(Player, ClosesWhenTheDictationEnds) {
         SCOPED_TRACE(name);
         play(name);
         if (selected == store.path("one.WAV")) // somebody cuts it off meanwhile
-            std::filesystem::resize_file(store.native(name), headerSize + bytesPerSecond);
+            fs::resize_file(store.native(name), headerSize + bytesPerSecond);
         waitFor([this] { return !panel_->isOpen(); });
         EXPECT_EQ(shown(), "00:00:00 -");
     }
@@ -191,21 +190,18 @@ TEST_F(Player, HasAMenuOfSpeedsAndOfWaysBack) {
     auto& button = child<QToolButton>(*panel_, "cmdSearchPlayerOptions");
     play("one.WAV");
     QTest::mousePress(&button, Qt::LeftButton);
-    QWidget* popup = QApplication::activePopupWidget();
-    ASSERT_NE(popup, nullptr);
-    QString checked;
-    for (const QAction* entry : popup->actions()) {
-        const QList<QAction*> choices = entry->menu()->actions();
-        for (const QAction* choice : choices)
-            checked += choice->isChecked() ? choice->text() + QLatin1Char(',') : QString();
-        for (QAction* choice : choices)
-            if (choice->text() == u"150 %" || choice->text() == u"10 s")
-                choice->trigger();
-        for (const QAction* choice : choices)
-            checked += choice->isChecked() ? choice->text() : QString();
-    }
-    EXPECT_EQ(checked, QStringLiteral("100 %,150 %0 s,10 s"));
-    popup->close();
+    const auto checked = [&button] {
+        QString all;
+        for (const QAction* choice : button.findChildren<QAction*>())
+            all += choice->isChecked() ? choice->text() + u',' : QString();
+        return all;
+    };
+    EXPECT_EQ(checked(), QStringLiteral("100 %,0 s,"));
+    for (QAction* choice : button.findChildren<QAction*>())
+        if (choice->text() == u"150 %" || choice->text() == u"10 s")
+            choice->trigger();
+    EXPECT_EQ(checked(), QStringLiteral("150 %,10 s,"));
+    popup().close();
     QTest::mouseRelease(&button, Qt::LeftButton);
     EXPECT_EQ(media.sent.back(), "set PBWave tempo 150");
     EXPECT_EQ(button.text(), QStringLiteral("150 %"));
@@ -213,8 +209,6 @@ TEST_F(Player, HasAMenuOfSpeedsAndOfWaysBack) {
     play("two.WAV");
     EXPECT_EQ(std::count(media.sent.begin(), media.sent.end(), "set PBWave tempo 150"), 1)
         << "the speed is that of all dictations";
-    panel_->setSpeedPercent(900);
-    EXPECT_EQ(button.text(), QStringLiteral("200 %"));
 }
 
 TEST_F(Player, IsLoudAtTheTop) {

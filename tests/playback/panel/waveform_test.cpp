@@ -4,8 +4,6 @@
 #include "tests/failing_reads.h"
 #include "tests/playback/panel/player_fixture.h"
 
-#include <filesystem>
-
 namespace ov {
 namespace {
 
@@ -35,9 +33,9 @@ TEST_F(Waveform, IsThatOfTheFileAsItIsNow) {
     const std::string loud = readBytes(store.native("one.WAV"));
     store.add("one.WAV", readBytes(store.native("two.WAV")));
     EXPECT_EQ(openAndSee("one.WAV", {plain_}), two) << "of the same size, later";
-    const auto time = std::filesystem::last_write_time(store.native("one.WAV"));
+    const auto time = fs::last_write_time(store.native("one.WAV"));
     store.add("one.WAV", loud.substr(0, loud.size() / 2));
-    std::filesystem::last_write_time(store.native("one.WAV"), time);
+    fs::last_write_time(store.native("one.WAV"), time);
     EXPECT_NE(openAndSee("one.WAV", {plain_}), two) << "of the same time, shorter";
 }
 

@@ -11,11 +11,8 @@
 #include "tests/settings_fixture.h"
 
 #include <array>
-#include <optional>
 #include <regex>
 #include <tuple>
-#include <utility>
-#include <vector>
 
 namespace ov {
 namespace {
