@@ -43,6 +43,7 @@ struct AheadFolder {
     std::unique_ptr<FolderReader> reader;
     FolderListing listing;
     RememberedStore::Moment begun;
+    std::shared_ptr<const FoldersAround> inside; // of its subfolders, once one is known
 
     // What came of it; the walk looks once it has taken the folder to its end.
     platform::Status problem;

@@ -76,8 +76,10 @@ bool FolderLister::open(AheadFolder& folder, ListedStep& step) {
     if (isToList && isKnown)
         for (const ListedNamesPtr& names : folder.listing.parts)
             add(folder, names, step);
-    if (isKnown)
+    if (isKnown) {
         folder.listing.parts = {};
+        folder.inside = {};
+    }
     (isToList && !isKnown ? folder.reader : reader_) = std::move(reader);
     return folder.reader != nullptr;
 }
@@ -88,26 +90,25 @@ void FolderLister::finish(AheadFolder& folder) {
     if (remembered_ && folder.problem.ok())
         remembered_->keep(folder.path, folder.listing, folder.begun);
     folder.listing.parts = {}; // what is not remembered goes when the walk has had it
+    folder.inside = {};
     reader_ = std::move(folder.reader);
 }
 
-void FolderLister::add(const AheadFolder& folder, const ListedNamesPtr& names,
-                       ListedStep& step) const {
+void FolderLister::add(AheadFolder& folder, const ListedNamesPtr& names, ListedStep& step) const {
     step.names.push_back(names);
     if (depth_ >= 0 && folder.depth >= depth_)
         return;
-    std::shared_ptr<const FoldersAround> around;
     std::string_view rest = names->folders;
     for (ListedName subfolder; takeName(rest, subfolder);) {
         if (subfolder.hasBackslash)
             continue;
-        if (!around)
-            around = std::make_shared<FoldersAround>(folder.path, folder.listing.stamp.id,
-                                                     folder.around);
-        around->folder.expectOne();
+        if (!folder.inside)
+            folder.inside = std::make_shared<FoldersAround>(folder.path, folder.listing.stamp.id,
+                                                            folder.around);
+        folder.inside->folder.expectOne();
         step.subfolders.push_back(std::make_shared<AheadFolder>(
             std::string(folder.path).append(subfolder.name).append(1, '\\'), folder.depth + 1,
-            around));
+            folder.inside));
     }
 }
 

@@ -39,7 +39,7 @@ private:
     bool open(AheadFolder& folder, ListedStep& step);
     bool recall(AheadFolder& folder);
     void finish(AheadFolder& folder);
-    void add(const AheadFolder& folder, const ListedNamesPtr& names, ListedStep& step) const;
+    void add(AheadFolder& folder, const ListedNamesPtr& names, ListedStep& step) const;
 
     const std::int32_t depth_;
     const std::shared_ptr<RememberedStore> remembered_;
