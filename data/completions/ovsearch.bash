@@ -1,98 +1,107 @@
 # SPDX-FileCopyrightText: The OVSearch developers
 # SPDX-License-Identifier: MIT
 # shellcheck shell=bash
-# Completion of ovsearch(1): commands, options, field keys, and in criteria fields and operators.
+# Completion of ovsearch(1) in bash. "candidates" tells what there is; here words are taken apart and
+# put together as bash wants them.
 
-_ovsearch_keys='folder status marker author-code author typist flags number dictated changed
-    length file priority due subject note1 note2 column1 column2 group worktype status2 name'
+_ovsearch_folder=${BASH_SOURCE[0]%/*}
+[[ $_ovsearch_folder != "${BASH_SOURCE[0]}" ]] || _ovsearch_folder=.
+# In the tree all lies together.
+[[ -r $_ovsearch_folder/candidates ]] || _ovsearch_folder+=/../../ovsearch
 
-_ovsearch_operators() { # KEY
-    local empty='is-empty is-not-empty'
-    case $1 in
-    dictated | changed | due)
-        echo "yesterday today tomorrow last-7-days next-7-days last-week this-week next-week
-            last-month this-month next-month on on-or-after on-or-before between $empty" ;;
-    length) echo "= != <= >= between $empty" ;;
-    status | status2 | priority | flags) echo "= != $empty" ;;
-    marker) echo "marked not-marked" ;;
-    *) echo "contains is not-contains $empty" ;;
-    esac
-}
-
-# A criterion is one word of the shell, so its blanks are quoted, or escaped: both are kept.
-_ovsearch_criterion() { # WORD
-    local word=$1 quote='' blank='\ ' key typed candidate
-    if [[ $word == [\"\']* ]]; then
-        quote=${word:0:1} word=${word:1} blank=' '
-    fi
-    compopt -o nospace
-    if [[ $word != *"$blank"* ]]; then
-        for candidate in $_ovsearch_keys; do
-            [[ $candidate != "$word"* ]] || COMPREPLY+=("$quote$candidate$blank")
-        done
-        return
-    fi
-    key=${word%%"$blank"*} typed=${word#*"$blank"}
-    for candidate in $(_ovsearch_operators "$key"); do
-        [[ $quote ]] || printf -v candidate %q "$candidate"
-        [[ $candidate != "$typed"* ]] || COMPREPLY+=("$quote$key$blank$candidate$blank")
+# Sets words: those up to the cursor as they are typed, not parted at each ":" and "=".
+_ovsearch_typed_words() {
+    local rest=${COMP_LINE:0:COMP_POINT} word blank
+    words=()
+    for word in "${COMP_WORDS[@]:0:COMP_CWORD+1}"; do
+        blank=${rest%%[![:blank:]]*} rest=${rest#"$blank"}
+        [[ $rest == "$word"* ]] || word=$rest # the cursor stands in it
+        rest=${rest#"$word"}
+        if [[ $blank || ${#words[@]} == 0 ]]; then
+            words+=("$word")
+        else
+            words[-1]+=$word
+        fi
     done
 }
 
-_ovsearch_paths() { # -f|-d WORD
-    compopt -o filenames
-    mapfile -t COMPREPLY < <(compgen "$1" -- "$2")
+_ovsearch_unquoted() { # WORD
+    local word=${1#[\"\']}
+    if [[ $1 != [\"\']* ]]; then
+        while [[ $word == *\\* ]]; do
+            printf %s "${word%%\\*}"
+            word=${word#*\\}
+            printf %s "${word:0:1}"
+            word=${word:1}
+        done
+    elif [[ ${#word} -gt 0 && $word == *"${1:0:1}" ]]; then
+        word=${word%?}
+    fi
+    printf '%s\n' "$word"
+}
+
+_ovsearch_escape() { # changes reply
+    local rest=$reply
+    reply=''
+    while [[ $rest ]]; do
+        [[ $rest != [][\ \"\'\$\`\\\&\;\|\<\>\(\)!*?{}#]* ]] || reply+=\\
+        reply+=${rest:0:1} rest=${rest:1}
+    done
+}
+
+# What bash does not part is what it replaces; there, what its language knows is escaped.
+_ovsearch_reply() { # TYPED CANDIDATE...
+    local typed=$1 reply
+    shift
+    while IFS= read -r reply; do
+        case $typed in
+        [\"\']*) COMPREPLY+=("${typed:0:1}$reply") ;;
+        *)
+            _ovsearch_escape
+            COMPREPLY+=("${reply#"${typed%"${typed##*[:=]}"}"}")
+            ;;
+        esac
+    done < <((($#)) && printf '%s\n' "$@")
+}
+
+# Alone files are bash's to show and to quote; beside others they are as those.
+_ovsearch_add_files() { # files|folders|commands CURRENT
+    local current=$2 kind=-c line
+    case $1 in
+    files) kind=-f ;;
+    folders) kind=-d ;;
+    esac
+    [[ $current != --*=* ]] || current=${current#*=}
+    if ((${#found[@]} == 0)); then
+        [[ $kind == -c ]] || compopt -o filenames
+        mapfile -t COMPREPLY < <(compgen "$kind" -- "$current")
+        return
+    fi
+    while IFS= read -r line; do
+        [[ ! -d ${line/#\~/$HOME} ]] || line+=/
+        found+=("$line")
+    done < <(compgen "$kind" -- "$current")
 }
 
 _ovsearch() {
-    local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}
-    local command='' common='--help --language --settings' options='' word start
+    local words word line files='' found=() asked=()
     COMPREPLY=()
-    for word in "${COMP_WORDS[@]:1:COMP_CWORD-1}"; do
-        [[ $word != @(find|export|show|fields|play|demo|help) ]] || { command=$word && break; }
+    _ovsearch_typed_words
+    for word in "${words[@]:1}"; do
+        asked+=("$(_ovsearch_unquoted "$word")")
     done
-    case $previous in
-    -c | --criterion) _ovsearch_criterion "$current" && return ;;
-    --format) options='table csv json jsonl paths' ;;
-    --language) options='de en' ;;
-    --color | --hyperlink | --pager) options='auto always never' ;;
-    --separator) options='comma semicolon tab' ;;
-    --sort | --count-by) options=$_ovsearch_keys ;;
-    --sum) options=length ;;
-    --columns)
-        start=${current%"${current##*,}"}
-        mapfile -t COMPREPLY < <(compgen -P "$start" -W "path $_ovsearch_keys" -- "${current##*,}")
-        compopt -o nospace
-        return
-        ;;
-    --settings | --root) _ovsearch_paths -d "$current" && return ;;
-    --criteria-file | --newer) _ovsearch_paths -f "$current" && return ;;
-    --max-depth | --limit | --count | --seed | --title) return ;;
-    *)
-        case $command in
-        find)
-            options="$common --criterion --not --any --root --criteria-file --max-depth --limit
-                --columns --sort --explain --strict --no-messages --quiet --color --hyperlink
-                --pager --format --separator --raw --null --count --count-by --sum
-                --exec --exec-batch --newer --watch --trust-folder-times" ;;
-        export)
-            options="$common --criterion --not --any --root --criteria-file --max-depth --limit
-                --columns --sort --strict --no-messages --title --separator --force" ;;
-        show) options="$common --color --pager --format" ;;
-        fields) options="$common --color --pager" ;;
-        demo) options="$common --count --seed" ;;
-        help) options="$common find export show fields play demo" ;;
-        '') options="find export show fields play demo help --version $common" ;;
-        *) options=$common ;;
+    while IFS= read -r line; do
+        case $line in
+        $'\t'*) files=${line#?} ;;
+        *) found+=("${line%%$'\t'*}") ;;
         esac
-        ;;
-    esac
-    if [[ $current == -* || ! $command || $options != "$common"* ]]; then
-        mapfile -t COMPREPLY < <(compgen -W "$options" -- "$current")
-    elif [[ $command == @(show|play|export) ]]; then
-        _ovsearch_paths -f "$current"
-    elif [[ $command == find || $command == demo ]]; then
-        _ovsearch_paths -d "$current"
+    done < <(sh "$_ovsearch_folder/candidates" "${asked[@]}")
+    [[ ! $files ]] || _ovsearch_add_files "$files" "${asked[-1]}"
+    _ovsearch_reply "${words[-1]}" "${found[@]}"
+    if [[ ${#found[@]} == 1 && ${found[0]} == *[:=,/\ ] ]]; then # goes on
+        compopt -o nospace
+        # Of two the beginning is taken, and the quote stays open.
+        [[ ${words[-1]} != [\"\']* ]] || _ovsearch_reply "${words[-1]}" "${found[0]}..."
     fi
 }
 
