@@ -77,6 +77,23 @@ TEST_F(Watch, LooksAgainWhereTheSystemDoesNotTell) {
     EXPECT_PRED2(holds, result.errors, "looks through the store every 3 seconds");
 }
 
+// The one that was renamed is not searched any more, the other one is.
+TEST_F(Watch, FollowsThePathOfTheStore) {
+    store_.add("store/2$ROH@@14$first.WAV").add("other/readme.txt");
+    ProgramRun how;
+    how.steps = {{"first.WAV\n", [&] { store_.add("store/2$ROH@@14$second.WAV"); }},
+                 {"second.WAV\n", [&] {
+                      fs::rename(store_.native("store"), store_.native("moved"));
+                      fs::rename(store_.native("other"), store_.native("store"));
+                      store_.add("store/2$ROH@@14$third.WAV");
+                  }}};
+    how.interruptAt = "third.WAV\n";
+    const ProgramResult result =
+        run({"find", store_.native("store"), "--watch", "--format", "paths"}, how);
+    EXPECT_EQ(result.exitCode, -SIGINT);
+    EXPECT_EQ(result.errors, "");
+}
+
 TEST_F(Watch, EndsWithTheStore) {
     store_.add("store/2$ROH@@14$first.WAV");
     ProgramRun how;

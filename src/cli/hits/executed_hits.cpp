@@ -13,7 +13,7 @@ namespace ov::cli {
 void CommandRuns::run(const std::vector<std::string>& arguments) {
     if (haveEnded())
         return;
-    terminal_.clearProgress();
+    terminal_.makeRoomForOutput();
     int exitCode = 0;
     const platform::Status started = platform::runProgram(arguments, exitCode);
     if (!started.ok())

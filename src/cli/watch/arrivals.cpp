@@ -8,13 +8,16 @@
 
 namespace ov::cli {
 
+Arrivals::Growing Arrivals::growing(const std::string& path, bool isHit) {
+    return {platform::fileStamp(path), platform::coarseMilliseconds(), isHit};
+}
+
 void Arrivals::take(const modDictation::Dictation& hit) {
     std::string path = pathOf(hit);
     if (isFirstSearch_)
         arrived(path);
-    else if (!handedOn_.contains(path) && !begun_.contains(path))
-        growing_.try_emplace(path,
-                             Growing{platform::fileStamp(path), platform::coarseMilliseconds()});
+    else if (!handedOn_.contains(path) && !growing_.contains(path))
+        growing_.emplace(path, growing(path, true));
 }
 
 void Arrivals::endSearch(modDictation::SearchReport& /*report*/) {
@@ -28,12 +31,10 @@ void Arrivals::end() {
 }
 
 void Arrivals::begun(const std::string& path) {
-    begun_.insert(path);
-    growing_.erase(path);
+    growing_.insert_or_assign(path, growing(path, false));
 }
 
 void Arrivals::arrived(const std::string& path) {
-    begun_.erase(path);
     growing_.erase(path);
     if (handedOn_.insert(path).second)
         PassingHits::take(modDictation::dictationOfPath(path));
@@ -41,22 +42,32 @@ void Arrivals::arrived(const std::string& path) {
 
 void Arrivals::gone(const std::string& path) {
     handedOn_.erase(path);
-    begun_.erase(path);
     growing_.erase(path);
 }
 
-void Arrivals::lookAgain() {
+void Arrivals::lost() {
+    std::erase_if(growing_, [](const auto& each) { return !each.second.isHit; });
+}
+
+bool Arrivals::lookAgain() {
     const std::int64_t now = platform::coarseMilliseconds();
     std::vector<std::string> complete;
     for (auto& [path, growing] : growing_) {
         const platform::FileStamp stamp = platform::fileStamp(path);
         if (stamp != growing.stamp)
-            growing = {stamp, now};
-        else if (now - growing.since >= settledAfterMs)
+            growing = {stamp, now, growing.isHit};
+        else if (now - growing.since >= growing.restMs())
             complete.push_back(path);
     }
+    bool mayBeHits = false;
     for (const std::string& path : complete)
-        platform::fileExists(path) ? arrived(path) : gone(path);
+        if (!platform::fileExists(path))
+            gone(path);
+        else if (growing_.at(path).isHit)
+            arrived(path);
+        else
+            mayBeHits = growing_.erase(path) > 0;
+    return mayBeHits;
 }
 
 } // namespace ov::cli

@@ -15,10 +15,12 @@ namespace ov::cli {
 
 // Hands each hit on once, however often it is found: those of the first search at once, and later
 // ones when they are complete, which is when somebody says so or when the file has stayed as it is
-// for a while. One that was gone in between may come again.
+// for a while: a long one where it is said to be in the making. One that was gone in between may
+// come again.
 class Arrivals final : public PassingHits {
 public:
     static constexpr std::int64_t settledAfterMs = 2000;
+    static constexpr std::int64_t abandonedAfterMs = 30000;
 
     using PassingHits::PassingHits;
 
@@ -27,24 +29,29 @@ public:
     void endSearch(modDictation::SearchReport& report) override;
     void end() override;
 
-    // Somebody will say when that path is complete.
+    // Somebody will say when that path is complete, and whether it is a hit.
     void begun(const std::string& path);
     // A path that is a hit, and one that may have been.
     void arrived(const std::string& path);
     void gone(const std::string& path);
+    // What is said of some was not heard: the next search will find them.
+    void lost();
 
-    // Hands on what has not changed for a while.
-    void lookAgain();
+    // Hands on what has not changed for a while. True when a search is to find out whether
+    // something of which nobody said more is a hit.
+    bool lookAgain();
     bool isWaiting() const noexcept { return !growing_.empty(); }
 
 private:
     struct Growing {
         platform::FileStamp stamp;
         std::int64_t since = 0; // coarse milliseconds
+        bool isHit = false;     // as a search found
+        std::int64_t restMs() const noexcept { return isHit ? settledAfterMs : abandonedAfterMs; }
     };
+    static Growing growing(const std::string& path, bool isHit);
 
     std::unordered_set<std::string> handedOn_;
-    std::unordered_set<std::string> begun_;
     std::unordered_map<std::string, Growing> growing_;
     bool isFirstSearch_ = true;
 };

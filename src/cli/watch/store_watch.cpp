@@ -45,7 +45,8 @@ bool StoreWatch::goesOn() const {
 void StoreWatch::step() {
     while (goesOn() && platform::coarseMilliseconds() >= nextSearch_)
         searchOnce();
-    arrivals_.lookAgain();
+    if (arrivals_.lookAgain())
+        nextSearch_ = 0;
     arrivals_.catchUp();
     const bool looksAgain = arrivals_.isWaiting() || !isToldOfAll_;
     if (goesOn())
@@ -83,6 +84,7 @@ void StoreWatch::addFolder(const std::string& directory) {
         hasNewFolders_ = true;
         break;
     case FolderWatch::Added::before:
+    case FolderWatch::Added::gone:
         break;
     case FolderWatch::Added::elsewhere:
         searchFromTimeToTime(platform::toNativePath(directory) +
@@ -114,8 +116,11 @@ void StoreWatch::handle(const FolderEvent& event) {
     case FolderEvent::Kind::gone:
         arrivals_.gone(path);
         break;
-    case FolderEvent::Kind::folder:
     case FolderEvent::Kind::lost:
+        arrivals_.lost();
+        nextSearch_ = 0;
+        break;
+    case FolderEvent::Kind::folder:
         nextSearch_ = 0;
         break;
     }

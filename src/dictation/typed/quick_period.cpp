@@ -37,7 +37,9 @@ Period days(const DateTime& first, const DateTime& last) {
 }
 
 std::optional<Period> relativePeriod(std::string_view word, const DateTime& now) {
-    if (word.find_first_of(" \t") != std::string_view::npos)
+    // Criteria may name operators by number; here a number is a day.
+    const bool isNumber = !word.empty() && word.front() >= '0' && word.front() <= '9';
+    if (isNumber || word.find_first_of(" \t") != std::string_view::npos)
         return std::nullopt;
     std::string typed(fieldDefinition(field_id::dictated).key);
     const ParsedCriterion parsed = parseCriterion(typed.append(" ").append(word));

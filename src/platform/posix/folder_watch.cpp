@@ -20,7 +20,7 @@ namespace ov::platform {
 namespace {
 
 constexpr std::uint32_t watched = IN_CLOSE_WRITE | IN_MOVED_TO | IN_CREATE | IN_MOVED_FROM |
-                                  IN_DELETE | IN_ONLYDIR | IN_EXCL_UNLINK;
+                                  IN_DELETE | IN_MOVE_SELF | IN_ONLYDIR | IN_EXCL_UNLINK;
 
 // Only on a file system of this machine does the system learn of every change.
 bool isOurs(const std::string& directory) {
@@ -82,6 +82,8 @@ FolderWatch::Added FolderWatch::add(const std::string& directory, Status& why) {
     const int number = inotify_add_watch(state_->inotify.get(), native.c_str(), watched);
     if (number < 0) {
         errno = state_->problem != 0 ? state_->problem : errno;
+        if (errno == ENOENT || errno == ENOTDIR)
+            return Added::gone;
         why = refusal(native);
         return Added::refused;
     }
@@ -100,6 +102,10 @@ void FolderWatch::State::append(const inotify_event& event, std::vector<FolderEv
         return;
     if ((event.mask & IN_IGNORED) != 0) {
         directories.erase(found);
+        return;
+    }
+    if ((event.mask & IN_MOVE_SELF) != 0) { // it has another path, or none that is known
+        inotify_rm_watch(inotify.get(), event.wd);
         return;
     }
     for (const std::string& directory : found->second)

@@ -21,7 +21,7 @@ struct FolderEvent {
         arrived, // one that was closed after writing or moved in, or a link to one
         gone,    // it was removed, or moved away
         folder,  // there is another one
-        lost,    // something: too much at a time, or a directory is gone; the rest is empty
+        lost,    // something: too much at a time, or a directory went; the rest is empty
     };
     Kind kind = Kind::lost;
     std::string directory; // as it was given to add()
@@ -39,6 +39,7 @@ public:
         now,
         before,
         elsewhere, // but what other machines change there is not told: a server's, mostly
+        gone,      // there is no such directory
         refused,   // the system lets no more folders be watched, or this one cannot be
     };
     // From now on tells of what happens in that directory, not of what is in its folders. `why` is

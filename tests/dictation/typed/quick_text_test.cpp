@@ -167,6 +167,8 @@ const std::vector<Wrong> wrongTexts = {
      "reversed; say 2026-11-01..2026-11-30"},
     {"due:..", "..", "a range has a beginning"},
     {"due:1.11...30.2.2026", "30.2.2026", "is not a date such as"},
+    {"dictated:5", "5", "is not a date such as"}, // not an operator by its number either
+    {"due:2..9", "2", "is not a date such as"},
     {"due:>", "", "a value is missing: a date such as"},
     {"author:a,,b", "", "a value is missing"},
     {"author:\"a b", "\"a b", "the closing \" is missing"},
