@@ -35,22 +35,26 @@ struct DirectoryStamp {
 // Of the directory that the path names now, links followed; nothing when there is none.
 std::optional<DirectoryStamp> directoryStamp(std::string_view path);
 
-// A directory whose entries are asked without the path that leads to it, each step of which costs a
-// server a call. It stays the same one, whatever the path names by now.
+// A directory that is asked, and whose entries are, without the path that leads to it, each step of
+// which costs a server a call. It stays the same one, whatever the path names by now.
 class HeldDirectory {
 public:
-    // That of the path if it is the one meant; holds nothing when it is not, cannot be opened, or
-    // many others are held already.
-    HeldDirectory(std::string_view path, const DirectoryId& meant);
+    // Those of a path, and of a name in another that is held. They hold nothing when there is none,
+    // it cannot be opened, or many others are held already.
+    explicit HeldDirectory(std::string_view path);
+    HeldDirectory(const HeldDirectory& above, std::string_view name);
     ~HeldDirectory();
     HeldDirectory(const HeldDirectory&) = delete;
     HeldDirectory& operator=(const HeldDirectory&) = delete;
 
     bool isHeld() const noexcept { return handle_ >= 0; }
-    // Of the directory of that name in it, as directoryStamp(). While it is held.
+    // As directoryStamp(), of itself and of the directory of that name in it. While it is held.
+    std::optional<DirectoryStamp> stamp() const;
     std::optional<DirectoryStamp> stampOf(std::string_view name) const;
 
 private:
+    void hold(int directory, const char* name);
+
     int handle_ = -1;
 };
 

@@ -4,7 +4,7 @@
 
 #include "platform/directories.h"
 
-#include <atomic>
+#include <memory>
 #include <mutex>
 #include <optional>
 #include <string>
@@ -13,47 +13,76 @@
 
 namespace ov::modDictation {
 
-// A folder that was listed, through which its subfolders are asked whether they changed, each once.
-// For any number of threads.
+using HeldDirectoryPtr = std::shared_ptr<const platform::HeldDirectory>;
+
+// A folder whose names are known, through which its subfolders are asked whether they changed, each
+// once. For any number of threads.
 class FolderAbove {
 public:
-    FolderAbove(std::string path, const platform::DirectoryId& id)
-        : path_(std::move(path)), id_(id) {}
+    // `held`: the folder, where it is held already.
+    FolderAbove(std::string path, const platform::DirectoryId& id, HeldDirectoryPtr held = nullptr)
+        : path_(std::move(path)), id_(id), held_(std::move(held)), isAsked_(held_ != nullptr) {}
 
     const std::string& path() const noexcept { return path_; }
     const platform::DirectoryId& id() const noexcept { return id_; }
 
     // One more subfolder is going to be asked; before the first is.
-    void expectOne() const noexcept { ++expected_; }
-
-    // Of the subfolder at that path, as platform::directoryStamp() until the folder is moved.
-    std::optional<platform::DirectoryStamp> stampOf(std::string_view subfolder) const {
-        std::call_once(asked_, [this] {
-            if (expected_ > 1) // else the path is the shorter way
-                held_.emplace(path_, id_);
-        });
-        return isHeld() ? held_->stampOf(
-                              subfolder.substr(path_.size(), subfolder.size() - path_.size() - 1))
-                        : platform::directoryStamp(subfolder);
+    void expectOne() const {
+        const std::lock_guard lock(mutex_);
+        ++expected_;
+        isOfMany_ = isOfMany_ || expected_ > 1;
     }
 
-    // Once for each subfolder, after it was asked. The last looks whether the folder was moved
-    // since: false then, as the paths of some may have led nowhere when stampOf() still found them.
+    // Of the subfolder at that path, as platform::directoryStamp() until this folder is moved.
+    std::optional<platform::DirectoryStamp> stampOf(std::string_view subfolder) const {
+        const HeldDirectoryPtr held = holdForMany();
+        return held ? held->stampOf(nameOf(subfolder)) : platform::directoryStamp(subfolder);
+    }
+    // The subfolder itself, to ask those in it; perhaps not held.
+    HeldDirectoryPtr hold(std::string_view subfolder) const {
+        const HeldDirectoryPtr held = holdForMany();
+        return held ? std::make_shared<platform::HeldDirectory>(*held, nameOf(subfolder))
+                    : std::make_shared<platform::HeldDirectory>(subfolder);
+    }
+
+    // Once for each subfolder, after it was asked. The last of many looks whether the folder was
+    // moved since: false then, as the paths of some may have led nowhere when they were still
+    // found.
     bool finishOne() const {
-        if (--expected_ > 0 || !isHeld())
-            return true;
-        const auto stamp = platform::directoryStamp(path_);
-        return stamp && stamp->id == id_;
+        return !wasHeldForMany() || isStillThere(platform::directoryStamp(path_));
     }
 
 private:
-    bool isHeld() const noexcept { return held_ && held_->isHeld(); }
+    // Once all were asked.
+    bool wasHeldForMany() const {
+        const std::lock_guard lock(mutex_);
+        return --expected_ == 0 && std::exchange(held_, nullptr) && isOfMany_;
+    }
+    // The path is the shorter way to a single one.
+    HeldDirectoryPtr holdForMany() const {
+        const std::lock_guard lock(mutex_);
+        if (isOfMany_ && !std::exchange(isAsked_, true)) {
+            auto opened = std::make_shared<platform::HeldDirectory>(path_);
+            if (opened->isHeld() && isStillThere(opened->stamp()))
+                held_ = std::move(opened);
+        }
+        return held_;
+    }
+    bool isStillThere(const std::optional<platform::DirectoryStamp>& stamp) const {
+        return stamp && stamp->id == id_;
+    }
+    std::string_view nameOf(std::string_view subfolder) const {
+        return subfolder.substr(path_.size(), subfolder.size() - path_.size() - 1);
+    }
 
     const std::string path_; // a directory text
     const platform::DirectoryId id_;
-    mutable std::atomic<int> expected_{0}; // and not yet asked
-    mutable std::once_flag asked_;
-    mutable std::optional<platform::HeldDirectory> held_;
+
+    mutable std::mutex mutex_;      // guards what follows
+    mutable HeldDirectoryPtr held_; // let go of when all were asked: files are few
+    mutable bool isAsked_;          // to be held
+    mutable bool isOfMany_ = false; // subfolders
+    mutable int expected_ = 0;      // and not yet asked
 };
 
 } // namespace ov::modDictation

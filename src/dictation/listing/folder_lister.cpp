@@ -4,6 +4,7 @@
 
 #include "platform/files.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <exception>
 #include <string_view>
@@ -42,16 +43,32 @@ ListedStep FolderLister::list(AheadFolder& folder) {
     return step;
 }
 
+// It is held where others are asked through it next.
+std::optional<platform::DirectoryStamp> FolderLister::stampOf(AheadFolder& folder,
+                                                              const FolderListing& known) const {
+    const FolderAbove* above = folder.around ? &folder.around->folder : nullptr;
+    const auto hasFolders = [](const ListedNamesPtr& names) { return !names->folders.empty(); };
+    if (asksThoseIn(folder) && std::ranges::any_of(known.parts, hasFolders))
+        folder.held = above != nullptr ? above->hold(folder.path)
+                                       : std::make_shared<platform::HeldDirectory>(folder.path);
+    if (folder.held && folder.held->isHeld())
+        return folder.held->stamp();
+    folder.held = nullptr;
+    return above != nullptr ? above->stampOf(folder.path) : platform::directoryStamp(folder.path);
+}
+
 // False where the folder above was moved: those beside this one were perhaps no longer there.
 bool FolderLister::recall(AheadFolder& folder) {
     folder.begun = remembered_->begin();
-    const FolderAbove* above = folder.around ? &folder.around->folder : nullptr;
-    auto known = remembered_->unchanged(folder.path, above);
-    if (above != nullptr && !above->finishOne())
+    auto known = remembered_->unchanged(
+        folder.path, [&](const FolderListing& listing) { return stampOf(folder, listing); });
+    if (folder.around && !folder.around->folder.finishOne())
         return false;
     if (known) {
         folder.opened = true;
         folder.listing = std::move(*known);
+    } else {
+        folder.held = nullptr; // it may be another one that is listed now
     }
     return true;
 }
@@ -79,6 +96,7 @@ bool FolderLister::open(AheadFolder& folder, ListedStep& step) {
     if (isKnown) {
         folder.listing.parts = {};
         folder.inside = {};
+        folder.held = {};
     }
     (isToList && !isKnown ? folder.reader : reader_) = std::move(reader);
     return folder.reader != nullptr;
@@ -96,15 +114,16 @@ void FolderLister::finish(AheadFolder& folder) {
 
 void FolderLister::add(AheadFolder& folder, const ListedNamesPtr& names, ListedStep& step) const {
     step.names.push_back(names);
-    if (depth_ >= 0 && folder.depth >= depth_)
+    if (!asksThoseIn(folder))
         return;
     std::string_view rest = names->folders;
     for (ListedName subfolder; takeName(rest, subfolder);) {
         if (subfolder.hasBackslash)
             continue;
         if (!folder.inside)
-            folder.inside = std::make_shared<FoldersAround>(folder.path, folder.listing.stamp.id,
-                                                            folder.around);
+            folder.inside =
+                std::make_shared<FoldersAround>(folder.path, folder.listing.stamp.id, folder.around,
+                                                std::exchange(folder.held, nullptr));
         folder.inside->folder.expectOne();
         step.subfolders.push_back(std::make_shared<AheadFolder>(
             std::string(folder.path).append(subfolder.name).append(1, '\\'), folder.depth + 1,

@@ -38,6 +38,11 @@ private:
     ListedStep list(AheadFolder& folder);
     bool open(AheadFolder& folder, ListedStep& step);
     bool recall(AheadFolder& folder);
+    std::optional<platform::DirectoryStamp> stampOf(AheadFolder& folder,
+                                                    const FolderListing& known) const;
+    bool asksThoseIn(const AheadFolder& folder) const noexcept {
+        return depth_ < 0 || folder.depth < depth_;
+    }
     void finish(AheadFolder& folder);
     void add(AheadFolder& folder, const ListedNamesPtr& names, ListedStep& step) const;
 

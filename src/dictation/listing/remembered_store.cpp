@@ -70,7 +70,7 @@ std::size_t RememberedStore::bytes() const {
 }
 
 std::optional<FolderListing> RememberedStore::unchanged(const std::string& directory,
-                                                        const FolderAbove* above) {
+                                                        const StampOf& stampOf) {
     FolderListing known;
     {
         const std::lock_guard lock(mutex_);
@@ -82,9 +82,7 @@ std::optional<FolderListing> RememberedStore::unchanged(const std::string& direc
             return std::nullopt;
         known = found->second.listing;
     }
-    const auto stamp =
-        above != nullptr ? above->stampOf(directory) : platform::directoryStamp(directory);
-    if (stamp != known.stamp)
+    if ((stampOf ? stampOf(known) : platform::directoryStamp(directory)) != known.stamp)
         return std::nullopt;
     return known;
 }

@@ -2,11 +2,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "dictation/listing/folder_above.h"
 #include "dictation/listing/folder_listing.h"
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <mutex>
 #include <optional>
@@ -55,10 +55,11 @@ public:
     // Nothing is believed any more.
     void forget();
 
-    // The directory's listing if it is as it was; asks the file system once, through the folder
-    // that it lies in when that is given.
+    using StampOf = std::function<std::optional<platform::DirectoryStamp>(const FolderListing&)>;
+    // The directory's listing if it is as it was. Asks the file system once, and by `stampOf`,
+    // which gets the listing as it is remembered, when that is given.
     std::optional<FolderListing> unchanged(const std::string& directory,
-                                           const FolderAbove* above = nullptr);
+                                           const StampOf& stampOf = nullptr);
 
     // Asked before a folder is listed.
     Moment begin() const { return rules_.clock(); }

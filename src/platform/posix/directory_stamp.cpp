@@ -22,7 +22,7 @@ std::int64_t nanosecondsOf(const statx_timestamp& time) noexcept {
 }
 
 // A process may have a thousand files open, most of which are its host's.
-constexpr int mostHeld = 64;
+constexpr int mostHeld = 192;
 std::atomic<int> held{0};
 
 // Asks the server, as opening the directory would: what the system remembers of it may be old.
@@ -43,14 +43,17 @@ std::optional<DirectoryStamp> directoryStamp(std::string_view path) {
     return stampAt(AT_FDCWD, toNativePath(path).c_str());
 }
 
-HeldDirectory::HeldDirectory(std::string_view path, const DirectoryId& meant) {
-    const std::string native = toNativePath(path);
-    if (++held <= mostHeld) {
-        FileDescriptor opened(::open(native.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
-        const auto found = opened.valid() ? stampAt(opened.get(), "", AT_EMPTY_PATH) : std::nullopt;
-        if (found && found->id == meant)
-            handle_ = opened.release();
-    }
+HeldDirectory::HeldDirectory(std::string_view path) {
+    hold(AT_FDCWD, toNativePath(path).c_str());
+}
+
+HeldDirectory::HeldDirectory(const HeldDirectory& above, std::string_view name) {
+    hold(above.handle_, std::string(name).c_str());
+}
+
+void HeldDirectory::hold(int directory, const char* name) {
+    if (++held <= mostHeld)
+        handle_ = ::openat(directory, name, O_PATH | O_DIRECTORY | O_CLOEXEC);
     if (!isHeld())
         --held;
 }
@@ -60,6 +63,10 @@ HeldDirectory::~HeldDirectory() {
         return;
     ::close(handle_);
     --held;
+}
+
+std::optional<DirectoryStamp> HeldDirectory::stamp() const {
+    return stampAt(handle_, "", AT_EMPTY_PATH);
 }
 
 std::optional<DirectoryStamp> HeldDirectory::stampOf(std::string_view name) const {

@@ -21,7 +21,9 @@ TEST(FolderAbove, IsTheOneThatWasListed) {
     const FolderAbove above(a, platform::directoryStamp(a)->id);
     const FolderAbove ofOne(a, above.id());
     const FolderAbove late(a, above.id());
-    for (const FolderAbove* each : {&above, &above, &above, &late, &late, &ofOne})
+    const FolderAbove given(store.directory(), platform::directoryStamp(store.directory())->id);
+    const FolderAbove givenOfOne(a, above.id(), given.hold(a));
+    for (const FolderAbove* each : {&above, &above, &above, &late, &late, &ofOne, &givenOfOne})
         each->expectOne();
     EXPECT_EQ(above.stampOf(b), stamp);
     EXPECT_EQ(above.stampOf(store.directory("a/none")), std::nullopt);
@@ -33,6 +35,10 @@ TEST(FolderAbove, IsTheOneThatWasListed) {
     EXPECT_EQ(late.stampOf(b), platform::directoryStamp(b)) << "as the path leads elsewhere";
     EXPECT_NE(late.stampOf(b), stamp);
     EXPECT_NE(ofOne.stampOf(b), stamp) << "nothing was held for one";
+    EXPECT_EQ(givenOfOne.stampOf(b), stamp);
+    EXPECT_EQ(givenOfOne.hold(b)->stamp(), stamp);
+    EXPECT_TRUE(givenOfOne.finishOne()) << "was asked as soon as the one above";
+    EXPECT_NE(givenOfOne.stampOf(b), stamp) << "let go of";
     EXPECT_TRUE(ofOne.finishOne() && late.finishOne() && late.finishOne()) << "nothing was held";
     EXPECT_TRUE(above.finishOne()) << "others follow";
     EXPECT_FALSE(above.finishOne());
@@ -42,20 +48,19 @@ TEST(FolderAbove, LeavesFilesToTheHost) {
     tests::TemporaryStore store;
     store.addFolder("a/b");
     const std::string a = store.directory("a");
-    const auto id = platform::directoryStamp(a)->id;
     const auto hold = [&] {
         std::deque<platform::HeldDirectory> many;
-        while (many.size() < 200)
-            many.emplace_back(a, id);
-        const FolderAbove above(a, id);
+        while (many.size() < 300)
+            many.emplace_back(a);
+        const FolderAbove above(a, platform::directoryStamp(a)->id);
         above.expectOne();
         above.expectOne();
         EXPECT_EQ(above.stampOf(store.directory("a/b")),
                   platform::directoryStamp(store.directory("a/b")));
         return std::ranges::count_if(many, &platform::HeldDirectory::isHeld);
     };
-    EXPECT_EQ(hold(), 64);
-    EXPECT_EQ(hold(), 64) << "when others let go";
+    EXPECT_EQ(hold(), 192);
+    EXPECT_EQ(hold(), 192) << "when others let go";
 }
 
 } // namespace
