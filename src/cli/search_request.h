@@ -50,6 +50,7 @@ struct SearchRequest {
     std::vector<exporting::Column> columns;
     std::vector<modDictation::SortKey> sort;
     HitLimit limit;
+    std::optional<std::int64_t> newerThan; // as NewerHits has it
     Telling telling;
 };
 

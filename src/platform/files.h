@@ -50,6 +50,8 @@ struct FileStamp {
     bool operator==(const FileStamp&) const = default;
 };
 FileStamp fileStamp(std::string_view path);
+// The same, and why there is none.
+Status readFileStamp(std::string_view path, FileStamp& stamp);
 
 // "D:" or "\\server\share" of a path, empty for one that starts at the root or is relative.
 std::string_view driveOf(std::string_view path);

@@ -41,6 +41,8 @@ TEST_F(ExitCodes, TellWhatWasLeftOut) {
     const std::string unread = "left out: 1 folder that cannot be read";
     const std::string odd = ", 2 names with a backslash";
     const std::string limit = "the limit of 1 was reached, there may be more";
+    fs::last_write_time(settings_.add("old").native("old"),
+                        fs::file_time_type::clock::now() - std::chrono::hours(1));
     const std::vector<Ended> cases = {
         {"all", {}, 0, ""},
         {"all", {"--strict"}, 0, ""},
@@ -48,6 +50,14 @@ TEST_F(ExitCodes, TellWhatWasLeftOut) {
         {"all", {"--limit", "1"}, 0, limit},
         {"all", {"--limit", "1", "--strict"}, 3, limit},
         {"all", {"--limit", "2"}, 0, ""},
+        {"all", {"--limit", "1", "--strict", "--sort", "path"}, 3, limit},
+        {"all", {"--limit", "2", "--strict", "--sort", "path"}, 0, ""},
+        {"all", {"--limit", "2", "--newer", settings_.native("old")}, 0, ""},
+        {"all", {"--limit", "1", "--newer", settings_.native("old")}, 0, limit},
+        {"all",
+         {"--newer", store_.native("part/closed/x.WAV"), "--explain"},
+         3,
+         "--newer: " + store_.native("part/closed/x.WAV") + ": Permission denied"},
         {"all", {"--max-depth", "0"}, 0, "left out: 1 folder below --max-depth"},
         {"all",
          {"--max-depth", "1", "-c", "status = MAI"},

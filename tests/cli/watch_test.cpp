@@ -61,6 +61,26 @@ TEST_F(Watch, RunsCommandsAndEndsAtTheLimit) {
     EXPECT_EQ(result.exitCode, 0);
 }
 
+TEST_F(Watch, TakesWhatArrivesForNewer) {
+    const auto old = fs::file_time_type::clock::now() - std::chrono::hours(1);
+    for (TemporaryStore* place : {&store_, &settings_})
+        for (const char* name : {"old.WAV", "written.WAV", "moved.WAV"})
+            fs::last_write_time(place->add(name).native(name), old);
+    fs::remove(store_.native("moved.WAV"));
+    settings_.add("mark");
+    fs::last_write_time(settings_.native("mark"), old + std::chrono::minutes(1));
+    store_.add("new.WAV");
+    ProgramRun how;
+    how.steps = {{"new.WAV\n", [&] { store_.add("deep/first.WAV"); }},
+                 {"first.WAV\n",
+                  [&] { fs::rename(settings_.native("moved.WAV"), store_.native("moved.WAV")); }},
+                 {"moved.WAV\n", [&] { store_.add("written.WAV", "again"); }}};
+    how.interruptAt = "written.WAV\n";
+    EXPECT_EQ(
+        names(find({"--watch", "--newer", settings_.native("mark"), "--format", "paths"}, how)),
+        (Texts{"first.WAV", "moved.WAV", "new.WAV", "written.WAV"}));
+}
+
 // As on a file server, where others write: a table goes on too.
 TEST_F(Watch, LooksAgainWhereTheSystemDoesNotTell) {
     store_.add("2$ROH@@14$first.WAV");

@@ -123,8 +123,8 @@ ExitCode runExport(const ExportOptions& options, const Session& session,
     auto report = search(request.search, session, terminal, hits, [] { return true; });
     if (TerminalInterface::interrupted())
         return tellStopped(path);
-    report.limitReached =
-        report.limitReached || (!request.limit.isNamed && hits.size() > request.limit.count);
+    const bool mindsLimit = !request.limit.isNamed || options.search.telling.strict;
+    report.limitReached = report.limitReached || (mindsLimit && hits.size() > request.limit.count);
     tellReport(report, std::min(hits.size(), request.limit.count), options.search.telling);
     const ExitCode found = searchResult(report, hits.size(), options.search.telling);
     if (found == ExitCode::unreadable)

@@ -8,6 +8,7 @@
 #include "cli/hits/hit_search.h"
 #include "cli/messages.h"
 #include "cli/watch/store_watch.h"
+#include "platform/files.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -28,6 +29,16 @@ std::vector<std::string> usualColumns(HitFormat format) {
     return keys;
 }
 
+ExitCode readMoment(const std::string& native, std::vector<SearchRequest>& requests) {
+    platform::FileStamp stamp;
+    const auto read = platform::readFileStamp(platform::fromNativePath(native), stamp);
+    if (!read.ok())
+        complain("--newer: " + read.description());
+    for (SearchRequest& request : requests)
+        request.newerThan = stamp.modified;
+    return read.ok() ? ExitCode::found : ExitCode::unreadable;
+}
+
 // A request for each file of criteria; all are read before anything is searched.
 ExitCode readRequests(const FindOptions& options, std::vector<SearchRequest>& requests) {
     SearchOptions search = options.search;
@@ -38,6 +49,8 @@ ExitCode readRequests(const FindOptions& options, std::vector<SearchRequest>& re
             search.criteriaFile = options.criteriaFiles[i];
         read = readSearch(search, usualColumns(formatOf(options)), requests.emplace_back());
     }
+    if (read == ExitCode::found && options.newer)
+        read = readMoment(*options.newer, requests);
     return read;
 }
 
@@ -82,7 +95,7 @@ std::vector<modDictation::SearchReport> findAll(const std::vector<SearchRequest>
 
 ExitCode watchOne(const SearchRequest& request, const HitSearch& with, const Telling& telling,
                   std::unique_ptr<HitConsumer> consumer) {
-    Arrivals arrivals(std::move(consumer));
+    Arrivals arrivals(std::move(consumer), request.newerThan);
     arrivals.begin();
     const ExitCode result =
         StoreWatch(request.search, {with.session, with.terminal, arrivals, with.remembered},
@@ -106,11 +119,11 @@ ExitCode runFind(const FindOptions& options, const Session& session, TerminalInt
         return runExplain(requests, session, terminal);
     Output output(stdout);
     output.setBefore([&terminal] { terminal.makeRoomForOutput(); });
-    ExitCode result = ExitCode::found;
-    auto consumer = consumerFor(options, requests, output, terminal, result);
+    auto consumer = consumerFor(options, requests, output, terminal);
     if (consumer == nullptr)
-        return result;
+        return ExitCode::usage;
     const HitSearch with{session, terminal, *consumer, rememberedFor(options)};
+    ExitCode result = ExitCode::found;
     const Telling& telling = options.search.telling;
     std::vector<modDictation::SearchReport> reports;
     if (options.watch) {

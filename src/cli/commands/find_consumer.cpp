@@ -10,7 +10,6 @@
 #include "cli/hits/sorted_hits.h"
 #include "cli/hits/written_hits.h"
 #include "cli/messages.h"
-#include "platform/files.h"
 #include "platform/terminal.h"
 
 #include <algorithm>
@@ -93,17 +92,6 @@ Consumer lastConsumer(const FindOptions& options, const std::vector<SearchReques
     return writingConsumer(options, requests, output);
 }
 
-// False when there is no such file, which is told.
-bool readMoment(const std::string& native, std::int64_t& moment) {
-    const std::string path = platform::fromNativePath(native);
-    if (platform::fileKind(path) == platform::FileKind::missing) {
-        complain("--newer: " + native + ": there is no such file");
-        return false;
-    }
-    moment = platform::fileStamp(path).modified;
-    return true;
-}
-
 } // namespace
 
 HitFormat formatOf(const FindOptions& options) {
@@ -142,24 +130,23 @@ std::string contradiction(const FindOptions& options) {
 }
 
 Consumer consumerFor(const FindOptions& options, std::vector<SearchRequest>& requests,
-                     Output& output, TerminalInterface& terminal, ExitCode& problem) {
+                     Output& output, TerminalInterface& terminal) {
     const SearchRequest& request = requests.front();
     const HitLimit limit = limitOf(options, request.limit);
     Consumer consumer = lastConsumer(options, requests, output, terminal);
-    problem = ExitCode::usage;
     if (consumer == nullptr)
         return nullptr;
     if (!request.sort.empty())
-        consumer = std::make_unique<SortedHits>(request.sort, limit, std::move(consumer));
+        consumer = std::make_unique<SortedHits>(
+            request.sort, HitLimit{limit.count, limit.isNamed && !request.telling.strict},
+            std::move(consumer));
     else if (choosesLater(options))
-        consumer = std::make_unique<LimitedHits>(limit.count, std::move(consumer));
-    if (options.newer) {
-        std::int64_t moment = 0;
-        problem = ExitCode::unreadable;
-        if (!readMoment(*options.newer, moment))
-            return nullptr;
-        consumer = std::make_unique<NewerHits>(moment, std::move(consumer));
-    }
+        consumer = std::make_unique<LimitedHits>(limit.count,
+                                                 options.watch ? LimitedHits::Ends::withTheLast
+                                                               : LimitedHits::Ends::withOneMore,
+                                                 std::move(consumer));
+    if (request.newerThan && !options.watch)
+        consumer = std::make_unique<NewerHits>(*request.newerThan, std::move(consumer));
     for (SearchRequest& each : requests)
         each.search.limit = choosesLater(options) ? noLimit : limit.count;
     return consumer;

@@ -20,10 +20,10 @@ HitFormat formatOf(const FindOptions& options);
 // Which options contradict each other, for a person; empty when none do.
 std::string contradiction(const FindOptions& options);
 
-// The limits of the searches are made what the consumer needs. nullptr: `problem` says how to end,
-// and why has been told.
+// The limits of the searches are made what the consumer needs. nullptr for wrong usage, which has
+// been told.
 std::unique_ptr<HitConsumer> consumerFor(const FindOptions& options,
                                          std::vector<SearchRequest>& requests, Output& output,
-                                         TerminalInterface& terminal, ExitCode& problem);
+                                         TerminalInterface& terminal);
 
 } // namespace ov::cli

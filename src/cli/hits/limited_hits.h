@@ -4,35 +4,40 @@
 
 #include "cli/hits/hit_consumer.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <memory>
 
 namespace ov::cli {
 
 // Takes so many hits of a search and no more, where what is found is not yet what is taken: the
-// limit of the search itself would count others.
+// limit of the search itself would count others. One more tells that the limit was reached; where
+// there may be none for ever, the last one that is wanted ends it.
 class LimitedHits final : public PassingHits {
 public:
-    LimitedHits(std::int64_t limit, std::unique_ptr<HitConsumer> next)
-        : PassingHits(std::move(next)), limit_(limit) {}
+    enum class Ends : std::uint8_t { withOneMore, withTheLast };
+    LimitedHits(std::int64_t limit, Ends ends, std::unique_ptr<HitConsumer> next)
+        : PassingHits(std::move(next)), limit_(limit), ends_(ends) {}
 
     void take(const modDictation::Dictation& hit) override {
-        if (taken_ == limit_)
+        if (offered_++ >= limit_)
             return;
-        ++taken_;
         PassingHits::take(hit);
     }
     void endSearch(modDictation::SearchReport& report) override {
-        report.limitReached = report.limitReached || taken_ == limit_;
-        report.hits = taken_;
+        report.limitReached = report.limitReached || offered_ > limit_;
+        report.hits = std::min(offered_, limit_);
         PassingHits::endSearch(report);
-        taken_ = 0;
+        offered_ = 0;
     }
-    bool isFull() const override { return taken_ == limit_ || PassingHits::isFull(); }
+    bool isFull() const override {
+        return offered_ >= limit_ + (ends_ == Ends::withOneMore ? 1 : 0) || PassingHits::isFull();
+    }
 
 private:
     std::int64_t limit_;
-    std::int64_t taken_ = 0;
+    Ends ends_;
+    std::int64_t offered_ = 0;
 };
 
 } // namespace ov::cli

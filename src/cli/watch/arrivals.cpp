@@ -15,9 +15,23 @@ Arrivals::Growing Arrivals::growing(const std::string& path, bool isHit) {
 void Arrivals::take(const modDictation::Dictation& hit) {
     std::string path = pathOf(hit);
     if (isFirstSearch_)
-        arrived(path);
-    else if (!handedOn_.contains(path) && !growing_.contains(path))
+        takeFirst(path);
+    else if (!handedOn_.contains(path) && !growing_.contains(path) && !isTooOld(path))
         growing_.emplace(path, growing(path, true));
+}
+
+bool Arrivals::isTooOld(const std::string& path) const {
+    const auto old = tooOld_.find(path);
+    return old != tooOld_.end() && old->second == platform::fileStamp(path);
+}
+
+void Arrivals::takeFirst(const std::string& path) {
+    const platform::FileStamp stamp =
+        newerThan_ ? platform::fileStamp(path) : platform::FileStamp{};
+    if (newerThan_ && stamp.modified <= *newerThan_)
+        tooOld_.emplace(path, stamp);
+    else
+        arrived(path);
 }
 
 void Arrivals::endSearch(modDictation::SearchReport& /*report*/) {
@@ -36,12 +50,14 @@ void Arrivals::begun(const std::string& path) {
 
 void Arrivals::arrived(const std::string& path) {
     growing_.erase(path);
+    tooOld_.erase(path);
     if (handedOn_.insert(path).second)
         PassingHits::take(modDictation::dictationOfPath(path));
 }
 
 void Arrivals::gone(const std::string& path) {
     handedOn_.erase(path);
+    tooOld_.erase(path);
     growing_.erase(path);
 }
 

@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <unordered_map>
 #include <unordered_set>
@@ -16,13 +17,16 @@ namespace ov::cli {
 // Hands each hit on once, however often it is found: those of the first search at once, and later
 // ones when they are complete, which is when somebody says so or when the file has stayed as it is
 // for a while: a long one where it is said to be in the making. One that was gone in between may
-// come again.
+// come again. Of what the first search finds, only files changed after a moment may be wanted; the
+// others are new once they are written or moved in, whatever their times say.
 class Arrivals final : public PassingHits {
 public:
     static constexpr std::int64_t settledAfterMs = 2000;
     static constexpr std::int64_t abandonedAfterMs = 30000;
 
-    using PassingHits::PassingHits;
+    // Nanoseconds as in platform::FileStamp.
+    Arrivals(std::unique_ptr<HitConsumer> next, std::optional<std::int64_t> newerThan)
+        : PassingHits(std::move(next)), newerThan_(newerThan) {}
 
     void take(const modDictation::Dictation& hit) override;
     // It goes no further: for whom the hits are, it is one search without an end.
@@ -50,6 +54,11 @@ private:
         std::int64_t restMs() const noexcept { return isHit ? settledAfterMs : abandonedAfterMs; }
     };
     static Growing growing(const std::string& path, bool isHit);
+    void takeFirst(const std::string& path);
+    bool isTooOld(const std::string& path) const;
+
+    std::optional<std::int64_t> newerThan_;
+    std::unordered_map<std::string, platform::FileStamp> tooOld_; // as they were at first
 
     std::unordered_set<std::string> handedOn_;
     std::unordered_map<std::string, Growing> growing_;

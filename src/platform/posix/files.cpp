@@ -83,6 +83,14 @@ FileStamp fileStamp(std::string_view path) {
     return {static_cast<std::uint64_t>(info.st_size), nanoseconds(info.st_mtim)};
 }
 
+Status readFileStamp(std::string_view path, FileStamp& stamp) {
+    const std::string native = toNativePath(path);
+    if (access(native.c_str(), F_OK) != 0)
+        return systemError(native);
+    stamp = fileStamp(path);
+    return {};
+}
+
 bool fileExists(std::string_view path) {
     return fileKind(path) == FileKind::file;
 }
