@@ -4,118 +4,27 @@
 // How quickly the sound device answers, and how well it knows what is heard: plays a two-hour
 // file into a sound server of its own and looks at what was recorded when.
 
+#include "bench/sound_formats.h"
+#include "bench/sound_recording.h"
 #include "playback/modMultimedia.h"
-#include "sound/wave_overview.h"
-#include "tests/sound_server.h"
 #include "tests/sound_signal.h"
-#include "tests/wave_files.h"
 
 #include <algorithm>
-#include <chrono>
 #include <cmath>
 #include <cstdio>
-#include <fstream>
 #include <memory>
-#include <mutex>
 #include <span>
-#include <stop_token>
 #include <string>
-#include <sys/resource.h>
-#include <thread>
 #include <vector>
 
 namespace {
 
+using namespace ov::bench;
 using namespace ov::modMultimedia;
-using Clock = std::chrono::steady_clock;
-using Samples = std::vector<float>;
 
 constexpr const char* alias = "PBWave";
-constexpr std::size_t perSecond = ov::tests::SoundServer::rate;
 constexpr int rate = 16000;
-constexpr int twoHours = 7200;
 constexpr int busyLoops = 4;
-
-double milliseconds(Clock::duration time) {
-    return std::chrono::duration<double, std::milli>(time).count();
-}
-
-template <typename Work>
-double timed(Work work) {
-    const auto start = Clock::now();
-    work();
-    return milliseconds(Clock::now() - start);
-}
-
-// Knows when each sample came.
-class Recorder : public ov::tests::Recorder {
-public:
-    Recorder() : thread_([this](const std::stop_token& stop) { watch(stop); }) {}
-
-    // As long as that sample has come.
-    Clock::time_point arrival(std::size_t sample) const {
-        for (;; std::this_thread::sleep_for(std::chrono::milliseconds(1))) {
-            const std::lock_guard<std::mutex> lock(mutex_);
-            const auto found =
-                std::find_if(arrivals_.begin(), arrivals_.end(),
-                             [&](const auto& entry) { return entry.first > sample; });
-            if (found != arrivals_.end())
-                return found->second;
-        }
-    }
-
-private:
-    void watch(const std::stop_token& stop) {
-        for (std::size_t last = 0; !stop.stop_requested();) {
-            if (const std::size_t now = count(); now > last) {
-                const std::lock_guard<std::mutex> lock(mutex_);
-                arrivals_.emplace_back(last = now, Clock::now());
-            }
-            std::this_thread::sleep_for(std::chrono::microseconds(200));
-        }
-    }
-
-    mutable std::mutex mutex_; // guards arrivals
-    std::vector<std::pair<std::size_t, Clock::time_point>> arrivals_;
-    std::jthread thread_;
-};
-
-// Of several measurements of the same thing.
-struct Figures {
-    std::vector<double> values;
-    void print(const char* name, const char* limit) {
-        std::sort(values.begin(), values.end());
-        std::printf("%-34s median %6.1f  worst %6.1f ms   (%s)\n", name, values[values.size() / 2],
-                    values.back(), limit);
-    }
-};
-
-void pause(int time) {
-    std::this_thread::sleep_for(std::chrono::milliseconds(time));
-}
-
-std::size_t waitForSound(const Recorder& recorder, std::size_t from) {
-    for (;;) {
-        const Samples heard = recorder.samples(from, recorder.count());
-        const std::size_t found = ov::tests::startOfSound(heard);
-        if (found < heard.size())
-            return from + found;
-        pause(1);
-    }
-}
-
-// The sample after the last that is no silence, once a tenth of a second of it has come.
-std::size_t waitForSilence(const Recorder& recorder, std::size_t from) {
-    for (;;) {
-        const Samples heard = recorder.samples(from, recorder.count());
-        std::size_t last = heard.size();
-        while (last > 0 && std::fabs(heard[last - 1]) < 1e-3F)
-            --last;
-        if (heard.size() > last + perSecond / 10)
-            return from + last;
-        pause(1);
-    }
-}
 
 void measureAnswers(const Recorder& recorder) {
     Figures play;
@@ -164,47 +73,6 @@ void measureSeekInPlay(const Recorder& recorder) {
     }
     MciStop(alias);
     seek.print("seek in play to the new place", "at most two chunks, 67");
-}
-
-// Straight lines between samples; good enough for what lies far below the file's rate.
-std::vector<float> resampled(const std::vector<float>& samples, int from, int to) {
-    std::vector<float> result;
-    for (std::size_t i = 0;; ++i) {
-        const double place = static_cast<double>(i) * from / to;
-        const auto left = static_cast<std::size_t>(place);
-        if (left + 1 >= samples.size())
-            return result;
-        const auto part = static_cast<float>(place - static_cast<double>(left));
-        result.push_back(samples[left] * (1 - part) + samples[left + 1] * part);
-    }
-}
-
-struct Match {
-    std::size_t place = 0;
-    double correlation = 0;
-};
-
-// Where `piece` lies best in `whole`, looked for from `first` to `last`.
-Match findPiece(std::span<const float> piece, std::span<const float> whole, std::size_t first,
-                std::size_t last) {
-    Match best;
-    for (std::size_t at = first; at <= last && at + piece.size() <= whole.size(); ++at) {
-        // Coarse and quick, then exact where it looks promising.
-        double both = 0;
-        double ofPiece = 0;
-        double there = 0;
-        for (std::size_t i = 0; i < piece.size(); i += 16) {
-            both += static_cast<double>(piece[i]) * whole[at + i];
-            ofPiece += static_cast<double>(piece[i]) * piece[i];
-            there += static_cast<double>(whole[at + i]) * whole[at + i];
-        }
-        if (both <= 0 || both * both < 0.5 * ofPiece * there)
-            continue;
-        const double found = ov::tests::correlation(piece, whole.subspan(at, piece.size()));
-        if (found > best.correlation)
-            best = {at, found};
-    }
-    return best;
 }
 
 // Compares positions that were told with what arrived from the server at that time.
@@ -293,53 +161,6 @@ void measureGaps(const Recorder& recorder, const ov::tests::TemporaryStore& stor
         waitForSilence(recorder, start);
         printGaps("busy machine, paplay", recorder.samples(start, recorder.count()));
     }
-}
-
-long residentKilobytes() {
-    std::ifstream status("/proc/self/statm");
-    long total = 0;
-    long resident = 0;
-    status >> total >> resident;
-    return resident * 4;
-}
-
-double processorSeconds() {
-    rusage usage{};
-    getrusage(RUSAGE_SELF, &usage);
-    return static_cast<double>(usage.ru_utime.tv_sec + usage.ru_stime.tv_sec) +
-           static_cast<double>(usage.ru_utime.tv_usec + usage.ru_stime.tv_usec) / 1e6;
-}
-
-void measureFormat(const char* name, const ov::tests::WaveKind& kind, const Samples& minute,
-                   const ov::tests::TemporaryStore& store) {
-    const std::string file = std::string(name) + ".WAV";
-    {
-        SF_INFO info{0, kind.rate, 1, SF_FORMAT_WAV | kind.format, 0, 0};
-        SNDFILE* sound = sf_open(store.native(file).c_str(), SFM_WRITE, &info);
-        for (int i = 0; i < twoHours / 60; ++i)
-            sf_writef_float(sound, minute.data(), static_cast<sf_count_t>(minute.size()));
-        sf_close(sound);
-    }
-    const long before = residentKilobytes();
-    const double open = timed([&] { MciOpen("Format", store.path(file), "waveaudio"); });
-    const std::int32_t length = MciGetLength("Format");
-    double worst = 0;
-    for (int i = 0; i < 8; ++i) {
-        worst = std::max(worst, timed([&] { MciSeek("Format", 7'000'000 / 8 * i); }) +
-                                    timed([&] { MciPlay("Format", -1, -1, -1); }));
-        pause(150);
-    }
-    const long grown = residentKilobytes() - before;
-    const double processor = processorSeconds();
-    pause(1000);
-    std::printf("two hours of %-9s open %.1f ms, seek and play answer in %.1f ms, length %d ms, "
-                "%ld kB more, %.1f %% of a processor\n",
-                name, open, worst, length, grown, (processorSeconds() - processor) * 100);
-    MciClose("Format");
-    std::vector<ov::sound::WavePeaks> peaks;
-    const double overview = timed(
-        [&] { ov::sound::readWaveOverview(store.path(file), 1000, std::stop_token(), peaks); });
-    std::printf("%-22s overview %.0f ms\n", "", overview);
 }
 
 // The last minute is as loud as nothing before it.

@@ -11,6 +11,7 @@
 #include "bench/opened_windows.h"
 #include "bench/quiet_host.h"
 #include "bench/screen_reader.h"
+#include "bench/stall_watch.h"
 #include "control/criteria/criteria_list.h"
 #include "control/ctrlOVSearch.h"
 #include "control/filter/filter_edit.h"
@@ -40,31 +41,8 @@ namespace {
 
 using namespace ov;
 
+using bench::StallWatch;
 using tests::QuietHost;
-
-// The longest time between two events of a timer that is always due.
-class StallWatch {
-public:
-    StallWatch() {
-        QObject::connect(&timer_, &QTimer::timeout, [this] { note(); });
-        timer_.start(1);
-        clock_.start();
-    }
-    double worstMilliseconds() {
-        note();
-        return static_cast<double>(worst_) / 1e6;
-    }
-
-private:
-    void note() {
-        worst_ = std::max(worst_, clock_.nsecsElapsed());
-        clock_.restart();
-    }
-
-    QTimer timer_;
-    QElapsedTimer clock_;
-    qint64 worst_ = 0;
-};
 
 double megabytesResident() {
     QFile status(QStringLiteral("/proc/self/statm"));

@@ -6,7 +6,7 @@
 #include "control/criteria/pasted_criteria.h"
 #include "control/ctrlOVSearch.h"
 #include "control/search_hint.h"
-#include "control/seen_values.h"
+#include "control/results/seen_values.h"
 #include "dialogs/frmCriteria.h"
 #include "dictation/typed/search_text.h"
 #include "support/language/text_ids.h"

@@ -122,13 +122,19 @@ QToolButton* PrintPreview::addTool(QBoxLayout& row, const char* name, const char
     return tool;
 }
 
+QPushButton* PrintPreview::addButton(QBoxLayout& row, const char* name, std::int32_t textId) {
+    auto* button = new QPushButton(this);
+    button->setObjectName(QLatin1String(name));
+    widgets::setCaption(*button, textId);
+    button->setAutoDefault(false);
+    row.addWidget(button);
+    return button;
+}
+
 QBoxLayout* PrintPreview::buildTools() {
     auto* row = new QHBoxLayout;
-    auto* print = new QPushButton(widgets::icon("print"), {}, this);
-    print->setObjectName(QStringLiteral("cmdPrint"));
-    widgets::setCaption(*print, text_id::previewPrint);
-    print->setAutoDefault(false);
-    row->addWidget(print);
+    QPushButton* print = addButton(*row, "cmdPrint", text_id::previewPrint);
+    print->setIcon(widgets::icon("print"));
     row->addStretch(1);
     previous_ = addTool(*row, "cmdPreviousPage", "left", text_id::previousPage);
     row->addWidget(number_);
@@ -138,32 +144,28 @@ QBoxLayout* PrintPreview::buildTools() {
     out->setText(QStringLiteral("−"));
     QToolButton* in = addTool(*row, "cmdZoomIn", "", text_id::zoomIn);
     in->setText(QStringLiteral("+"));
-    auto* whole = new QPushButton(this);
-    whole->setObjectName(QStringLiteral("cmdWholePage"));
-    widgets::setCaption(*whole, text_id::wholePage);
-    whole->setAutoDefault(false);
-    row->addWidget(whole);
-    auto* close = new QPushButton(this);
-    close->setObjectName(QStringLiteral("cmdClose"));
-    widgets::setCaption(*close, text_id::previewClose);
-    close->setAutoDefault(false);
-    row->addWidget(close);
+    QPushButton* whole = addButton(*row, "cmdWholePage", text_id::wholePage);
+    QPushButton* close = addButton(*row, "cmdClose", text_id::previewClose);
 
-    number_->setObjectName(QStringLiteral("PageNumber"));
-    widgets::setSpokenName(*number_, text_id::previewPage);
-    number_->setRange(1, pages_.count());
-    number_->setSuffix(QStringLiteral(" / %1").arg(pages_.count()));
     connect(print, &QPushButton::clicked, this, &QDialog::accept);
     connect(close, &QPushButton::clicked, this, &QDialog::reject);
-    connect(previous_, &QToolButton::clicked, this, [this] { showPage(view_->page() - 1); });
-    connect(next_, &QToolButton::clicked, this, [this] { showPage(view_->page() + 1); });
-    connect(number_, &QSpinBox::valueChanged, this, [this](int page) { showPage(page - 1); });
     connect(in, &QToolButton::clicked, this, [this] { zoom(zoomStep); });
     connect(out, &QToolButton::clicked, this, [this] { zoom(1 / zoomStep); });
     connect(whole, &QPushButton::clicked, this, &PrintPreview::showWholePage);
     connect(new QShortcut(QKeySequence::Print, this), &QShortcut::activated, this,
             &QDialog::accept);
+    followPages();
     return row;
+}
+
+void PrintPreview::followPages() {
+    number_->setObjectName(QStringLiteral("PageNumber"));
+    widgets::setSpokenName(*number_, text_id::previewPage);
+    number_->setRange(1, pages_.count());
+    number_->setSuffix(QStringLiteral(" / %1").arg(pages_.count()));
+    connect(previous_, &QToolButton::clicked, this, [this] { showPage(view_->page() - 1); });
+    connect(next_, &QToolButton::clicked, this, [this] { showPage(view_->page() + 1); });
+    connect(number_, &QSpinBox::valueChanged, this, [this](int page) { showPage(page - 1); });
 }
 
 void PrintPreview::showPage(int page) {

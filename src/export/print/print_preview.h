@@ -15,6 +15,7 @@
 #include <QWidget>
 
 class QBoxLayout;
+class QPushButton;
 
 namespace ov::exporting::print {
 
@@ -60,6 +61,8 @@ protected:
 
 private:
     QBoxLayout* buildTools();
+    void followPages();
+    QPushButton* addButton(QBoxLayout& row, const char* name, std::int32_t textId);
     QToolButton* addTool(QBoxLayout& row, const char* name, const char* iconName,
                          std::int32_t textId);
     void showPage(int page);

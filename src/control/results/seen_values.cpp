@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
-#include "control/seen_values.h"
+#include "control/results/seen_values.h"
 
 #include "dictation/field_values.h"
 #include "widgets/text.h"
