@@ -16,6 +16,7 @@
 #include "platform/locale_module.h"
 #include "platform/process_locale.h"
 #include "platform/program_end.h"
+#include "platform/terminal/child_process.h"
 #include "platform/threads/errand.h"
 #include "plugin/host_error.h"
 #include "support/version.h"
@@ -177,6 +178,7 @@ int main(int argc, char** argv) {
     ov::platform::useMessagesOfEnvironment();
     ov::platform::endWithoutLeftovers();
     ov::platform::waitWithoutEnd();
+    ov::platform::learnOfChildren();
     try {
         const ExitCode code = run(argc, argv);
         if (const auto problem = ov::platform::localeProblem(); !problem.ok())

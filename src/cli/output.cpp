@@ -31,15 +31,20 @@ bool Output::write(std::string_view text) {
     return error_ == 0;
 }
 
-bool Output::put(std::string_view text) {
+void Output::makeReady() {
     if (before_)
         std::exchange(before_, nullptr)();
+}
+
+bool Output::put(std::string_view text) {
+    makeReady();
     if (error_ == 0 && std::fwrite(text.data(), 1, text.size(), stream_) != text.size())
         error_ = lastError();
     return error_ == 0;
 }
 
 void Output::startPager() {
+    makeReady(); // a line of progress would stay on the pager's screen
     const std::string command = std::exchange(pager_, std::nullopt)->command;
     const platform::Status started = program_.start(command, "LESS=FRX");
     if (started.ok()) {

@@ -39,6 +39,7 @@ public:
 
 private:
     bool put(std::string_view text);
+    void makeReady();
     void startPager();
     void release();
 

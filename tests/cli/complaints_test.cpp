@@ -63,6 +63,7 @@ TEST_F(CliComplaints, UsageAndWhatWasMeant) {
              "--max-depth: \"-2\" is no whole number from -1"},
             {{"demo", root(), "--count", "-1"}, "--count: \"-1\" is no whole number from 0"},
             {{"demo", root(), "--seed", "4294967296"}, "from 0 to 4294967295"},
+            {{"find", root(), "--count-by", "Path"}, "--count-by folder counts what lies in each"},
             {{"find", root(), "-0", "--format", "csv"}, "--format paths"},
             {{"find", root(), "--raw"}, "--raw goes with --format csv"},
             {{"find", root(), "--separator", ";"}, "--separator goes with --format csv"},

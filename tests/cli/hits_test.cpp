@@ -95,6 +95,8 @@ TEST(CommandTemplate, PutsPathsInPlace) {
 TEST(CommandWords, ArePartOfNoOtherOption) {
     const Texts whole =
         withWholeCommands({"-x", "cp", "-t", "", ";", "root", "--exec-batch", "ls", "--"});
+    EXPECT_EQ(withWholeCommands({"-x", "--", "cp", "--", "a"})[1], "cp\0--\0a\0"s);
+    EXPECT_EQ(withWholeCommands({"--", "-x", "cp"}), (Texts{"--", "-x", "cp"}));
     ASSERT_EQ(whole.size(), 5U);
     EXPECT_EQ(wordsOf(whole[1]), (Texts{"cp", "-t", ""}));
     EXPECT_EQ(whole[2] + whole[3], "root--exec-batch");
@@ -120,8 +122,13 @@ TEST_F(Hits, RunCommands) {
         {{"-X", "false", ";"}, 4, ""},
         {{"-x", "no-such-program", ";"}, 4, "cannot run no-such-program: No such file"},
         {{"-x", ";"}, 2, "--exec"},
+        {{"-x", "", "a", ";"}, 2, "the command of --exec is an empty text"},
         {{"-X", "{}", ";"}, 2, "begins with the name of a program"},
         {{"-x", "true", ";", "--format", "json"}, 2, "takes no --format"}};
+    ProgramRun heedless;
+    heedless.arguments = {"-c", "trap '' CHLD; exec \"$0\" find \"$1\" -x false", OV_SEARCH_PROGRAM,
+                          root()};
+    EXPECT_EQ(tests::runProgram("/bin/bash", heedless).errors, "");
     for (const auto& [options, exitCode, error] : ends) {
         const ProgramResult result = find(options);
         EXPECT_EQ(result.exitCode, exitCode) << joined(options);

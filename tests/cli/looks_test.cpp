@@ -15,6 +15,8 @@ protected:
         const std::string length = "@@6$00$01$30";
         store_.add("2$ROH" + length + "@@14$Müller@@11$" + std::string(60, 's') + ".WAV");
         store_.add("deep/er/2$ROH" + length + "@@14$M\u030Cu\u0308ller.WAV");
+        store_.add("wide/2$STOP@@11$" +
+                   std::regex_replace(std::string(60, 'u'), std::regex("u"), "ü") + ".WAV");
         for (int i = 0; i < 20; ++i)
             store_.add("many/2$MAI@@14$Zeh@@11$" + std::to_string(i) + ".WAV");
         terminal_.onTerminal = true;
@@ -163,6 +165,14 @@ TEST_F(OnATerminal, PagerForWhatIsLongerThanTheScreen) {
         const std::string output = shown(options, how);
         EXPECT_TRUE(output.starts_with(c.beginning)) << c.beginning << "\n" << output;
     }
+    // What no eye sees and bytes beyond the first of a letter take no room.
+    ProgramRun small = with({{"OVSEARCH_PAGER", pages}});
+    small.rows = 3;
+    small.columns = 70;
+    EXPECT_FALSE(holds(shown({"-c", "status = STOP", "--columns", "subject", "--hyperlink=always",
+                              "--color=always"},
+                             small),
+                       "P:"));
     // Ctrl-C is the pager's while it is there.
     ProgramRun how =
         with({{"OVSEARCH_PAGER", "cat >&2; kill -INT $PPID; ls /; kill -INT $PPID; echo left"}});

@@ -102,6 +102,13 @@ TEST_F(MachineForms, PathsOfAllBytesComeBack) {
                   .output,
               "author,path,path_bytes,length\r\n," + store_.native("ward/Zo\xC3\xAB.WAV") +
                   ",,\r\n");
+    const Texts once = {"find", store_.native("ward"), "--format", "json", "--columns"};
+    const auto with = [&](const char* keys) {
+        Texts all = once;
+        all.emplace_back(keys);
+        return run(all).output;
+    };
+    EXPECT_EQ(with("name,26,NAME"), with("name")) << "an object has each key once";
 }
 
 // One that reads along has a line before the search is over.

@@ -55,6 +55,8 @@ TEST_F(Cli, WordsThatAreNoCriteriaAreMarked) {
         {{"author:x", "-c"}, "-c"},
         {{"--not"}, "there is nothing to negate"},
         {{"author:x", "-y"}, "-y"},
+        {{"-knee"},
+         "a text to leave out is '!knee', and one that begins with \"-\" is '\"-knee\"'"},
     };
     for (const auto& [words, message] : wrong) {
         Texts arguments = {"find", "--root", root()};

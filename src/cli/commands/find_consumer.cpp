@@ -11,6 +11,7 @@
 #include "cli/hits/written_hits.h"
 #include "cli/messages.h"
 #include "platform/terminal.h"
+#include "platform/text.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -110,12 +111,18 @@ std::string contradiction(const FindOptions& options) {
         {options.count && options.countBy, "--count-by counts already; leave --count out"},
         {int{counts(options)} + int{executes(options)} + int{options.quiet} > 1,
          "of --quiet, of --count, --count-by and --sum, and of --exec there can be one"},
+        {options.countBy && platform::equalsIgnoringCase(*options.countBy, "path"),
+         "each path is there once; --count-by folder counts what lies in each folder"},
         {counts(options) && !options.search.sort.empty(),
          "what is counted is sorted by its number; leave --sort out"},
         {executes(options) && (options.format || options.zeroEnded),
          "--exec prints nothing, so it takes no --format"},
         {!options.commands.empty() && !options.batchCommands.empty(),
          "--exec and --exec-batch do not go together"},
+        {std::ranges::any_of(
+             options.commands,
+             [](const CommandTemplate& one) { return one.words().front().empty(); }),
+         "the command of --exec is an empty text; say the name of a program"},
         {options.batchCommands.size() > 1, "--exec-batch can be given once"},
         {std::ranges::any_of(options.batchCommands,
                              [](const CommandTemplate& one) { return !one.namesProgram(); }),

@@ -4,6 +4,7 @@
 #include "cli/looks/pager.h"
 
 #include "cli/messages.h"
+#include "cli/shown_text.h"
 #include "platform/terminal.h"
 
 #include <algorithm>
@@ -20,14 +21,30 @@ std::string wantedCommand() {
     return platform::isCommand("less") ? "less -FRX" : "";
 }
 
+// Without what only tells a terminal something: "ESC [ ... letter", "ESC ] ... ESC \\".
+std::string withoutEscapes(std::string_view line) {
+    std::string shown;
+    while (!line.empty()) {
+        const std::size_t escape = std::min(line.find('\x1B'), line.size());
+        shown.append(line.substr(0, escape));
+        line.remove_prefix(escape);
+        const bool isLink = line.starts_with("\x1B]");
+        const std::size_t last = isLink ? line.find("\x1B\\") : line.find('m');
+        line.remove_prefix(std::min(
+            line.size(), last == std::string_view::npos ? line.size() : last + (isLink ? 2 : 1)));
+    }
+    return shown;
+}
+
 } // namespace
 
-bool Pager::isNeededFor(std::string_view text) const noexcept {
+bool Pager::isNeededFor(std::string_view text) const {
     std::size_t taken = 0;
     while (!text.empty() && taken <= rows) {
         const std::size_t length = text.find('\n');
         const std::size_t end = std::min(length, text.size());
-        taken += 1 + (end > 0 ? (end - 1) / std::max<std::size_t>(columns, 1) : 0);
+        const std::size_t needed = columnCount(withoutEscapes(text.substr(0, end)));
+        taken += 1 + (needed > 0 ? (needed - 1) / std::max<std::size_t>(columns, 1) : 0);
         text.remove_prefix(std::min(end + 1, text.size()));
     }
     return taken > rows;

@@ -18,9 +18,8 @@ struct Pager {
     std::size_t rows = 0;    // of the screen that need no pager
     std::size_t columns = 0; // of the screen
 
-    // Whether the text goes beyond these rows. Long lines count as often as they are wrapped; what
-    // takes fewer columns than bytes may count too often.
-    bool isNeededFor(std::string_view text) const noexcept;
+    // Whether the text goes beyond these rows. Long lines count as often as they are wrapped.
+    bool isNeededFor(std::string_view text) const;
 };
 
 // OVSEARCH_PAGER, else PAGER, else less. Nothing where nobody looks, none is wanted ("" and "cat"

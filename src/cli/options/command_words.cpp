@@ -11,6 +11,7 @@ namespace ov::cli {
 
 namespace {
 
+constexpr std::string_view endOfOptions = "--";
 constexpr char betweenWords = '\0'; // which none can hold
 
 bool takesCommand(std::string_view argument) {
@@ -24,8 +25,13 @@ std::vector<std::string> withWholeCommands(const std::vector<std::string>& argum
     std::vector<std::string> whole;
     for (auto at = arguments.begin(); at != arguments.end();) {
         whole.push_back(*at++);
+        if (whole.back() == endOfOptions) {
+            whole.insert(whole.end(), at, arguments.end());
+            break;
+        }
         if (!takesCommand(whole.back()) || at == arguments.end())
             continue;
+        at += *at == endOfOptions ? 1 : 0; // of ours; a later one is the command's
         std::string& command = whole.emplace_back();
         for (; at != arguments.end() && *at != ";"; ++at)
             command.append(*at).push_back(betweenWords);

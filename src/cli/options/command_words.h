@@ -10,7 +10,7 @@
 namespace ov::cli {
 
 // The arguments, in which each such command, up to a ";" or to the end, is one. What stands in a
-// command is then no option of ours, whatever it looks like.
+// command is then no option of ours, whatever it looks like. Behind a "--" there are none.
 std::vector<std::string> withWholeCommands(const std::vector<std::string>& arguments);
 
 // The words of such a command.

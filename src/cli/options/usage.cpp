@@ -53,6 +53,11 @@ std::string unknownOption(const CLI::App& app, const std::string& typed) {
     const Words known = optionNames(command);
     if (std::ranges::find(known, name) != known.end())
         return name + " belongs behind \"" + command.get_name() + '"';
+    // "-knee", which may have been meant as words are.
+    if (!typed.starts_with("--") && typed.size() > 2 &&
+        command.get_option_no_throw("WORD") != nullptr)
+        return command.get_name() + " has no option \"" + name + "\"; a text to leave out is '!" +
+               typed.substr(1) + "', and one that begins with \"-\" is '\"" + typed + "\"'";
     const std::string nobody = &command == &app ? "there is" : command.get_name() + " has";
     return nobody + " no option \"" + name + '"' + didYouMean(name, known, helpHint(app));
 }

@@ -5,6 +5,7 @@
 
 #include "dictation/field_date.h"
 #include "dictation/typed/criterion_text.h"
+#include "dictation/typed/ranges.h"
 #include "dictation/typed_date.h"
 #include "platform/text.h"
 #include "support/language/modLanguage.h"
@@ -24,7 +25,7 @@ namespace {
 using platform::DateTime;
 
 std::optional<int> numberOf(std::string_view digits) {
-    constexpr std::size_t most = 5;
+    constexpr std::size_t most = 9;
     int number = 0;
     if (digits.size() > most || !isAllDigits(digits))
         return std::nullopt;
@@ -135,7 +136,7 @@ std::optional<std::int32_t> quickSeconds(std::string_view text) {
     text = platform::trimmed(text);
     if (const auto seconds = readSeconds(text))
         return seconds;
-    std::int32_t seconds = 0;
+    std::int64_t seconds = 0;
     const Unit* unit = units.begin();
     if (text.empty())
         return std::nullopt;
@@ -145,14 +146,14 @@ std::optional<std::int32_t> quickSeconds(std::string_view text) {
         const std::string letter = platform::upperCase(text.substr(digits, 1));
         unit = std::find_if(unit, units.end(),
                             [&](const Unit& u) { return letter == std::string(1, u.letter); });
-        constexpr int most = 32767; // hours that can be read
-        if (!number || *number > most || unit == units.end())
+        if (!number || unit == units.end())
             return std::nullopt;
-        seconds += *number * unit->seconds;
+        seconds += std::int64_t{*number} * unit->seconds;
         ++unit; // each once
         text.remove_prefix(digits + 1);
     }
-    return seconds;
+    return possibleSeconds.contains(seconds) ? std::optional(static_cast<std::int32_t>(seconds))
+                                             : std::nullopt;
 }
 
 } // namespace ov::modDictation

@@ -91,7 +91,7 @@ std::string expectedQuickly(const FieldDefinition& field) {
     case ValueType::date:
         return "a date such as 2026-11-21, 2026-11, today, this-week, last-7-days or -3d";
     case ValueType::time:
-        return "a length such as 90s, 5m, 1h30m or 0:05:00";
+        return "a length such as 90s, 5m, 1h30m or 0:05:00, at most 32767:59:59";
     case ValueType::marker:
         return "one of marked, not-marked";
     default:

@@ -7,7 +7,7 @@
 #include "export/row_writer.h"
 #include "platform/text.h"
 
-#include <utility>
+#include <algorithm>
 
 namespace ov::exporting {
 
@@ -25,10 +25,13 @@ JsonObject rawFields(const Dictation& dictation) {
 
 class JsonWriter final : public RowWriter {
 public:
-    JsonWriter(std::vector<Column> columns, const JsonOptions& options, Sink& sink)
-        : columns_(std::move(columns)),
-          raw_(options.raw),
-          records_(options.lines, options.filter, sink) {}
+    // An object has each key once.
+    JsonWriter(const std::vector<Column>& columns, const JsonOptions& options, Sink& sink)
+        : raw_(options.raw), records_(options.lines, options.filter, sink) {
+        for (const Column& column : columns)
+            if (std::ranges::find(columns_, column.field, &Column::field) == columns_.end())
+                columns_.push_back(column);
+    }
 
     void begin() override { records_.begin(); }
 

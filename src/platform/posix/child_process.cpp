@@ -60,6 +60,10 @@ Status runProgram(const std::vector<std::string>& arguments, int& exitCode) {
     return {};
 }
 
+void learnOfChildren() {
+    std::signal(SIGCHLD, SIG_DFL);
+}
+
 std::size_t roomForArguments() {
     constexpr std::size_t spare = 4096; // POSIX wants 2048 left; the program's path counts too
     constexpr std::size_t least = 4096;

@@ -24,4 +24,8 @@ constexpr std::size_t roomOfArgument(std::string_view argument) noexcept {
     return argument.size() + 1 + sizeof(char*);
 }
 
+// Who started us may have made us ignore how children end, so that none could be waited for. For
+// programs, at their start.
+void learnOfChildren();
+
 } // namespace ov::platform

@@ -98,6 +98,8 @@ TEST_F(QuickText, LengthsAndDates) {
 // What no operator says is said by several; brackets within brackets join as those around them.
 TEST_F(QuickText, OppositesAndGroups) {
     expectCriteria({
+        {"length:>40000s length:<=32767h59m length:..117964799s",
+         "length >= 11:06:41; length <= 32767:59:00; length <= 32767:59:59"},
         {"-length:>5m", "length <= 00:05:00; + length is-empty"},
         {"-due:2026-11", "due on-or-before 2026-10-31; + due on-or-after 2026-12-01; + due "
                          "is-empty"},
@@ -161,6 +163,8 @@ const std::vector<Wrong> wrongTexts = {
     {"status:roh,xx,mai", "xx", "is not one of"},
     {"status:>roh", ">roh", "only dates and lengths can be compared"},
     {"length:90", "90", "\"90\" is not a length such as 90s"},
+    {"length:32768h", "32768h", "at most 32767:59:59"},
+    {"length:117964800s", "117964800s", "is not a length"},
     {"length:5m5m", "5m5m", "is not a length"},
     {"length:<0s", "0s", "no dictation can have that"},
     {"due:2026-11-30..2026-11-01", "2026-11-30..2026-11-01",
