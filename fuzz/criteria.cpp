@@ -12,6 +12,7 @@
 #include "dictation/typed/explained_criterion.h"
 #include "dictation/typed/quick_text.h"
 #include "fuzz/fuzzing.h"
+#include "tests/quick_line.h"
 
 #include <string>
 #include <vector>
@@ -45,7 +46,7 @@ bool isMet(const std::vector<Criterion>& criteria, bool all) {
 
 // Whatever can be asked for can be left out too.
 void readQuick(std::string_view line) {
-    const QuickSearch quick = parseQuickText(line, {now, true});
+    const QuickSearch quick = tests::readQuickLine(line, {now, true});
     require(quick.ok() || (quick.criteria.empty() && quick.error.offset <= line.size() * 3));
     require(quick.criteria.size() <= mostCriteria);
     if (quick.criteria.empty())
@@ -53,7 +54,7 @@ void readQuick(std::string_view line) {
     require(!quick.criteria.front().indented);
     for (const Criterion& criterion : quick.criteria)
         explainedCriterion(criterion, true, now);
-    std::vector<QuickPart> parts = quickParts(line);
+    std::vector<QuickPart> parts = tests::QuickLine(line).parts;
     parts.insert(parts.begin(), {{QuickPart::Kind::negation, "-"}, {QuickPart::Kind::open, "("}});
     parts.push_back({QuickPart::Kind::close, ")"});
     const QuickSearch opposite = readQuickParts(parts, {now, false});

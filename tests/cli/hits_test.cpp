@@ -59,6 +59,8 @@ TEST_F(Hits, AreCounted) {
         {{"--count-by", "author"},
          "Author  Count\nc       31\na       30\nb       30\n-       1\n"},
         {{"--count-by", "author", "-c", "author is nobody"}, ""},
+        {{"--language", "de", "--count-by", "author", "--sum", "length", "-c", "author = a"},
+         "Autor  Anzahl  Länge\na      30      00:15:55\n"},
         {{"--count-by", "priority", "--format", "csv", "--raw", "--sum", "length"},
          "priority,count,sum_length\r\nHOCH,90,2905\r\n,2,0\r\n"},
         {{"--count-by", "priority", "--format", "csv"}, "priority,count\r\nHigh,90\r\n,2\r\n"},

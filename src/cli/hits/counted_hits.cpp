@@ -6,6 +6,8 @@
 #include "dictation/field_date.h"
 #include "export/csv_line.h"
 #include "export/machine/json_records.h"
+#include "support/language/modLanguage.h"
+#include "support/language/text_ids.h"
 
 #include <algorithm>
 #include <iterator>
@@ -99,9 +101,11 @@ void CountedHits::writeLines() {
 }
 
 void CountedHits::writeTable() {
-    std::vector<Row> rows = {{shownText(form_.by->caption), "Count"}};
+    std::vector<Row> rows = {
+        {shownText(form_.by->caption), modLanguage::GetText(text_id::countTitle)}};
     if (form_.addsLengths)
-        rows.front().emplace_back("Length");
+        rows.front().push_back(
+            shownText(exporting::columnOf(modDictation::field_id::length).caption));
     for (const TallyGroup& group : tally_.groups()) {
         Row cells = cellsOf(group, form_);
         cells.front() = cells.front().empty() ? "-" : shownText(cells.front());

@@ -84,9 +84,7 @@ private:
     void takeCriterion(std::string_view option, std::string_view attached);
     void takeOther();
     void takeWord();
-    void addWord(Kind kind, std::string_view text) {
-        words.push_back({kind, std::string(text), 0});
-    }
+    void addWord(Kind kind, std::string_view text) { words.push_back({kind, std::string(text)}); }
 
     const CLI::App& command_;
     std::vector<std::string> arguments_;

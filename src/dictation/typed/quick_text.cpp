@@ -106,11 +106,13 @@ private:
     Result readItem(Condition::Kind inside);
     Result readGroup(Condition::Kind kind);
     Result readSingle();
+    void failTooMany(const Condition& items);
 
     std::span<const QuickPart> parts_;
     const QuickRules& rules_;
     std::size_t at_ = 0;
     std::size_t depth_ = 0;
+    std::vector<std::size_t> outermost_; // parts at which the items outside of brackets begin
     QuickError error_;
     std::size_t failed_ = 0;
 };
@@ -174,6 +176,8 @@ PartsReader::Result PartsReader::readItem(Condition::Kind inside) {
 PartsReader::Result PartsReader::readItems(Condition::Kind kind) {
     std::vector<Condition> items;
     while (at_ < parts_.size() && !isAt(QuickPart::Kind::close)) {
+        if (depth_ == 0)
+            outermost_.push_back(at_);
         auto item = readItem(otherKind(kind));
         if (!item)
             return std::nullopt;
@@ -182,52 +186,49 @@ PartsReader::Result PartsReader::readItems(Condition::Kind kind) {
     return joined(kind, std::move(items));
 }
 
+// Marks the largest of the items beside each other, and says what makes so many.
+void PartsReader::failTooMany(const Condition& items) {
+    const auto sizeOf = [this](const Condition& item) {
+        const auto criteria = criteriaOf(item, rules_.all);
+        return criteria ? criteria->size() : mostCriteria + 1;
+    };
+    std::size_t largest = 0;
+    for (std::size_t i = 1; i < items.parts.size() && items.parts.size() == outermost_.size(); ++i)
+        if (sizeOf(items.parts[i]) > sizeOf(items.parts[largest]))
+            largest = i;
+    std::string reasons;
+    const bool hasTexts = std::ranges::any_of(parts_, [](const QuickPart& part) {
+        return part.kind == QuickPart::Kind::word && fieldNameOf(part.text).empty();
+    });
+    if (hasTexts)
+        reasons = ", as a text without a field is looked for in " +
+                  std::to_string(std::ranges::count_if(fieldDefinitions(), isSearchedText)) +
+                  " fields";
+    if (std::ranges::count(parts_, QuickPart::Kind::open, &QuickPart::kind) > 0)
+        reasons += std::string(hasTexts ? " and" : ", as") + " groups within groups multiply";
+    fail("that makes more than " + std::to_string(mostCriteria) + " criteria" + reasons + "; " +
+             (hasTexts ? "name the field, as in subject:knee, or " : "") + "search several times",
+         outermost_.at(largest));
+}
+
 QuickSearch PartsReader::read() {
     auto items = readItems(rules_.all ? Condition::Kind::allOf : Condition::Kind::anyOf);
     if (items && isAt(QuickPart::Kind::close))
         items = fail("there is no ( for this )", at_);
     auto criteria = items ? criteriaOf(*items, rules_.all) : std::nullopt;
     if (items && !criteria)
-        fail("that makes more than " + std::to_string(mostCriteria) + " criteria", 0);
+        failTooMany(*items);
     if (!criteria)
         return {{}, std::move(error_), failed_};
     return {*std::move(criteria), {}, 0};
 }
 
-QuickPart::Kind kindOf(std::string_view word) {
-    return word == "(" ? QuickPart::Kind::open
-                       : (word == ")" ? QuickPart::Kind::close : QuickPart::Kind::word);
-}
-
 } // namespace
-
-std::vector<QuickPart> quickParts(std::string_view text) {
-    std::vector<QuickPart> parts;
-    for (std::size_t at = 0; (at = text.find_first_not_of(blanks, at)) != std::string_view::npos;) {
-        const std::size_t size = findUnquoted(text.substr(at), blanks);
-        std::string_view word = text.substr(at, size);
-        if (word == "-(" || word == "!(") {
-            parts.push_back({QuickPart::Kind::negation, std::string(word.substr(0, 1)), at++});
-            word.remove_prefix(1);
-        }
-        parts.push_back({kindOf(word), std::string(word), at});
-        at += word.size();
-    }
-    return parts;
-}
 
 QuickSearch readQuickParts(std::span<const QuickPart> parts, const QuickRules& rules) {
     if (parts.empty())
         return {};
     return PartsReader(parts, rules).read();
-}
-
-QuickSearch parseQuickText(std::string_view text, const QuickRules& rules) {
-    const std::vector<QuickPart> parts = quickParts(text);
-    QuickSearch search = readQuickParts(parts, rules);
-    if (!search.ok())
-        search.error.offset += parts[search.part].offset;
-    return search;
 }
 
 QuickCondition parseQuickWord(std::string_view word, const platform::DateTime& now) {

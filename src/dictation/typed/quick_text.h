@@ -53,8 +53,7 @@ struct QuickPart {
         negation, // of what follows
     };
     Kind kind = Kind::word;
-    std::string text;       // as typed
-    std::size_t offset = 0; // where it stands
+    std::string text; // as typed
 };
 
 struct QuickRules {
@@ -69,11 +68,7 @@ struct QuickSearch {
     bool ok() const noexcept { return error.text.empty(); }
 };
 
-std::vector<QuickPart> quickParts(std::string_view text);
 QuickSearch readQuickParts(std::span<const QuickPart> parts, const QuickRules& rules);
-
-// Both in one; the error's offset is that in the text.
-QuickSearch parseQuickText(std::string_view text, const QuickRules& rules);
 
 // One word, UTF-8 or Windows-1252.
 QuickCondition parseQuickWord(std::string_view word, const platform::DateTime& now);

@@ -53,6 +53,7 @@ constexpr std::int32_t pasteCriteria = 1342;
 constexpr std::int32_t linesNotPasted = 1343; // %1%: how many
 constexpr std::int32_t followBox = 1320;
 constexpr std::int32_t followTip = 1321;
+constexpr std::int32_t countTitle = 1390;        // of a column of counts
 constexpr std::int32_t countOfAll = 1322;        // %1%: dictations that meet it, %2%: of how many
 constexpr std::int32_t emptyingCriterion = 1323; // spoken
 constexpr std::int32_t dateRange = 1324;         // %1% and %2%: dates
