@@ -3,6 +3,7 @@
 
 #include "cli/hit_writer.h"
 
+#include "cli/looks/file_link.h"
 #include "cli/shown_text.h"
 #include "cli/table_writer.h"
 #include "export/row_writer.h"
@@ -17,13 +18,17 @@ using modDictation::Dictation;
 
 class PathsWriter final : public HitWriter {
 public:
-    PathsWriter(Output& output, bool escaped, bool zeroEnded)
-        : output_(output), escaped_(escaped && !zeroEnded), end_(zeroEnded ? '\0' : '\n') {}
+    PathsWriter(const WriterOptions& options, Output& output)
+        : output_(output),
+          escaped_(options.escaped && !options.zeroEnded),
+          linked_(options.looks.hyperlinks && !options.zeroEnded),
+          end_(options.zeroEnded ? '\0' : '\n') {}
 
     void write(const Dictation& dictation) override {
-        std::string line = nativePathOf(dictation);
-        if (escaped_)
-            line = shownText(line);
+        const std::string path = nativePathOf(dictation);
+        std::string line = escaped_ ? shownText(path) : path;
+        if (linked_)
+            line = fileLink(line, path);
         line.push_back(end_);
         output_.write(line);
     }
@@ -31,6 +36,7 @@ public:
 private:
     Output& output_;
     bool escaped_;
+    bool linked_;
     char end_;
 };
 
@@ -63,7 +69,7 @@ std::unique_ptr<HitWriter> makeHitWriter(const WriterOptions& options, Output& o
             options.columns, {.lines = options.format == HitFormat::jsonl, .filter = filter},
             output));
     case HitFormat::paths:
-        return std::make_unique<PathsWriter>(output, options.escaped, options.zeroEnded);
+        return std::make_unique<PathsWriter>(options, output);
     case HitFormat::table:
         break;
     }

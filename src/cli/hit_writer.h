@@ -40,7 +40,7 @@ struct WriterOptions {
     bool raw = false;     // CSV for programs
     bool escaped = false;
     bool zeroEnded = false;
-    Looks looks = {}; // of a table, and what it marks
+    Looks looks = {}; // of a table, and what it marks; of paths, whether they are links
     TextMarks marks = {};
 };
 

@@ -56,6 +56,18 @@ std::size_t columnCount(std::string_view text) {
     return columns;
 }
 
+std::size_t bytesWithin(std::string_view text, std::size_t columns) {
+    std::string within;
+    std::size_t used = 0;
+    forEachCharacter(icu::UnicodeString::fromUTF8(std::string(text)), [&](UChar32 c) {
+        used += columnsOf(c);
+        if (used <= columns)
+            append(c, within);
+        return used <= columns;
+    });
+    return within.size();
+}
+
 std::string fittedText(std::string_view text, std::size_t columns) {
     std::string shown = shownText(text);
     if (columnCount(shown) <= columns)

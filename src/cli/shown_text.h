@@ -17,6 +17,9 @@ std::string shownText(std::string_view text);
 // Columns that the text takes: one a character, two a wide one, none a combining mark.
 std::size_t columnCount(std::string_view text);
 
+// How many bytes of the text's first letters take no more columns than these.
+std::size_t bytesWithin(std::string_view text, std::size_t columns);
+
 // shownText cut to that many columns, with an ellipsis in place of what is missing.
 std::string fittedText(std::string_view text, std::size_t columns);
 

@@ -118,6 +118,26 @@ TEST_F(OnATerminal, RowsLeadToTheirFiles) {
     }
     for (const ProgramRun& how : {terminal_, with({{"VTE_VERSION", "4000"}}), ProgramRun{}})
         EXPECT_EQ(shown(options, how), "Author\nMüller\n");
+    Texts paths = always;
+    paths.insert(paths.end(), {"--format", "paths"});
+    EXPECT_PRED2(holds, shown(paths, {}), ".WAV\x1B\\" + root() + "/2$ROH");
+    paths.emplace_back("-0");
+    EXPECT_FALSE(holds(shown(paths, terminal_), "\x1B"));
+}
+
+TEST_F(OnATerminal, AllOfAFieldIsShownInItsColumn) {
+    store_.add("x/2$ROH@@11$one two three four@@91$" + std::string(30, 'n') + "ü.WAV");
+    ProgramRun how = with({{"COLUMNS", "44"}, {"NO_COLOR", "1"}});
+    const Texts show = {"show", store_.native("x/2$ROH@@11$one two three four@@91$" +
+                                              std::string(30, 'n') + "ü.WAV")};
+    const std::string blanks(28, ' ');
+    const std::string table = std::regex_replace(run(show, how).output, std::regex("\r"), "");
+    EXPECT_PRED2(holds, table,
+                 "subject      Subject        one two  one two\n" + blanks + "three    three\n" +
+                     blanks + "four     four\n");
+    EXPECT_PRED2(holds, table, blanks + "nnnnnnü  nnnnnnü\n");
+    for (const std::string& line : split(run({"fields"}, how).output, '\n'))
+        EXPECT_LE(columnCount(line), 70U) << line;
 }
 
 TEST_F(OnATerminal, PagerForWhatIsLongerThanTheScreen) {

@@ -115,13 +115,17 @@ TEST_F(Watch, FollowsThePathOfTheStore) {
 }
 
 TEST_F(Watch, EndsWithTheStore) {
-    store_.add("store/2$ROH@@14$first.WAV");
+    store_.add("store/2$ROH@@14$first.WAV").add("store/closed/x.WAV");
+    fs::permissions(store_.native("store/closed"), fs::perms::none);
     ProgramRun how;
-    how.steps = {{"first.WAV\n", [&] { fs::remove_all(store_.native("store")); }}};
+    how.withRights = false;
+    how.steps = {
+        {"first.WAV\n", [&] { fs::rename(store_.native("store"), store_.native("moved")); }}};
     const ProgramResult result =
         run({"find", store_.native("store"), "--watch", "--format", "paths"}, how);
     EXPECT_EQ(result.exitCode, 3);
-    EXPECT_PRED2(holds, result.errors, store_.native("store"));
+    EXPECT_PRED2(holds, result.errors, store_.native("store") + "/: ");
+    fs::permissions(store_.native("moved/closed"), fs::perms::owner_all);
 }
 
 } // namespace

@@ -52,11 +52,9 @@ Consumer writingConsumer(const FindOptions& options, const std::vector<SearchReq
     WriterOptions how{
         formatOf(options), requests.front().columns,     options.separator.value_or(','),
         options.raw,       platform::isTerminal(stdout), options.zeroEnded};
-    if (how.format == HitFormat::table) {
-        how.looks = looksOf(options.looks);
-        if (!options.watch)
-            output.setPager(pagerFor(options.looks.pager));
-    }
+    how.looks = looksOf(options.looks);
+    if (how.format == HitFormat::table && !options.watch)
+        output.setPager(pagerFor(options.looks.pager));
     for (const SearchRequest& request : requests)
         how.marks.add(request.search.criteria);
     return std::make_unique<WrittenHits>(makeHitWriter(how, output), output);

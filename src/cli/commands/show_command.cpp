@@ -3,6 +3,8 @@
 
 #include "cli/commands/show_command.h"
 
+#include "cli/looks/table_layout.h"
+#include "cli/looks/wrapped_row.h"
 #include "cli/messages.h"
 #include "cli/output.h"
 #include "cli/shown_text.h"
@@ -28,12 +30,21 @@ namespace {
 using modDictation::Detail;
 using modDictation::Dictation;
 
-// The first row is the titles.
-void printRows(const std::vector<Row>& rows, const std::vector<std::size_t>& widths,
-               const LookOptions& looks, Output& output) {
-    output.write(asTitles(tableLine(rows.front(), widths), looksOf(looks)));
+// The first row is the titles. On a screen the cells of the last columns are wrapped where they
+// have to be. Gives the widths of the columns.
+std::vector<std::size_t> printRows(const std::vector<Row>& rows, std::size_t wrapped,
+                                   const LookOptions& options, Output& output) {
+    const Looks looks = looksOf(options);
+    std::vector<std::size_t> widths = columnWidths(rows);
+    if (looks.width) {
+        std::vector<Giving> givings(widths.size() - wrapped, Giving::never);
+        givings.resize(widths.size(), Giving::first);
+        widths = fittedWidths(std::move(widths), givings, *looks.width);
+    }
+    output.write(asTitles(tableLine(rows.front(), widths), looks));
     for (std::size_t i = 1; i < rows.size(); ++i)
-        output.write(tableLine(rows[i], widths));
+        output.write(wrappedRow(rows[i], widths));
+    return widths;
 }
 
 std::string typeName(modDictation::ValueType type) {
@@ -59,10 +70,10 @@ public:
         first_ = false;
         std::vector<Row> rows = {{"KEY", "FIELD", "SHOWN", "RAW"}};
         std::ranges::transform(fieldDetails(dictation), std::back_inserter(rows), rowOf);
-        // The longest ones come last and do not count for the columns.
-        const std::vector<std::size_t> widths = columnWidths(rows);
-        std::ranges::transform(wholeDetails(dictation), std::back_inserter(rows), rowOf);
-        printRows(rows, widths, looks_, output_);
+        const std::vector<std::size_t> widths = printRows(rows, 2, looks_, output_);
+        // The longest ones come last, do not count for the columns and stay whole, to be copied.
+        for (const Detail& detail : wholeDetails(dictation))
+            output_.write(tableLine(rowOf(detail), widths));
     }
 
 private:
@@ -139,7 +150,7 @@ ExitCode runFields(const LookOptions& looks) {
                             typeName(field.valueType), modDictation::operatorWords(field.id)});
     Output output(stdout);
     output.setPager(pagerFor(looks.pager));
-    printRows(rows, columnWidths(rows), looks, output);
+    printRows(rows, 1, looks, output);
     return output.finish(ExitCode::found);
 }
 

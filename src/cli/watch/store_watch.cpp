@@ -69,7 +69,7 @@ void StoreWatch::searchOnce() {
 
 // What is wrong is told once, and again when it gets worse.
 void StoreWatch::judge(const modDictation::SearchReport& report) {
-    if (report.foldersUnreadable > unreadable_) {
+    if (report.foldersUnreadable > unreadable_ || report.rootVanished || report.foldersRead == 0) {
         tellReport(report, 0, telling_);
         unreadable_ = report.foldersUnreadable;
     }
