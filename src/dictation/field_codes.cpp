@@ -101,6 +101,10 @@ std::int32_t GetFieldCode(std::int32_t fieldNumber, std::string_view text) {
     }
 }
 
+std::int32_t assumedCode(std::int32_t fieldNumber) {
+    return GetFieldCode(fieldNumber, {});
+}
+
 std::string GetStatusText(std::int32_t code) {
     switch (code) {
     case 17:

@@ -47,6 +47,10 @@ constexpr std::int32_t lastFlagCode = 19;
 // Codes sort by urgency; the digits in the names are older and do not.
 std::int32_t GetFieldCode(std::int32_t fieldNumber, std::string_view text);
 
+// The code that a field counts as which is empty or which the name lacks: of status and priority;
+// noCode for others.
+std::int32_t assumedCode(std::int32_t fieldNumber);
+
 // The text that is shown for a code; empty for codes that have none.
 std::string GetStatusText(std::int32_t code);
 

@@ -123,6 +123,15 @@ std::string shownValue(std::int32_t field, const Dictation& dictation, const Cod
     return shown(field, dictation, &codes);
 }
 
+bool isAssumed(std::int32_t field, const Dictation& dictation) {
+    const std::int32_t dictationField = fieldDefinition(field).dictationField;
+    if (assumedCode(dictationField) == noCode)
+        return false;
+    std::string value;
+    readField(dictationField, dictation, value);
+    return value.empty();
+}
+
 bool sortsByNumber(std::int32_t field) noexcept {
     return fieldDefinition(field).sortKind == SortKind::number;
 }

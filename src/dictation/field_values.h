@@ -22,6 +22,10 @@ namespace ov::modDictation {
 // should hold is shown as it stands; an absent one is empty.
 std::string shownValue(std::int32_t field, const Dictation& dictation);
 
+// Whether that only stands for nothing: the name lacks the field, or holds an empty one, and a code
+// that is assumed then is shown, as "Normal" for a priority. Searches for that code do not find it.
+bool isAssumed(std::int32_t field, const Dictation& dictation);
+
 // The texts of all codes, in the language of the thread that made it. For threads that have none.
 class CodeTexts {
 public:

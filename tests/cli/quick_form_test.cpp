@@ -86,5 +86,34 @@ TEST_F(Cli, ExplainsInPlaceOfSearching) {
     EXPECT_EQ(find({"--explain"}).output, "Every dictation in " + root() + "/: 3 of 3\n");
 }
 
+// A row that shows a priority is not always one whose name holds it.
+TEST_F(Cli, ExplainsValuesThatNoNameHolds) {
+    addThree();
+    const std::string note = "show “Normal” too, but are not found; “priority is-empty” finds them";
+    const std::pair<Texts, std::string> cases[] = {
+        {{"prio:normal"},
+         "  \"Priority\" is Normal  1 of 3\n      Dictations that say nothing " + note +
+             ": 1 of 3\n"},
+        {{"(", "author:zeh", "-cpriority = 1", ")", "status2:WAV"},
+         "  \"Author\" contains zeh        1 of 3\n"
+         "    or: \"Priority\" is Normal   1 of 3\n"
+         "      Dictations that say nothing " +
+             note +
+             ": 1 of 3\n"
+             "  \"Second status\" is Dictated  0 of 3\n"
+             "      Dictations that say nothing show “Dictated” too, but are not found; "
+             "“status2 is-empty” finds them: 3 of 3\n"},
+        {{"-prio:normal"},
+         "  \"Priority\" is not Normal  2 of 3\n      Dictations that say nothing show “Normal” "
+         "too, and are found; “priority is-not-empty” leaves them out: 1 of 3\n"},
+        {{"prio:high"}, "  \"Priority\" is High  1 of 3\n"},
+        {{"priority:empty"}, "  \"Priority\" is empty  1 of 3\n"}};
+    for (const auto& [words, lines] : cases) {
+        Texts options = {"--explain"};
+        options.insert(options.end(), words.begin(), words.end());
+        EXPECT_EQ(find(options).output, "All of these, in " + root() + "/:\n" + lines);
+    }
+}
+
 } // namespace
 } // namespace ov::cli

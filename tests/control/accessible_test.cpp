@@ -46,7 +46,10 @@ TEST_F(ScreenReader, ReadsTheListAsItIsSeen) {
         << "which holds what an empty list says";
     searchAll();
     // Dates have a hidden column to be sorted by; a priority is a picture where it is narrow.
-    EXPECT_EQ(read(), "Author;Dictated;Priority\nWeber;;High\nAdam;20.11.2026 17:05:00;Normal\n");
+    EXPECT_EQ(
+        read(),
+        "Author;Dictated;Priority\nWeber;;High\nAdam;20.11.2026 17:05:00;Normal (not written in "
+        "the name)\n");
     results().horizontalHeader()->moveSection(
         results().horizontalHeader()->visualIndex(model().columnOf(15)), 0);
     EXPECT_EQ(read().substr(0, 24), "Priority;Author;Dictated");

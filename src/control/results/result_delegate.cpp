@@ -4,7 +4,9 @@
 #include "control/results/result_delegate.h"
 
 #include "control/results/result_model.h"
+#include "support/language/text_ids.h"
 #include "widgets/icons.h"
+#include "widgets/legible.h"
 #include "widgets/text.h"
 
 #include <QApplication>
@@ -32,13 +34,29 @@ bool isMark(const QModelIndex& index) {
            modDictation::ValueType::marker;
 }
 
-// What a cell does not show of its text.
+// What a cell does not show of its text, or of where that comes from.
 QString hiddenText(const QStyleOptionViewItem& shown, const QModelIndex& index) {
     if (isMark(index) && !index.data(ResultModel::codeIconRole).toString().isEmpty())
         return index.model()
             ->headerData(index.column(), Qt::Horizontal, ResultModel::captionRole)
             .toString();
+    if (index.data(ResultModel::assumedRole).toBool())
+        return widgets::text(text_id::assumedValue, {widgets::toUtf8(shown.text)});
     return shown.text.isEmpty() || fits(shown) ? QString() : shown.text;
+}
+
+// What only stands for nothing stands back, on whichever of the two backgrounds.
+void fade(QStyleOptionViewItem& option) {
+    const bool isAlternate = option.features.testFlag(QStyleOptionViewItem::Alternate);
+    const auto base = isAlternate ? QPalette::AlternateBase : QPalette::Base;
+    const auto fadeOn = [&option](QPalette::ColorRole text, QPalette::ColorRole background) {
+        for (const auto group : {QPalette::Active, QPalette::Inactive})
+            option.palette.setColor(group, text,
+                                    widgets::hintColour(option.palette.color(group, text),
+                                                        option.palette.color(group, background)));
+    };
+    fadeOn(QPalette::Text, base);
+    fadeOn(QPalette::HighlightedText, QPalette::Highlight);
 }
 
 } // namespace
@@ -56,6 +74,9 @@ bool ResultDelegate::isFirst(int column) const {
 
 void ResultDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
     QStyledItemDelegate::initStyleOption(option, index);
+    const bool assumed = index.data(ResultModel::assumedRole).toBool();
+    if (assumed)
+        fade(*option);
     if (isFirst(index.column()) && index.data(ResultModel::playingRole).toBool()) {
         option->icon = widgets::icon("play");
         option->features |= QStyleOptionViewItem::HasDecoration;

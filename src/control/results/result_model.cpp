@@ -166,6 +166,8 @@ QVariant ResultModel::cell(const QModelIndex& index, int role) const {
         return spoken(index);
     case playingRole:
         return hitOf(index.row()) == playing_;
+    case assumedRole:
+        return modDictation::isAssumed(column.field, dictation(index.row()));
     case codeIconRole:
         return hasCodeIcons(column.field) ? codeIconName(column.field, dictation(index.row()))
                                           : QVariant();
@@ -176,9 +178,14 @@ QVariant ResultModel::cell(const QModelIndex& index, int role) const {
 
 // Nothing: as shown.
 QVariant ResultModel::spoken(const QModelIndex& index) const {
-    if (hitOf(index.row()) != playing_)
+    const bool isPlaying = hitOf(index.row()) == playing_;
+    const bool assumed = cell(index, assumedRole).toBool();
+    if (!isPlaying && !assumed)
         return {};
-    return widgets::text(text_id::playingRow, {widgets::toUtf8(text(index.row(), index.column()))});
+    QString spoken = text(index.row(), index.column());
+    if (assumed)
+        spoken = widgets::text(text_id::assumedValue, {widgets::toUtf8(spoken)});
+    return isPlaying ? widgets::text(text_id::playingRow, {widgets::toUtf8(spoken)}) : spoken;
 }
 
 QVariant ResultModel::headerData(int section, Qt::Orientation orientation, int role) const {

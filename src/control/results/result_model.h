@@ -29,6 +29,7 @@ public:
         captionRole,              // of a header: the long caption
         codeIconRole,             // of a cell: name of the icon that stands for its code
         playingRole,              // of a cell: whether its dictation is in the player
+        assumedRole,              // of a cell: whether its text only stands for nothing
     };
 
     struct Column {

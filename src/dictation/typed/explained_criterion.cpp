@@ -3,8 +3,10 @@
 
 #include "dictation/typed/explained_criterion.h"
 
+#include "dictation/field_codes.h"
 #include "dictation/field_date.h"
 #include "dictation/search/matching.h"
+#include "dictation/typed/criterion_text.h"
 #include "platform/text.h"
 #include "support/language/modLanguage.h"
 #include "support/language/text_ids.h"
@@ -47,6 +49,24 @@ std::string explainedCriterion(const Criterion& criterion, bool all,
     const std::string text = GetListedCriterionText(criterion, all);
     return (criterion.indented ? "  " : "") + std::string(platform::trimmed(text)) +
            relativeDates(criterion, now);
+}
+
+std::optional<Criterion> criterionOfAssumed(const Criterion& criterion) {
+    const std::int32_t assumed = assumedCode(fieldDefinition(criterion.Field).dictationField);
+    const bool compares =
+        criterion.Operator == operator_id::equal || criterion.Operator == operator_id::notEqual;
+    if (assumed == noCode || !compares || prepareCriterion(criterion, {}).code != assumed)
+        return std::nullopt;
+    return Criterion{criterion.Field, operator_id::isEmpty, {}, {}};
+}
+
+std::string assumedNote(const Criterion& criterion, std::string_view counted) {
+    const bool isFound = criterion.Operator == operator_id::notEqual;
+    const Criterion other{
+        criterion.Field, isFound ? operator_id::isNotEmpty : operator_id::isEmpty, {}, {}};
+    const std::int32_t code = assumedCode(fieldDefinition(criterion.Field).dictationField);
+    return modLanguage::GetText(isFound ? text_id::assumedFoundToo : text_id::assumedNotFound,
+                                {GetStatusText(code), typedCriterion(other), counted});
 }
 
 std::string countOfAll(std::int64_t matched, std::int64_t tested) {

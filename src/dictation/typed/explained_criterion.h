@@ -7,7 +7,9 @@
 #include "platform/locale.h"
 
 #include <cstdint>
+#include <optional>
 #include <string>
+#include <string_view>
 
 namespace ov::modDictation {
 
@@ -18,5 +20,13 @@ std::string explainedCriterion(const Criterion& criterion, bool all, const platf
 
 // "1,204 of 20,113": dictations that meet it, and how many were asked.
 std::string countOfAll(std::int64_t matched, std::int64_t tested);
+
+// Lists show a code, "Normal" as a priority, also where a name says nothing. For a criterion that
+// compares with that code: the one that is met by these names. Nothing for others.
+std::optional<Criterion> criterionOfAssumed(const Criterion& criterion);
+
+// What such a criterion makes of these names, with another one that tells them apart; `counted` is
+// how many there are.
+std::string assumedNote(const Criterion& criterion, std::string_view counted);
 
 } // namespace ov::modDictation

@@ -228,6 +228,9 @@ constexpr std::int32_t summaryOfAll = 1373;      // %1%: rows, %2%: hours, minut
 constexpr std::int32_t summaryOfSelected = 1374; // the same
 constexpr std::int32_t playingRow = 1375;        // %1%: what the cell shows
 constexpr std::int32_t playedDictationTip = 1376;
+constexpr std::int32_t assumedValue = 1380;      // %1%: what is shown for a field without a value
+constexpr std::int32_t assumedNotFound = 1381;   // %1%: the same, %2%: what finds it, %3%: how many
+constexpr std::int32_t assumedFoundToo = 1382;   // the same, %2%: what leaves it out
 
 // The host's standard texts
 constexpr std::int32_t directoryMissing = 20002; // %1%: the directory
