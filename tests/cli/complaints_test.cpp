@@ -89,6 +89,11 @@ TEST_F(CliComplaints, FilesAndFoldersThatAreNotWhatTheyShouldBe) {
             {{"export", missing + "/l.csv", root()}, "l.csv: No such file"},
         },
         3);
+    const std::string removed = "cd \"$1\"; rmdir \"$1\"; exec \"$0\" find . --count";
+    ProgramRun nowhere;
+    nowhere.arguments = {"-c", removed, OV_SEARCH_PROGRAM, missing};
+    fs::create_directory(missing);
+    EXPECT_EQ(tests::runProgram("/bin/sh", nowhere).exitCode, 3) << "not all below the root";
     expectRefused({"find", root(), "--criteria-file", settings_.native("notes.dat")}, 3,
                   "no criteria");
     EXPECT_EQ(foundFiles().size(), 3U); // demo touched nothing

@@ -83,6 +83,12 @@ TEST_F(Cli, ExplainsInPlaceOfSearching) {
     EXPECT_EQ(find({"--explain", "--any", "--limit", "1", "author:zeh", "prio:high"}).output,
               "Any one of these, in " + root() + "/:\n" + "  \"Author\" contains zeh  1 of 3\n" +
                   "  \"Priority\" is High     1 of 3\n");
+    EXPECT_EQ(
+        find({"--explain", "zeh", "!ward", "(", "author:x", "ö", ")", "--language=de"}).output,
+        "Alle davon, in " + root() + "/:\n" + "  ein Text enthält zeh        1 von 3\n" +
+            "  kein Text enthält ward      1 von 3\n" +
+            "  \"Autor\" enthält x           0 von 3\n" +
+            "    oder: ein Text enthält ö  1 von 3\n");
     EXPECT_EQ(find({"--explain"}).output, "Every dictation in " + root() + "/: 3 of 3\n");
 }
 

@@ -9,8 +9,11 @@
 #include "cli/told_report.h"
 #include "dictation/typed/explained_criterion.h"
 #include "platform/files.h"
+#include "support/language/modLanguage.h"
+#include "support/language/text_ids.h"
 
 #include <map>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -23,10 +26,12 @@ using modDictation::Search;
 using modDictation::SearchReport;
 
 std::string headingOf(const Search& search, std::int64_t tested) {
-    const std::string where = " in " + shownText(platform::toNativePath(search.root));
+    using modLanguage::GetText;
+    const std::string where = shownText(platform::toNativePath(search.root));
     if (search.criteria.empty())
-        return "Every dictation" + where + ": " + modDictation::countOfAll(tested, tested) + "\n";
-    return (search.all ? "All of these," : "Any one of these,") + where + ":\n";
+        return GetText(text_id::explainedNone, {where, modDictation::countOfAll(tested, tested)}) +
+               "\n";
+    return GetText(search.all ? text_id::explainedAll : text_id::explainedAny, {where}) + "\n";
 }
 
 // Those that are met by names without a value which is shown all the same, by the places of the
@@ -39,16 +44,41 @@ std::map<std::size_t, Criterion> criteriaOfAssumed(const Search& search) {
     return all;
 }
 
-// Counts without keeping hits: each criterion is tested while all are wanted, and nothing ever
-// meets the last.
-SearchReport count(Search search, const Session& session, TerminalInterface& terminal) {
+// What counts, of the store that is asked about.
+struct Counter {
+    const Session& session;
+    TerminalInterface& terminal;
+    std::shared_ptr<modDictation::RememberedStore> remembered =
+        std::make_shared<modDictation::RememberedStore>(modDictation::RememberedStore::Rules{});
+
+    // Keeps no hits.
+    SearchReport count(const Search& search) const {
+        modDictation::DictationList hits;
+        const auto forget = [&hits] {
+            hits.clear();
+            return true;
+        };
+        return cli::search(search, session, terminal, hits, forget, {.remembered = remembered});
+    }
+};
+
+// Each criterion is tested while all are wanted, and nothing ever meets the last.
+SearchReport countEach(Search search, const Counter& counter) {
     constexpr std::int32_t neverMet = 0; // no operator
     for (const auto& [place, criterion] : criteriaOfAssumed(search))
         search.criteria.push_back(criterion);
     search.criteria.push_back({modDictation::noField, neverMet, {}, {}});
     search.all = true;
-    modDictation::DictationList none;
-    return cli::search(search, session, terminal, none, [] { return true; });
+    return counter.count(search);
+}
+
+// Of dictations that meet the criteria together.
+std::int64_t countTogether(Search search, std::span<const Criterion> criteria,
+                           const Counter& counter) {
+    search.criteria.assign(criteria.begin(), criteria.end());
+    search.criteria.front().indented = false;
+    search.limit = noLimit;
+    return TerminalInterface::interrupted() ? 0 : counter.count(search).hits;
 }
 
 std::string counted(const SearchReport& report, std::size_t place) {
@@ -57,23 +87,48 @@ std::string counted(const SearchReport& report, std::size_t place) {
                : std::string();
 }
 
-void print(const Search& search, const SearchReport& report, Output& output) {
+struct Explained {
+    Row row;
+    std::string note;
+};
+
+// A free word has one line for all its criteria.
+std::vector<Explained> explained(const Search& search, const SearchReport& report,
+                                 const Counter& counter) {
     const platform::DateTime now = platform::now();
+    const auto assumed = criteriaOfAssumed(search);
+    std::size_t place = search.criteria.size(); // of what was counted beside them
+    std::vector<Explained> lines;
+    for (std::size_t i = 0; i < search.criteria.size(); ++i) {
+        const auto rest = std::span(search.criteria).subspan(i);
+        const Criterion& criterion = rest.front();
+        std::string text = modDictation::explainedCriterion(criterion, search.all, now);
+        std::string count = counted(report, i);
+        if (const std::size_t size = modDictation::freeWordLength(rest, search.all); size > 0) {
+            text = modDictation::explainedFreeWord(criterion, search.all);
+            count = modDictation::countOfAll(countTogether(search, rest.first(size), counter),
+                                             report.filesTested);
+            i += size - 1;
+        }
+        lines.push_back({{"  " + shownText(text), count}, {}});
+        if (assumed.contains(i))
+            lines.back().note = modDictation::assumedNote(criterion, counted(report, place++));
+    }
+    return lines;
+}
+
+void print(const Search& search, const SearchReport& report, const Counter& counter,
+           Output& output) {
+    const std::vector<Explained> lines = explained(search, report, counter);
     std::vector<Row> rows;
-    for (std::size_t i = 0; i < search.criteria.size(); ++i)
-        rows.push_back({"  " + shownText(modDictation::explainedCriterion(search.criteria[i],
-                                                                          search.all, now)),
-                        counted(report, i)});
+    for (const Explained& line : lines)
+        rows.push_back(line.row);
     output.write(headingOf(search, report.filesTested));
     const std::vector<std::size_t> widths = columnWidths(rows);
-    const auto assumed = criteriaOfAssumed(search);
-    std::size_t place = rows.size(); // of what was counted beside them
-    for (std::size_t i = 0; i < rows.size(); ++i) {
-        output.write(tableLine(rows[i], widths));
-        if (assumed.contains(i))
-            output.write("      " +
-                         modDictation::assumedNote(search.criteria[i], counted(report, place++)) +
-                         "\n");
+    for (const Explained& line : lines) {
+        output.write(tableLine(line.row, widths));
+        if (!line.note.empty())
+            output.write("      " + line.note + "\n");
     }
 }
 
@@ -82,10 +137,11 @@ void print(const Search& search, const SearchReport& report, Output& output) {
 ExitCode runExplain(std::span<const SearchRequest> requests, const Session& session,
                     TerminalInterface& terminal) {
     Output output(stdout);
+    const Counter counter{session, terminal};
     ExitCode result = ExitCode::found;
     for (const SearchRequest& request : requests) {
-        const SearchReport report = count(request.search, session, terminal);
-        print(request.search, report, output);
+        const SearchReport report = countEach(request.search, counter);
+        print(request.search, report, counter, output);
         tellReport(report, 0, request.telling);
         if (searchResult(report, 0, request.telling) == ExitCode::unreadable)
             result = ExitCode::unreadable;

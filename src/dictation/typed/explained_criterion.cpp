@@ -7,6 +7,7 @@
 #include "dictation/field_date.h"
 #include "dictation/search/matching.h"
 #include "dictation/typed/criterion_text.h"
+#include "dictation/typed/quick_text.h"
 #include "platform/text.h"
 #include "support/language/modLanguage.h"
 #include "support/language/text_ids.h"
@@ -49,6 +50,36 @@ std::string explainedCriterion(const Criterion& criterion, bool all,
     const std::string text = GetListedCriterionText(criterion, all);
     return (criterion.indented ? "  " : "") + std::string(platform::trimmed(text)) +
            relativeDates(criterion, now);
+}
+
+std::size_t freeWordLength(std::span<const Criterion> criteria, bool all) {
+    const std::vector<std::int32_t> fields = fieldsOfFreeWords();
+    if (criteria.size() < fields.size())
+        return 0;
+    const Criterion& first = criteria.front();
+    const bool isContained = first.Operator == operator_id::contains;
+    const bool inGroup = all == isContained; // any one is enough, or none may be there
+    if ((!isContained && first.Operator != operator_id::containsNot) ||
+        (first.indented && !inGroup))
+        return 0;
+    for (std::size_t i = 0; i < fields.size(); ++i)
+        if (criteria[i] !=
+            Criterion{
+                fields[i], first.Operator, first.Value1, {}, i > 0 ? inGroup : first.indented})
+            return 0;
+    const bool goesOn = criteria.size() > fields.size() && criteria[fields.size()].indented;
+    return goesOn && !inGroup ? 0 : fields.size();
+}
+
+std::string explainedFreeWord(const Criterion& first, bool all) {
+    const std::string text =
+        modLanguage::GetText(first.Operator == operator_id::contains ? text_id::anyTextContains
+                                                                     : text_id::noTextContains,
+                             {first.Value1});
+    if (!first.indented)
+        return text;
+    return "  " + std::string(platform::trimmed(modLanguage::GetText(
+                      all ? text_id::orCriterion : text_id::andCriterion, {text})));
 }
 
 std::optional<Criterion> criterionOfAssumed(const Criterion& criterion) {

@@ -6,8 +6,10 @@
 #include "dictation/search/criterion.h"
 #include "platform/locale.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -17,6 +19,11 @@ namespace ov::modDictation {
 // day of `now`: '"Dictated" is this week (2026-11-16 to 2026-11-22)'. One of a group stands behind
 // blanks and the word that joins it to the one above; `all` as in a Search.
 std::string explainedCriterion(const Criterion& criterion, bool all, const platform::DateTime& now);
+
+// How many of the criteria are what a free word makes, from the first on; 0 when it is none. And
+// how they are understood together: 'any text contains knee'.
+std::size_t freeWordLength(std::span<const Criterion> criteria, bool all);
+std::string explainedFreeWord(const Criterion& first, bool all);
 
 // "1,204 of 20,113": dictations that meet it, and how many were asked.
 std::string countOfAll(std::int64_t matched, std::int64_t tested);

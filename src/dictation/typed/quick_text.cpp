@@ -23,15 +23,10 @@ QuickCondition failure(std::string text, std::size_t offset, std::size_t length)
     return {{}, {std::move(text), offset, length}};
 }
 
-bool isSearchedText(const FieldDefinition& field) {
-    return field.valueType == ValueType::text && field.id != field_id::name && !field.key.empty();
-}
-
 Condition inAnyText(const std::string& text) {
     std::vector<Condition> parts;
-    for (const FieldDefinition& field : fieldDefinitions())
-        if (isSearchedText(field))
-            parts.push_back(conditionOf({field.id, operator_id::contains, text, {}}));
+    for (const std::int32_t field : fieldsOfFreeWords())
+        parts.push_back(conditionOf({field, operator_id::contains, text, {}}));
     return joined(Condition::Kind::anyOf, std::move(parts));
 }
 
@@ -202,8 +197,7 @@ void PartsReader::failTooMany(const Condition& items) {
     });
     if (hasTexts)
         reasons = ", as a text without a field is looked for in " +
-                  std::to_string(std::ranges::count_if(fieldDefinitions(), isSearchedText)) +
-                  " fields";
+                  std::to_string(fieldsOfFreeWords().size()) + " fields";
     if (std::ranges::count(parts_, QuickPart::Kind::open, &QuickPart::kind) > 0)
         reasons += std::string(hasTexts ? " and" : ", as") + " groups within groups multiply";
     fail("that makes more than " + std::to_string(mostCriteria) + " criteria" + reasons + "; " +
@@ -246,6 +240,14 @@ QuickCondition parseQuickWord(std::string_view word, const platform::DateTime& n
     auto other = opposite(read.condition, now);
     return other ? QuickCondition{*std::move(other), {}}
                  : failure(std::string(noOpposite), 0, text.size());
+}
+
+std::vector<std::int32_t> fieldsOfFreeWords() {
+    std::vector<std::int32_t> fields;
+    for (const FieldDefinition& field : fieldDefinitions())
+        if (field.valueType == ValueType::text && field.id != field_id::name && !field.key.empty())
+            fields.push_back(field.id);
+    return fields;
 }
 
 bool namesField(std::string_view word) {

@@ -73,6 +73,9 @@ QuickSearch readQuickParts(std::span<const QuickPart> parts, const QuickRules& r
 // One word, UTF-8 or Windows-1252.
 QuickCondition parseQuickWord(std::string_view word, const platform::DateTime& now);
 
+// In which a free word is looked for, in the order of the criteria that it makes.
+std::vector<std::int32_t> fieldsOfFreeWords();
+
 // Whether it begins with the name of a field: "author:m".
 bool namesField(std::string_view word);
 

@@ -118,10 +118,13 @@ std::string toNativePath(std::string_view path) {
 }
 
 std::string fromNativePath(std::string_view native) {
-    std::string absolute(native);
-    if (!native.starts_with('/'))
-        absolute = currentDirectory() + '/' + absolute;
-    std::string path = withoutDots(absolute);
+    std::string path;
+    if (native.starts_with('/'))
+        path = withoutDots(native);
+    else if (const std::string current = currentDirectory(); !current.empty())
+        path = withoutDots(current + '/' + std::string(native));
+    else // it was removed; nothing is below it, and least of all what is below the root
+        path = "/(no current folder)/" + std::string(native);
     for (char& c : path)
         if (c == '/')
             c = '\\';
