@@ -54,7 +54,7 @@ void readQuick(std::string_view line) {
     require(!quick.criteria.front().indented);
     for (const Criterion& criterion : quick.criteria)
         explainedCriterion(criterion, true, now);
-    std::vector<QuickPart> parts = tests::QuickLine(line).parts;
+    std::vector<QuickPart> parts = TypedLine(line).parts;
     parts.insert(parts.begin(), {{QuickPart::Kind::negation, "-"}, {QuickPart::Kind::open, "("}});
     parts.push_back({QuickPart::Kind::close, ")"});
     const QuickSearch opposite = readQuickParts(parts, {now, false});

@@ -128,6 +128,7 @@ void ctrlOVSearch::connectFilter() {
     connect(results, &ResultList::filterFound, this, [this, results] {
         post("FilterRows", [this, results] {
             results->showFound();
+            view_.txtResultFilter->tell(results->filterReading());
             const QString before = view_.lblSearchResult->text();
             showOutcome(view_, outcome_);
             if (view_.lblSearchResult->text() != before)

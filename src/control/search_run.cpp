@@ -8,6 +8,7 @@
 #include "platform/threads/errand.h"
 #include "platform/user_interface.h"
 #include "plugin/modOVPlugIn.h"
+#include "support/language/filter_text_ids.h"
 #include "support/language/modLanguage.h"
 #include "support/language/text_ids.h"
 #include "support/modUtil.h"
@@ -61,6 +62,13 @@ std::string countText(std::int32_t hitCount, const ResultList& list) {
                           : GetText(text_id::filteredCount, {rows, groupedNumber(hitCount)}));
     return " (" + groupedNumber(hitCount) + " " +
            GetText(hitCount == 1 ? text_id::dictation : text_id::dictations) + ")";
+}
+
+// That not all of the filter counts.
+std::string filterText(const modDictation::FilterReading& reading) {
+    if (reading.isTooLong)
+        return GetText(text_id::filterTooLong);
+    return reading.leftOut.empty() ? std::string() : GetText(text_id::filterUnfinished);
 }
 
 // Searches share their thread and the host's progress display, also while rows are filled: only one
@@ -248,8 +256,10 @@ void SearchRun::tellOutcome(const SearchOutcome& outcome) {
 }
 
 void showOutcome(const ControlView& view, const std::optional<SearchOutcome>& outcome) {
-    view.lblSearchResult->setText(widgets::text(
-        text_id::resultLabel, {outcome ? countText(outcome->hitCount, *view.lvSearchResult) : ""}));
+    const ResultList& list = *view.lvSearchResult;
+    const std::string count =
+        outcome ? countText(outcome->hitCount, list) + filterText(list.filterReading()) : "";
+    view.lblSearchResult->setText(widgets::text(text_id::resultLabel, {count}));
     view.setNotice(outcome ? noticeText(outcome->report) : QString());
 }
 

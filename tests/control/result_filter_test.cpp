@@ -74,6 +74,71 @@ TEST_F(ResultFilter, KeepsTheRowsThatShowAllWords) {
     EXPECT_EQ(text("lblSearchResult"), "Search result (3 dictations)");
 }
 
+// Half of a word empties no list, and it is said that it does not count.
+TEST_F(ResultFilter, TakesTheQuickFormAsItIsTyped) {
+    open();
+    const std::string all = "Anna; Ärmel; Berta; ";
+    const std::string incomplete = " – filter incomplete";
+    const auto expect = [&](const std::string& expected, const std::string& label) {
+        const auto seen = [&] {
+            std::string now = rows();
+            std::erase(now, '*');
+            return now + text("lblSearchResult");
+        };
+        const std::string wanted = expected + "Search result (" + label;
+        EXPECT_TRUE(QTest::qWaitFor([&] { return seen() == wanted; }))
+            << filter().text().toStdString() << ": " << seen();
+    };
+    const struct {
+        const char* keys;
+        std::string rows;
+        std::string label;
+    } cases[] = {{"prio:", all, "3 dictations)" + incomplete},
+                 {"prio:h", all, "3 dictations)" + incomplete},
+                 {"prio:hi", "Ärmel; ", "1 of 3 dictations)"},
+                 {"dictated:202", all, "3 dictations)" + incomplete},
+                 {"dictated:2026", "Berta; ", "1 of 3 dictations)"},
+                 {"anna prio:h", "Anna; ", "1 of 3 dictations)" + incomplete},
+                 {"-status:roh", "Anna; Ärmel; ", "2 of 3 dictations)"},
+                 {"-berta", "Anna; Ärmel; ", "2 of 3 dictations)"},
+                 {"\"2026 10:00:00\"", "Berta; ", "1 of 3 dictations)"},
+                 {"\"2026 10", all, "3 dictations)" + incomplete},
+                 {"( berta befund )", "Anna; Berta; ", "2 of 3 dictations)"},
+                 {"( berta befund", all, "3 dictations)" + incomplete}};
+    for (const auto& [keys, expected, label] : cases) {
+        key(results(), Qt::Key_Slash);
+        QTest::keyClicks(&filter(), QLatin1String(keys));
+        expect(expected, label);
+        key(filter(), Qt::Key_Escape);
+        expect(all, "3 dictations)");
+    }
+}
+
+TEST_F(ResultFilter, TellsWhatItLeavesOut) {
+    open();
+    const auto told = [this] { return filter().accessibleDescription().toStdString(); };
+    const std::string usual = told();
+    filter().setText(QStringLiteral("anna  prio:h"));
+    waitFor([&] { return model().rowCount() == 1; });
+    EXPECT_EQ(told(), "Cannot be understood yet and is left out: prio:h");
+    EXPECT_EQ(filter().toolTip().toStdString(), "<qt>" + told() + "</qt>");
+    EXPECT_EQ(dynamic_cast<ResultList&>(results()).shownFilter(), "anna") << "as exports name it";
+    speak("7");
+    EXPECT_EQ(told(), "Noch nicht zu verstehen und deshalb weggelassen: prio:h");
+    waitFor([&] {
+        return text("lblSearchResult") == "Suchergebnis (1 von 3 Diktaten) – Filter unvollständig";
+    });
+    speak("9");
+    filter().setText(QStringLiteral("z ").repeated(501));
+    waitFor([&] {
+        return text("lblSearchResult") == "Search result (3 dictations) – filter too long";
+    });
+    EXPECT_EQ(told(), "The filter would need more than 500 criteria. So all rows are shown.");
+    filter().clear();
+    waitFor([&] { return told() == usual; });
+    EXPECT_EQ(text("lblSearchResult"), "Search result (3 dictations)");
+}
+
 TEST_F(ResultFilter, CountsAsOneWrites) {
     fs::remove_all(store.folder());
     store.add("2$WAV@@14$Anna.WAV");

@@ -2,13 +2,38 @@
 // SPDX-License-Identifier: MIT
 #include "control/filter/filter_edit.h"
 
+#include "dictation/typed/condition.h"
+#include "support/language/filter_text_ids.h"
 #include "support/language/text_ids.h"
 #include "widgets/captions.h"
 #include "widgets/text.h"
 
 #include <QKeyEvent>
+#include <QStringList>
+#include <string>
 
 namespace ov {
+
+namespace {
+
+// Empty without any.
+QString problemOf(const modDictation::FilterReading& reading) {
+    if (reading.isTooLong)
+        return widgets::text(text_id::filterHasTooMany,
+                             {std::to_string(modDictation::mostCriteria)});
+    if (reading.leftOut.empty())
+        return {};
+    QStringList parts;
+    for (const std::string& part : reading.leftOut)
+        parts << widgets::toQt(part);
+    QString all = parts.join(QStringLiteral(", "));
+    constexpr qsizetype most = 200;
+    if (all.size() > most)
+        all = all.left(most) + QStringLiteral("…");
+    return widgets::text(text_id::filterLeavesOut, {widgets::toUtf8(all)});
+}
+
+} // namespace
 
 FilterEdit::FilterEdit(QWidget* parent) : QLineEdit(parent) {
     setObjectName(QStringLiteral("txtResultFilter"));
@@ -16,11 +41,23 @@ FilterEdit::FilterEdit(QWidget* parent) : QLineEdit(parent) {
     constexpr int widest = 320;
     setMaximumWidth(widest);
     widgets::setSpokenName(*this, text_id::filterName);
-    widgets::setTip(*this, text_id::filterTip);
 }
 
 void FilterEdit::retranslate() {
     setPlaceholderText(widgets::text(text_id::filterPlaceholder));
+    describe();
+}
+
+void FilterEdit::tell(const modDictation::FilterReading& reading) {
+    reading_ = reading;
+    describe();
+}
+
+void FilterEdit::describe() {
+    const QString problem = problemOf(reading_);
+    setToolTip(problem.isEmpty() ? widgets::text(text_id::filterTip)
+                                 : widgets::toolTipText(problem));
+    setAccessibleDescription(problem.isEmpty() ? widgets::text(text_id::filterTip) : problem);
 }
 
 void FilterEdit::focusInEvent(QFocusEvent* event) {

@@ -2,11 +2,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "dictation/filter/filter_words.h"
+
 #include <QLineEdit>
 
 namespace ov {
 
-// Where one types the words that rows of the result list must show to stay.
+// Where one types what rows of the result list must meet to stay.
 class FilterEdit final : public QLineEdit {
     Q_OBJECT
 
@@ -14,6 +16,8 @@ public:
     explicit FilterEdit(QWidget* parent);
 
     void retranslate();
+    // Its tooltip says what of it could not be understood.
+    void tell(const modDictation::FilterReading& reading);
 
 Q_SIGNALS:
     // Somebody is about to type.
@@ -24,6 +28,11 @@ Q_SIGNALS:
 protected:
     void focusInEvent(QFocusEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    void describe();
+
+    modDictation::FilterReading reading_;
 };
 
 } // namespace ov

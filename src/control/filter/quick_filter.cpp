@@ -13,25 +13,25 @@ QuickFilter::QuickFilter(QObject* parent, std::function<modDictation::RowTexts::
 
 void QuickFilter::prepare() {
     if (!texts_)
-        start({}, {});
+        start({});
 }
 
-void QuickFilter::find(const std::string& text) {
-    modDictation::RowFilter filter(text);
+void QuickFilter::find(std::string_view text) {
+    const modDictation::RowFilter filter(text);
     if (!filter.empty()) {
-        start(std::move(filter), text);
+        start(filter);
         return;
     }
     work_.giveUp();
-    keepAll();
+    keepAll(filter.reading());
 }
 
-void QuickFilter::keepAll() {
+void QuickFilter::keepAll(const modDictation::FilterReading& reading) {
     kept_ = nullptr;
-    Q_EMIT found({});
+    Q_EMIT found({nullptr, reading});
 }
 
-void QuickFilter::start(modDictation::RowFilter filter, const std::string& text) {
+void QuickFilter::start(const modDictation::RowFilter& filter) {
     if (!texts_)
         texts_ = std::make_shared<modDictation::RowTexts>(source_());
     const Kept among = kept_ && filter.isWithin(answered_) ? kept_ : nullptr;
@@ -43,12 +43,12 @@ void QuickFilter::start(modDictation::RowFilter filter, const std::string& text)
         return [=, this] {
             answered_ = filter;
             kept_ = kept;
-            Q_EMIT found({kept, text});
+            Q_EMIT found({kept, filter.reading()});
         };
     };
     work_.start(std::move(work), [this, asked] {
         if (asked)
-            keepAll();
+            keepAll({});
     });
 }
 

@@ -8,7 +8,7 @@
 #include <QObject>
 #include <functional>
 #include <memory>
-#include <string>
+#include <string_view>
 
 namespace ov {
 
@@ -20,8 +20,8 @@ class QuickFilter final : public QObject {
 public:
     using Kept = std::shared_ptr<const modDictation::KeptHits>;
     struct Found {
-        Kept kept; // nullptr: all are, as there are no words, or they could not be looked for
-        std::string text;
+        Kept kept; // nullptr: all are, as there is no filter, or it could not be looked for
+        modDictation::FilterReading reading;
     };
 
     // `source` tells what the list shows at the moment.
@@ -31,7 +31,7 @@ public:
     void prepare();
     // Asks for the hits that hold these words; found() comes later from the event loop, unless
     // another text follows.
-    void find(const std::string& text);
+    void find(std::string_view text);
     // Rows, columns or language are others: gives up what was asked for and what is kept.
     void forget();
 
@@ -39,8 +39,8 @@ Q_SIGNALS:
     void found(const ov::QuickFilter::Found& found);
 
 private:
-    void start(modDictation::RowFilter filter, const std::string& text);
-    void keepAll();
+    void start(const modDictation::RowFilter& filter);
+    void keepAll(const modDictation::FilterReading& reading);
 
     std::function<modDictation::RowTexts::Source()> source_;
     std::shared_ptr<modDictation::RowTexts> texts_; // nullptr until asked for

@@ -21,7 +21,10 @@ void ResultList::prepareFilter() {
 }
 
 void ResultList::filterBy(const QString& text) {
-    filterText_ = text.simplified();
+    filterText_ = text.trimmed();
+    for (QChar& character : filterText_)
+        if (character.isSpace())
+            character = u' '; // a single one each, as quoted texts are compared with them
     filter_->find(widgets::toUtf8(filterText_));
 }
 
@@ -47,7 +50,7 @@ void ResultList::showFound() {
     ResultSelection::Kept rows = selection_.keep();
     rows.all = false; // all of others
     QuickFilter::Found found = std::move(*std::exchange(found_, std::nullopt));
-    shownFilter_ = std::move(found.text);
+    filterReading_ = std::move(found.reading);
     model_->setKept(std::move(found.kept));
     selection_.restore(rows, indicatedColumn());
     if (!currentIndex().isValid())

@@ -83,14 +83,16 @@ public:
 
     // Somebody is about to type what filters the list.
     void prepareFilter();
-    // Asks for the rows that show all these words, in whichever of the shown columns; filterFound()
-    // comes later. Hits and columns that are others afterwards are filtered too.
+    // Asks for the rows that meet what is typed, see filter_words.h; filterFound() comes later.
+    // Hits and columns that are others afterwards are filtered too.
     void filterBy(const QString& text);
     // Shows the rows found, in the same order and as far as they stay selected.
     void showFound();
     bool isFiltered() const { return model_->kept() != nullptr && !model_->hits().empty(); }
-    // The words by which the rows shown are filtered; empty: they are not.
-    std::string shownFilter() const { return isFiltered() ? shownFilter_ : std::string(); }
+    // What the rows shown are filtered by; empty: they are not.
+    std::string shownFilter() const { return isFiltered() ? filterReading_.text : std::string(); }
+    // How the filter of the rows shown was understood.
+    const modDictation::FilterReading& filterReading() const { return filterReading_; }
     // Selects the first row and goes there.
     void selectFirst();
     // Selects the row of that dictation and goes there, unless it is not shown.
@@ -183,8 +185,8 @@ private:
     ResultSelection selection_;
     QuickFilter* filter_;
     QString filterText_;
-    std::optional<QuickFilter::Found> found_; // not shown yet
-    std::string shownFilter_;                 // of the rows that the model keeps
+    std::optional<QuickFilter::Found> found_;   // not shown yet
+    modDictation::FilterReading filterReading_; // of the rows that the model keeps
     bool busy_ = false;
     QTimer prepareSoon_;
     ControlSettings settings_;

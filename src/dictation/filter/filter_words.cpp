@@ -2,79 +2,88 @@
 // SPDX-License-Identifier: MIT
 #include "dictation/filter/filter_words.h"
 
-#include "dictation/typed/quick_lexer.h"
-#include "dictation/typed/quick_text.h"
+#include "dictation/filter/typed_line.h"
 #include "platform/text.h"
 
 #include <algorithm>
-#include <optional>
+#include <span>
 #include <utility>
 
 namespace ov::modDictation {
 
 namespace {
 
-constexpr std::string_view blanks = " \t";
+using Group = std::span<const Criterion>;
 
-bool testsField(std::string_view word) {
-    takeNegation(word);
-    return namesField(word);
+bool comparesText(const Criterion& criterion) {
+    return criterion.Operator == operator_id::contains ||
+           criterion.Operator == operator_id::containsNot;
 }
 
-// With a text in quotes behind the name of a field, but not otherwise.
-std::string_view takeWord(std::string_view& text) {
-    const std::string_view plain = text.substr(0, text.find_first_of(blanks));
-    const std::size_t end = testsField(plain) ? findUnquoted(text, blanks) : plain.size();
-    const std::string_view word = text.substr(0, end);
-    text = platform::trimmed(text.substr(word.size()));
-    return word;
-}
-
-std::optional<Condition> conditionOfWord(std::string_view word, const platform::DateTime& now) {
-    if (!testsField(word))
-        return std::nullopt;
-    QuickCondition read = parseQuickWord(word, now);
-    return read.ok() ? std::optional(std::move(read.condition)) : std::nullopt;
+FilterReading readingOf(std::string_view text, const TypedLine& line, const QuickSearch& search) {
+    FilterReading reading;
+    std::size_t done = 0;
+    for (const auto& [first, end] : search.leftOut) {
+        const std::size_t behind = line.places[end - 1] + line.parts[end - 1].text.size();
+        const std::size_t start = line.places[first];
+        reading.leftOut.emplace_back(text.substr(start, behind - start));
+        reading.text += text.substr(done, start - done);
+        done = std::min(text.find_first_not_of(" \t", behind), text.size());
+    }
+    reading.text += text.substr(done);
+    reading.text = platform::trimmed(reading.text);
+    return reading;
 }
 
 bool isNarrower(const Criterion& one, const Criterion& wider) {
-    if (one == wider)
-        return true;
-    return one.Operator == operator_id::contains && wider.Operator == operator_id::contains &&
-           one.Field == wider.Field &&
-           platform::upperCase(one.Value1).find(platform::upperCase(wider.Value1)) !=
-               std::string::npos;
+    if (one.Field != wider.Field || one.Operator != wider.Operator)
+        return false;
+    if (one.Operator == operator_id::contains)
+        return one.Value1.find(wider.Value1) != std::string::npos;
+    if (one.Operator == operator_id::containsNot)
+        return wider.Value1.find(one.Value1) != std::string::npos;
+    return one.Value1 == wider.Value1 && one.Value2 == wider.Value2;
+}
+
+// What meets one of `group` also meets one of `wider`.
+bool isNarrowerGroup(Group group, Group wider) {
+    return std::ranges::all_of(group, [&](const Criterion& one) {
+        return std::ranges::any_of(wider,
+                                   [&](const Criterion& other) { return isNarrower(one, other); });
+    });
 }
 
 } // namespace
 
-FilterWords filterWords(std::string_view text, const platform::DateTime& now) {
-    FilterWords words;
-    std::vector<Condition> conditions;
-    for (text = platform::trimmed(text); !text.empty();) {
-        const std::string_view word = takeWord(text);
-        if (word.ends_with(':') && testsField(word))
-            continue;
-        if (auto condition = conditionOfWord(word, now))
-            conditions.push_back(*std::move(condition));
-        else
-            words.shown.push_back(platform::upperCase(word));
+std::vector<std::span<const Criterion>> groupsOf(std::span<const Criterion> criteria) {
+    std::vector<Group> groups;
+    for (std::size_t first = 0; first < criteria.size();) {
+        std::size_t end = first + 1;
+        while (end < criteria.size() && criteria[end].indented)
+            ++end;
+        groups.push_back(criteria.subspan(first, end - first));
+        first = end;
     }
-    const auto criteria = criteriaOf(joined(Condition::Kind::allOf, std::move(conditions)), true);
-    words.criteria = criteria.value_or(std::vector<Criterion>());
-    return words;
+    return groups;
+}
+
+FilterWords filterWords(std::string_view text, const platform::DateTime& now) {
+    const TypedLine line(text);
+    QuickSearch search = readQuickParts(line.parts, {.now = now, .all = true, .filtersRows = true});
+    if (!search.ok())
+        return {{}, {.text = {}, .leftOut = {}, .isTooLong = true}};
+    for (Criterion& criterion : search.criteria)
+        if (comparesText(criterion))
+            criterion.Value1 = platform::upperCase(criterion.Value1);
+    return {std::move(search.criteria), readingOf(text, line, search)};
 }
 
 bool narrow(const std::vector<Criterion>& criteria, const std::vector<Criterion>& wider) {
-    const auto isAlone = [](const Criterion& criterion) { return !criterion.indented; };
-    if (criteria == wider)
-        return true;
-    return std::ranges::all_of(criteria, isAlone) && std::ranges::all_of(wider, isAlone) &&
-           std::ranges::all_of(wider, [&](const Criterion& old) {
-               return std::ranges::any_of(criteria, [&](const Criterion& criterion) {
-                   return isNarrower(criterion, old);
-               });
-           });
+    const std::vector<Group> groups = groupsOf(criteria);
+    return std::ranges::all_of(groupsOf(wider), [&](Group old) {
+        return std::ranges::any_of(groups,
+                                   [&](Group group) { return isNarrowerGroup(group, old); });
+    });
 }
 
 } // namespace ov::modDictation

@@ -3,9 +3,8 @@
 #include "dictation/filter/row_filter.h"
 
 #include "dictation/dictation_record.h"
-#include "dictation/filter/filter_words.h"
 #include "dictation/search/parallel_work.h"
-#include "platform/text.h"
+#include "dictation/typed/quick_text.h"
 
 #include <algorithm>
 #include <numeric>
@@ -46,45 +45,96 @@ void unmarkWithout(const WordFinder& word, const Part& part, std::span<std::uint
     }
 }
 
-// `first` is the hit of the first mark, counted from 0.
-void unmarkUnmet(PreparedCriteria& criteria, const DictationList& list, std::size_t first,
-                 std::span<std::uint8_t> marks) {
+// Clears the marks of hits by whether they meet the criteria; `first` is the hit of the first mark,
+// counted from 0.
+void unmarkIf(bool met, PreparedCriteria& criteria, bool all, const DictationList& list,
+              std::size_t first, std::span<std::uint8_t> marks) {
     std::string buffer;
     for (std::size_t i = 0; i < marks.size(); ++i) {
         if (marks[i] == 0)
             continue;
         const Dictation dictation = list[static_cast<std::int32_t>(first + i) + 1];
         const std::string_view name = dictationName(dictation.name, buffer);
-        marks[i] = MatchDictation(dictation.directory, name, criteria, true) ? 1 : 0;
+        if (MatchDictation(dictation.directory, name, criteria, all) == met)
+            marks[i] = 0;
     }
+}
+
+void clearMarks(std::span<const std::uint8_t> of, std::span<std::uint8_t> marks) {
+    for (std::size_t i = 0; i < marks.size(); ++i)
+        marks[i] &= static_cast<std::uint8_t>(of[i] ^ 1U);
+}
+
+bool asksForShown(const Criterion& criterion) {
+    return criterion.Field == shownTexts;
 }
 
 } // namespace
 
 RowFilter::RowFilter(std::string_view text, const platform::DateTime& now) {
     FilterWords words = filterWords(text, now);
-    for (std::string& word : words.shown)
-        words_.emplace_back(std::move(word));
+    criteria_ = std::move(words.criteria);
+    reading_ = std::move(words.reading);
+    std::vector<Criterion> others;
+    for (const auto& group : groupsOf(criteria_))
+        if (std::ranges::any_of(group, asksForShown))
+            add(group, now);
+        else
+            others.insert(others.end(), group.begin(), group.end());
     std::ranges::stable_sort(words_, [](const WordFinder& a, const WordFinder& b) {
         return a.word().size() > b.word().size();
     });
-    if (!words.criteria.empty())
-        prepared_.emplace(words.criteria, now);
-    criteria_ = std::move(words.criteria);
+    if (!others.empty())
+        prepared_.emplace(others, now);
 }
 
-bool RowFilter::isWithin(const RowFilter& wider) const noexcept {
-    return narrow(criteria_, wider.criteria_) &&
-           std::ranges::all_of(wider.words_, [this](const WordFinder& old) {
-               return std::ranges::any_of(words_, [&old](const WordFinder& word) {
-                   return word.word().find(old.word()) != std::string::npos;
-               });
-           });
+void RowFilter::add(std::span<const Criterion> group, const platform::DateTime& now) {
+    Group parts;
+    std::vector<Criterion> criteria;
+    for (const Criterion& criterion : group)
+        if (!asksForShown(criterion))
+            criteria.push_back(criterion);
+        else if (criterion.Operator == operator_id::contains)
+            parts.words.emplace_back(criterion.Value1);
+        else
+            parts.absent.emplace_back(criterion.Value1);
+    if (group.size() == 1 && !parts.words.empty()) {
+        words_.push_back(std::move(parts.words.front()));
+        return;
+    }
+    for (Criterion& criterion : criteria)
+        criterion.indented = false;
+    if (!criteria.empty())
+        parts.criteria.emplace(criteria, now);
+    groups_.push_back(std::move(parts));
 }
 
-void RowFilter::unmark(const Part& part, std::span<std::uint8_t> marks) const {
-    for (const WordFinder& word : words_)
-        unmarkWithout(word, part, marks);
+// Each way to meet the group leaves fewer rows to look at.
+void RowFilter::unmarkUnmet(Group& group, RowTexts& texts, const Part& part,
+                            std::span<std::uint8_t> marks) {
+    std::vector<std::uint8_t> unmet(marks.begin(), marks.end());
+    for (const WordFinder& word : group.absent)
+        unmarkWithout(word, part, unmet);
+    for (const WordFinder& word : group.words) {
+        std::vector<std::uint8_t> having = unmet;
+        unmarkWithout(word, part, having);
+        clearMarks(having, unmet);
+    }
+    if (group.criteria)
+        unmarkIf(true, *group.criteria, false, texts.list(), part.first, unmet);
+    clearMarks(unmet, marks);
+}
+
+void RowFilter::unmark(RowTexts& texts, std::size_t index, std::span<std::uint8_t> marks) {
+    if (!words_.empty() || !groups_.empty() || !prepared_) {
+        const auto part = texts.part(index);
+        for (const WordFinder& word : words_)
+            unmarkWithout(word, *part, marks);
+        for (Group& group : groups_)
+            unmarkUnmet(group, texts, *part, marks);
+    }
+    if (prepared_)
+        unmarkIf(false, *prepared_, true, texts.list(), texts.hitsOfPart(index).first, marks);
 }
 
 std::shared_ptr<const KeptHits> keptHits(RowTexts& texts, const RowFilter& filter,
@@ -94,15 +144,12 @@ std::shared_ptr<const KeptHits> keptHits(RowTexts& texts, const RowFilter& filte
     std::vector<std::int32_t> counts(texts.parts());
     const unsigned threads = std::max(std::thread::hardware_concurrency(), 1U);
     workInParallel(texts.parts(), threads, [&]() -> PieceWork {
-        return [&, criteria = filter.preparedCriteria()](std::size_t index) mutable {
+        return [&, own = filter](std::size_t index) mutable {
             if (stop.stop_requested())
                 return;
             const auto [first, end] = texts.hitsOfPart(index);
             const auto marks = std::span(kept->marks).subspan(first, end - first);
-            if (filter.hasWords() || !criteria)
-                filter.unmark(*texts.part(index), marks);
-            if (criteria)
-                unmarkUnmet(*criteria, texts.list(), first, marks);
+            own.unmark(texts, index, marks);
             counts[index] = static_cast<std::int32_t>(std::ranges::count(marks, 1));
         };
     });

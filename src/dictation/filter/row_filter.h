@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "dictation/filter/filter_words.h"
 #include "dictation/filter/row_texts.h"
 #include "dictation/filter/word_finder.h"
 #include "dictation/search/matching.h"
@@ -19,7 +20,7 @@ namespace ov::modDictation {
 
 // What rows must have to stay, see filter_words.h: words, each anywhere in one of the cells,
 // without regard to letter case, as in searches, and criteria of the dictation, as searches test
-// them.
+// them. One thread at a time may use it; each has a copy.
 class RowFilter {
 public:
     RowFilter() = default;
@@ -27,19 +28,30 @@ public:
     explicit RowFilter(std::string_view text, const platform::DateTime& now = platform::now());
 
     // Keeps every row.
-    bool empty() const noexcept { return words_.empty() && criteria_.empty(); }
-    bool hasWords() const noexcept { return !words_.empty(); }
+    bool empty() const noexcept { return criteria_.empty(); }
+    const FilterReading& reading() const noexcept { return reading_; }
     // Whether `wider` keeps all rows that this one keeps.
-    bool isWithin(const RowFilter& wider) const noexcept;
-    // Clears the marks of the part's rows that lack a word.
-    void unmark(const RowTexts::Part& part, std::span<std::uint8_t> marks) const;
-    // The criteria made ready for one thread; nothing without any.
-    std::optional<PreparedCriteria> preparedCriteria() const { return prepared_; }
+    bool isWithin(const RowFilter& wider) const { return narrow(criteria_, wider.criteria_); }
+    // Clears the marks of those hits of a part of `texts` that do not stay. One that keeps every
+    // row makes the texts.
+    void unmark(RowTexts& texts, std::size_t index, std::span<std::uint8_t> marks);
 
 private:
+    // One of these is enough.
+    struct Group {
+        std::vector<WordFinder> words; // that are shown
+        std::vector<WordFinder> absent;
+        std::optional<PreparedCriteria> criteria;
+    };
+    void add(std::span<const Criterion> group, const platform::DateTime& now);
+    static void unmarkUnmet(Group& group, RowTexts& texts, const RowTexts::Part& part,
+                            std::span<std::uint8_t> marks);
+
     std::vector<WordFinder> words_; // the longest first: it keeps the fewest
-    std::vector<Criterion> criteria_;
-    std::optional<PreparedCriteria> prepared_;
+    std::vector<Group> groups_;
+    std::optional<PreparedCriteria> prepared_; // that ask for nothing shown
+    std::vector<Criterion> criteria_;          // all of it
+    FilterReading reading_;
 };
 
 // The hits that a filter keeps: a mark, 0 or 1, for each hit of the list in the order found.

@@ -4,10 +4,7 @@
 #include "dictation/typed/quick_text.h"
 
 #include "dictation/typed/criterion_text.h"
-#include "dictation/typed/criterion_values.h"
-#include "dictation/typed/field_word.h"
 #include "dictation/typed/quick_lexer.h"
-#include "platform/text.h"
 
 #include <algorithm>
 #include <optional>
@@ -16,71 +13,6 @@
 namespace ov::modDictation {
 
 namespace {
-
-constexpr std::string_view blanks = " \t";
-
-QuickCondition failure(std::string text, std::size_t offset, std::size_t length) {
-    return {{}, {std::move(text), offset, length}};
-}
-
-Condition inAnyText(const std::string& text) {
-    std::vector<Condition> parts;
-    for (const std::int32_t field : fieldsOfFreeWords())
-        parts.push_back(conditionOf({field, operator_id::contains, text, {}}));
-    return joined(Condition::Kind::anyOf, std::move(parts));
-}
-
-// Where a blank is followed by the name of another field.
-std::size_t secondField(std::string_view word) {
-    std::size_t at = findUnquoted(word, blanks);
-    while (at != std::string_view::npos) {
-        std::string_view next = word.substr(at + 1);
-        takeNegation(next);
-        if (namesField(next))
-            return at + 1;
-        at = word.find_first_of(blanks, at + 1);
-    }
-    return at;
-}
-
-std::string noSuchField(std::string_view name) {
-    const std::string sentence = unknownField(name);
-    return sentence + (sentence.ends_with('?') ? "" : ".") +
-           " A text that holds \":\" stands in quotes.";
-}
-
-QuickCondition textCondition(const std::string& text, std::string_view word) {
-    if (platform::trimmed(text).empty())
-        return failure("an empty text is in every other", 0, word.size());
-    if (!storedValue(fieldDefinition(field_id::author), text))
-        return failure("a text has no control characters", 0, word.size());
-    return {inAnyText(text), {}};
-}
-
-// A word without its negation.
-QuickCondition freeWord(std::string_view word) {
-    if (!word.starts_with('"'))
-        return textCondition(std::string(word), word);
-    const auto quoted = readQuoted(word);
-    if (!quoted)
-        return failure("the closing \" is missing", 0, word.size());
-    if (quoted->end != word.size())
-        return failure("nothing may follow the closing \"", quoted->end, word.size() - quoted->end);
-    return textCondition(quoted->text, word);
-}
-
-QuickCondition readWord(std::string_view word, const platform::DateTime& now) {
-    const std::string_view name = fieldNameOf(word);
-    if (name.empty())
-        return freeWord(word);
-    const std::int32_t field = fieldOfWord(name);
-    if (field == noField)
-        return failure(noSuchField(name), 0, name.size());
-    const std::size_t start = name.size() + 1;
-    QuickCondition read = readQuickValues(fieldDefinition(field), word.substr(start), now);
-    read.error.offset += start;
-    return read;
-}
 
 class PartsReader {
 public:
@@ -101,6 +33,8 @@ private:
     Result readItem(Condition::Kind inside);
     Result readGroup(Condition::Kind kind);
     Result readSingle();
+    std::size_t endOfItem(std::size_t first) const;
+    void leaveOut(std::size_t first);
     void failTooMany(const Condition& items);
 
     std::span<const QuickPart> parts_;
@@ -110,6 +44,7 @@ private:
     std::vector<std::size_t> outermost_; // parts at which the items outside of brackets begin
     QuickError error_;
     std::size_t failed_ = 0;
+    std::vector<QuickSearch::Range> leftOut_;
 };
 
 Condition::Kind otherKind(Condition::Kind kind) {
@@ -126,7 +61,7 @@ PartsReader::Result PartsReader::readSingle() {
     const QuickPart& part = parts_[at_];
     failed_ = at_++;
     if (part.kind == QuickPart::Kind::word) {
-        QuickCondition word = parseQuickWord(part.text, rules_.now);
+        QuickCondition word = readQuickWord(part.text, rules_);
         error_ = std::move(word.error);
         return error_.text.empty() ? Result(std::move(word.condition)) : std::nullopt;
     }
@@ -168,15 +103,44 @@ PartsReader::Result PartsReader::readItem(Condition::Kind inside) {
     return other;
 }
 
+// Behind the ")" of a group, or behind all where it is missing.
+std::size_t PartsReader::endOfItem(std::size_t first) const {
+    std::size_t at = first;
+    while (at < parts_.size() && parts_[at].kind == QuickPart::Kind::negation)
+        ++at;
+    std::size_t open = 0;
+    for (; at < parts_.size(); ++at) {
+        open += parts_[at].kind == QuickPart::Kind::open ? 1 : 0;
+        open -= parts_[at].kind == QuickPart::Kind::close && open > 0 ? 1 : 0;
+        if (open == 0)
+            return at + 1;
+    }
+    return at;
+}
+
+// With what was left out of it.
+void PartsReader::leaveOut(std::size_t first) {
+    while (!leftOut_.empty() && leftOut_.back().first >= first)
+        leftOut_.pop_back();
+    at_ = endOfItem(first);
+    leftOut_.push_back({first, at_});
+}
+
 PartsReader::Result PartsReader::readItems(Condition::Kind kind) {
     std::vector<Condition> items;
-    while (at_ < parts_.size() && !isAt(QuickPart::Kind::close)) {
-        if (depth_ == 0)
-            outermost_.push_back(at_);
-        auto item = readItem(otherKind(kind));
-        if (!item)
+    const std::size_t depth = depth_;
+    const bool endsAtClose = depth > 0 || !rules_.filtersRows;
+    while (at_ < parts_.size() && !(isAt(QuickPart::Kind::close) && endsAtClose)) {
+        const std::size_t first = at_;
+        if (depth == 0)
+            outermost_.push_back(first);
+        if (auto item = readItem(otherKind(kind)))
+            items.push_back(*std::move(item));
+        else if (!rules_.filtersRows)
             return std::nullopt;
-        items.push_back(*std::move(item));
+        else
+            leaveOut(first);
+        depth_ = depth;
     }
     return joined(kind, std::move(items));
 }
@@ -213,8 +177,8 @@ QuickSearch PartsReader::read() {
     if (items && !criteria)
         failTooMany(*items);
     if (!criteria)
-        return {{}, std::move(error_), failed_};
-    return {*std::move(criteria), {}, 0};
+        return {{}, std::move(error_), failed_, {}};
+    return {*std::move(criteria), {}, 0, std::move(leftOut_)};
 }
 
 } // namespace
@@ -223,36 +187,6 @@ QuickSearch readQuickParts(std::span<const QuickPart> parts, const QuickRules& r
     if (parts.empty())
         return {};
     return PartsReader(parts, rules).read();
-}
-
-QuickCondition parseQuickWord(std::string_view word, const platform::DateTime& now) {
-    const std::string text = platform::textFromBytes(word);
-    if (const std::size_t second = secondField(text); second != std::string_view::npos)
-        return failure("here begins another criterion: give each as an argument of its own, or put "
-                       "the text in quotes",
-                       second, text.size() - second);
-    std::string_view rest = text;
-    const bool negated = takeNegation(rest);
-    QuickCondition read = readWord(rest, now);
-    read.error.offset += negated ? 1 : 0;
-    if (!read.ok() || !negated)
-        return read;
-    auto other = opposite(read.condition, now);
-    return other ? QuickCondition{*std::move(other), {}}
-                 : failure(std::string(noOpposite), 0, text.size());
-}
-
-std::vector<std::int32_t> fieldsOfFreeWords() {
-    std::vector<std::int32_t> fields;
-    for (const FieldDefinition& field : fieldDefinitions())
-        if (field.valueType == ValueType::text && field.id != field_id::name && !field.key.empty())
-            fields.push_back(field.id);
-    return fields;
-}
-
-bool namesField(std::string_view word) {
-    const std::string_view name = fieldNameOf(word);
-    return !name.empty() && fieldOfWord(name) != noField;
 }
 
 } // namespace ov::modDictation

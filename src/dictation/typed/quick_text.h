@@ -56,27 +56,39 @@ struct QuickPart {
     std::string text; // as typed
 };
 
+// No field: what the row of a list shows, in any of its cells.
+constexpr std::int32_t shownTexts = -1;
+
 struct QuickRules {
     platform::DateTime now; // that dates count from
     bool all = true;        // criteria must match; or any one of them
+    // For the rows of a list, while somebody types. A free word is a criterion of `shownTexts`,
+    // also one with a ":" behind what names no field. An item that cannot be read is left out; so
+    // is a field with nothing behind the ":", and a "-" before nothing.
+    bool filtersRows = false;
 };
 
 struct QuickSearch {
+    struct Range {
+        std::size_t first = 0;
+        std::size_t end = 0; // behind the last
+    };
     std::vector<Criterion> criteria; // with their groups
     QuickError error;                // its offset counts in the text of the part
     std::size_t part = 0;            // that the error is in
+    std::vector<Range> leftOut = {}; // parts that were, in their order
     bool ok() const noexcept { return error.text.empty(); }
 };
 
 QuickSearch readQuickParts(std::span<const QuickPart> parts, const QuickRules& rules);
 
 // One word, UTF-8 or Windows-1252.
-QuickCondition parseQuickWord(std::string_view word, const platform::DateTime& now);
+QuickCondition readQuickWord(std::string_view word, const QuickRules& rules);
+
+// One word, UTF-8 or Windows-1252.
+QuickCondition readQuickWord(std::string_view word, const QuickRules& rules);
 
 // In which a free word is looked for, in the order of the criteria that it makes.
 std::vector<std::int32_t> fieldsOfFreeWords();
-
-// Whether it begins with the name of a field: "author:m".
-bool namesField(std::string_view word);
 
 } // namespace ov::modDictation

@@ -111,13 +111,61 @@ TEST(RowFilter, WordsThatNameAFieldTestIt) {
                      {"prio:3,normal", "100"},
                      {"length:>5m", "010"},
                      {"autor:zeh", "000"},
-                     {"due:soon", "001"}, // neither is a criterion
-                     {"\"zeh", "010"},
-                     {"-length: author:mü", "010"},
-                     {"author:", "111"}};
+                     {"author:x", "000"},
+                     {"\"due:soon\"", "001"},
+                     {"-soon", "110"},
+                     {"-soon -author:zeh", "010"},
+                     {"( soon prio:hoch )", "101"},
+                     {"( -soon prio:normal ) length:5m", "100"},
+                     {"-( soon prio:hoch )", "010"},
+                     {"( soon -author:zeh ) ( length:6m author:li )", "011"},
+                     {"( length:6m ( author:li soon ) )", "011"},
+                     {"( author:li x )", "111"}};
         for (const auto& [filter, marks] : cases)
             EXPECT_EQ(kept(rows, filter), marks) << filter;
     }
+}
+
+// While somebody types, what cannot be read yet keeps all rows, and is told.
+TEST(RowFilter, LeavesOutWhatCannotBeRead) {
+    const auto list = std::make_shared<DictationList>();
+    for (const char* name : {"2$ROH@@14$Zeh@@5$HOCH", "2$WAV@@14$Anna@@11$knee, left (-)"})
+        list->add("C:\\Store\\", std::string(name) + ".WAV");
+    RowTexts rows({.hits = list, .fields = {5, 18}, .codes = {}});
+    const struct {
+        const char* filter;
+        const char* marks;
+        const char* text;
+        const char* leftOut;
+    } cases[] = {{"zeh prio:", "10", "zeh", "prio:|"},
+                 {"prio:h  zeh", "10", "zeh", "prio:h|"},
+                 {"dictated:202 knee -prio:x,hi", "01", "knee", "dictated:202|-prio:x,hi|"},
+                 {"author:! -length: due:soon", "11", "", "author:!|-length:|due:soon|"},
+                 {"- zeh", "10", "zeh", "-|"},
+                 {"knee \"zeh, l", "01", "knee", "\"zeh, l|"},
+                 {"knee ( zeh prio:h", "01", "knee", "( zeh prio:h|"},
+                 {"knee ) ( ) left", "01", "knee left", ")|( )|"},
+                 {"( zeh prio:h ( x", "11", "", "( zeh prio:h ( x|"},
+                 {"( zeh prio:h )", "10", "( zeh )", "prio:h|"},
+                 {"-( prio:h ) anna", "01", "anna", "-( prio:h )|"},
+                 {"-author:=zeh anna", "01", "anna", "-author:=zeh|"},
+                 {"\"knee, left\"", "01", "\"knee, left\"", ""}};
+    for (const auto& [typed, marks, text, expected] : cases) {
+        EXPECT_EQ(kept(rows, typed), marks) << typed;
+        const RowFilter filter(typed);
+        std::string leftOut;
+        for (const std::string& part : filter.reading().leftOut)
+            leftOut += part + "|";
+        EXPECT_EQ(leftOut, expected) << typed;
+        EXPECT_EQ(filter.reading().text, text) << typed;
+        EXPECT_FALSE(filter.reading().isTooLong);
+    }
+    std::string many;
+    for (int i = 0; i < 501; ++i)
+        many += "z ";
+    EXPECT_EQ(kept(rows, many.substr(2)), "10");
+    EXPECT_EQ(kept(rows, many), "11");
+    EXPECT_TRUE(RowFilter(many).reading().isTooLong);
 }
 
 TEST(RowFilter, GivesUpWhenNobodyWaits) {
@@ -145,6 +193,14 @@ TEST(RowFilter, KnowsWhenItOnlyNarrows) {
                  {"", "author:a", false},
                  {"author:a", "author:b", false},
                  {"author:a,b", "author:a", false},
+                 {"author:a", "author:a,b", true},
+                 {"author:a", "( b author:a )", true},
+                 {"( a b ) c", "( b a )", true},
+                 {"( a b ) c", "( a d )", false},
+                 {"-a", "-ab", true},
+                 {"-ab", "-a", false},
+                 {"-a", "a", false},
+                 {"a prio:", "a", true},
                  {"length:5m author:a", "author:a length:5m", true}};
     for (const auto& [filter, wider, isWithin] : cases)
         EXPECT_EQ(RowFilter(filter).isWithin(RowFilter(wider)), isWithin) << filter;
