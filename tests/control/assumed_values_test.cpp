@@ -89,6 +89,13 @@ TEST_F(AssumedValues, AreToldFromWrittenOnes) {
     }
     results().setColumnWidth(column(15), 24);
     EXPECT_EQ(toolTip(1, 15), "<qt>Normal (not written in the name)</qt>") << "of a picture";
+    const auto picture = [this](int row, int field) {
+        return results().viewport()->grab(results().visualRect(cell(row, field))).toImage();
+    };
+    results().setColumnWidth(column(2), 24);
+    EXPECT_NE(picture(0, 2), picture(2, 2)) << "on the same background";
+    results().selectAll();
+    EXPECT_NE(picture(0, 2), picture(2, 2)) << "when selected, too";
     speak("7");
     EXPECT_EQ(toolTip(1, 15), "<qt>Normal (steht nicht im Namen)</qt>");
 }

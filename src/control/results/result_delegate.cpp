@@ -12,6 +12,7 @@
 #include <QApplication>
 #include <QHeaderView>
 #include <QHelpEvent>
+#include <QPainter>
 #include <QTableView>
 #include <QToolTip>
 
@@ -59,6 +60,25 @@ void fade(QStyleOptionViewItem& option) {
     fadeOn(QPalette::HighlightedText, QPalette::Highlight);
 }
 
+// The same for a picture, in a selected row too.
+QIcon faded(const QIcon& icon, const QStyleOptionViewItem& option) {
+    constexpr double opacity = 0.55;
+    const qreal ratio = option.widget != nullptr ? option.widget->devicePixelRatioF() : 1.0;
+    QIcon result;
+    for (const QIcon::Mode mode : {QIcon::Normal, QIcon::Selected}) {
+        const QPixmap whole = icon.pixmap(option.decorationSize, ratio, mode);
+        QPixmap pale(whole.size());
+        pale.setDevicePixelRatio(whole.devicePixelRatio());
+        pale.fill(Qt::transparent);
+        QPainter painter(&pale);
+        painter.setOpacity(opacity);
+        painter.drawPixmap(0, 0, whole);
+        painter.end();
+        result.addPixmap(pale, mode);
+    }
+    return result;
+}
+
 } // namespace
 
 ResultDelegate::ResultDelegate(QTableView& list) : QStyledItemDelegate(&list), list_(list) {}
@@ -98,6 +118,8 @@ void ResultDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelI
     const int side =
         std::min({option->fontMetrics.height(), option->rect.width(), option->rect.height()});
     option->decorationSize = QSize(side, side);
+    if (assumed)
+        option->icon = faded(option->icon, *option);
 }
 
 QSize ResultDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const {
