@@ -128,9 +128,10 @@ std::vector<std::string> chosenColumns() {
 
 std::int32_t readField(const std::string& key, const std::string& what) {
     const std::int32_t field = fieldOfKey(key);
+    const std::string path = what == "sort" ? "path, " : "";
     if (field == modDictation::noField)
         complain("cannot " + what + " by \"" + key + '"' +
-                 didYouMean(key, columnKeys(), "; a KEY is one of: " + fieldKeys()));
+                 didYouMean(key, columnKeys(), "; a KEY is one of: " + path + fieldKeys()));
     return field;
 }
 

@@ -90,6 +90,8 @@ TEST_F(ExitCodes, TellWhatWasLeftOut) {
             EXPECT_EQ(result.output, "");
         }
     }
+    expectRefused({"show", store_.native("part/closed/x.WAV")}, 3, ": Permission denied",
+                  unprivileged_);
     const Texts exported{"export", "--strict", settings_.native("l.csv"), store_.native("part")};
     expectRefused(exported, 3, "l.csv was not written", unprivileged_);
     EXPECT_FALSE(fs::exists(settings_.native("l.csv")));

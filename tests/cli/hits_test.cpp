@@ -152,6 +152,11 @@ TEST_F(Hits, BatchesAreAsLongAsArgumentsMayBe) {
         sum += std::stoi(line);
     EXPECT_EQ(sum, count);
     EXPECT_GT(split(result.output, '\n').size(), 1U);
+    ProgramRun stopped; // while it prints
+    stopped.interruptAt = "xxx";
+    const ProgramResult sorted = find({"--sort", "path", "--format", "paths"}, stopped);
+    EXPECT_EQ(sorted.exitCode, -SIGINT);
+    EXPECT_LT(split(sorted.output, '\n').size(), std::size_t{count});
 }
 
 TEST_F(Hits, InterruptedCommandsAreTheLast) {

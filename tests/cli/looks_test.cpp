@@ -31,8 +31,10 @@ protected:
         how.environment = environment;
         return how;
     }
+    // Without progress, which a busy machine has.
     std::string shown(const Texts& options, const ProgramRun& how) const {
-        return std::regex_replace(find(options, how).output, std::regex("\r"), "");
+        const std::regex progress("\r[^\r\n\x1B]*\x1B\\[K|\r");
+        return std::regex_replace(find(options, how).output, progress, "");
     }
 
     ProgramRun terminal_;

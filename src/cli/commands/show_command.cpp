@@ -105,8 +105,12 @@ std::unique_ptr<exporting::RowWriter> writerFor(const ShowOptions& options, Outp
 std::string problemOf(const std::string& file) {
     const std::string path = platform::fromNativePath(file);
     switch (platform::fileKind(path)) {
-    case platform::FileKind::missing:
-        return "there is no such file";
+    case platform::FileKind::missing: {
+        platform::FileStamp none;
+        const platform::Status why = platform::readFileStamp(path, none);
+        return why.ok() || why.kind() == platform::Status::Kind::missing ? "there is no such file"
+                                                                         : why.text();
+    }
     case platform::FileKind::directory:
         return "is a folder; show takes dictations, find searches folders";
     default:

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "cli/hits/sorted_hits.h"
 
+#include "cli/terminal_interface.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -54,8 +56,15 @@ void SortedHits::endSearch(modDictation::SearchReport& report) {
     report.limitReached =
         !limit_.isNamed && (std::exchange(hasDropped_, false) || count < held_->size());
     report.hits = count;
-    for (auto index = order.begin(); index != order.end() && !isFull(); ++index)
+    // A search that was stopped has its hits taken all the same; what is stopped now is the taking.
+    const bool mayStop = !TerminalInterface::interrupted();
+    for (auto index = order.begin(); index != order.end() && !isFull(); ++index) {
         PassingHits::take((*held_)[*index]);
+        if (mayStop && TerminalInterface::interrupted()) {
+            report.stopped = true;
+            break;
+        }
+    }
     held_->clear();
     PassingHits::pause();
     PassingHits::endSearch(report);
