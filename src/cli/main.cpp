@@ -16,6 +16,7 @@
 #include "platform/locale_module.h"
 #include "platform/process_locale.h"
 #include "platform/program_end.h"
+#include "platform/terminal.h"
 #include "platform/terminal/child_process.h"
 #include "platform/threads/errand.h"
 #include "plugin/host_error.h"
@@ -175,6 +176,7 @@ ExitCode run(int argc, char** argv) {
 int main(int argc, char** argv) {
     if (argc == 2 && std::string_view(argv[1]) == versionOption)
         return static_cast<int>(tellVersion());
+    ov::platform::keepStandardStreams();
     ov::platform::useMessagesOfEnvironment();
     ov::platform::endWithoutLeftovers();
     ov::platform::waitWithoutEnd();

@@ -16,6 +16,10 @@
 
 namespace ov::platform {
 
+// Puts something that cannot be read or written in place of a standard stream that was closed when
+// the program started: a file of ours would take its number, and what is said would go into it.
+void keepStandardStreams() noexcept;
+
 // True when the stream is shown to a person.
 bool isTerminal(std::FILE* stream) noexcept;
 

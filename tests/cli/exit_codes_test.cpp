@@ -94,6 +94,9 @@ TEST_F(ExitCodes, TellWhatWasLeftOut) {
                   unprivileged_);
     const Texts exported{"export", "--strict", settings_.native("l.csv"), store_.native("part")};
     expectRefused(exported, 3, "l.csv was not written", unprivileged_);
+    expectRefused({"export", "--strict", "--sort", "path", "--limit", "1",
+                   settings_.native("l.csv"), store_.native("all")},
+                  3, "l.csv was not written");
     EXPECT_FALSE(fs::exists(settings_.native("l.csv")));
 }
 

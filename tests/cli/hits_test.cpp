@@ -131,6 +131,12 @@ TEST_F(Hits, RunCommands) {
     heedless.arguments = {"-c", "trap '' CHLD; exec \"$0\" find \"$1\" -x false", OV_SEARCH_PROGRAM,
                           root()};
     EXPECT_EQ(tests::runProgram("/bin/bash", heedless).errors, "");
+    // A closed stream must not be where a file of ours is then written.
+    ProgramRun closed;
+    closed.arguments = {"-c",
+                        "exec \"$0\" find \"$1\" -x sh -c 'readlink /proc/$PPID/fd/1 >&2' >&-",
+                        OV_SEARCH_PROGRAM, store_.native("b")};
+    EXPECT_EQ(tests::runProgram("/bin/bash", closed).errors, "/dev/null\n");
     for (const auto& [options, exitCode, error] : ends) {
         const ProgramResult result = find(options);
         EXPECT_EQ(result.exitCode, exitCode) << joined(options);

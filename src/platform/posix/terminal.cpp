@@ -5,6 +5,7 @@
 
 #include <array>
 #include <cstdlib>
+#include <fcntl.h>
 #include <string_view>
 #include <sys/ioctl.h>
 #include <unistd.h>
@@ -13,6 +14,12 @@ namespace ov::platform {
 
 bool isTerminal(std::FILE* stream) noexcept {
     return isatty(fileno(stream)) == 1;
+}
+
+void keepStandardStreams() noexcept {
+    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
+        if (fcntl(stream, F_GETFD) < 0) // the lowest that is free; what used it failed, and does so
+            static_cast<void>(open("/dev/null", stream == STDIN_FILENO ? O_WRONLY : O_RDONLY));
 }
 
 namespace {
