@@ -10,6 +10,7 @@
 
 #include <QKeyEvent>
 #include <QStringList>
+#include <QToolTip>
 #include <string>
 
 namespace ov {
@@ -54,10 +55,13 @@ void FilterEdit::tell(const modDictation::FilterReading& reading) {
 }
 
 void FilterEdit::describe() {
+    const QString before = toolTip();
     const QString problem = problemOf(reading_);
     setToolTip(problem.isEmpty() ? widgets::text(text_id::filterTip)
                                  : widgets::toolTipText(problem));
     setAccessibleDescription(problem.isEmpty() ? widgets::text(text_id::filterTip) : problem);
+    if (toolTip() != before && underMouse())
+        QToolTip::hideText(); // which would go on saying what was
 }
 
 void FilterEdit::focusInEvent(QFocusEvent* event) {

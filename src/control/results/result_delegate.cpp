@@ -62,7 +62,7 @@ void fade(QStyleOptionViewItem& option) {
 
 // The same for a picture, in a selected row too.
 QIcon faded(const QIcon& icon, const QStyleOptionViewItem& option) {
-    constexpr double opacity = 0.55;
+    constexpr double opacity = 0.65;
     const qreal ratio = option.widget != nullptr ? option.widget->devicePixelRatioF() : 1.0;
     QIcon result;
     for (const QIcon::Mode mode : {QIcon::Normal, QIcon::Selected}) {
