@@ -17,6 +17,8 @@ void CsvLine::append(std::string_view cell) {
 }
 
 void CsvLine::writeTo(Sink& sink) {
+    if (line_.size() == 1) // an empty line is none, to most readers
+        line_.append("\"\"");
     line_.append("\r\n");
     sink.write(std::string_view(line_).substr(1));
     line_.clear();

@@ -22,9 +22,10 @@ bool beginsFormula(std::string_view text) {
 }
 
 // Each reader has its own idea of what parts cells, and may pass over blanks and quotation marks.
+// The text is plain: what becomes a blank is one already.
 std::string defused(std::string_view text) {
-    constexpr std::string_view separators = ";,\t\r\n";
-    constexpr std::string_view passedOver = " \"\t\r\n";
+    constexpr std::string_view separators = ";,";
+    constexpr std::string_view passedOver = " \"";
     std::string out;
     std::size_t done = 0; // up to here the apostrophe stands already
     for (std::size_t i = 0; i < text.size(); ++i) {
@@ -76,7 +77,7 @@ private:
 
     void appendCell(std::string_view text) {
         if (options_.forSpreadsheets)
-            line_.append(plainText(defused(text), Gaps::blank));
+            line_.append(defused(plainText(text, Gaps::blank)));
         else
             line_.append(text);
     }

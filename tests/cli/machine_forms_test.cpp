@@ -102,6 +102,11 @@ TEST_F(MachineForms, PathsOfAllBytesComeBack) {
                   .output,
               "author,path,path_bytes,length\r\n," + store_.native("ward/Zo\xC3\xAB.WAV") +
                   ",,\r\n");
+    for (const Texts& form : {Texts{"csv"}, Texts{"csv", "--raw"}}) {
+        Texts lone = {"find", store_.native("ward"), "--columns", "author", "--format"};
+        lone.insert(lone.end(), form.begin(), form.end());
+        EXPECT_EQ(run(lone).output, "author\r\n\"\"\r\n") << "readers pass over an empty line";
+    }
     const Texts once = {"find", store_.native("ward"), "--format", "json", "--columns"};
     const auto with = [&](const char* keys) {
         Texts all = once;

@@ -30,6 +30,10 @@ inline const std::pair<std::string, std::string> hostile[] = {
     {"@SUM(1)", "'@SUM(1)"},
     {"\t=1", "' =1"},
     {"\r=1", "' =1"},
+    {"\v=1+1", "' =1+1"},
+    {"x;\f=1+1", "\"x;' =1+1\""},
+    {"\u0085=1+1", "' =1+1"},
+    {"\u2028=cmd", "' =cmd"},
     {"<script>alert(1)</script>&amp;", "\"<script>alert(1)</script>&amp;\""},
     {"\"quoted\", comma; semicolon", R"("""quoted"", comma; semicolon")"},
     {"line\nend\r\nagain", "line end  again"},
@@ -38,7 +42,7 @@ inline const std::pair<std::string, std::string> hostile[] = {
     {"mark \xEF\xBF\xBE!", "mark \xEF\xBF\xBE!"},
     {std::string(200, 'x'), std::string(200, 'x')},
     {"  ", "  "},
-    {"a;=1, \"+1\t-1;b-c", R"("a;'=1,' ""+1 '-1;b-c")"},
+    {"a;=1, \"+1\t-1;b-c", R"("a;'=1,' ""+1 -1;b-c")"},
     {"＝1", "'＝1"},
     {"M\xFCller", "Müller"}};
 

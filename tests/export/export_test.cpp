@@ -19,6 +19,11 @@ TEST_F(Export, CsvHoldsEveryNameAndNoFormula) {
     for (const auto& [author, inCsv] : hostile)
         expected.append(inCsv).append(";;;\r\n");
     EXPECT_EQ(text(Format::csv), expected);
+    document_.columns = {columnOf(8)};
+    expected = "\xEF\xBB\xBFNumber\r\n";
+    for (std::size_t i = 0; i < count(); ++i)
+        expected.append("\"\"\r\n");
+    EXPECT_EQ(text(Format::csv), expected) << "readers pass over an empty line";
 }
 
 TEST_F(Export, JsonHoldsEveryNameAndWhatItIs) {

@@ -37,7 +37,7 @@ TEST_F(Export, SheetHasTextDatesLengthsAndNumbers) {
                                "<v>123456789012345</v>", "s=\"5\"><v>61</v>"})
         EXPECT_PRED2(holds, sheet, number);
     for (const char* look : {"<pane ySplit=\"1\"", "width=\"18.7109375\"", "width=\"60.7109375\"",
-                             "orientation=\"landscape\"", "<autoFilter ref=\"A1:E23\""})
+                             "orientation=\"landscape\"", "<autoFilter ref=\"A1:E27\""})
         EXPECT_PRED2(holds, sheet, look);
     const std::string book = part("workbook.xml");
     EXPECT_PRED2(holds, book, "name=\"a    b  c d, which is longer t\"");
