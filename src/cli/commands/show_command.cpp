@@ -130,18 +130,17 @@ ExitCode runShow(const ShowOptions& options) {
         output.setPager(pagerFor(options.looks.pager));
     const auto writer = writerFor(options, output);
     std::size_t shown = 0;
+    writer->begin();
     for (const std::string& file : options.files) {
         if (const std::string problem = problemOf(file); !problem.empty()) {
             complain(file + ": " + problem);
             continue;
         }
-        if (shown++ == 0)
-            writer->begin();
+        ++shown;
         const std::string path = platform::fromNativePath(file);
         writer->write(modDictation::dictationOfPath(path));
     }
-    if (shown > 0)
-        writer->end();
+    writer->end();
     return output.finish(shown == options.files.size() ? ExitCode::found : ExitCode::unreadable);
 }
 
