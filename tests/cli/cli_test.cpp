@@ -39,7 +39,7 @@ TEST_F(Cli, Formats) {
         {"folder", R"(...\ward\ERL)"},
         {"dictated", "12/30/2025"},
         {"values",
-         {{"author", "öztürk"}, {"folder", R"(...\ward\ERL)"}, {"dictated", "2025-12-30"}}}};
+         {{"author", "öztürk"}, {"folder", root() + "/ward/ERL"}, {"dictated", "2025-12-30"}}}};
     EXPECT_EQ(json[2], expected);
 
     // Nothing found is still a table without rows, an array, or no path at all.

@@ -76,6 +76,19 @@ TEST_F(Hits, AreCounted) {
     EXPECT_EQ(groups[50]["count"], 1);
 }
 
+TEST_F(Hits, AreCountedByWhatIsCompared) {
+    store_.add("n/2$ROH@@14$Mu\u0308ller.WAV").add("s/n/2$ROH@@14$M\u00FCller.WAV");
+    store_.add("s/n/2$ROH@@14$m\u00FCller.WAV");
+    EXPECT_EQ(output({"--count-by", "author", "--format", "csv"}),
+              "author,count\r\nM\u00FCller,2\r\nm\u00FCller,1\r\n");
+    EXPECT_EQ(output({"--count-by", "folder", "--format", "csv", "--raw"}),
+              "folder,count\r\n" + root() + "/s/n,2\r\n" + root() + "/n,1\r\n");
+    const json all = json::parse(
+        output({"--columns", "folder", "--format", "json", "--sort", "path", "--limit", "1"}));
+    EXPECT_EQ(all[0]["folder"], "...\\n");
+    EXPECT_EQ(all[0]["values"]["folder"], root() + "/n");
+}
+
 TEST(CommandTemplate, PutsPathsInPlace) {
     const std::tuple<Texts, Texts, Texts> cases[] = {
         // words; with /s/a.b/x.y.WAV; with that and /z

@@ -24,7 +24,7 @@ struct TallyGroup {
 };
 
 // Counts dictations, in all or by the value of a field: dates by day, codes whatever their
-// spelling. Keeps no dictation.
+// spelling, texts composed (NFC), each folder of a path by itself. Keeps no dictation.
 class Tally {
 public:
     // `by` may be noField: all are one group, which is there before any dictation is.

@@ -6,6 +6,7 @@
 #include "dictation/field_table.h"
 #include "dictation/field_values.h"
 #include "export/machine/base64.h"
+#include "platform/files.h"
 #include "platform/text.h"
 #include "support/numbers.h"
 
@@ -63,6 +64,14 @@ MachineValue textValue(const FieldDefinition& definition, std::string text) {
     return text;
 }
 
+// What a person is shown of it leaves out the folders above.
+std::string folderOf(const modDictation::Dictation& dictation) {
+    std::string folder = platform::toNativePath(dictation.directory);
+    if (folder.size() > 1)
+        folder.pop_back(); // what parts it from the name
+    return folder;
+}
+
 } // namespace
 
 MachineValue machineValue(std::int32_t field, const modDictation::Dictation& dictation) {
@@ -73,7 +82,10 @@ MachineValue machineValue(std::int32_t field, const modDictation::Dictation& dic
     if (definition.exportType == ExportType::date || definition.exportType == ExportType::length)
         return {};
     std::string text;
-    modDictation::readField(definition.dictationField, dictation, text);
+    if (field == modDictation::field_id::folder)
+        text = folderOf(dictation);
+    else
+        modDictation::readField(definition.dictationField, dictation, text);
     return text.empty() ? MachineValue() : textValue(definition, platform::textFromBytes(text));
 }
 

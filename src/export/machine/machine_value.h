@@ -18,7 +18,8 @@ using MachineValue = std::variant<std::monostate, std::int64_t, std::string>;
 
 // Dates as ISO 8601 without a time zone, with the time where the name has one; lengths in seconds;
 // codes as the word that names carry ("HOCH", also where the name has another spelling of it);
-// flags, and numbers that read the same when they are written back, as numbers; all else as text.
+// flags, and numbers that read the same when they are written back, as numbers; the folder in full,
+// as the system writes it; all else as text.
 MachineValue machineValue(std::int32_t field, const modDictation::Dictation& dictation);
 
 // Empty for nothing.
