@@ -10,6 +10,8 @@
 #include "export/print/print_preview.h"
 #include "support/language/text_ids.h"
 
+#include <string>
+
 namespace ov::exporting::print {
 
 namespace {
@@ -49,7 +51,8 @@ void ListExport::print(bool selectedOnly) {
 
 void ListExport::printOn(QPrinter& printer, const RowSource& chosen) {
     bool stopped = false;
-    bool printed = false;
+    Printed printed = Printed::failed;
+    int count = 0; // of the pages
     {
         ExportProgress progress(text_id::printing, list_.owner, list_.isEnding);
         const auto part = [&](std::int64_t passes) -> GoOn { // with those that follow
@@ -61,12 +64,16 @@ void ListExport::printOn(QPrinter& printer, const RowSource& chosen) {
         if (const auto document = documentOf(chosen, part(3))) {
             ListPages pages(*document, chosen, paperOf(printer));
             printer.setDocName(pageText(document->title));
-            printed = pages.layOut(part(2)) && printPages(pages, printer, part(1));
+            if (pages.layOut(part(2)))
+                printed = printPages(pages, printer, part(1));
+            count = pages.count();
         }
     }
     if (stopped)
         tell(text_id::printStopped);
-    else if (!printed)
+    else if (printed == Printed::noSuchPage)
+        tell({text_id::noSuchPage, {std::to_string(printer.fromPage()), std::to_string(count)}});
+    else if (printed == Printed::failed)
         tell(text_id::printFailed);
 }
 

@@ -69,14 +69,16 @@ bool writePdf(const Document& document, const RowSource& rows, Sink& sink, const
     return painter.end() && !device.failed();
 }
 
-bool printPages(const ListPages& pages, QPrinter& printer, const GoOn& goOn) {
+Printed printPages(const ListPages& pages, QPrinter& printer, const GoOn& goOn) {
+    const bool some = printer.printRange() == QPrinter::PageRange && printer.fromPage() > 0;
+    const int first = some ? printer.fromPage() : 1;
+    if (first > pages.count())
+        return Printed::noSuchPage;
     printer.setPageLayout(fullPage(pages));
     printer.setFullPage(true);
     QPainter painter;
     if (!painter.begin(&printer))
-        return false;
-    const bool some = printer.printRange() == QPrinter::PageRange && printer.fromPage() > 0;
-    const int first = some ? printer.fromPage() : 1;
+        return Printed::failed;
     const int last =
         some && printer.toPage() > 0 ? std::min(printer.toPage(), pages.count()) : pages.count();
     const QSizeF target = printer.pageLayout().fullRectPixels(printer.resolution()).size();
@@ -86,10 +88,11 @@ bool printPages(const ListPages& pages, QPrinter& printer, const GoOn& goOn) {
         pages.paint(painter, page - 1, target);
         if (!goOn(pages.rowsBefore(page))) {
             printer.abort();
-            return false;
+            return Printed::failed;
         }
     }
-    return painter.end() && printer.printerState() != QPrinter::Error;
+    return painter.end() && printer.printerState() != QPrinter::Error ? Printed::whole
+                                                                      : Printed::failed;
 }
 
 } // namespace ov::exporting::print

@@ -6,6 +6,7 @@
 #include "export/file_export.h"
 
 #include <QPageSize>
+#include <cstdint>
 
 class QPrinter;
 
@@ -21,8 +22,10 @@ QPageSize usualPaper();
 bool writePdf(const Document& document, const RowSource& rows, Sink& sink, const GoOn& goOn);
 
 // Sends the pages to the printer, all or the range that it was set to; copies are the printer's
-// affair. `pages` have been laid out for its paper. False when `goOn`, which is told the rows
-// drawn, stopped it or the printer failed; the job is then given up.
-bool printPages(const ListPages& pages, QPrinter& printer, const GoOn& goOn);
+// affair. `pages` have been laid out for its paper. Failed when `goOn`, which is told the rows
+// drawn, stopped it or the printer did; the job is then given up. No job is begun where the range
+// lies behind the last page.
+enum class Printed : std::uint8_t { whole, failed, noSuchPage };
+Printed printPages(const ListPages& pages, QPrinter& printer, const GoOn& goOn);
 
 } // namespace ov::exporting::print

@@ -174,6 +174,7 @@ constexpr std::int32_t replacementStopped = 4336; // %1%: the file that is as it
 constexpr std::int32_t printStopped = 4337;
 constexpr std::int32_t replaceFileQuestion = 4338; // %1%: the file
 constexpr std::int32_t menuSelectedOnly = 4339;
+constexpr std::int32_t noSuchPage = 4340; // %1%: the page, %2%: the last one
 constexpr std::int32_t allColumns = 4310; // tick box
 constexpr std::int32_t allColumnsTip = 4311;
 
@@ -228,9 +229,9 @@ constexpr std::int32_t summaryOfAll = 1373;      // %1%: rows, %2%: hours, minut
 constexpr std::int32_t summaryOfSelected = 1374; // the same
 constexpr std::int32_t playingRow = 1375;        // %1%: what the cell shows
 constexpr std::int32_t playedDictationTip = 1376;
-constexpr std::int32_t assumedValue = 1380;      // %1%: what is shown for a field without a value
-constexpr std::int32_t assumedNotFound = 1381;   // %1%: the same, %2%: what finds it, %3%: how many
-constexpr std::int32_t assumedFoundToo = 1382;   // the same, %2%: what leaves it out
+constexpr std::int32_t assumedValue = 1380;    // %1%: what is shown for a field without a value
+constexpr std::int32_t assumedNotFound = 1381; // %1%: the same, %2%: what finds it, %3%: how many
+constexpr std::int32_t assumedFoundToo = 1382; // the same, %2%: what leaves it out
 
 // The host's standard texts
 constexpr std::int32_t directoryMissing = 20002; // %1%: the directory
