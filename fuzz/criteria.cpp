@@ -11,6 +11,7 @@
 #include "dictation/typed/criterion_text.h"
 #include "dictation/typed/explained_criterion.h"
 #include "dictation/typed/quick_text.h"
+#include "dictation/typed/search_text.h"
 #include "fuzz/fuzzing.h"
 #include "tests/quick_line.h"
 
@@ -68,6 +69,8 @@ void readFile(std::string_view content) {
         criteria.push_back(ParseCriteriaString(line));
         GetCriterionText(line);
     }
+    const std::string saved = writeSearchText(readSearchText(content).search, "name");
+    require(writeSearchText(readSearchText(saved).search, "name") == saved);
     PreparedCriteria prepared(criteria, now);
     const bool all = MatchDictation(directory, name, prepared, true);
     const bool any = MatchDictation(directory, name, prepared, false);

@@ -10,6 +10,7 @@
 #include "dictation/search/dictation_list.h"
 #include "export/document.h"
 #include "export/file_export.h"
+#include "export/row_writer.h"
 #include "export/rows.h"
 #include "fuzz/fuzzing.h"
 #include "platform/text.h"
@@ -63,6 +64,28 @@ void writeLists(std::string_view fileName) {
     }
 }
 
+// What programs read, with every field as it stands in the name.
+void writeRaw(std::string_view fileName) {
+    struct Text final : exporting::Sink {
+        bool write(std::string_view bytes) override {
+            all.append(bytes);
+            return true;
+        }
+        std::string all;
+    };
+    std::vector<exporting::Column> columns;
+    columns.push_back({"path", exporting::pathColumn, "Path", "Path", 0});
+    for (std::int32_t field = 1; field < modDictation::searchFieldCount; ++field)
+        columns.push_back(exporting::columnOf(field));
+    Text json;
+    Text csv;
+    exporting::makeJsonWriter(columns, {.lines = true, .raw = true}, json)
+        ->write({directory, fileName});
+    exporting::makeCsvWriter(columns, {.raw = true}, csv)->write({directory, fileName});
+    require(nlohmann::json::accept(json.all) && platform::isValidUtf8(csv.all));
+    require(json.all.ends_with("}\n") && std::ranges::count(json.all, '\n') == 1);
+}
+
 // Needs a file, which is slow: now and then only.
 void writeSpreadsheet(std::string_view fileName) {
     static int turn = 0;
@@ -90,6 +113,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     modDictation::BuildSearchFieldTable();
     readFields(fileName);
     writeLists(fileName);
+    writeRaw(fileName);
     writeSpreadsheet(fileName);
     return 0;
 }
