@@ -28,7 +28,8 @@ std::optional<Format> readFormat(const std::string& file) {
     const auto format = exporting::formatOfFile(file);
     if (!format && !platform::directoryExists(platform::fromNativePath(file)))
         complain("FILE: \"" + file +
-                 "\" has none of the endings .pdf, .xlsx, .csv, .html, .json, .txt");
+                 "\" has none of the endings .pdf, .xlsx, .csv, .html (.htm), .json, "
+                 ".txt (.tsv)");
     else if (!format)
         complain(file + ": is a folder; name the FILE to write first, then the folder to search");
     return format;

@@ -50,7 +50,7 @@ CLI::App* addExport(CLI::App& app, ExportOptions& options) {
     CLI::App* command =
         app.add_subcommand("export", "Search, and write a list for other programs or for paper");
     addPath(*command, "FILE", options.file,
-            "File to write; its ending is .pdf, .xlsx, .csv, .html, .json or .txt");
+            "File to write; its ending is .pdf, .xlsx, .csv, .html (.htm), .json or .txt (.tsv)");
     addSearchOptions(*command, options.search);
     addCriteriaFile(*command, options.search.criteriaFile, "Also the criteria of this file");
     command->add_option("--title", options.title, "Title of the list")->type_name("TEXT");
