@@ -57,30 +57,23 @@ std::size_t columnCount(std::string_view text) {
 }
 
 std::size_t bytesWithin(std::string_view text, std::size_t columns) {
-    std::string within;
+    std::size_t bytes = 0;
     std::size_t used = 0;
     forEachCharacter(icu::UnicodeString::fromUTF8(std::string(text)), [&](UChar32 c) {
         used += columnsOf(c);
         if (used <= columns)
-            append(c, within);
+            bytes += static_cast<std::size_t>(U8_LENGTH(c));
         return used <= columns;
     });
-    return within.size();
+    return bytes;
 }
 
 std::string fittedText(std::string_view text, std::size_t columns) {
     std::string shown = shownText(text);
     if (columnCount(shown) <= columns)
         return shown;
-    std::string fitted;
-    std::size_t used = 1; // the ellipsis
-    forEachCharacter(icu::UnicodeString::fromUTF8(shown), [&](UChar32 c) {
-        used += columnsOf(c);
-        if (used <= columns)
-            append(c, fitted);
-        return used <= columns;
-    });
-    return fitted + ellipsis;
+    shown.resize(bytesWithin(shown, columns - std::min<std::size_t>(columns, 1)));
+    return shown + ellipsis;
 }
 
 std::string fittedEnd(std::string_view text, std::size_t columns) {
