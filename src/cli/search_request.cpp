@@ -145,7 +145,7 @@ ExitCode readSearch(const SearchOptions& options, const std::vector<std::string>
             return read;
     const TypedWords typed = findRootAmong(options.words, options.root);
     search.all = search.all && !options.any;
-    if (!addCriteria(typed, search) ||
+    if (!hasOneFolder(typed) || !addCriteria(typed, search) ||
         !readColumns(options.columns.empty() ? usualColumns : options.columns, request.columns) ||
         !readSort(options.sort, request.sort))
         return ExitCode::usage;
@@ -156,6 +156,7 @@ ExitCode readSearch(const SearchOptions& options, const std::vector<std::string>
     request.limit = {options.limit.value_or(modDictation::usualLimit), options.limit.has_value()};
     search.limit = request.sort.empty() ? request.limit.count : noLimit;
     request.telling = options.telling;
+    request.foldersAsTexts = typed.foldersAsTexts;
     return ExitCode::found;
 }
 

@@ -52,6 +52,7 @@ struct SearchRequest {
     HitLimit limit;
     std::optional<std::int64_t> newerThan; // as NewerHits has it
     Telling telling;
+    std::vector<std::string> foldersAsTexts; // see TypedWords
 };
 
 constexpr std::int32_t noLimit = std::numeric_limits<std::int32_t>::max();

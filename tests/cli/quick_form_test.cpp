@@ -67,6 +67,39 @@ TEST_F(Cli, WordsThatAreNoCriteriaAreMarked) {
     expectRefused({"find", "stroe"}, 3, "\"stroe\" is no folder, so it was taken as a text");
 }
 
+TEST_F(Cli, FurtherFoldersAreToldOf) {
+    addThree();
+    ProgramRun inside;
+    inside.arguments = {"-c", "cd \"$1\"; shift; exec \"$0\" find \"$@\"", OV_SEARCH_PROGRAM,
+                        root()};
+    struct Case {
+        Texts words;
+        int exitCode;
+        std::string told;
+    };
+    const std::vector<Case> cases = {
+        {{"ward", "./_old"},
+         2,
+         "\"./_old\" is a second folder, and a search has one, here \"ward\""},
+        {{".", root()}, 2, "say '\"" + root() + "\"' to look for the text"},
+        {{"_old", "ward"}, 1, "\"ward\" is a folder too, but was taken as a text"},
+        {{"--root=_old", "./ward"}, 1, "\"./ward\" is a folder too"},
+        {{".", "ward"}, 0, ""},
+        {{"ward", "\"./_old\""}, 1, ""},
+        {{"ward", "no/folder"}, 1, ""},
+    };
+    for (const Case& c : cases) {
+        ProgramRun how = inside;
+        how.arguments.insert(how.arguments.end(), c.words.begin(), c.words.end());
+        const ProgramResult result = tests::runProgram("/bin/sh", how);
+        EXPECT_EQ(result.exitCode, c.exitCode) << joined(c.words);
+        EXPECT_PRED2(holds, result.errors, c.told);
+        EXPECT_EQ(result.errors.empty(), c.told.empty()) << result.errors;
+    }
+    expectRefused({"export", settings_.native("l.csv"), root(), settings_.folder().native()}, 2,
+                  "is a second folder");
+}
+
 TEST_F(Cli, ExplainsInPlaceOfSearching) {
     addThree();
     const Texts words = {"--explain", "author:zeh,öz", "dictated:this-week"};

@@ -4,6 +4,7 @@
 #include "cli/commands/export_command.h"
 
 #include "cli/messages.h"
+#include "cli/options/typed_words.h"
 #include "cli/terminal_interface.h"
 #include "cli/told_report.h"
 #include "dictation/search/result_order.h"
@@ -130,6 +131,8 @@ ExitCode runExport(const ExportOptions& options, const Session& session,
     const ExitCode found = searchResult(report, hits.size(), options.search.telling);
     if (found == ExitCode::unreadable)
         complain(options.file + " was not written");
+    if (found == ExitCode::nothingFound)
+        tellFoldersAsTexts(request.foldersAsTexts);
     if (found != ExitCode::found)
         return found;
     const std::vector<std::int32_t> order = orderOf(request, hits);

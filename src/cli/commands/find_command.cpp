@@ -7,6 +7,7 @@
 #include "cli/commands/find_consumer.h"
 #include "cli/hits/hit_search.h"
 #include "cli/messages.h"
+#include "cli/options/typed_words.h"
 #include "cli/watch/store_watch.h"
 #include "platform/files.h"
 
@@ -136,6 +137,8 @@ ExitCode runFind(const FindOptions& options, const Session& session, TerminalInt
     result = output.finish(TerminalInterface::interrupted() ? ExitCode::interrupted : result);
     for (const modDictation::SearchReport& report : reports)
         tellReport(report, countOf(report), telling);
+    if (result == ExitCode::nothingFound)
+        tellFoldersAsTexts(requests.front().foldersAsTexts);
     return result;
 }
 

@@ -37,23 +37,37 @@ bool looksLikeFolder(const QuickPart& word, bool isFirst) {
 
 TypedWords findRootAmong(const std::vector<QuickPart>& words,
                          const std::optional<std::string>& given) {
-    TypedWords typed{words, given};
-    if (given)
-        return typed;
+    TypedWords typed;
+    typed.root = given;
     int depth = 0;
-    for (auto word = typed.criteria.begin(); word != typed.criteria.end(); ++word) {
-        const bool isFirst = word == typed.criteria.begin();
+    for (auto word = words.begin(); word != words.end(); ++word) {
+        const bool isFirst = word == words.begin();
         depth += word->kind == Kind::open ? 1 : 0;
         depth -= word->kind == Kind::close ? 1 : 0;
         const bool isCriterion = depth > 0 || (!isFirst && (word - 1)->kind == Kind::negation);
-        if (isCriterion || !looksLikeFolder(*word, isFirst))
+        const bool isRoot = !typed.root && !isCriterion && looksLikeFolder(*word, isFirst);
+        if (isRoot) {
+            typed.root = word->text;
+            typed.rootIsWord = true;
             continue;
-        typed.root = word->text;
-        typed.rootIsWord = true;
-        typed.criteria.erase(word);
-        break;
+        }
+        if (!isCriterion && looksLikeFolder(*word, false) && isFolder(word->text))
+            typed.foldersAsTexts.push_back(word->text);
+        typed.criteria.push_back(*word);
     }
     return typed;
+}
+
+// What holds a "/" is hardly a text; whoever names the folder by --root has said what words are.
+bool hasOneFolder(const TypedWords& typed) {
+    const auto second = std::ranges::find_if(typed.foldersAsTexts, [](const std::string& text) {
+        return text.find('/') != std::string::npos;
+    });
+    if (!typed.rootIsWord || second == typed.foldersAsTexts.end())
+        return true;
+    complain("\"" + *second + "\" is a second folder, and a search has one, here \"" + *typed.root +
+             "\"; search each by itself, or say '\"" + *second + "\"' to look for the text");
+    return false;
 }
 
 bool addCriteria(const TypedWords& typed, modDictation::Search& search) {
@@ -85,6 +99,13 @@ void tellTakenWords(const TypedWords& typed) {
     });
     if (word != typed.criteria.end())
         complain("\"" + word->text + "\" is no folder, so it was taken as a text to look for");
+}
+
+void tellFoldersAsTexts(const std::vector<std::string>& folders) {
+    for (const std::string& folder : folders)
+        complain(
+            "\"" + folder +
+            "\" is a folder too, but was taken as a text to look for; a search has one folder");
 }
 
 } // namespace ov::cli
