@@ -4,6 +4,7 @@
 #include "cli/criteria_file.h"
 
 #include "cli/messages.h"
+#include "cli/shown_text.h"
 #include "cli/terminal_interface.h"
 #include "dictation/typed/search_text.h"
 #include "platform/files.h"
@@ -33,6 +34,16 @@ ExitCode readContent(const std::string& native, std::string& content) {
     return read.ok() ? ExitCode::found : ExitCode::unreadable;
 }
 
+// Fewer criteria may find more: which are missing must not be left to guess.
+void tellSkipped(const std::string& name, const modDictation::SearchText& text) {
+    constexpr std::size_t mostColumns = 500; // of a file that is no text
+    for (const modDictation::SkippedLine& line : text.firstSkipped)
+        complain(name + ':' + std::to_string(line.number) + ": left out, " +
+                 fittedText(line.reason, mostColumns));
+    if (const std::size_t more = text.skipped - text.firstSkipped.size(); more > 0)
+        complain(name + ": further lines that are no criteria: " + std::to_string(more));
+}
+
 } // namespace
 
 ExitCode readCriteriaFile(const std::string& native, bool strict, modDictation::Search& search) {
@@ -43,8 +54,7 @@ ExitCode readCriteriaFile(const std::string& native, bool strict, modDictation::
     std::ranges::copy(text.search.criteria, std::back_inserter(search.criteria));
     search.all = text.search.all;
     const std::string name = native == "-" ? "standard input" : native;
-    if (text.skipped > 0)
-        complain(name + ": lines that are no criteria: " + std::to_string(text.skipped));
+    tellSkipped(name, text);
     if (text.search.criteria.empty())
         complain(name + ": holds no criteria");
     return text.search.criteria.empty() || (text.skipped > 0 && strict) ? ExitCode::unreadable

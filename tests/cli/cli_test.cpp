@@ -111,7 +111,8 @@ TEST_F(Cli, CriteriaFile) {
     const ProgramResult result =
         find({"--criteria-file", file, "--columns=author", "--format=csv"});
     EXPECT_EQ(authors(result), "Müller");
-    EXPECT_PRED2(holds, result.errors, "lines that are no criteria: 2");
+    EXPECT_PRED2(holds, result.errors, file + ":1: left out, there is no field \"junk\"");
+    EXPECT_PRED2(holds, result.errors, file + ":2: left out, ");
     EXPECT_EQ(find({"--criteria-file", file, "--strict"}).exitCode, 3);
     settings_.add("SearchCriteria.dat", muller);
     EXPECT_EQ(authors({"--criteria-file", file, "--any", "-c", "author is zeh"}), "Müller Zeh");
@@ -120,6 +121,12 @@ TEST_F(Cli, CriteriaFile) {
     EXPECT_EQ(authors({"--criteria-file", settings_.native("Other.dat"), "--criteria-file", file}),
               "Zeh Müller")
         << "one search after the other";
+    settings_.add("bad.txt", "author is zeh\n; a remark\r\n\r\nlength >= 1 Elle\n" +
+                                 std::regex_replace(std::string(11, 'x'), std::regex("x"), "x\n"));
+    const Texts told = split(find({"--criteria-file", settings_.native("bad.txt")}).errors, '\n');
+    ASSERT_EQ(told.size(), 11U);
+    EXPECT_PRED2(holds, told.front(), "bad.txt:4: left out, \"1 Elle\" is not a time such as");
+    EXPECT_PRED2(holds, told.back(), "bad.txt: further lines that are no criteria: 2");
     settings_.add("groups.txt", "author is-not-empty\nauthor is zeh\n  author is müller\n");
     const Texts grouped{"--criteria-file", settings_.native("groups.txt")};
     EXPECT_EQ(authors(grouped), "Müller Zeh") << "any of these inside all of these";

@@ -11,7 +11,6 @@
 #include "support/text_lines.h"
 
 #include <algorithm>
-#include <optional>
 #include <utility>
 
 namespace ov::modDictation {
@@ -28,11 +27,9 @@ constexpr std::string_view blanks = " \t";
 constexpr std::string_view indentation = "  ";
 
 // Of the text without the blanks in front of it.
-std::optional<Criterion> criterionOf(std::string_view text) {
-    if (isCriteriaString(text))
-        return ParseCriteriaString(text);
-    ParsedCriterion typed = parseCriterion(text);
-    return typed.ok() ? std::optional(std::move(typed.criterion)) : std::nullopt;
+ParsedCriterion criterionOf(std::string_view text) {
+    return isCriteriaString(text) ? ParsedCriterion{ParseCriteriaString(text), {}}
+                                  : parseCriterion(text);
 }
 
 // Reads criteria one after the other, and which of them are a group.
@@ -42,17 +39,18 @@ public:
     explicit CriteriaReader(std::vector<Criterion>& criteria, bool goesOn = false)
         : criteria_(criteria), hasHead_(goesOn) {}
 
-    bool read(std::string_view line) {
+    // What is wrong with the line; empty when nothing is.
+    std::string read(std::string_view line) {
         const std::size_t start = std::min(line.find_first_not_of(blanks), line.size());
-        auto criterion = criterionOf(line.substr(start));
+        ParsedCriterion read = criterionOf(line.substr(start));
         // Without the one that it began with, a group must not become a part of the one above.
         const bool indented = start > 0 && hasHead_;
-        hasHead_ = criterion || indented;
-        if (!criterion)
-            return false;
-        criterion->indented = indented;
-        criteria_.push_back(std::move(*criterion));
-        return true;
+        hasHead_ = read.ok() || indented;
+        if (!read.ok())
+            return std::move(read.error);
+        read.criterion.indented = indented;
+        criteria_.push_back(std::move(read.criterion));
+        return {};
     }
 
 private:
@@ -60,23 +58,33 @@ private:
     bool hasHead_;
 };
 
-// Calls `read` for each line that says something; gives the number of those that it answers false.
-template <typename Read>
-std::size_t skippedLines(std::string_view content, Read read) {
-    const std::string lines = platform::settingsText(content);
-    std::size_t skipped = 0;
-    forEachLine(
-        lines,
-        [&](std::string_view line) {
-            const std::string_view said = platform::trimmed(line);
-            if (!said.empty() && !said.starts_with(';') && !read(line))
-                ++skipped;
-        },
-        "\r\n");
-    return skipped;
+// The number of the line that begins there. Lines end at "\r", "\n" or both.
+std::size_t lineNumber(std::string_view lines, std::size_t begin) {
+    std::size_t number = 1;
+    for (std::size_t i = 0; i < begin; ++i)
+        if (lines[i] == '\n' || (lines[i] == '\r' && lines[i + 1] != '\n'))
+            ++number;
+    return number;
 }
 
-bool readLine(std::string_view line, SearchText& text, CriteriaReader& criteria) {
+// Calls `read` for each line that says something and `skip` for those that it gives a reason
+// against.
+template <typename Read, typename Skip>
+void readLines(std::string_view content, Read read, Skip skip) {
+    const std::string lines = platform::settingsText(content);
+    const auto take = [&](std::string_view line) {
+        const std::string_view said = platform::trimmed(line);
+        if (said.empty() || said.starts_with(';'))
+            return;
+        if (std::string reason = read(line); !reason.empty())
+            skip(std::move(reason), [&lines, line] {
+                return lineNumber(lines, static_cast<std::size_t>(line.data() - lines.data()));
+            });
+    };
+    forEachLine(lines, take, "\r\n");
+}
+
+std::string readLine(std::string_view line, SearchText& text, CriteriaReader& criteria) {
     const auto valueOf = [line](std::string_view key) { return line.substr(key.size()); };
     Search& search = text.search;
     if (line.starts_with(nameKey))
@@ -91,7 +99,7 @@ bool readLine(std::string_view line, SearchText& text, CriteriaReader& criteria)
         search.limit = std::max(leadingInt32(valueOf(limitKey)), 1);
     else
         return criteria.read(line);
-    return true;
+    return {};
 }
 
 // A line end would begin another criterion, the separator another value.
@@ -114,21 +122,29 @@ std::string criterionLine(const Criterion& criterion) {
 } // namespace
 
 SearchText readSearchText(std::string_view content) {
+    constexpr std::size_t most = 10; // that anybody reads
     SearchText text;
     CriteriaReader criteria(text.search.criteria);
-    text.skipped = skippedLines(content, [&](std::string_view line) {
-        const bool understood = readLine(line, text, criteria);
-        text.isSearch = text.isSearch || understood;
-        return understood;
-    });
+    readLines(
+        content,
+        [&](std::string_view line) {
+            std::string reason = readLine(line, text, criteria);
+            text.isSearch = text.isSearch || reason.empty();
+            return reason;
+        },
+        [&text](std::string reason, const auto& number) {
+            if (text.skipped++ < most)
+                text.firstSkipped.push_back({number(), std::move(reason)});
+        });
     return text;
 }
 
 CriteriaText readCriteriaText(std::string_view content) {
     CriteriaText text;
     CriteriaReader criteria(text.criteria, true);
-    text.skipped =
-        skippedLines(content, [&](std::string_view line) { return criteria.read(line); });
+    readLines(
+        content, [&](std::string_view line) { return criteria.read(line); },
+        [&text](const std::string&, const auto&) { ++text.skipped; });
     return text;
 }
 

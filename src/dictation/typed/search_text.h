@@ -24,11 +24,18 @@
 
 namespace ov::modDictation {
 
+// A line that was not understood.
+struct SkippedLine {
+    std::size_t number = 0; // from 1
+    std::string reason;
+};
+
 struct SearchText {
     Search search;
-    std::string name;        // empty: it has none
-    std::size_t skipped = 0; // lines that say nothing of a search
-    bool isSearch = false;   // there was a line that does
+    std::string name;                           // empty: it has none
+    std::size_t skipped = 0;                    // lines that say nothing of a search
+    bool isSearch = false;                      // there was a line that does
+    std::vector<SkippedLine> firstSkipped = {}; // at most ten
 };
 
 SearchText readSearchText(std::string_view content);
