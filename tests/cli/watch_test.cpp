@@ -81,6 +81,17 @@ TEST_F(Watch, TakesWhatArrivesForNewer) {
         (Texts{"first.WAV", "moved.WAV", "new.WAV", "written.WAV"}));
 }
 
+TEST_F(Watch, TellsOfArrivalsThatItLeavesOut) {
+    store_.add("2$ROH@@14$first.WAV").add("a/b/early.WAV");
+    ProgramRun how;
+    how.steps = {{"first.WAV", [&] { store_.add("a/c/late.WAV"); }},
+                 {"2 folders below --max-depth", [&] { store_.add("back\\slash.WAV"); }}};
+    how.interruptAt = "1 name with a backslash";
+    Texts options = paths_;
+    options.insert(options.end(), {"--max-depth", "1"});
+    EXPECT_EQ(find(options, how).exitCode, -SIGINT);
+}
+
 // As on a file server, where others write: a table goes on too.
 TEST_F(Watch, LooksAgainWhereTheSystemDoesNotTell) {
     store_.add("2$ROH@@14$first.WAV");

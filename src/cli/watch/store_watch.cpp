@@ -24,6 +24,11 @@ constexpr std::int64_t searchIntervalMs = 3000; // where the system does not tel
 constexpr std::chrono::milliseconds longestWait{1000};
 constexpr std::chrono::milliseconds shortWait{200};
 
+// As by the search: no path could name it otherwise.
+bool isLeftOut(const std::string& name) {
+    return modDictation::hasDictationEnding(name) && name.find('\\') != std::string::npos;
+}
+
 } // namespace
 
 StoreWatch::StoreWatch(const modDictation::Search& what, HitSearch with, Arrivals& arrivals,
@@ -69,10 +74,10 @@ void StoreWatch::searchOnce() {
 
 // What is wrong is told once, and again when it gets worse.
 void StoreWatch::judge(const modDictation::SearchReport& report) {
-    if (report.foldersUnreadable > unreadable_ || report.rootVanished || report.foldersRead == 0) {
+    const LeftOut now{report.foldersUnreadable, report.foldersTooDeep, report.namesSkipped};
+    if (now.isMoreThan(told_) || report.rootVanished || report.foldersRead == 0)
         tellReport(report, 0, telling_);
-        unreadable_ = report.foldersUnreadable;
-    }
+    told_ = now;
     constexpr std::int32_t some = 1; // to watch for what is not there yet is no failure
     result_ = report.foldersRead > 0 ? searchResult(report, some, telling_) : ExitCode::unreadable;
 }
@@ -106,6 +111,8 @@ void StoreWatch::searchFromTimeToTime(const std::string& why) {
 
 void StoreWatch::handle(const FolderEvent& event) {
     const std::string path = event.directory + event.name;
+    if (isLeftOut(event.name))
+        nextSearch_ = 0; // which counts and tells it
     switch (event.kind) {
     case FolderEvent::Kind::begun:
         arrivals_.begun(path);
@@ -128,8 +135,7 @@ void StoreWatch::handle(const FolderEvent& event) {
 
 // As the search would find it.
 bool StoreWatch::isHit(const FolderEvent& event) const {
-    if (!modDictation::hasDictationEnding(event.name) ||
-        event.name.find('\\') != std::string::npos ||
+    if (!modDictation::hasDictationEnding(event.name) || isLeftOut(event.name) ||
         !platform::fileExists(event.directory + event.name))
         return false;
     modDictation::PreparedCriteria criteria(what_.criteria, platform::now());

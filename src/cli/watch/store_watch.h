@@ -26,6 +26,17 @@ public:
     ExitCode run();
 
 private:
+    // What a search counts but does not look at.
+    struct LeftOut {
+        std::int64_t unreadable = 0;
+        std::int64_t tooDeep = 0;
+        std::int64_t names = 0;
+
+        bool isMoreThan(const LeftOut& other) const noexcept {
+            return unreadable > other.unreadable || tooDeep > other.tooDeep || names > other.names;
+        }
+    };
+
     bool goesOn() const;
     void step();
     void searchOnce();
@@ -40,10 +51,10 @@ private:
     Arrivals& arrivals_;
     const Telling& telling_;
     platform::FolderWatch watch_;
-    std::int64_t nextSearch_ = 0;  // coarse milliseconds
-    bool hasNewFolders_ = false;   // what is in them may have come before they were watched
-    bool isToldOfAll_ = true;      // by the system
-    std::int64_t unreadable_ = -1; // folders, as told last
+    std::int64_t nextSearch_ = 0; // coarse milliseconds
+    bool hasNewFolders_ = false;  // what is in them may have come before they were watched
+    bool isToldOfAll_ = true;     // by the system
+    LeftOut told_;
     ExitCode result_ = ExitCode::found;
 };
 
