@@ -2,8 +2,11 @@
 // SPDX-License-Identifier: MIT
 #include "export/machine/json_object.h"
 
+#include "platform/text.h"
+
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
 #include <cstdint>
 #include <variant>
 
@@ -11,25 +14,44 @@ namespace ov::exporting {
 
 namespace {
 
-std::string literal(std::string_view text) {
-    return nlohmann::json(text).dump();
+// As nearly all texts are.
+bool needsNoEscape(std::string_view text) {
+    return std::ranges::none_of(
+               text, [](char c) { return (c >= 0 && c < ' ') || c == '"' || c == '\\'; }) &&
+           platform::isValidUtf8(text);
+}
+
+void appendLiteral(std::string_view text, std::string& out) {
+    if (!needsNoEscape(text)) {
+        out.append(nlohmann::json(text).dump());
+        return;
+    }
+    out.push_back('"');
+    out.append(text).push_back('"');
 }
 
 } // namespace
 
-void JsonObject::addMember(std::string_view key, std::string_view value) {
-    members_.append(members_.empty() ? "" : ",").append(literal(key)).append(":").append(value);
+void JsonObject::addKey(std::string_view key) {
+    if (!members_.empty())
+        members_.push_back(',');
+    appendLiteral(key, members_);
+    members_.push_back(':');
 }
 
 void JsonObject::add(std::string_view key, const MachineValue& value) {
-    if (const auto* number = std::get_if<std::int64_t>(&value))
-        addMember(key, std::to_string(*number));
-    else if (const auto* text = std::get_if<std::string>(&value))
-        addMember(key, literal(*text));
+    if (std::holds_alternative<std::monostate>(value))
+        return;
+    addKey(key);
+    if (const auto* text = std::get_if<std::string>(&value))
+        appendLiteral(*text, members_);
+    else
+        members_.append(std::to_string(std::get<std::int64_t>(value)));
 }
 
 void JsonObject::add(std::string_view key, const JsonObject& object) {
-    addMember(key, object.text());
+    addKey(key);
+    members_.append(object.text());
 }
 
 } // namespace ov::exporting

@@ -19,7 +19,7 @@ public:
     std::string text() const { return '{' + members_ + '}'; }
 
 private:
-    void addMember(std::string_view key, std::string_view value);
+    void addKey(std::string_view key);
 
     std::string members_;
 };
