@@ -3,42 +3,15 @@
 #include "platform/terminal/child_process.h"
 
 #include "platform/posix/file_descriptor.h"
+#include "platform/posix/spawned.h"
 
 #include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <cstring>
-#include <spawn.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 namespace ov::platform {
-
-namespace {
-
-// The program starts with the signals that ours was started with, but for the one that
-// endWithoutLeftovers() ignores.
-class SpawnAttributes {
-public:
-    SpawnAttributes() {
-        posix_spawnattr_init(&attributes_);
-        sigset_t ofOurs;
-        sigemptyset(&ofOurs);
-        sigaddset(&ofOurs, SIGXFSZ);
-        posix_spawnattr_setsigdefault(&attributes_, &ofOurs);
-        posix_spawnattr_setflags(&attributes_, POSIX_SPAWN_SETSIGDEF);
-    }
-    ~SpawnAttributes() { posix_spawnattr_destroy(&attributes_); }
-    SpawnAttributes(const SpawnAttributes&) = delete;
-    SpawnAttributes& operator=(const SpawnAttributes&) = delete;
-
-    const posix_spawnattr_t* get() const noexcept { return &attributes_; }
-
-private:
-    posix_spawnattr_t attributes_{};
-};
-
-} // namespace
 
 Status runProgram(const std::vector<std::string>& arguments, int& exitCode) {
     std::vector<std::string> copies = arguments;
@@ -52,9 +25,8 @@ Status runProgram(const std::vector<std::string>& arguments, int& exitCode) {
     if (errno != 0)
         return systemError(arguments.front());
     int status = 0;
-    while (waitpid(child, &status, 0) < 0)
-        if (errno != EINTR)
-            return systemError(arguments.front());
+    if (!waitFor(child, status))
+        return systemError(arguments.front());
     constexpr int bySignal = 128;
     exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : bySignal + WTERMSIG(status);
     return {};

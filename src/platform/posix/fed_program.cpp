@@ -2,15 +2,14 @@
 // SPDX-License-Identifier: MIT
 
 #include "platform/posix/file_descriptor.h"
+#include "platform/posix/spawned.h"
 #include "platform/terminal.h"
 
 #include <array>
 #include <cerrno>
 #include <csignal>
 #include <fcntl.h>
-#include <spawn.h>
 #include <string_view>
-#include <sys/wait.h>
 #include <unistd.h>
 #include <utility>
 #include <vector>
@@ -40,19 +39,11 @@ pid_t spawn(std::string command, std::string setting, int input) {
     const std::array<char*, 4> arguments{shell.data(), option.data(), command.data(), nullptr};
     const std::vector<char*> variables = environmentWith(setting);
     posix_spawn_file_actions_t files;
-    posix_spawnattr_t attributes;
-    sigset_t usual;
-    sigemptyset(&usual);
-    sigaddset(&usual, SIGPIPE); // which is ignored here
     posix_spawn_file_actions_init(&files);
-    posix_spawnattr_init(&attributes);
     posix_spawn_file_actions_adddup2(&files, input, STDIN_FILENO);
-    posix_spawnattr_setsigdefault(&attributes, &usual);
-    posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGDEF);
     pid_t process = 0;
-    const int error = posix_spawn(&process, shell.c_str(), &files, &attributes, arguments.data(),
-                                  variables.data());
-    posix_spawnattr_destroy(&attributes);
+    const int error = posix_spawn(&process, shell.c_str(), &files, SpawnAttributes({SIGPIPE}).get(),
+                                  arguments.data(), variables.data());
     posix_spawn_file_actions_destroy(&files);
     errno = error;
     return error == 0 ? process : 0;
@@ -71,8 +62,13 @@ Status FedProgram::start(const std::string& command, const std::string& setting)
         return systemError(command);
     process_ = process;
     input_ = fdopen(writing.get(), "w");
-    if (input_ == nullptr)
-        return systemError(command);
+    if (input_ == nullptr) {
+        const Status why = systemError(command);
+        writing.reset(); // it ends
+        int ended = 0;
+        static_cast<void>(waitFor(process, ended));
+        return why;
+    }
     static_cast<void>(writing.release()); // the stream closes it
     brokenPipe_ = std::signal(SIGPIPE, SIG_IGN);
     return {};
@@ -84,8 +80,7 @@ bool FedProgram::finish() noexcept {
         return true;
     static_cast<void>(std::fclose(std::exchange(input_, nullptr)));
     int ended = 0;
-    while (waitpid(static_cast<pid_t>(process_), &ended, 0) < 0 && errno == EINTR)
-        continue;
+    static_cast<void>(waitFor(static_cast<pid_t>(process_), ended));
     std::signal(SIGPIPE, brokenPipe_);
     return !WIFEXITED(ended) || (WEXITSTATUS(ended) != notRun && WEXITSTATUS(ended) != notRun + 1);
 }
