@@ -13,4 +13,8 @@ void complain(std::string_view message) {
     static_cast<void>(std::fprintf(stderr, "ovsearch: %s\n", shownText(message).c_str()));
 }
 
+std::string counted(std::int64_t count, const char* one, const char* many) {
+    return std::to_string(count) + ' ' + (count == 1 ? one : many);
+}
+
 } // namespace ov::cli

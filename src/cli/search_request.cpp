@@ -111,8 +111,8 @@ bool findRoot(const TypedWords& typed, std::string& root) {
 }
 
 void showProgress(const Session& session, const SearchReport& soFar, TerminalInterface& terminal) {
-    terminal.showProgress(std::to_string(soFar.filesTested) + " dictations, " +
-                          std::to_string(soFar.hits) + " hits, in " +
+    terminal.showProgress(counted(soFar.filesTested, "dictation", "dictations") + ", " +
+                          counted(soFar.hits, "hit", "hits") + ", in " +
                           platform::toNativePath(session.host().currentFolder()));
 }
 

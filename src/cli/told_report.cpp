@@ -19,10 +19,6 @@ void append(std::string& list, std::string_view parting, const std::string& part
     list.append(list.empty() ? "" : parting).append(part);
 }
 
-std::string counted(std::int64_t count, const char* one, const char* many) {
-    return std::to_string(count) + ' ' + (count == 1 ? one : many);
-}
-
 std::string leftOut(const SearchReport& report) {
     std::string list;
     if (report.foldersUnreadable > 0)
@@ -51,7 +47,7 @@ void tellReport(const SearchReport& report, std::int32_t hitCount, const Telling
             complain(problem.description());
     std::string summary = leftOut(report);
     if (TerminalInterface::interrupted() && report.stopped)
-        append(summary, "; ", "stopped, what was found until then is shown");
+        append(summary, "; ", "stopped, not all was looked at");
     else if (report.limitReached)
         append(summary, "; ",
                "the limit of " + std::to_string(hitCount) + " was reached, there may be more");

@@ -128,7 +128,7 @@ private:
 std::string CriterionParser::readValue(const FieldDefinition& field, std::string_view text,
                                        std::string& target) const {
     if (text.empty())
-        return "a value is missing: " + expectedValue(field);
+        return missingValue(field, expectedValue(field));
     const auto stored = storedValue(field, text);
     if (!stored)
         return quoted(text) + " is not " + expectedValue(field);

@@ -105,6 +105,11 @@ std::string expectedValue(const FieldDefinition& field) {
     }
 }
 
+std::string missingValue(const FieldDefinition& field, const std::string& expected) {
+    const bool isText = field.valueType == ValueType::text;
+    return "a value is missing: " + (isText ? "a text" : expected);
+}
+
 std::optional<std::string> codeOfLetters(const FieldDefinition& field, std::string_view text) {
     constexpr std::size_t fewest = 2;
     if (const auto whole = codeValue(field, text))

@@ -19,6 +19,9 @@ std::optional<std::string> storedValue(const FieldDefinition& field, std::string
 // What may stand there, for a person: "a date such as 2026-11-21 or 21.11.2026".
 std::string expectedValue(const FieldDefinition& field);
 
+// What is said where there is no value, and `expected` is.
+std::string missingValue(const FieldDefinition& field, const std::string& expected);
+
 // Its values are codes.
 bool hasCodes(ValueType type) noexcept;
 

@@ -93,7 +93,7 @@ std::string expectedQuickly(const FieldDefinition& field) {
     case ValueType::time:
         return "a length such as 90s, 5m, 1h30m or 0:05:00, at most 32767:59:59";
     case ValueType::marker:
-        return "one of marked, not-marked";
+        return "one of marked, yes, not-marked, no";
     default:
         return expectedValue(field);
     }
@@ -106,7 +106,7 @@ std::nullopt_t ValueReader::failExpecting(std::string_view at) {
 std::optional<Piece> ValueReader::piece(std::string_view place) {
     place = platform::trimmed(place);
     if (place.empty())
-        return fail("a value is missing: " + expectedQuickly(field_), place);
+        return fail(missingValue(field_, expectedQuickly(field_)), place);
     if (!place.starts_with('"'))
         return Piece{place, std::string(place)};
     const auto quoted = readQuoted(place);
