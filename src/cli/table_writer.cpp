@@ -63,7 +63,7 @@ private:
         for (const Line& line : held_)
             rows.push_back(line.cells);
         widths_ = fitted(columnWidths(rows));
-        output_.write(asTitles(tableLine(cut(rows.front()), widths_), looks_));
+        output_.write(asTitles(titleLine(rows.front()), looks_));
         for (const Line& line : std::exchange(held_, {}))
             print(line);
     }
@@ -76,36 +76,62 @@ private:
         return row;
     }
 
-    std::vector<std::size_t> fitted(std::vector<std::size_t> widths) const {
-        std::vector<Giving> givings;
-        for (const Column& column : columns_)
-            givings.push_back(givingOf(column));
-        return looks_.width ? fittedWidths(std::move(widths), givings, *looks_.width) : widths;
+    // Of what was held back: a column gives way last where something was found in it.
+    Giving givingIn(std::size_t i) const {
+        const Giving giving = givingOf(columns_[i]);
+        const auto isMarked = [this, i](const Line& line) {
+            const std::vector<bool> marks = marks_.in(columns_[i].field, line.cells[i]);
+            return std::ranges::find(marks, true) != marks.end();
+        };
+        return giving != Giving::never && std::ranges::any_of(held_, isMarked) ? Giving::last
+                                                                               : giving;
     }
 
-    // A line that fits stays as it is, also where one of its cells is too wide for the column.
-    Row cut(const Row& cells) const {
+    std::vector<std::size_t> fitted(std::vector<std::size_t> widths) const {
+        if (!looks_.width || lineWidth(widths) <= *looks_.width)
+            return widths;
+        std::vector<Giving> givings;
+        for (std::size_t i = 0; i < columns_.size(); ++i)
+            givings.push_back(givingIn(i));
+        return fittedWidths(std::move(widths), givings, *looks_.width);
+    }
+
+    // Such a line stays as it is, also where one of its cells is too wide for the column.
+    bool fits(const Row& cells) const {
         std::vector<std::size_t> widths = columnWidths({cells});
         std::ranges::transform(widths, widths_, widths.begin(), std::ranges::max);
-        if (!looks_.width || lineWidth(widths) <= *looks_.width)
-            return cells;
-        Row row;
-        for (std::size_t i = 0; i < cells.size(); ++i)
-            row.push_back(givingOf(columns_[i]) == Giving::never
-                              ? cells[i]
-                              : cutCell(cells[i], widths_[i], columns_[i]));
-        return row;
+        return !looks_.width || lineWidth(widths) <= *looks_.width;
     }
 
+    MarkedCell cut(MarkedCell cell, std::size_t i) const {
+        return givingOf(columns_[i]) == Giving::never
+                   ? cell
+                   : cutCell(std::move(cell), widths_[i], columns_[i]);
+    }
+
+    std::string titleLine(const Row& titles) const {
+        Row cells = titles;
+        for (std::size_t i = 0; !fits(titles) && i < cells.size(); ++i)
+            cells[i] = cut({titles[i], std::vector<bool>(titles[i].size())}, i).text;
+        return tableLine(cells, widths_);
+    }
+
+    // What is marked is found in the whole cell, of which it may not be all that is seen.
     void print(const Line& line) {
-        const Row cells = cut(line.cells);
-        if (!looks_.color && !looks_.hyperlinks) {
-            output_.write(tableLine(cells, widths_));
+        if (looks_.isPlain()) {
+            output_.write(tableLine(line.cells, widths_));
             return;
         }
-        Row adorned = cells;
-        for (std::size_t i = 0; looks_.color && i < cells.size(); ++i)
-            adorned[i] = marks_.marked(columns_[i].field, cells[i]);
+        Row cells;
+        Row adorned;
+        const bool isWhole = fits(line.cells);
+        for (std::size_t i = 0; i < line.cells.size(); ++i) {
+            MarkedCell cell{line.cells[i], marks_.in(columns_[i].field, line.cells[i])};
+            if (!isWhole)
+                cell = cut(std::move(cell), i);
+            adorned.push_back(looks_.color ? colored(cell.text, cell.marks) : cell.text);
+            cells.push_back(std::move(cell.text));
+        }
         if (const auto leading = linkCell(cells); leading && looks_.hyperlinks)
             adorned[*leading] = fileLink(adorned[*leading], line.path);
         output_.write(tableLine(cells, widths_, adorned));

@@ -104,6 +104,35 @@ TEST_F(OnATerminal, ColourMarksWhatWasLookedFor) {
     }
 }
 
+TEST_F(OnATerminal, WhatWasFoundIsSeenInACutCell) {
+    const std::string a(30, 'a');
+    const std::string b(30, 'b');
+    store_.add("cut/2$CUT@@14$Abel@@11$" + a + "knee" + b + ".WAV");
+    const auto red = [](const std::string& text) { return "\x1B[1;31m" + text + "\x1B[0m"; };
+    struct Case {
+        Texts options;
+        std::string width;
+        std::string shown;
+    };
+    const Case cases[] = {
+        {{"-c", "subject contains knee"}, "20", "Abel    …aaa" + red("knee") + "bbb…\n"},
+        {{"-c", "subject contains aa"}, "20", "Abel    " + red(a.substr(0, 11)) + "…\n"},
+        {{"-c", "subject contains kneebb"}, "20", "Abel    …aa" + red("kneebb") + "bb…\n"},
+        {{"-c", "subject is " + a + "knee" + b}, "20", "Abel    " + red(a.substr(0, 11)) + "…\n"},
+        {{"--columns", "path", "-c", "subject contains knee"}, "100", a + red("knee") + b},
+    };
+    for (const Case& c : cases) {
+        Texts options{"-c", "folder contains cut", "--columns", "author,subject"};
+        options.insert(options.end(), c.options.begin(), c.options.end());
+        EXPECT_PRED2(holds, shown(options, with({{"COLUMNS", c.width}})), c.shown)
+            << joined(c.options);
+    }
+    EXPECT_EQ(shown({"--count-by", "subject", "author:Abel"}, with({{"COLUMNS", "20"}})),
+              "\x1B[1;4mSubject        Count\x1B[0m\naaaaaaaaaaaa…  1\n");
+    EXPECT_PRED2(holds, shown({"--explain", "subject:" + a + " " + b}, with({{"COLUMNS", "60"}})),
+                 "  \"Subject\" contains                0 of 24\n    " + a + "\n    " + b + "\n");
+}
+
 TEST_F(OnATerminal, RowsLeadToTheirFiles) {
     const std::string begin =
         "\x1B]8;;file://" + tests::shellOutput("printf %s \"$(uname -n)\"") + root();
@@ -158,6 +187,14 @@ TEST_F(OnATerminal, PagerForWhatIsLongerThanTheScreen) {
          21,
          "P:Subject\nP:"},
         {{{"OVSEARCH_PAGER", pages}}, {}, 22, "Subject\n"},
+        {{{"OVSEARCH_PAGER", pages}}, {"--count-by", "subject"}, 10, "P:Subject  Count\nP:"},
+        {{{"OVSEARCH_PAGER", pages}}, {"--explain"}, 2, "P:All of these, in "},
+        // Signals are as they were for us.
+        {{{"OVSEARCH_PAGER",
+           "sh -c \"ulimit -c 0; sh -c 'kill -XFSZ \\$\\$; echo lives'; echo left\" 2>/dev/null"}},
+         {},
+         10,
+         "left"},
         {{{"OVSEARCH_PAGER", pages}}, {"--pager=always"}, 22, "P:Subject\n"},
         {{{"OVSEARCH_PAGER", pages}}, {"--pager=never"}, 10, "Subject\n"},
         {{{"OVSEARCH_PAGER", pages}}, {"--pager=always"}, 10, "Subject\n", false},

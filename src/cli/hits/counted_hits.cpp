@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "cli/hits/counted_hits.h"
 
+#include "cli/looks/table_layout.h"
 #include "cli/shown_text.h"
 #include "dictation/field_date.h"
 #include "export/csv_line.h"
@@ -113,9 +114,17 @@ void CountedHits::writeTable() {
     }
     if (rows.size() == 1)
         return;
-    const std::vector<std::size_t> widths = columnWidths(rows);
-    for (const Row& row : rows)
-        output_.write(tableLine(row, widths));
+    std::vector<std::size_t> widths = columnWidths(rows);
+    std::vector<Giving> givings(widths.size(), Giving::never);
+    givings.front() = givingOf(*form_.by);
+    if (form_.looks.width)
+        widths = fittedWidths(std::move(widths), givings, *form_.looks.width);
+    for (Row& row : rows) {
+        std::string& value = row.front();
+        value = cutCell({value, std::vector<bool>(value.size())}, widths.front(), *form_.by).text;
+        const std::string line = tableLine(row, widths);
+        output_.write(&row == &rows.front() ? asTitles(line, form_.looks) : line);
+    }
 }
 
 void CountedHits::writeCsv() {

@@ -21,6 +21,7 @@ struct CountForm {
     char separator = ',';
     bool raw = false;
     bool escaped = false;
+    Looks looks = {}; // of a table
 };
 
 // Counts hits and prints nothing until the end; docs/json.md tells the form.

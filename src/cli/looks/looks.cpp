@@ -30,10 +30,6 @@ bool isWanted(When when, bool automatic) {
     return when == When::always || (when == When::automatic && automatic);
 }
 
-bool obeys() {
-    return environment("TERM") != "dumb";
-}
-
 // What does not know hyperlinks ignores them at best.
 bool knowsHyperlinks() {
     constexpr int firstOfLibrary = 5000;
@@ -54,9 +50,13 @@ std::size_t widthOfTerminal() {
 
 } // namespace
 
+bool isDumbTerminal() {
+    return environment("TERM") == "dumb";
+}
+
 Looks looksOf(const LookOptions& options) {
     const bool isTerminal = platform::isTerminal(stdout);
-    const bool mayObey = isTerminal && obeys();
+    const bool mayObey = isTerminal && !isDumbTerminal();
     Looks looks;
     looks.color = isWanted(options.color, mayObey && environment("NO_COLOR").empty());
     looks.hyperlinks = isWanted(options.hyperlinks, mayObey && knowsHyperlinks());

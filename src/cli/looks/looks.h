@@ -26,11 +26,16 @@ struct Looks {
     bool color = false;
     bool hyperlinks = false;          // to files
     std::optional<std::size_t> width; // of a line; else as long as its texts
+
+    bool isPlain() const noexcept { return !color && !hyperlinks && !width; }
 };
 
 // Colour goes by NO_COLOR and TERM as well, the width by COLUMNS, hyperlinks by what names itself
 // in the environment and is known to have them.
 Looks looksOf(const LookOptions& options);
+
+// It does nothing but print, says TERM.
+bool isDumbTerminal();
 
 // A line of titles, with its line end.
 std::string asTitles(std::string line, const Looks& looks);

@@ -51,9 +51,8 @@ bool Pager::isNeededFor(std::string_view text) const {
 }
 
 std::optional<Pager> pagerFor(When when) {
-    const char* const terminal = std::getenv("TERM");
-    const bool isDumb = terminal != nullptr && std::string_view(terminal) == "dumb";
-    if (when == When::never || !platform::isTerminal(stdout) || (isDumb && when == When::automatic))
+    if (when == When::never || !platform::isTerminal(stdout) ||
+        (when == When::automatic && isDumbTerminal()))
         return std::nullopt;
     const std::string command = wantedCommand();
     if (command.empty() || command == "cat")

@@ -10,6 +10,8 @@
 #include <unicode/normalizer2.h>
 #include <unicode/unistr.h>
 
+#include <algorithm>
+
 namespace ov::cli {
 
 namespace {
@@ -72,18 +74,6 @@ void markAll(const std::string& wanted, const Compared& text, std::vector<bool>&
     }
 }
 
-std::string colored(std::string_view text, const std::vector<bool>& marks) {
-    std::string result;
-    bool isMarked = false;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (marks[i] != isMarked)
-            result += marks[i] ? "\x1B[1;31m" : "\x1B[0m";
-        isMarked = marks[i];
-        result.push_back(text[i]);
-    }
-    return isMarked ? result + "\x1B[0m" : result;
-}
-
 } // namespace
 
 void TextMarks::add(std::span<const modDictation::Criterion> criteria) {
@@ -98,13 +88,27 @@ void TextMarks::add(std::span<const modDictation::Criterion> criteria) {
     }
 }
 
-std::string TextMarks::marked(std::int32_t field, std::string_view shown) const {
-    const Compared text = compared(shown);
+std::vector<bool> TextMarks::in(std::int32_t field, std::string_view shown) const {
     std::vector<bool> marks(shown.size());
+    if (std::ranges::find(wanted_, field, &Wanted::field) == wanted_.end())
+        return marks;
+    const Compared text = compared(shown);
     for (const Wanted& wanted : wanted_)
         if (wanted.field == field && (!wanted.isWhole || text.upper == wanted.text))
             markAll(wanted.text, text, marks);
-    return colored(shown, marks);
+    return marks;
+}
+
+std::string colored(std::string_view text, const std::vector<bool>& marks) {
+    std::string result;
+    bool isMarked = false;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (marks[i] != isMarked)
+            result += marks[i] ? "\x1B[1;31m" : "\x1B[0m";
+        isMarked = marks[i];
+        result.push_back(text[i]);
+    }
+    return isMarked ? result + "\x1B[0m" : result;
 }
 
 } // namespace ov::cli

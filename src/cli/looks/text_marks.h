@@ -20,8 +20,8 @@ public:
     // Those that want a text to contain or to be something; others mark nothing.
     void add(std::span<const modDictation::Criterion> criteria);
 
-    // `shown` in colour where it is what the field was searched for, compared as the search does.
-    std::string marked(std::int32_t field, std::string_view shown) const;
+    // The bytes of `shown` that are what the field was searched for, compared as the search does.
+    std::vector<bool> in(std::int32_t field, std::string_view shown) const;
 
 private:
     struct Wanted {
@@ -31,5 +31,8 @@ private:
     };
     std::vector<Wanted> wanted_;
 };
+
+// The text with what is marked in colour.
+std::string colored(std::string_view text, const std::vector<bool>& marks);
 
 } // namespace ov::cli
