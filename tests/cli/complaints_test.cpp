@@ -67,6 +67,9 @@ TEST_F(CliComplaints, UsageAndWhatWasMeant) {
             {{"find", root(), "-0", "--format", "csv"}, "--format paths"},
             {{"find", root(), "--raw"}, "--raw goes with --format csv"},
             {{"find", root(), "--separator", ";"}, "--separator goes with --format csv"},
+            {{"find", root(), "--explain", "--format", "csv"}, "--explain tells of a search in"},
+            {{"find", root(), "--explain", "--count"}, "--explain tells of a search in"},
+            {{"find", root(), "--explain", "-x", "true"}, "--explain tells of a search in"},
             {{"export", root(), "l.csv"}, "is a folder; name the FILE to write first"},
         },
         2);

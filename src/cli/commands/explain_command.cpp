@@ -3,6 +3,8 @@
 
 #include "cli/commands/explain_command.h"
 
+#include "cli/looks/pager.h"
+#include "cli/looks/wrapped_row.h"
 #include "cli/output.h"
 #include "cli/shown_text.h"
 #include "cli/terminal_interface.h"
@@ -12,8 +14,11 @@
 #include "support/language/modLanguage.h"
 #include "support/language/text_ids.h"
 
+#include <algorithm>
+#include <iterator>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -117,38 +122,69 @@ std::vector<Explained> explained(const Search& search, const SearchReport& repor
     return lines;
 }
 
-void print(const Search& search, const SearchReport& report, const Counter& counter,
-           Output& output) {
-    const std::vector<Explained> lines = explained(search, report, counter);
+// From a blank on it goes on below, further in.
+std::vector<Row> rowsOf(const Row& row, std::optional<std::size_t> width) {
+    constexpr std::size_t gap = 2;
+    constexpr std::size_t fewest = 20;
+    const std::string& text = row.front();
+    const std::size_t indent = std::min(text.find_first_not_of(' '), text.size());
+    const std::size_t taken = indent + gap + columnCount(row.back()) + gap;
+    if (!width)
+        return {row};
     std::vector<Row> rows;
+    const std::size_t room = std::max(*width, taken + fewest) - taken;
+    for (const std::string& part : wrappedText(std::string_view(text).substr(indent), room))
+        rows.push_back(rows.empty() ? Row{std::string(indent, ' ') + part, row.back()}
+                                    : Row{std::string(indent + gap, ' ') + part, {}});
+    return rows;
+}
+
+void print(const Search& search, const SearchReport& report, const Counter& counter,
+           std::optional<std::size_t> width, Output& output) {
+    const std::vector<Explained> lines = explained(search, report, counter);
+    std::vector<Row> all;
     for (const Explained& line : lines)
-        rows.push_back(line.row);
+        std::ranges::copy(rowsOf(line.row, width), std::back_inserter(all));
+    const std::vector<std::size_t> widths = columnWidths(all);
     output.write(headingOf(search, report.filesTested));
-    const std::vector<std::size_t> widths = columnWidths(rows);
     for (const Explained& line : lines) {
-        output.write(tableLine(line.row, widths));
+        for (const Row& row : rowsOf(line.row, width))
+            output.write(tableLine(row, widths));
         if (!line.note.empty())
-            output.write("      " + line.note + "\n");
+            for (const Row& row : rowsOf({"      " + line.note, {}}, width))
+                output.write(tableLine(row, {0, 0}));
     }
+}
+
+// What could not be read may hold what was looked for, unless something was found all the same.
+ExitCode resultOf(const SearchRequest& request, const SearchReport& report,
+                  const Counter& counter) {
+    constexpr std::int32_t some = 1;
+    const bool isFound = report.foldersUnreadable == 0 || counter.count(request.search).hits > 0;
+    return searchResult(report, isFound ? some : 0, request.telling);
 }
 
 } // namespace
 
-ExitCode runExplain(std::span<const SearchRequest> requests, const Session& session,
-                    TerminalInterface& terminal) {
+ExitCode runExplain(std::span<const SearchRequest> requests, const LookOptions& looks,
+                    const Session& session, TerminalInterface& terminal) {
     Output output(stdout);
+    output.setBefore([&terminal] { terminal.makeRoomForOutput(); });
+    output.setPager(pagerFor(looks.pager));
     const Counter counter{session, terminal};
     ExitCode result = ExitCode::found;
+    std::vector<SearchReport> reports;
     for (const SearchRequest& request : requests) {
-        const SearchReport report = countEach(request.search, counter);
-        print(request.search, report, counter, output);
-        tellReport(report, 0, request.telling);
-        if (searchResult(report, 0, request.telling) == ExitCode::unreadable)
-            result = ExitCode::unreadable;
+        const SearchReport& report = reports.emplace_back(countEach(request.search, counter));
+        print(request.search, report, counter, looksOf(looks).width, output);
+        result = std::max(result, resultOf(request, report, counter));
         if (TerminalInterface::interrupted() || output.failed())
             break;
     }
-    return output.finish(TerminalInterface::interrupted() ? ExitCode::interrupted : result);
+    result = output.finish(TerminalInterface::interrupted() ? ExitCode::interrupted : result);
+    for (const SearchReport& report : reports)
+        tellReport(report, 0, requests.front().telling);
+    return result;
 }
 
 } // namespace ov::cli

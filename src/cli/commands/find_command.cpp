@@ -117,7 +117,7 @@ ExitCode runFind(const FindOptions& options, const Session& session, TerminalInt
     if (const ExitCode read = readRequests(options, requests); read != ExitCode::found)
         return read;
     if (options.explains)
-        return runExplain(requests, session, terminal);
+        return runExplain(requests, options.looks, session, terminal);
     Output output(stdout);
     output.setBefore([&terminal] { terminal.makeRoomForOutput(); });
     auto consumer = consumerFor(options, requests, output, terminal);

@@ -67,12 +67,15 @@ Consumer countingConsumer(const FindOptions& options, Output& output) {
                    .format = formatOf(options),
                    .separator = options.separator.value_or(','),
                    .raw = options.raw,
-                   .escaped = platform::isTerminal(stdout)};
+                   .escaped = platform::isTerminal(stdout),
+                   .looks = looksOf(options.looks)};
     if (options.countBy) {
         const std::int32_t field = readField(*options.countBy, "count");
         if (field == modDictation::noField)
             return nullptr;
         form.by = exporting::columnOf(field);
+        if (form.format == HitFormat::table)
+            output.setPager(pagerFor(options.looks.pager));
     }
     return std::make_unique<CountedHits>(form, output);
 }
@@ -129,7 +132,9 @@ std::string contradiction(const FindOptions& options) {
          "--watch prints as dictations arrive, so it takes no --sort"},
         {options.watch && !printsOnly && !executes(options),
          "--watch goes on for ever: it takes no --count, --count-by, --sum or --quiet"},
-        {options.watch && options.criteriaFiles.size() > 1, "--watch takes one criteria file"}};
+        {options.watch && options.criteriaFiles.size() > 1, "--watch takes one criteria file"},
+        {options.explains && (!printsOnly || options.format || options.zeroEnded || options.watch),
+         "--explain tells of a search in place of its hits; leave out what is to become of them"}};
     const auto* const broken = std::ranges::find(rules, true, &std::pair<bool, const char*>::first);
     return broken != std::end(rules) ? broken->second : "";
 }
