@@ -20,8 +20,9 @@ namespace ov::modDictation {
 // The folders that a folder lies in, from its own one up to the root, as they were when listed.
 struct FoldersAround {
     FoldersAround(std::string path, const platform::DirectoryId& id,
-                  std::shared_ptr<const FoldersAround> around, HeldDirectoryPtr held)
-        : folder(std::move(path), id, std::move(held)), next(std::move(around)) {}
+                  std::shared_ptr<const FoldersAround> around, HeldDirectoryPtr held,
+                  FolderAbove::Clock::time_point seen)
+        : folder(std::move(path), id, std::move(held), seen), next(std::move(around)) {}
 
     const FolderAbove folder;
     const std::shared_ptr<const FoldersAround> next;
@@ -43,7 +44,8 @@ struct AheadFolder {
     std::unique_ptr<FolderReader> reader;
     FolderListing listing;
     RememberedStore::Moment begun;
-    HeldDirectoryPtr held;                       // where it is to be asked for its subfolders
+    HeldDirectoryPtr held; // where it is to be asked for its subfolders
+    FolderAbove::Clock::time_point seen;
     std::shared_ptr<const FoldersAround> inside; // of its subfolders, once one is known
 
     // What came of it; the walk looks once it has taken the folder to its end.

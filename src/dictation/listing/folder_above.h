@@ -4,6 +4,7 @@
 
 #include "platform/directories.h"
 
+#include <chrono>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -19,9 +20,16 @@ using HeldDirectoryPtr = std::shared_ptr<const platform::HeldDirectory>;
 // once. For any number of threads.
 class FolderAbove {
 public:
-    // `held`: the folder, where it is held already.
-    FolderAbove(std::string path, const platform::DirectoryId& id, HeldDirectoryPtr held = nullptr)
-        : path_(std::move(path)), id_(id), held_(std::move(held)), isAsked_(held_ != nullptr) {}
+    using Clock = std::chrono::steady_clock;
+
+    // `held`: the folder, where it is held already; it was where its path says then.
+    FolderAbove(std::string path, const platform::DirectoryId& id, HeldDirectoryPtr held = nullptr,
+                Clock::time_point seen = {})
+        : path_(std::move(path)),
+          id_(id),
+          seen_(seen),
+          held_(std::move(held)),
+          isAsked_(held_ != nullptr) {}
 
     const std::string& path() const noexcept { return path_; }
     const platform::DirectoryId& id() const noexcept { return id_; }
@@ -45,18 +53,27 @@ public:
                     : std::make_shared<platform::HeldDirectory>(subfolder);
     }
 
-    // Once for each subfolder, after it was asked. The last of many looks whether the folder was
-    // moved since: false then, as the paths of some may have led nowhere when they were still
-    // found.
+    // Once for each subfolder, after it was asked. The last looks whether the folder was moved
+    // since: false then, as the paths of some may have led nowhere when they were still found.
     bool finishOne() const {
-        return !wasHeldForMany() || isStillThere(platform::directoryStamp(path_));
+        return !wasHeldToTheEnd() || isFresh() || isStillThere(platform::directoryStamp(path_));
+    }
+    // When a subfolder that was asked at that time was where its path says.
+    Clock::time_point seenThrough(Clock::time_point asked) const {
+        return isFresh() ? seen_ : asked;
     }
 
 private:
-    // Once all were asked.
-    bool wasHeldForMany() const {
+    // A single one is asked as soon as this one was, unless the walk stands still: in no more time
+    // than a server may take to look up a path.
+    bool isFresh() const {
+        constexpr std::chrono::milliseconds most{100};
         const std::lock_guard lock(mutex_);
-        return --expected_ == 0 && std::exchange(held_, nullptr) && isOfMany_;
+        return !isOfMany_ && Clock::now() < seen_ + most;
+    }
+    bool wasHeldToTheEnd() const {
+        const std::lock_guard lock(mutex_);
+        return --expected_ == 0 && std::exchange(held_, nullptr);
     }
     // The path is the shorter way to a single one.
     HeldDirectoryPtr holdForMany() const {
@@ -77,6 +94,7 @@ private:
 
     const std::string path_; // a directory text
     const platform::DirectoryId id_;
+    const Clock::time_point seen_;
 
     mutable std::mutex mutex_;      // guards what follows
     mutable HeldDirectoryPtr held_; // let go of when all were asked: files are few

@@ -60,17 +60,19 @@ std::optional<platform::DirectoryStamp> FolderLister::stampOf(AheadFolder& folde
 // False where the folder above was moved: those beside this one were perhaps no longer there.
 bool FolderLister::recall(AheadFolder& folder) {
     folder.begun = remembered_->begin();
+    folder.seen = FolderAbove::Clock::now();
+    if (folder.around)
+        folder.seen = folder.around->folder.seenThrough(folder.seen);
     auto known = remembered_->unchanged(
         folder.path, [&](const FolderListing& listing) { return stampOf(folder, listing); });
-    if (folder.around && !folder.around->folder.finishOne())
-        return false;
-    if (known) {
+    const bool isMoved = folder.around && !folder.around->folder.finishOne();
+    if (known && !isMoved) {
         folder.opened = true;
         folder.listing = std::move(*known);
     } else {
         folder.held = nullptr; // it may be another one that is listed now
     }
-    return true;
+    return !isMoved;
 }
 
 // False when nothing is left to be listed.
@@ -123,7 +125,7 @@ void FolderLister::add(AheadFolder& folder, const ListedNamesPtr& names, ListedS
         if (!folder.inside)
             folder.inside =
                 std::make_shared<FoldersAround>(folder.path, folder.listing.stamp.id, folder.around,
-                                                std::exchange(folder.held, nullptr));
+                                                std::exchange(folder.held, nullptr), folder.seen);
         folder.inside->folder.expectOne();
         step.subfolders.push_back(std::make_shared<AheadFolder>(
             std::string(folder.path).append(subfolder.name).append(1, '\\'), folder.depth + 1,

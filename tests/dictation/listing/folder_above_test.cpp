@@ -22,8 +22,10 @@ TEST(FolderAbove, IsTheOneThatWasListed) {
     const FolderAbove ofOne(a, above.id());
     const FolderAbove late(a, above.id());
     const FolderAbove given(store.directory(), platform::directoryStamp(store.directory())->id);
-    const FolderAbove givenOfOne(a, above.id(), given.hold(a));
-    for (const FolderAbove* each : {&above, &above, &above, &late, &late, &ofOne, &givenOfOne})
+    const auto now = FolderAbove::Clock::now();
+    const FolderAbove quick(a, above.id(), given.hold(a), now + std::chrono::hours(1));
+    const FolderAbove slow(a, above.id(), given.hold(a), now - std::chrono::hours(1));
+    for (const FolderAbove* each : {&above, &above, &above, &late, &late, &ofOne, &quick, &slow})
         each->expectOne();
     EXPECT_EQ(above.stampOf(b), stamp);
     EXPECT_EQ(above.stampOf(store.directory("a/none")), std::nullopt);
@@ -35,10 +37,12 @@ TEST(FolderAbove, IsTheOneThatWasListed) {
     EXPECT_EQ(late.stampOf(b), platform::directoryStamp(b)) << "as the path leads elsewhere";
     EXPECT_NE(late.stampOf(b), stamp);
     EXPECT_NE(ofOne.stampOf(b), stamp) << "nothing was held for one";
-    EXPECT_EQ(givenOfOne.stampOf(b), stamp);
-    EXPECT_EQ(givenOfOne.hold(b)->stamp(), stamp);
-    EXPECT_TRUE(givenOfOne.finishOne()) << "was asked as soon as the one above";
-    EXPECT_NE(givenOfOne.stampOf(b), stamp) << "let go of";
+    EXPECT_EQ(quick.stampOf(b), stamp);
+    EXPECT_EQ(quick.hold(b)->stamp(), stamp);
+    EXPECT_TRUE(quick.seenThrough(now) > now && slow.seenThrough(now) == now);
+    EXPECT_TRUE(quick.finishOne()) << "was asked as soon as the one above";
+    EXPECT_FALSE(slow.finishOne());
+    EXPECT_NE(quick.stampOf(b), stamp) << "let go of";
     EXPECT_TRUE(ofOne.finishOne() && late.finishOne() && late.finishOne()) << "nothing was held";
     EXPECT_TRUE(above.finishOne()) << "others follow";
     EXPECT_FALSE(above.finishOne());
