@@ -5,8 +5,8 @@
 
 #include "control/criteria/pasted_criteria.h"
 #include "control/ctrlOVSearch.h"
-#include "control/search_hint.h"
 #include "control/results/seen_values.h"
+#include "control/search_hint.h"
 #include "dialogs/frmCriteria.h"
 #include "dictation/typed/search_text.h"
 #include "support/language/text_ids.h"
@@ -47,6 +47,7 @@ void ctrlOVSearch::perform(const char* procedure, const std::function<void()>& r
         return;
     const Frame frame(*this);
     stop_ = {};
+    searchedFrom_ = nullptr; // a search by key says so again
     try {
         run();
         if (!isEnding())
@@ -150,8 +151,12 @@ void ctrlOVSearch::runSearch(SearchRun::Questions withoutCriteria) {
 // Who asks for it in the criteria goes on in the hits.
 void ctrlOVSearch::searchByKey() {
     QWidget* focus = window()->focusWidget();
-    searchedFrom_ = view_.isInCriteria(focus) ? focus : nullptr;
-    cmdSearchOptions_Click(ControlView::search);
+    const QPointer<QWidget> from = view_.isInCriteria(focus) ? focus : nullptr;
+    post("SearchByKey", [this, from] {
+        searchedFrom_ = from;
+        if (storeAnswers())
+            runSearch(SearchRun::Questions::asks);
+    });
 }
 
 // Where someone doubts that a file server tells of all changes.

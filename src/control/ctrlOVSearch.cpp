@@ -219,6 +219,7 @@ void ctrlOVSearch::EventSource_ActionEvent(std::int32_t action, std::int32_t /*s
         if (isEnding())
             return;
         dictationTree_ = std::move(root);
+        showCounts();
         showHint();
         refresh();
     } else if (isAction(parameter, "LANGUAGE")) {

@@ -10,12 +10,13 @@
 
 namespace ov {
 
-// The last search was for what the criteria are now.
+// The last search was for what the criteria are now, in this store.
 bool ctrlOVSearch::showsWhatIsAsked() const {
     std::vector<modDictation::Criterion> asked = view_.lvSearchCriteria->criteria();
     if (asked.empty())
         asked.emplace_back();
-    return asked == searched_.criteria && view_.isCompareAnd() == searched_.all;
+    return asked == searched_.criteria && view_.isCompareAnd() == searched_.all &&
+           dictationTree_ == searched_.root;
 }
 
 void ctrlOVSearch::showCounts() {

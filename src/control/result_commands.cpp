@@ -188,6 +188,11 @@ void ctrlOVSearch::exportRows(exporting::print::Command what, bool selectedOnly)
     exporting::Document document = exporting::describe(searched_, list.shownFilter());
     for (const std::int32_t field : list.shownFields())
         document.columns.push_back(exporting::columnOf(field));
+    if (document.columns.empty()) {
+        modUtil::ShowMessage(text_id::noColumnToPrint, platform::MessageIcon::information, {},
+                             this);
+        return;
+    }
     const std::vector<std::int32_t> all = list.shownHits();
     const std::vector<std::int32_t> selected = list.selected().hits();
     const exporting::HitRows allRows(list.results().hits(), all);

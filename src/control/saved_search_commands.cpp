@@ -107,7 +107,9 @@ void ctrlOVSearch::saveSearch(const SavedSearch& renamed) {
     dialog.exec();
     if (!dialog.OKPressed() || isEnding())
         return;
-    const std::string name = dialog.SearchName;
+    const std::string name = readableSearchName(dialog.SearchName);
+    if (name.empty())
+        return platform::userInterface().beep();
     const std::vector<SavedSearch> saved = savedSearches_.saved();
     const bool isTaken = std::ranges::find(saved, name, &SavedSearch::name) != saved.end();
     if (isTaken && name != renamed.name &&

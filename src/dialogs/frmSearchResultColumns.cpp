@@ -92,8 +92,10 @@ frmSearchResultColumns::frmSearchResultColumns(QWidget* parent)
     : OneUseDialog(parent, "frmSearchResultColumns"),
       lblLabel_(new QLabel(this)),
       lblOrder_(new QLabel(this)),
+      lblLeft_(new QLabel(this)),
       lstLeft_(new QListWidget(this)),
       cmdTransfer_{new QPushButton(this), new QPushButton(this)},
+      lblRight_(new QLabel(this)),
       lstRight_(new QListWidget(this)),
       cmdUpDown_{new QPushButton(this), new QPushButton(this)},
       cmdFold_(new QToolButton(this)),
@@ -158,9 +160,9 @@ void frmSearchResultColumns::fold(bool open) {
 }
 
 void frmSearchResultColumns::addLists(QGridLayout& grid) {
-    grid.addLayout(titled(new QLabel(this), *lstLeft_, text_id::availableFields), 0, 0);
+    grid.addLayout(titled(lblLeft_, *lstLeft_, text_id::availableFields), 0, 0);
     grid.addLayout(stacked(cmdTransfer_), 0, 1);
-    grid.addLayout(titled(new QLabel(this), *lstRight_, text_id::shownColumns), 0, 2);
+    grid.addLayout(titled(lblRight_, *lstRight_, text_id::shownColumns), 0, 2);
     grid.addLayout(stacked(cmdUpDown_), 0, 3);
     grid.setColumnStretch(0, 1);
     grid.setColumnStretch(2, 1);

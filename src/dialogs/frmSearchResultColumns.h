@@ -47,8 +47,10 @@ private:
     QLabel* lblLabel_;
     QLabel* lblOrder_;
     // In the order of the Tab key, as the eye goes.
+    QLabel* lblLeft_; // in the order in which they are read out
     QListWidget* lstLeft_;
     std::array<QPushButton*, 2> cmdTransfer_;
+    QLabel* lblRight_;
     QListWidget* lstRight_;
     std::array<QPushButton*, 2> cmdUpDown_;
     QToolButton* cmdFold_; // shows or hides the list below it

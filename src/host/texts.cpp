@@ -42,7 +42,7 @@ constexpr std::array<Row, textCount> table{{
     {Text::folderIsGone, u"The folder %1 cannot be opened.",
      u"Das Verzeichnis %1 kann nicht geöffnet werden."},
     {Text::folderIsSilent, u"The folder %1 does not answer. Perhaps its server is down.",
-     u"Der Ordner %1 antwortet nicht. Vielleicht ist sein Server ausgefallen."},
+     u"Das Verzeichnis %1 antwortet nicht. Vielleicht ist sein Server ausgefallen."},
     {Text::settingsUnsaved,
      u"The settings cannot be saved: %1\n\nWhat you change holds until the program ends.",
      u"Die Einstellungen können nicht gespeichert werden: %1\n\nWas Sie ändern, gilt bis zum Ende "

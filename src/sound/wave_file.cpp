@@ -5,6 +5,7 @@
 #include "sound/media.h"
 
 #include <algorithm>
+#include <limits>
 #include <cmath>
 #include <numeric>
 #include <utility>
@@ -51,7 +52,9 @@ std::uint32_t believableRate(std::uint32_t told, double computed) noexcept {
     constexpr double tolerance = 0.01;
     return std::abs(told - computed) <= computed * tolerance
                ? told
-               : static_cast<std::uint32_t>(std::max(1.0, std::round(computed)));
+               : static_cast<std::uint32_t>(
+                     std::clamp(std::round(computed), 1.0,
+                                static_cast<double>(std::numeric_limits<std::uint32_t>::max())));
 }
 
 // Bytes of sound between the header and the end of the file.

@@ -33,8 +33,8 @@ WavePlayer::WavePlayer(std::unique_ptr<WaveFile> file)
       ring_(chunkSamples_),
       file_(std::move(file)),
       feeder_(*file_) {
+    thread_ = std::thread([this] { work(); }); // which the system may refuse
     WaveControl::instance().add(timeline_);
-    thread_ = std::thread([this] { work(); });
 }
 
 WavePlayer::~WavePlayer() {

@@ -42,6 +42,12 @@ TEST_F(Control, KeepsTheKeyboardWhereItWas) {
         key(widget<QWidget>(name), Qt::Key_F5);
         EXPECT_EQ(window().focusWidget(), &results()) << name;
     }
+    criteria().setFocus();
+    user->saysYes = false;
+    key(criteria(), Qt::Key_F5);
+    user->saysYes = true;
+    searchButton.click(); // with the keyboard in the criteria
+    EXPECT_EQ(window().focusWidget(), &criteria()) << "that search by key came to nothing";
 }
 
 TEST_F(Control, ReadsAsOneGoesAndFollowsTheLanguage) {

@@ -140,9 +140,8 @@ TEST_F(ColumnChooser, ReadsAsOneGoesAndFollowsTheLanguage) {
         readable(*form_),
         "Spalten auswählen|Wählen Sie aus, welche Felder die Ergebnisliste als Spalten zeigt.|"
         "Die Reihenfolge der Spalten ändern Sie in der Ergebnisliste, indem Sie die Spaltentitel "
-        "ziehen.|&Hinzufügen|&Entfernen|Nach &oben|Nach &unten|&Nicht verfügbare Felder|"
-        "S&tandardspalten|&Verfügbare Felder:>lstLeft|Angezeigte &Spalten:>lstRight|OK|"
-        "Abbrechen");
+        "ziehen.|&Verfügbare Felder:>lstLeft|&Hinzufügen|&Entfernen|Angezeigte &Spalten:>lstRight|"
+        "Nach &oben|Nach &unten|&Nicht verfügbare Felder|S&tandardspalten|OK|Abbrechen");
     EXPECT_EQ(captions(right()).substr(0, 19), "Verzeichnis;Status*");
     EXPECT_EQ(captions(child<QListWidget>(*form_, "lstNonCustomizable")),
               "(kein Feld);-;-;-;Diktatart;Zweiter Status;");

@@ -62,6 +62,7 @@ std::string CriteriaFile::read(Part& part) {
 
 void CriteriaFile::insertLeftOut(CriteriaEntries& entries) {
     const std::string content = read(leftOut_);
+    leftOutKept_.clear();
     const std::string text = platform::settingsText(content);
     bool isWhole = true;
     forEachLine(text, [&](std::string_view line) {
@@ -73,6 +74,7 @@ void CriteriaFile::insertLeftOut(CriteriaEntries& entries) {
         }
         const int place = std::clamp(leadingInt32(line), 0, static_cast<int>(entries.size()));
         entries.insert(entries.begin() + place, {std::string(criterion), true});
+        leftOutKept_.emplace_back(criterion);
     });
     if (!isWhole)
         keepDropped(leftOut_, content);
@@ -133,23 +135,41 @@ platform::Status CriteriaFile::writeBeside(Part& part, const std::string& conten
     return part.unreadable && content.empty() ? platform::Status() : write(part, content);
 }
 
+std::string CriteriaFile::comeBack(const CriteriaEntries& entries) const {
+    std::string lines;
+    for (const std::string& kept : leftOutKept_)
+        if (std::ranges::any_of(entries, [&](const auto& entry) {
+                return !entry.leftOut && entry.criterion == kept;
+            }))
+            lines.append("0").append(1, modDictation::criteriaSeparator).append(kept) += "\r\n";
+    return lines;
+}
+
+// Neither file gives a criterion up before the other one has it.
 platform::Status CriteriaFile::save(const CriteriaEntries& entries) {
     if (directory_.empty())
         return {};
     std::string criteria;
     std::string leftOut;
+    std::vector<std::string> kept;
     for (std::size_t place = 0; place < entries.size(); ++place) {
-        if (entries[place].leftOut)
+        if (entries[place].leftOut) {
             leftOut.append(std::to_string(place)).push_back(modDictation::criteriaSeparator);
+            kept.push_back(entries[place].criterion);
+        }
         (entries[place].leftOut ? leftOut : criteria)
             .append(entries[place].criterion)
             .append("\r\n");
     }
-    // Before the other file gives them up.
-    if (platform::Status saved = writeBeside(leftOut_, leftOut); !saved.ok())
+    const std::string back = comeBack(entries);
+    platform::Status saved = writeBeside(leftOut_, leftOut + back);
+    if (saved.ok())
+        saved = write(criteria_, criteria);
+    if (saved.ok() && !back.empty())
+        saved = writeBeside(leftOut_, leftOut);
+    if (!saved.ok())
         return saved;
-    if (platform::Status saved = write(criteria_, criteria); !saved.ok())
-        return saved;
+    leftOutKept_ = std::move(kept);
     return writeBeside(groups_, groupLines(entries));
 }
 

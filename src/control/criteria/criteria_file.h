@@ -27,9 +27,9 @@ public:
     // then added to "SearchCriteria.bak" beside it. A file that cannot be read is logged.
     CriteriaEntries load();
 
-    // Replaces the file, or removes it when there are no criteria. A failure leaves what was
-    // there. A file that load() could not read is kept in the backup first, and left alone while
-    // it cannot be read.
+    // Replaces the files, or removes them when there are no criteria. A failure leaves each
+    // criterion in one of them, where it was or is to be. A file that load() could not read is kept
+    // in the backup first, and left alone while it cannot be read.
     platform::Status save(const CriteriaEntries& entries);
 
 private:
@@ -37,6 +37,8 @@ private:
         const char* name;
         bool unreadable = false; // by load()
     };
+    // Those of "SearchCriteria.off" that are in the list again.
+    std::string comeBack(const CriteriaEntries& entries) const;
 
     std::string path(const char* name) const { return directory_ + name; }
     bool isKnownToBeMissing(const char* name) const;
@@ -52,6 +54,7 @@ private:
     std::string directory_;
     Part criteria_{"SearchCriteria.dat"};
     Part leftOut_{"SearchCriteria.off"};
+    std::vector<std::string> leftOutKept_; // by that file now
     Part groups_{"SearchCriteria.grp"};
 };
 

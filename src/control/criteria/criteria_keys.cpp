@@ -30,24 +30,21 @@ bool CriteriaList::handleControlKey(const QKeyEvent& event) {
         redo();
         return true;
     default:
-        return !shift && handleClipboardKey(event.key());
+        return false;
     }
 }
 
-bool CriteriaList::handleClipboardKey(int key) {
-    switch (key) {
-    case Qt::Key_C:
+// Also those with Ins and Del, which mean something else alone.
+bool CriteriaList::handleClipboardKey(const QKeyEvent& event) {
+    if (event.matches(QKeySequence::Copy))
         copySelected();
-        return true;
-    case Qt::Key_X:
+    else if (event.matches(QKeySequence::Cut))
         cutSelected();
-        return true;
-    case Qt::Key_V:
+    else if (event.matches(QKeySequence::Paste))
         Q_EMIT pasteRequested();
-        return true;
-    default:
+    else
         return false;
-    }
+    return true;
 }
 
 // Alt and an arrow.
@@ -71,6 +68,8 @@ bool CriteriaList::handleArrangingKey(int key) {
 }
 
 bool CriteriaList::handleKey(const QKeyEvent& event) {
+    if (handleClipboardKey(event))
+        return true;
     const Qt::KeyboardModifiers modifiers = event.modifiers() & ~Qt::KeypadModifier;
     if (modifiers.testFlag(Qt::ControlModifier))
         return handleControlKey(event);

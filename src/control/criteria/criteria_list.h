@@ -135,7 +135,7 @@ private:
     void cutSelected();
     bool handleKey(const QKeyEvent& event);
     bool handleControlKey(const QKeyEvent& event);
-    bool handleClipboardKey(int key);
+    bool handleClipboardKey(const QKeyEvent& event);
     bool handleArrangingKey(int key);
     void fillMenu(QMenu& menu);
     void addToMenu(QMenu& menu, const MenuEntry& entry);

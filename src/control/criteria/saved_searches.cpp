@@ -47,17 +47,6 @@ std::vector<FileContent> readAll(const std::string& directory) {
     return files;
 }
 
-// Without marks that turn the writing direction, which would hide what stands there.
-std::string readableName(std::string_view bytes) {
-    QString text;
-    for (const char32_t c : widgets::toQt(bytes).toUcs4())
-        if (QChar::isPrint(c) && QChar::category(c) != QChar::Other_Format &&
-            QChar::category(c) != QChar::Separator_Line &&
-            QChar::category(c) != QChar::Separator_Paragraph)
-            text += QString::fromUcs4(&c, 1);
-    return widgets::toUtf8(text.trimmed());
-}
-
 std::vector<SavedSearch> searchesIn(const std::string& directory) {
     std::vector<SavedSearch> searches;
     if (directory.empty())
@@ -77,7 +66,7 @@ std::vector<SavedSearch> searchesIn(const std::string& directory) {
             WriteErrorLog(Error(0, file.name + " holds lines that are no criteria"),
                           "SavedSearches");
         const std::string stem = file.name.substr(0, file.name.size() - ending.size());
-        std::string name = readableName(text.name.empty() ? stem : text.name);
+        std::string name = readableSearchName(text.name.empty() ? stem : text.name);
         searches.push_back(
             {directory + file.name, std::move(name), std::move(text.search), text.skipped});
     }
@@ -107,9 +96,12 @@ platform::Status write(const std::string& file, const modDictation::Search& sear
                                 platform::Access::ownerOnly);
 }
 
-// "12" of "...\Recent\12.search".
+// "12" of "...\Recent\12.search"; 0 of files that are not ours.
 std::int32_t numberOf(const SavedSearch& recent) {
-    return leadingInt32(std::string_view(recent.file).substr(recent.file.rfind('\\') + 1));
+    constexpr std::int32_t most = 1'000'000'000;
+    const std::string_view path = recent.file;
+    const std::int32_t number = leadingInt32(path.substr(path.rfind('\\') + 1));
+    return number < 0 || number > most ? 0 : number;
 }
 
 bool asksForTheSame(const modDictation::Search& one, const modDictation::Search& other) {
@@ -117,6 +109,16 @@ bool asksForTheSame(const modDictation::Search& one, const modDictation::Search&
 }
 
 } // namespace
+
+std::string readableSearchName(std::string_view bytes) {
+    QString text;
+    for (const char32_t c : widgets::toQt(bytes).toUcs4())
+        if (QChar::isPrint(c) && QChar::category(c) != QChar::Other_Format &&
+            QChar::category(c) != QChar::Separator_Line &&
+            QChar::category(c) != QChar::Separator_Paragraph)
+            text += QString::fromUcs4(&c, 1);
+    return widgets::toUtf8(text.trimmed());
+}
 
 std::string savedSearchFileName(std::string_view name) {
     constexpr std::string_view digits = "0123456789ABCDEF";
@@ -176,6 +178,8 @@ platform::Status SavedSearches::save(const std::string& name,
 }
 
 platform::Status SavedSearches::rename(const SavedSearch& renamed, const std::string& name) const {
+    if (name == renamed.name)
+        return {};
     std::string content;
     if (platform::Status read = patient::readFile(renamed.file, content); !read.ok())
         return read;

@@ -38,6 +38,7 @@ public:
 
     // Under that name, in place of the one that has it.
     platform::Status save(const std::string& name, const modDictation::Search& search) const;
+    // To the name that it has: nothing is done.
     platform::Status rename(const SavedSearch& saved, const std::string& name) const;
     static platform::Status remove(const SavedSearch& saved);
     // It was searched for; only its criteria are kept.
@@ -49,6 +50,9 @@ private:
 
     std::string directory_;
 };
+
+// Without what nobody can see, marks that turn the writing direction among it: as names are listed.
+std::string readableSearchName(std::string_view bytes);
 
 // The name of the file that keeps a search of that name: "/" and what else a file name cannot hold,
 // or would hide it, stands as "%2F"; a long one is cut.

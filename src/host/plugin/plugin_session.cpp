@@ -4,6 +4,7 @@
 #include "host/plugin/plugin_session.h"
 
 #include <QDir>
+#include <QPointer>
 #include <utility>
 
 namespace ov::host {
@@ -29,6 +30,8 @@ public:
     std::shared_ptr<ov::EventSource> EventSource() override { return events_; }
     std::shared_ptr<IHostServices> HostServices() override { return services_; }
     void ReportPlugInFailure(std::string_view plugInName) override {
+        if (!session_)
+            return;
         const auto size = static_cast<qsizetype>(plugInName.size());
         emit session_->failed(
             session_->texts_(Text::plugInFailed, {QString::fromUtf8(plugInName.data(), size)}));
@@ -37,7 +40,7 @@ public:
 private:
     std::shared_ptr<HostEvents> events_;
     std::shared_ptr<ov::host::HostServices> services_;
-    PluginSession* session_;
+    QPointer<PluginSession> session_;
 };
 
 PluginSession::PluginSession(const HostSettings& settings, const Texts& texts,

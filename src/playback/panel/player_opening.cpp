@@ -64,6 +64,8 @@ void PlayerPanel::takeOpened() {
     const auto opening = std::exchange(opening_, nullptr);
     if (auto sound = opening->take())
         load(opening->path(), std::move(*sound));
+    else
+        PlayerRefresh(); // nothing is opening any more
 }
 
 void PlayerPanel::load(const std::string& path, sound::OpenedSound opened) {

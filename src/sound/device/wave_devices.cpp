@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <system_error>
 #include <thread>
 #include <utility>
 
@@ -192,7 +193,11 @@ std::uint32_t WaveDevices::openFile(const std::string& file,
     }
     if (sound->error != media_error::none)
         return sound->error;
-    player = std::make_unique<WavePlayer>(std::move(sound->file));
+    try {
+        player = std::make_unique<WavePlayer>(std::move(sound->file));
+    } catch (const std::system_error&) { // no thread can be had
+        return media_error::noOutput;
+    }
     return media_error::none;
 }
 

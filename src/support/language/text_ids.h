@@ -197,6 +197,7 @@ constexpr std::int32_t searchWithoutCriteria = 10003;
 constexpr std::int32_t foundSoFar = 10004; // %1%: how many dictations
 constexpr std::int32_t defaultPrintTitle = 10011;
 constexpr std::int32_t nothingToPrint = 19001;
+constexpr std::int32_t noColumnToPrint = 19002;
 
 // The rows of the list
 constexpr std::int32_t filterPlaceholder = 1350;

@@ -32,6 +32,11 @@ TEST_F(CriteriaClipboard, TakesCriteriaAsTextWithTheirGroups) {
     EXPECT_EQ(line(), "A>BE*C>*D");
     controlKey(Qt::Key_Z);
     EXPECT_EQ(line(), "A>B*E") << "one step";
+    key(criteria(), Qt::Key_Insert, Qt::ShiftModifier);
+    EXPECT_EQ(line(), "A>BE*C>*D");
+    key(criteria(), Qt::Key_Delete, Qt::ShiftModifier);
+    EXPECT_EQ(line(), "A>B*E");
+    EXPECT_EQ(clipboard().substr(0, 17), "author contains C");
     select({});
     controlKey(Qt::Key_C);
     EXPECT_EQ(clipboard().substr(0, 17), "author contains C") << "nothing is selected";

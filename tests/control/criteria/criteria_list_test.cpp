@@ -52,6 +52,14 @@ TEST_F(CriteriaListTest, KeepsThoseLeftOutBesideTheOthers) {
     select({0});
     key(criteria(), Qt::Key_Space);
     EXPECT_FALSE(fs::exists(folder() / "SearchCriteria.off"));
+    key(criteria(), Qt::Key_Space);
+    const std::string leftOut = read("SearchCriteria.off");
+    fs::remove(folder() / "SearchCriteria.dat");
+    fs::create_directories(folder() / "SearchCriteria.dat/in the way");
+    key(criteria(), Qt::Key_Space);
+    EXPECT_EQ(read("SearchCriteria.off"), leftOut) << "the other file cannot be written";
+    EXPECT_NE(user->onlyText().find("SearchCriteria.dat"), std::string::npos);
+    fs::remove_all(folder() / "SearchCriteria.dat");
     closeControl();
     const std::string partlyRead = "9|5|17|X|\r\nrubbish\r\n-3|5|17|Y|\r\n5|17|Z|\r\n";
     write("SearchCriteria.off", criterion(partlyRead));

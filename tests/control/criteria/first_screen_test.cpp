@@ -40,6 +40,13 @@ TEST_F(FirstScreen, ListsAllWithoutAQuestion) {
     EXPECT_EQ(model().rowCount(), 1);
     EXPECT_EQ(hint(), "");
     EXPECT_EQ(window().focusWidget(), &results());
+    fs::remove(store.native("2$WAV.WAV"));
+    user->saysYes = true;
+    search();
+    EXPECT_TRUE(hint().starts_with("There are no dictations in")) << hint();
+    host().answers["PI_GetDirectory(204)"] = store.directory("other");
+    action("DIR_NETDICTATIONTREE");
+    EXPECT_TRUE(button("cmdListAll").isVisible()) << "nothing is known of that folder";
     speak("7");
     EXPECT_EQ(button("cmdListAll").text(), QStringLiteral("Alle aufl&isten"));
 }

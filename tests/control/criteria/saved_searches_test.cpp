@@ -79,6 +79,24 @@ TEST_F(SavedSearchesTest, AreSavedBroughtBackRenamedAndDeleted) {
     EXPECT_FALSE(fs::exists(folder() / "Searches/Später 😀.search"));
 }
 
+TEST_F(SavedSearchesTest, OfOneNameAndOfOddOnesAreKept) {
+    write("Searches/one.search", "name=Same\nauthor contains aaa\n");
+    write("Searches/two.search", "name=Same\nauthor contains zzz\n");
+    const SavedSearches files(path("Searches\\"));
+    EXPECT_TRUE(files.rename(files.saved().at(1), "Same").ok());
+    EXPECT_EQ(files.saved().size(), 2U);
+    write("Searches/Recent/2147483647.search", "author contains x\n");
+    write("SearchCriteria.dat", criterion("5|17|Anna|\r\n"));
+    openControl();
+    user->saysYes = true;
+    for (int i = 0; i < 2; ++i)
+        name("", "Save criteria as…", "Ur\xC2\xADgent"); // with a hyphen that is not seen
+    EXPECT_EQ(read("Searches/Urgent.search"), "name=Urgent\nall=1\nauthor contains Anna\n");
+    EXPECT_EQ(files.saved().size(), 3U);
+    search();
+    EXPECT_TRUE(fs::exists(folder() / "Searches/Recent/1.search"));
+}
+
 TEST_F(SavedSearchesTest, KeepsTheLastTenByThemselves) {
     openControl();
     user->saysYes = true;
