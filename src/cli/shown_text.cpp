@@ -35,10 +35,6 @@ void forEachCharacter(const icu::UnicodeString& text, Visit visit) {
             return;
 }
 
-void append(UChar32 c, std::string& out) {
-    icu::UnicodeString(c).toUTF8String(out);
-}
-
 } // namespace
 
 std::string shownText(std::string_view text) {
@@ -74,23 +70,6 @@ std::string fittedText(std::string_view text, std::size_t columns) {
         return shown;
     shown.resize(bytesWithin(shown, columns - std::min<std::size_t>(columns, 1)));
     return shown + ellipsis;
-}
-
-std::string fittedEnd(std::string_view text, std::size_t columns) {
-    const std::string shown = shownText(text);
-    std::size_t tooMany = columnCount(shown);
-    if (tooMany <= columns)
-        return shown;
-    tooMany -= columns - std::min<std::size_t>(columns, 1); // room for the ellipsis
-    std::string fitted = ellipsis;
-    std::size_t passed = 0;
-    forEachCharacter(icu::UnicodeString::fromUTF8(shown), [&](UChar32 c) {
-        if (passed >= tooMany)
-            append(c, fitted);
-        passed += columnsOf(c);
-        return true;
-    });
-    return fitted;
 }
 
 } // namespace ov::cli

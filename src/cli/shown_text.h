@@ -23,7 +23,4 @@ std::size_t bytesWithin(std::string_view text, std::size_t columns);
 // shownText cut to that many columns, with an ellipsis in place of what is missing.
 std::string fittedText(std::string_view text, std::size_t columns);
 
-// The same of its end, with the ellipsis in front.
-std::string fittedEnd(std::string_view text, std::size_t columns);
-
 } // namespace ov::cli

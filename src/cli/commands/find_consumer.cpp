@@ -134,7 +134,8 @@ std::string contradiction(const FindOptions& options) {
          "--watch goes on for ever: it takes no --count, --count-by, --sum or --quiet"},
         {options.watch && options.criteriaFiles.size() > 1, "--watch takes one criteria file"},
         {options.explains && (!printsOnly || options.format || options.zeroEnded || options.watch),
-         "--explain tells of a search in place of its hits; leave out what is to become of them"}};
+         "--explain tells of a search in place of its hits; leave out --format, --count, --exec, "
+         "--quiet or --watch"}};
     const auto* const broken = std::ranges::find(rules, true, &std::pair<bool, const char*>::first);
     return broken != std::end(rules) ? broken->second : "";
 }
