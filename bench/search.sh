@@ -55,7 +55,7 @@ while (($#)); do
 done
 
 bin=$build/bin
-for program in ovsearch ovbench_store ovbench_list ovbench_run; do
+for program in ovsearch ovbench_store ovbench_list ovbench_status ovbench_run; do
     [[ -x $bin/$program ]] || {
         echo "bench/search.sh: $bin/$program is not there; build first: ./run" >&2
         exit 1

@@ -72,6 +72,7 @@ measure_slow() { # DIR
     print_measured "A first search where every call takes $delay ms"
     measure_threads "$slow" "How many threads pay where every call takes $delay ms"
     measure_again "$slow" "Searched again where every call takes $delay ms"
+    measure_statuses "$slow" "$1"
     unmount_slow_store
 }
 
@@ -110,6 +111,18 @@ measure_again() { # DIR TITLE
     fi
     measure
     print_measured "$2"
+    printf '%-40s %5s %12s\n' "each of the eight" "" \
+        "$(milliseconds $(((median_us[1] - median_us[0]) / count)))"
+}
+
+# The floor of that: the times of every folder, asked of the system by 64 threads.
+measure_statuses() { # DIR SHAPE
+    local count=8
+    forget_commands
+    add_command "names of the folders" "$runs" "$bin/ovbench_status" "$1" "$2" 64 0
+    add_command "their times, eight times" "$runs" "$bin/ovbench_status" "$1" "$2" 64 "$count"
+    measure
+    print_measured "The system's own calls for that"
     printf '%-40s %5s %12s\n' "each of the eight" "" \
         "$(milliseconds $(((median_us[1] - median_us[0]) / count)))"
 }
