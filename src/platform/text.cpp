@@ -160,6 +160,15 @@ private:
     std::string& out_;
 };
 
+void normalize(std::string_view utf8, icu::ByteSink& sink) {
+    UErrorCode error = U_ZERO_ERROR;
+    const icu::StringPiece text(utf8.data(), static_cast<std::int32_t>(utf8.size()));
+    if (const auto* nfc = icu::Normalizer2::getNFCInstance(error); U_SUCCESS(error))
+        nfc->normalizeUTF8(0, text, sink, nullptr, error);
+    if (U_FAILURE(error)) // its data are built in: only memory can be missing
+        throw std::bad_alloc();
+}
+
 } // namespace
 
 bool isValidUtf8(std::string_view bytes) noexcept {
@@ -252,10 +261,16 @@ std::string utf8ToUtf16(std::string_view utf8, bool bigEndian) {
 std::string_view truncateUtf8(std::string_view utf8, std::size_t limit) noexcept {
     if (utf8.size() <= limit)
         return utf8;
-    std::size_t end = limit;
     if (U8_IS_TRAIL(static_cast<std::uint8_t>(utf8[limit])))
-        U8_TRUNCATE_IF_INCOMPLETE(utf8, 0, end);
-    return utf8.substr(0, end);
+        U8_TRUNCATE_IF_INCOMPLETE(utf8, 0, limit);
+    return utf8.substr(0, limit);
+}
+
+std::string composed(std::string_view utf8) {
+    std::string text;
+    icu::StringByteSink<std::string> sink(&text);
+    normalize(utf8, sink);
+    return text;
 }
 
 void appendUpperCase(std::string_view utf8, std::string& out) {
@@ -267,14 +282,8 @@ void appendUpperCase(std::string_view utf8, std::string& out) {
     if (appendUpper<Composed::unknown>(utf8, out))
         return;
     out.resize(start);
-    UErrorCode error = U_ZERO_ERROR;
-    const icu::Normalizer2* nfc = icu::Normalizer2::getNFCInstance(error);
     UpperCaseSink sink(out);
-    if (U_SUCCESS(error))
-        nfc->normalizeUTF8(0, {utf8.data(), static_cast<std::int32_t>(utf8.size())}, sink, nullptr,
-                           error);
-    if (U_FAILURE(error)) // its data are built in: only memory can be missing
-        throw std::bad_alloc();
+    normalize(utf8, sink);
 }
 
 std::string upperCase(std::string_view utf8) {

@@ -42,6 +42,9 @@ constexpr std::string_view trimmed(std::string_view text, char other = '\t') noe
 // The longest prefix of at most `limit` bytes that does not cut a character.
 std::string_view truncateUtf8(std::string_view utf8, std::size_t limit) noexcept;
 
+// NFC: an umlaut is one character, however it was written.
+std::string composed(std::string_view utf8);
+
 // Appends `utf8` for comparing: composed (NFC), so that an umlaut is the same whether it was
 // written as one character or as two, then with the Unicode simple upper-case mapping applied to
 // every code point. One character stays one character: the sharp s and the dotted capital I are

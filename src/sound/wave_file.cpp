@@ -5,8 +5,8 @@
 #include "sound/media.h"
 
 #include <algorithm>
-#include <limits>
 #include <cmath>
+#include <limits>
 #include <numeric>
 #include <utility>
 

@@ -83,6 +83,7 @@ TEST_F(Hits, AreCountedByWhatIsCompared) {
               "author,count\r\nM\u00FCller,2\r\nm\u00FCller,1\r\n");
     EXPECT_EQ(output({"--count-by", "folder", "--format", "csv", "--raw"}),
               "folder,count\r\n" + root() + "/s/n,2\r\n" + root() + "/n,1\r\n");
+    EXPECT_PRED2(holds, output({"--count-by", "folder"}), root() + "/s/n");
     const json all = json::parse(
         output({"--columns", "folder", "--format", "json", "--sort", "path", "--limit", "1"}));
     EXPECT_EQ(all[0]["folder"], "...\\n");

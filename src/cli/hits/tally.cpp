@@ -4,14 +4,11 @@
 
 #include "dictation/field_values.h"
 #include "platform/locale.h"
-
-#include <unicode/bytestream.h>
-#include <unicode/normalizer2.h>
+#include "platform/text.h"
 
 #include <algorithm>
 #include <cstddef>
 #include <functional>
-#include <new>
 #include <optional>
 #include <utility>
 
@@ -30,18 +27,6 @@ std::optional<Value> typedAs(std::int32_t field, const Dictation& dictation) {
     return value != nullptr ? std::optional(*value) : std::nullopt;
 }
 
-// As criteria compare texts (NFC), but for letter case, which stays part of the value.
-std::string composed(const std::string& text) {
-    UErrorCode error = U_ZERO_ERROR;
-    std::string out;
-    icu::StringByteSink<std::string> sink(&out);
-    if (const icu::Normalizer2* nfc = icu::Normalizer2::getNFCInstance(error); U_SUCCESS(error))
-        nfc->normalizeUTF8(0, text, sink, nullptr, error);
-    if (U_FAILURE(error)) // its data are built in: only memory can be missing
-        throw std::bad_alloc();
-    return out;
-}
-
 // Folders are other ones where their bytes are others.
 bool isFolder(const modDictation::FieldDefinition& field) {
     return field.id == modDictation::field_id::folder;
@@ -49,19 +34,22 @@ bool isFolder(const modDictation::FieldDefinition& field) {
 
 MachineValue valueOf(const modDictation::FieldDefinition& field, const Dictation& dictation) {
     constexpr std::size_t dayLength = 10; // of "2026-11-21T10:00:00"
+    // As criteria compare texts, but for letter case, which stays part of the value.
     MachineValue value = exporting::machineValue(field.id, dictation);
     auto* const text = std::get_if<std::string>(&value);
     if (text != nullptr && field.exportType == ExportType::date)
         text->resize(std::min(text->size(), dayLength));
     else if (text != nullptr && !isFolder(field))
-        *text = composed(*text);
+        *text = platform::composed(*text);
     return value;
 }
 
 std::string shownOf(const modDictation::FieldDefinition& field, const Dictation& dictation) {
     if (const auto date = typedAs<modDictation::DateSerial>(field.id, dictation))
         return platform::formatShortDate(modDictation::dateOf(*date));
-    return composed(modDictation::shownValue(field.id, dictation));
+    if (isFolder(field)) // which others end like
+        return exporting::machineText(exporting::machineValue(field.id, dictation));
+    return platform::composed(modDictation::shownValue(field.id, dictation));
 }
 
 } // namespace
