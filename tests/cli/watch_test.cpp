@@ -6,6 +6,8 @@
 #include "tests/cli/cli_fixture.h"
 #include "tests/slow_store.h"
 
+#include <cstdio>
+#include <fcntl.h>
 #include <fstream>
 #include <memory>
 
@@ -114,8 +116,10 @@ TEST_F(Watch, FollowsThePathOfTheStore) {
     ProgramRun how;
     how.steps = {{"first.WAV\n", [&] { store_.add("store/2$ROH@@14$second.WAV"); }},
                  {"second.WAV\n", [&] {
-                      fs::rename(store_.native("store"), store_.native("moved"));
-                      fs::rename(store_.native("other"), store_.native("store"));
+                      // At once: between two steps the program would find no store and end.
+                      ASSERT_EQ(::renameat2(AT_FDCWD, store_.native("other").c_str(), AT_FDCWD,
+                                            store_.native("store").c_str(), RENAME_EXCHANGE),
+                                0);
                       store_.add("store/2$ROH@@14$third.WAV");
                   }}};
     how.interruptAt = "third.WAV\n";
