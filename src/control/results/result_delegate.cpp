@@ -104,10 +104,9 @@ void ResultDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelI
         option->decorationSize = QSize(side, side);
         return;
     }
-    if (option->text.isEmpty() || (fits(*option) && !isMark(index)))
-        return;
+    // To measure a text costs as much as to draw it: most have no icon.
     const QString name = index.data(ResultModel::codeIconRole).toString();
-    if (name.isEmpty())
+    if (name.isEmpty() || option->text.isEmpty() || (!isMark(index) && fits(*option)))
         return;
     option->icon = widgets::icon(name.toLatin1().constData());
     option->features |= QStyleOptionViewItem::HasDecoration;

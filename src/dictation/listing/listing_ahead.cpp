@@ -21,7 +21,8 @@ struct ListingAhead::State : std::enable_shared_from_this<State> {
     FolderLister newLister() const { return {tree.depth, tree.remembered}; }
     void addThread();
     void work();
-    bool workOn(std::unique_lock<std::mutex>& lock, FolderLister& lister);
+    bool workOn(std::unique_lock<std::mutex>& lock, FolderLister& lister,
+                ListingPace::Meter& meter);
     AheadFolderPtr nextFolder() const;
     void accept(AheadFolder& folder, ListedStep step);
     void gave(std::size_t freed);
@@ -57,9 +58,10 @@ void ListingAhead::State::addThread() {
 void ListingAhead::State::work() {
     platform::setDriveFolder(driveFolder);
     FolderLister lister = newLister();
+    ListingPace::Meter meter;
     std::unique_lock lock(mutex);
     while (!closed) {
-        if (workOn(lock, lister))
+        if (workOn(lock, lister, meter))
             continue;
         ++idle;
         toDo.wait(lock);
@@ -69,7 +71,8 @@ void ListingAhead::State::work() {
 }
 
 // A part of a folder. False when there is nothing to do.
-bool ListingAhead::State::workOn(std::unique_lock<std::mutex>& lock, FolderLister& lister) {
+bool ListingAhead::State::workOn(std::unique_lock<std::mutex>& lock, FolderLister& lister,
+                                 ListingPace::Meter& meter) {
     const AheadFolderPtr folder = nextFolder();
     if (!folder)
         return false;
@@ -81,12 +84,13 @@ bool ListingAhead::State::workOn(std::unique_lock<std::mutex>& lock, FolderListe
     if (idle == 0 && threads < pace.threads() && nextFolder())
         addThread();
     lock.unlock();
-    const ListingPace::Turn turn;
+    meter.start();
     ListedStep step = lister.next(*folder);
+    const ListingPace::Cost cost = meter.cost();
     lock.lock();
     if (closed) // nobody is there to take it
         return true;
-    pace.add(turn);
+    pace.add(cost);
     accept(*folder, std::move(step));
     return true;
 }
@@ -154,7 +158,8 @@ bool ListingAhead::State::waitFor(const AheadFolder& folder, std::unique_lock<st
     const auto isThere = [&] { return !folder.untaken.empty() || folder.isListed; };
     if (threads == 0 && !isThere()) {
         FolderLister lister = newLister();
-        workOn(lock, lister);
+        ListingPace::Meter meter;
+        workOn(lock, lister, meter);
     }
     if (done.wait_for(lock, most, isThere))
         return true;

@@ -2,11 +2,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/threads/coarse_clock.h"
+#include "platform/threads/this_thread.h"
 
 #include <algorithm>
 #include <chrono>
+#include <cstdint>
 #include <thread>
+#include <utility>
 
 namespace ov::modDictation {
 
@@ -16,32 +18,42 @@ class ListingPace {
 public:
     static constexpr int mostThreads = 64;
 
-    // Measures a turn; made at its start, on its thread.
-    class Turn {
+    struct Cost {
+        double seconds = 0; // with what was waited for, but not for a processor
+        double work = 0;    // seconds
+    };
+
+    // Measures the turns of its thread.
+    class Meter {
     public:
-        double workSeconds() const {
-            return static_cast<double>(platform::threadEffort().nanoseconds - start_.nanoseconds) *
-                   1e-9;
+        void start() {
+            begun_ = Clock::now();
+            start_ = platform::threadEffort();
         }
-        // With what it waited for, but not for a processor.
-        double seconds() const {
-            if (platform::threadEffort().waits == start_.waits)
-                return workSeconds();
-            return std::chrono::duration<double>(Clock::now() - begun_).count();
+        // At the end, before anything is waited for that has nothing to do with the disk.
+        Cost cost() {
+            constexpr double unit = 1e-9;
+            const platform::ThreadEffort now = platform::threadEffort();
+            const double work = static_cast<double>(now.nanoseconds - start_.nanoseconds) * unit;
+            if (now.waits == start_.waits)
+                return {work, work};
+            const double all = std::chrono::duration<double>(Clock::now() - begun_).count();
+            // With what came since the last time, when the processors were as busy.
+            const std::int64_t before = std::exchange(queued_, platform::nanosecondsInQueue());
+            return {std::max(all - static_cast<double>(queued_ - before) * unit, work), work};
         }
 
     private:
         using Clock = std::chrono::steady_clock;
-        Clock::time_point begun_ = Clock::now();
-        platform::ThreadEffort start_ = platform::threadEffort();
+        Clock::time_point begun_;
+        platform::ThreadEffort start_;
+        std::int64_t queued_ = platform::nanosecondsInQueue();
     };
 
-    // At the end of the turn, on its thread.
-    void add(const Turn& turn) { add(turn.seconds(), turn.workSeconds()); }
-    void add(double seconds, double workSeconds) {
+    void add(const Cost& cost) {
         constexpr double weight = 1.0 / 8; // of the newest
-        seconds_ += (seconds - seconds_) * weight;
-        work_ += (std::max(workSeconds, leastWork) - work_) * weight;
+        seconds_ += (cost.seconds - seconds_) * weight;
+        work_ += (std::max(cost.work, leastWork) - work_) * weight;
     }
 
     // Most of a turn goes by in waiting.

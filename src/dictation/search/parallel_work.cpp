@@ -3,6 +3,7 @@
 
 #include "dictation/search/parallel_work.h"
 
+#include "platform/threads/this_thread.h"
 #include "platform/user_interface.h"
 
 #include <algorithm>
@@ -70,6 +71,7 @@ private:
     }
 
     void runThread() noexcept {
+        platform::stepBack();
         try {
             work([] {});
         } catch (...) {
