@@ -26,6 +26,7 @@ constexpr std::string_view columnWidths = "ColumnWidths"; // "1:1400,9:1800", tw
 constexpr std::string_view criteriaShare = "CriteriaShare";
 constexpr std::string_view backUpSeconds = "PlayerBackUpSeconds";
 constexpr std::string_view speedPercent = "PlayerSpeed";
+constexpr std::string_view remembersPositions = "PlayerRemembersPositions";
 constexpr std::string_view rememberedMiB = "RememberedMiB";
 constexpr std::string_view trustFolderTimes = "TrustFolderTimes";
 } // namespace key
@@ -139,6 +140,14 @@ std::int32_t ControlSettings::speedPercent() const {
 
 void ControlSettings::setSpeedPercent(std::int32_t percent) const {
     settings_.setNumber(key::speedPercent, percent);
+}
+
+bool ControlSettings::remembersPositions() const {
+    return settings_.boolean(key::remembersPositions, true);
+}
+
+void ControlSettings::setRemembersPositions(bool remembers) const {
+    settings_.setBoolean(key::remembersPositions, remembers);
 }
 
 std::optional<std::int32_t> ControlSettings::criteriaShare() const {

@@ -99,6 +99,7 @@ void ctrlOVSearch::readFromHost() {
     criteriaFile_ = CriteriaFile(directory);
     if (const std::string own = platform::userDataFolder(); !own.empty())
         savedSearches_ = SavedSearches(own + "Searches\\");
+    view_.picPlayer->setRememberedPositions(RememberedPositions(platform::userDataFolder()));
     settings_.markAsCopied();
     modLanguage::SetLanguage(language, subLanguage);
 }
@@ -117,6 +118,7 @@ void ctrlOVSearch::buildControl() {
     view_.picPlayer->PlayerInitControls();
     view_.picPlayer->setBackUpSeconds(settings_.backUpSeconds());
     view_.picPlayer->setSpeedPercent(settings_.speedPercent());
+    view_.picPlayer->setRemembers(settings_.remembersPositions());
     view_.chkFollow->setChecked(settings_.followsCriteria());
     view_.lvSearchCriteria->load({criteriaFile_.load(), view_.isCompareAnd()});
     view_.criteriaRoom->begin(settings_.criteriaShare());

@@ -35,6 +35,8 @@ void ctrlOVSearch::connectResults() {
             [this](std::int32_t seconds) { settings_.setBackUpSeconds(seconds); });
     connect(player, &PlayerPanel::speedChosen, this,
             [this](std::int32_t percent) { settings_.setSpeedPercent(percent); });
+    connect(player, &PlayerPanel::remembersChosen, this,
+            [this](bool remembers) { settings_.setRemembersPositions(remembers); });
 
     const auto posted = [this](const char* procedure, auto run) {
         return [this, procedure, run] { post(procedure, run); };

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "demo/dice.h"
-#include "dictation/name_encoding.h"
+#include "demo/name_encoding.h"
 #include "platform/locale.h"
 
 #include <chrono>

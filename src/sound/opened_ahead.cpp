@@ -23,6 +23,7 @@ std::optional<OpenedSound> openSound(const std::string& path) {
         return std::nullopt;
     OpenedSound opened;
     opened.error = WaveFile::open(path, opened.file);
+    opened.bytes = opened.file ? opened.file->bytes() : 0;
     return opened;
 }
 

@@ -18,6 +18,7 @@ namespace ov::sound {
 struct OpenedSound {
     std::uint32_t error = 0; // a media_error
     std::unique_ptr<WaveFile> file;
+    std::int64_t bytes = 0; // of the file on the disk
 };
 
 // Nothing for what is no file. May be called from any thread.

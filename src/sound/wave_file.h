@@ -29,6 +29,8 @@ public:
     // Frames that are really there, which may be fewer than the header promises, and fewer still
     // once read() has found the file cut off meanwhile.
     std::int64_t frames() const noexcept { return frames_; }
+    // Of the file on the disk; 0 when it does not say.
+    std::int64_t bytes() const noexcept { return stream_.file().size().value_or(0); }
     // Of what read() gives: one or two. Files with more are mixed into one.
     int channels() const noexcept { return layout_.channels == 2 ? 2 : 1; }
 

@@ -73,20 +73,6 @@ std::vector<SavedSearch> searchesIn(const std::string& directory) {
     return searches;
 }
 
-// With the folders above; on another thread.
-platform::Status makeFolders(const std::string& directory) {
-    const auto make = [directory] {
-        platform::Status status;
-        for (std::size_t at = directory.find('\\', 1); status.ok() && at != std::string::npos;
-             at = directory.find('\\', at + 1))
-            if (const std::string above = directory.substr(0, at + 1);
-                !platform::directoryExists(above))
-                status = platform::createDirectory(above, platform::Access::ownerOnly);
-        return status;
-    };
-    return platform::patientStatus(directory, make);
-}
-
 platform::Status write(const std::string& file, const modDictation::Search& search,
                        std::string_view name) {
     modDictation::Search kept;
@@ -173,7 +159,7 @@ platform::Status SavedSearches::save(const std::string& name,
     const auto same = std::ranges::find(present, name, &SavedSearch::name);
     if (same != present.end())
         return write(same->file, search, name);
-    platform::Status made = makeFolders(directory_);
+    platform::Status made = patient::createDirectories(directory_, platform::Access::ownerOnly);
     return made.ok() ? write(freeFile(name, present), search, name) : made;
 }
 
@@ -202,7 +188,8 @@ platform::Status SavedSearches::note(const modDictation::Search& search) const {
     const std::int32_t number = present.empty() ? 1 : numberOf(present.front()) + 1;
     if (!present.empty() && asksForTheSame(present.front().search, search))
         return {};
-    platform::Status status = makeFolders(recentDirectory());
+    platform::Status status =
+        patient::createDirectories(recentDirectory(), platform::Access::ownerOnly);
     if (status.ok())
         status =
             write(recentDirectory() + std::to_string(number) + std::string(ending), search, {});

@@ -71,14 +71,17 @@ void PlayerPanel::takeOpened() {
 void PlayerPanel::load(const std::string& path, sound::OpenedSound opened) {
     PlayerClose();
     file_ = path;
+    const std::int64_t bytes = opened.bytes;
     const sound::OpenedAhead ahead(path, std::move(opened));
     const std::string problem = MciOpen(playerAlias, path, deviceType);
     setProblem(problem);
     PlayerLoad(problem.empty() ? playerAlias : "");
-    if (problem.empty())
-        overview_.load(path);
-    else
+    if (!problem.empty()) {
         PlayerRefresh();
+        return;
+    }
+    overview_.load(path);
+    offerPlace(bytes);
 }
 
 } // namespace ov

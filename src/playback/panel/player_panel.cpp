@@ -140,15 +140,21 @@ void PlayerPanel::PlayerStop() {
         PlayerRefresh();
         return;
     }
+    keepPlace();
     MciStop(alias_);
     MciSeek(alias_, 0);
-    PlayerClose();
+    closeFile();
     PlayerRefresh();
 }
 
 void PlayerPanel::PlayerClose() {
     if (alias_.empty())
         return;
+    keepPlace();
+    closeFile();
+}
+
+void PlayerPanel::closeFile() {
     stopTimers();
     MciClose(alias_);
     noteHalt();

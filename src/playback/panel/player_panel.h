@@ -5,8 +5,10 @@
 
 #include "playback/clsMixer.h"
 #include "playback/panel/file_opening.h"
+#include "playback/panel/offered_position.h"
 #include "playback/panel/overview_loader.h"
 #include "playback/panel/played_dictation.h"
+#include "playback/panel/remembered_positions.h"
 #include "playback/panel/seek_slider.h"
 
 #include <QFrame>
@@ -21,6 +23,7 @@
 #include <memory>
 #include <string>
 
+class QAction;
 class QActionGroup;
 class QBoxLayout;
 class QMenu;
@@ -72,12 +75,17 @@ public:
     // Speed in percent, 50 to 200, pitch unchanged.
     void setSpeedPercent(std::int32_t percent);
 
+    // Where dictations that are left are kept, and whether that is wanted.
+    void setRememberedPositions(RememberedPositions positions);
+    void setRemembers(bool remembers);
+
     void retranslate();
 
 Q_SIGNALS:
     // The user chose another.
     void backUpSecondsChosen(std::int32_t seconds);
     void speedChosen(std::int32_t percent);
+    void remembersChosen(bool remembers);
     // The dictation that is open in the player; empty: none.
     void fileChanged(const std::string& path);
     // The user wants to see the row of this dictation.
@@ -101,6 +109,11 @@ private:
     void playOpen();
     void PlayerLoad(const std::string& alias);
     void tellFile();
+    void closeFile();
+    void chooseRemembers(bool remembers);
+    void offerPlace(std::int64_t bytes);
+    void keepPlace();
+    void goOnAtOffered();
     void PlayerRefresh();
     void refreshOpen();
     void showState();
@@ -132,12 +145,14 @@ private:
     QProgressBar* prgSearchPlayerStatus_;
     QLabel* lblSeachPlayerStatus_;
     PlayedDictation* cmdPlayedDictation_;
+    OfferedPosition* cmdOfferedPosition_;
     QLabel* lblSearchPlayerLength_;
     QToolButton* cmdSearchPlayerOptions_;
     QMenu* speedMenu_ = nullptr;
     QMenu* backUpMenu_ = nullptr;
     QActionGroup* speeds_ = nullptr;
     QActionGroup* backUps_ = nullptr;
+    QAction* rememberAction_ = nullptr;
     QTimer timerSearchPlayerStatus_;
     QTimer timerSearchPlayerVU_;
     QTimer timerOpening_;
@@ -155,6 +170,9 @@ private:
     std::int32_t position_ = -1;
     std::int32_t backUpSeconds_ = 0;
     std::int32_t speedPercent_ = usualSpeed;
+    RememberedPositions positions_;
+    RememberedPositions::Recording recording_; // the open one
+    bool remembers_ = false;
     bool playing_ = false; // and nobody told it to stop
     std::string problem_;  // why it does not play, in the words of the device
     bool showing_ = false; // sliders are being set, nobody moves them

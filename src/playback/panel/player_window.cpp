@@ -77,6 +77,7 @@ PlayerPanel::PlayerPanel(QWidget* parent)
       prgSearchPlayerStatus_(new QProgressBar(this)),
       lblSeachPlayerStatus_(new QLabel(QStringLiteral("00:00:00"), this)),
       cmdPlayedDictation_(new PlayedDictation(this)),
+      cmdOfferedPosition_(new OfferedPosition(this)),
       lblSearchPlayerLength_(new QLabel(QStringLiteral("00:00:00"), this)),
       cmdSearchPlayerOptions_(new MenuButton(this)),
       timerSearchPlayerStatus_(this),
@@ -112,14 +113,14 @@ void PlayerPanel::buildPanel() {
     QWidget* before = cmdSearchPlayer_[0];
     for (QWidget* next : std::initializer_list<QWidget*>{
              cmdSearchPlayer_[1], cmdSearchPlayer_[2], cmdSearchPlayerOptions_, cmdPlayedDictation_,
-             slSearchPlayerSeek_, slSearchPlayerVolume_}) {
+             cmdOfferedPosition_, slSearchPlayerSeek_, slSearchPlayerVolume_}) {
         setTabOrder(before, next);
         before = next;
     }
     for (QWidget* next : std::initializer_list<QWidget*>{
              cmdSearchPlayer_[0], cmdSearchPlayer_[1], cmdSearchPlayer_[2], cmdSearchPlayerOptions_,
-             cmdPlayedDictation_, prgSearchPlayerStatus_, lblSeachPlayerStatus_,
-             slSearchPlayerSeek_, lblSearchPlayerLength_, prgSearchPlayerVU_,
+             cmdPlayedDictation_, cmdOfferedPosition_, prgSearchPlayerStatus_,
+             lblSeachPlayerStatus_, slSearchPlayerSeek_, lblSearchPlayerLength_, prgSearchPlayerVU_,
              slSearchPlayerVolume_})
         next->raise(); // screen readers go by that order
 }
@@ -157,6 +158,7 @@ QBoxLayout* PlayerPanel::buildPosition() {
 
     auto* state = new QHBoxLayout;
     state->addWidget(cmdPlayedDictation_, 3);
+    state->addWidget(cmdOfferedPosition_);
     state->addWidget(prgSearchPlayerStatus_, 1);
     auto* way = new QHBoxLayout;
     way->addWidget(lblSeachPlayerStatus_);
@@ -190,6 +192,10 @@ void PlayerPanel::buildMenu() {
     speeds_ = addChoices(*speedMenu_, "%1 %", {50, 75, 90, 100, 110, 125, 150, 175, 200});
     backUpMenu_ = menu->addMenu(QString());
     backUps_ = addChoices(*backUpMenu_, "%1 s", {0, 1, 2, 3, 5, 10});
+    rememberAction_ = menu->addAction(QString());
+    rememberAction_->setObjectName(QStringLiteral("actRememberPositions"));
+    rememberAction_->setCheckable(true);
+    widgets::setCaption(*rememberAction_, text_id::rememberPositions);
     widgets::setCaption(*speedMenu_, text_id::speedMenu);
     widgets::setCaption(*backUpMenu_, text_id::backUpMenu);
     connect(cmdSearchPlayerOptions_, &QToolButton::pressed, this, [this, menu] {
@@ -230,6 +236,8 @@ void PlayerPanel::connectAll() {
         setSpeedPercent(action->data().toInt());
         Q_EMIT speedChosen(speedPercent_);
     });
+    connect(rememberAction_, &QAction::triggered, this, &PlayerPanel::chooseRemembers);
+    connect(cmdOfferedPosition_, &QToolButton::clicked, this, &PlayerPanel::goOnAtOffered);
     connect(backUps_, &QActionGroup::triggered, this, [this](const QAction* action) {
         setBackUpSeconds(action->data().toInt());
         Q_EMIT backUpSecondsChosen(backUpSeconds_);
@@ -251,6 +259,7 @@ void PlayerPanel::setSpeedPercent(std::int32_t percent) {
 }
 
 void PlayerPanel::retranslate() {
+    cmdOfferedPosition_->retranslate();
     setProblem(problem_);
     PlayerRefresh();
 }

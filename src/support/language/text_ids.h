@@ -79,6 +79,9 @@ constexpr std::int32_t modeSeeking = 1118;
 constexpr std::int32_t speedTip = 1120;
 constexpr std::int32_t speedMenu = 1121;
 constexpr std::int32_t backUpMenu = 1122;
+constexpr std::int32_t rememberPositions = 1123;
+constexpr std::int32_t goOnAt = 1124; // %1%: a time
+constexpr std::int32_t offeredPositionTip = 1125;
 
 // Context menu of the result list
 constexpr std::int32_t menuPlay = 1201;

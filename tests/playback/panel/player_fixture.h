@@ -61,7 +61,7 @@ protected:
     static int position() { return modMultimedia::MciGetPosition("PBWave"); }
     // Moves a playing device, so that it is within a second from there on.
     static int millisecondsAt(int value) { return static_cast<int>(value * (100000 / 32767.0)); }
-    void moveTo(int seconds) { seek().setValue((seconds * 1000 + 500) * 32767 / 100000); }
+    void moveTo(int seconds) { seek().setValue((seconds * 10 + 5) * 32767 / 1000); }
     static void waitFor(const std::function<bool()>& condition) {
         EXPECT_TRUE(QTest::qWaitFor(condition, 60000));
     }

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
-#include "dictation/name_encoding.h"
+#include "demo/name_encoding.h"
 
 #include "dictation/dictation_record.h"
 #include "dictation/name_decoding.h"

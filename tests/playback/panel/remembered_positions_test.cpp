@@ -1,0 +1,118 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#include "playback/panel/remembered_positions.h"
+#include "tests/playback/panel/player_fixture.h"
+
+#include <QMenu>
+
+namespace ov {
+namespace {
+
+class Positions : public Player {
+protected:
+    Positions() { renew(); }
+    // As another window, or the same one tomorrow.
+    void renew() {
+        makePanel();
+        panel_->setRememberedPositions(RememberedPositions(data_.directory("Own")));
+        panel_->setRemembers(true);
+    }
+    // Plays and leaves it there.
+    void leave(const char* name, int second, int button = 2) {
+        play(name);
+        moveTo(second);
+        press(button);
+    }
+    QToolButton& offer() { return child<QToolButton>(*panel_, "cmdOfferedPosition"); }
+    std::string offered(const char* name) {
+        play(name);
+        const std::string text = offer().isVisible() ? offer().text().toStdString() : std::string();
+        press(2);
+        return text;
+    }
+    std::string kept() const { return readBytes(data_.native("Own/Positions.txt")); }
+
+    TemporaryStore data_;
+};
+
+TEST_F(Positions, AreOfferedWhenADictationIsOpenedAgain) {
+    EXPECT_EQ(offered("one.WAV"), "");
+    leave("one.WAV", 40);
+    EXPECT_EQ(offered("two.WAV"), "");
+    renew();
+    play("one.WAV");
+    EXPECT_EQ(offer().text(), QStringLiteral("Go on at 00:00:40"));
+    EXPECT_LT(position(), 5000) << "it starts as ever";
+    panel_->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(panel_.get()));
+    offer().setFocus();
+    QTest::keyClick(&offer(), Qt::Key_Space);
+    EXPECT_NEAR(position(), 40500, 900);
+    EXPECT_EQ(modMultimedia::MciGetMode("PBWave"), "playing");
+    EXPECT_FALSE(offer().isVisible());
+    EXPECT_TRUE(child<QPushButton>(*panel_, "cmdSearchPlayer(0)").hasFocus());
+
+    moveTo(50);
+    play("two.WAV"); // leaves it too
+    EXPECT_FALSE(offer().isVisible());
+    press(2);
+    EXPECT_EQ(offered("one.WAV"), "Go on at 00:00:50");
+}
+
+TEST_F(Positions, AreOfWhatWasReallyLeft) {
+    leave("one.WAV", 40);
+    leave("one.WAV", 3);
+    EXPECT_EQ(offered("one.WAV"), "Go on at 00:00:40") << "nobody listened";
+    store.addFolder("elsewhere");
+    std::filesystem::copy(store.native("one.WAV"), store.native("elsewhere/one.WAV"));
+    EXPECT_EQ(offered("elsewhere/one.WAV"), "Go on at 00:00:40");
+    writeWave(store.native("elsewhere/two.WAV"), {}, sweep(8000, 400000));
+    leave("elsewhere/two.WAV", 60); // its half
+    EXPECT_EQ(offered("two.WAV"), "") << "of the same name, but another one";
+    leave("one.WAV", 98);
+    EXPECT_EQ(offered("one.WAV"), "") << "heard to its end";
+}
+
+TEST_F(Positions, AreForgottenWhenTheUserSaysSo) {
+    std::vector<bool> told;
+    QObject::connect(panel_.get(), &PlayerPanel::remembersChosen,
+                     [&](bool remembers) { told.push_back(remembers); });
+    leave("one.WAV", 40);
+    play("one.WAV");
+    auto* choice = panel_->findChild<QAction*>(QStringLiteral("actRememberPositions"));
+    ASSERT_TRUE(choice->isChecked());
+    choice->trigger();
+    EXPECT_FALSE(offer().isVisible());
+    EXPECT_FALSE(std::filesystem::exists(data_.native("Own/Positions.txt")));
+    leave("one.WAV", 40);
+    EXPECT_EQ(offered("one.WAV"), "");
+    choice->trigger();
+    EXPECT_EQ(told, (std::vector<bool>{false, true}));
+    leave("one.WAV", 30);
+    EXPECT_EQ(offered("one.WAV"), "Go on at 00:00:30");
+}
+
+TEST_F(Positions, AreTheLastThousandAndReadWithCare) {
+    const RememberedPositions positions(data_.directory("Own"));
+    std::string lines = "\n-5 7 minus.WAV\nrubbish\n99999999999 7 long.WAV\n5 7\n5 7 \n";
+    for (std::size_t i = 0; i < RememberedPositions::most; ++i)
+        lines += std::to_string(i) + " 7 a name " + std::to_string(i) + ".WAV\n";
+    data_.add("Own/Positions.txt", lines);
+    EXPECT_EQ(positions.find({"a name 999.WAV", 7}), 999);
+    EXPECT_EQ(positions.find({"minus.WAV", 7}), std::nullopt);
+    EXPECT_TRUE(positions.keep({"two\nlines", 7}, 1).ok());
+    EXPECT_TRUE(positions.keep({"a name 0.WAV", 7}, 12).ok());
+    EXPECT_TRUE(positions.keep({"new.WAV", 7}, 13).ok());
+    EXPECT_EQ(positions.find({"a name 0.WAV", 7}), 12);
+    EXPECT_EQ(positions.find({"a name 1.WAV", 7}), std::nullopt) << "the oldest";
+    const std::string now = kept();
+    EXPECT_EQ(std::count(now.begin(), now.end(), '\n'), RememberedPositions::most);
+    EXPECT_TRUE(now.ends_with("12 7 a name 0.WAV\n13 7 new.WAV\n"));
+
+    data_.addFolder("Folder/Positions.txt");
+    EXPECT_FALSE(RememberedPositions(data_.directory("Folder")).keep({"a", 7}, 14).ok());
+}
+
+} // namespace
+} // namespace ov
