@@ -25,7 +25,7 @@ inline const GoOn always = [](std::int64_t) { return true; };
 // no control, quotation marks where a reader might see the end of the cell.
 inline const std::pair<std::string, std::string> hostile[] = {
     {"=HYPERLINK(1)", "'=HYPERLINK(1)"},
-    {"+1", "'+1"},
+    {"+1;=2", "\"'+1;'=2\""},
     {"-1, 2", R"("'-1, 2")"},
     {"@SUM(1)", "'@SUM(1)"},
     {"\t=1", "' =1"},

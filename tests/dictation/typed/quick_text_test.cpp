@@ -83,6 +83,7 @@ TEST_F(QuickText, LengthsAndDates) {
         {"length:<5m length:<=5m", "length <= 00:04:59; length <= 00:05:00"},
         {"length:1m..\"1h 5s\",10h..", "length between 00:01:00..01:00:05; + length >= 10:00:00"},
         {"dictated:this-week due:YESTERDAY", "dictated this-week; due yesterday"},
+        {"due:\" 2026-11 \"", "due between 2026-11-01..2026-11-30"},
         {"dictated:<=this-week changed:>last-month",
          "dictated on-or-before 2026-11-22; changed on-or-after 2026-11-01"},
         {"due:-7d due:+2w due:-3 due:-9m", "due is 2026-11-11; due is 2026-12-02; due is "
