@@ -26,6 +26,7 @@ constexpr std::string_view columnWidths = "ColumnWidths"; // "1:1400,9:1800", tw
 constexpr std::string_view criteriaShare = "CriteriaShare";
 constexpr std::string_view backUpSeconds = "PlayerBackUpSeconds";
 constexpr std::string_view speedPercent = "PlayerSpeed";
+constexpr std::string_view timeStampForm = "PlayerTimeStamp";
 constexpr std::string_view remembersPositions = "PlayerRemembersPositions";
 constexpr std::string_view rememberedMiB = "RememberedMiB";
 constexpr std::string_view trustFolderTimes = "TrustFolderTimes";
@@ -140,6 +141,14 @@ std::int32_t ControlSettings::speedPercent() const {
 
 void ControlSettings::setSpeedPercent(std::int32_t percent) const {
     settings_.setNumber(key::speedPercent, percent);
+}
+
+std::string ControlSettings::timeStampForm() const {
+    return settings_.text(key::timeStampForm);
+}
+
+void ControlSettings::setTimeStampForm(const std::string& form) const {
+    settings_.setText(key::timeStampForm, form);
 }
 
 bool ControlSettings::remembersPositions() const {

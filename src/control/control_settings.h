@@ -47,6 +47,8 @@ public:
     void setBackUpSeconds(std::int32_t seconds) const;
     std::int32_t speedPercent() const; // of the player, 50 to 200; 100
     void setSpeedPercent(std::int32_t percent) const;
+    std::string timeStampForm() const; // see playback/panel/player_texts.h; empty
+    void setTimeStampForm(const std::string& form) const;
     bool remembersPositions() const; // where dictations are left in the player; true
     void setRemembersPositions(bool remembers) const;
 

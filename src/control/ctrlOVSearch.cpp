@@ -118,6 +118,7 @@ void ctrlOVSearch::buildControl() {
     view_.picPlayer->PlayerInitControls();
     view_.picPlayer->setBackUpSeconds(settings_.backUpSeconds());
     view_.picPlayer->setSpeedPercent(settings_.speedPercent());
+    view_.picPlayer->setTimeStampForm(settings_.timeStampForm());
     view_.picPlayer->setRemembers(settings_.remembersPositions());
     view_.chkFollow->setChecked(settings_.followsCriteria());
     view_.lvSearchCriteria->load({criteriaFile_.load(), view_.isCompareAnd()});
@@ -194,6 +195,12 @@ void ctrlOVSearch::addShortcuts() {
         if (view_.isInCriteria(window()->focusWidget()))
             view_.lvSearchResult->setFocus(Qt::ShortcutFocusReason);
     });
+    add(Qt::CTRL | Qt::Key_J, [this] { view_.picPlayer->askForTime(); });
+    add(Qt::CTRL | Qt::Key_T, [this] { view_.picPlayer->copyTimeStamp(); });
+    add(Qt::Key_F7, [this] { view_.picPlayer->playAgain(); });
+    constexpr std::int32_t skipSeconds = 5;
+    add(Qt::CTRL | Qt::Key_Left, [this] { view_.picPlayer->skip(-skipSeconds); });
+    add(Qt::CTRL | Qt::Key_Right, [this] { view_.picPlayer->skip(skipSeconds); });
     const auto addExport = [&](const QKeySequence& key, exporting::print::Command what) {
         add(key, [this, what] {
             post("ExportRows", [this, what] {

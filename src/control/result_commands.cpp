@@ -29,12 +29,13 @@ void ctrlOVSearch::connectResults() {
             [this] { view_.describeSearchButtons(); });
     connect(results, &ResultList::playRequested, player, &PlayerPanel::PlayerPlay);
     connect(results, &ResultList::playOrPauseRequested, player, &PlayerPanel::playOrPause);
-    connect(results, &ResultList::skipRequested, player, &PlayerPanel::skip);
     connect(results, &ResultList::stopPlayingRequested, player, &PlayerPanel::PlayerStop);
     connect(player, &PlayerPanel::backUpSecondsChosen, this,
             [this](std::int32_t seconds) { settings_.setBackUpSeconds(seconds); });
     connect(player, &PlayerPanel::speedChosen, this,
             [this](std::int32_t percent) { settings_.setSpeedPercent(percent); });
+    connect(player, &PlayerPanel::timeStampFormChosen, this,
+            [this](const std::string& form) { settings_.setTimeStampForm(form); });
     connect(player, &PlayerPanel::remembersChosen, this,
             [this](bool remembers) { settings_.setRemembersPositions(remembers); });
 

@@ -152,6 +152,15 @@ TEST_F(Control, PlaysByKeyAndByMouse) {
     EXPECT_GE(modMultimedia::MciGetPosition("PBWave"), 5000);
     key(results(), Qt::Key_Left, Qt::ControlModifier);
     EXPECT_LT(modMultimedia::MciGetPosition("PBWave"), 5000);
+    auto& criteria = widget<QTreeWidget>("lvSearchCriteria"); // also outside the list
+    key(criteria, Qt::Key_Right, Qt::ControlModifier);
+    key(criteria, Qt::Key_T, Qt::ControlModifier);
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), QStringLiteral("[00:00:05]"));
+    key(criteria, Qt::Key_J, Qt::ControlModifier);
+    EXPECT_TRUE(widget<QLineEdit>("txtGoToTime").isVisible());
+    key(widget<QLineEdit>("txtGoToTime"), Qt::Key_Escape);
+    key(criteria, Qt::Key_F7);
+    EXPECT_LT(modMultimedia::MciGetPosition("PBWave"), 5000);
     control_ = nullptr;
     EXPECT_EQ(modMultimedia::MciGetPosition("PBWave"), -1) << "plays on without its control";
 }

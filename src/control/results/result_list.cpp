@@ -20,7 +20,6 @@ using widgets::text;
 
 namespace {
 
-constexpr std::int32_t skipSeconds = 5;
 constexpr QKeyCombination copyFilesKey = Qt::CTRL | Qt::SHIFT | Qt::Key_C;
 
 // Typing a letter jumps to a row that begins with it; beyond this the search for it would stall.
@@ -173,9 +172,6 @@ void ResultList::keyPressEvent(QKeyEvent* event) {
         playKeyPressed(*event, enter);
     else if (event->text() == QLatin1String("/"))
         Q_EMIT filterRequested();
-    else if (event->modifiers() == Qt::ControlModifier &&
-             (event->key() == Qt::Key_Left || event->key() == Qt::Key_Right))
-        Q_EMIT skipRequested(event->key() == Qt::Key_Left ? -skipSeconds : skipSeconds);
     else
         QTableView::keyPressEvent(event);
 }

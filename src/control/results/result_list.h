@@ -110,7 +110,6 @@ Q_SIGNALS:
     // Space.
     void playOrPauseRequested();
     // Ctrl with the arrow to the left or right.
-    void skipRequested(std::int32_t seconds);
     void stopPlayingRequested();
     void showLogRequested();
     void columnsRequested();

@@ -15,6 +15,8 @@ public:
     // Empty: there is none, and nothing is shown.
     void setPath(const std::string& path);
     const std::string& path() const { return path_; }
+    // Author and subject, or its name.
+    const QString& words() const { return words_; }
 
 protected:
     void resizeEvent(QResizeEvent* event) override;

@@ -175,14 +175,6 @@ void PlayerPanel::playOrPause() {
         PlayerPauseResume();
 }
 
-void PlayerPanel::skip(std::int32_t seconds) {
-    if (alias_.empty() || rate_ <= 0)
-        return;
-    const std::int32_t position = std::max(MciGetPosition(alias_), 0);
-    seekTo(std::clamp(position + seconds * rate_, 0, length_));
-    PlayerRefresh();
-}
-
 void PlayerPanel::applySpeed() {
     if (!alias_.empty())
         MciCommand("set " + alias_ + " tempo " + std::to_string(speedPercent_));

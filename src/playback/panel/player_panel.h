@@ -10,6 +10,7 @@
 #include "playback/panel/played_dictation.h"
 #include "playback/panel/remembered_positions.h"
 #include "playback/panel/seek_slider.h"
+#include "playback/panel/time_edit.h"
 
 #include <QFrame>
 #include <QLabel>
@@ -64,6 +65,12 @@ public:
     void playOrPause();
     // Moves by that many seconds, within the dictation. Goes on playing if it was.
     void skip(std::int32_t seconds);
+    // Plays the last seconds again: as many as it backs up, or five.
+    void playAgain();
+    // Lets the user type where to go.
+    void askForTime();
+    // Puts the time that is heard on the clipboard.
+    void copyTimeStamp();
     bool isOpen() const { return !alias_.empty(); }
 
     // No more ticks of the level timer: the panel goes away.
@@ -78,6 +85,8 @@ public:
     // Where dictations that are left are kept, and whether that is wanted.
     void setRememberedPositions(RememberedPositions positions);
     void setRemembers(bool remembers);
+    // See player_texts.h; one that names no time is the usual one.
+    void setTimeStampForm(const std::string& form);
 
     void retranslate();
 
@@ -86,6 +95,7 @@ Q_SIGNALS:
     void backUpSecondsChosen(std::int32_t seconds);
     void speedChosen(std::int32_t percent);
     void remembersChosen(bool remembers);
+    void timeStampFormChosen(const std::string& form);
     // The dictation that is open in the player; empty: none.
     void fileChanged(const std::string& path);
     // The user wants to see the row of this dictation.
@@ -97,6 +107,8 @@ private:
     QBoxLayout* buildPosition();
     void buildVolume();
     void buildMenu();
+    void buildStampMenu(QMenu& menu);
+    void nameTimeStamps();
     QActionGroup* addChoices(QMenu& menu, const char* format,
                              std::initializer_list<std::int32_t> values);
     void connectAll();
@@ -114,6 +126,9 @@ private:
     void offerPlace(std::int64_t bytes);
     void keepPlace();
     void goOnAtOffered();
+    void playOnFrom(std::int32_t position);
+    std::int32_t placeFrom(std::int32_t position, std::int64_t seconds) const;
+    void goToTime(const TypedTime& time);
     void PlayerRefresh();
     void refreshOpen();
     void showState();
@@ -146,12 +161,14 @@ private:
     QLabel* lblSeachPlayerStatus_;
     PlayedDictation* cmdPlayedDictation_;
     OfferedPosition* cmdOfferedPosition_;
+    TimeEdit* txtGoToTime_;
     QLabel* lblSearchPlayerLength_;
     QToolButton* cmdSearchPlayerOptions_;
     QMenu* speedMenu_ = nullptr;
     QMenu* backUpMenu_ = nullptr;
     QActionGroup* speeds_ = nullptr;
     QActionGroup* backUps_ = nullptr;
+    QActionGroup* stamps_ = nullptr;
     QAction* rememberAction_ = nullptr;
     QTimer timerSearchPlayerStatus_;
     QTimer timerSearchPlayerVU_;
@@ -173,6 +190,7 @@ private:
     RememberedPositions positions_;
     RememberedPositions::Recording recording_; // the open one
     bool remembers_ = false;
+    std::string stampForm_;
     bool playing_ = false; // and nobody told it to stop
     std::string problem_;  // why it does not play, in the words of the device
     bool showing_ = false; // sliders are being set, nobody moves them

@@ -1,14 +1,23 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
-// Where the user left a dictation, offered when it is opened again.
+// Places in a dictation: where the user left it, where he wants to go, and the time stamp of where
+// he is.
 
 #include "dictation/dictation.h"
 #include "playback/modMultimedia.h"
 #include "playback/panel/player_panel.h"
+#include "playback/panel/player_texts.h"
+#include "support/language/text_ids.h"
 #include "support/log.h"
+#include "widgets/spoken.h"
+#include "widgets/text.h"
 
-#include <QAction>
+#include <QActionGroup>
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QToolTip>
+#include <algorithm>
 #include <utility>
 
 namespace ov {
@@ -17,6 +26,7 @@ using namespace modMultimedia;
 
 namespace {
 
+constexpr std::int64_t msOfSecond = 1000;
 constexpr std::int32_t leastMs = 5000;   // nobody has listened yet
 constexpr std::int32_t nearEndMs = 3000; // all has been heard
 
@@ -58,7 +68,6 @@ void PlayerPanel::keepPlace() {
     cmdOfferedPosition_->withdraw();
     if (!remembers_ || alias_.empty() || rate_ <= 0)
         return;
-    constexpr std::int64_t msOfSecond = 1000;
     const auto position = static_cast<std::int32_t>(MciGetPosition(alias_) * msOfSecond / rate_);
     if (position >= lengthMs_ - nearEndMs)
         report(positions_.forget(recording_));
@@ -66,18 +75,86 @@ void PlayerPanel::keepPlace() {
         report(positions_.keep(recording_, position));
 }
 
-void PlayerPanel::goOnAtOffered() {
-    if (alias_.empty())
-        return;
-    constexpr std::int64_t msOfSecond = 1000;
-    const auto position = static_cast<std::int32_t>(cmdOfferedPosition_->milliseconds() *
-                                                    std::int64_t{rate_} / msOfSecond);
-    cmdOfferedPosition_->withdraw();
+// Also of a dictation that pauses.
+void PlayerPanel::playOnFrom(std::int32_t position) {
     noteStart(playFrom(position));
     position_ = MciGetPosition(alias_);
     if (playing_)
         startTimers();
     PlayerRefresh();
+}
+
+void PlayerPanel::goOnAtOffered() {
+    const std::int64_t milliseconds = cmdOfferedPosition_->milliseconds();
+    cmdOfferedPosition_->withdraw();
+    if (!alias_.empty())
+        playOnFrom(static_cast<std::int32_t>(milliseconds * rate_ / msOfSecond));
+}
+
+// ---- Moving through it
+
+std::int32_t PlayerPanel::placeFrom(std::int32_t position, std::int64_t seconds) const {
+    return static_cast<std::int32_t>(
+        std::clamp<std::int64_t>(position + seconds * rate_, 0, std::max(length_, 0)));
+}
+
+void PlayerPanel::skip(std::int32_t seconds) {
+    if (alias_.empty() || rate_ <= 0)
+        return;
+    seekTo(placeFrom(std::max(MciGetPosition(alias_), 0), seconds));
+    PlayerRefresh();
+}
+
+void PlayerPanel::playAgain() {
+    constexpr std::int32_t usualSeconds = 5;
+    if (alias_.empty() || rate_ <= 0)
+        return;
+    const std::int32_t seconds = backUpSeconds_ > 0 ? backUpSeconds_ : usualSeconds;
+    playOnFrom(placeFrom(std::max(MciGetPosition(alias_), 0), -seconds));
+}
+
+void PlayerPanel::askForTime() {
+    if (!alias_.empty() && rate_ > 0)
+        txtGoToTime_->open();
+}
+
+void PlayerPanel::goToTime(const TypedTime& time) {
+    if (alias_.empty() || rate_ <= 0) // it has ended meanwhile
+        return;
+    seekTo(placeFrom(time.isRelative ? std::max(MciGetPosition(alias_), 0) : 0, time.seconds));
+    PlayerRefresh();
+}
+
+// ---- Time stamps
+
+void PlayerPanel::setTimeStampForm(const std::string& form) {
+    stampForm_ = isTimeStampForm(form) ? form : usualTimeStampForm;
+    const QList<QAction*> choices = stamps_->actions();
+    for (QAction* choice : choices)
+        choice->setChecked(choice->data().toString() == widgets::toQt(stampForm_));
+}
+
+// Each choice is an example of itself.
+void PlayerPanel::nameTimeStamps() {
+    const QList<QAction*> choices = stamps_->actions();
+    for (QAction* choice : choices)
+        choice->setText(timeStamp(widgets::toUtf8(choice->data().toString()),
+                                  QStringLiteral("00:12:34"),
+                                  widgets::text(text_id::timeStampTitle)));
+}
+
+void PlayerPanel::copyTimeStamp() {
+    if (alias_.empty())
+        return;
+    const QString stamp =
+        timeStamp(stampForm_, FormatPlayTime(std::max(MciGetPosition(alias_), 0), rate_),
+                  cmdPlayedDictation_->words());
+    QGuiApplication::clipboard()->setText(stamp);
+    const QString told = widgets::text(text_id::timeStampCopied, {widgets::toUtf8(stamp)});
+    QToolTip::showText(
+        lblSeachPlayerStatus_->mapToGlobal(lblSeachPlayerStatus_->rect().bottomLeft()),
+        widgets::toolTipText(told), lblSeachPlayerStatus_);
+    widgets::announce(*lblSeachPlayerStatus_, told);
 }
 
 } // namespace ov

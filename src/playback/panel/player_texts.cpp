@@ -46,4 +46,17 @@ QString FormatPlayTime(std::int32_t position, std::int32_t rate) {
     return widgets::toQt(modDictation::secondsText(rate > 0 ? position / rate : 0));
 }
 
+bool isTimeStampForm(std::string_view form) {
+    return form.find("%1%") != std::string_view::npos;
+}
+
+// A title may look like a form itself.
+QString timeStamp(std::string_view form, const QString& time, const QString& title) {
+    QString stamp;
+    const QStringList parts = widgets::toQt(form).split(QLatin1String("%2%"));
+    for (QString part : parts)
+        stamp += part.replace(QLatin1String("%1%"), time) + title;
+    return stamp.chopped(title.size());
+}
+
 } // namespace ov

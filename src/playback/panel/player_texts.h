@@ -17,4 +17,10 @@ QString MciModeText(std::string_view mode);
 // a rate that is none.
 QString FormatPlayTime(std::int32_t position, std::int32_t rate);
 
+// What a time stamp is made after: "%1%" stands for the time, "%2%" for what the dictation is.
+constexpr const char* usualTimeStampForm = "[%1%]";
+// Whether it names the time.
+bool isTimeStampForm(std::string_view form);
+QString timeStamp(std::string_view form, const QString& time, const QString& title);
+
 } // namespace ov

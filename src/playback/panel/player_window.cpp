@@ -78,6 +78,7 @@ PlayerPanel::PlayerPanel(QWidget* parent)
       lblSeachPlayerStatus_(new QLabel(QStringLiteral("00:00:00"), this)),
       cmdPlayedDictation_(new PlayedDictation(this)),
       cmdOfferedPosition_(new OfferedPosition(this)),
+      txtGoToTime_(new TimeEdit(this)),
       lblSearchPlayerLength_(new QLabel(QStringLiteral("00:00:00"), this)),
       cmdSearchPlayerOptions_(new MenuButton(this)),
       timerSearchPlayerStatus_(this),
@@ -113,13 +114,13 @@ void PlayerPanel::buildPanel() {
     QWidget* before = cmdSearchPlayer_[0];
     for (QWidget* next : std::initializer_list<QWidget*>{
              cmdSearchPlayer_[1], cmdSearchPlayer_[2], cmdSearchPlayerOptions_, cmdPlayedDictation_,
-             cmdOfferedPosition_, slSearchPlayerSeek_, slSearchPlayerVolume_}) {
+             cmdOfferedPosition_, txtGoToTime_, slSearchPlayerSeek_, slSearchPlayerVolume_}) {
         setTabOrder(before, next);
         before = next;
     }
     for (QWidget* next : std::initializer_list<QWidget*>{
              cmdSearchPlayer_[0], cmdSearchPlayer_[1], cmdSearchPlayer_[2], cmdSearchPlayerOptions_,
-             cmdPlayedDictation_, cmdOfferedPosition_, prgSearchPlayerStatus_,
+             cmdPlayedDictation_, cmdOfferedPosition_, prgSearchPlayerStatus_, txtGoToTime_,
              lblSeachPlayerStatus_, slSearchPlayerSeek_, lblSearchPlayerLength_, prgSearchPlayerVU_,
              slSearchPlayerVolume_})
         next->raise(); // screen readers go by that order
@@ -161,6 +162,7 @@ QBoxLayout* PlayerPanel::buildPosition() {
     state->addWidget(cmdOfferedPosition_);
     state->addWidget(prgSearchPlayerStatus_, 1);
     auto* way = new QHBoxLayout;
+    way->addWidget(txtGoToTime_);
     way->addWidget(lblSeachPlayerStatus_);
     way->addWidget(slSearchPlayerSeek_, 1);
     way->addWidget(lblSearchPlayerLength_);
@@ -192,6 +194,7 @@ void PlayerPanel::buildMenu() {
     speeds_ = addChoices(*speedMenu_, "%1 %", {50, 75, 90, 100, 110, 125, 150, 175, 200});
     backUpMenu_ = menu->addMenu(QString());
     backUps_ = addChoices(*backUpMenu_, "%1 s", {0, 1, 2, 3, 5, 10});
+    buildStampMenu(*menu);
     rememberAction_ = menu->addAction(QString());
     rememberAction_->setObjectName(QStringLiteral("actRememberPositions"));
     rememberAction_->setCheckable(true);
@@ -205,6 +208,21 @@ void PlayerPanel::buildMenu() {
     connect(menu, &QMenu::aboutToHide, this, [this] { cmdSearchPlayerOptions_->setDown(false); });
     setSpeedPercent(usualSpeed);
     setBackUpSeconds(0);
+}
+
+void PlayerPanel::buildStampMenu(QMenu& menu) {
+    QMenu* stampMenu = menu.addMenu(QString());
+    widgets::setCaption(*stampMenu, text_id::timeStampMenu);
+    stamps_ = new QActionGroup(this);
+    stamps_->setExclusionPolicy(QActionGroup::ExclusionPolicy::ExclusiveOptional);
+    for (const char* form : {usualTimeStampForm, "%1%", "(%1%)", "[%1%] %2%"}) {
+        QAction* choice = stampMenu->addAction(QString());
+        choice->setCheckable(true);
+        choice->setData(QLatin1String(form));
+        stamps_->addAction(choice);
+    }
+    nameTimeStamps();
+    setTimeStampForm(usualTimeStampForm);
 }
 
 QActionGroup* PlayerPanel::addChoices(QMenu& menu, const char* format,
@@ -236,6 +254,11 @@ void PlayerPanel::connectAll() {
         setSpeedPercent(action->data().toInt());
         Q_EMIT speedChosen(speedPercent_);
     });
+    connect(stamps_, &QActionGroup::triggered, this, [this](const QAction* choice) {
+        setTimeStampForm(widgets::toUtf8(choice->data().toString()));
+        Q_EMIT timeStampFormChosen(stampForm_);
+    });
+    connect(txtGoToTime_, &TimeEdit::typed, this, &PlayerPanel::goToTime);
     connect(rememberAction_, &QAction::triggered, this, &PlayerPanel::chooseRemembers);
     connect(cmdOfferedPosition_, &QToolButton::clicked, this, &PlayerPanel::goOnAtOffered);
     connect(backUps_, &QActionGroup::triggered, this, [this](const QAction* action) {
@@ -260,6 +283,7 @@ void PlayerPanel::setSpeedPercent(std::int32_t percent) {
 
 void PlayerPanel::retranslate() {
     cmdOfferedPosition_->retranslate();
+    nameTimeStamps();
     setProblem(problem_);
     PlayerRefresh();
 }

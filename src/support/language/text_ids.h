@@ -82,6 +82,10 @@ constexpr std::int32_t backUpMenu = 1122;
 constexpr std::int32_t rememberPositions = 1123;
 constexpr std::int32_t goOnAt = 1124; // %1%: a time
 constexpr std::int32_t offeredPositionTip = 1125;
+constexpr std::int32_t timeStampMenu = 1126;
+constexpr std::int32_t timeStampTitle = 1127;  // an example of what a dictation is
+constexpr std::int32_t timeStampCopied = 1128; // %1%: the stamp
+constexpr std::int32_t goToTimeTip = 1129;
 
 // Context menu of the result list
 constexpr std::int32_t menuPlay = 1201;

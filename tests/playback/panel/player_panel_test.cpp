@@ -196,11 +196,11 @@ TEST_F(Player, HasAMenuOfSpeedsAndOfWaysBack) {
             all += choice->isChecked() ? choice->text() + u',' : QString();
         return all;
     };
-    EXPECT_EQ(checked(), QStringLiteral("100 %,0 s,"));
+    EXPECT_EQ(checked(), QStringLiteral("100 %,0 s,[00:12:34],"));
     for (QAction* choice : button.findChildren<QAction*>())
         if (choice->text() == u"150 %" || choice->text() == u"10 s")
             choice->trigger();
-    EXPECT_EQ(checked(), QStringLiteral("150 %,10 s,"));
+    EXPECT_EQ(checked(), QStringLiteral("150 %,10 s,[00:12:34],"));
     popup().close();
     QTest::mouseRelease(&button, Qt::LeftButton);
     EXPECT_EQ(media.sent.back(), "set PBWave tempo 150");

@@ -4,7 +4,8 @@
 #include "playback/panel/remembered_positions.h"
 #include "tests/playback/panel/player_fixture.h"
 
-#include <QMenu>
+#include <QClipboard>
+#include <QToolTip>
 
 namespace ov {
 namespace {
@@ -112,6 +113,112 @@ TEST_F(Positions, AreTheLastThousandAndReadWithCare) {
 
     data_.addFolder("Folder/Positions.txt");
     EXPECT_FALSE(RememberedPositions(data_.directory("Folder")).keep({"a", 7}, 14).ok());
+}
+
+TEST(TypedTime, Forms) {
+    const std::pair<const char*, std::optional<TypedTime>> cases[] = {
+        {"0", TypedTime{0, false}},
+        {" 83 ", TypedTime{83, false}},
+        {"1:23", TypedTime{83, false}},
+        {"90:00", TypedTime{5400, false}},
+        {"1:02:03", TypedTime{3723, false}},
+        {"+30", TypedTime{30, true}},
+        {"- 1:00", TypedTime{-60, true}},
+        {"+0", TypedTime{0, true}},
+        {"9999:59:59", TypedTime{35999999, false}},
+        {"", std::nullopt},
+        {"+", std::nullopt},
+        {"1:60", std::nullopt},
+        {"1:60:00", std::nullopt},
+        {"1:", std::nullopt},
+        {":30", std::nullopt},
+        {"1:2:3:4", std::nullopt},
+        {"1m", std::nullopt},
+        {"1234567", std::nullopt},
+    };
+    for (const auto& [text, time] : cases)
+        EXPECT_EQ(readTypedTime(QString::fromLatin1(text)), time) << text;
+}
+
+TEST_F(Positions, AreGoneToWhenTyped) {
+    auto& edit = child<TimeEdit>(*panel_, "txtGoToTime");
+    panel_->askForTime();
+    EXPECT_FALSE(edit.isVisible()) << "there is nothing to go through";
+    panel_->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(panel_.get()));
+    play("one.WAV");
+    seek().setFocus();
+    const auto goTo = [&](const char* text, Qt::Key key = Qt::Key_Return) {
+        panel_->askForTime();
+        QTest::keyClicks(&edit, QString::fromLatin1(text));
+        QTest::keyClick(&edit, key);
+        return position() / 1000;
+    };
+    EXPECT_EQ(goTo("1:03"), 63);
+    EXPECT_FALSE(edit.isVisible());
+    EXPECT_TRUE(seek().hasFocus());
+    EXPECT_EQ(modMultimedia::MciGetMode("PBWave"), "playing");
+    press(1);
+    EXPECT_NEAR(goTo("+10"), 73, 1);
+    EXPECT_EQ(modMultimedia::MciGetMode("PBWave"), "stopped") << "it was not playing";
+    EXPECT_EQ(goTo("9:00"), 100) << "its end";
+    EXPECT_EQ(goTo("-9:00"), 0);
+    EXPECT_EQ(goTo("50", Qt::Key_Escape), 0);
+    EXPECT_FALSE(edit.isVisible());
+    goTo("soon");
+    EXPECT_TRUE(edit.isVisible());
+    EXPECT_EQ(edit.selectedText(), QStringLiteral("soon"));
+    QToolTip::hideText();
+    panel_->setFocus();
+    EXPECT_FALSE(edit.isVisible());
+}
+
+TEST_F(Positions, AreHeardAgain) {
+    panel_->playAgain();
+    play("one.WAV");
+    moveTo(40);
+    panel_->playAgain();
+    EXPECT_NEAR(position(), 35500, 400);
+    press(1);
+    panel_->setBackUpSeconds(2);
+    panel_->playAgain();
+    EXPECT_NEAR(position(), 33500, 400);
+    EXPECT_EQ(modMultimedia::MciGetMode("PBWave"), "playing");
+    moveTo(1);
+    panel_->playAgain();
+    EXPECT_LT(position(), 400);
+}
+
+TEST_F(Positions, AreCopiedAsTimeStamps) {
+    const auto copied = [&] {
+        QGuiApplication::clipboard()->setText(QStringLiteral("before"));
+        panel_->copyTimeStamp();
+        return QGuiApplication::clipboard()->text().toStdString();
+    };
+    EXPECT_EQ(copied(), "before") << "nothing plays";
+    store.add("2$ROH@@14$%1%@@11$Knee.WAV", readBytes(store.native("one.WAV")));
+    play("2$ROH@@14$%1%@@11$Knee.WAV");
+    moveTo(61);
+    press(1);
+    EXPECT_EQ(copied(), "[00:01:01]");
+    std::string chosen;
+    QObject::connect(panel_.get(), &PlayerPanel::timeStampFormChosen,
+                     [&](const std::string& form) { chosen = form; });
+    panel_->retranslate();
+    const QList<QAction*> choices = panel_->findChildren<QAction*>();
+    const auto choice = std::find_if(choices.begin(), choices.end(), [](const QAction* action) {
+        return action->text() == u"[00:12:34] Author: subject";
+    });
+    ASSERT_NE(choice, choices.end());
+    (*choice)->trigger();
+    EXPECT_EQ(chosen, "[%1%] %2%");
+    EXPECT_EQ(copied(), "[00:01:01] %1%: Knee");
+    for (const auto& [form, stamp] :
+         {std::pair{"%2% at %1%:", "%1%: Knee at 00:01:01:"}, std::pair{"no time", "[00:01:01]"},
+          std::pair{"%1%", "00:01:01"}}) {
+        panel_->setTimeStampForm(form);
+        EXPECT_EQ(copied(), stamp);
+    }
 }
 
 } // namespace

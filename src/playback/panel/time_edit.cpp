@@ -1,0 +1,103 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#include "playback/panel/time_edit.h"
+
+#include "support/language/text_ids.h"
+#include "widgets/captions.h"
+#include "widgets/spoken.h"
+#include "widgets/text.h"
+
+#include <QKeyEvent>
+#include <QRegularExpression>
+#include <QToolTip>
+
+namespace ov {
+
+namespace {
+
+constexpr std::int32_t minute = 60;
+
+bool isOurs(int key) {
+    return key == Qt::Key_Escape || key == Qt::Key_Return || key == Qt::Key_Enter;
+}
+
+} // namespace
+
+std::optional<TypedTime> readTypedTime(const QString& text) {
+    static const QRegularExpression form(
+        QStringLiteral(R"(^\s*([+-]?)\s*(?:(?:([0-9]{1,4}):)?([0-9]{1,5}):)?([0-9]{1,6})\s*$)"));
+    const QRegularExpressionMatch match = form.match(text);
+    if (!match.hasMatch())
+        return std::nullopt;
+    const std::int32_t hours = match.captured(2).toInt();
+    const std::int32_t minutes = match.captured(3).toInt();
+    const std::int32_t seconds = match.captured(4).toInt();
+    const bool hasMinutes = !match.captured(3).isEmpty();
+    const bool hasHours = !match.captured(2).isEmpty();
+    if ((hasMinutes && seconds >= minute) || (hasHours && minutes >= minute))
+        return std::nullopt;
+    const std::int32_t all = (hours * minute + minutes) * minute + seconds;
+    const QString sign = match.captured(1);
+    return TypedTime{sign == QLatin1String("-") ? -all : all, !sign.isEmpty()};
+}
+
+TimeEdit::TimeEdit(QWidget* parent) : QLineEdit(parent) {
+    setObjectName(QStringLiteral("txtGoToTime"));
+    setFixedWidth(fontMetrics().horizontalAdvance(QStringLiteral("+00:00:00 m")));
+    widgets::setTip(*this, text_id::goToTimeTip);
+    widgets::setSpokenName(*this, text_id::goToTimeTip);
+    hide();
+}
+
+void TimeEdit::open() {
+    before_ = window()->focusWidget();
+    clear();
+    show();
+    setFocus(Qt::ShortcutFocusReason);
+}
+
+bool TimeEdit::event(QEvent* event) {
+    if (event->type() == QEvent::ShortcutOverride &&
+        isOurs(static_cast<QKeyEvent*>(event)->key())) {
+        event->accept();
+        return true;
+    }
+    return QLineEdit::event(event);
+}
+
+void TimeEdit::keyPressEvent(QKeyEvent* event) {
+    if (!isOurs(event->key()))
+        QLineEdit::keyPressEvent(event);
+    else if (event->key() == Qt::Key_Escape)
+        leave();
+    else
+        accept();
+}
+
+void TimeEdit::accept() {
+    const auto time = readTypedTime(text());
+    if (!time) {
+        const QString reason = widgets::text(text_id::goToTimeTip);
+        QToolTip::showText(mapToGlobal(rect().bottomLeft()), reason, this);
+        widgets::announce(*this, reason);
+        selectAll();
+        return;
+    }
+    leave();
+    Q_EMIT typed(*time);
+}
+
+void TimeEdit::focusOutEvent(QFocusEvent* event) {
+    QLineEdit::focusOutEvent(event);
+    if (event->reason() != Qt::PopupFocusReason && event->reason() != Qt::ActiveWindowFocusReason)
+        hide();
+}
+
+void TimeEdit::leave() {
+    if (before_)
+        before_->setFocus(Qt::OtherFocusReason);
+    hide();
+}
+
+} // namespace ov
