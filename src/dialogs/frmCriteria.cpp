@@ -96,7 +96,7 @@ void frmCriteria::place() {
 void frmCriteria::fillFields() {
     cboField_->addItem(toQt(modDictation::GetSearchFieldCaption(modDictation::noField, true)), 0);
     for (const modDictation::SearchField& field : modDictation::searchFields())
-        if (field.Id != modDictation::noField && field.Selectable)
+        if (field.Selectable)
             cboField_->addItem(toQt(field.Caption), field.Id);
 }
 

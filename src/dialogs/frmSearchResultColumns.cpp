@@ -143,7 +143,6 @@ void frmSearchResultColumns::addFold(QBoxLayout& column) {
     cmdFold_->setCheckable(true);
     cmdFold_->setAutoRaise(true);
     cmdFold_->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
-    cmdFold_->setFocusPolicy(Qt::StrongFocus);
     widgets::setCaption(*cmdFold_, text_id::fixedFields);
     widgets::setSpokenName(*lstNonCustomizable_, text_id::fixedFields);
     constexpr int lines = 4;

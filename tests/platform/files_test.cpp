@@ -1,10 +1,12 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
+#include "platform/terminal/folder_watch.h"
 #include "tests/platform/files_fixture.h"
 
 #include <algorithm>
 #include <cerrno>
+#include <sys/resource.h>
 
 namespace ov::platform {
 namespace {
@@ -169,6 +171,19 @@ TEST_F(Directories, ThatVanishOrCannotBeOpened) {
 TEST(ModuleDirectory, IsThatOfTheProgram) {
     const fs::path program = fs::read_symlink("/proc/self/exe");
     EXPECT_EQ(moduleDirectory(), fromNativePath(program.parent_path().native()) + "\\");
+}
+
+// The limit that an administrator can raise.
+TEST_F(Files, WatchSaysWhichLimitWasReached) {
+    rlimit before{};
+    ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &before), 0);
+    const rlimit none{0, before.rlim_max};
+    ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &none), 0);
+    FolderWatch watch;
+    ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &before), 0);
+    Status why;
+    EXPECT_EQ(watch.add(store_.directory(), why), FolderWatch::Added::refused);
+    EXPECT_NE(why.description().find("max_user_instances"), std::string::npos);
 }
 
 } // namespace

@@ -57,7 +57,7 @@ void PlayerPanel::PlayerPlay() {
 }
 
 void PlayerPanel::playOpen() {
-    noteStart(MciPlay(alias_, anyDevice, -1, -1));
+    noteStart(isPlaying() ? MciPlay(alias_, anyDevice, -1, -1) : playBackedUp());
     if (playing_)
         startTimers();
     PlayerRefresh();
@@ -127,10 +127,21 @@ void PlayerPanel::PlayerPauseResume() {
     PlayerRefresh();
 }
 
+bool PlayerPanel::backsUpFrom(std::int32_t position) const {
+    return backUpSeconds_ > 0 && rate_ > 0 && position > 0 && position < length_;
+}
+
+// From where it stands, also after a jump; from its end it begins anew.
+std::string PlayerPanel::playBackedUp() {
+    const std::int32_t position = MciGetPosition(alias_);
+    return backsUpFrom(position) ? playFrom(placeFrom(position, -backUpSeconds_))
+                                 : MciPlay(alias_, anyDevice, -1, -1);
+}
+
 std::string PlayerPanel::resume() {
     const std::int32_t position = MciGetPosition(alias_);
-    const bool backsUp = backUpSeconds_ > 0 && rate_ > 0 && position >= 0;
-    return backsUp ? playFrom(std::max(0, position - backUpSeconds_ * rate_)) : MciResume(alias_);
+    return backsUpFrom(position) ? playFrom(placeFrom(position, -backUpSeconds_))
+                                 : MciResume(alias_);
 }
 
 void PlayerPanel::PlayerStop() {

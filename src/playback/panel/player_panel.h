@@ -76,7 +76,8 @@ public:
     // No more ticks of the level timer: the panel goes away.
     void stopLevelTimer();
 
-    // Seconds that the player goes back before it goes on after a pause, 0 to 10.
+    // Seconds that the player goes back before it goes on after a pause or from where it was moved
+    // to, 0 to 10.
     void setBackUpSeconds(std::int32_t seconds);
     static constexpr std::int32_t usualSpeed = 100;
     // Speed in percent, 50 to 200, pitch unchanged.
@@ -138,6 +139,8 @@ private:
     void noteHalt();
     bool isPlaying() const;
     std::string playFrom(std::int32_t position);
+    bool backsUpFrom(std::int32_t position) const;
+    std::string playBackedUp();
     std::string resume();
     void setSeekRange();
     void setUpVolume();

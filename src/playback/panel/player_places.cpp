@@ -88,7 +88,8 @@ void PlayerPanel::goOnAtOffered() {
     const std::int64_t milliseconds = cmdOfferedPosition_->milliseconds();
     cmdOfferedPosition_->withdraw();
     if (!alias_.empty())
-        playOnFrom(static_cast<std::int32_t>(milliseconds * rate_ / msOfSecond));
+        playOnFrom(placeFrom(static_cast<std::int32_t>(milliseconds * rate_ / msOfSecond),
+                             -backUpSeconds_));
 }
 
 // ---- Moving through it

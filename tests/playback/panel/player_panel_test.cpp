@@ -15,6 +15,8 @@ constexpr int bytesPerSecond = 16000;
 constexpr int headerSize = 44;
 
 TEST_F(Player, PlaysPausesAndStopsTheSelectedDictation) {
+    EXPECT_EQ(seek().maximum(), 1);
+    EXPECT_EQ(seek().property("Tag").toString(), QStringLiteral("0"));
     for (const int button : {0, 1, 2})
         press(button);
     play("gone.WAV");

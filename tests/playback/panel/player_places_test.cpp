@@ -58,7 +58,11 @@ TEST_F(Positions, AreOfferedWhenADictationIsOpenedAgain) {
     play("two.WAV"); // leaves it too
     EXPECT_FALSE(offer().isVisible());
     press(2);
-    EXPECT_EQ(offered("one.WAV"), "Go on at 00:00:50");
+    panel_->setBackUpSeconds(3);
+    play("one.WAV");
+    EXPECT_EQ(offer().text(), QStringLiteral("Go on at 00:00:50"));
+    offer().click();
+    EXPECT_NEAR(position(), 47500, 900);
 }
 
 TEST_F(Positions, AreOfWhatWasReallyLeft) {
@@ -187,6 +191,27 @@ TEST_F(Positions, AreHeardAgain) {
     moveTo(1);
     panel_->playAgain();
     EXPECT_LT(position(), 400);
+}
+
+TEST_F(Positions, AreBackedUpFromByPlay) {
+    panel_->setBackUpSeconds(3);
+    play("one.WAV");
+    press(1);
+    moveTo(40);
+    EXPECT_EQ(modMultimedia::MciGetMode("PBWave"), "stopped");
+    press(0);
+    EXPECT_NEAR(position(), 37500, 400) << "after a jump";
+    moveTo(60);
+    press(0);
+    EXPECT_NEAR(position(), 60500, 400) << "it plays";
+    press(1);
+    moveTo(1);
+    press(0);
+    EXPECT_LT(position(), 400);
+    press(1);
+    panel_->skip(200);
+    press(0);
+    EXPECT_LT(position(), 400) << "from its end it begins anew";
 }
 
 TEST_F(Positions, AreCopiedAsTimeStamps) {
