@@ -182,6 +182,7 @@ void ctrlOVSearch::addShortcuts() {
         auto* shortcut = new QShortcut(key, this);
         shortcut->setContext(Qt::WidgetWithChildrenShortcut);
         connect(shortcut, &QShortcut::activated, this, slot);
+        return shortcut;
     };
     add(Qt::Key_F5, &ctrlOVSearch::searchByKey);
     add(QKeySequence::Find, &ctrlOVSearch::searchByKey);
@@ -195,8 +196,8 @@ void ctrlOVSearch::addShortcuts() {
         if (view_.isInCriteria(window()->focusWidget()))
             view_.lvSearchResult->setFocus(Qt::ShortcutFocusReason);
     });
-    add(Qt::CTRL | Qt::Key_J, [this] { view_.picPlayer->askForTime(); });
-    add(Qt::CTRL | Qt::Key_T, [this] { view_.picPlayer->copyTimeStamp(); });
+    add(Qt::CTRL | Qt::Key_J, [this] { view_.picPlayer->askForTime(); })->setAutoRepeat(false);
+    add(Qt::CTRL | Qt::Key_T, [this] { view_.picPlayer->copyTimeStamp(); })->setAutoRepeat(false);
     add(Qt::Key_F7, [this] { view_.picPlayer->playAgain(); });
     constexpr std::int32_t skipSeconds = 5;
     add(Qt::CTRL | Qt::Key_Left, [this] { view_.picPlayer->skip(-skipSeconds); });

@@ -8,8 +8,8 @@
 #include <string>
 #include <string_view>
 
-// The writing side of dictation names, the inverse of name_decoding.h. A search never writes a
-// name: the demo store, the measurements and the tests do.
+// The writing side of dictation names, the inverse of dictation/name_decoding.h. A search never
+// writes a name: the demo store does.
 //
 // What is written is stricter than what is read:
 //   name  = "2$" value { "@@" number "$" value }     what stands before ".WAV"

@@ -59,6 +59,8 @@ std::string_view driveOf(std::string_view path);
 bool driveExists(std::string_view path);
 
 Status createDirectory(std::string_view path, Access access = Access::byUmask);
+// With those above it that there are not; `directory` ends in "\".
+Status createDirectories(std::string_view directory, Access access = Access::byUmask);
 Status removeFile(std::string_view path);
 
 // The whole file. A file larger than `limit` bytes is refused: nothing of ours is that large.

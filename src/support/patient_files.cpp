@@ -31,16 +31,9 @@ platform::Status createDirectory(std::string_view path, platform::Access access)
 }
 
 platform::Status createDirectories(std::string_view directory, platform::Access access) {
-    const auto make = [directory = std::string(directory), access] {
-        platform::Status status;
-        for (std::size_t at = directory.find('\\', 1); status.ok() && at != std::string::npos;
-             at = directory.find('\\', at + 1))
-            if (const std::string above = directory.substr(0, at + 1);
-                !platform::directoryExists(above))
-                status = platform::createDirectory(above, access);
-        return status;
-    };
-    return patientStatus(directory, make);
+    return patientStatus(directory, [directory = std::string(directory), access] {
+        return platform::createDirectories(directory, access);
+    });
 }
 
 platform::Status removeFile(std::string_view path) {

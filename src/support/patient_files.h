@@ -21,7 +21,6 @@ bool fileExists(std::string_view path);
 bool directoryExists(std::string_view path);
 
 platform::Status createDirectory(std::string_view path, platform::Access access);
-// With those above it that there are not; `directory` ends in "\".
 platform::Status createDirectories(std::string_view directory, platform::Access access);
 platform::Status removeFile(std::string_view path);
 platform::Status readFile(std::string_view path, std::string& content,

@@ -24,14 +24,22 @@ TEST_F(Control, StartsWithDefaultsAndRemembersTheChoices) {
     EXPECT_EQ(setting("SearchCompareAnd"), "0");
     EXPECT_FALSE(widget<QLabel>("lblCriteriaDescription").text().contains(u"all criteria"));
     for (QAction* choice : widget<QToolButton>("cmdSearchPlayerOptions").findChildren<QAction*>())
-        if (choice->text() == QLatin1String("150 %") || choice->text() == QLatin1String("10 s"))
-            choice->trigger();
+        for (const char* chosen :
+             {"150 %", "10 s", "(00:12:34)", "Re&member where a dictation was left"})
+            if (choice->text() == QLatin1String(chosen))
+                choice->trigger();
     for (const int width : {222, 333}) // the newest counts
         results().setColumnWidth(column(18), width);
     openControl();
     EXPECT_EQ(results().columnWidth(column(18)), 333);
     EXPECT_EQ(setting("PlayerBackUpSeconds"), "10");
     EXPECT_EQ(widget<QToolButton>("cmdSearchPlayerOptions").text(), QStringLiteral("150 %"));
+    EXPECT_EQ(setting("PlayerTimeStamp"), "(%1%)");
+    EXPECT_EQ(setting("PlayerRemembersPositions"), "0");
+    QString checked;
+    for (QAction* choice : widget<QToolButton>("cmdSearchPlayerOptions").findChildren<QAction*>())
+        checked += choice->isChecked() ? choice->text() + u' ' : QString();
+    EXPECT_EQ(checked, QStringLiteral("150 % 10 s (00:12:34) "));
     EXPECT_TRUE(widget<QRadioButton>("optCriteriaCompare(0)").isChecked());
 }
 

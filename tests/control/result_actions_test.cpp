@@ -4,6 +4,7 @@
 // Menus, pictures, playing, copying: what can be done with rows.
 
 #include "playback/modMultimedia.h"
+#include "playback/panel/seek_slider.h"
 #include "tests/control/control_fixture.h"
 #include "tests/scripted_media.h"
 #include "tests/wave_files.h"
@@ -152,6 +153,8 @@ TEST_F(Control, PlaysByKeyAndByMouse) {
     EXPECT_GE(modMultimedia::MciGetPosition("PBWave"), 5000);
     key(results(), Qt::Key_Left, Qt::ControlModifier);
     EXPECT_LT(modMultimedia::MciGetPosition("PBWave"), 5000);
+    key(results(), Qt::Key_Space);
+    widget<SeekSlider>("slSearchPlayerSeek").setValue(0);
     auto& criteria = widget<QTreeWidget>("lvSearchCriteria"); // also outside the list
     key(criteria, Qt::Key_Right, Qt::ControlModifier);
     key(criteria, Qt::Key_T, Qt::ControlModifier);
@@ -160,6 +163,7 @@ TEST_F(Control, PlaysByKeyAndByMouse) {
     EXPECT_TRUE(widget<QLineEdit>("txtGoToTime").isVisible());
     key(widget<QLineEdit>("txtGoToTime"), Qt::Key_Escape);
     key(criteria, Qt::Key_F7);
+    EXPECT_EQ(modMultimedia::MciGetMode("PBWave"), "playing");
     EXPECT_LT(modMultimedia::MciGetPosition("PBWave"), 5000);
     control_ = nullptr;
     EXPECT_EQ(modMultimedia::MciGetPosition("PBWave"), -1) << "plays on without its control";

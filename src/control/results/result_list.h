@@ -109,7 +109,6 @@ Q_SIGNALS:
     void playRequested();
     // Space.
     void playOrPauseRequested();
-    // Ctrl with the arrow to the left or right.
     void stopPlayingRequested();
     void showLogRequested();
     void columnsRequested();

@@ -106,6 +106,15 @@ Status createDirectory(std::string_view path, Access access) {
     return {};
 }
 
+Status createDirectories(std::string_view directory, Access access) {
+    Status status;
+    for (std::size_t at = directory.find('\\', 1); status.ok() && at != std::string_view::npos;
+         at = directory.find('\\', at + 1))
+        if (const std::string_view above = directory.substr(0, at + 1); !directoryExists(above))
+            status = createDirectory(above, access);
+    return status;
+}
+
 Status removeFile(std::string_view path) {
     const std::string native = toNativePath(path);
     if (unlink(native.c_str()) != 0)

@@ -152,6 +152,10 @@ void PlayerPanel::PlayerStop() {
         return;
     }
     keepPlace();
+    stop();
+}
+
+void PlayerPanel::stop() {
     MciStop(alias_);
     MciSeek(alias_, 0);
     closeFile();
@@ -166,6 +170,7 @@ void PlayerPanel::PlayerClose() {
 }
 
 void PlayerPanel::closeFile() {
+    txtGoToTime_->leave();
     stopTimers();
     MciClose(alias_);
     noteHalt();
@@ -230,7 +235,9 @@ void PlayerPanel::lookAfterPlay() {
         setProblem(MciPause(alias_)); // answers what went wrong
     } else if (position_ >= length_ || (playing_ && isMode(mode, "STOPPED"))) {
         timerSearchPlayerStatus_.stop();
-        PlayerStop();
+        giveUpOpening();
+        forgetPlace();
+        stop();
     }
 }
 

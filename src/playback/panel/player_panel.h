@@ -126,6 +126,9 @@ private:
     void chooseRemembers(bool remembers);
     void offerPlace(std::int64_t bytes);
     void keepPlace();
+    void forgetPlace();
+    void reportUnkept(const platform::Status& status) const;
+    void stop();
     void goOnAtOffered();
     void playOnFrom(std::int32_t position);
     std::int32_t placeFrom(std::int32_t position, std::int64_t seconds) const;

@@ -9,7 +9,7 @@
 #include "playback/panel/player_panel.h"
 #include "playback/panel/player_texts.h"
 #include "support/language/text_ids.h"
-#include "support/log.h"
+#include "support/unsaved.h"
 #include "widgets/spoken.h"
 #include "widgets/text.h"
 
@@ -30,15 +30,16 @@ constexpr std::int64_t msOfSecond = 1000;
 constexpr std::int32_t leastMs = 5000;   // nobody has listened yet
 constexpr std::int32_t nearEndMs = 3000; // all has been heard
 
-void report(const platform::Status& status) {
-    if (!status.ok())
-        WriteErrorLog(status, "PlayerPanel");
-}
-
 } // namespace
 
 void PlayerPanel::setRememberedPositions(RememberedPositions positions) {
     positions_ = std::move(positions);
+}
+
+// Once: it fails for each dictation then.
+void PlayerPanel::reportUnkept(const platform::Status& status) const {
+    if (!status.ok())
+        reportUnsaved(positions_.file(), status, "PlayerPanel");
 }
 
 void PlayerPanel::setRemembers(bool remembers) {
@@ -50,7 +51,7 @@ void PlayerPanel::chooseRemembers(bool remembers) {
     setRemembers(remembers);
     if (!remembers) {
         cmdOfferedPosition_->withdraw();
-        report(positions_.forgetAll());
+        reportUnkept(positions_.forgetAll());
     }
     Q_EMIT remembersChosen(remembers);
 }
@@ -70,9 +71,16 @@ void PlayerPanel::keepPlace() {
         return;
     const auto position = static_cast<std::int32_t>(MciGetPosition(alias_) * msOfSecond / rate_);
     if (position >= lengthMs_ - nearEndMs)
-        report(positions_.forget(recording_));
+        forgetPlace();
     else if (position >= leastMs)
-        report(positions_.keep(recording_, position));
+        reportUnkept(positions_.keep(recording_, position));
+}
+
+// It has been heard to its end, which may come before the length that the file promises.
+void PlayerPanel::forgetPlace() {
+    cmdOfferedPosition_->withdraw();
+    if (remembers_)
+        reportUnkept(positions_.forget(recording_));
 }
 
 // Also of a dictation that pauses.
@@ -116,13 +124,16 @@ void PlayerPanel::playAgain() {
 
 void PlayerPanel::askForTime() {
     if (!alias_.empty() && rate_ > 0)
-        txtGoToTime_->open();
+        txtGoToTime_->open(length_ / rate_);
 }
 
+// Not to its end, where it would be closed.
 void PlayerPanel::goToTime(const TypedTime& time) {
     if (alias_.empty() || rate_ <= 0) // it has ended meanwhile
         return;
-    seekTo(placeFrom(time.isRelative ? std::max(MciGetPosition(alias_), 0) : 0, time.seconds));
+    const std::int32_t now = std::max(MciGetPosition(alias_), 0);
+    const std::int32_t last = std::max(now, length_ - rate_);
+    seekTo(std::min(placeFrom(time.isRelative ? now : 0, time.seconds), last));
     PlayerRefresh();
 }
 

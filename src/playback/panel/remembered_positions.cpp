@@ -3,7 +3,9 @@
 
 #include "playback/panel/remembered_positions.h"
 
-#include "support/patient_files.h"
+#include "platform/files.h"
+#include "platform/profile_lock.h"
+#include "platform/threads/errand.h"
 
 #include <algorithm>
 #include <charconv>
@@ -39,9 +41,9 @@ std::optional<RememberedPositions::Place> RememberedPositions::placeOf(std::stri
 // A file that is not there yet is an empty one.
 platform::Status RememberedPositions::read(std::vector<Place>& places) const {
     std::string content;
-    if (const auto kind = patient::fileKind(file()); kind == platform::FileKind::missing)
+    if (platform::fileKind(file()) == platform::FileKind::missing)
         return {};
-    if (platform::Status status = patient::readFile(file(), content, largestFile); !status.ok())
+    if (platform::Status status = platform::readFile(file(), content, largestFile); !status.ok())
         return status;
     for (std::string_view rest = content; !rest.empty();) {
         const std::size_t end = std::min(rest.find('\n'), rest.size());
@@ -62,51 +64,74 @@ platform::Status RememberedPositions::write(const std::vector<Place>& places) co
             .append(" ")
             .append(places[i].recording.name)
             .append("\n");
-    if (platform::Status status =
-            patient::createDirectories(directory_, platform::Access::ownerOnly);
-        !status.ok())
-        return status;
-    return patient::replaceFile(file(), std::move(content), platform::Access::ownerOnly);
+    return platform::replaceFile(file(), content, platform::Access::ownerOnly);
+}
+
+// `change` of the places says whether they are to be written. Other windows wait meanwhile.
+template <typename Change>
+platform::Status RememberedPositions::change(Change change) const {
+    if (directory_.empty())
+        return {};
+    return platform::patientStatus(file(), [self = *this, change = std::move(change)] {
+        if (platform::Status status =
+                platform::createDirectories(self.directory_, platform::Access::ownerOnly);
+            !status.ok())
+            return status;
+        const platform::ProfileLock lock(platform::toNativePath(self.file()));
+        if (!lock.mayGoOn())
+            return platform::noAnswer(self.file());
+        std::vector<Place> places;
+        if (platform::Status status = self.read(places); !status.ok())
+            return status;
+        return change(places) ? self.write(places) : platform::Status();
+    });
 }
 
 std::optional<std::int32_t> RememberedPositions::find(const Recording& recording) const {
-    std::vector<Place> places;
-    if (directory_.empty() || !read(places).ok())
+    if (directory_.empty())
         return std::nullopt;
-    const auto place = std::find_if(places.begin(), places.end(), [&](const Place& known) {
+    const auto places = platform::patiently(file(), [self = *this] {
+        std::vector<Place> all;
+        if (!self.read(all).ok())
+            all.clear();
+        return all;
+    });
+    if (!places)
+        return std::nullopt;
+    const auto place = std::find_if(places->begin(), places->end(), [&](const Place& known) {
         return known.recording == recording;
     });
-    return place == places.end() ? std::nullopt : std::optional(place->milliseconds);
+    return place == places->end() ? std::nullopt : std::optional(place->milliseconds);
 }
 
 platform::Status RememberedPositions::keep(const Recording& recording,
                                            std::int32_t milliseconds) const {
     // A line ends with the name.
-    if (directory_.empty() || recording.name.empty() ||
-        recording.name.find('\n') != std::string::npos)
+    if (recording.name.empty() || recording.name.find('\n') != std::string::npos)
         return {};
-    std::vector<Place> places;
-    if (platform::Status status = read(places); !status.ok())
-        return status;
-    std::erase_if(places, [&](const Place& known) { return known.recording == recording; });
-    places.push_back({recording, milliseconds});
-    return write(places);
+    return change([recording, milliseconds](std::vector<Place>& places) {
+        std::erase_if(places, [&](const Place& known) { return known.recording == recording; });
+        places.push_back({recording, milliseconds});
+        return true;
+    });
 }
 
 platform::Status RememberedPositions::forget(const Recording& recording) const {
-    std::vector<Place> places;
-    if (directory_.empty())
-        return {};
-    if (platform::Status status = read(places); !status.ok())
-        return status;
-    const auto isThat = [&](const Place& known) { return known.recording == recording; };
-    return std::erase_if(places, isThat) > 0 ? write(places) : platform::Status();
+    return change([recording](std::vector<Place>& places) {
+        return std::erase_if(places,
+                             [&](const Place& known) { return known.recording == recording; }) > 0;
+    });
 }
 
 platform::Status RememberedPositions::forgetAll() const {
-    if (directory_.empty() || patient::fileKind(file()) == platform::FileKind::missing)
+    if (directory_.empty())
         return {};
-    return patient::removeFile(file());
+    return platform::patientStatus(file(), [self = *this] {
+        if (platform::fileKind(self.file()) == platform::FileKind::missing)
+            return platform::Status();
+        const platform::ProfileLock lock(platform::toNativePath(self.file()));
+        return lock.mayGoOn() ? platform::removeFile(self.file()) : platform::noAnswer(self.file());
+    });
 }
 
 } // namespace ov

@@ -20,7 +20,7 @@ namespace ov {
 //
 // Kept in one text file, a line each, the last one last: milliseconds, bytes of the sound file and
 // its name, with blanks between. Each function reads it anew, since other windows write it too,
-// and answers within a second.
+// and has its answer within a second.
 class RememberedPositions {
 public:
     static constexpr std::size_t most = 1000;
@@ -41,14 +41,18 @@ public:
     platform::Status forget(const Recording& recording) const;
     platform::Status forgetAll() const;
 
+    std::string file() const { return directory_ + "Positions.txt"; }
+
 private:
     struct Place {
         Recording recording;
         std::int32_t milliseconds = 0;
     };
-    std::string file() const { return directory_ + "Positions.txt"; }
+    // On another thread, which may take its time.
     platform::Status read(std::vector<Place>& places) const;
     platform::Status write(const std::vector<Place>& places) const;
+    template <typename Change>
+    platform::Status change(Change change) const;
     static std::optional<Place> placeOf(std::string_view line);
 
     std::string directory_;

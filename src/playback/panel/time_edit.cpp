@@ -50,7 +50,12 @@ TimeEdit::TimeEdit(QWidget* parent) : QLineEdit(parent) {
     hide();
 }
 
-void TimeEdit::open() {
+void TimeEdit::open(std::int32_t longest) {
+    longest_ = longest;
+    if (hasFocus()) {
+        selectAll();
+        return;
+    }
     before_ = window()->focusWidget();
     clear();
     show();
@@ -77,7 +82,7 @@ void TimeEdit::keyPressEvent(QKeyEvent* event) {
 
 void TimeEdit::accept() {
     const auto time = readTypedTime(text());
-    if (!time) {
+    if (!time || (!time->isRelative && time->seconds > longest_)) {
         const QString reason = widgets::text(text_id::goToTimeTip);
         QToolTip::showText(mapToGlobal(rect().bottomLeft()), reason, this);
         widgets::announce(*this, reason);
@@ -95,7 +100,7 @@ void TimeEdit::focusOutEvent(QFocusEvent* event) {
 }
 
 void TimeEdit::leave() {
-    if (before_)
+    if (hasFocus() && before_)
         before_->setFocus(Qt::OtherFocusReason);
     hide();
 }

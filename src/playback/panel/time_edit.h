@@ -26,7 +26,9 @@ class TimeEdit final : public QLineEdit {
 public:
     explicit TimeEdit(QWidget* parent);
 
-    void open();
+    // For places up to that second.
+    void open(std::int32_t longest);
+    void leave();
 
 Q_SIGNALS:
     void typed(const TypedTime& time);
@@ -38,8 +40,8 @@ protected:
 
 private:
     void accept();
-    void leave();
 
+    std::int32_t longest_ = 0;
     QPointer<QWidget> before_; // had the keyboard
 };
 
