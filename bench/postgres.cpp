@@ -1,0 +1,256 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+// ovbench_postgres PLACE [--count N] [--readers N] [--keep]
+//
+// Loads made-up dictations into the catalogue at PLACE (a file or a server), without a disk that
+// would have to be listed, and asks it: alone, and by many readers during an update. `--keep` asks
+// what an earlier run has loaded.
+
+#include "catalogue/catalogue_search.h"
+#include "catalogue/kept_values.h"
+#include "demo/demo_names.h"
+#include "dictation/field_codes.h"
+#include "dictation/search/operators.h"
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <atomic>
+#include <chrono>
+#include <cstdint>
+#include <cstdio>
+#include <iostream>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace {
+
+using namespace ov;
+using catalogue::Access;
+using catalogue::Catalogue;
+using Clock = std::chrono::steady_clock;
+namespace id = modDictation::field_id;
+namespace op = modDictation::operator_id;
+
+constexpr const char* root = "\\bench\\";
+constexpr std::int64_t perFolder = 200;
+// As in the other measurements.
+constexpr platform::DateTime storeDay{2026, 11, 21, 0, 0, 0};
+
+double secondsSince(Clock::time_point begun) {
+    return std::chrono::duration<double>(Clock::now() - begun).count();
+}
+
+void check(const platform::Status& status) {
+    if (!status.ok())
+        throw std::runtime_error(status.description());
+}
+
+std::unique_ptr<Catalogue> open(const std::string& place, Access access) {
+    platform::Status status;
+    auto catalogue = catalogue::openCatalogue(place, access, status);
+    check(status);
+    return catalogue;
+}
+
+// Writes folder after folder, as an update does.
+class Loader {
+public:
+    explicit Loader(const std::string& place) : catalogue_(open(place, Access::update)) {
+        check(catalogue_->lockForUpdate());
+        store_.root = root;
+        check(catalogue_->putStore(store_));
+    }
+
+    void addFolder(std::int64_t number, std::int64_t count) {
+        std::vector<std::string> files;
+        for (std::int64_t i = 0; i < count; ++i)
+            files.push_back(names_.next(static_cast<demo::DemoTrade>(number % 4)).fileName);
+        const auto begun = Clock::now();
+        catalogue::Folder folder;
+        folder.path = std::string(root) + "House " + std::to_string(number / 100) + "\\Ward " +
+                      std::to_string(number) + "\\";
+        folder.depth = 2;
+        folder.place = number;
+        folder.dictations = count;
+        check(catalogue_->putFolder(store_.id, folder));
+        ward_ = folder.ward;
+        for (std::int64_t i = 0; i < count; ++i) {
+            const std::string& file = files[static_cast<std::size_t>(i)];
+            const std::string name = file.substr(0, file.size() - 4);
+            check(catalogue_->addDictation(folder.id, i, file, values_.read(name)));
+        }
+        check(catalogue_->putFolder(store_.id, folder));
+        seconds_ += secondsSince(begun);
+    }
+    void commit() {
+        const auto begun = Clock::now();
+        check(catalogue_->commit());
+        seconds_ += secondsSince(begun);
+    }
+    void finish() {
+        store_.asOf = 1;
+        check(catalogue_->putStore(store_));
+        commit();
+        check(catalogue_->tidy(false));
+    }
+    double seconds() const { return seconds_; } // without making the names
+
+private:
+    std::unique_ptr<Catalogue> catalogue_;
+    catalogue::Store store_;
+    demo::DemoNames names_{1, storeDay};
+    std::int64_t ward_ = 0;
+    catalogue::ValueReader values_{
+        [this](std::int32_t field, std::string_view upper, std::string_view text) {
+            return catalogue_->numberOfText(ward_, field, upper, text);
+        }};
+    double seconds_ = 0;
+};
+
+void load(const std::string& place, std::int64_t count) {
+    constexpr std::int64_t foldersAtOnce = 250; // in one commit
+    Loader loader(place);
+    for (std::int64_t number = 0; number * perFolder < count; ++number) {
+        loader.addFolder(number, perFolder);
+        if (number % foldersAtOnce == foldersAtOnce - 1)
+            loader.commit();
+    }
+    loader.commit();
+    std::printf("load: %.1f s, %.0f dictations a second\n", loader.seconds(),
+                static_cast<double>(count) / loader.seconds());
+    const auto begun = Clock::now();
+    loader.finish();
+    std::printf("indexes: %.1f s\n", secondsSince(begun));
+}
+
+struct Asked {
+    double seconds = 0;
+    std::int64_t hits = 0;
+};
+
+Asked ask(Catalogue& catalogue, const modDictation::Search& what) {
+    const auto begun = Clock::now();
+    platform::Status status;
+    const auto store = catalogue::storeOf(catalogue, what.root, status);
+    check(status);
+    modDictation::DictationList hits;
+    modDictation::SearchReport report;
+    check(catalogue::search(catalogue, *store, what, hits, {}, report));
+    return {secondsSince(begun), report.hits};
+}
+
+modDictation::Search searchFor(std::vector<modDictation::Criterion> criteria,
+                               std::int32_t limit = 999999) {
+    return {root, std::move(criteria), true, -1, limit};
+}
+
+const std::string high = std::to_string(modDictation::priority_code::high);
+
+modDictation::Search selective() {
+    return searchFor({{id::author, op::contains, "Öztürk", ""},
+                      {id::priority, op::is, high, ""},
+                      {id::dictated, op::onDate, "2026-11-12", ""}});
+}
+
+double medianOf(std::vector<double> times) {
+    std::ranges::sort(times);
+    return times.empty() ? 0 : times[times.size() / 2];
+}
+
+void askAlone(const std::string& place) {
+    constexpr int runs = 7;
+    const auto catalogue = open(place, Access::ask);
+    for (const auto& [name, what] :
+         {std::pair{"author, priority and day", selective()},
+          std::pair{"first 1000 of a priority",
+                    searchFor({{id::priority, op::is, high, ""}}, 1000)},
+          std::pair{"first 1000 of an author",
+                    searchFor({{id::author, op::contains, "Öztürk", ""}}, 1000)},
+          std::pair{"first 1000 of a word in the subject",
+                    searchFor({{id::subject, op::contains, "brief", ""}}, 1000)}}) {
+        std::vector<double> times;
+        Asked asked;
+        for (int i = 0; i < runs; ++i) {
+            asked = ask(*catalogue, what);
+            times.push_back(asked.seconds);
+        }
+        std::printf("%s: %.1f ms (first %.1f ms), %lld hits\n", name, 1000 * medianOf(times),
+                    1000 * times.front(), static_cast<long long>(asked.hits));
+    }
+}
+
+// The median of all that the readers took in that time.
+double medianOfReaders(const std::string& place, int readers, std::chrono::seconds span) {
+    std::vector<std::vector<double>> times(static_cast<std::size_t>(readers));
+    std::atomic<int> failures = 0;
+    {
+        std::vector<std::jthread> threads;
+        for (auto& own : times)
+            threads.emplace_back([&] {
+                try {
+                    const auto catalogue = open(place, Access::ask);
+                    for (const auto end = Clock::now() + span; Clock::now() < end;)
+                        own.push_back(ask(*catalogue, selective()).seconds);
+                } catch (const std::exception& error) {
+                    ++failures;
+                    std::cerr << error.what() << '\n';
+                }
+            });
+    }
+    std::vector<double> all;
+    for (const auto& own : times)
+        all.insert(all.end(), own.begin(), own.end());
+    std::printf("%d readers: %.1f ms, %zu searches, %d failures\n", readers, 1000 * medianOf(all),
+                all.size(), failures.load());
+    return medianOf(all);
+}
+
+void askTogether(const std::string& place, std::int64_t count, int readers) {
+    constexpr std::chrono::seconds span{10};
+    const double alone = medianOfReaders(place, 1, span);
+    std::atomic<bool> isOver = false;
+    std::jthread updater([&] {
+        Loader loader(place);
+        for (std::int64_t number = count / perFolder; !isOver; ++number) {
+            loader.addFolder(number, perFolder);
+            loader.commit();
+        }
+    });
+    const double together = medianOfReaders(place, readers, span);
+    isOver = true;
+    std::printf("during an update: %.1f times one reader's\n", together / alone);
+}
+
+int run(int argc, char** argv) {
+    std::string place;
+    std::int64_t count = 1'000'000;
+    int readers = 50;
+    bool keeps = false;
+    CLI::App app("Measures a catalogue with made-up dictations.", "ovbench_postgres");
+    app.add_option("PLACE", place, "the catalogue, empty")->required();
+    app.add_option("--count", count, "dictations");
+    app.add_option("--readers", readers, "at once")->check(CLI::Range(1, 80));
+    app.add_flag("--keep", keeps, "ask what is there");
+    CLI11_PARSE(app, argc, argv);
+    if (!keeps)
+        load(place, count);
+    askAlone(place);
+    askTogether(place, count, readers);
+    return 0;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    try {
+        return run(argc, argv);
+    } catch (const std::exception& error) {
+        std::cerr << "ovbench_postgres: " << error.what() << '\n';
+        return 1;
+    }
+}

@@ -1,0 +1,100 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+#include "catalogue/catalogue.h"
+
+#include "platform/files.h"
+#include "platform/known_folders.h"
+#include "platform/loaded_module.h"
+
+#include <cerrno>
+#include <system_error>
+
+namespace ov::catalogue {
+
+using platform::Status;
+
+namespace {
+
+Status make(const std::string& place) {
+    const std::string directory = place.substr(0, place.rfind('\\') + 1);
+    if (Status made = platform::createDirectories(directory, platform::Access::ownerOnly);
+        !made.ok())
+        return made;
+    return platform::appendToFile(place, {}, platform::Access::ownerOnly);
+}
+
+// With those beside it.
+Status keepToOwner(const std::string& place) {
+    for (const char* const part : {"", "-wal", "-shm", "-update"})
+        if (Status kept = platform::keepToOwner(place + part); !kept.ok())
+            return kept;
+    return {};
+}
+
+} // namespace
+
+bool isServer(std::string_view place) noexcept {
+    return place.starts_with("postgresql://") || place.starts_with("postgres://") ||
+           place.starts_with("service=");
+}
+
+// Host and database; what stands before the "@" and behind the "?" may be a secret, and where one
+// cannot be told from the other all of it.
+std::string shownPlace(const std::string& place) {
+    if (!isServer(place))
+        return platform::toNativePath(place);
+    const std::size_t scheme = place.find("://");
+    if (scheme == std::string::npos)
+        return place.substr(0, place.find_first_of(" \t\n"));
+    const std::size_t question = place.find('?');
+    if (question != std::string::npos && place.find('@', question) != std::string::npos)
+        return "the server";
+    const std::string address = place.substr(scheme + 3, question - scheme - 3);
+    return address.substr(address.rfind('@') + 1);
+}
+
+std::unique_ptr<Catalogue> openCatalogue(const std::string& place, Access access, Status& status) {
+    if (isServer(place)) {
+        if (const auto* const server = platform::loadModule<PostgresModule>(status))
+            return server->open(place, access, status);
+        status = {status.number(), status.file(),
+                  status.text() + "; catalogues on servers need it, and the library libpq"};
+        return nullptr;
+    }
+    const std::string native = platform::toNativePath(place);
+    const bool isThere = platform::fileExists(place);
+    if (!isThere && access == Access::ask) {
+        status = {ENOENT, native,
+                  "there is no catalogue; \"ovsearch catalogue update DIR --to FILE\" makes one"};
+        return nullptr;
+    }
+    if (!isThere)
+        if (status = make(place); !status.ok())
+            return nullptr;
+    if (status = keepToOwner(place); !status.ok())
+        return nullptr;
+    const auto* const module = platform::loadModule<SqliteModule>(status);
+    return module != nullptr ? module->open(native, access, status) : nullptr;
+}
+
+std::string usualPlace() {
+    return platform::userDataFolder() + "catalogue.db";
+}
+
+std::optional<Store> storeOf(Catalogue& catalogue, std::string_view directory, Status& status) {
+    std::vector<Store> stores;
+    if (status = catalogue.stores(stores); !status.ok())
+        return std::nullopt;
+    std::string known;
+    for (const Store& store : stores) {
+        if (directory.starts_with(store.root))
+            return store;
+        known.append(known.empty() ? "" : ", ").append(platform::toNativePath(store.root));
+    }
+    status = {ENOENT, platform::toNativePath(directory),
+              known.empty() ? "is in no catalogue: this one is empty"
+                            : "is not in the catalogue, which has " + known};
+    return std::nullopt;
+}
+
+} // namespace ov::catalogue

@@ -1,0 +1,232 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+#include "catalogue/postgres/connection.h"
+
+#include "catalogue/postgres/server_errors.h"
+#include "platform/threads/socket_wait.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <chrono>
+#include <libpq-fe.h>
+#include <utility>
+
+namespace ov::catalogue::loaded {
+
+namespace {
+
+constexpr int binary = 1;
+
+// "?" as the server wants it: "$1", "$2".
+std::string numbered(const std::string& sql) {
+    std::string out;
+    int number = 0;
+    for (const char c : sql)
+        if (c == '?')
+            out.append("$").append(std::to_string(++number));
+        else
+            out.push_back(c);
+    return out;
+}
+
+// The messages of libpq have several lines.
+std::string oneLine(std::string text) {
+    std::erase(text, '\t');
+    while (!text.empty() && text.back() == '\n')
+        text.pop_back();
+    std::ranges::replace(text, '\n', ' ');
+    return text;
+}
+
+std::string_view fieldOf(const PGresult* result, int field) {
+    const char* const text = PQresultErrorField(result, field);
+    return text != nullptr ? text : "";
+}
+
+} // namespace
+
+void Forget::operator()(pg_conn* connection) const noexcept {
+    PQfinish(connection);
+}
+
+void Forget::operator()(pg_result* result) const noexcept {
+    PQclear(result);
+}
+
+Parameters::Parameters(const sql::Values& values) {
+    for (const sql::Value& value : values)
+        if (const auto* number = std::get_if<std::int64_t>(&value))
+            add(*number);
+        else if (const auto* bytes = std::get_if<sql::Bytes>(&value))
+            add(bytes->of);
+        else
+            add(std::get<sql::Text>(value).of, type::text);
+}
+
+Parameters& Parameters::add(std::int64_t value) {
+    appendNumber(bytes_.emplace_back(), value);
+    types_.push_back(type::int64);
+    return *this;
+}
+
+Parameters& Parameters::add(std::string_view bytes, unsigned bytesType) {
+    bytes_.emplace_back(bytes);
+    types_.push_back(bytesType);
+    return *this;
+}
+
+Answer::Answer(Result result) : result_(std::move(result)) {
+    if (result_ != nullptr)
+        count_ = PQntuples(result_.get());
+}
+
+std::string_view Answer::bytes(int column) const {
+    return {PQgetvalue(result_.get(), row_, column),
+            static_cast<std::size_t>(PQgetlength(result_.get(), row_, column))};
+}
+
+void Connection::open(const std::string& setUp) {
+    std::vector<const char*> keywords;
+    std::vector<const char*> values;
+    for (const auto& [keyword, value] : address_.options) {
+        keywords.push_back(keyword.c_str());
+        values.push_back(value.c_str());
+    }
+    keywords.push_back(nullptr);
+    values.push_back(nullptr);
+    connection_.reset(PQconnectdbParams(keywords.data(), values.data(), 0));
+    if (!isOpen()) {
+        fail(ENOTCONN, "the server cannot be reached (" +
+                           oneLine(PQerrorMessage(connection_.get())) +
+                           "); ask whoever runs it, or search without the catalogue");
+        return;
+    }
+    PQsetNoticeProcessor(
+        connection_.get(), [](void*, const char*) {}, nullptr);
+    run(setUp);
+}
+
+bool Connection::isOpen() const noexcept {
+    return PQstatus(connection_.get()) == CONNECTION_OK;
+}
+
+void Connection::fail(int number, std::string text) {
+    if (!failed())
+        error_ = platform::Status(number, name(), std::move(text));
+}
+
+platform::Status Connection::take() {
+    return std::exchange(error_, {});
+}
+
+void Connection::failLost() {
+    fail(ECONNRESET, "the connection to the server was lost; try again, or search without the "
+                     "catalogue");
+}
+
+void Connection::failAs(const pg_result* result) {
+    if (!isOpen())
+        return failLost();
+    ServerError error =
+        serverError(fieldOf(result, PG_DIAG_SQLSTATE), fieldOf(result, PG_DIAG_MESSAGE_PRIMARY));
+    fail(error.number, std::move(error.text));
+}
+
+// Nothing in place of what has failed.
+Result Connection::checked(Result result) {
+    switch (PQresultStatus(result.get())) {
+    case PGRES_COMMAND_OK:
+    case PGRES_TUPLES_OK:
+    case PGRES_COPY_IN:
+        return result;
+    default:
+        break;
+    }
+    if (!isGivenUp_ || fieldOf(result.get(), PG_DIAG_SQLSTATE) != stateOfCancelled)
+        failAs(result.get());
+    else if (isStopFailure_)
+        fail(ECANCELED, "was stopped");
+    return nullptr;
+}
+
+void Connection::run(const std::string& sql) {
+    isGivenUp_ = false;
+    if (failed())
+        return;
+    if (PQsendQuery(connection_.get(), sql.c_str()) == 0)
+        return failLost();
+    checked(await());
+}
+
+void Connection::giveUp() {
+    std::array<char, 256> why{};
+    isGivenUp_ = true;
+    PGcancel* const cancel = PQgetCancel(connection_.get());
+    PQcancel(cancel, why.data(), static_cast<int>(why.size()));
+    PQfreeCancel(cancel);
+}
+
+Result Connection::await() {
+    constexpr std::chrono::milliseconds betweenLooks{50};
+    Result last;
+    for (;;) {
+        while (PQisBusy(connection_.get()) != 0) {
+            if (!platform::waitForInput(PQsocket(connection_.get()), betweenLooks)) {
+                if (!isGivenUp_ && isOver_ && isOver_())
+                    giveUp();
+            } else if (PQconsumeInput(connection_.get()) == 0) {
+                break;
+            }
+        }
+        Result next(PQgetResult(connection_.get()));
+        if (next == nullptr)
+            return last;
+        last = std::move(next);
+        if (PQresultStatus(last.get()) == PGRES_COPY_IN) // there is no end before the rows
+            return last;
+    }
+}
+
+Answer Connection::ask(const std::string& sql, const Parameters& values) {
+    isGivenUp_ = isGivenUp_ && PQtransactionStatus(connection_.get()) != PQTRANS_IDLE;
+    if (failed() || isGivenUp_)
+        return Answer(nullptr);
+    std::vector<const char*> bytes;
+    std::vector<int> lengths;
+    for (const std::string& one : values.bytes_) {
+        bytes.push_back(one.data());
+        lengths.push_back(static_cast<int>(one.size()));
+    }
+    const std::vector<int> formats(bytes.size(), binary);
+    if (PQsendQueryParams(connection_.get(), numbered(sql).c_str(), static_cast<int>(bytes.size()),
+                          values.types_.data(), bytes.data(), lengths.data(), formats.data(),
+                          binary) == 0) {
+        failLost();
+        return Answer(nullptr);
+    }
+    return Answer(checked(await()));
+}
+
+void Connection::beginCopy(const std::string& sql) {
+    using namespace std::string_view_literals;
+    run(sql);
+    copy("PGCOPY\n\xff\r\n\0\0\0\0\0\0\0\0\0"sv); // then no flags and no extension
+}
+
+void Connection::copy(std::string_view bytes) {
+    if (!failed() &&
+        PQputCopyData(connection_.get(), bytes.data(), static_cast<int>(bytes.size())) != 1)
+        failLost();
+}
+
+void Connection::endCopy() {
+    copy({"\xff\xff", 2});
+    if (failed())
+        return;
+    if (PQputCopyEnd(connection_.get(), nullptr) != 1)
+        return failLost();
+    checked(await());
+}
+
+} // namespace ov::catalogue::loaded

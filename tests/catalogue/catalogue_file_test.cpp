@@ -1,0 +1,147 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+#include "tests/catalogue/store_update_fixture.h"
+
+#include <sqlite3.h>
+#include <unistd.h>
+
+namespace ov::catalogue {
+
+TEST_F(StoreUpdate, ForgetsTheTextsOfAStoreThatIsForgotten) {
+    store.add("2$WAV@@14$Nevermore.WAV");
+    update();
+    EXPECT_PRED2(holds, read("catalogue.db"), "NEVERMORE");
+    {
+        platform::Status status;
+        const auto catalogue = open(Access::update);
+        EXPECT_TRUE(
+            catalogue->removeStore(storeOf(*catalogue, store.directory(), status)->id).ok());
+        EXPECT_TRUE(catalogue->commit().ok());
+        EXPECT_TRUE(catalogue->tidy(false).ok());
+    }
+    EXPECT_FALSE(holds(read("catalogue.db"), "NEVERMORE"));
+    EXPECT_FALSE(holds(read("catalogue.db"), "Nevermore"));
+}
+
+TEST_F(StoreUpdate, LeavesNothingOfWhatWasRemoved) {
+    store.add("2$WAV@@14$Nevermore.WAV").add("2$WAV@@11$Lenore.WAV").add("x/2$WAV@@14$Pallas.WAV");
+    update();
+    const auto other = open(Access::ask);
+    SearchReport report;
+    EXPECT_EQ(CatalogueTest::asked(*other, allOf(store.directory()), report), walked());
+    for (const char* const name : {"Nevermore", "NEVERMORE", "LENORE", "PALLAS"})
+        EXPECT_PRED2(holds, bytes(), name);
+    fs::remove(store.folder() / "2$WAV@@14$Nevermore.WAV");
+    fs::rename(store.folder() / "2$WAV@@11$Lenore.WAV", store.folder() / "2$WAV@@11$x.WAV");
+    fs::remove_all(store.folder() / "x");
+    EXPECT_TRUE(update().status.ok());
+    for (const char* const name :
+         {"Nevermore", "NEVERMORE", "Lenore", "LENORE", "Pallas", "PALLAS"})
+        EXPECT_FALSE(holds(bytes(), name)) << name;
+    EXPECT_EQ(asked(), walked());
+}
+
+TEST_F(StoreUpdate, MakesWhatLacks) {
+    update();
+    const auto runSql = [&](const char* sql) {
+        sqlite3* database = nullptr;
+        EXPECT_EQ(sqlite3_open(platform::toNativePath(place()).c_str(), &database), SQLITE_OK);
+        EXPECT_EQ(sqlite3_exec(database, sql, nullptr, nullptr, nullptr), SQLITE_OK);
+        sqlite3_close(database);
+    };
+    EXPECT_PRED2(holds, read("catalogue.db"), "CREATE INDEX dictations_by_author");
+    runSql("DROP INDEX dictations_by_author");
+    EXPECT_FALSE(holds(read("catalogue.db"), "CREATE INDEX dictations_by_author"));
+    updateLater();
+    EXPECT_EQ(updateLater().written, 0);
+    EXPECT_PRED2(holds, read("catalogue.db"), "CREATE INDEX dictations_by_author");
+}
+
+TEST_F(StoreUpdate, StopsInTheMiddleOfAStatement) {
+    for (int i = 0; i < 3000; ++i)
+        store.add("many/2$WAV@@14$" + std::to_string(i) + ".WAV");
+    update();
+    const auto catalogue = open(Access::ask);
+    const auto id = known().id;
+    Question question;
+    question.root = store.directory();
+    question.depth = -1;
+    int told = 0;
+    const Catalogue::Taker take = [&](const modDictation::Dictation&, std::int64_t) {
+        return ++told > 0;
+    };
+    {
+        const Stoppable stoppable(*catalogue, [] { return true; });
+        EXPECT_TRUE(catalogue->counts(id, question, std::nullopt, take).ok());
+        EXPECT_EQ(told, 0);
+    }
+    EXPECT_TRUE(catalogue->counts(id, question, std::nullopt, take).ok());
+    EXPECT_EQ(told, 1);
+}
+
+TEST_F(StoreUpdate, IsForItsOwnerAlone) {
+    update();
+    const fs::path made = folder() / "catalogue.db";
+    fs::permissions(made, fs::perms::owner_read | fs::perms::owner_write | fs::perms::others_read);
+    asked();
+    EXPECT_EQ(fs::status(made).permissions(), fs::perms::owner_read | fs::perms::owner_write);
+    fs::permissions(made, fs::perms::owner_read | fs::perms::others_read);
+    fs::permissions(folder(), fs::perms::all);
+    EXPECT_TRUE(geteuid() != 0 || tests::isTrueUnprivileged([&] {
+                    return holds(refusal(), "others may open it, and it is somebody else's");
+                }));
+    fs::permissions(folder(), fs::perms::owner_all);
+    update();
+    for (const auto& file : fs::directory_iterator(folder()))
+        EXPECT_EQ(file.status().permissions() & (fs::perms::group_all | fs::perms::others_all),
+                  fs::perms::none)
+            << file.path();
+}
+
+TEST_F(StoreUpdate, IsRefusedWhenItIsNoneOfThisVersion) {
+    constexpr std::streamoff version = 63; // its last byte
+    constexpr std::streamoff application = 71;
+    update();
+    setHead(version, 99);
+    EXPECT_PRED2(holds, refusal(), "of a newer version of OVSearch");
+    setHead(version, 1);
+    EXPECT_PRED2(holds, refusal(), "of an older version of OVSearch");
+    setHead(version, 2);
+    EXPECT_EQ(asked(), walked());
+    setHead(application, 1);
+    EXPECT_PRED2(holds, refusal(), "the database of another program");
+    write("catalogue.db", "no database at all, whatever it is called");
+    EXPECT_PRED2(holds, refusal(), "is no catalogue");
+}
+
+TEST_F(StoreUpdate, SurvivesDamage) {
+    update();
+    const std::string whole = read("catalogue.db");
+    std::mt19937 random(7);
+    for (int i = 0; i < 60; ++i) {
+        std::string damaged = whole;
+        for (int k = 0; k < 20; ++k)
+            damaged[100 + random() % (damaged.size() - 100)] = static_cast<char>(random());
+        write("catalogue.db", damaged.substr(0, i % 3 == 0 ? damaged.size() / 2 : damaged.size()));
+        platform::Status status;
+        if (const auto catalogue = openCatalogue(place(), Access::ask, status)) {
+            SearchReport report;
+            CatalogueTest::asked(*catalogue, allOf(store.directory()), report);
+        } else {
+            EXPECT_FALSE(status.text().empty());
+        }
+    }
+}
+
+TEST_F(StoreUpdate, LosesNothingOnAFullDisk) {
+    update();
+    const Texts before = asked();
+    for (int i = 0; i < 2000; ++i)
+        store.add("many/2$WAV@@11$" + std::to_string(i) + std::string(150, 'x') + ".WAV");
+    EXPECT_TRUE(tests::isTrueWithFileLimit(200'000, [&] { return !update().status.ok(); }));
+    EXPECT_EQ(asked(), before);
+    EXPECT_TRUE(update().status.ok());
+    EXPECT_EQ(asked(), walked());
+}
+
+} // namespace ov::catalogue

@@ -1,0 +1,250 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+#include "tests/catalogue/postgres_fixture.h"
+
+#include <csignal>
+
+namespace ov::catalogue {
+
+TEST_F(OnServer, FollowsEveryChange) {
+    const std::uint32_t seed = std::random_device()();
+    SCOPED_TRACE("seed " + std::to_string(seed));
+    modDictation::RandomTree tree(seed);
+    const std::string root = tree.store.directory();
+    for (int i = 0; i < 15; ++i) {
+        tree.changeElsewhere(40);
+        const UpdateReport report = CatalogueTest::update(root);
+        ASSERT_TRUE(report.status.ok()) << report.status.description();
+        ASSERT_EQ(CatalogueTest::asked(root), CatalogueTest::walked(root));
+    }
+}
+
+TEST_F(OnServer, ListsOnlyWhatHasChanged) {
+    EXPECT_EQ(updateLater().listed, 4);
+    EXPECT_EQ(updateLater().listed, 0);
+    store.add("ward/ERL/new.WAV");
+    EXPECT_EQ(updateLater().written, 2);
+    EXPECT_EQ(asked(), walked());
+}
+
+TEST_F(OnServer, GoesOnAfterItWasKilled) {
+    update();
+    for (int i = 0; i < 100; ++i)
+        store.add(std::to_string(i % 20) + "/2$WAV@@11$" + std::to_string(i) + ".WAV");
+    for (int last = 1; last < 22; last += 4) {
+        store.add(std::to_string(last) + "/also.WAV");
+        EXPECT_FALSE(tests::isTrueInChild([&] {
+            UpdateMeans means;
+            means.batch = 5;
+            means.watch = [&](const UpdateReport& report) {
+                if (report.folders == last)
+                    std::raise(SIGKILL);
+            };
+            CatalogueTest::update(store.directory(), means);
+            return true;
+        }));
+        const Texts all = walked();
+        for (const std::string& path : asked()) // what is there already is true
+            ASSERT_NE(std::find(all.begin(), all.end(), path), all.end()) << path;
+    }
+    const UpdateReport report = update();
+    EXPECT_TRUE(report.status.ok()) << report.status.description();
+    EXPECT_EQ(asked(), walked());
+}
+
+// The other one asks in the middle, and gets what was committed; another store can be updated.
+TEST_F(OnServer, LetsOthersAskAndNobodyUpdateTheSame) {
+    const tests::TemporaryStore other;
+    std::ofstream(other.folder() / "other.WAV");
+    update();
+    const Texts before = asked();
+    addMany(100);
+    Texts between;
+    platform::Status refused;
+    platform::Status ofOther;
+    UpdateMeans means;
+    means.watch = [&](const UpdateReport& report) {
+        if (report.written == 0 || !between.empty())
+            return;
+        between = asked();
+        refused = update().status;
+        ofOther = CatalogueTest::update(other.directory()).status;
+    };
+    EXPECT_TRUE(CatalogueTest::update(store.directory(), means).status.ok());
+    EXPECT_EQ(between, before);
+    EXPECT_PRED2(holds, refused.text(), "another program is updating it");
+    EXPECT_TRUE(ofOther.ok()) << ofOther.description();
+    EXPECT_EQ(asked(), walked());
+    EXPECT_EQ(CatalogueTest::asked(other.directory()), CatalogueTest::walked(other.directory()));
+}
+
+TEST_F(OnServer, ForgetsAStoreWithItsTexts) {
+    const tests::TemporaryStore other;
+    std::ofstream(other.folder() / "2$WAV@@11$Known.WAV");
+    update();
+    CatalogueTest::update(other.directory());
+    {
+        platform::Status status;
+        const auto catalogue = open(Access::update);
+        const auto known = storeOf(*catalogue, store.directory(), status);
+        EXPECT_TRUE(catalogue->removeStore(known->id).ok());
+        EXPECT_TRUE(catalogue->commit().ok());
+        EXPECT_TRUE(catalogue->tidy(false).ok());
+    }
+    EXPECT_PRED2(holds, asked().front(), "is not in the catalogue, which has");
+    EXPECT_EQ(CatalogueTest::asked(other.directory()), CatalogueTest::walked(other.directory()));
+    EXPECT_EQ(run("SELECT string_agg(text, ',') FROM ovsearch.texts"), "Known");
+}
+
+TEST_F(OnServer, ContainsAsWellWithoutTrigrams) {
+    update();
+    Search what = allOf(store.directory());
+    what.criteria = {
+        {modDictation::field_id::subject, modDictation::operator_id::contains, "ecr", ""}};
+    const Texts expected = {store.directory("ward") + "2$ROH@@11$Secret.WAV"};
+    EXPECT_EQ(asked(what), expected);
+    EXPECT_EQ(run("SELECT to_regclass('ovsearch.texts_by_trigram') IS NULL"), "f");
+    EXPECT_EQ(run("DROP EXTENSION pg_trgm CASCADE"), "");
+    EXPECT_EQ(asked(what), expected);
+}
+
+// Of so many texts that they are not looked up before.
+TEST_F(OnServer, FindsWhatManyTextsContain) {
+    addMany(1500);
+    update();
+    Search what = allOf(store.directory());
+    for (const auto operatorId :
+         {modDictation::operator_id::contains, modDictation::operator_id::containsNot}) {
+        what.criteria = {{modDictation::field_id::subject, operatorId, "1x", ""}};
+        EXPECT_EQ(asked(what), walked(what));
+        what.criteria = {{modDictation::field_id::subject, operatorId, "xx", ""}};
+        EXPECT_EQ(asked(what), walked(what));
+    }
+}
+
+TEST_F(OnServer, TakesNoTextThatWasUndone) {
+    const auto catalogue = open(Access::update);
+    Store made;
+    made.root = store.directory();
+    EXPECT_TRUE(catalogue->putStore(made).ok());
+    Folder folder;
+    folder.path = made.root;
+    EXPECT_TRUE(catalogue->putFolder(made.id, folder).ok());
+    const auto numberOf = [&](const char* text) {
+        KeptValues values;
+        values.numbers[*columnOfField(modDictation::field_id::subject)] =
+            catalogue->numberOfText(folder.ward, modDictation::field_id::subject, text, text);
+        return values;
+    };
+    const KeptValues undone = numberOf("A");
+    catalogue->rollBack();
+    EXPECT_TRUE(catalogue->putFolder(made.id, folder).ok());
+    EXPECT_TRUE(catalogue->addDictation(folder.id, 0, "b.WAV", numberOf("B")).ok());
+    EXPECT_TRUE(catalogue->commit().ok());
+    EXPECT_TRUE(catalogue->addDictation(folder.id, 1, "a.WAV", undone).ok());
+    EXPECT_PRED2(holds, catalogue->commit().text(), "a text that was undone");
+    EXPECT_EQ(run("SELECT string_agg(text, ',') FROM ovsearch.texts"), "B");
+    EXPECT_EQ(run("SELECT count(*) FROM ovsearch.dictations"), "1");
+}
+
+TEST_F(OnServer, ForgetsTextsThatNothingHasAnyMore) {
+    update();
+    const char* const texts = "SELECT string_agg(text, ',' ORDER BY text) FROM ovsearch.texts";
+    EXPECT_EQ(run(texts), "47,Known,Secret");
+    fs::remove(store.folder() / "ward/2$ROH@@11$Secret.WAV");
+    update();
+    EXPECT_EQ(run(texts), "47,Known");
+    EXPECT_EQ(asked(), walked());
+}
+
+TEST_F(OnServer, EndsWhenTheTakerOrSomebodyElseDoes) {
+    addMany(3000);
+    update();
+    platform::Status status;
+    const auto catalogue = open(Access::ask);
+    const auto known = storeOf(*catalogue, store.directory(), status);
+    Store made = *known;
+    Search what = allOf(store.directory());
+    what.limit = 7;
+    SearchReport report;
+    EXPECT_EQ(asked(*catalogue, what, report).size(), 7U);
+    what.limit = 999999;
+    std::stop_source stop;
+    modDictation::SearchMeans means;
+    means.stop = stop.get_token();
+    means.watch = [&](const SearchReport&) { stop.request_stop(); };
+    modDictation::DictationList hits;
+    report = {};
+    EXPECT_TRUE(search(*catalogue, *known, what, hits, means, report).ok());
+    EXPECT_TRUE(report.stopped);
+    EXPECT_LT(hits.size(), 3000);
+    // Where the server takes its time, too; whoever writes fails then.
+    run("ALTER TABLE ovsearch.folders RENAME TO kept; CREATE VIEW ovsearch.folders AS"
+        " SELECT k.* FROM ovsearch.kept k, pg_sleep(100)");
+    stop = std::stop_source();
+    means.stop = stop.get_token();
+    report = {};
+    EXPECT_TRUE(search(*catalogue, *known, what, hits, means, report).ok());
+    EXPECT_TRUE(report.stopped);
+    const auto writing = open(Access::update);
+    const Stoppable stoppable(*writing, [] { return true; });
+    EXPECT_TRUE(Catalogue::isStopped(writing->count(made)));
+}
+
+TEST_F(OnServer, SaysThatTheServerWasLostAndFindsItAgain) {
+    addMany(2000);
+    update();
+    const auto catalogue = open(Access::ask);
+    platform::Status status;
+    const auto known = storeOf(*catalogue, store.directory(), status);
+    int taken = 0;
+    status = catalogue->candidates(known->id, {store.directory(), -1, true, {}, true},
+                                   [&](const modDictation::Dictation&, std::int64_t) {
+                                       if (++taken == 1)
+                                           server.crash();
+                                       return true;
+                                   });
+    EXPECT_PRED2(holds, status.description(), "the connection to the server was lost");
+    EXPECT_LT(taken, 2000);
+    EXPECT_PRED2(holds, refusal(place()), "the server cannot be reached");
+    server.start();
+    SearchReport found;
+    EXPECT_EQ(CatalogueTest::asked(*open(Access::ask), allOf(store.directory()), found), walked());
+    UpdateMeans means;
+    addMany(100, "more/");
+    means.batch = 10;
+    means.watch = [&](const UpdateReport& now) {
+        if (now.folders == 2)
+            server.crash();
+    };
+    EXPECT_PRED2(holds, CatalogueTest::update(store.directory(), means).status.text(), "was lost");
+    server.start();
+    EXPECT_TRUE(update().status.ok());
+    EXPECT_EQ(asked(), walked());
+}
+
+TEST_F(OnServer, LosesNothingOnAFullDisk) {
+    update();
+    const Texts before = asked();
+    addMany(3000);
+    server.limitFiles(1'200'000);
+    const platform::Status status = update().status;
+    server.limitFiles(RLIM_INFINITY);
+    EXPECT_FALSE(status.ok());
+    EXPECT_EQ(asked(), before);
+    EXPECT_TRUE(update().status.ok());
+    EXPECT_EQ(asked(), walked());
+}
+
+TEST_F(OnServer, IsRefusedWhenItIsNoneOfThisVersion) {
+    EXPECT_PRED2(holds, refusal(place()), "has no catalogue; \"ovsearch catalogue update");
+    update();
+    run("UPDATE ovsearch.about SET version = 99");
+    EXPECT_PRED2(holds, refusal(place(), Access::update), "of a newer version of OVSearch");
+    run("UPDATE ovsearch.about SET version = 0");
+    EXPECT_PRED2(holds, refusal(place()), "the database of another program");
+    const std::string latin = server.newDatabase("ENCODING 'LATIN1' LOCALE 'C'");
+    EXPECT_PRED2(holds, refusal(server.place(latin), Access::update), "LATIN1");
+}
+
+} // namespace ov::catalogue

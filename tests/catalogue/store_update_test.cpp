@@ -1,0 +1,199 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+#include "tests/catalogue/store_update_fixture.h"
+
+#include <csignal>
+
+namespace ov::catalogue {
+
+TEST_F(StoreUpdate, FollowsEveryChange) {
+    const std::uint32_t seed = std::random_device()();
+    SCOPED_TRACE("seed " + std::to_string(seed));
+    RandomTree tree(seed);
+    const std::string root = tree.store.directory();
+    for (int i = 0; i < 40; ++i) {
+        tree.changeElsewhere(25);
+        ASSERT_TRUE(CatalogueTest::update(root).status.ok());
+        ASSERT_EQ(CatalogueTest::asked(root), CatalogueTest::walked(root));
+    }
+}
+
+TEST_F(StoreUpdate, ListsOnlyWhatHasChanged) {
+    EXPECT_EQ(updateLater().listed, 4);
+    EXPECT_EQ(updateLater().listed, 0);
+    store.add("ward/ERL/new.WAV").add("x/deep/five.WAV");
+    const UpdateReport report = updateLater();
+    EXPECT_EQ(report.listed, 3);  // with the new one
+    EXPECT_EQ(report.written, 3); // with the one beside it
+    EXPECT_EQ(asked(), walked());
+    fs::rename(store.folder() / "x", store.folder() / "a");
+    EXPECT_EQ(updateLater().removed, 2);
+    EXPECT_EQ(asked(), walked());
+}
+
+TEST_F(StoreUpdate, ListsAgainWhatWasListedTooSoon) {
+    EXPECT_EQ(update().listed, 4);
+    const UpdateReport again = update();
+    EXPECT_EQ(again.listed, 4);
+    EXPECT_EQ(again.written, 0); // but the names are the same
+}
+
+TEST_F(StoreUpdate, BelievesTimesOnlyWhileTheyAreTrusted) {
+    UpdateMeans means;
+    means.clock = muchLater;
+    const auto listed = [&] { return CatalogueTest::update(store.directory(), means).listed; };
+    EXPECT_EQ(listed(), 4);
+    const auto catalogue = open(Access::update);
+    const std::int64_t id = known().id;
+    std::vector<Folder> folders;
+    EXPECT_TRUE(catalogue->folders(id, folders).ok());
+    for (Folder& folder : folders) {
+        EXPECT_EQ(folder.settled, Settled::yes);
+        folder.settled = Settled::byTrust;
+        EXPECT_TRUE(catalogue->putFolder(id, folder).ok());
+    }
+    EXPECT_TRUE(catalogue->commit().ok());
+    means.trustsFolderTimes = true;
+    EXPECT_EQ(listed(), 0);
+    means.trustsFolderTimes = false;
+    EXPECT_EQ(listed(), 4);
+}
+
+TEST_F(StoreUpdate, GoesOnAfterItWasKilled) {
+    for (int i = 0; i < 200; ++i)
+        store.add(std::to_string(i % 20) + "/" + std::to_string(i) + ".WAV");
+    for (int last = 1; last < 22; last += 3) {
+        store.add(std::to_string(last) + "/also.WAV");
+        EXPECT_FALSE(tests::isTrueInChild([&] {
+            int folders = 0;
+            UpdateMeans means;
+            means.batch = 5;
+            means.clock = muchLater;
+            means.watch = [&](const UpdateReport& report) {
+                if (report.folders > folders && ++folders == last)
+                    std::raise(SIGKILL);
+            };
+            CatalogueTest::update(store.directory(), means);
+            return true;
+        }));
+        const Texts all = walked();
+        for (const std::string& path : asked()) // what is there already is true
+            ASSERT_NE(std::find(all.begin(), all.end(), path), all.end()) << path;
+    }
+    EXPECT_GT(updateLater().folders, updateLater().listed);
+    EXPECT_EQ(asked(), walked());
+}
+
+TEST_F(StoreUpdate, GoesOnAfterItWasStopped) {
+    std::stop_source stop;
+    UpdateMeans means;
+    means.stop = stop.get_token();
+    means.watch = [&](const UpdateReport& report) {
+        if (report.listed == 2)
+            stop.request_stop();
+    };
+    EXPECT_TRUE(CatalogueTest::update(store.directory(), means).stopped);
+    EXPECT_EQ(known().asOf, 0);
+    update();
+    EXPECT_EQ(asked(), walked());
+    EXPECT_NE(known().asOf, 0);
+}
+
+TEST_F(StoreUpdate, TellsOfAnUpdateThatWasBrokenOff) {
+    update();
+    const std::int64_t whole = known().asOf;
+    EXPECT_EQ(known().begun, 0);
+    store.add("new.WAV").add("ward/also new.WAV");
+    EXPECT_FALSE(tests::isTrueInChild([&] {
+        UpdateMeans means;
+        means.batch = 1;
+        means.watch = [&](const UpdateReport& report) {
+            if (report.listed == 2)
+                std::raise(SIGKILL);
+        };
+        CatalogueTest::update(store.directory(), means);
+        return true;
+    }));
+    EXPECT_EQ(known().asOf, whole);
+    EXPECT_GT(known().begun, whole);
+    update();
+    EXPECT_EQ(known().begun, 0);
+    EXPECT_GT(known().asOf, whole);
+}
+
+TEST_F(StoreUpdate, LetsOthersAskAndNobodyUpdate) {
+    update();
+    const Texts before = asked();
+    for (int i = 0; i < 100; ++i)
+        store.add("many/" + std::to_string(i) + ".WAV");
+    Texts between;
+    platform::Status refused;
+    UpdateMeans means;
+    means.watch = [&](const UpdateReport& report) {
+        if (report.written == 0 || !between.empty())
+            return;
+        between = asked();
+        refused = update().status;
+    };
+    EXPECT_TRUE(CatalogueTest::update(store.directory(), means).status.ok());
+    EXPECT_EQ(between, before);
+    EXPECT_PRED2(holds, refused.text(), "another program is updating it");
+    EXPECT_EQ(asked(), walked());
+}
+
+// And at what lies in it where a link leads elsewhere now, to folders of the same names.
+TEST_F(StoreUpdate, LooksOnlyAtWhatIsToldToHaveChanged) {
+    store.add("x/ERL/deep/five.WAV").add("ward/ERL/deep/six.WAV").addLink("link", "ward");
+    updateLater();
+    const Texts before = asked();
+    ToldChanges changes{{store.directory("ward")}, known().asOf + 1};
+    UpdateMeans means;
+    means.clock = muchLater;
+    means.changes = &changes;
+    store.add("x/ERL/unseen.WAV");
+    EXPECT_EQ(CatalogueTest::update(store.directory(), means).written, 0);
+    EXPECT_EQ(asked(), before);
+    EXPECT_EQ(known().asOf, changes.allUntil);
+    store.addLink("link", "x");
+    changes = {{store.directory(), store.directory("x/ERL")}, std::nullopt};
+    const std::int64_t asOf = known().asOf;
+    EXPECT_FALSE(CatalogueTest::update(store.directory(), means).isWhole);
+    EXPECT_EQ(asked(), walked());
+    EXPECT_EQ(known().asOf, asOf);
+}
+
+TEST_F(StoreUpdate, KeepsStoresApart) {
+    const tests::TemporaryStore other;
+    std::ofstream(other.folder() / "other.WAV");
+    update();
+    CatalogueTest::update(other.directory());
+    EXPECT_EQ(asked(), walked());
+    EXPECT_EQ(CatalogueTest::asked(other.directory()), CatalogueTest::walked(other.directory()));
+    platform::Status status;
+    const auto catalogue = open(Access::update);
+    EXPECT_TRUE(catalogue->removeStore(storeOf(*catalogue, store.directory(), status)->id).ok());
+    EXPECT_TRUE(catalogue->commit().ok());
+    EXPECT_PRED2(holds, asked().front(), "is not in the catalogue, which has");
+    EXPECT_EQ(CatalogueTest::asked(other.directory()), CatalogueTest::walked(other.directory()));
+}
+
+TEST_F(StoreUpdate, RefusesAStoreInAnother) {
+    update();
+    EXPECT_PRED2(holds, CatalogueTest::update(store.directory("ward")).status.text(),
+                 "lies in the store");
+    const std::string above(store.directory().substr(
+        0, store.directory().rfind('\\', store.directory().size() - 2) + 1));
+    EXPECT_PRED2(holds, CatalogueTest::update(above).status.text(), "holds the store");
+    EXPECT_EQ(asked(), walked());
+}
+
+TEST_F(StoreUpdate, FollowsLinksAsAWalkDoes) {
+    store.addLink("ward/loop", "..").addLink("x/across", "../ward").addLink("ward/back", "../x");
+    store.addLink("self", ".").addLink("nowhere", "gone").addLink("again", "x");
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_TRUE(updateLater().status.ok());
+        ASSERT_EQ(asked(), walked());
+    }
+}
+
+} // namespace ov::catalogue

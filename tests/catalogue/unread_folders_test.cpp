@@ -1,0 +1,115 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+#include "catalogue/catalogue_check.h"
+#include "tests/catalogue/store_update_fixture.h"
+
+#include <sched.h>
+#include <sys/mount.h>
+#include <unistd.h>
+
+namespace ov::catalogue {
+
+TEST_F(StoreUpdate, TakesNothingThatCannotBeReadForEmpty) {
+    update();
+    const Texts before = asked();
+    fs::rename(store.folder(), store.folder().native() + "-aside");
+    EXPECT_EQ(update().status.kind(), platform::Status::Kind::missing);
+    EXPECT_EQ(asked(), before);
+    fs::create_directory(store.folder()); // where it was mounted
+    EXPECT_PRED2(holds, update().status.text(), "perhaps nothing is mounted there");
+    EXPECT_EQ(asked(), before);
+    fs::remove(store.folder());
+    fs::rename(store.folder().native() + "-aside", store.folder());
+    tests::TemporaryStore flat;
+    flat.add("a.WAV");
+    CatalogueTest::update(flat.directory());
+    fs::rename(flat.folder(), flat.folder().native() + "-aside");
+    fs::create_directory(flat.folder());
+    EXPECT_PRED2(holds, CatalogueTest::update(flat.directory()).status.text(),
+                 "perhaps nothing is mounted there");
+    fs::remove(flat.folder());
+    fs::rename(flat.folder().native() + "-aside", flat.folder());
+}
+
+TEST_F(StoreUpdate, KeepsWhatWasMountedBelow) {
+    const std::string server = store.addFolder("server").native("server");
+    const auto mountsIn = [&] { // a place of its own, which goes with the process
+        return unshare(CLONE_NEWNS) == 0 &&
+               mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
+               mount("none", server.c_str(), "tmpfs", 0, nullptr) == 0;
+    };
+    if (!tests::isTrueInChild(mountsIn))
+        GTEST_SKIP() << "needs the right to mount";
+    EXPECT_TRUE(tests::isTrueInChild([&] {
+        bool isRight = mountsIn();
+        store.add("server/five.WAV").add("server/deep/six.WAV");
+        isRight = isRight && update().status.ok();
+        const Texts before = asked();
+        isRight = isRight && before == walked() && umount(server.c_str()) == 0;
+        for (int i = 0; i < 2; ++i) {
+            const UpdateReport report = updateLater();
+            isRight = isRight && report.unreadable == 1 && asked() == before;
+        }
+        fs::remove(server);
+        return isRight && update().unreadable == 0 && asked() == walked() && asked() != before;
+    }));
+}
+
+TEST_F(StoreUpdate, LeavesAStoreThatGoesAwayMeanwhile) {
+    update();
+    const Texts before = asked();
+    const std::string aside = store.folder().native() + "-aside";
+    UpdateMeans means;
+    means.watch = [&](const UpdateReport& report) {
+        if (report.folders == 1 && !fs::exists(aside))
+            fs::rename(store.folder(), aside);
+    };
+    EXPECT_PRED2(holds, CatalogueTest::update(store.directory(), means).status.text(),
+                 "unmounted or moved during the update");
+    EXPECT_EQ(asked(), before);
+    fs::rename(aside, store.folder());
+}
+
+TEST_F(StoreUpdate, KeepsAFolderThatCannotBeRead) {
+    update();
+    const Texts before = asked();
+    fs::permissions(store.folder() / "ward", fs::perms::none);
+    fs::permissions(folder(), fs::perms::all);
+    fs::permissions(store.folder(), fs::perms::all);
+    for (const auto& file : fs::directory_iterator(folder()))
+        EXPECT_TRUE(geteuid() != 0 ||
+                    chown(file.path().c_str(), tests::nobody, tests::nobody) == 0);
+    EXPECT_TRUE(tests::isTrueUnprivileged([&] {
+        const UpdateReport report = update();
+        return report.status.ok() && report.unreadable == 1 && report.problems.size() == 1;
+    }));
+    fs::permissions(store.folder() / "ward", fs::perms::all);
+    SearchReport report;
+    EXPECT_EQ(CatalogueTest::asked(*open(Access::ask), allOf(store.directory()), report), before);
+    EXPECT_EQ(report.foldersUnreadable, 1);
+    update();
+    CatalogueTest::asked(*open(Access::ask), allOf(store.directory()), report = {});
+    EXPECT_EQ(report.foldersUnreadable, 0);
+}
+
+TEST_F(StoreUpdate, IsComparedWithWhatIsThere) {
+    store.addLink("ward/loop", "..");
+    update();
+    const auto checked = [&] {
+        CheckReport report;
+        const auto catalogue = open(Access::ask);
+        EXPECT_TRUE(checkStore(*catalogue, known(), report).ok());
+        Texts told;
+        for (const std::string& directory : report.differing)
+            told.push_back(directory.substr(store.directory().size()));
+        for (const platform::Status& problem : report.problems)
+            told.push_back(problem.text());
+        return told;
+    };
+    EXPECT_EQ(checked(), Texts());
+    store.addFolder("ward/new");
+    fs::remove_all(store.folder() / "x");
+    EXPECT_EQ(checked(), (Texts{"", "ward\\", "x\\"}));
+}
+
+} // namespace ov::catalogue
