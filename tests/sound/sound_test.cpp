@@ -5,115 +5,12 @@
 // server can be started.
 
 #include "playback/clsMixer.h"
-#include "playback/modMultimedia.h"
-#include "tests/sound_server.h"
-#include "tests/sound_signal.h"
-#include "tests/wave_files.h"
-
-#include <gtest/gtest.h>
-
-#include <functional>
+#include "tests/sound/sound_fixture.h"
 
 namespace ov::modMultimedia {
 namespace {
 
-using tests::WaveKind;
 using namespace std::string_literals;
-using Samples = std::vector<float>;
-
-constexpr std::size_t perSecond = tests::SoundServer::rate;
-constexpr const char* alias = "PBWave";
-
-class Sound : public ::testing::Test {
-protected:
-    void SetUp() override {
-        server_.emplace();
-        if (!server_->isRunning())
-            GTEST_SKIP() << "no sound server can be started";
-        recorder_.emplace();
-    }
-    void TearDown() override { MciCloseAll(); }
-
-    // Writes and opens a tone of that loudness, which may rise: by so many Hz a second.
-    void openTone(const WaveKind& kind, double seconds, double loudness, double frequency,
-                  double rise = 0) {
-        Samples samples;
-        for (int i = 0; i < static_cast<int>(seconds * kind.rate); ++i) {
-            const double time = static_cast<double>(i) / kind.rate;
-            const double sample = std::sin(2 * M_PI * (frequency + rise / 2 * time) * time);
-            samples.insert(samples.end(), static_cast<std::size_t>(kind.channels),
-                           static_cast<float>(loudness * sample));
-        }
-        tests::writeWave(store_.native("a dictation.WAV"), kind, samples);
-        MciClose(alias);
-        ASSERT_EQ(MciOpen(alias, store_.path("a dictation.WAV"), "waveaudio"), "");
-    }
-    // One whose height tells the place.
-    void openRising(const WaveKind& kind, double seconds) {
-        openTone(kind, seconds, 0.7, lowest, rises);
-    }
-
-    static void waitUntil(const std::function<bool()>& state) {
-        const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(60);
-        while (!state()) {
-            ASSERT_LT(std::chrono::steady_clock::now(), deadline) << "the state never comes";
-            std::this_thread::sleep_for(std::chrono::milliseconds(1));
-        }
-    }
-    static void waitForPosition(std::int32_t milliseconds) {
-        waitUntil([=] { return MciGetPosition(alias) >= milliseconds; });
-    }
-    // A fifth of a second of silence was recorded from now on.
-    void waitForSilence() {
-        const std::size_t start = recorder_->count();
-        waitUntil([this, start] {
-            const std::size_t end = recorder_->count();
-            if (end < start + perSecond / 5)
-                return false;
-            const Samples recent = recorder_->samples(end - perSecond / 5, end);
-            return tests::startOfSound(recent) == recent.size();
-        });
-    }
-    void playToEnd() {
-        waitUntil([] { return MciGetMode(alias) != "playing"; });
-        waitForSilence();
-    }
-    Samples recordedSince(std::size_t start) const {
-        return recorder_->samples(start, recorder_->count());
-    }
-
-    // Whether it is what lies in the file from there to there, in milliseconds. A machine that is
-    // busy makes gaps and loses some sound: most pieces of what is between must be heard, each
-    // behind the one before.
-    static void expectHeard(const Samples& heard, std::int32_t from, std::int32_t to) {
-        constexpr double length = 40;
-        constexpr std::size_t size = perSecond / 25;
-        std::vector<double> places;
-        double next = from;
-        for (auto rest : tests::soundsOf(heard, perSecond / 200)) {
-            rest = rest.subspan(std::min(rest.size(), perSecond / 200)); // a start may ring
-            for (; rest.size() >= size; rest = rest.subspan(size)) {
-                const double middle =
-                    (tests::frequencyOf(rest.first(size), perSecond) - lowest) / rises * 1000;
-                const double place = middle - length / 2;
-                if (place < next - 100 || place > next + 1000)
-                    continue;
-                places.push_back(place);
-                next = place + length;
-            }
-        }
-        ASSERT_FALSE(places.empty());
-        EXPECT_NEAR(places.front(), from, 100);
-        EXPECT_NEAR(next, to, 100);
-        EXPECT_GT(static_cast<double>(places.size()) * length, 0.75 * (to - from));
-    }
-
-    static constexpr double lowest = 300; // what openRising() begins with
-    static constexpr double rises = 300;  // by so many Hz a second
-    tests::TemporaryStore store_;
-    std::optional<tests::SoundServer> server_;
-    std::optional<tests::Recorder> recorder_;
-};
 
 TEST_F(Sound, IsThatOfTheFile) {
     const WaveKind kinds[] = {

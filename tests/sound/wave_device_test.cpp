@@ -233,7 +233,7 @@ TEST_F(WaveDevice, SeeksAndFailsInEveryEncoding) {
             std::vector<WavePeaks> peaks;
             const FailingReads bad(native, FailingReads::How::fail, static_cast<off_t>(half));
             expectHalf(true);
-            EXPECT_FALSE(readWaveOverview(store_.path("a.wav"), 10, {}, peaks));
+            EXPECT_FALSE(readWaveOverview(store_.path("a.wav"), {10}, {}, peaks));
         }
         EXPECT_EQ(framesFrom(15000), late) << "it can be read again";
         fs::resize_file(native, half);
@@ -269,22 +269,22 @@ TEST_F(WaveDevice, DrawsOverviews) {
     expected[2] = {-8192, 16384};
     expected[9] = {-32767, 0};
     std::vector<WavePeaks> peaks;
-    EXPECT_TRUE(readWaveOverview(store_.path("a.wav"), 10, {}, peaks));
+    EXPECT_TRUE(readWaveOverview(store_.path("a.wav"), {10}, {}, peaks));
     EXPECT_EQ(peaks, expected);
 
     std::string cut = bytes("a.wav");
     store_.add("cut.wav", cut.substr(0, cut.size() / 2));
     expected[9] = {};
-    EXPECT_TRUE(readWaveOverview(store_.path("cut.wav"), 10, {}, peaks));
+    EXPECT_TRUE(readWaveOverview(store_.path("cut.wav"), {10}, {}, peaks));
     EXPECT_EQ(peaks, expected);
-    EXPECT_TRUE(readWaveOverview(store_.path("a.wav"), 30000, {}, peaks)) << "more than frames";
+    EXPECT_TRUE(readWaveOverview(store_.path("a.wav"), {30000}, {}, peaks)) << "more than frames";
     EXPECT_EQ(peaks.size(), 30000U);
 
     std::stop_source source;
     source.request_stop();
-    EXPECT_FALSE(readWaveOverview(store_.path("a.wav"), 10, source.get_token(), peaks));
+    EXPECT_FALSE(readWaveOverview(store_.path("a.wav"), {10}, source.get_token(), peaks));
     EXPECT_TRUE(peaks.empty());
-    EXPECT_FALSE(readWaveOverview(store_.path("gone"), 10, {}, peaks));
+    EXPECT_FALSE(readWaveOverview(store_.path("gone"), {10}, {}, peaks));
 }
 
 } // namespace

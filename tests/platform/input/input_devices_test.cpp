@@ -1,0 +1,235 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+#include "tests/platform/input/fake_inputs.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <fcntl.h>
+#include <functional>
+#include <linux/uinput.h>
+#include <sys/ioctl.h>
+#include <thread>
+#include <unistd.h>
+
+namespace ov::platform {
+namespace {
+
+constexpr InputKind pedalKind{0x1234, 0xabcd};
+constexpr InputKind otherKind{0x1234, 0x0001};
+const std::set<unsigned> pedalKeys{KEY_A, KEY_B, KEY_F13};
+
+class InputDevicesTest : public ::testing::Test {
+protected:
+    void SetUp() override { watch(inputs.folder()); }
+
+    void watch(const std::string& folder) {
+        Status status;
+        const InputModule* module = inputModule(status);
+        ASSERT_NE(module, nullptr) << status.description();
+        devices = module->watch(heard, folder, status);
+        ASSERT_NE(devices, nullptr) << status.description();
+    }
+    void wishFor(InputWish wish) { devices->wish(std::move(wish)); }
+    void plugInPedal(const std::string& file = "event3") {
+        inputs.plugIn(file, {"Pedal", pedalKind, pedalKeys});
+    }
+    // What is told of that key, once a last press shows that all before it has been read.
+    std::string heardOf(const std::string& expected) {
+        inputs.sendKey("event3", KEY_F13, 1);
+        inputs.sendKey("event3", KEY_F13, 0);
+        const auto lines = static_cast<std::size_t>(std::ranges::count(expected, ','));
+        const std::string last = "down 183, up 183";
+        std::string all = heard.take(expected.empty() ? 2 : lines + 3);
+        EXPECT_TRUE(all.ends_with(last)) << all;
+        all.resize(all.size() - std::min(all.size(), last.size()));
+        return all.ends_with(", ") ? all.substr(0, all.size() - 2) : all;
+    }
+
+    static bool waitUntil(const std::function<bool()>& state) {
+        const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+        while (!state() && std::chrono::steady_clock::now() < end)
+            std::this_thread::sleep_for(std::chrono::milliseconds(2));
+        return state();
+    }
+
+    tests::FakeInputs inputs;
+    tests::HeardPresses heard;
+    std::unique_ptr<InputDevices> devices;
+};
+
+TEST_F(InputDevicesTest, TellsWhatGoesDownAndComesUp) {
+    inputs.plugIn("event3", {"Pedal", pedalKind, pedalKeys, true});
+    wishFor({false, {pedalKind}, {}});
+    ASSERT_TRUE(heard.waitForDevices("Pedal;"));
+    struct Case {
+        const char* what;
+        std::vector<std::array<int, 3>> events; // type, code, value
+        const char* told;
+    };
+    const Case cases[] = {
+        {"a press", {{EV_KEY, KEY_A, 1}, {EV_KEY, KEY_A, 0}}, "down 30, up 30"},
+        {"one that repeats itself",
+         {{EV_KEY, KEY_A, 1}, {EV_KEY, KEY_A, 2}, {EV_KEY, KEY_A, 2}, {EV_KEY, KEY_A, 0}},
+         "down 30, up 30"},
+        {"down twice, up twice",
+         {{EV_KEY, KEY_A, 1}, {EV_KEY, KEY_A, 1}, {EV_KEY, KEY_A, 0}, {EV_KEY, KEY_A, 0}},
+         "down 30, up 30"},
+        {"up without a press", {{EV_KEY, KEY_B, 0}}, ""},
+        {"values that no key has", {{EV_KEY, KEY_B, -1}, {EV_KEY, KEY_B, 77}}, ""},
+        {"codes and types that nothing has",
+         {{EV_KEY, 0xffff, 1}, {EV_ABS, 0xffff, 255}, {0x77, KEY_A, 1}, {EV_MSC, MSC_SCAN, 5}},
+         ""},
+        {"an axis to its ends",
+         {{EV_ABS, ABS_X, 255}, {EV_ABS, ABS_X, 0}, {EV_ABS, ABS_X, 128}},
+         "down 65537, down 65536, up 65537, up 65536"},
+        {"one that trembles",
+         {{EV_ABS, ABS_X, 193}, {EV_ABS, ABS_X, 185}, {EV_ABS, ABS_X, 195}, {EV_ABS, ABS_X, 150}},
+         "down 65537, up 65537"},
+        {"one that is hardly moved", {{EV_ABS, ABS_X, 180}, {EV_ABS, ABS_X, 70}}, ""},
+    };
+    for (const Case& now : cases) {
+        SCOPED_TRACE(now.what);
+        for (const auto& [type, code, value] : now.events)
+            inputs.send("event3", static_cast<unsigned>(type), static_cast<unsigned>(code), value);
+        EXPECT_EQ(heardOf(now.told), now.told);
+    }
+}
+
+TEST_F(InputDevicesTest, AsksHowThingsStandWhereEventsWereLost) {
+    plugInPedal();
+    wishFor({true, {}, {}});
+    ASSERT_TRUE(heard.waitForDevices("Pedal;"));
+    inputs.sendKey("event3", KEY_A, 1);
+    EXPECT_EQ(heard.take(1), "down 30");
+    inputs.setDown("event3", {KEY_B}); // A came up meanwhile, and nobody was told
+    inputs.send("event3", EV_SYN, SYN_DROPPED, 0);
+    inputs.send("event3", EV_SYN, SYN_REPORT, 0);
+    const std::string told = heard.take(2);
+    EXPECT_NE(told.find("up 30"), std::string::npos) << told;
+    EXPECT_NE(told.find("down 48"), std::string::npos) << told;
+    EXPECT_EQ(heardOf(""), "");
+}
+
+TEST_F(InputDevicesTest, LiftsWhatIsPressedOnOneThatGoes) {
+    wishFor({false, {pedalKind}, {}});
+    for (const bool isBroken : {false, true}) {
+        plugInPedal();
+        ASSERT_TRUE(heard.waitForDevices("Pedal;")) << "also one that comes later";
+        inputs.sendKey("event3", KEY_A, 1);
+        inputs.sendKey("event3", KEY_B, 1);
+        EXPECT_EQ(heard.take(2), "down 30, down 48");
+        if (isBroken)
+            inputs.sendRubbish("event3");
+        else
+            inputs.pullOut("event3");
+        EXPECT_EQ(heard.take(2), "up 30, up 48");
+        EXPECT_TRUE(heard.waitForDevices(""));
+        if (isBroken)
+            inputs.pullOut("event3");
+    }
+}
+
+TEST_F(InputDevicesTest, ReadsOnlyWhatIsWishedFor) {
+    plugInPedal();
+    inputs.plugIn("event4", {"Keyboard", otherKind, pedalKeys});
+    inputs.plugIn("event5", {"Mouse", otherKind, {BTN_LEFT}, false, true});
+    inputs.plugIn("mouse0", {"No device of ours", otherKind, pedalKeys});
+    wishFor({false, {pedalKind}, {}});
+    ASSERT_TRUE(heard.waitForDevices("Pedal;Keyboard;"));
+    inputs.sendKey("event4", KEY_B, 1);
+    inputs.sendKey("event3", KEY_A, 1);
+    EXPECT_EQ(heard.take(1), "down 30") << "what was typed elsewhere is nobody's business";
+    inputs.pullOut("event4");
+    wishFor({false, {otherKind}, {}});
+    EXPECT_EQ(heard.take(1), "up 30");
+    wishFor({true, {}, {}});
+    inputs.sendKey("event3", KEY_B, 1);
+    EXPECT_EQ(heard.take(1), "down 48");
+    devices = nullptr;
+    EXPECT_EQ(heard.take(1), "up 48");
+}
+
+TEST_F(InputDevicesTest, KeepsToItselfWhatIsGrabbed) {
+    plugInPedal();
+    inputs.setDown("event3", {KEY_A});
+    wishFor({false, {pedalKind}, {pedalKind}});
+    ASSERT_TRUE(heard.waitForDevices("Pedal;"));
+    inputs.sendKey("event3", KEY_B, 1);
+    EXPECT_EQ(heard.take(1), "down 48");
+    EXPECT_FALSE(inputs.isGrabbed("event3")) << "others would never hear that a key comes up";
+    inputs.sendKey("event3", KEY_A, 0);
+    inputs.sendKey("event3", KEY_B, 0);
+    EXPECT_TRUE(waitUntil([this] { return inputs.isGrabbed("event3"); }));
+    inputs.sendKey("event3", KEY_F13, 1);
+    EXPECT_EQ(heard.take(2), "up 48, down 183");
+    wishFor({false, {pedalKind}, {}});
+    EXPECT_TRUE(waitUntil([this] { return !inputs.isGrabbed("event3"); }));
+    inputs.sendKey("event3", KEY_F13, 0);
+    EXPECT_EQ(heard.take(1), "up 183") << "it is still read";
+}
+
+TEST_F(InputDevicesTest, TellsWhyNothingIsReceived) {
+    const tests::TemporaryStore store;
+    const std::string later = store.native("later") + "/";
+    watch(later);
+    const auto isRefused = [this] { return !heard.situation().problem.ok(); };
+    EXPECT_TRUE(waitUntil(isRefused));
+    EXPECT_EQ(heard.situation().problem.kind(), Status::Kind::missing);
+    fs::create_directory(store.native("later"));
+    std::ofstream(store.native("later/event7")) << "no device";
+    ASSERT_TRUE(heard.waitForDevices("!" + later + "event7;")) << "looked at again";
+    const InputDevice refused = heard.situation().devices.front();
+    EXPECT_TRUE(refused.problem.description().starts_with(later + "event7: "))
+        << refused.problem.description();
+    fs::remove_all(store.native("later"));
+    EXPECT_TRUE(waitUntil(isRefused)) << "it may go again";
+}
+
+TEST_F(InputDevicesTest, NamesControlsAsTheLibraryDoes) {
+    Status status;
+    const InputModule* module = inputModule(status);
+    ASSERT_NE(module, nullptr);
+    EXPECT_EQ(module->controlName(KEY_F13), "F13");
+    EXPECT_EQ(module->controlName(BTN_TRIGGER), "TRIGGER");
+    EXPECT_EQ(module->controlName(65536), "X-");
+    EXPECT_EQ(module->controlName(65537), "X+");
+    EXPECT_EQ(module->controlName(4000000000U), "4000000000");
+}
+
+// The whole way through the kernel, where it lets a test make devices.
+TEST_F(InputDevicesTest, ReadsADeviceOfTheKernel) {
+    const int handle = open("/dev/uinput", O_WRONLY | O_NONBLOCK | O_CLOEXEC);
+    if (handle < 0)
+        GTEST_SKIP() << "/dev/uinput cannot be opened: the kernel gives tests no devices";
+    uinput_setup setup{};
+    setup.id = {BUS_USB, pedalKind.vendor, pedalKind.product, 1};
+    std::string("OVSearch test pedal").copy(setup.name, sizeof setup.name - 1);
+    ASSERT_EQ(ioctl(handle, UI_SET_EVBIT, EV_KEY), 0);
+    ASSERT_EQ(ioctl(handle, UI_SET_KEYBIT, KEY_F13), 0);
+    ASSERT_EQ(ioctl(handle, UI_DEV_SETUP, &setup), 0);
+    watch("");
+    wishFor({false, {pedalKind}, {}});
+    ASSERT_EQ(ioctl(handle, UI_DEV_CREATE), 0);
+    const auto isThere = [this] {
+        const auto known = heard.situation().devices;
+        return std::ranges::any_of(
+            known, [](const InputDevice& device) { return device.kind == pedalKind; });
+    };
+    ASSERT_TRUE(waitUntil(isThere));
+    input_event press{};
+    press.type = EV_KEY;
+    press.code = KEY_F13;
+    press.value = 1;
+    const input_event report{};
+    ASSERT_EQ(write(handle, &press, sizeof press), static_cast<ssize_t>(sizeof press));
+    ASSERT_EQ(write(handle, &report, sizeof report), static_cast<ssize_t>(sizeof report));
+    EXPECT_EQ(heard.take(1), "down 183");
+    close(handle); // as if it were pulled out
+    EXPECT_EQ(heard.take(1), "up 183");
+}
+
+} // namespace
+} // namespace ov::platform

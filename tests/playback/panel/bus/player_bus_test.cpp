@@ -1,0 +1,255 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#include "sound/wave_control.h"
+#include "tests/playback/panel/bus/bus_fixture.h"
+
+#include <QRegularExpression>
+#include <cmath>
+#include <limits>
+
+namespace ov {
+namespace {
+
+TEST_F(PlayerOnBus, PlaysPausesAndMovesForOthers) {
+    EXPECT_EQ(playback(), "Stopped");
+    EXPECT_FALSE(get("CanPlay").toBool());
+    selected = store.path("one.WAV");
+    EXPECT_TRUE(get("CanPlay").toBool());
+    EXPECT_FALSE(get("CanPause").toBool() || get("CanSeek").toBool());
+    call(mpris, "PlayPause");
+    waitFor([this] { return playback() == "Playing"; });
+    EXPECT_TRUE(get("CanPause").toBool() && get("CanSeek").toBool());
+    EXPECT_EQ(shown().substr(9), "Playing");
+
+    call(own, "GoTo", {qlonglong{61000}});
+    EXPECT_NEAR(seconds(), 61, 2);
+    EXPECT_EQ(set("Rate", 0.0), "");
+    EXPECT_EQ(shown(), "00:01:01 Paused") << "as the standard wants";
+    EXPECT_EQ(panel_->choices().speedPercent, 100);
+    call(mpris, "Pause");
+    EXPECT_EQ(playback(), "Paused") << "twice is once";
+    const QVariant foreign = QVariant::fromValue(QDBusObjectPath(QStringLiteral("/somebody")));
+    const QVariant here = metadata().value(QStringLiteral("mpris:trackid"));
+    for (const QVariantList& late : {QVariantList{foreign, qlonglong{1000000}},
+                                     {here, qlonglong{-1}},
+                                     {here, qlonglong{100001000}},
+                                     {here, std::numeric_limits<qlonglong>::max()}})
+        EXPECT_EQ(call(mpris, "SetPosition", late).errorName(), QString()) << "it is ignored";
+    EXPECT_EQ(result("TimeStamp").toString(), QStringLiteral("[00:01:01]"));
+    call(own, "Jump", {-11});
+    EXPECT_EQ(result("TimeStamp").toString(), QStringLiteral("[00:00:50]"));
+    EXPECT_EQ(playback(), "Paused") << "who moves what is paused does not play it";
+    call(mpris, "Seek", {qlonglong{20000000}});
+    EXPECT_NEAR(seconds(), 70, 2);
+    EXPECT_NEAR(static_cast<double>(get("Position").toLongLong()) / 1e6, 70, 2);
+    const auto track = metadata().value(QStringLiteral("mpris:trackid"));
+    call(mpris, "SetPosition", {track, qlonglong{5000000}});
+    EXPECT_NEAR(seconds(), 5, 0.1);
+    for (const QVariantList& far : {QVariantList{std::numeric_limits<qlonglong>::max()},
+                                    QVariantList{std::numeric_limits<qlonglong>::min()}})
+        call(mpris, "Seek", far);
+    EXPECT_NEAR(seconds(), 0, 0.1);
+    call(own, "Jump", {std::numeric_limits<int>::max()});
+    EXPECT_NEAR(seconds(), 99, 0.1) << "not to its end, where it would be closed";
+
+    selected = store.path("two.WAV");
+    call(own, "GoTo", {qlonglong{1000}});
+    call(mpris, "Play");
+    EXPECT_EQ(playback(), "Playing");
+    EXPECT_EQ(metadata().value(QStringLiteral("mpris:trackid")), track)
+        << "the selection went elsewhere, what is heard did not";
+    call(mpris, "Stop");
+    EXPECT_EQ(playback(), "Stopped");
+    EXPECT_EQ(call(own, "TimeStamp").errorName(),
+              QStringLiteral("org.orvanta.OVSearch.Error.NothingOpen"));
+}
+
+TEST_F(PlayerOnBus, TellsWhatIsShownAndNoPath) {
+    store.add("2$WAV@@14$Berta@@11$Knie@@5$secret.WAV", readBytes(store.native("one.WAV")));
+    play("2$WAV@@14$Berta@@11$Knie@@5$secret.WAV");
+    QVariantMap told = metadata();
+    const QString said = child<QToolButton>(*panel_, "cmdPlayedDictation").accessibleName();
+    EXPECT_EQ(told.take(QStringLiteral("xesam:artist")).toStringList(),
+              QStringList(QStringLiteral("Berta")));
+    const QString title = told.take(QStringLiteral("xesam:title")).toString();
+    EXPECT_FALSE(title.isEmpty());
+    EXPECT_TRUE(said.contains(title)) << said.toStdString() << " | " << title.toStdString();
+    EXPECT_EQ(told.take(QStringLiteral("mpris:length")).toLongLong(), 100000000);
+    const auto first = told.take(QStringLiteral("mpris:trackid")).value<QDBusObjectPath>().path();
+    EXPECT_TRUE(told.isEmpty());
+    play("one.WAV");
+    told = metadata();
+    EXPECT_EQ(told.value(QStringLiteral("xesam:title")).toString(), QStringLiteral("one"));
+    EXPECT_NE(told.value(QStringLiteral("mpris:trackid")).value<QDBusObjectPath>().path(), first);
+}
+
+TEST_F(PlayerOnBus, SetsSpeedAndVolume) {
+    QSignalSpy chosen(panel_.get(), &PlayerPanel::choicesMade);
+    EXPECT_EQ(set("Rate", 1.25), "");
+    EXPECT_EQ(panel_->choices().speedPercent, 125);
+    EXPECT_EQ(chosen.count(), 1) << "it is kept";
+    EXPECT_EQ(get("Rate").toDouble(), 1.25);
+    sound::WaveControl::instance().setShape({.evensOut = true}); // by another window
+    EXPECT_EQ(set("Rate", 1.0), "");
+    EXPECT_TRUE(sound::WaveControl::instance().shape().evensOut);
+    sound::WaveControl::instance().setShape({});
+    EXPECT_EQ(set("Volume", 0.5), "");
+    EXPECT_NEAR(mixer().GetVolumeValue(), 32768, 1);
+    EXPECT_NEAR(get("Volume").toDouble(), 0.5, 0.001);
+    EXPECT_EQ(set("Volume", -3.0), "");
+    EXPECT_EQ(mixer().GetVolumeValue(), 0);
+    EXPECT_EQ(set("Volume", 1e300), "");
+    EXPECT_EQ(mixer().GetVolumeValue(), 65535);
+}
+
+TEST_F(PlayerOnBus, TellsChangesOnceAndNoPositions) {
+    client_->listen(properties, "PropertiesChanged");
+    client_->listen(mpris, "Seeked");
+    client_->names(); // the bus knows by now
+    play("one.WAV");
+    tick();
+    tick();
+    moveTo(50);
+    tick();
+    choose(&PlayerChoices::backUpSeconds, 2);
+    call(mpris, "Pause");
+    EXPECT_EQ(playback(), "Paused");
+    std::string all;
+    for (const QDBusMessage& signal : client_->heard) {
+        const QVariant last =
+            signal.arguments().value(signal.member() == QLatin1String("Seeked") ? 0 : 1);
+        if (signal.member() == QLatin1String("Seeked")) {
+            EXPECT_NEAR(last.toDouble() / 1e6, all.ends_with("Paused ") ? 48.5 : 50.5, 1);
+            all += "seeked ";
+            continue;
+        }
+        const auto changed = qdbus_cast<QVariantMap>(last.value<QDBusArgument>());
+        EXPECT_FALSE(changed.contains(QStringLiteral("Position")));
+        all += changed.value(QStringLiteral("PlaybackStatus"), QStringLiteral("-"))
+                   .toString()
+                   .toStdString() +
+               " ";
+    }
+    EXPECT_EQ(all, "Playing seeked Paused seeked ");
+}
+
+TEST_F(PlayerOnBus, RefusesWithASentenceWhatMakesNoSense) {
+    play("one.WAV");
+    press(1);
+    const std::string invalid = "org.freedesktop.DBus.Error.InvalidArgs";
+    const std::string unknown = "org.freedesktop.DBus.Error.UnknownMethod";
+    const std::string readOnly = "org.freedesktop.DBus.Error.PropertyReadOnly";
+    const double notANumber = std::numeric_limits<double>::quiet_NaN();
+    const double endless = std::numeric_limits<double>::infinity();
+    const auto setting = [](const char* name, const QVariant& value) {
+        return QVariantList{QLatin1String(mpris), QLatin1String(name), variant(value)};
+    };
+    const struct {
+        const char* interface;
+        const char* method;
+        QVariantList arguments;
+        std::string error;
+    } cases[] = {
+        {properties, "Set", setting("Rate", notANumber), invalid},
+        {properties, "Set", setting("Rate", endless), invalid},
+        {properties, "Set", setting("Rate", 0.49), invalid},
+        {properties, "Set", setting("Rate", -1.0), invalid},
+        {properties, "Set", setting("Rate", 2.01), invalid},
+        {properties, "Set", setting("Rate", QStringLiteral("fast")), invalid},
+        {properties, "Set", setting("Volume", notANumber), invalid},
+        {properties, "Set", setting("Volume", 1), invalid},
+        {properties, "Set", setting("Position", qlonglong{1}), readOnly},
+        {properties, "Set", {QLatin1String(own), QLatin1String("Rate"), variant(1.0)}, readOnly},
+        {properties, "Set", {QLatin1String(mpris)}, invalid},
+        {properties, "Get", {QLatin1String(mpris), QString(100000, u'x')}, invalid},
+        {mpris, "SetPosition", {QStringLiteral("/somebody"), qlonglong{1}}, invalid},
+        {mpris, "Seek", {QStringLiteral("far")}, invalid},
+        {mpris, "OpenUri", {QStringLiteral("file:///etc/passwd")}, invalid},
+        {mpris, "Format", {}, unknown},
+        {"org.nobody", "Play", {}, unknown},
+        {own, "GoTo", {std::numeric_limits<qlonglong>::max()}, invalid},
+        {own, "GoTo", {std::numeric_limits<qlonglong>::min()}, invalid},
+        {own, "GoTo", {1}, invalid},
+        {own, "Jump", {1.5}, invalid},
+        {own, "Search", {}, invalid},
+        {own, "Search", {QStringLiteral("mine")}, "org.orvanta.OVSearch.Error.Busy"},
+    };
+    const auto before = seconds();
+    for (const auto& one : cases) {
+        const QDBusMessage answer = call(one.interface, one.method, one.arguments);
+        EXPECT_EQ(answer.errorName().toStdString(), one.error) << one.method;
+        EXPECT_TRUE(answer.errorMessage().endsWith(u'.')) << one.method;
+    }
+    EXPECT_EQ(seconds(), before);
+    EXPECT_EQ(panel_->choices().speedPercent, 100);
+}
+
+TEST_F(PlayerOnBus, GoesOnWithoutTheBusAndComesBack) {
+    play("one.WAV");
+    client_ = nullptr;
+    bus_->vanish();
+    tick();
+    tick();
+    moveTo(50);
+    waitUntilShown("00:00:50 Playing");
+    bus_->start();
+    client_ = std::make_unique<BusClient>(bus_->address());
+    constexpr uint untilAnotherComes = 1;
+    constexpr const char* daemon = "org.freedesktop.DBus";
+    client_->call(daemon, "/", daemon, "RequestName",
+                  {QLatin1String(macroName), untilAnotherComes});
+    waitFor([&] {
+        return client_->call(daemon, "/", daemon, "GetNameOwner", {QLatin1String(macroName)})
+                   .arguments() != QVariantList{client_->bus().baseService()};
+    });
+    EXPECT_EQ(playback(), "Playing");
+}
+
+TEST_F(PlayerOnBus, GivesMacrosThePlayerThatPlayedLast) {
+    const auto first = std::move(panel_);
+    const auto firstOnBus = std::move(player_);
+    makePanel();
+    join();
+    waitFor(
+        [this] { return client_->names().filter(QLatin1String("OVSearch.instance")).size() == 2; });
+    EXPECT_EQ(call(own, "Position").type(), QDBusMessage::ErrorMessage);
+    play("one.WAV");
+    waitFor([this] { return call(own, "Position").type() == QDBusMessage::ReplyMessage; });
+    player_ = nullptr;
+    waitFor([this] { return call(own, "Position").type() == QDBusMessage::ErrorMessage; });
+    EXPECT_EQ(client_->names().filter(QLatin1String("OVSearch.instance")).size(), 1);
+}
+
+// What is installed for other programs says of each method what the player itself answers.
+TEST_F(PlayerOnBus, IsDescribedAsItIs) {
+    const auto methods = [](const QString& xml) {
+        std::vector<std::string> all;
+        QRegularExpression method(QStringLiteral("<method name=\"(\\w+)\"(?:/>|>(.*?)</method>)"),
+                                  QRegularExpression::DotMatchesEverythingOption);
+        for (auto found = method.globalMatch(xml); found.hasNext();) {
+            const auto one = found.next();
+            QString line = one.captured(1);
+            static const QRegularExpression argument(
+                QStringLiteral("type=\"([^\"]+)\"[^>]*direction=\"(\\w+)\""));
+            for (auto part = argument.globalMatch(one.captured(2)); part.hasNext();) {
+                const auto piece = part.next();
+                line += u' ' + piece.captured(2) + u':' + piece.captured(1);
+            }
+            all.push_back(line.toStdString());
+        }
+        return all;
+    };
+    const QString answered =
+        call("org.freedesktop.DBus.Introspectable", "Introspect").arguments().value(0).toString();
+    const QString mark = QStringLiteral("<interface name=\"%1\">").arg(QLatin1String(own));
+    const QString part = answered.section(mark, 1).section(QLatin1String("</interface>"), 0, 0);
+    const auto described = methods(QString::fromStdString(
+        readBytes(std::string(OV_SOURCE_DIR) + "/data/org.orvanta.OVSearch.Player1.xml")));
+    EXPECT_EQ(methods(part), described);
+    EXPECT_EQ(described.size(), 9);
+    EXPECT_TRUE(answered.contains(QLatin1String("<signal name=\"Seeked\">")));
+}
+
+} // namespace
+} // namespace ov

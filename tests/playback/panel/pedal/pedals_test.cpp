@@ -1,0 +1,194 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#include "tests/playback/panel/pedal/pedals_fixture.h"
+#include "tests/playback/panel/player_fixture.h"
+
+#include <QClipboard>
+
+namespace ov {
+namespace {
+
+class Pedals : public Player {
+protected:
+    Pedals() {
+        pedals.desk->setAssignments(
+            PedalAssignments("7;1234:abcd 30=1 48=3 46=4")); // A plays, B and C wind
+        pedals.plugIn();
+        selected = store.path("one.WAV");
+    }
+    // What is asked again and again is not what is tested here.
+    bool isShown(const char* state) { return shown().substr(9) == state; }
+    void waitForState(const char* state) {
+        waitFor([&] { return isShown(state); });
+        EXPECT_EQ(shown().substr(9), state);
+    }
+
+    FakePedals pedals;
+};
+
+TEST_F(Pedals, PlayWhileHeldAndBackUp) {
+    pedals.down(KEY_A);
+    waitUntilShown("00:00:00 Playing");
+    pedals.up(KEY_A);
+    waitForState("Paused");
+    choose(&PlayerChoices::backUpSeconds, 3);
+    pedals.down(KEY_A);
+    waitForState("Playing");
+    moveTo(50);
+    selected = store.path("two.WAV"); // looked at meanwhile
+    pedals.up(KEY_A);
+    waitForState("Paused");
+    const int rest = position();
+    EXPECT_NEAR(rest, 47500, 700) << "it goes back as it rests";
+    EXPECT_EQ(shown(), "00:00:47 Paused");
+    media.takeSent();
+    pedals.down(KEY_A);
+    waitForState("Playing");
+    EXPECT_EQ(media.takeOpened(), 0) << "what is open stays the one that is heard";
+    EXPECT_NEAR(position(), rest, 1500) << "not back once more";
+    EXPECT_GE(position(), rest);
+    pedals.up(KEY_A);
+    waitForState("Paused");
+    const int later = position();
+    press(1);
+    EXPECT_TRUE(isShown("Playing")) << "the button goes on as well";
+    EXPECT_GE(position(), later);
+    press(1);
+    EXPECT_TRUE(isShown("Paused"));
+    press(2);
+    pedals.down(KEY_A);
+    waitForState("Playing");
+    EXPECT_EQ(selected, store.path("two.WAV"));
+    EXPECT_LT(position(), 5000) << "after a stop, the selected one";
+}
+
+TEST_F(Pedals, PlayNoFurtherWhenPulledOut) {
+    for (int i = 0; i < 2; ++i) {
+        pedals.down(KEY_A);
+        waitForState("Playing");
+        pedals.inputs.pullOut("event3");
+        waitForState("Paused");
+        waitFor([this] { return pedals.desk->situation().devices.empty(); });
+        pedals.plugIn();
+    }
+}
+
+TEST_F(Pedals, WindWhileHeld) {
+    play("one.WAV");
+    moveTo(40);
+    press(1);
+    pedals.down(KEY_C);
+    waitFor([] { return position() > 46000; });
+    EXPECT_TRUE(isShown("Playing")) << "short pieces are heard";
+    pedals.up(KEY_C);
+    waitForState("Paused");
+    const int rest = position();
+    EXPECT_GT(rest, 44000);
+    press(1);
+    pedals.down(KEY_B);
+    waitFor([rest] { return position() < rest - 5000; });
+    pedals.up(KEY_B);
+    pedals.tread(KEY_E);
+    EXPECT_TRUE(isShown("Playing")) << "as before";
+    moveTo(95);
+    pedals.down(KEY_C);
+    waitForState("Paused");
+    EXPECT_EQ(position(), 99000) << "not to the end, where it would be closed";
+    pedals.down(KEY_B);
+    waitFor([] { return position() < 5000; });
+    waitForState("Paused");
+    EXPECT_EQ(position(), 0);
+}
+
+TEST_F(Pedals, DoAllThatCanBeAssigned) {
+    play("one.WAV");
+    choose(&PlayerChoices::timeStampForm, std::string("(%1%)"));
+    struct Case {
+        PedalAction action;
+        int from;
+        int to; // both in seconds
+        const char* state;
+    };
+    const Case cases[] = {
+        {PedalAction::jumpBack, 50, 43, "Playing"},   {PedalAction::jumpForward, 50, 57, "Playing"},
+        {PedalAction::playAgain, 50, 45, "Playing"},  {PedalAction::toStart, 50, 0, "Playing"},
+        {PedalAction::playOrPause, 50, 50, "Paused"}, {PedalAction::playOrPause, 50, 50, "Playing"},
+        {PedalAction::timeStamp, 70, 70, "Playing"},  {PedalAction::stop, 50, -1, "-"}};
+    for (const Case& test : cases) {
+        SCOPED_TRACE(static_cast<int>(test.action));
+        moveTo(test.from);
+        selected = store.path("two.WAV"); // what is heard stays
+        PedalAssignments assignments("7");
+        assignments.assign({FakePedals::kind, KEY_D}, test.action);
+        pedals.desk->setAssignments(assignments);
+        if (std::string(test.state) == "Playing" && !isShown("Playing"))
+            pedals.tread(KEY_D); // it paused before
+        moveTo(test.from);
+        if (test.action != PedalAction::playOrPause || std::string(test.state) == "Paused")
+            pedals.tread(KEY_D);
+        EXPECT_TRUE(isShown(test.state)) << shown();
+        EXPECT_NEAR(position(), test.to < 0 ? -1 : test.to * 1000 + (test.to > 0 ? 500 : 0), 900);
+    }
+    EXPECT_EQ(QApplication::clipboard()->text(), QStringLiteral("(00:01:10)"));
+}
+
+TEST_F(Pedals, ObeyInTheWindowThatWasUsedLast) {
+    const auto first = std::move(panel_);
+    makePanel();
+    panel_->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(panel_.get()));
+    pedals.down(KEY_A);
+    waitForState("Playing");
+    EXPECT_FALSE(first->isOpen());
+    first->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(first.get()));
+    waitForState("Paused");
+    EXPECT_FALSE(first->isOpen()) << "a pedal that is held means the one before";
+    pedals.up(KEY_A);
+    panel_->PlayerStop();
+    pedals.down(KEY_A);
+    waitFor([&] { return first->isOpen(); });
+    EXPECT_FALSE(panel_->isOpen());
+    first->PlayerStop();
+    panel_->PlayerPlay();
+    pedals.up(KEY_A);
+    pedals.tread(KEY_A);
+    EXPECT_TRUE(isShown("Paused")) << "played last is used last";
+    pedals.down(KEY_A);
+    waitForState("Playing");
+    panel_->PlayerStop();
+    panel_ = nullptr; // while it is held
+    pedals.up(KEY_A);
+    pedals.tread(KEY_A);
+    EXPECT_TRUE(first->isOpen());
+}
+
+TEST_F(Pedals, AreLeftToOthersAgainWhereSomebodyTypesOnThem) {
+    pedals.desk->setAssignments(PedalAssignments("7;1234:abcd! 30=9"));
+    waitFor([this] { return pedals.inputs.isGrabbed("event3"); });
+    for (const unsigned key : {KEY_A, KEY_B, KEY_B, KEY_C, KEY_A})
+        pedals.tread(key);
+    EXPECT_TRUE(pedals.inputs.isGrabbed("event3"));
+    EXPECT_FALSE(pedals.desk->isLetGo(FakePedals::kind));
+    pedals.tread(KEY_D);
+    EXPECT_TRUE(pedals.desk->isLetGo(FakePedals::kind));
+    waitFor([this] { return !pedals.inputs.isGrabbed("event3"); });
+    pedals.desk->setAssignments(PedalAssignments("7;1234:abcd! 30=8"));
+    waitFor([this] { return pedals.inputs.isGrabbed("event3"); });
+}
+
+TEST_F(Pedals, DoNothingWhileSomebodyLooks) {
+    {
+        const PedalDesk::Look look(*pedals.desk);
+        pedals.tread(KEY_A);
+        EXPECT_FALSE(panel_->isOpen());
+    }
+    pedals.tread(KEY_A);
+    EXPECT_TRUE(panel_->isOpen());
+    pedals.desk->setAssignments({});
+    EXPECT_TRUE(pedals.desk->situation().devices.empty()) << "nothing is read any more";
+}
+
+} // namespace
+} // namespace ov

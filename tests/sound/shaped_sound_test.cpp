@@ -1,0 +1,71 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+// What is heard of sound that is boosted, or that lacks its pauses.
+
+#include "tests/sound/sound_fixture.h"
+
+namespace ov::modMultimedia {
+namespace {
+
+// Speech with a peak in it, three times as loud.
+TEST_F(Sound, IsBoostedWithoutClipping) {
+    Samples samples(24000);
+    for (std::size_t i = 0; i < samples.size(); ++i) {
+        const double loudness = i / 4000 % 3 == 2 ? 0.9 : 0.1;
+        samples[i] =
+            static_cast<float>(loudness * std::sin(2 * M_PI * 440 * static_cast<double>(i) / 8000));
+    }
+    tests::writeWave(store_.native("a.WAV"), {}, samples);
+    ASSERT_EQ(MciOpen(alias, store_.path("a.WAV"), "waveaudio"), "");
+    sound::WaveControl::instance().setShape({300, false, false, false});
+    const std::size_t start = recorder_->count();
+    ASSERT_EQ(MciPlay(alias, -1, 0, -1), "");
+    playToEnd();
+    const Samples heard = recordedSince(start);
+    const auto [least, most] = std::minmax_element(heard.begin(), heard.end());
+    EXPECT_NEAR(*most, 0.89, 0.03);
+    EXPECT_NEAR(*least, -0.89, 0.03);
+    // A clipped sine is flat on top.
+    EXPECT_LT(std::count_if(heard.begin(), heard.end(), [](float s) { return s > 0.885; }),
+              static_cast<std::ptrdiff_t>(heard.size() / 12));
+    std::size_t soft = 0;
+    for (std::size_t i = 0; i + perSecond / 100 < heard.size(); i += perSecond / 100) {
+        const auto piece = std::span(heard).subspan(i, perSecond / 100);
+        soft += std::fabs(*std::max_element(piece.begin(), piece.end()) - 0.3F) < 0.02F ? 1U : 0U;
+    }
+    EXPECT_GT(soft, 80U) << "what is soft is three times as loud";
+}
+
+TEST_F(Sound, SkipsSilenceAndKnowsWhereItIs) {
+    Samples samples(8000 * 6);
+    const auto place = [&](std::size_t from, std::size_t to) {
+        for (std::size_t i = from * 8000; i < to * 8000; ++i)
+            samples[i] =
+                static_cast<float>(0.5 * std::sin(2 * M_PI * 440 * static_cast<double>(i) / 8000));
+    };
+    place(0, 1);
+    place(5, 6);
+    tests::writeWave(store_.native("a.WAV"), {}, samples);
+    for (const int tempo : {100, 150}) {
+        SCOPED_TRACE(tempo);
+        MciClose(alias);
+        ASSERT_EQ(MciOpen(alias, store_.path("a.WAV"), "waveaudio"), "");
+        ASSERT_EQ(MciCommand("set PBWave tempo " + std::to_string(tempo)), "");
+        sound::WaveControl::instance().setShape({100, false, false, true});
+        const std::size_t start = recorder_->count();
+        ASSERT_EQ(MciPlay(alias, -1, 0, -1), "");
+        waitForPosition(5000); // the second voice is heard
+        playToEnd();
+        EXPECT_EQ(MciGetPosition(alias), 6000);
+        const Samples heard = recordedSince(start);
+        const auto voices = tests::soundsOf(heard, perSecond / 10);
+        ASSERT_EQ(voices.size(), 2U);
+        const double pause = static_cast<double>(voices[1].data() - voices[0].data()) / perSecond -
+                             static_cast<double>(voices[0].size()) / perSecond;
+        EXPECT_NEAR(pause * tempo / 100, 0.35, 0.1);
+    }
+}
+
+} // namespace
+} // namespace ov::modMultimedia
