@@ -62,7 +62,7 @@ void measureFormat(const char* name, const tests::WaveKind& kind, const Samples&
     MciClose("Format");
     std::vector<sound::WavePeaks> peaks;
     const double overview =
-        timed([&] { sound::readWaveOverview(store.path(file), 1000, std::stop_token(), peaks); });
+        timed([&] { sound::readWaveOverview(store.path(file), {1000}, std::stop_token(), peaks); });
     std::printf("%-22s overview %.0f ms\n", "", overview);
 }
 

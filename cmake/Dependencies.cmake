@@ -14,11 +14,11 @@ macro(ov_require found what package)
     endif()
 endmacro()
 
-# ov_require_module(<prefix> <pkg-config module> <Debian package>)
+# ov_require_module(<prefix> <pkg-config module> <Debian package> [<how to do without>])
 macro(ov_require_module prefix module package)
     if(PkgConfig_FOUND)
         pkg_check_modules(${prefix} QUIET IMPORTED_TARGET ${module})
-        ov_require(${prefix}_FOUND ${module} ${package})
+        ov_require(${prefix}_FOUND ${module} ${package} ${ARGN})
     endif()
 endmacro()
 
@@ -37,10 +37,19 @@ ov_require(PkgConfig_FOUND "pkg-config (finding the other libraries)" pkg-config
 ov_require_module(SNDFILE sndfile libsndfile1-dev)        # sound files, read and written
 ov_require_module(SDL2 sdl2 libsdl2-dev)                  # sound output
 ov_require_module(SOUNDTOUCH soundtouch libsoundtouch-dev) # playing faster or slower
+ov_require_module(EBUR128 libebur128 libebur128-dev)       # how loud sound is
 ov_require_module(XLSXWRITER xlsxwriter libxlsxwriter-dev) # export to spreadsheets
+ov_require_module(SQLITE sqlite3 libsqlite3-dev)          # catalogues of large stores
+if(OVSEARCH_POSTGRES)
+    ov_require_module(POSTGRES libpq libpq-dev "-DOVSEARCH_POSTGRES=OFF for catalogues in files alone")
+endif()
 ov_require_module(MINIZIP minizip libminizip-dev)         # reading them back
 
 if(OVSEARCH_WINDOWS)
+    if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
+        set(OV_EVDEV ON)
+        ov_require_module(EVDEV libevdev libevdev-dev)    # foot pedals
+    endif()
     set(qt_parts Widgets PrintSupport)
     if(OV_TESTS)
         list(APPEND qt_parts Test)
@@ -49,6 +58,13 @@ if(OVSEARCH_WINDOWS)
     list(JOIN qt_parts ", " qt_parts)
     ov_require(Qt6_FOUND "Qt 6.4 (${qt_parts})" qt6-base-dev
         "-DOVSEARCH_WINDOWS=OFF for the engine and the terminal program alone")
+    option(OVSEARCH_DBUS "Let other programs drive the player, where Qt has D-Bus" ON)
+    if(OVSEARCH_DBUS)
+        find_package(Qt6DBus 6.4 QUIET)
+    endif()
+    if(Qt6DBus_FOUND)
+        ov_require_module(DBUS dbus-1 libdbus-1-dev)
+    endif()
 endif()
 if(OV_TESTS)
     find_package(GTest QUIET)

@@ -85,7 +85,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     std::vector<WavePeaks> peaks;
     if (file->frames() < 1'000'000) {
         // The decoder may find in the middle that it cannot go on.
-        const bool drawn = readWaveOverview(fromNativePath(memory.native()), 100, {}, peaks);
+        const bool drawn = readWaveOverview(fromNativePath(memory.native()), {100}, {}, peaks);
         require(peaks.size() == (drawn ? 100U : 0U));
     }
     return 0;

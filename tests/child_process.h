@@ -22,11 +22,12 @@ bool isTrueInChild(Work work) {
     return WIFEXITED(status) && WEXITSTATUS(status) == 0;
 }
 
+constexpr uid_t nobody = 65534;
+
 // Without rights on other people's files, also when the tests run as root.
 template <typename Work>
 bool isTrueUnprivileged(Work work) {
     return isTrueInChild([&work] {
-        constexpr uid_t nobody = 65534;
         const bool dropped = geteuid() != 0 || (setresgid(nobody, nobody, nobody) == 0 &&
                                                 setresuid(nobody, nobody, nobody) == 0);
         return dropped && work();

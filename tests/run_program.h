@@ -33,9 +33,10 @@ struct ProgramRun {
     std::map<std::string, std::string> environment; // added to that of the tests
     std::string outputFile;  // takes the standard output, which is then not captured
     std::string interruptAt; // Ctrl-C is pressed once, as soon as the program has said this
-    std::string typeAt;      // `typed` is typed once, as soon as the program has said this
-    std::string typed;       // on a terminal only
-    std::string actAt;       // `act` is done once, as soon as the program has said this
+    int interruptBy = SIGINT;
+    std::string typeAt; // `typed` is typed once, as soon as the program has said this
+    std::string typed;  // on a terminal only
+    std::string actAt;  // `act` is done once, as soon as the program has said this
     std::function<void()> act;
     // More of these, one after the other.
     std::vector<std::pair<std::string, std::function<void()>>> steps;
@@ -136,7 +137,7 @@ inline void collect(Child& child, ProgramRun run, ProgramResult& result) {
     const auto deadline = std::chrono::steady_clock::now() + hangsAfter;
     auto pressAgain = deadline;
     const auto press = [&] {
-        kill(child.id, SIGINT);
+        kill(child.id, run.interruptBy);
         pressAgain =
             signalsGetLost ? std::chrono::steady_clock::now() + std::chrono::seconds(15) : deadline;
     };

@@ -36,6 +36,10 @@ public:
             id_ = -1;
         return id_ > 0;
     }
+    void send(int signal) const {
+        if (id_ > 0)
+            kill(id_, signal);
+    }
     void end() {
         if (id_ <= 0)
             return;
@@ -61,8 +65,29 @@ public:
     bool isRunning() { return process_.isRunning(); }
     // As a device that is unplugged.
     void vanish() { process_.end(); }
+    // Answers nobody until it goes on.
+    void hang() const { process_.send(SIGSTOP); }
+    void goOn() const { process_.send(SIGCONT); }
+
+    // A further sink, "elsewhere", that calls itself so; what is usual stays so.
+    static bool plugIn(const std::string& description) {
+        return tell("load-module module-null-sink sink_name=elsewhere format=float32le channels=2"
+                    " rate=" +
+                    std::to_string(rate) + " 'sink_properties=device.description=" + description +
+                    "'") &&
+               tell("set-default-sink nowhere");
+    }
+    // That goes alone.
+    static bool pullOut() {
+        return tell("unload-module $(pactl list short modules |"
+                    " sed -n '/sink_name=elsewhere/s/\\t.*//p')");
+    }
 
 private:
+    static bool tell(const std::string& command) {
+        return std::system(("pactl " + command + " >/dev/null 2>&1").c_str()) == 0;
+    }
+
     TemporaryStore store_;
     Environment home_{"HOME", store_.folder().native()};
     Environment runtime_{"XDG_RUNTIME_DIR", store_.folder().native()};
@@ -82,7 +107,7 @@ private:
 class Recorder {
 public:
     // Runs already at its end, so that the sink works in small pieces.
-    Recorder() {
+    explicit Recorder(const std::string& sink = "nowhere") : sink_(sink) {
         waitForMore(SoundServer::rate / 50);
         if (!process_.isRunning())
             throw std::runtime_error("nothing can be recorded");
@@ -108,8 +133,10 @@ public:
 
 private:
     TemporaryStore store_;
+    std::string sink_;
     std::string file_ = store_.add("sound").native("sound");
-    Process process_{"parec --raw --device=nowhere.monitor --format=float32le --channels=1"
+    Process process_{"parec --raw --device=" + sink_ +
+                     ".monitor --format=float32le --channels=1"
                      " --latency-msec=5 --rate=" +
                      std::to_string(SoundServer::rate) + " >>" + file_ + " 2>" +
                      store_.native("log")};

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 
 #include "cli/commands/demo_command.h"
-#include "cli/commands/play_command.h"
 #include "cli/messages.h"
+#include "cli/options/catalogue_options.h"
 #include "cli/options/command_words.h"
 #include "cli/options/find_options.h"
 #include "cli/options/look_options.h"
@@ -11,6 +11,7 @@
 #include "cli/options/show_options.h"
 #include "cli/options/usage.h"
 #include "cli/output.h"
+#include "cli/play/play_options.h"
 #include "cli/session.h"
 #include "cli/terminal_interface.h"
 #include "platform/locale_module.h"
@@ -43,8 +44,10 @@ struct Arguments {
     ExportOptions exported;
     ShowOptions show;
     LookOptions looks; // of what fields prints
+    CatalogueOptions catalogue;
     std::string help;
-    std::string play;
+    PlayOptions play;
+    DeviceFormat deviceFormat = DeviceFormat::table;
     std::string demoDirectory;
     int demoCount = 500;
     std::uint32_t demoSeed = 1;
@@ -75,12 +78,6 @@ CLI::App* addFields(CLI::App& app, Arguments& arguments) {
 CLI::App* addHelp(CLI::App& app, Arguments& arguments) {
     CLI::App* command = app.add_subcommand("help", "Tell the options of a command");
     command->add_option("COMMAND", arguments.help, "The command; else all of them")->type_name("");
-    return command;
-}
-
-CLI::App* addPlay(CLI::App& app, Arguments& arguments) {
-    CLI::App* command = app.add_subcommand("play", "Play a dictation; q or Ctrl-C ends it");
-    addPath(*command, "FILE", arguments.play, "The sound file");
     return command;
 }
 
@@ -130,6 +127,7 @@ ExitCode tellHelp(const CLI::App& app, const std::string& command) {
 void parse(CLI::App& app, std::vector<std::string> texts, Arguments& arguments) {
     arguments.find.search.words = takeSearchWords(app, texts);
     arguments.exported.search.words = arguments.find.search.words;
+    arguments.play.search.words = arguments.find.search.words;
     std::ranges::reverse(texts); // as it takes them
     app.parse(std::move(texts));
 }
@@ -142,11 +140,13 @@ ExitCode run(int argc, char** argv) {
     CLI::App* find = addFind(app, arguments.find);
     CLI::App* show = addShow(app, arguments.show);
     CLI::App* fields = addFields(app, arguments);
-    CLI::App* play = addPlay(app, arguments);
+    CLI::App* play = addPlay(app, arguments.play);
+    CLI::App* devices = addDevices(app, arguments.deviceFormat);
     CLI::App* demo = addDemo(app, arguments);
     CLI::App* exported = addExport(app, arguments.exported);
+    CLI::App* catalogue = addCatalogue(app, arguments.catalogue);
     CLI::App* help = addHelp(app, arguments);
-    for (CLI::App* command : {&app, find, show, fields, play, demo, exported})
+    for (CLI::App* command : {&app, find, show, fields, play, devices, demo, exported, catalogue})
         addCommonOptions(*command, arguments);
     try {
         parse(app, withWholeCommands({argv + std::min(argc, 1), argv + argc}), arguments);
@@ -165,10 +165,19 @@ ExitCode run(int argc, char** argv) {
     if (*show)
         return runShow(arguments.show);
     if (*play)
-        return runPlay(arguments.play, terminal);
+        return runPlay(arguments.play, session, terminal);
+    if (*devices)
+        return runDevices(arguments.deviceFormat);
     if (*demo)
         return runDemo(arguments.demoDirectory, arguments.demoCount, arguments.demoSeed, terminal);
+    if (*catalogue)
+        return runCatalogue(arguments.catalogue, terminal);
     return runFields(arguments.looks);
+}
+
+int interruptingSignal() {
+    const int signal = TerminalInterface::interruptingSignal();
+    return signal != 0 ? signal : SIGINT;
 }
 
 } // namespace
@@ -186,7 +195,7 @@ int main(int argc, char** argv) {
         if (const auto problem = ov::platform::localeProblem(); !problem.ok())
             complain("dates, numbers and order are those of no country: " + problem.description());
         if (code == ExitCode::interrupted)
-            ov::platform::endBySignal(SIGINT); // a script's loop then ends too
+            ov::platform::endBySignal(interruptingSignal()); // a script's loop then ends too
         return static_cast<int>(code);
     } catch (const ov::HostError& error) {
         complain(error.description());

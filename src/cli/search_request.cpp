@@ -85,7 +85,7 @@ bool readSort(const std::vector<std::string>& texts, std::vector<modDictation::S
     });
 }
 
-bool findRoot(const TypedWords& typed, std::string& root) {
+bool findRoot(const TypedWords& typed, bool asksStore, std::string& root) {
     using namespace modFilePath;
     root = typed.root ? AddBackslash(platform::fromNativePath(*typed.root))
                       : GetDirectory(directory_id::dictationTree);
@@ -95,7 +95,8 @@ bool findRoot(const TypedWords& typed, std::string& root) {
         tellTakenWords(typed);
         return false;
     }
-    const platform::Status opened = platform::DirectoryReader().open(root);
+    const platform::Status opened =
+        asksStore ? platform::DirectoryReader().open(root) : platform::Status();
     if (opened.ok())
         return true;
     if (typed.root && platform::fileExists(platform::fromNativePath(*typed.root)))
@@ -149,7 +150,7 @@ ExitCode readSearch(const SearchOptions& options, const std::vector<std::string>
         !readColumns(options.columns.empty() ? usualColumns : options.columns, request.columns) ||
         !readSort(options.sort, request.sort))
         return ExitCode::usage;
-    if (!findRoot(typed, search.root))
+    if (!findRoot(typed, options.asksStore, search.root))
         return ExitCode::unreadable;
     search.all = search.all || search.criteria.empty();
     search.depth = options.maxDepth;

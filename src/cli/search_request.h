@@ -35,6 +35,7 @@ struct SearchOptions {
     std::vector<std::string> columns;
     std::vector<std::string> sort; // KEY or KEY:desc each
     Telling telling;
+    bool asksStore = true; // else its folders need not be there
 };
 
 // Of hits that are printed, written or whatever else they are wanted for.

@@ -18,12 +18,12 @@ namespace ov::cli {
 namespace {
 
 // NOLINTNEXTLINE(*-avoid-non-const-global-variables): a signal handler may touch nothing else
-volatile std::sig_atomic_t interruptPressed = 0;
+volatile std::sig_atomic_t interruptedBy = 0;
 // NOLINTNEXTLINE(*-avoid-non-const-global-variables): likewise
 volatile std::sig_atomic_t outlivesInterrupts = 0;
 
 extern "C" void onInterrupt(int signal) {
-    interruptPressed = 1;
+    interruptedBy = signal;
     std::signal(signal, outlivesInterrupts != 0 ? onInterrupt : platform::endBySignal);
 }
 
@@ -49,7 +49,7 @@ TerminalInterface::TerminalInterface()
       previousHandler_(std::signal(SIGINT, onInterrupt)),
       showsProgress_(platform::isTerminal(stderr)),
       outputIsTerminal_(platform::isTerminal(stdout)) {
-    interruptPressed = 0;
+    interruptedBy = 0;
     if (previousHandler_ == SIG_IGN)
         std::signal(SIGINT, SIG_IGN);
 }
@@ -61,7 +61,16 @@ TerminalInterface::~TerminalInterface() {
 }
 
 bool TerminalInterface::interrupted() noexcept {
-    return interruptPressed != 0;
+    return interruptedBy != 0;
+}
+
+int TerminalInterface::interruptingSignal() noexcept {
+    return interruptedBy;
+}
+
+void TerminalInterface::heedTermination() noexcept {
+    if (std::signal(SIGTERM, onInterrupt) == SIG_IGN)
+        std::signal(SIGTERM, SIG_IGN);
 }
 
 void TerminalInterface::outliveInterrupts(bool outlive) noexcept {

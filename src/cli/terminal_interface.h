@@ -26,7 +26,11 @@ public:
     // again.
     void makeRoomForOutput();
 
+    // From now on a request to end does what Ctrl-C does.
+    static void heedTermination() noexcept;
     static bool interrupted() noexcept;
+    // By which signal.
+    static int interruptingSignal() noexcept;
     // While a pager has the terminal a further Ctrl-C does not end the program either, which would
     // leave the pager behind.
     static void outliveInterrupts(bool outlive) noexcept;

@@ -3,6 +3,7 @@
 
 // What the buttons, keys and menus of the control do.
 
+#include "control/catalogue/catalogue_values.h"
 #include "control/criteria/pasted_criteria.h"
 #include "control/ctrlOVSearch.h"
 #include "control/results/seen_values.h"
@@ -78,12 +79,11 @@ bool ctrlOVSearch::storeAnswers() {
 
 void ctrlOVSearch::cmdSearchOptions_Click(int index) {
     post("cmdSearchOptions_Click", [this, index] {
+        if (index == ControlView::search)
+            return runSearch(SearchRun::Questions::asks);
         if (!storeAnswers())
             return;
         switch (index) {
-        case ControlView::search:
-            runSearch(SearchRun::Questions::asks);
-            break;
         case ControlView::print:
             exportResults();
             break;
@@ -118,9 +118,14 @@ void ctrlOVSearch::cmdSearchKriteriaOptions_Click(int index) {
 }
 
 void ctrlOVSearch::runSearch(SearchRun::Questions withoutCriteria) {
+    runSearch(withoutCriteria, catalogue_);
+}
+
+void ctrlOVSearch::runSearch(SearchRun::Questions withoutCriteria, const std::string& catalogue) {
     const std::string root = dictationTree_; // the host may name another one meanwhile
     criteriaChanged_ = false;
-    SearchRun run({view_, *this, stop_.get_token(), withoutCriteria, remembered_,
+    counting_.giveUp();
+    SearchRun run({view_, *this, stop_.get_token(), withoutCriteria, remembered_, catalogue,
                    [this](ControlState state) { enter(state); }, [this] { return isEnding(); },
                    [this](const modDictation::Search& what) {
                        view_.picPlayer->PlayerStop();
@@ -134,6 +139,7 @@ void ctrlOVSearch::runSearch(SearchRun::Questions withoutCriteria) {
         if (const auto outcome = run.run(root)) {
             outcome_ = outcome; // before its box is open, in which the language may change
             showCounts();
+            countCriteria();
             noteSearch();
             goToHits();
             run.tellOutcome(*outcome);
@@ -154,26 +160,21 @@ void ctrlOVSearch::searchByKey() {
     const QPointer<QWidget> from = view_.isInCriteria(focus) ? focus : nullptr;
     post("SearchByKey", [this, from] {
         searchedFrom_ = from;
-        if (storeAnswers())
-            runSearch(SearchRun::Questions::asks);
+        runSearch(SearchRun::Questions::asks);
     });
 }
 
-// Where someone doubts that a file server tells of all changes.
+// Where someone doubts that a file server tells of all changes, or a catalogue of the latest.
 void ctrlOVSearch::searchAfresh() {
     post("SearchAfresh", [this] {
         remembered_->forget();
-        if (storeAnswers())
-            runSearch(SearchRun::Questions::asks);
+        runSearch(SearchRun::Questions::asks, {});
     });
 }
 
 void ctrlOVSearch::listAll() {
     view_.lvSearchResult->setFocus(); // the button goes away
-    post("ListAll", [this] {
-        if (storeAnswers())
-            runSearch(SearchRun::Questions::listsAll);
-    });
+    post("ListAll", [this] { runSearch(SearchRun::Questions::listsAll); });
 }
 
 // While a search goes on nothing is known yet.
@@ -202,10 +203,11 @@ void ctrlOVSearch::stopSearch() {
 std::optional<std::string> ctrlOVSearch::openEditor(const std::string& criteriaString, bool isNew) {
     enter(ControlState::asking);
     SeenValues seen(view_.lvSearchResult->results().hits());
+    CatalogueValues known(catalogue_, dictationTree_, seen);
     frmCriteria editor(this);
     editor.EditMode = !isNew;
     editor.CriteriaString = criteriaString;
-    editor.Seen = &seen;
+    editor.Seen = catalogue_.empty() ? static_cast<ValueSource*>(&seen) : &known;
     editor.exec();
     if (!editor.OKPressed() || isEnding())
         return std::nullopt;

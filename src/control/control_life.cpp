@@ -79,6 +79,7 @@ void ctrlOVSearch::UserControl_Terminate() {
     if (m_cEventSource)
         m_cEventSource->unsubscribe(*this);
     stop_.request_stop();
+    counting_.giveUp();
     const QList<QDialog*> dialogs = findChildren<QDialog*>();
     for (QDialog* dialog : dialogs)
         dialog->reject();
@@ -86,6 +87,8 @@ void ctrlOVSearch::UserControl_Terminate() {
     for (QMenu* menu : menus)
         menu->close();
     windowInterface_->closeBoxes(this);
+    bus_ = nullptr;
+    playerChoices_.keepNow();
     endPlayer();
     if (before.hasContents) {
         if (const auto saved = criteriaFile_.save(view_.lvSearchCriteria->entries()); !saved.ok())

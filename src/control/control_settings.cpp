@@ -27,9 +27,20 @@ constexpr std::string_view criteriaShare = "CriteriaShare";
 constexpr std::string_view backUpSeconds = "PlayerBackUpSeconds";
 constexpr std::string_view speedPercent = "PlayerSpeed";
 constexpr std::string_view timeStampForm = "PlayerTimeStamp";
+constexpr std::string_view pedals = "PlayerPedals";
 constexpr std::string_view remembersPositions = "PlayerRemembersPositions";
+constexpr std::string_view boost = "PlayerBoost";
+constexpr std::string_view evensOut = "PlayerEvensOut";
+constexpr std::string_view cutsRumble = "PlayerCutsRumble";
+constexpr std::string_view skipsSilence = "PlayerSkipsSilence";
+constexpr std::string_view output = "PlayerOutput";
+constexpr std::string_view volume = "PlayerVolume";
 constexpr std::string_view rememberedMiB = "RememberedMiB";
 constexpr std::string_view trustFolderTimes = "TrustFolderTimes";
+constexpr std::string_view catalogue = "Catalogue";
+constexpr std::string_view searchCatalogue = "SearchCatalogue";
+constexpr std::string_view playerOnBus = "PlayerOnBus";
+constexpr std::string_view playerShortcuts = "PlayerShortcuts";
 } // namespace key
 
 constexpr std::int32_t lowest = std::numeric_limits<std::int32_t>::min();
@@ -43,6 +54,14 @@ void forEachPart(std::string_view text, Visit visit) {
         visit(text.substr(0, comma));
         text.remove_prefix(comma == std::string_view::npos ? text.size() : comma + 1);
     }
+}
+
+// From 0 on.
+std::optional<std::int32_t> numberIfThere(const IniSection& settings, std::string_view name,
+                                          std::int32_t largest) {
+    constexpr std::int32_t none = -1;
+    const std::int32_t number = settings.number(name, none, 0, largest);
+    return number == none ? std::nullopt : std::optional(number);
 }
 
 bool isField(std::int32_t id) {
@@ -127,42 +146,71 @@ void ControlSettings::setColumnLayout(const ColumnLayout& layout) const {
     settings_.setText(key::columnWidths, widths);
 }
 
-std::int32_t ControlSettings::backUpSeconds() const {
-    return settings_.number(key::backUpSeconds, 0, 0, 10);
+std::string ControlSettings::pedals() const {
+    return settings_.text(key::pedals);
 }
 
-void ControlSettings::setBackUpSeconds(std::int32_t seconds) const {
-    settings_.setNumber(key::backUpSeconds, seconds);
+void ControlSettings::setPedals(const std::string& assignments) const {
+    settings_.setText(key::pedals, assignments);
 }
 
-std::int32_t ControlSettings::speedPercent() const {
-    return settings_.number(key::speedPercent, 100, 50, 200);
+PlayerChoices ControlSettings::playerChoices() const {
+    PlayerChoices choices;
+    choices.backUpSeconds =
+        settings_.number(key::backUpSeconds, 0, 0, PlayerChoices::mostBackUpSeconds);
+    choices.speedPercent = settings_.number(key::speedPercent, PlayerChoices::usualSpeed,
+                                            PlayerChoices::slowest, PlayerChoices::fastest);
+    choices.timeStampForm = settings_.text(key::timeStampForm);
+    choices.remembersPositions = settings_.boolean(key::remembersPositions, true);
+    choices.shape.boost =
+        settings_.number(key::boost, sound::SoundShape::usualBoost, sound::SoundShape::usualBoost,
+                         sound::SoundShape::largestBoost);
+    choices.shape.evensOut = settings_.boolean(key::evensOut, false);
+    choices.shape.cutsRumble = settings_.boolean(key::cutsRumble, false);
+    choices.shape.skipsSilence = settings_.boolean(key::skipsSilence, false);
+    return choices;
 }
 
-void ControlSettings::setSpeedPercent(std::int32_t percent) const {
-    settings_.setNumber(key::speedPercent, percent);
+void ControlSettings::setPlayerChoices(const PlayerChoices& choices,
+                                       const PlayerChoices& before) const {
+    if (choices.backUpSeconds != before.backUpSeconds)
+        settings_.setNumber(key::backUpSeconds, choices.backUpSeconds);
+    if (choices.speedPercent != before.speedPercent)
+        settings_.setNumber(key::speedPercent, choices.speedPercent);
+    if (choices.timeStampForm != before.timeStampForm)
+        settings_.setText(key::timeStampForm, choices.timeStampForm);
+    if (choices.shape.boost != before.shape.boost)
+        settings_.setNumber(key::boost, choices.shape.boost);
+    const auto keep = [this](std::string_view name, bool value, bool earlier) {
+        if (value != earlier)
+            settings_.setBoolean(name, value);
+    };
+    keep(key::remembersPositions, choices.remembersPositions, before.remembersPositions);
+    keep(key::evensOut, choices.shape.evensOut, before.shape.evensOut);
+    keep(key::cutsRumble, choices.shape.cutsRumble, before.shape.cutsRumble);
+    keep(key::skipsSilence, choices.shape.skipsSilence, before.shape.skipsSilence);
 }
 
-std::string ControlSettings::timeStampForm() const {
-    return settings_.text(key::timeStampForm);
+std::string ControlSettings::output() const {
+    return settings_.text(key::output);
 }
 
-void ControlSettings::setTimeStampForm(const std::string& form) const {
-    settings_.setText(key::timeStampForm, form);
+void ControlSettings::setOutput(const std::string& name) const {
+    settings_.setText(key::output, name);
 }
 
-bool ControlSettings::remembersPositions() const {
-    return settings_.boolean(key::remembersPositions, true);
+std::optional<std::int32_t> ControlSettings::volume() const {
+    constexpr std::int32_t loudest = 65535;
+    return numberIfThere(settings_, key::volume, loudest);
 }
 
-void ControlSettings::setRemembersPositions(bool remembers) const {
-    settings_.setBoolean(key::remembersPositions, remembers);
+void ControlSettings::setVolume(std::int32_t volume) const {
+    settings_.setNumber(key::volume, volume);
 }
 
 std::optional<std::int32_t> ControlSettings::criteriaShare() const {
-    constexpr std::int32_t none = -1;
-    const std::int32_t share = settings_.number(key::criteriaShare, none, 0, 1000);
-    return share == none ? std::nullopt : std::optional(share);
+    constexpr std::int32_t whole = 1000;
+    return numberIfThere(settings_, key::criteriaShare, whole);
 }
 
 void ControlSettings::setCriteriaShare(std::int32_t thousandths) const {
@@ -175,6 +223,33 @@ std::int32_t ControlSettings::rememberedMiB() const {
 
 bool ControlSettings::trustsFolderTimes() const {
     return settings_.boolean(key::trustFolderTimes, false);
+}
+
+std::string ControlSettings::catalogue() const {
+    return settings_.text(key::catalogue);
+}
+
+bool ControlSettings::searchesCatalogue() const {
+    const bool isNamed = !catalogue().empty();
+    return isNamed && settings_.boolean(key::searchCatalogue, true);
+}
+
+void ControlSettings::setSearchesCatalogue(bool searches) const {
+    if (searches && catalogue().empty())
+        settings_.setText(key::catalogue, "own");
+    settings_.setBoolean(key::searchCatalogue, searches);
+}
+
+bool ControlSettings::isPlayerOnBus() const {
+    return settings_.boolean(key::playerOnBus, true);
+}
+
+bool ControlSettings::offersPlayerShortcuts() const {
+    return settings_.boolean(key::playerShortcuts, true);
+}
+
+void ControlSettings::declinePlayerShortcuts() const {
+    settings_.setBoolean(key::playerShortcuts, false);
 }
 
 } // namespace ov

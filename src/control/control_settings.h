@@ -5,6 +5,7 @@
 
 #include "control/results/column_layout.h"
 #include "dictation/search/result_order.h"
+#include "playback/panel/choices/player_choices.h"
 #include "support/ini_section.h"
 
 #include <cstdint>
@@ -43,14 +44,16 @@ public:
     ColumnLayout columnLayout() const;
     void setColumnLayout(const ColumnLayout& layout) const;
 
-    std::int32_t backUpSeconds() const; // of the player, 0 to 10; 0
-    void setBackUpSeconds(std::int32_t seconds) const;
-    std::int32_t speedPercent() const; // of the player, 50 to 200; 100
-    void setSpeedPercent(std::int32_t percent) const;
-    std::string timeStampForm() const; // see playback/panel/player_texts.h; empty
-    void setTimeStampForm(const std::string& form) const;
-    bool remembersPositions() const; // where dictations are left in the player; true
-    void setRemembersPositions(bool remembers) const;
+    std::string pedals() const; // see playback/pedal/pedal_assignments.h; empty
+    void setPedals(const std::string& assignments) const;
+    PlayerChoices playerChoices() const;
+    // Writes what is another than before; the rest may be another window's.
+    void setPlayerChoices(const PlayerChoices& choices, const PlayerChoices& before) const;
+
+    std::string output() const; // of the player, by name; empty: the usual one
+    void setOutput(const std::string& name) const;
+    std::optional<std::int32_t> volume() const; // of the player, 0 to 65535; as the mixer has it
+    void setVolume(std::int32_t volume) const;
 
     // How high the user made the criteria's half of the window, in thousandths; nothing: as high
     // as the criteria need.
@@ -61,6 +64,19 @@ public:
     // times of folders count also on file systems of unknown kind, false. Set by hand.
     std::int32_t rememberedMiB() const;
     bool trustsFolderTimes() const;
+
+    // The catalogue as cataloguePlace() reads it, empty: none is named; and whether searches ask
+    // it, true where one is named. Asking is switched off without the name being lost; on, without
+    // a name, it is the user's own.
+    std::string catalogue() const;
+    bool searchesCatalogue() const;
+    void setSearchesCatalogue(bool searches) const;
+
+    // Whether other programs of the session see the player and drive it, true. Set by hand.
+    bool isPlayerOnBus() const;
+    // Whether the desktop asks for keys that drive it from all programs, true.
+    bool offersPlayerShortcuts() const;
+    void declinePlayerShortcuts() const;
 
 private:
     IniSection settings_;

@@ -3,7 +3,9 @@
 
 // What the widgets of the control say.
 
+#include "control/catalogue/catalogue_answer.h"
 #include "control/control_view.h"
+#include "support/language/catalogue_text_ids.h"
 #include "support/language/help_text_ids.h"
 #include "support/language/text_ids.h"
 #include "widgets/captions.h"
@@ -58,6 +60,7 @@ void ControlView::setReadingOrder() {
                                                lblResultSummary,
                                                lblSearchNoticeIcon,
                                                lblSearchNotice,
+                                               lblCatalogueMoment,
                                                picPlayer};
     for (QWidget* widget : seen)
         widget->raise();
@@ -87,6 +90,14 @@ void ControlView::setNotice(const QString& notice) const {
     lblSearchNotice->setText(notice);
     lblSearchNotice->setVisible(!notice.isEmpty());
     lblSearchNoticeIcon->setVisible(!notice.isEmpty());
+}
+
+void ControlView::setMoment(std::int64_t nanoseconds) const {
+    const bool isThere = nanoseconds != 0;
+    lblCatalogueMoment->setText(
+        isThere ? widgets::text(text_id::catalogueAsOf, {momentText(nanoseconds, platform::now())})
+                : QString());
+    lblCatalogueMoment->setVisible(isThere);
 }
 
 } // namespace ov

@@ -211,10 +211,17 @@ QBoxLayout* ControlView::buildNoticeRow(QWidget* parent) {
     lblSearchNotice->setWordWrap(true);
     auto* row = new QHBoxLayout;
     lblResultSummary = new ResultSummary(*lvSearchResult, parent);
+    lblCatalogueMoment = new QLabel(parent);
+    lblCatalogueMoment->setObjectName(QStringLiteral("lblCatalogueMoment"));
+    lblCatalogueMoment->setTextFormat(Qt::PlainText);
+    widgets::setHint(*lblCatalogueMoment);
+    lblCatalogueMoment->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     row->addWidget(lblResultSummary);
     row->addWidget(lblSearchNoticeIcon);
     row->addWidget(lblSearchNotice, 1);
+    row->addWidget(lblCatalogueMoment);
     setNotice({});
+    setMoment(0);
     return row;
 }
 

@@ -53,6 +53,8 @@ public:
 
     // Below the hits: what the last search could not do; empty hides it.
     void setNotice(const QString& notice) const;
+    // Beside it: of when the answer of a catalogue is, nanoseconds since 1970; 0 hides it.
+    void setMoment(std::int64_t nanoseconds) const;
 
     // Whether that widget belongs to the criteria's half.
     bool isInCriteria(const QWidget* widget) const;
@@ -74,6 +76,7 @@ public:
     ResultList* lvSearchResult = nullptr;
     EmptyState* emptyState = nullptr; // of the result list
     ResultSummary* lblResultSummary = nullptr;
+    QLabel* lblCatalogueMoment = nullptr;
     QLabel* lblSearchNoticeIcon = nullptr;
     QLabel* lblSearchNotice = nullptr;
     PlayerPanel* picPlayer = nullptr;

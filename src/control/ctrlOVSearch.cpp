@@ -99,7 +99,9 @@ void ctrlOVSearch::readFromHost() {
     criteriaFile_ = CriteriaFile(directory);
     if (const std::string own = platform::userDataFolder(); !own.empty())
         savedSearches_ = SavedSearches(own + "Searches\\");
-    view_.picPlayer->setRememberedPositions(RememberedPositions(platform::userDataFolder()));
+    view_.picPlayer->setRememberedPositions(
+        RememberedPositions(platform::userDataFolder()),
+        [kept = settings_] { return kept.playerChoices().remembersPositions; });
     settings_.markAsCopied();
     modLanguage::SetLanguage(language, subLanguage);
 }
@@ -116,16 +118,18 @@ void ctrlOVSearch::buildControl() {
     view_.lvSearchResult->setSettings(settings_);
     view_.lvSearchResult->ApplyColumns();
     view_.picPlayer->PlayerInitControls();
-    view_.picPlayer->setBackUpSeconds(settings_.backUpSeconds());
-    view_.picPlayer->setSpeedPercent(settings_.speedPercent());
-    view_.picPlayer->setTimeStampForm(settings_.timeStampForm());
-    view_.picPlayer->setRemembers(settings_.remembersPositions());
+    view_.picPlayer->setChoices(settings_.playerChoices());
+    if (const auto volume = settings_.volume())
+        view_.picPlayer->setVolume(*volume);
+    OutputMenu::setOutput(settings_.output());
+    setUpCatalogue();
     view_.chkFollow->setChecked(settings_.followsCriteria());
     view_.lvSearchCriteria->load({criteriaFile_.load(), view_.isCompareAnd()});
     view_.criteriaRoom->begin(settings_.criteriaShare());
     enter(ControlState::idle); // from now on the criteria are worth saving
     connectAll();
     addShortcuts();
+    joinBus();
     ask("IFormExtension_Init", [this] {
         m_icExtendableForm->ReportControlReady(*plugIn_);
         return 0;
@@ -151,6 +155,7 @@ void ctrlOVSearch::connectAll() {
     connectHandingOut();
     connectHeader();
     connectPlaying();
+    setUpPedals();
 }
 
 void ctrlOVSearch::connectCriteria() {
@@ -197,6 +202,7 @@ void ctrlOVSearch::addShortcuts() {
             view_.lvSearchResult->setFocus(Qt::ShortcutFocusReason);
     });
     add(Qt::CTRL | Qt::Key_J, [this] { view_.picPlayer->askForTime(); })->setAutoRepeat(false);
+    add(Qt::CTRL | Qt::Key_L, [this] { view_.picPlayer->markLoop(); })->setAutoRepeat(false);
     add(Qt::CTRL | Qt::Key_T, [this] { view_.picPlayer->copyTimeStamp(); })->setAutoRepeat(false);
     add(Qt::Key_F7, [this] { view_.picPlayer->playAgain(); });
     constexpr std::int32_t skipSeconds = 5;

@@ -9,14 +9,18 @@
 #include "control/control_view.h"
 #include "control/criteria/criteria_file.h"
 #include "control/criteria/saved_searches.h"
+#include "control/filter/aside_work.h"
 #include "control/host_trap.h"
 #include "control/search_run.h"
 #include "export/print/list_export.h"
+#include "playback/panel/bus/player_bus.h"
+#include "playback/panel/choices/choice_keeper.h"
 #include "plugin/host_interfaces.h"
 #include "plugin/modOVPlugIn.h"
 #include "support/log.h"
 #include "widgets/window_interface.h"
 
+#include <QAction>
 #include <QPointer>
 #include <QWidget>
 #include <cstdint>
@@ -27,6 +31,8 @@
 #include <string>
 
 namespace ov {
+
+struct CriterionCounts;
 
 // The search control that the host places in its main window: criteria, the hits of a search,
 // the player. The host drives it through the object that makeControl() gives.
@@ -96,6 +102,8 @@ private:
     void connectHandingOut();
     void connectHeader();
     void connectPlaying();
+    void setUpPedals();
+    void choosePedals();
     void addShortcuts();
     void retranslate();
     void refresh() {} // hook of the host's "UPDATE": nothing to refresh
@@ -118,6 +126,16 @@ private:
     // False, after a box, when the store cannot be reached; lets messages be handled meanwhile.
     bool storeAnswers();
     void runSearch(SearchRun::Questions withoutCriteria);
+    void runSearch(SearchRun::Questions withoutCriteria, const std::string& catalogue);
+    void setUpCatalogue();
+    void useCatalogue(bool uses);
+    void countCriteria();
+    void takeCounts(const CriterionCounts& counts);
+    std::string presentPath();
+    void playMoved(const std::string& path);
+    std::string findMoved(const std::string& path);
+    std::string movedInCatalogue(const modDictation::Search& what, const std::string& path);
+    std::string movedOnDisk(modDictation::Search what, const std::string& path);
     void listAll();
     void showHint();
     void showCounts();
@@ -128,6 +146,11 @@ private:
     void deleteSearch(const SavedSearch& saved);
     void tellUnsavedSearch(const platform::Status& status);
     void noteSearch();
+    void joinBus();
+    int rowBeside(int step) const;
+    void playRow(int step);
+    void tellSavedSearches(const BusCommands::Done& done) const;
+    void searchByName(const std::string& name, const BusCommands::Done& done);
     bool showsWhatIsAsked() const;
     void criteriaChanged();
     void followChosen(bool follows);
@@ -149,7 +172,7 @@ private:
     void showDetails();
     void goToHits();
     void searchByKey();
-    void showLog() const;
+    void showLog();
     void copyRows(const std::function<void(const std::function<bool()>&)>& copy);
     void addCriterion();
     void editCriterion();
@@ -172,6 +195,10 @@ private:
     IPlugin* plugIn_ = nullptr; // nullptr again when the host has let go
     QMetaObject::Connection parentGone_;
     ControlSettings settings_;
+    ChoiceKeeper playerChoices_{{[this](const PlayerChoices& choices, const PlayerChoices& before) {
+                                     settings_.setPlayerChoices(choices, before);
+                                 },
+                                 [this](std::int32_t volume) { settings_.setVolume(volume); }}};
     exporting::ExportSettings exportSettings_;
     CriteriaFile criteriaFile_;
     SavedSearches savedSearches_;
@@ -186,6 +213,10 @@ private:
     std::optional<SearchOutcome> outcome_;                      // of the last search
     modDictation::Search searched_;                             // what it looked for
     std::shared_ptr<modDictation::RememberedStore> remembered_; // by all searches
+    std::string catalogue_;                                     // that searches ask; empty: none
+    QAction* catalogueAction_ = new QAction(this);
+    AsideWork counting_; // of what the criteria of the last search meet
+    std::unique_ptr<PlayerBus> bus_;
 };
 
 // The control as the host holds it: letting go of it ends the control, wherever it is.

@@ -58,11 +58,16 @@ void ctrlOVSearch::followChanges() {
         return;
     if (!std::exchange(criteriaChanged_, false)) // two changes, one search
         return;
-    const bool isListed = outcome_ && searched_.root == dictationTree_ && remembered_->bytes() > 0;
+    // In the same way as the search before.
+    const std::string catalogue = outcome_ && outcome_->asked ? catalogue_ : std::string();
+    const bool isListed = outcome_ && searched_.root == dictationTree_ &&
+                          (!catalogue.empty() || remembered_->bytes() > 0);
     if (!isListed || !view_.chkFollow->isChecked())
         return;
+    counting_.giveUp();
     SearchRun run({view_, *this, stop_.get_token(), SearchRun::Questions::listsAll, remembered_,
-                   [this](ControlState state) { enter(state); }, [this] { return isEnding(); },
+                   catalogue, [this](ControlState state) { enter(state); },
+                   [this] { return isEnding(); },
                    [this](const modDictation::Search& what) { searched_ = what; }});
     const auto outcome = runFollowing(run);
     if (!outcome || isEnding())
@@ -70,6 +75,7 @@ void ctrlOVSearch::followChanges() {
     outcome_ = outcome;
     showOutcome(view_, outcome_);
     showCounts();
+    countCriteria();
 }
 
 // A host that fails is no reason to interrupt whoever enters criteria.

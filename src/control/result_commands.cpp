@@ -30,14 +30,14 @@ void ctrlOVSearch::connectResults() {
     connect(results, &ResultList::playRequested, player, &PlayerPanel::PlayerPlay);
     connect(results, &ResultList::playOrPauseRequested, player, &PlayerPanel::playOrPause);
     connect(results, &ResultList::stopPlayingRequested, player, &PlayerPanel::PlayerStop);
-    connect(player, &PlayerPanel::backUpSecondsChosen, this,
-            [this](std::int32_t seconds) { settings_.setBackUpSeconds(seconds); });
-    connect(player, &PlayerPanel::speedChosen, this,
-            [this](std::int32_t percent) { settings_.setSpeedPercent(percent); });
-    connect(player, &PlayerPanel::timeStampFormChosen, this,
-            [this](const std::string& form) { settings_.setTimeStampForm(form); });
-    connect(player, &PlayerPanel::remembersChosen, this,
-            [this](bool remembers) { settings_.setRemembersPositions(remembers); });
+    connect(player, &PlayerPanel::choicesMade, this,
+            [this](const PlayerChoices& choices, const PlayerChoices& before) {
+                playerChoices_.keep(choices, before);
+            });
+    connect(player, &PlayerPanel::volumeChosen, this,
+            [this](std::int32_t volume) { playerChoices_.keep(volume); });
+    connect(&player->outputs(), &OutputMenu::outputChosen, this,
+            [this](const std::string& name) { settings_.setOutput(name); });
 
     const auto posted = [this](const char* procedure, auto run) {
         return [this, procedure, run] { post(procedure, run); };
@@ -62,9 +62,13 @@ void ctrlOVSearch::connectHandingOut() {
     connect(results, &ResultList::copyPathsRequested, this, posted("CopyPaths", [this, results] {
                 copyRows([results](const auto& goOn) { results->copySelectedPaths(goOn); });
             }));
-    connect(results, &ResultList::openFolderRequested, this,
-            posted("OpenFolder", [results] { results->openFolder(); }));
+    connect(results, &ResultList::openFolderRequested, this, posted("OpenFolder", [this, results] {
+                if (!presentPath().empty() && !isEnding())
+                    results->openFolder();
+            }));
     connect(results, &ResultList::copyFilesRequested, this, posted("CopyFiles", [this, results] {
+                if (results->selected().count() == 1 && (presentPath().empty() || isEnding()))
+                    return;
                 copyRows([results](const auto& goOn) { results->copySelectedFiles(goOn); });
             }));
     connect(results, &ResultList::dragRequested, this,
@@ -75,6 +79,9 @@ void ctrlOVSearch::connectHandingOut() {
 void ctrlOVSearch::connectPlaying() {
     connect(view_.picPlayer, &PlayerPanel::fileChanged, view_.lvSearchResult,
             &ResultList::markPlaying);
+    connect(view_.picPlayer, &PlayerPanel::fileMissing, this, [this](const std::string& path) {
+        post("PlayMoved", [this, path] { playMoved(path); });
+    });
     connect(view_.picPlayer, &PlayerPanel::rowRequested, this, [this](const std::string& path) {
         post("ShowPlaying", [this, path] { showRow(path); });
     });
@@ -98,8 +105,8 @@ void ctrlOVSearch::showRow(const std::string& path) {
 }
 
 void ctrlOVSearch::showDetails() {
-    const std::string path = view_.lvSearchResult->selected().path();
-    if (path.empty())
+    const std::string path = presentPath();
+    if (path.empty() || isEnding())
         return;
     enter(ControlState::asking);
     DetailsDialog dialog(path, this);
@@ -211,11 +218,13 @@ void ctrlOVSearch::exportRows(exporting::print::Command what, bool selectedOnly)
         .run(what, selectedOnly);
 }
 
-void ctrlOVSearch::showLog() const {
-    const std::string path = view_.lvSearchResult->selected().path();
+void ctrlOVSearch::showLog() {
+    const std::string path = presentPath();
+    if (isEnding())
+        return;
     if (path.empty() || !patient::fileExists(path)) {
         platform::userInterface().beep();
-        if (!isEnding() && path.empty())
+        if (!isEnding() && view_.lvSearchResult->selected().path().empty())
             view_.tellReason(ControlView::log);
     } else
         modOVPlugIn::LogView(path);

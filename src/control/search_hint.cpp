@@ -22,6 +22,8 @@ bool isWhole(const modDictation::SearchReport& report) {
 QString nothingFoundHint(const SearchOutcome& outcome, const modDictation::Search& searched) {
     if (!isWhole(outcome.report))
         return text(text_id::nothingInWhatWasRead);
+    if (!outcome.isCounted)
+        return {}; // why is not known yet
     if (outcome.report.filesTested == 0)
         return text(text_id::storeIsEmpty,
                     {widgets::toUtf8(widgets::nativePathText(searched.root))});

@@ -8,6 +8,7 @@
 #include "platform/threads/errand.h"
 #include "platform/user_interface.h"
 #include "plugin/modOVPlugIn.h"
+#include "support/language/catalogue_text_ids.h"
 #include "support/language/filter_text_ids.h"
 #include "support/language/modLanguage.h"
 #include "support/language/text_ids.h"
@@ -71,6 +72,18 @@ std::string filterText(const modDictation::FilterReading& reading) {
     return reading.leftOut.empty() ? std::string() : GetText(text_id::filterUnfinished);
 }
 
+QString noticeOf(const SearchOutcome& outcome) {
+    QStringList sentences;
+    if (outcome.asked && outcome.asked->asOf == 0)
+        sentences << widgets::text(text_id::catalogueIncomplete);
+    else if (outcome.asked && outcome.asked->begun != 0)
+        sentences << widgets::text(text_id::catalogueUpdateBegun,
+                                   {momentText(outcome.asked->begun, platform::now())});
+    if (const QString notice = noticeText(outcome.report); !notice.isEmpty())
+        sentences << notice;
+    return sentences.join(QLatin1Char(' '));
+}
+
 // Searches share their thread and the host's progress display, also while rows are filled: only one
 // is on the stack at a time, whichever control's it is.
 bool& searchOnThread() {
@@ -124,8 +137,14 @@ bool checkDictationTree(const std::string& root, QWidget& owner,
     return false;
 }
 
+// A catalogue also answers while the store does not.
+bool SearchRun::mayBegin(const std::string& root) {
+    return (!caller_.catalogue.empty() && !root.empty()) ||
+           checkDictationTree(root, caller_.owner, caller_.isEnding);
+}
+
 std::optional<SearchOutcome> SearchRun::run(const std::string& root) {
-    if (!checkDictationTree(root, caller_.owner, caller_.isEnding))
+    if (!mayBegin(root))
         return std::nullopt;
     if (searchOnThread()) {
         modUtil::ShowMessage(text_id::anotherSearchRuns, platform::MessageIcon::information, {},
@@ -144,14 +163,14 @@ std::optional<SearchOutcome> SearchRun::run(const std::string& root) {
 
 std::optional<SearchOutcome> SearchRun::search(const modDictation::Search& what) {
     const QScopedValueRollback onlyOne(searchOnThread(), true);
-    auto hits = std::make_unique<modDictation::DictationList>();
-    SearchOutcome outcome{0, walk(what, *hits)};
-    if (caller_.isEnding())
+    Hits hits;
+    auto outcome = find(what, hits);
+    if (!outcome || caller_.isEnding())
         return std::nullopt;
-    outcome.hitCount = hits->size();
-    if (outcome.hitCount > 0) {
+    outcome->hitCount = hits->size();
+    if (outcome->hitCount > 0) {
         caller_.view.lvSearchResult->setHits(std::move(hits));
-        fill(outcome.hitCount);
+        fill(outcome->hitCount);
     }
     if (caller_.isEnding())
         return std::nullopt;
@@ -163,27 +182,32 @@ std::optional<SearchOutcome> SearchRun::follow(const std::string& root) {
         return std::nullopt;
     const QScopedValueRollback onlyOne(searchOnThread(), true);
     caller_.enter(ControlState::following);
-    const bool answers = storeAnswers(root, caller_.isEnding);
-    if (caller_.isEnding() || caller_.stop.stop_requested())
+    if (!reaches(root))
         return std::nullopt;
-    if (!answers) {
-        caller_.view.setNotice(
-            widgets::text(text_id::storeDoesNotAnswer, {platform::toNativePath(root)}));
-        return std::nullopt;
-    }
     const modDictation::Search what{root, criteria(), caller_.view.isCompareAnd()};
-    auto hits = std::make_unique<modDictation::DictationList>();
-    SearchOutcome outcome{
-        0, modDictation::search(what, *hits,
-                                {.stop = caller_.stop, .remembered = caller_.remembered})};
-    if (caller_.isEnding() || outcome.report.stopped)
+    Hits hits;
+    auto outcome = findAgain(what, hits);
+    if (!outcome || caller_.isEnding() || outcome->report.stopped)
         return std::nullopt;
-    outcome.hitCount = hits->size();
+    outcome->hitCount = hits->size();
     caller_.view.lvSearchResult->replaceHits(std::move(hits)); // lets messages be handled
     if (caller_.isEnding())
         return std::nullopt;
     caller_.starting(what);
     return outcome;
+}
+
+// Says below the hits when not.
+bool SearchRun::reaches(const std::string& root) {
+    if (!caller_.catalogue.empty())
+        return true;
+    const bool answers = storeAnswers(root, caller_.isEnding);
+    if (caller_.isEnding() || caller_.stop.stop_requested())
+        return false;
+    if (!answers)
+        caller_.view.setNotice(
+            widgets::text(text_id::storeDoesNotAnswer, {platform::toNativePath(root)}));
+    return answers;
 }
 
 // A single empty criterion, which every dictation satisfies, when the user wants all of them.
@@ -248,6 +272,7 @@ void SearchRun::tellOutcome(const SearchOutcome& outcome) {
     caller_.view.lvSearchResult->viewport()->update();
     showOutcome(caller_.view, outcome);
     widgets::announce(*caller_.view.lblSearchResult);
+    widgets::announce(*caller_.view.lblCatalogueMoment);
     widgets::announce(*caller_.view.lblSearchNotice);
     // Who stopped the search knows why nothing was found.
     if (outcome.hitCount == 0 && !outcome.report.stopped && !outcome.report.rootVanished)
@@ -260,7 +285,8 @@ void showOutcome(const ControlView& view, const std::optional<SearchOutcome>& ou
     const std::string count =
         outcome ? countText(outcome->hitCount, list) + filterText(list.filterReading()) : "";
     view.lblSearchResult->setText(widgets::text(text_id::resultLabel, {count}));
-    view.setNotice(outcome ? noticeText(outcome->report) : QString());
+    view.setNotice(outcome ? noticeOf(*outcome) : QString());
+    view.setMoment(outcome && outcome->asked ? outcome->asked->asOf : 0);
 }
 
 } // namespace ov

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "control/catalogue/catalogue_answer.h"
 #include "control/control_view.h"
 #include "dictation/search/search.h"
 
@@ -20,6 +21,8 @@ namespace ov {
 struct SearchOutcome {
     std::int32_t hitCount = 0;
     modDictation::SearchReport report;
+    std::optional<catalogue::Store> asked; // of the catalogue that answered; nothing: it was a walk
+    bool isCounted = true;                 // filesTested and matched of the report hold
 };
 
 // One search, from the question whether to go on without criteria to the count below the list.
@@ -36,6 +39,7 @@ public:
         std::stop_token stop; // ends the walk
         Questions withoutCriteria;
         std::shared_ptr<modDictation::RememberedStore> remembered;
+        std::string catalogue; // is asked; empty: the store is walked through
         // The state changes; it is not called once the control is ending.
         std::function<void(ControlState)> enter;
         // The control goes away: nothing of it may be touched any more.
@@ -47,7 +51,8 @@ public:
 
     // `root` is the dictation tree. Nothing when nothing was searched: there is no such directory,
     // another control of this thread searches, or there are no criteria and the user did not want
-    // all dictations. Nothing either when the control ended.
+    // all dictations. Nothing either when the control ended, or when the catalogue cannot be asked
+    // and the user does not want a walk instead.
     std::optional<SearchOutcome> run(const std::string& root);
     // The same because the criteria changed: it asks and tells nothing but by the notice below the
     // hits, lists all without criteria, and leaves the rows until others take their place at once.
@@ -57,10 +62,17 @@ public:
     void tellOutcome(const SearchOutcome& outcome);
 
 private:
+    bool mayBegin(const std::string& root);
     std::vector<modDictation::Criterion> criteria();
     std::optional<SearchOutcome> search(const modDictation::Search& what);
+    using Hits = std::unique_ptr<modDictation::DictationList>;
+    std::optional<SearchOutcome> find(const modDictation::Search& what, Hits& hits);
     modDictation::SearchReport walk(const modDictation::Search& what,
                                     modDictation::DictationList& hits);
+    CatalogueAnswer ask(const modDictation::Search& what,
+                        const std::function<void(std::int32_t)>& watch);
+    std::optional<SearchOutcome> findAgain(const modDictation::Search& what, Hits& hits);
+    bool reaches(const std::string& root);
     void fill(std::int32_t count);
     void showFirst(std::int32_t count);
 

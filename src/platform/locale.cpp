@@ -38,6 +38,15 @@ std::string joined(const std::string& a, const std::string& b, const std::string
     return a + between + b + between + c;
 }
 
+// `rest` stands behind the hour.
+std::string clockText(const DateTime& time, const std::string& rest) {
+    const Locale& own = locale();
+    if (!own.twelveHours)
+        return padded(time.hour, 2) + rest;
+    const int hour = time.hour % 12 == 0 ? 12 : time.hour % 12;
+    return padded(hour, 2) + rest + " " + (time.hour < 12 ? own.am : own.pm);
+}
+
 struct Piece {
     int value = 0;
     std::size_t digits = 0;
@@ -128,12 +137,11 @@ std::string formatIsoDate(const DateTime& date) {
 }
 
 std::string formatLongTime(const DateTime& time) {
-    const Locale& own = locale();
-    const std::string rest = ":" + padded(time.minute, 2) + ":" + padded(time.second, 2);
-    if (!own.twelveHours)
-        return padded(time.hour, 2) + rest;
-    const int hour = time.hour % 12 == 0 ? 12 : time.hour % 12;
-    return padded(hour, 2) + rest + " " + (time.hour < 12 ? own.am : own.pm);
+    return clockText(time, ":" + padded(time.minute, 2) + ":" + padded(time.second, 2));
+}
+
+std::string formatShortTime(const DateTime& time) {
+    return clockText(time, ":" + padded(time.minute, 2));
 }
 
 std::optional<DateTime> parseDate(std::string_view text) {

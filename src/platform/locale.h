@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -52,6 +53,8 @@ std::string formatShortDate(const DateTime& date);
 std::string formatIsoDate(const DateTime& date);
 // "17:05:00"
 std::string formatLongTime(const DateTime& time);
+// "17:05"
+std::string formatShortTime(const DateTime& time);
 
 // A date in the locale's order with "/" or "-" between, in every locale "21.11.2026" and ISO
 // "2026-11-21"; two or four digits of the year (0 to 29 are 2000 to 2029, 30 to 99 are 1930 to
@@ -68,5 +71,7 @@ char listSeparator();
 
 // The wall clock.
 DateTime now();
+// What it showed at that moment, nanoseconds since 1970, in this time zone.
+DateTime localTime(std::int64_t nanoseconds);
 
 } // namespace ov::platform

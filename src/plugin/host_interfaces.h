@@ -157,6 +157,7 @@ public:
     virtual void IFormExtension_Init(IPlugin& plugIn, IHostForm& form) = 0;
 
     // The control's own window, for the host to place, size and show. It belongs to the control.
+    // Its actions() are what a host may offer in a menu of its own.
     virtual WindowHandle IFormExtension_Window() noexcept = 0;
 };
 

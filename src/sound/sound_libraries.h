@@ -11,6 +11,7 @@
 #include <memory>
 #include <span>
 #include <string>
+#include <vector>
 
 // What other people's libraries do for us: decoding, stretching and playing sound. They take
 // longer to load than most searches take, so they stand behind a module, src/sound/module, that is
@@ -57,12 +58,27 @@ public:
     virtual std::size_t take(float* samples, std::size_t frames) = 0;
 };
 
+// How loud sound is, after EBU R 128.
+class LoudnessMeter {
+public:
+    virtual ~LoudnessMeter() = default;
+    virtual void put(const float* samples, std::size_t frames) = 0;
+    // Of the last 400 ms, in LUFS; far below any sound for silence.
+    virtual double momentary() const = 0;
+};
+
 enum class SoundEncoding : std::uint8_t { pcm8, pcm16, muLaw, aLaw, imaAdpcm, gsm610 };
 
 struct SoundFormat {
     SoundEncoding encoding = SoundEncoding::pcm16;
     int rate = 0;     // frames per second
     int channels = 1; // 1 or 2
+};
+
+// By name, when there is one, or by number; else the desktop's usual one.
+struct OutputWish {
+    std::string name = {};
+    int number = -1;
 };
 
 class SoundLibraries {
@@ -81,12 +97,15 @@ public:
     // At `tempo` percent of the recorded speed.
     virtual std::unique_ptr<SoundStretcher> stretch(int rate, int channels, int tempo) const = 0;
 
-    // Outputs there are. May take a moment when the desktop's sound service is slow.
-    virtual int outputCount() const = 0;
-    // Opens output number `device`, -1 the usual one, and starts to fill it. Nothing when it
-    // cannot be opened, which it may find out only after a second when another output of ours is
-    // in use. `source` must live longer.
-    virtual std::unique_ptr<WaveOutput> openOutput(int rate, int channels, int device,
+    virtual std::unique_ptr<LoudnessMeter> measureLoudness(int rate, int channels) const = 0;
+
+    // The outputs there are, by number. May take a moment when the desktop's sound service is
+    // slow, and for ever when it hangs.
+    virtual std::vector<std::string> outputNames() const = 0;
+    // Opens an output and starts to fill it. Nothing when it cannot be opened, which it may find
+    // out only after a second when another output of ours is in use; at once when none is there of
+    // that name. `source` must live longer.
+    virtual std::unique_ptr<WaveOutput> openOutput(int rate, int channels, const OutputWish& which,
                                                    WaveSource& source) const = 0;
     // At the end of a thread that has opened or closed an output.
     virtual void leaveThread() const noexcept = 0;
@@ -103,11 +122,15 @@ inline const SoundLibraries& soundLibraries() {
     return *soundLibraries(status);
 }
 
-// Of the libraries; 0 when they cannot be loaded.
-inline int soundOutputCount() {
+// Of the libraries; none when they cannot be loaded.
+inline std::vector<std::string> soundOutputNames() {
     platform::Status status;
     const SoundLibraries* libraries = soundLibraries(status);
-    return libraries != nullptr ? libraries->outputCount() : 0;
+    return libraries != nullptr ? libraries->outputNames() : std::vector<std::string>();
+}
+
+inline int soundOutputCount() {
+    return static_cast<int>(soundOutputNames().size());
 }
 
 } // namespace ov::sound

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "sound/wave_control.h"
 
+#include <algorithm>
 #include <cstdlib>
 
 namespace ov::sound {
@@ -15,6 +16,17 @@ constexpr std::int64_t meterWindow = 50'000'000; // as often as meters are drawn
 WaveControl& WaveControl::instance() {
     static WaveControl control;
     return control;
+}
+
+SoundShape WaveControl::shape() const noexcept {
+    return {boost_, evensOut_, cutsRumble_, skipsSilence_};
+}
+
+void WaveControl::setShape(const SoundShape& shape) noexcept {
+    boost_ = std::clamp(shape.boost, SoundShape::usualBoost, SoundShape::largestBoost);
+    evensOut_ = shape.evensOut;
+    cutsRumble_ = shape.cutsRumble;
+    skipsSilence_ = shape.skipsSilence;
 }
 
 std::int32_t WaveControl::peak() {

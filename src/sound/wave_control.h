@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "sound/effects/sound_shape.h"
 #include "sound/wave_timeline.h"
 
 #include <atomic>
@@ -9,7 +10,7 @@
 #include <mutex>
 #include <vector>
 
-// Volume and peak meter of everything that this process plays. From any thread.
+// Volume, shape and peak meter of everything that this process plays. From any thread.
 
 namespace ov::sound {
 
@@ -23,6 +24,10 @@ public:
     std::uint32_t volume() const noexcept { return volume_.load(std::memory_order_relaxed); }
     void setVolume(std::uint32_t volume) noexcept { volume_.store(volume); }
 
+    // A boost beyond what it may be is moved to its bound.
+    SoundShape shape() const noexcept;
+    void setShape(const SoundShape& shape) noexcept;
+
     // Of all timelines that are there, over the last 50 ms: -32768 to 32767.
     std::int32_t peak();
     void add(const WaveTimeline& timeline);
@@ -30,6 +35,10 @@ public:
 
 private:
     std::atomic<std::uint32_t> volume_{fullVolume};
+    std::atomic<int> boost_{SoundShape::usualBoost};
+    std::atomic<bool> evensOut_{false};
+    std::atomic<bool> cutsRumble_{false};
+    std::atomic<bool> skipsSilence_{false};
     std::mutex mutex_;
     std::vector<const WaveTimeline*> timelines_;
 };

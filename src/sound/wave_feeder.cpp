@@ -10,10 +10,12 @@ namespace ov::sound {
 namespace {
 
 constexpr std::size_t inputFrames = 1024; // given to the stretcher at a time
+constexpr std::size_t mostReads = 32;     // of a pause that is skipped, before somebody may stop it
 
 } // namespace
 
-WaveFeeder::WaveFeeder(WaveFile& file) : file_(file) {}
+WaveFeeder::WaveFeeder(WaveFile& file)
+    : file_(file), skipper_(file.layout().rate, file.channels()) {}
 WaveFeeder::~WaveFeeder() = default;
 
 void WaveFeeder::start(double from, double to, int tempo) {
@@ -24,6 +26,8 @@ void WaveFeeder::start(double from, double to, int tempo) {
     // Beyond what is there the place is kept.
     position_ = first < file_.frames() ? static_cast<double>(first) : from;
     end_ = left_ > 0 ? std::min(to, static_cast<double>(last)) : position_;
+    heard_ = position_;
+    skipper_.start(position_);
     tempo_ = tempo;
     flushed_ = false;
     if (tempo == usualTempo)
@@ -35,9 +39,10 @@ WaveFeeder::Piece WaveFeeder::read(std::span<float> samples) {
     Piece piece;
     piece.from = position_;
     const std::size_t wanted = samples.size() / static_cast<std::size_t>(file_.channels());
-    piece.frames = tempo_ == usualTempo ? readFile(samples) : readStretched(samples);
-    position_ = std::min(end_, position_ + static_cast<double>(piece.frames) * tempo_ / 100);
-    piece.last = piece.frames < wanted || position_ >= end_;
+    piece.frames = tempo_ == usualTempo ? readHeard(samples) : readStretched(samples);
+    heard_ += static_cast<double>(piece.frames) * tempo_ / 100;
+    position_ = std::min(end_, skipper_.placeOf(heard_));
+    piece.last = left_ == 0 && (piece.frames < wanted || heard_ >= skipper_.heardEnd());
     if (piece.last && !failed_)
         position_ = end_;
     piece.to = position_;
@@ -47,8 +52,7 @@ WaveFeeder::Piece WaveFeeder::read(std::span<float> samples) {
 
 std::size_t WaveFeeder::readFile(std::span<float> samples) {
     const auto channels = static_cast<std::size_t>(file_.channels());
-    const auto wanted = std::min(samples.size() / channels,
-                                 static_cast<std::size_t>(std::max<std::int64_t>(left_, 0)));
+    const auto wanted = std::min(samples.size() / channels, static_cast<std::size_t>(left_));
     const std::size_t got = wanted == 0 ? 0 : file_.read(samples.first(wanted * channels));
     left_ -= static_cast<std::int64_t>(got);
     if (got < wanted) {
@@ -59,25 +63,40 @@ std::size_t WaveFeeder::readFile(std::span<float> samples) {
     return got;
 }
 
-void WaveFeeder::feedStretcher() {
+std::size_t WaveFeeder::readHeard(std::span<float> samples) {
+    const auto channels = static_cast<std::size_t>(file_.channels());
+    read_.resize(samples.size());
+    std::size_t reads = mostReads;
+    while (left_ > 0 && skipper_.ready() < samples.size() / channels && reads-- > 0)
+        skipper_.put(std::span(read_).first(readFile(read_) * channels));
+    if (left_ == 0)
+        skipper_.finish();
+    return skipper_.take(samples);
+}
+
+// False in a long pause.
+bool WaveFeeder::feedStretcher() {
     input_.resize(inputFrames * static_cast<std::size_t>(file_.channels()));
-    const std::size_t got = readFile(input_);
+    const std::size_t got = readHeard(input_);
     if (got > 0) {
         stretcher_->put(input_.data(), got);
-    } else {
+    } else if (left_ == 0) {
         stretcher_->flush();
         flushed_ = true;
     }
+    return got > 0 || flushed_;
 }
 
 std::size_t WaveFeeder::readStretched(std::span<float> samples) {
     const auto channels = static_cast<std::size_t>(file_.channels());
     std::size_t wanted = samples.size() / channels;
-    // The stretcher pads its end.
-    wanted = std::min(wanted, static_cast<std::size_t>(
-                                  std::ceil(std::max(end_ - position_, 0.0) * 100 / tempo_)));
     while (!flushed_ && stretcher_->ready() < wanted)
-        feedStretcher();
+        if (!feedStretcher())
+            break;
+    if (flushed_) { // it pads its end
+        const double left = std::max(skipper_.heardEnd() - heard_, 0.0) * 100 / tempo_;
+        wanted = std::min(wanted, static_cast<std::size_t>(std::ceil(left)));
+    }
     return stretcher_->take(samples.data(), wanted);
 }
 

@@ -63,6 +63,14 @@ double dataThatIsThere(const platform::ReadableFile& file, const WaveHeader& hea
                                                         0, std::int64_t{header.dataSize}));
 }
 
+// A damaged file of floating numbers may hold any; one of them would spoil all that is heard.
+void mendSamples(std::span<float> samples) noexcept {
+    constexpr float loudest = 4; // of sound that is only too loud
+    for (float& sample : samples)
+        if (!(std::abs(sample) <= loudest))
+            sample = std::isnan(sample) ? 0 : std::copysign(loudest, sample);
+}
+
 } // namespace
 
 std::uint32_t WaveFile::open(std::string_view path, std::unique_ptr<WaveFile>& file) {
@@ -156,8 +164,10 @@ std::size_t WaveFile::read(std::span<float> samples) {
     if (stream_.missing() != WaveStream::Missing::nothing)
         return endEarly();
     failed_ = got < wanted && sound_->failed();
-    position_ += std::max<std::int64_t>(got, 0);
-    return static_cast<std::size_t>(std::max<std::int64_t>(got, 0));
+    const auto frames = static_cast<std::size_t>(std::max<std::int64_t>(got, 0));
+    position_ += static_cast<std::int64_t>(frames);
+    mendSamples(samples.first(frames * static_cast<std::size_t>(channels())));
+    return frames;
 }
 
 // What was decoded of bytes that are not there is no sound.

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/threads/this_thread.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -21,17 +23,19 @@ public:
 
 class WaveOutput {
 public:
-    // Frames that fill() is asked for at a time: 33 ms. The output holds about as much again. With
-    // 20 ms sound drops out on a busy machine, with 40 ms the output asks for two chunks before it
-    // is heard, and the listener waits for 60 ms in place of 30; bench/sound.cpp measures both.
-    static constexpr std::size_t chunkFrames(int rate) noexcept {
-        constexpr int chunksPerSecond = 30;
+    // Frames that fill() is asked for at a time. The output holds as much again, sometimes twice,
+    // and a foot that leaves its pedal should hear silence within 50 ms: 24 ms. Where our thread
+    // cannot go before others that drops out on a busy machine: 33 ms there. With 40 ms the output
+    // always asks for two chunks before the first is heard. bench/sound.cpp and bench/pedal.cpp
+    // measure all of this.
+    static std::size_t chunkFrames(int rate) noexcept {
+        static const int chunksPerSecond = platform::mayStepForward() ? 42 : 30;
         return static_cast<std::size_t>(rate / chunksPerSecond);
     }
 
     // From asking for a chunk until it is heard, as good as one can know, in nanoseconds: the
     // chunk that is being heard while the next one is asked for.
-    static constexpr std::int64_t latency(int rate) noexcept {
+    static std::int64_t latency(int rate) noexcept {
         return static_cast<std::int64_t>(chunkFrames(rate)) * 1'000'000'000 / rate;
     }
 
@@ -41,6 +45,8 @@ public:
 
     // The device has vanished; what is filled is heard by nobody.
     virtual bool lost() const noexcept = 0;
+    // Another one is wanted by now.
+    virtual bool isOutdated() const noexcept { return false; }
 };
 
 } // namespace ov::sound

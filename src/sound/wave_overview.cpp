@@ -44,18 +44,26 @@ void addFrames(std::span<const float> samples, std::size_t channels, double fram
     }
 }
 
+std::size_t stretchesOf(double seconds, const OverviewDetail& detail) noexcept {
+    constexpr double most = 200'000;
+    const double wanted = std::min(seconds * static_cast<double>(detail.perSecond), most);
+    return std::max(static_cast<std::size_t>(wanted), detail.least);
+}
+
 } // namespace
 
-bool readWaveOverview(std::string_view path, std::size_t count, const std::stop_token& stop,
-                      std::vector<WavePeaks>& peaks) {
+bool readWaveOverview(std::string_view path, const OverviewDetail& detail,
+                      const std::stop_token& stop, std::vector<WavePeaks>& peaks) {
     peaks.clear();
     std::unique_ptr<WaveFile> file;
     if (WaveFile::open(path, file) != media_error::none)
         return false;
+    const WaveLayout& layout = file->layout();
+    const std::size_t count = stretchesOf(layout.length / layout.rate, detail);
     std::vector<WavePeaks> found(count);
     const auto channels = static_cast<std::size_t>(file->channels());
     const double framesPerStretch =
-        std::max(file->layout().length, 1.0) / static_cast<double>(std::max<std::size_t>(count, 1));
+        std::max(layout.length, 1.0) / static_cast<double>(std::max<std::size_t>(count, 1));
     std::vector<float> samples(samplesPerRead);
     std::int64_t frame = 0;
     while (count > 0 && frame < file->frames()) {

@@ -3,6 +3,7 @@
 #include "sound/wave_player.h"
 
 #include "sound/media.h"
+#include "sound/output/output_choice.h"
 #include "sound/sound_libraries.h"
 #include "sound/wave_control.h"
 
@@ -22,7 +23,7 @@ constexpr auto watchInterval = 20ms; // far less than what is decoded ahead
 constexpr auto startInterval = 2ms;  // while the ring is full of what nobody wants any more
 constexpr std::int64_t idleLimit = 300'000'000; // others may want the output
 constexpr std::size_t firstBlocks = 4;          // enough to start with
-constexpr double fullScale = 32768;
+constexpr float fullScale = 32768;
 
 } // namespace
 
@@ -32,7 +33,8 @@ WavePlayer::WavePlayer(std::unique_ptr<WaveFile> file)
       chunkSamples_(WaveOutput::chunkFrames(layout_.rate) * static_cast<std::size_t>(channels_)),
       ring_(chunkSamples_),
       file_(std::move(file)),
-      feeder_(*file_) {
+      feeder_(*file_),
+      highPass_(layout_.rate, channels_) {
     thread_ = std::thread([this] { work(); }); // which the system may refuse
     WaveControl::instance().add(timeline_);
 }
@@ -118,10 +120,7 @@ void WavePlayer::fill(std::span<float> samples) noexcept {
         std::copy_n(block->samples.begin(), std::min(count, samples.size()), samples.begin());
     std::fill(samples.begin() + static_cast<std::ptrdiff_t>(std::min(count, samples.size())),
               samples.end(), 0.0F);
-    // Nothing was heard before that could click.
-    if (block != nullptr && block->run != notedRun_)
-        gain_ = targetGain();
-    const std::int32_t peak = applyVolume(samples);
+    const std::int32_t peak = applyGain(samples, block);
     if (block == nullptr)
         return;
     note(*block, peak);
@@ -137,24 +136,22 @@ const WaveBlock* WavePlayer::nextBlock(std::uint64_t run) noexcept {
     return block;
 }
 
-float WavePlayer::targetGain() const noexcept {
-    const std::uint32_t volume = muted_ ? 0 : WaveControl::instance().volume();
-    return static_cast<float>(volume) / static_cast<float>(fullVolume);
-}
-
-std::int32_t WavePlayer::applyVolume(std::span<float> samples) noexcept {
-    const float target = targetGain();
-    // From the volume before to the new one, so that a change does not click.
-    const float step =
-        (target - gain_) / static_cast<float>(std::max<std::size_t>(samples.size(), 1));
-    float extreme = 0;
-    for (float& sample : samples) {
-        gain_ += step;
-        sample *= gain_;
-        if (std::abs(sample) > std::abs(extreme))
-            extreme = sample;
-    }
-    gain_ = target;
+std::int32_t WavePlayer::applyGain(std::span<float> samples, const WaveBlock* block) noexcept {
+    const WaveControl& control = WaveControl::instance();
+    const SoundShape shape = control.shape();
+    const WaveBlock* next = ring_.readable(1);
+    const float volume =
+        muted_ ? 0 : static_cast<float>(control.volume()) / static_cast<float>(fullVolume);
+    if (block != nullptr) // else one that comes late shall be as loud
+        even_ = block->gain;
+    const float even = shape.evensOut ? even_ : 1;
+    const float gain = volume * even * static_cast<float>(shape.boost) / SoundShape::usualBoost;
+    // Nothing was heard before that could click.
+    if (block != nullptr && block->run != notedRun_)
+        gain_.startAt(gain);
+    const float peak = block != nullptr ? block->peak : 0;
+    const bool follows = block != nullptr && next != nullptr && next->run == block->run;
+    const float extreme = gain_.apply(samples, gain, peak, follows ? next->peak : 0);
     return static_cast<std::int32_t>(
         std::clamp(std::round(extreme * fullScale), -fullScale, fullScale - 1));
 }
@@ -201,7 +198,9 @@ void WavePlayer::begin(const Request& request) {
     decoding_ = 0;
     if (!output_)
         return;
+    expectLoudness(request);
     feeder_.start(request.from, request.to, request.tempo);
+    highPass_.forget();
     decoding_ = request.run;
     hasBegun_ = false;
     // There is room, also while the ring is full of the play before.
@@ -214,7 +213,11 @@ void WavePlayer::decode(std::size_t blocks, std::size_t reserve) {
         if (block == nullptr)
             return;
         block->run = decoding_;
+        feeder_.setSkipsSilence(WaveControl::instance().shape().skipsSilence);
         block->piece = feeder_.read(block->samples);
+        if (block->piece.frames == 0 && !block->piece.last)
+            continue; // in a long pause, to be asked whether somebody wants something else
+        measure(*block);
         if (block->piece.last)
             decoding_ = 0;
         ring_.commit();
@@ -223,10 +226,10 @@ void WavePlayer::decode(std::size_t blocks, std::size_t reserve) {
 }
 
 void WavePlayer::openOutput(const Request& request) {
-    if (output_ && (output_->lost() || openDevice_ != request.output))
+    if (output_ && (output_->lost() || output_->isOutdated() || openDevice_ != request.output))
         closeOutput();
     if (!output_)
-        output_ = soundLibraries().openOutput(layout_.rate, channels_, request.output, *this);
+        output_ = OutputChoice::instance().open(layout_.rate, channels_, request.output, *this);
     idleSince_ = 0;
     const std::lock_guard<std::mutex> lock(mutex_);
     answered_ = request.run;
@@ -257,6 +260,8 @@ void WavePlayer::lookAfterOutput() {
     const bool lost = output_->lost();
     if (lost || (idle && now - idleSince_ > idleLimit))
         closeOutput();
+    else if (output_->isOutdated()) // what is decoded goes on there
+        openOutput({.run = answered_, .output = openDevice_.value_or(-1)});
     if (lost && !idle) {
         decoding_ = 0;
         failure_ = media_error::hardware;

@@ -2,6 +2,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "sound/effects/high_pass.h"
+#include "sound/effects/loudness_leveler.h"
+#include "sound/effects/output_gain.h"
 #include "sound/wave_feeder.h"
 #include "sound/wave_file.h"
 #include "sound/wave_output.h"
@@ -53,7 +56,7 @@ public:
     // Percent; what is played goes on at the new tempo.
     void setTempo(int tempo);
     int tempo() const noexcept { return tempo_; }
-    // For plays to come: a number below SoundLibraries::outputCount(), or -1.
+    // For plays to come: one of SoundLibraries::outputNames() by number, or -1.
     void setOutput(int device);
     void setMuted(bool muted) noexcept { muted_.store(muted); }
 
@@ -72,14 +75,16 @@ private:
     // On the output's thread.
     void fill(std::span<float> samples) noexcept override;
     const WaveBlock* nextBlock(std::uint64_t run) noexcept;
-    float targetGain() const noexcept;
-    std::int32_t applyVolume(std::span<float> samples) noexcept;
+    std::int32_t applyGain(std::span<float> samples, const WaveBlock* block) noexcept;
     void note(const WaveBlock& block, std::int32_t peak) noexcept;
 
     // On the player's own thread.
     void work();
     void begin(const Request& request);
     void decode(std::size_t blocks, std::size_t reserve);
+    bool evensOut() const noexcept;
+    void expectLoudness(const Request& request);
+    void measure(WaveBlock& block);
     void openOutput(const Request& request);
     void closeOutput();
     void lookAfterOutput();
@@ -113,12 +118,15 @@ private:
     // The player's own thread's.
     std::unique_ptr<WaveFile> file_;
     WaveFeeder feeder_;
+    HighPass highPass_;
+    std::optional<LoudnessLeveler> leveler_;
     std::uint64_t decoding_ = 0; // the run; 0 when all is decoded
     bool hasBegun_ = true;       // something of it is decoded
     std::int64_t idleSince_ = 0;
 
     // The output thread's.
-    float gain_ = 1;
+    OutputGain gain_;
+    float even_ = 1; // the part of it that makes voices as loud as each other
     std::uint64_t notedRun_ = 0;
     std::int64_t notedEnd_ = 0;
 

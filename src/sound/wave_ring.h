@@ -18,6 +18,8 @@ struct WaveBlock {
     std::uint64_t run = 0; // which play it belongs to
     WaveFeeder::Piece piece;
     std::vector<float> samples; // of piece.frames, then whatever was there
+    float peak = 0;             // their largest magnitude
+    float gain = 1;             // by which they are as loud as everything else
 };
 
 class WaveRing {
@@ -37,11 +39,12 @@ public:
     }
     void commit() noexcept { end_.fetch_add(1, std::memory_order_release); }
 
-    // The block to read next, nullptr while there is none; release() gives it back.
-    const WaveBlock* readable() const noexcept {
+    // The block to read next, or the one `ahead` of it, nullptr while there is none; release()
+    // gives it back.
+    const WaveBlock* readable(std::size_t ahead = 0) const noexcept {
         const std::size_t begin = begin_.load(std::memory_order_relaxed);
-        const bool none = begin == end_.load(std::memory_order_acquire);
-        return none ? nullptr : &blocks_[begin % blocks_.size()];
+        const std::size_t there = end_.load(std::memory_order_acquire) - begin;
+        return ahead < there ? &blocks_[(begin + ahead) % count] : nullptr;
     }
     void release() noexcept { begin_.fetch_add(1, std::memory_order_release); }
 

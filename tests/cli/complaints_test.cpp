@@ -87,7 +87,7 @@ TEST_F(CliComplaints, FilesAndFoldersThatAreNotWhatTheyShouldBe) {
             {{"show", missing}, "there is no such file"},
             {{"show", root()}, "is a folder; show takes dictations, find searches folders"},
             {{"show", store_.native("ward/ERL/notes.txt")}, "not a dictation"},
-            {{"play", root()}, "is a folder; play takes one sound file"},
+            {{"play", root()}, "is a folder; play takes sound files"},
             {{"demo", root()}, root()},
             {{"export", missing + "/l.csv", root()}, "l.csv: No such file"},
         },

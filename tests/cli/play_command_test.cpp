@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
-#include "cli/commands/play_command.h"
+#include "cli/play/list_player.h"
 #include "cli/terminal_interface.h"
 #include "tests/environment.h"
 #include "tests/failing_reads.h"
@@ -60,12 +60,12 @@ TEST_F(PlayCommand, TellsThatTheFileCannotBeReadOn) {
     tests::ScriptedMedia media;
     ::testing::internal::CaptureStderr();
     TerminalInterface terminal;
-    EXPECT_EQ(runPlay(file, terminal), ExitCode::unreadable);
+    EXPECT_EQ(ListPlayer({file}, {}, terminal).play(), ExitCode::unreadable);
     EXPECT_EQ(::testing::internal::GetCapturedStderr(),
               "ovsearch: " + file +
                   ": Cannot read the specified file. Make sure the file is still present, or check "
                   "your disk or network connection.\n");
-    EXPECT_EQ(media.sent.at(1) + ", " + media.sent.at(3),
+    EXPECT_EQ(media.sent.at(2) + ", " + media.sent.at(4),
               "set Player output -1, play Player from 0 to 100000");
 }
 
@@ -78,10 +78,10 @@ TEST_F(PlayCommand, ShowsPositionAndEndsAsAskedFor) {
                      "test \"$before\" = \"$(stty -g)\" && echo restored",
                      OV_SEARCH_PROGRAM, how.arguments.back()};
     how.typeAt = "#"; // the level
-    for (const char* key : {"q", "\x03"}) {
+    for (const auto& [key, code] : {std::pair("q", "code 0"), {"\x03", "code 130"}}) {
         how.typed = key;
         const ProgramResult result = tests::runProgram("/bin/sh", how);
-        for (const char* text : {"0:00:00 / 0:01:40", "code 0", "restored"})
+        for (const char* text : {"0:00:00 / 0:01:40", code, "restored"})
             EXPECT_PRED2(tests::holds, result.output, text);
     }
     how = playing("long one.WAV");

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 
 #include "control/search_run.h"
+#include "sound/output/output_choice.h"
+#include "sound/wave_control.h"
 #include "support/unsaved.h"
 #include "tests/control/control_fixture.h"
 
@@ -24,8 +26,8 @@ TEST_F(Control, StartsWithDefaultsAndRemembersTheChoices) {
     EXPECT_EQ(setting("SearchCompareAnd"), "0");
     EXPECT_FALSE(widget<QLabel>("lblCriteriaDescription").text().contains(u"all criteria"));
     for (QAction* choice : widget<QToolButton>("cmdSearchPlayerOptions").findChildren<QAction*>())
-        for (const char* chosen :
-             {"150 %", "10 s", "(00:12:34)", "Re&member where a dictation was left"})
+        for (const char* chosen : {"110 %", "10 s", "300 %", "&Even out loudness", "S&kip silence",
+                                   "(00:12:34)", "Re&member where a dictation was left"})
             if (choice->text() == QLatin1String(chosen))
                 choice->trigger();
     for (const int width : {222, 333}) // the newest counts
@@ -33,14 +35,38 @@ TEST_F(Control, StartsWithDefaultsAndRemembersTheChoices) {
     openControl();
     EXPECT_EQ(results().columnWidth(column(18)), 333);
     EXPECT_EQ(setting("PlayerBackUpSeconds"), "10");
-    EXPECT_EQ(widget<QToolButton>("cmdSearchPlayerOptions").text(), QStringLiteral("150 %"));
+    EXPECT_EQ(widget<QToolButton>("cmdSearchPlayerOptions").text(), QStringLiteral("110 %"));
     EXPECT_EQ(setting("PlayerTimeStamp"), "(%1%)");
+    const sound::SoundShape shape = sound::WaveControl::instance().shape();
+    EXPECT_EQ(shape, (sound::SoundShape{300, true, false, true}));
+    sound::WaveControl::instance().setShape({}); // one for the process
     EXPECT_EQ(setting("PlayerRemembersPositions"), "0");
     QString checked;
     for (QAction* choice : widget<QToolButton>("cmdSearchPlayerOptions").findChildren<QAction*>())
         checked += choice->isChecked() ? choice->text() + u' ' : QString();
-    EXPECT_EQ(checked, QStringLiteral("150 % 10 s (00:12:34) "));
+    EXPECT_EQ(checked,
+              QStringLiteral("110 % S&kip silence 10 s 300 % &Even out loudness (00:12:34) "));
     EXPECT_TRUE(widget<QRadioButton>("optCriteriaCompare(0)").isChecked());
+}
+
+TEST_F(Control, RemembersVolumeAndOutput) {
+    write("local.ini", "[OVSearch.ctrlOVSearch]\r\nPlayerOutput=Headset\r\n");
+    openControl();
+    EXPECT_EQ(sound::OutputChoice::instance().chosen(), "Headset");
+    QTest::keyClick(&widget<QSlider>("slSearchPlayerVolume"), Qt::Key_PageDown);
+    const int volume = 65535 - 3276; // a twentieth less
+    waitFor([&] { return setting("PlayerVolume") == std::to_string(volume); });
+    sound::WaveControl::instance().setVolume(sound::fullVolume); // as in a new process
+    openControl();
+    EXPECT_EQ(sound::WaveControl::instance().volume(), volume);
+    EXPECT_EQ(widget<QSlider>("slSearchPlayerVolume").value(), 3276);
+    sound::WaveControl::instance().setVolume(sound::fullVolume);
+
+    QTest::mousePress(&widget<QToolButton>("cmdSearchPlayerOptions"), Qt::LeftButton);
+    click("Output");
+    click("Usual output");
+    EXPECT_EQ(setting("PlayerOutput"), "");
+    EXPECT_EQ(sound::OutputChoice::instance().chosen(), "");
 }
 
 TEST_F(Control, ListsWhatTheHostHearsOf) {

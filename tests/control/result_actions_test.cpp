@@ -4,7 +4,7 @@
 // Menus, pictures, playing, copying: what can be done with rows.
 
 #include "playback/modMultimedia.h"
-#include "playback/panel/seek_slider.h"
+#include "playback/panel/seek/seek_slider.h"
 #include "tests/control/control_fixture.h"
 #include "tests/scripted_media.h"
 #include "tests/wave_files.h"
@@ -43,7 +43,8 @@ TEST_F(Control, OffersMenusAndTranslatesTheOpenOne) {
               "-&WiedergebenReturn*;-&Stoppen*;-&Protokoll anzeigen*;-&Einzelheiten …Alt+Return;;"
               "-Zeilen &kopierenCtrl+C*;-Date&ien kopierenCtrl+Shift+C;-&Dateipfad "
               "kopieren;-&Verzeichnis öffnen*;;-&Alles markierenCtrl+A;"
-              "Spal&ten auswählen …*;Alle Verzeichnisse &neu lesen und suchenShift+F5;");
+              "Spal&ten auswählen …*;Alle Verzeichnisse &neu lesen und suchenShift+F5;Im Katal&og "
+              "suchen;");
     EXPECT_EQ(openAndTranslate(ofCriteria),
               "&Neu …Ins*;-&Bearbeiten …F2*;-&LöschenDel*;-Du&plizieren …Ctrl+D;;"
               "-&RückgängigCtrl+Z;-&WiederherstellenCtrl+Shift+Z;;"
@@ -154,6 +155,7 @@ TEST_F(Control, PlaysByKeyAndByMouse) {
     key(results(), Qt::Key_Left, Qt::ControlModifier);
     EXPECT_LT(modMultimedia::MciGetPosition("PBWave"), 5000);
     key(results(), Qt::Key_Space);
+    EXPECT_EQ(modMultimedia::MciGetMode("PBWave"), "paused");
     widget<SeekSlider>("slSearchPlayerSeek").setValue(0);
     auto& criteria = widget<QTreeWidget>("lvSearchCriteria"); // also outside the list
     key(criteria, Qt::Key_Right, Qt::ControlModifier);
@@ -162,6 +164,8 @@ TEST_F(Control, PlaysByKeyAndByMouse) {
     key(criteria, Qt::Key_J, Qt::ControlModifier);
     EXPECT_TRUE(widget<QLineEdit>("txtGoToTime").isVisible());
     key(widget<QLineEdit>("txtGoToTime"), Qt::Key_Escape);
+    key(criteria, Qt::Key_L, Qt::ControlModifier);
+    EXPECT_TRUE(QToolTip::text().contains(u"Repeats from 00:00:05 on"));
     key(criteria, Qt::Key_F7);
     EXPECT_EQ(modMultimedia::MciGetMode("PBWave"), "playing");
     EXPECT_LT(modMultimedia::MciGetPosition("PBWave"), 5000);

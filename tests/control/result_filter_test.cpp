@@ -9,8 +9,6 @@
 
 #include <QAbstractItemModelTester>
 #include <QFileDialog>
-#include <QThread>
-#include <atomic>
 #include <pthread.h>
 
 namespace ov {
@@ -284,22 +282,6 @@ TEST_F(ResultFilter, SurvivesWhatItsThreadThrows) {
         waitFor([&] { return failed; });
         EXPECT_TRUE(logged(line)) << line;
     }
-}
-
-TEST_F(ResultFilter, EndsWorkThatNobodyWaitsForAnyMore) {
-    std::atomic<bool> ended{false};
-    AsideWork aside;
-    aside.start(
-        [&](const std::stop_token& stop) -> AsideWork::Delivery {
-            while (!stop.stop_requested())
-                QThread::msleep(1);
-            ended = true;
-            return {};
-        },
-        [] {});
-    bool delivered = false;
-    aside.start([&](const auto&) { return [&] { delivered = true; }; }, [] {});
-    waitFor([&] { return ended && delivered; });
 }
 
 } // namespace

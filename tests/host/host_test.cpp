@@ -218,6 +218,10 @@ TEST_F(Host, ShowsProgressAndLogAndTellsOnceThatItsSettingsCannotBeKept) {
         << lines;
 }
 
+TEST_F(Host, ShowsWhatTheControlOffersInAMenu) {
+    EXPECT_EQ(seen("offer"), "offered in Vie&w\n");
+}
+
 TEST_F(Host, ClosesInTheMiddleOfASearch) {
     const ProgramResult result = selfTest(OV_SCRIPTED_PLUGIN, {}, "search");
     EXPECT_EQ(result.exitCode, 0) << result.errors;

@@ -161,7 +161,11 @@ TEST(Mixer, AnswersWrongQuestions) {
                askForLine(168, mixer_line::waveOutput, 3, 0), askForLine(168, 0x1003, 3, handle),
                askForLine(168, mixer_line::waveOutput, 3, handle)};
     EXPECT_EQ(answers, (Answers{11, 11, 5, 1024, 0}));
-    EXPECT_EQ((std::array{line.size, line.line, line.controls}), (std::array{168U, 1U, 2U}));
+    EXPECT_EQ((std::array{line.size, line.line, line.channels, line.controls, line.targetType}),
+              (std::array{168U, 1U, 1U, 2U, 1U}));
+    EXPECT_STREQ(line.shortName.data(), "Wave");
+    EXPECT_STREQ(line.name.data(), "Wave output");
+    EXPECT_STREQ(line.targetName.data(), "OVSearch");
 
     const MemoryHandle small = mixer.globalAlloc(0, 3);
     const MemoryHandle block = mixer.globalAlloc(0, 152); // the next one

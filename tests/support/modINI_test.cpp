@@ -4,6 +4,7 @@
 #include "platform/locale.h"
 #include "support/modINI.h"
 #include "support/numbers.h"
+#include "support/path_setting.h"
 #include "tests/settings_fixture.h"
 
 #include <array>
@@ -103,6 +104,19 @@ TEST_F(ModIni, readsPaths) {
     EXPECT_EQ(read("c", true), "");
     EXPECT_EQ(read("d", true), std::string(4095, 'x') + "\\");
     EXPECT_EQ(read("none", true), "D:\\default\\");
+}
+
+// A mark of our own, so that paths of foreign bytes can be written as text.
+TEST_F(ModIni, writesPathsThatAreNoTextInAForm) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"\\a b\\c", "\\a b\\c"},
+        {"\\a\xE4%:/~\x01", "file:///a%E4%25%3A%2F~%01"},
+        {"d:\\\xFF:", "file:///d:/%FF%3A"},
+        {"\xFF", "\xFF"}};
+    for (const auto& [path, setting] : cases) {
+        EXPECT_EQ(settingOfPath(path), setting);
+        EXPECT_EQ(pathOfSetting(setting), path);
+    }
 }
 
 TEST_F(ModIni, writesWhatItReads) {

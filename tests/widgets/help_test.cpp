@@ -22,7 +22,9 @@ protected:
     // The heading at the upper edge of the guide's window that `owner` has open.
     static std::string headingShown(QWidget& owner) {
         auto& page = child<QTextBrowser>(child<QDialog>(owner, "frmGuide"), "");
-        return page.cursorForPosition({4, 4}).block().text().toStdString();
+        const QString shown = page.cursorForPosition({4, 4}).block().text();
+        EXPECT_EQ(page.textCursor().block().text(), shown) << "a screen reader reads on from there";
+        return shown.toStdString();
     }
 };
 

@@ -43,6 +43,7 @@ ExitCode readMoment(const std::string& native, std::vector<SearchRequest>& reque
 // A request for each file of criteria; all are read before anything is searched.
 ExitCode readRequests(const FindOptions& options, std::vector<SearchRequest>& requests) {
     SearchOptions search = options.search;
+    search.asksStore = !options.catalogue;
     ExitCode read = ExitCode::found;
     const std::size_t count = std::max<std::size_t>(options.criteriaFiles.size(), 1);
     for (std::size_t i = 0; i < count && read == ExitCode::found; ++i) {
@@ -123,7 +124,15 @@ ExitCode runFind(const FindOptions& options, const Session& session, TerminalInt
     auto consumer = consumerFor(options, requests, output, terminal);
     if (consumer == nullptr)
         return ExitCode::usage;
-    const HitSearch with{session, terminal, *consumer, rememberedFor(options)};
+    AskedCatalogue catalogue;
+    if (options.catalogue)
+        if (const auto opened = catalogue.open(*options.catalogue); !opened.ok()) {
+            complain(opened.description());
+            return ExitCode::unreadable;
+        }
+    const HitSearch with{session,   terminal,
+                         *consumer, rememberedFor(options),
+                         {},        options.catalogue ? &catalogue : nullptr};
     ExitCode result = ExitCode::found;
     const Telling& telling = options.search.telling;
     std::vector<modDictation::SearchReport> reports;
@@ -137,6 +146,8 @@ ExitCode runFind(const FindOptions& options, const Session& session, TerminalInt
     result = output.finish(TerminalInterface::interrupted() ? ExitCode::interrupted : result);
     for (const modDictation::SearchReport& report : reports)
         tellReport(report, countOf(report), telling);
+    if (telling.messages && !options.quiet && !catalogue.asOf().empty())
+        complain(catalogue.asOf());
     if (result == ExitCode::nothingFound)
         tellFoldersAsTexts(requests.front().foldersAsTexts);
     return result;

@@ -29,11 +29,12 @@ struct FindOptions {
     std::optional<std::string> sum;     // KEY
     std::vector<CommandTemplate> commands;
     std::vector<CommandTemplate> batchCommands;
-    bool quiet = false;               // the exit code is enough
-    std::optional<std::string> newer; // native: only files changed after that one
-    bool watch = false;               // go on with what arrives
-    bool explains = false;            // in place of searching
-    bool trustsFolderTimes = false;   // also of file systems of unknown kind
+    bool quiet = false;                   // the exit code is enough
+    std::optional<std::string> newer;     // native: only files changed after that one
+    bool watch = false;                   // go on with what arrives
+    bool explains = false;                // in place of searching
+    std::optional<std::string> catalogue; // as typed: is searched in place of the store
+    bool trustsFolderTimes = false;       // also of file systems of unknown kind
 };
 
 ExitCode runFind(const FindOptions& options, const Session& session, TerminalInterface& terminal);

@@ -135,7 +135,10 @@ std::string contradiction(const FindOptions& options) {
         {options.watch && options.criteriaFiles.size() > 1, "--watch takes one criteria file"},
         {options.explains && (!printsOnly || options.format || options.zeroEnded || options.watch),
          "--explain tells of a search in place of its hits; leave out --format, --count, --exec, "
-         "--quiet or --watch"}};
+         "--quiet or --watch"},
+        {options.catalogue && (options.watch || options.explains),
+         "a catalogue knows only what was there at its last update: --catalogue takes no --watch "
+         "and no --explain"}};
     const auto* const broken = std::ranges::find(rules, true, &std::pair<bool, const char*>::first);
     return broken != std::end(rules) ? broken->second : "";
 }

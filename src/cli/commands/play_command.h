@@ -4,15 +4,27 @@
 #pragma once
 
 #include "cli/exit_code.h"
+#include "cli/play/list_player.h"
+#include "cli/search_request.h"
 
+#include <optional>
 #include <string>
+#include <vector>
 
 namespace ov::cli {
 
+class Session;
 class TerminalInterface;
 
-// Plays a sound file to its end, or until q or Ctrl-C is pressed; the space bar pauses. On a
-// terminal shows position and level on one line. `file` is native.
-ExitCode runPlay(const std::string& file, TerminalInterface& terminal);
+// What `ovsearch play` was asked for, as typed.
+struct PlayOptions {
+    std::vector<std::string> files; // native
+    SearchOptions search;           // for more of them, where it names anything
+    ListOptions list;
+    std::optional<std::string> device; // name or number
+};
+
+// Plays the files, then what is found, to their end.
+ExitCode runPlay(const PlayOptions& options, const Session& session, TerminalInterface& terminal);
 
 } // namespace ov::cli

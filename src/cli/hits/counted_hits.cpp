@@ -80,6 +80,16 @@ void CountedHits::take(const modDictation::Dictation& hit) {
     tally_.add(hit);
 }
 
+std::optional<std::int32_t> CountedHits::countsBy() const {
+    if (form_.addsLengths)
+        return std::nullopt;
+    return form_.by ? form_.by->field : modDictation::noField;
+}
+
+void CountedHits::takeMany(const modDictation::Dictation& one, std::int64_t count) {
+    tally_.add(one, count);
+}
+
 void CountedHits::end() {
     switch (form_.format) {
     case HitFormat::csv:

@@ -30,6 +30,8 @@ public:
     CountedHits(const CountForm& form, Output& output);
 
     void take(const modDictation::Dictation& hit) override;
+    std::optional<std::int32_t> countsBy() const override;
+    void takeMany(const modDictation::Dictation& one, std::int64_t count) override;
     void end() override;
 
 private:

@@ -6,7 +6,9 @@
 #include "dictation/dictation.h"
 #include "dictation/search/search.h"
 
+#include <cstdint>
 #include <memory>
+#include <optional>
 #include <utility>
 
 // What becomes of hits. A command that searches hands all that it finds to one of these, as it is
@@ -31,6 +33,13 @@ public:
     virtual void end() {}
     // It wants no more.
     virtual bool isFull() const { return false; }
+    // The field by whose value it counts hits (noField: in all) and does nothing else; these may
+    // then be handed over with one for all that are like it.
+    virtual std::optional<std::int32_t> countsBy() const { return std::nullopt; }
+    virtual void takeMany(const modDictation::Dictation& one, std::int64_t count) {
+        while (count-- > 0)
+            take(one);
+    }
     // The exit code, where that is what searching answered.
     virtual ExitCode result(ExitCode ofSearches) const { return ofSearches; }
 };

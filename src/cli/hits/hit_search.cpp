@@ -22,6 +22,8 @@ void handOn(DictationList& hits, HitConsumer& consumer) {
 } // namespace
 
 modDictation::SearchReport searchFor(const modDictation::Search& what, const HitSearch& with) {
+    if (with.catalogue != nullptr)
+        return with.catalogue->search(what, with.consumer);
     DictationList hits;
     modDictation::SearchReport report =
         search(what, with.session, with.terminal, hits,

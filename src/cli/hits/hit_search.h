@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "cli/hits/asked_catalogue.h"
 #include "cli/hits/hit_consumer.h"
 #include "cli/session.h"
 #include "cli/terminal_interface.h"
@@ -20,6 +21,7 @@ struct HitSearch {
     HitConsumer& consumer;
     std::shared_ptr<modDictation::RememberedStore> remembered = {};
     std::function<void(const std::string& directory)> entered = {}; // as SearchMeans has it
+    AskedCatalogue* catalogue = nullptr;                            // that is searched instead
 };
 
 // Hands the hits of a search on while it runs, until the consumer is full. Keeps none.

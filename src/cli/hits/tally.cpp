@@ -60,9 +60,9 @@ Tally::Tally(std::int32_t by, bool addsLengths)
         groups_.try_emplace(MachineValue());
 }
 
-void Tally::add(const Dictation& dictation) {
+void Tally::add(const Dictation& dictation, std::int64_t count) {
     TallyGroup& group = groupOf(dictation);
-    ++group.count;
+    group.count += count;
     if (!addsLengths_)
         return;
     if (const auto length =

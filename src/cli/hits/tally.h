@@ -30,7 +30,8 @@ public:
     // `by` may be noField: all are one group, which is there before any dictation is.
     Tally(std::int32_t by, bool addsLengths);
 
-    void add(const modDictation::Dictation& dictation);
+    // It and others that have the same value; without lengths where there are any.
+    void add(const modDictation::Dictation& dictation, std::int64_t count = 1);
 
     // The largest first, those of a size by their value.
     std::vector<TallyGroup> groups() const;

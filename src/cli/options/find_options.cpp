@@ -41,6 +41,11 @@ CLI::App* addFind(CLI::App& app, FindOptions& options) {
     addHitOptions(*command, options);
     command->add_flag("--trust-folder-times", options.trustsFolderTimes,
                       "List unchanged folders once, on unknown file systems too");
+    command
+        ->add_option("--catalogue", options.catalogue,
+                     "Search this catalogue, file or server, or own, in place of the store")
+        ->type_name("FILE")
+        ->check(notEmpty);
     command->add_flag("--explain", options.explains,
                       "Print how it is understood and how many meet each criterion");
     return command;

@@ -27,12 +27,8 @@ void addTelling(CLI::App& command, Telling& telling) {
 
 } // namespace
 
-void addSearchOptions(CLI::App& command, SearchOptions& search) {
-    command.footer(criterionHelp);
-    addSearchWords(command);
-    command.add_option("--root", search.root, "Folder to search; else a word, or as set")
-        ->type_name("DIR")
-        ->check(notEmpty);
+void addSearchScope(CLI::App& command, SearchOptions& search, const char* rootHelp) {
+    command.add_option("--root", search.root, rootHelp)->type_name("DIR")->check(notEmpty);
     command.add_flag("--any", search.any, "One matching criterion is enough");
     command.add_option("--max-depth", search.maxDepth, "Levels of folders below ROOT; -1 for all")
         ->type_name("N")
@@ -42,15 +38,21 @@ void addSearchOptions(CLI::App& command, SearchOptions& search) {
         ->type_name("N")
         ->check(inRange(1))
         ->default_str(std::to_string(modDictation::usualLimit));
-    command.add_option("--columns", search.columns, "Columns to print, parted by commas")
-        ->type_name("KEYS")
+    addTelling(command, search.telling);
+    command.add_option("--sort", search.sort, "Fields to sort by, parted by commas, or path")
+        ->type_name("KEY[:desc]")
         ->delimiter(',')
         ->expected(1)
         ->take_all()
         ->allow_extra_args(false);
-    addTelling(command, search.telling);
-    command.add_option("--sort", search.sort, "Fields to sort by, parted by commas, or path")
-        ->type_name("KEY[:desc]")
+}
+
+void addSearchOptions(CLI::App& command, SearchOptions& search) {
+    command.footer(criterionHelp);
+    addSearchWords(command);
+    addSearchScope(command, search);
+    command.add_option("--columns", search.columns, "Columns to print, parted by commas")
+        ->type_name("KEYS")
         ->delimiter(',')
         ->expected(1)
         ->take_all()

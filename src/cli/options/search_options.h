@@ -13,6 +13,9 @@
 
 namespace ov::cli {
 
+// Where, how much and in which order: all but criteria and columns.
+void addSearchScope(CLI::App& command, SearchOptions& search,
+                    const char* rootHelp = "Folder to search; else a word, or as set");
 void addSearchOptions(CLI::App& command, SearchOptions& search);
 
 // `usual` says what parts the cells without it.

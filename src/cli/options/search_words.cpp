@@ -72,7 +72,8 @@ public:
     WordTaker(const CLI::App& command, std::vector<std::string> arguments)
         : command_(command),
           arguments_(std::move(arguments)),
-          wantsFile_(command.get_option_no_throw(fileName) != nullptr) {}
+          wantsFile_(command.get_option_no_throw(fileName) != nullptr),
+          takesWords_(command.get_option_no_throw(wordName) != nullptr) {}
 
     void take();
 
@@ -89,6 +90,7 @@ private:
     const CLI::App& command_;
     std::vector<std::string> arguments_;
     bool wantsFile_;
+    bool takesWords_; // else all are files
     std::size_t at_ = 0;
 };
 
@@ -133,7 +135,7 @@ void WordTaker::takeOther() {
 // An empty one is refused with the options, as everywhere.
 void WordTaker::takeWord() {
     const std::string& argument = arguments_[at_++];
-    if (argument.empty() || std::exchange(wantsFile_, false)) {
+    if (argument.empty() || !takesWords_ || std::exchange(wantsFile_, false)) {
         rest.push_back(argument);
     } else if (argument == "(" || argument == ")") {
         addWord(argument == "(" ? Kind::open : Kind::close, argument);
@@ -171,6 +173,10 @@ void addSearchWords(CLI::App& command) {
         ->type_name("")
         ->expected(-1)
         ->check(notEmpty);
+    addCriteria(command);
+}
+
+void addCriteria(CLI::App& command) {
     command.add_option("-c,--criterion", "Criterion to match, in the long form; may repeat")
         ->type_name("CRITERION");
     command.add_flag("--not")->description("What the next criterion, word or group does not match");
@@ -182,7 +188,7 @@ std::vector<QuickPart> takeSearchWords(const CLI::App& app, std::vector<std::str
         return {};
     const auto commands = app.get_subcommands([&](const CLI::App* command) {
         return command->get_name() == arguments[begin - 1] &&
-               command->get_option_no_throw(wordName) != nullptr;
+               command->get_option_no_throw(std::string(longCriterion)) != nullptr;
     });
     if (commands.empty())
         return {};

@@ -16,6 +16,8 @@ namespace ov::cli {
 
 // Of a command that searches: tells what will be taken, and refuses what cannot be.
 void addSearchWords(CLI::App& command);
+// Criteria alone, of a command whose words are files.
+void addCriteria(CLI::App& command);
 
 // Takes them off the arguments of the program, which are in the order typed, without its name. A
 // file that the command wants first stays. Behind "--" all are words.

@@ -43,7 +43,7 @@ std::string helpHint(const CLI::App& app) {
                             : "; \"ovsearch help " + command.get_name() + "\" tells what there is";
 }
 
-bool isOption(const std::string& argument) {
+bool looksLikeOption(const std::string& argument) {
     return argument.starts_with('-') && argument.find_first_not_of('-') != std::string::npos;
 }
 
@@ -64,7 +64,7 @@ std::string unknownOption(const CLI::App& app, const std::string& typed) {
 
 // An argument that nothing takes.
 std::string unexpected(const CLI::App& app, const Words& rest) {
-    const auto option = std::ranges::find_if(rest, isOption);
+    const auto option = std::ranges::find_if(rest, looksLikeOption);
     if (option != rest.end())
         return unknownOption(app, *option);
     if (app.get_subcommands().empty())

@@ -37,7 +37,7 @@ QMimeData* fileContent(const QList<QUrl>& files) {
 void ResultList::copySelectedFiles(const std::function<bool()>& goOn) {
     QList<QUrl> files;
     selection_.forEachRow([&](int row) {
-        files.append(fileUrl(pathOf(model_->dictation(row))));
+        files.append(fileUrl(model_->path(row)));
         platform::processMessagesNowAndThen();
         return goOn();
     });
@@ -56,7 +56,7 @@ void ResultList::dragSelectedFiles() {
     constexpr qsizetype most = 5000;
     QList<QUrl> files;
     selection_.forEachRow([&](int row) {
-        files.append(fileUrl(pathOf(model_->dictation(row))));
+        files.append(fileUrl(model_->path(row)));
         return files.size() <= most;
     });
     if (files.isEmpty() || files.size() > most) {

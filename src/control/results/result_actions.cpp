@@ -32,7 +32,7 @@ void ResultList::copySelectedRows(const std::function<bool()>& goOn) {
     QList<QUrl> files;
     selection_.forEachRow([&](int row) {
         addRow([&](int column) { return widgets::cellText(model_->text(row, column)); });
-        files.append(fileUrl(pathOf(model_->dictation(row))));
+        files.append(fileUrl(model_->path(row)));
         platform::processMessagesNowAndThen();
         return goOn();
     });
@@ -46,7 +46,7 @@ void ResultList::copySelectedRows(const std::function<bool()>& goOn) {
 void ResultList::copySelectedPaths(const std::function<bool()>& goOn) {
     QString paths;
     selection_.forEachRow([&](int row) {
-        paths += widgets::nativePathText(pathOf(model_->dictation(row))) + QLatin1Char('\n');
+        paths += widgets::nativePathText(model_->path(row)) + QLatin1Char('\n');
         platform::processMessagesNowAndThen();
         return goOn();
     });
@@ -82,6 +82,7 @@ QMenu* ResultList::buildMenu() {
     add("columns", text_id::menuColumns, {}, true, &ResultList::columnsRequested);
     add("", text_id::menuSearchAfresh, Qt::SHIFT | Qt::Key_F5, true,
         &ResultList::searchAfreshRequested);
+    menu->addActions(actions());
     return menu;
 }
 

@@ -97,6 +97,8 @@ public:
     void selectFirst();
     // Selects the row of that dictation and goes there, unless it is not shown.
     void selectPath(const std::string& path);
+    // The file of that hit is there now.
+    void noteMoved(std::int32_t hit, const std::string& path) { model_->noteMoved(hit, path); }
     // Marks the row of the dictation that is in the player; empty: none is.
     void markPlaying(const std::string& path) { model_->setPlaying(path); }
 

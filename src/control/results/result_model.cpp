@@ -68,6 +68,7 @@ void ResultModel::setHits(std::unique_ptr<modDictation::DictationList> hits) {
     kept_ = nullptr;
     playing_ = 0;
     orders_.forget();
+    moved_.clear();
     std::shared_ptr<const modDictation::DictationList> old = std::exchange(hits_, std::move(hits));
     endResetModel();
     // The memory of a million takes longer to give back than a window should stand still.
@@ -118,10 +119,22 @@ void ResultModel::setPlaying(const std::string& path) {
 }
 
 std::string ResultModel::playing() const {
-    return playing_ > 0 ? pathOf((*hits_)[playing_]) : std::string();
+    return playing_ > 0 ? pathOfHit(playing_) : std::string();
+}
+
+std::string ResultModel::pathOfHit(std::int32_t hit) const {
+    const auto moved = moved_.find(hit);
+    return moved == moved_.end() ? pathOf((*hits_)[hit]) : moved->second;
+}
+
+int ResultModel::playingRow() const {
+    return playing_ > 0 ? rowOf(playing_) : -1;
 }
 
 std::int32_t ResultModel::hitOfPath(const std::string& path) const {
+    for (const auto& [hit, now] : moved_)
+        if (now == path)
+            return hit;
     return hits_->find(modDictation::dictationOfPath(path));
 }
 

@@ -10,6 +10,7 @@
 
 #include <QAbstractTableModel>
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -79,18 +80,23 @@ public:
     // The dictation that is in the player, by its path; empty: none.
     void setPlaying(const std::string& path);
     std::string playing() const; // the path of what is in the player, if it is among the hits
+    int playingRow() const;      // its row; -1 where none is shown
     // The hit with that path; 0 when there is none.
     std::int32_t hitOfPath(const std::string& path) const;
 
     std::int32_t hitOf(int row) const;
     int rowOf(std::int32_t hit) const; // -1 for a hit that is not shown
     modDictation::Dictation dictation(int row) const;
+    // Of its file, also where that has moved since it was found.
+    std::string path(int row) const { return pathOfHit(hitOf(row)); }
+    void noteMoved(std::int32_t hit, const std::string& path) { moved_[hit] = path; }
     QString text(int row, int column) const;
 
 private:
     QVariant cell(const QModelIndex& index, int role) const;
     QVariant spoken(const QModelIndex& index) const;
     void showKept();
+    std::string pathOfHit(std::int32_t hit) const;
     // The hits of the rows; empty: as found.
     const std::vector<std::int32_t>& shown() const { return kept_ ? shownOfKept_ : order_; }
 
@@ -102,6 +108,7 @@ private:
     std::vector<std::int32_t> shownOfKept_;
     std::int32_t playing_ = 0; // hit
     int rows_ = 0;
+    std::map<std::int32_t, std::string> moved_; // by their hits, where they are now
 };
 
 } // namespace ov

@@ -39,10 +39,10 @@ std::vector<std::int32_t> ResultSelection::hits() const {
 std::string ResultSelection::path() const {
     const QModelIndex current = view_.currentIndex();
     if (current.isValid() && view_.selectionModel()->isRowSelected(current.row()))
-        return pathOf(model_.dictation(current.row()));
+        return model_.path(current.row());
     std::string path;
     forEachRow([&](int row) {
-        path = pathOf(model_.dictation(row));
+        path = model_.path(row);
         return false;
     });
     return path;

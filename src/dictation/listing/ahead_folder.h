@@ -3,7 +3,7 @@
 #pragma once
 
 #include "dictation/listing/folder_above.h"
-#include "dictation/listing/remembered_store.h"
+#include "dictation/listing/listing_memory.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -43,7 +43,7 @@ struct AheadFolder {
     // Used by the thread that lists it.
     std::unique_ptr<FolderReader> reader;
     FolderListing listing;
-    RememberedStore::Moment begun;
+    ListingMemory::Moment begun;
     HeldDirectoryPtr held; // where it is to be asked for its subfolders
     FolderAbove::Clock::time_point seen;
     std::shared_ptr<const FoldersAround> inside; // of its subfolders, once one is known
@@ -51,6 +51,7 @@ struct AheadFolder {
     // What came of it; the walk looks once it has taken the folder to its end.
     platform::Status problem;
     bool opened = false;     // and the problem came later, if there is one
+    bool isKnown = false;    // it was not listed: it is as it is remembered
     bool isCircular = false; // the walk is inside of this folder already: it was not listed
 
     // Guarded by the lock of the threads.

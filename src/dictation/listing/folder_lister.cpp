@@ -78,7 +78,7 @@ bool FolderLister::recall(AheadFolder& folder) {
 // False when nothing is left to be listed.
 bool FolderLister::open(AheadFolder& folder, ListedStep& step) {
     const bool isMoved = remembered_ && !recall(folder);
-    const bool isKnown = folder.opened;
+    const bool isKnown = folder.isKnown = folder.opened;
     auto reader = reader_ ? std::move(reader_) : std::make_unique<FolderReader>();
     if (!isKnown) {
         folder.problem = reader->open(folder.path);

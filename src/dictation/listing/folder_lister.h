@@ -23,7 +23,7 @@ class FolderLister {
 public:
     // Subfolders of folders at `depth` (-1: none) are not to be walked. `remembered` may be
     // nullptr.
-    FolderLister(std::int32_t depth, std::shared_ptr<RememberedStore> remembered)
+    FolderLister(std::int32_t depth, std::shared_ptr<ListingMemory> remembered)
         : depth_(depth), remembered_(std::move(remembered)) {}
 
     // The next names of the folder, which no other thread uses meanwhile. Does not throw: what goes
@@ -47,7 +47,7 @@ private:
     void add(AheadFolder& folder, const ListedNamesPtr& names, ListedStep& step) const;
 
     const std::int32_t depth_;
-    const std::shared_ptr<RememberedStore> remembered_;
+    const std::shared_ptr<ListingMemory> remembered_;
     std::unique_ptr<FolderReader> reader_;
     ListedNames names_;
     std::shared_ptr<ListedNames> spare_;

@@ -22,8 +22,10 @@ constexpr int mostEntriesOfPart = 20'000;
 // The host keeps what is not to be searched in folders whose names begin so.
 constexpr char hiddenFolderMark = '_';
 
+} // namespace
+
 // No file system has names of more bytes than two can count.
-void append(std::string_view name, std::string& names) {
+void appendName(std::string_view name, std::string& names) {
     const bool hasBackslash = name.find('\\') != std::string_view::npos;
     names.push_back(static_cast<char>((platform::isValidUtf8(name) ? utf8Bit : 0) |
                                       (hasBackslash ? backslashBit : 0)));
@@ -31,8 +33,6 @@ void append(std::string_view name, std::string& names) {
     names.push_back(static_cast<char>(name.size() >> 8U));
     names.append(name);
 }
-
-} // namespace
 
 bool takeName(std::string_view& names, ListedName& first) noexcept {
     if (names.empty())
@@ -73,9 +73,9 @@ void FolderReader::next(ListedNames& names) {
 void FolderReader::add(const platform::DirectoryEntry& entry, ListedNames& names) {
     hasLinks_ = hasLinks_ || entry.isLink;
     if (entry.kind == platform::FileKind::file && hasDictationEnding(entry.name))
-        append(entry.name, names.dictations);
+        appendName(entry.name, names.dictations);
     if (entry.kind == platform::FileKind::directory && !entry.name.starts_with(hiddenFolderMark))
-        append(entry.name, names.folders);
+        appendName(entry.name, names.folders);
 }
 
 } // namespace ov::modDictation

@@ -34,6 +34,9 @@ struct ListedName {
     bool hasBackslash = false; // no path can name it
 };
 
+// Adds a name behind those that are there.
+void appendName(std::string_view name, std::string& names);
+
 // Cuts the first name off; false when there is none.
 bool takeName(std::string_view& names, ListedName& first) noexcept;
 

@@ -25,10 +25,10 @@ public:
     static constexpr std::size_t usualBytes = std::size_t{64} * 1024 * 1024;
 
     struct Tree {
-        std::string root;                            // a directory text
-        std::int32_t depth = -1;                     // of the deepest folders to list, -1 for all
-        std::size_t bytes = usualBytes;              // of names that the walk has not got to yet
-        std::shared_ptr<RememberedStore> remembered; // or nullptr
+        std::string root;                          // a directory text
+        std::int32_t depth = -1;                   // of the deepest folders to list, -1 for all
+        std::size_t bytes = usualBytes;            // of names that the walk has not got to yet
+        std::shared_ptr<ListingMemory> remembered; // or nullptr
     };
     explicit ListingAhead(Tree tree);
     // Waits for nobody: threads that are inside a call end after it.

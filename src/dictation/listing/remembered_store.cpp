@@ -12,18 +12,6 @@ namespace ov::modDictation {
 
 namespace {
 
-using platform::DirectoryTimes;
-
-// No file system's times are coarser, and no kernel's clock lags as much.
-constexpr std::chrono::seconds grain{2};
-
-constexpr std::int64_t second = 1'000'000'000; // in nanoseconds
-
-template <typename Unit, typename Clock>
-std::int64_t timeOf() {
-    return std::chrono::duration_cast<Unit>(Clock::now().time_since_epoch()).count();
-}
-
 std::size_t footprint(const std::string& directory, const FolderListing& listing) {
     constexpr std::size_t ofTheMap = 128;
     return ofTheMap + directory.size() + listing.bytes();
@@ -31,17 +19,12 @@ std::size_t footprint(const std::string& directory, const FolderListing& listing
 
 } // namespace
 
-RememberedStore::Moment RememberedStore::now() {
-    return {timeOf<std::chrono::nanoseconds, std::chrono::system_clock>(),
-            timeOf<std::chrono::milliseconds, std::chrono::steady_clock>()};
-}
-
 void RememberedStore::startSearch() {
     if (wasClockSetBack())
         forget();
+    times_.forget(); // a device may come back as another
     const std::lock_guard lock(mutex_);
     ++search_;
-    times_.clear(); // a device may come back as another
 }
 
 // A folder may then get a time that it had before.
@@ -50,7 +33,7 @@ bool RememberedStore::wasClockSetBack() {
     const Moment now = begin();
     const nanoseconds ahead = nanoseconds(now.wall) - milliseconds(now.steady);
     const std::lock_guard lock(mutex_);
-    return ahead + grain < nanoseconds(std::exchange(clockAhead_, ahead.count()));
+    return ahead + grainOfTimes < nanoseconds(std::exchange(clockAhead_, ahead.count()));
 }
 
 // Aside: to give back the memory of a large store takes longer than a window should stand still.
@@ -94,7 +77,8 @@ void RememberedStore::keep(const std::string& directory, const FolderListing& li
     if (const auto before = folders_.find(directory);
         before != folders_.end() && before->second.listing.stamp == listing.stamp)
         folder.firstSeen = before->second.firstSeen;
-    folder.settled = isSettled(folder, begun);
+    const std::chrono::milliseconds seenFor(begun.steady - folder.firstSeen);
+    folder.settled = isSettled(listing, begun, seenFor, rules_.trustsUnknown);
     if (!folder.settled)
         folder.listing.parts.clear();
     remove(directory);
@@ -104,31 +88,6 @@ void RememberedStore::keep(const std::string& directory, const FolderListing& li
         return;
     bytes_ += needed;
     folders_.emplace(directory, std::move(folder));
-}
-
-bool RememberedStore::isSettled(const Folder& folder, const Moment& begun) const {
-    using namespace std::chrono;
-    const DirectoryTimes times = folder.listing.times;
-    const platform::DirectoryStamp& stamp = folder.listing.stamp;
-    if (folder.listing.hasLinks || (times == DirectoryTimes::unknown && !rules_.trustsUnknown))
-        return false;
-    if (times == DirectoryTimes::ofOurClock)
-        return nanoseconds(begun.wall - stamp.changed) > grain;
-    // Servers also hand out old file systems, which tell nothing of a folder's names.
-    const bool isFine = stamp.modified % second != 0 || stamp.changed % second != 0;
-    return isFine && milliseconds(begun.steady - folder.firstSeen) > grain;
-}
-
-DirectoryTimes RememberedStore::timesOf(const FolderReader& folder) {
-    const std::uint64_t device = folder.stamp().id.device;
-    {
-        const std::lock_guard lock(mutex_);
-        if (const auto known = times_.find(device); known != times_.end())
-            return known->second;
-    }
-    const DirectoryTimes times = folder.times(); // may take its time
-    const std::lock_guard lock(mutex_);
-    return times_.emplace(device, times).first->second;
 }
 
 // Once a search: a store that is too large is remembered in part, not again and again in others.

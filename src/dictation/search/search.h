@@ -3,6 +3,7 @@
 #pragma once
 
 #include "dictation/listing/listing_ahead.h"
+#include "dictation/listing/remembered_store.h"
 #include "dictation/search/criterion.h"
 #include "dictation/search/dictation_list.h"
 #include "platform/status.h"

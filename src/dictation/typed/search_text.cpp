@@ -23,7 +23,7 @@ constexpr std::string_view allKey = "all=";
 constexpr std::string_view depthKey = "depth=";
 constexpr std::string_view limitKey = "limit=";
 
-constexpr std::string_view blanks = " \t";
+constexpr std::string_view blanksOfLines = " \t";
 constexpr std::string_view indentation = "  ";
 
 // Of the text without the blanks in front of it.
@@ -41,7 +41,7 @@ public:
 
     // What is wrong with the line; empty when nothing is.
     std::string read(std::string_view line) {
-        const std::size_t start = std::min(line.find_first_not_of(blanks), line.size());
+        const std::size_t start = std::min(line.find_first_not_of(blanksOfLines), line.size());
         ParsedCriterion read = criterionOf(line.substr(start));
         // Without the one that it began with, a group must not become a part of the one above.
         const bool indented = start > 0 && hasHead_;

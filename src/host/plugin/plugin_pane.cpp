@@ -44,6 +44,10 @@ void PluginPane::focusControl() const {
         controlWindow_->setFocus();
 }
 
+QList<QAction*> PluginPane::actionsOfControl() const {
+    return controlWindow_ ? controlWindow_->actions() : QList<QAction*>();
+}
+
 void PluginPane::dropControl() {
     controlWindow_ = nullptr;
     // Its end may call back; by then there is no control here.

@@ -32,6 +32,8 @@ public:
     bool hasControl() const { return control_ != nullptr; }
     // Gives the control the keyboard.
     void focusControl() const;
+    // What it offers for a menu; they go with it.
+    QList<QAction*> actionsOfControl() const;
     // Lets go of the control, if the plug-in did not do so before.
     void dropControl();
 

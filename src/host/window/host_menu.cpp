@@ -69,6 +69,13 @@ void HostMenu::buildView() {
     connect(logView_, &QAction::triggered, this, &HostMenu::logViewChosen);
 }
 
+void HostMenu::offer(const QList<QAction*>& ofControl) {
+    if (ofControl.isEmpty())
+        return;
+    view_->addSeparator();
+    view_->addActions(ofControl);
+}
+
 void HostMenu::buildHelp() {
     about_ = add(*help_, "actionAbout");
     about_->setMenuRole(QAction::AboutRole);

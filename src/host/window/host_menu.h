@@ -26,6 +26,9 @@ public:
     HostMenu(QMenuBar& bar, QAction& traceToggle, const HostSettings& settings, const Texts& texts,
              QObject* parent = nullptr);
 
+    // Entries of the plug-in's control, with texts of its own.
+    void offer(const QList<QAction*>& ofControl);
+
 signals:
     void openFolderChosen();
     void folderChosen(const QString& folder);

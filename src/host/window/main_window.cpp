@@ -103,6 +103,7 @@ void MainWindow::load(const QString& plugInFile) {
         emit failed(texts_(notLoaded_->text, notLoaded_->arguments));
     else
         placeControl();
+    menu_->offer(pane_->actionsOfControl());
     showFailure();
     showPage();
 }

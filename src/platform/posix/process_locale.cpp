@@ -24,12 +24,16 @@ Locale processLocale() {
     return result;
 }
 
-DateTime now() {
-    const std::time_t seconds = std::time(nullptr);
+DateTime localTime(std::int64_t nanoseconds) {
+    const std::time_t seconds = nanoseconds / 1'000'000'000;
     std::tm local{};
     localtime_r(&seconds, &local);
     return {local.tm_year + 1900, local.tm_mon + 1, local.tm_mday,
             local.tm_hour,        local.tm_min,     local.tm_sec};
+}
+
+DateTime now() {
+    return localTime(std::int64_t{std::time(nullptr)} * 1'000'000'000);
 }
 
 void useMessagesOfEnvironment() noexcept {

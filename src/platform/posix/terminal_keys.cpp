@@ -22,24 +22,41 @@ termios& savedMode() noexcept {
     return mode;
 }
 
+// Else whoever reads keys, or sets the mode, is stopped.
+bool hasTerminal() noexcept {
+    return tcgetpgrp(STDIN_FILENO) == getpgrp();
+}
+
+void setMode(const termios& mode) noexcept {
+    if (hasTerminal())
+        tcsetattr(STDIN_FILENO, TCSANOW, &mode);
+}
+
 extern "C" void restoreAndEnd(int signal) {
-    tcsetattr(STDIN_FILENO, TCSANOW, &savedMode());
+    setMode(savedMode());
     endBySignal(signal);
 }
 
-termios keyMode(termios mode) noexcept {
+void takeKeys() noexcept {
+    termios mode = savedMode();
     mode.c_lflag &= ~static_cast<tcflag_t>(ICANON | ECHO);
     mode.c_cc[VMIN] = 1;
     mode.c_cc[VTIME] = 0;
     mode.c_cc[VINTR] = _POSIX_VDISABLE;
-    return mode;
+    setMode(mode);
+}
+
+// The shell had the terminal meanwhile.
+extern "C" void takeKeysAgain(int /*signal*/) {
+    takeKeys();
 }
 
 } // namespace
 
 struct TerminalKeys::State {
     std::array<struct sigaction, endingSignals.size()> before{};
-    bool ended = false; // nobody is there any more
+    struct sigaction goingOn {}; // before
+    bool ended = false;          // nobody is there any more
 };
 
 TerminalKeys::TerminalKeys() {
@@ -53,20 +70,23 @@ TerminalKeys::TerminalKeys() {
         if (state_->before[i].sa_handler != SIG_IGN)
             sigaction(endingSignals[i], &action, nullptr);
     }
-    const termios mode = keyMode(savedMode());
-    tcsetattr(STDIN_FILENO, TCSANOW, &mode);
+    action.sa_handler = takeKeysAgain;
+    action.sa_flags = SA_RESTART;
+    sigaction(SIGCONT, &action, &state_->goingOn);
+    takeKeys();
 }
 
 TerminalKeys::~TerminalKeys() {
     if (!state_)
         return;
-    tcsetattr(STDIN_FILENO, TCSANOW, &savedMode());
+    sigaction(SIGCONT, &state_->goingOn, nullptr);
+    setMode(savedMode());
     for (std::size_t i = 0; i < endingSignals.size(); ++i)
         sigaction(endingSignals[i], &state_->before[i], nullptr);
 }
 
 std::optional<char> TerminalKeys::wait(std::chrono::milliseconds longest) {
-    const bool usable = state_ && !state_->ended;
+    const bool usable = state_ && !state_->ended && hasTerminal();
     pollfd waiting{usable ? STDIN_FILENO : -1, POLLIN, 0};
     if (poll(&waiting, 1, static_cast<int>(longest.count())) <= 0)
         return std::nullopt;

@@ -30,7 +30,14 @@ struct FolderEvent {
 
 class FolderWatch {
 public:
-    FolderWatch();
+    enum class Wanted : std::uint8_t {
+        files, // what arrives, and when it is complete
+        // Only which names come and go: `begun` and `arrived` are the same. File systems are
+        // watched as wholes where that is allowed; else some of the system's watches are left to
+        // others.
+        names,
+    };
+    explicit FolderWatch(Wanted wanted = Wanted::files);
     ~FolderWatch();
     FolderWatch(const FolderWatch&) = delete;
     FolderWatch& operator=(const FolderWatch&) = delete;
@@ -46,7 +53,8 @@ public:
     // set where it is refused.
     Added add(const std::string& directory, Status& why);
 
-    // What has happened; waits for the first. Nothing when none comes in time, or a signal does.
+    // What has happened; waits for the first. Nothing when none comes in time, or a signal does, or
+    // what happened was somewhere else.
     std::vector<FolderEvent> wait(std::chrono::milliseconds longest);
 
 private:

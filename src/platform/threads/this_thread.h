@@ -23,4 +23,9 @@ std::int64_t nanosecondsInQueue() noexcept;
 // From now on others go first: those that answer the user.
 void stepBack() noexcept;
 
+// From now on it goes before others: for what is done in no time, and must not be late. Whether the
+// user may; most systems grant it to those who work with sound.
+bool stepForward() noexcept;
+bool mayStepForward() noexcept;
+
 } // namespace ov::platform

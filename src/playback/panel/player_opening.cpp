@@ -63,9 +63,9 @@ void PlayerPanel::takeOpened() {
     timerOpening_.stop();
     const auto opening = std::exchange(opening_, nullptr);
     if (auto sound = opening->take())
-        load(opening->path(), std::move(*sound));
-    else
-        PlayerRefresh(); // nothing is opening any more
+        return load(opening->path(), std::move(*sound));
+    PlayerRefresh(); // nothing is opening any more
+    Q_EMIT fileMissing(opening->path());
 }
 
 void PlayerPanel::load(const std::string& path, sound::OpenedSound opened) {

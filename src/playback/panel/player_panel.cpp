@@ -5,7 +5,9 @@
 
 #include "platform/text.h"
 #include "playback/modMultimedia.h"
+#include "playback/panel/pedal/pedal_desk.h"
 #include "playback/panel/player_texts.h"
+#include "sound/wave_control.h"
 #include "support/language/text_ids.h"
 #include "widgets/captions.h"
 #include "widgets/text.h"
@@ -21,7 +23,6 @@ using namespace modMultimedia;
 
 namespace {
 
-constexpr std::int32_t anyDevice = -1;
 constexpr int statusInterval = 200; // ms
 constexpr int levelInterval = 50;
 
@@ -57,29 +58,26 @@ void PlayerPanel::PlayerPlay() {
 }
 
 void PlayerPanel::playOpen() {
-    noteStart(isPlaying() ? MciPlay(alias_, anyDevice, -1, -1) : playBackedUp());
+    beginDueRound();
+    noteStart(isPlaying() ? playOn() : playBackedUp());
     if (playing_)
         startTimers();
     PlayerRefresh();
 }
 
-// The layer keeps the answer of the play to itself, so one that does not begin is asked again.
-std::string PlayerPanel::playFrom(std::int32_t position) {
-    std::string problem = MciSeekAndPlay(alias_, position);
-    return problem.empty() && !isPlaying() ? MciCommand("play " + alias_) : problem;
-}
-
 bool PlayerPanel::isPlaying() const {
-    return isMode(MciGetMode(alias_), "PLAYING");
+    return isMode(MciGetMode(alias_), "PLAYING") || isRoundDue();
 }
 
 void PlayerPanel::noteStart(const std::string& problem) {
     playing_ = problem.empty();
+    restsAt_ = -1;
     setProblem(problem);
 }
 
 void PlayerPanel::noteHalt() {
     playing_ = false;
+    restsAt_ = -1;
     setProblem({});
 }
 
@@ -103,7 +101,7 @@ void PlayerPanel::PlayerLoad(const std::string& alias) {
     lblSearchPlayerLength_->setText(FormatPlayTime(std::max(length_, 0), rate_));
     prgSearchPlayerStatus_->setRange(0, std::max(length_, 1));
     setSeekRange();
-    if (speedPercent_ != usualSpeed)
+    if (choices_.speedPercent != PlayerChoices::usualSpeed)
         applySpeed();
     tellFile();
 }
@@ -117,7 +115,8 @@ void PlayerPanel::tellFile() {
 void PlayerPanel::PlayerPauseResume() {
     if (alias_.empty())
         return;
-    const std::string mode = MciGetMode(alias_);
+    beginDueRound();
+    const std::string mode = shownMode();
     if (isMode(mode, "ERROR"))
         return;
     if (isMode(mode, "PAUSED"))
@@ -125,23 +124,6 @@ void PlayerPanel::PlayerPauseResume() {
     else if (MciPause(alias_).empty())
         noteHalt();
     PlayerRefresh();
-}
-
-bool PlayerPanel::backsUpFrom(std::int32_t position) const {
-    return backUpSeconds_ > 0 && rate_ > 0 && position > 0 && position < length_;
-}
-
-// From where it stands, also after a jump; from its end it begins anew.
-std::string PlayerPanel::playBackedUp() {
-    const std::int32_t position = MciGetPosition(alias_);
-    return backsUpFrom(position) ? playFrom(placeFrom(position, -backUpSeconds_))
-                                 : MciPlay(alias_, anyDevice, -1, -1);
-}
-
-std::string PlayerPanel::resume() {
-    const std::int32_t position = MciGetPosition(alias_);
-    return backsUpFrom(position) ? playFrom(placeFrom(position, -backUpSeconds_))
-                                 : MciResume(alias_);
 }
 
 void PlayerPanel::PlayerStop() {
@@ -178,22 +160,40 @@ void PlayerPanel::closeFile() {
     file_.clear();
     overview_.giveUp();
     slSearchPlayerSeek_->setOverview({});
+    setLoop({});
     tellFile();
 }
 
 void PlayerPanel::playOrPause() {
+    beginDueRound();
     const std::string selected = selectedPath_ ? selectedPath_() : std::string();
     const bool isAnother = !selected.empty() && selected != file_;
-    const std::string mode = alias_.empty() ? std::string() : MciGetMode(alias_);
+    const std::string mode = alias_.empty() ? std::string() : shownMode();
     if (isAnother || !(isMode(mode, "PLAYING") || isMode(mode, "PAUSED")))
         PlayerPlay();
     else
         PlayerPauseResume();
 }
 
+void PlayerPanel::setChoices(const PlayerChoices& choices) {
+    choices_ = choices;
+    choices_.speedPercent =
+        std::clamp(choices.speedPercent, PlayerChoices::slowest, PlayerChoices::fastest);
+    choices_.backUpSeconds = std::clamp(choices.backUpSeconds, 0, PlayerChoices::mostBackUpSeconds);
+    showChoices();
+    sound::WaveControl::instance().setShape(choices_.shape);
+    applySpeed();
+    Q_EMIT refreshed();
+}
+
+void PlayerPanel::showChoices() {
+    menu_->show(choices_);
+    cmdSearchPlayerOptions_->setText(QStringLiteral("%1 %").arg(choices_.speedPercent));
+}
+
 void PlayerPanel::applySpeed() {
     if (!alias_.empty())
-        MciCommand("set " + alias_ + " tempo " + std::to_string(speedPercent_));
+        MciCommand("set " + alias_ + " tempo " + std::to_string(choices_.speedPercent));
 }
 
 // ---- Timers
@@ -210,10 +210,12 @@ void PlayerPanel::stopTimers() {
 
 void PlayerPanel::stopLevelTimer() {
     timerSearchPlayerVU_.stop();
+    pedals_->remove(*this);
 }
 
 void PlayerPanel::timerSearchPlayerStatus_Timer() {
     if (!alias_.empty()) {
+        outputMenu_->tellWhenMissing(*prgSearchPlayerStatus_);
         lookAfterPlay();
     } else {
         PlayerStop();
@@ -233,6 +235,8 @@ void PlayerPanel::lookAfterPlay() {
         prgSearchPlayerVU_->setValue(0);
         playing_ = false;
         setProblem(MciPause(alias_)); // answers what went wrong
+    } else if (playing_ && playsLoop_) {
+        beginDueRound(); // maybe not quite at the loop's end, as the file's blocks lie
     } else if (position_ >= length_ || (playing_ && isMode(mode, "STOPPED"))) {
         timerSearchPlayerStatus_.stop();
         giveUpOpening();
@@ -257,11 +261,17 @@ void PlayerPanel::timerSearchPlayerVU_Timer() {
 // ---- What is shown
 
 void PlayerPanel::PlayerRefresh() {
-    const QScopedValueRollback showing(showing_, true);
-    if (!alias_.empty()) {
-        refreshOpen();
-        return;
+    {
+        const QScopedValueRollback showing(showing_, true);
+        if (alias_.empty())
+            refreshClosed();
+        else
+            refreshOpen();
     }
+    Q_EMIT refreshed();
+}
+
+void PlayerPanel::refreshClosed() {
     showState();
     prgSearchPlayerStatus_->setValue(0);
     lblSeachPlayerStatus_->setText(FormatPlayTime(0, rate_));
@@ -271,9 +281,7 @@ void PlayerPanel::PlayerRefresh() {
 
 // Of a device that refused or failed that it did, until it plays again or is moved.
 void PlayerPanel::showState() {
-    const std::string mode = opening_         ? "not ready"
-                             : alias_.empty() ? std::string()
-                                              : MciGetMode(alias_);
+    const std::string mode = opening_ ? "not ready" : alias_.empty() ? std::string() : shownMode();
     prgSearchPlayerStatus_->setFormat(MciModeText(problem_.empty() ? mode : "error"));
 }
 

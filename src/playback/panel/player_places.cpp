@@ -13,7 +13,6 @@
 #include "widgets/spoken.h"
 #include "widgets/text.h"
 
-#include <QActionGroup>
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QToolTip>
@@ -26,14 +25,21 @@ using namespace modMultimedia;
 
 namespace {
 
+constexpr std::int32_t anyDevice = -1;
 constexpr std::int64_t msOfSecond = 1000;
 constexpr std::int32_t leastMs = 5000;   // nobody has listened yet
 constexpr std::int32_t nearEndMs = 3000; // all has been heard
 
 } // namespace
 
-void PlayerPanel::setRememberedPositions(RememberedPositions positions) {
+void PlayerPanel::setRememberedPositions(RememberedPositions positions,
+                                         std::function<bool()> isWanted) {
     positions_ = std::move(positions);
+    isRemembering_ = std::move(isWanted);
+}
+
+bool PlayerPanel::remembers() const {
+    return choices_.remembersPositions && (!isRemembering_ || isRemembering_());
 }
 
 // Once: it fails for each dictation then.
@@ -42,24 +48,21 @@ void PlayerPanel::reportUnkept(const platform::Status& status) const {
         reportUnsaved(positions_.file(), status, "PlayerPanel");
 }
 
-void PlayerPanel::setRemembers(bool remembers) {
-    remembers_ = remembers;
-    rememberAction_->setChecked(remembers);
-}
-
-void PlayerPanel::chooseRemembers(bool remembers) {
-    setRemembers(remembers);
-    if (!remembers) {
+void PlayerPanel::choose(const PlayerChoices& choices) {
+    const PlayerChoices before = choices_;
+    const bool forgets = before.remembersPositions && !choices.remembersPositions;
+    setChoices(choices);
+    if (forgets) {
         cmdOfferedPosition_->withdraw();
         reportUnkept(positions_.forgetAll());
     }
-    Q_EMIT remembersChosen(remembers);
+    Q_EMIT choicesMade(choices_, before);
 }
 
 void PlayerPanel::offerPlace(std::int64_t bytes) {
     recording_ = {std::string(modDictation::dictationOfPath(file_).name), bytes};
     cmdOfferedPosition_->withdraw();
-    const auto known = remembers_ ? positions_.find(recording_) : std::nullopt;
+    const auto known = remembers() ? positions_.find(recording_) : std::nullopt;
     if (known && *known >= leastMs && *known < lengthMs_ - nearEndMs)
         cmdOfferedPosition_->offer(*known);
 }
@@ -67,7 +70,7 @@ void PlayerPanel::offerPlace(std::int64_t bytes) {
 // Before the device is moved or closed.
 void PlayerPanel::keepPlace() {
     cmdOfferedPosition_->withdraw();
-    if (!remembers_ || alias_.empty() || rate_ <= 0)
+    if (alias_.empty() || rate_ <= 0 || !remembers())
         return;
     const auto position = static_cast<std::int32_t>(MciGetPosition(alias_) * msOfSecond / rate_);
     if (position >= lengthMs_ - nearEndMs)
@@ -79,7 +82,7 @@ void PlayerPanel::keepPlace() {
 // It has been heard to its end, which may come before the length that the file promises.
 void PlayerPanel::forgetPlace() {
     cmdOfferedPosition_->withdraw();
-    if (remembers_)
+    if (remembers())
         reportUnkept(positions_.forget(recording_));
 }
 
@@ -97,7 +100,50 @@ void PlayerPanel::goOnAtOffered() {
     cmdOfferedPosition_->withdraw();
     if (!alias_.empty())
         playOnFrom(placeFrom(static_cast<std::int32_t>(milliseconds * rate_ / msOfSecond),
-                             -backUpSeconds_));
+                             -choices_.backUpSeconds));
+}
+
+// ---- Going on from it
+
+bool PlayerPanel::backsUpFrom(std::int32_t position) const {
+    return choices_.backUpSeconds > 0 && rate_ > 0 && position > 0 && position < length_ &&
+           position != restsAt_;
+}
+
+// From where it stands, also after a jump; from its end it begins anew.
+std::string PlayerPanel::playBackedUp() {
+    const std::int32_t position = MciGetPosition(alias_);
+    if (backsUpFrom(position))
+        return playFrom(placeFrom(position, -choices_.backUpSeconds));
+    return playOn();
+}
+
+std::string PlayerPanel::resume() {
+    if (isResting())
+        return playBackedUp();
+    const std::int32_t position = MciGetPosition(alias_);
+    return backsUpFrom(position)           ? playFrom(placeFrom(position, -choices_.backUpSeconds))
+           : playsLoop_ || loop_.isWhole() ? playOn() // it may end elsewhere now
+                                           : MciResume(alias_);
+}
+
+// ---- Playing from a place
+
+// The layer keeps the answer of the play to itself, so one that does not begin is asked again.
+std::string PlayerPanel::playFrom(std::int32_t position) {
+    playsLoop_ = loop_.isBefore(position);
+    std::string problem = playsLoop_ ? MciPlay(alias_, anyDevice, position, loop_.to())
+                                     : MciSeekAndPlay(alias_, position);
+    Q_EMIT moved();
+    return problem.empty() && !isPlaying() ? MciCommand("play " + alias_) : problem;
+}
+
+std::string PlayerPanel::playOn() {
+    const std::int32_t position = MciGetPosition(alias_);
+    if (loop_.isBefore(position))
+        return playFrom(position);
+    playsLoop_ = false;
+    return MciPlay(alias_, anyDevice, -1, -1);
 }
 
 // ---- Moving through it
@@ -118,8 +164,16 @@ void PlayerPanel::playAgain() {
     constexpr std::int32_t usualSeconds = 5;
     if (alias_.empty() || rate_ <= 0)
         return;
-    const std::int32_t seconds = backUpSeconds_ > 0 ? backUpSeconds_ : usualSeconds;
+    const std::int32_t seconds = choices_.backUpSeconds > 0 ? choices_.backUpSeconds : usualSeconds;
     playOnFrom(placeFrom(std::max(MciGetPosition(alias_), 0), -seconds));
+}
+
+// In sight and aloud.
+void PlayerPanel::tell(const QString& words) {
+    QToolTip::showText(
+        lblSeachPlayerStatus_->mapToGlobal(lblSeachPlayerStatus_->rect().bottomLeft()),
+        widgets::toolTipText(words), lblSeachPlayerStatus_);
+    widgets::announce(*lblSeachPlayerStatus_, words);
 }
 
 void PlayerPanel::askForTime() {
@@ -127,46 +181,37 @@ void PlayerPanel::askForTime() {
         txtGoToTime_->open(length_ / rate_);
 }
 
-// Not to its end, where it would be closed.
 void PlayerPanel::goToTime(const TypedTime& time) {
     if (alias_.empty() || rate_ <= 0) // it has ended meanwhile
         return;
     const std::int32_t now = std::max(MciGetPosition(alias_), 0);
+    goToUnits(placeFrom(time.isRelative ? now : 0, time.seconds));
+}
+
+// Not to its end, where it would be closed.
+void PlayerPanel::goToUnits(std::int64_t place) {
+    const std::int32_t now = std::max(MciGetPosition(alias_), 0);
     const std::int32_t last = std::max(now, length_ - rate_);
-    seekTo(std::min(placeFrom(time.isRelative ? now : 0, time.seconds), last));
+    seekTo(static_cast<std::int32_t>(std::clamp<std::int64_t>(place, 0, last)));
     PlayerRefresh();
 }
 
 // ---- Time stamps
 
-void PlayerPanel::setTimeStampForm(const std::string& form) {
-    stampForm_ = isTimeStampForm(form) ? form : usualTimeStampForm;
-    const QList<QAction*> choices = stamps_->actions();
-    for (QAction* choice : choices)
-        choice->setChecked(choice->data().toString() == widgets::toQt(stampForm_));
-}
-
-// Each choice is an example of itself.
-void PlayerPanel::nameTimeStamps() {
-    const QList<QAction*> choices = stamps_->actions();
-    for (QAction* choice : choices)
-        choice->setText(timeStamp(widgets::toUtf8(choice->data().toString()),
-                                  QStringLiteral("00:12:34"),
-                                  widgets::text(text_id::timeStampTitle)));
+QString PlayerPanel::timeStampText() const {
+    if (alias_.empty())
+        return {};
+    return timeStamp(choices_.timeStampForm,
+                     FormatPlayTime(std::max(MciGetPosition(alias_), 0), rate_),
+                     cmdPlayedDictation_->words());
 }
 
 void PlayerPanel::copyTimeStamp() {
-    if (alias_.empty())
+    const QString stamp = timeStampText();
+    if (stamp.isEmpty())
         return;
-    const QString stamp =
-        timeStamp(stampForm_, FormatPlayTime(std::max(MciGetPosition(alias_), 0), rate_),
-                  cmdPlayedDictation_->words());
     QGuiApplication::clipboard()->setText(stamp);
-    const QString told = widgets::text(text_id::timeStampCopied, {widgets::toUtf8(stamp)});
-    QToolTip::showText(
-        lblSeachPlayerStatus_->mapToGlobal(lblSeachPlayerStatus_->rect().bottomLeft()),
-        widgets::toolTipText(told), lblSeachPlayerStatus_);
-    widgets::announce(*lblSeachPlayerStatus_, told);
+    tell(widgets::text(text_id::timeStampCopied, {widgets::toUtf8(stamp)}));
 }
 
 } // namespace ov

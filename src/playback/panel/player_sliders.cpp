@@ -8,6 +8,7 @@
 #include "playback/panel/player_texts.h"
 
 #include <QScopedValueRollback>
+#include <QSignalBlocker>
 #include <QToolTip>
 #include <QVariant>
 #include <cmath>
@@ -116,6 +117,7 @@ void PlayerPanel::seekTo(std::int32_t position) {
         noteHalt();
     position_ = MciGetPosition(alias_);
     showState();
+    Q_EMIT moved();
     if (ticking)
         timerSearchPlayerStatus_.start();
 }
@@ -129,6 +131,16 @@ void PlayerPanel::volumeSliderMoved(int value) {
     if (slSearchPlayerVolume_->isSliderDown())
         QToolTip::showText(QCursor::pos(), loudness, slSearchPlayerVolume_);
     mixer_->SetVolumeValue(volume);
+    Q_EMIT refreshed();
+    if (!slSearchPlayerVolume_->isSliderDown())
+        Q_EMIT volumeChosen(volume);
+}
+
+// Where it can be set.
+void PlayerPanel::setVolume(std::int32_t volume) {
+    const QSignalBlocker nobodyChose(this);
+    if (slSearchPlayerVolume_->isEnabled())
+        slSearchPlayerVolume_->setValue(slSearchPlayerVolume_->maximum() - volume);
 }
 
 } // namespace ov

@@ -53,7 +53,8 @@ bool isTimeStampForm(std::string_view form) {
 // A title may look like a form itself.
 QString timeStamp(std::string_view form, const QString& time, const QString& title) {
     QString stamp;
-    const QStringList parts = widgets::toQt(form).split(QLatin1String("%2%"));
+    const QString usable = widgets::toQt(isTimeStampForm(form) ? form : usualTimeStampForm);
+    const QStringList parts = usable.split(QLatin1String("%2%"));
     for (QString part : parts)
         stamp += part.replace(QLatin1String("%1%"), time) + title;
     return stamp.chopped(title.size());

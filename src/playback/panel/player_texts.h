@@ -21,6 +21,7 @@ QString FormatPlayTime(std::int32_t position, std::int32_t rate);
 constexpr const char* usualTimeStampForm = "[%1%]";
 // Whether it names the time.
 bool isTimeStampForm(std::string_view form);
+// After the usual form where this one names no time.
 QString timeStamp(std::string_view form, const QString& time, const QString& title);
 
 } // namespace ov

@@ -3,8 +3,10 @@
 
 // The widgets of the player panel and their places.
 
+#include "playback/panel/pedal/pedal_desk.h"
 #include "playback/panel/player_panel.h"
 #include "playback/panel/player_texts.h"
+#include "sound/wave_control.h"
 #include "support/language/text_ids.h"
 #include "widgets/captions.h"
 #include "widgets/icons.h"
@@ -12,17 +14,13 @@
 #include "widgets/spoken.h"
 #include "widgets/text.h"
 
-#include <QActionGroup>
 #include <QHBoxLayout>
-#include <QMenu>
 #include <QStyleOptionToolButton>
 #include <QVBoxLayout>
 
 namespace ov {
 
 namespace {
-
-constexpr std::int32_t mostBackUpSeconds = 10;
 
 struct ButtonTexts {
     const char* icon;
@@ -45,13 +43,6 @@ void name(Widget& widget, const char* objectName, std::int32_t textId) {
     widget.setObjectName(QLatin1String(objectName));
     widgets::setTip(widget, textId);
     widgets::setSpokenName(widget, textId);
-}
-
-void check(QActionGroup& group, std::int32_t value) {
-    const QList<QAction*> actions = group.actions();
-    for (QAction* action : actions)
-        if (action->data().toInt() == value)
-            action->setChecked(true);
 }
 
 // Looks like a button with a menu. One that has it waits inside its own event until the menu is
@@ -82,7 +73,8 @@ PlayerPanel::PlayerPanel(QWidget* parent)
       lblSearchPlayerLength_(new QLabel(QStringLiteral("00:00:00"), this)),
       cmdSearchPlayerOptions_(new MenuButton(this)),
       timerSearchPlayerStatus_(this),
-      timerSearchPlayerVU_(this) {
+      timerSearchPlayerVU_(this),
+      pedals_(PedalDesk::shared()) {
     setObjectName(QStringLiteral("picPlayer"));
     setFrameShape(QFrame::StyledPanel);
     widgets::setSpokenName(*this, text_id::playerPanel);
@@ -91,6 +83,7 @@ PlayerPanel::PlayerPanel(QWidget* parent)
     buildPanel();
     buildMenu();
     connectAll();
+    setUpPedals();
 }
 
 void PlayerPanel::buildPanel() {
@@ -188,53 +181,22 @@ void PlayerPanel::buildVolume() {
 }
 
 void PlayerPanel::buildMenu() {
-    auto* menu = new QMenu(cmdSearchPlayerOptions_);
-    menu->setAttribute(Qt::WA_NoMouseReplay); // a press on the button that closes it is used up
-    speedMenu_ = menu->addMenu(QString());
-    speeds_ = addChoices(*speedMenu_, "%1 %", {50, 75, 90, 100, 110, 125, 150, 175, 200});
-    backUpMenu_ = menu->addMenu(QString());
-    backUps_ = addChoices(*backUpMenu_, "%1 s", {0, 1, 2, 3, 5, 10});
-    buildStampMenu(*menu);
-    rememberAction_ = menu->addAction(QString());
-    rememberAction_->setObjectName(QStringLiteral("actRememberPositions"));
-    rememberAction_->setCheckable(true);
-    widgets::setCaption(*rememberAction_, text_id::rememberPositions);
-    widgets::setCaption(*speedMenu_, text_id::speedMenu);
-    widgets::setCaption(*backUpMenu_, text_id::backUpMenu);
-    connect(cmdSearchPlayerOptions_, &QToolButton::pressed, this, [this, menu] {
-        menu->popup(
+    menu_ = new PlayerMenu(cmdSearchPlayerOptions_);
+    outputMenu_ = new OutputMenu(menu_);
+    menu_->addMenu(outputMenu_);
+    addPedalEntry();
+    connect(cmdSearchPlayerOptions_, &QToolButton::pressed, this, [this] {
+        menu_->popup(
             cmdSearchPlayerOptions_->mapToGlobal(cmdSearchPlayerOptions_->rect().bottomLeft()));
     });
-    connect(menu, &QMenu::aboutToHide, this, [this] { cmdSearchPlayerOptions_->setDown(false); });
-    setSpeedPercent(usualSpeed);
-    setBackUpSeconds(0);
-}
-
-void PlayerPanel::buildStampMenu(QMenu& menu) {
-    QMenu* stampMenu = menu.addMenu(QString());
-    widgets::setCaption(*stampMenu, text_id::timeStampMenu);
-    stamps_ = new QActionGroup(this);
-    stamps_->setExclusionPolicy(QActionGroup::ExclusionPolicy::ExclusiveOptional);
-    for (const char* form : {usualTimeStampForm, "%1%", "(%1%)", "[%1%] %2%"}) {
-        QAction* choice = stampMenu->addAction(QString());
-        choice->setCheckable(true);
-        choice->setData(QLatin1String(form));
-        stamps_->addAction(choice);
-    }
-    nameTimeStamps();
-    setTimeStampForm(usualTimeStampForm);
-}
-
-QActionGroup* PlayerPanel::addChoices(QMenu& menu, const char* format,
-                                      std::initializer_list<std::int32_t> values) {
-    auto* group = new QActionGroup(this);
-    for (const std::int32_t value : values) {
-        QAction* action = menu.addAction(QString::fromLatin1(format).arg(value));
-        action->setCheckable(true);
-        action->setData(value);
-        group->addAction(action);
-    }
-    return group;
+    connect(menu_, &QMenu::aboutToHide, this, [this] { cmdSearchPlayerOptions_->setDown(false); });
+    connect(menu_, &QMenu::aboutToShow, this, [this] { // another window may have chosen
+        choices_.shape = sound::WaveControl::instance().shape();
+        showChoices();
+    });
+    connect(menu_, &PlayerMenu::chosen, this, &PlayerPanel::choose);
+    connect(menu_, &PlayerMenu::loopRequested, this, &PlayerPanel::markLoop);
+    showChoices(); // the sound of other players stays as it is
 }
 
 void PlayerPanel::connectAll() {
@@ -245,45 +207,20 @@ void PlayerPanel::connectAll() {
             [this] { Q_EMIT rowRequested(cmdPlayedDictation_->path()); });
     connect(slSearchPlayerSeek_, &QSlider::valueChanged, this, &PlayerPanel::seekSliderMoved);
     connect(slSearchPlayerVolume_, &QSlider::valueChanged, this, &PlayerPanel::volumeSliderMoved);
+    connect(slSearchPlayerVolume_, &QSlider::sliderReleased, this,
+            [this] { volumeSliderMoved(slSearchPlayerVolume_->value()); });
     connect(&timerSearchPlayerStatus_, &QTimer::timeout, this,
             &PlayerPanel::timerSearchPlayerStatus_Timer);
     connect(&timerSearchPlayerVU_, &QTimer::timeout, this, &PlayerPanel::timerSearchPlayerVU_Timer);
     connect(&timerOpening_, &QTimer::timeout, this, &PlayerPanel::timerOpening_Timer);
     connect(&overview_, &OverviewLoader::ready, slSearchPlayerSeek_, &SeekSlider::setOverview);
-    connect(speeds_, &QActionGroup::triggered, this, [this](const QAction* action) {
-        setSpeedPercent(action->data().toInt());
-        Q_EMIT speedChosen(speedPercent_);
-    });
-    connect(stamps_, &QActionGroup::triggered, this, [this](const QAction* choice) {
-        setTimeStampForm(widgets::toUtf8(choice->data().toString()));
-        Q_EMIT timeStampFormChosen(stampForm_);
-    });
     connect(txtGoToTime_, &TimeEdit::typed, this, &PlayerPanel::goToTime);
-    connect(rememberAction_, &QAction::triggered, this, &PlayerPanel::chooseRemembers);
     connect(cmdOfferedPosition_, &QToolButton::clicked, this, &PlayerPanel::goOnAtOffered);
-    connect(backUps_, &QActionGroup::triggered, this, [this](const QAction* action) {
-        setBackUpSeconds(action->data().toInt());
-        Q_EMIT backUpSecondsChosen(backUpSeconds_);
-    });
-}
-
-void PlayerPanel::setBackUpSeconds(std::int32_t seconds) {
-    backUpSeconds_ = std::clamp(seconds, 0, mostBackUpSeconds);
-    check(*backUps_, backUpSeconds_);
-}
-
-void PlayerPanel::setSpeedPercent(std::int32_t percent) {
-    constexpr std::int32_t slowest = 50;
-    constexpr std::int32_t fastest = 200;
-    speedPercent_ = std::clamp(percent, slowest, fastest);
-    check(*speeds_, speedPercent_);
-    cmdSearchPlayerOptions_->setText(QStringLiteral("%1 %").arg(speedPercent_));
-    applySpeed();
 }
 
 void PlayerPanel::retranslate() {
     cmdOfferedPosition_->retranslate();
-    nameTimeStamps();
+    menu_->retranslate();
     setProblem(problem_);
     PlayerRefresh();
 }

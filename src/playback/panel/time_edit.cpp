@@ -9,38 +9,17 @@
 #include "widgets/text.h"
 
 #include <QKeyEvent>
-#include <QRegularExpression>
 #include <QToolTip>
 
 namespace ov {
 
 namespace {
 
-constexpr std::int32_t minute = 60;
-
 bool isOurs(int key) {
     return key == Qt::Key_Escape || key == Qt::Key_Return || key == Qt::Key_Enter;
 }
 
 } // namespace
-
-std::optional<TypedTime> readTypedTime(const QString& text) {
-    static const QRegularExpression form(
-        QStringLiteral(R"(^\s*([+-]?)\s*(?:(?:([0-9]{1,4}):)?([0-9]{1,5}):)?([0-9]{1,6})\s*$)"));
-    const QRegularExpressionMatch match = form.match(text);
-    if (!match.hasMatch())
-        return std::nullopt;
-    const std::int32_t hours = match.captured(2).toInt();
-    const std::int32_t minutes = match.captured(3).toInt();
-    const std::int32_t seconds = match.captured(4).toInt();
-    const bool hasMinutes = !match.captured(3).isEmpty();
-    const bool hasHours = !match.captured(2).isEmpty();
-    if ((hasMinutes && seconds >= minute) || (hasHours && minutes >= minute))
-        return std::nullopt;
-    const std::int32_t all = (hours * minute + minutes) * minute + seconds;
-    const QString sign = match.captured(1);
-    return TypedTime{sign == QLatin1String("-") ? -all : all, !sign.isEmpty()};
-}
 
 TimeEdit::TimeEdit(QWidget* parent) : QLineEdit(parent) {
     setObjectName(QStringLiteral("txtGoToTime"));
@@ -81,7 +60,7 @@ void TimeEdit::keyPressEvent(QKeyEvent* event) {
 }
 
 void TimeEdit::accept() {
-    const auto time = readTypedTime(text());
+    const auto time = readTypedTime(widgets::toUtf8(text()));
     if (!time || (!time->isRelative && time->seconds > longest_)) {
         const QString reason = widgets::text(text_id::goToTimeTip);
         QToolTip::showText(mapToGlobal(rect().bottomLeft()), reason, this);

@@ -3,21 +3,13 @@
 
 #pragma once
 
+#include "support/typed_time.h"
+
 #include <QLineEdit>
 #include <QPointer>
 #include <cstdint>
-#include <optional>
 
 namespace ov {
-
-// A time as it is typed: "83", "1:23" and "0:01:23" are places; "+30" and "-1:00" lead on and back
-// from where one is.
-struct TypedTime {
-    std::int32_t seconds = 0;
-    bool isRelative = false;
-    bool operator==(const TypedTime&) const = default;
-};
-std::optional<TypedTime> readTypedTime(const QString& text);
 
 // Asks for a time, and goes when it has one, on Esc and when the keyboard goes elsewhere.
 class TimeEdit final : public QLineEdit {

@@ -2,10 +2,15 @@
 // SPDX-License-Identifier: MIT
 #include "sound/module/sdl_output.h"
 
+#include "platform/threads/this_thread.h"
+
 #include <SDL.h>
+#include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <condition_variable>
+#include <cstddef>
+#include <iterator>
 #include <mutex>
 #include <thread>
 
@@ -56,7 +61,8 @@ private:
     bool mine_ = false;
 };
 
-// Keeps SDL's audio part open; SDL counts its users.
+// Keeps SDL's audio part open while somebody uses it. Not by SDL_InitSubSystem, which asks the
+// session bus for what only windows need, and waits for one that hangs.
 class AudioSystem {
 public:
     AudioSystem() {
@@ -67,11 +73,12 @@ public:
         SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
         SDL_SetHint(SDL_HINT_AUDIO_DEVICE_APP_NAME, "OVSearch");
         SDL_SetHint(SDL_HINT_AUDIO_DEVICE_STREAM_NAME, "Dictation");
-        ready_ = SDL_InitSubSystem(SDL_INIT_AUDIO) == 0;
+        ready_ = users() > 0 || SDL_AudioInit(SDL_getenv("SDL_AUDIODRIVER")) == 0;
+        users() += ready_ ? 1 : 0;
     }
     ~AudioSystem() {
-        if (const SdlLock lock; ready_ && lock)
-            SDL_QuitSubSystem(SDL_INIT_AUDIO);
+        if (const SdlLock lock; ready_ && lock && --users() == 0)
+            SDL_AudioQuit();
     }
     AudioSystem(const AudioSystem&) = delete;
     AudioSystem& operator=(const AudioSystem&) = delete;
@@ -79,6 +86,11 @@ public:
     bool ready() const noexcept { return ready_; }
 
 private:
+    static int& users() { // under the lock
+        static int count = 0;
+        return count;
+    }
+
     bool ready_ = false;
 };
 
@@ -88,9 +100,19 @@ std::atomic<int>& outputsInUse() {
     return count;
 }
 
+// Under the lock; the system's own.
+std::vector<std::string> listedNames() {
+    std::vector<std::string> names;
+    const int count = SDL_GetNumAudioDevices(0);
+    for (int i = 0; i < count; ++i)
+        if (const char* name = SDL_GetAudioDeviceName(i, 0))
+            names.emplace_back(name);
+    return names;
+}
+
 class SdlOutput final : public WaveOutput {
 public:
-    SdlOutput(int rate, int channels, int device, WaveSource& source) {
+    SdlOutput(int rate, int channels, const OutputWish& which, WaveSource& source) {
         if (!system_.ready())
             return;
         SDL_AudioSpec wanted{};
@@ -101,9 +123,11 @@ public:
         wanted.callback = fillFrom;
         wanted.userdata = &source;
         if (const SdlLock lock; lock) {
-            const char* name = device < 0 ? nullptr : SDL_GetAudioDeviceName(device, 0);
+            const std::string name = nameOf(which);
             SDL_AudioSpec obtained{};
-            device_ = SDL_OpenAudioDevice(name, 0, &wanted, &obtained, 0);
+            if (!isMissing_)
+                device_ = SDL_OpenAudioDevice(name.empty() ? nullptr : name.c_str(), 0, &wanted,
+                                              &obtained, 0);
         }
         if (device_ == 0)
             return;
@@ -118,40 +142,58 @@ public:
     }
 
     bool isOpen() const noexcept { return device_ != 0; }
+    bool isMissing() const noexcept { return isMissing_; }
     bool lost() const noexcept override {
         return SDL_GetAudioDeviceStatus(device_) == SDL_AUDIO_STOPPED;
     }
 
 private:
+    // Empty: the usual one, also for a number that has gone.
+    std::string nameOf(const OutputWish& which) {
+        if (which.name.empty() && which.number < 0)
+            return {};
+        const std::vector<std::string> names = listedNames();
+        isMissing_ = !which.name.empty() && std::ranges::find(names, which.name) == names.end();
+        if (!which.name.empty())
+            return which.name;
+        return which.number < std::ssize(names) ? names[static_cast<std::size_t>(which.number)]
+                                                : std::string();
+    }
+
     static void fillFrom(void* source, Uint8* bytes, int length) {
+        thread_local const bool isForward = platform::stepForward();
+        static_cast<void>(isForward);
         const auto count = static_cast<std::size_t>(length) / sizeof(float);
         static_cast<WaveSource*>(source)->fill({reinterpret_cast<float*>(bytes), count});
     }
 
     AudioSystem system_;
     SDL_AudioDeviceID device_ = 0;
+    bool isMissing_ = false; // what was wished for is not there
 };
 
 } // namespace
 
-int outputCount() {
+std::vector<std::string> outputNames() {
     const AudioSystem system;
     const SdlLock lock;
-    return system.ready() && lock ? SDL_GetNumAudioDevices(0) : 0;
+    return system.ready() && lock ? listedNames() : std::vector<std::string>();
 }
 
 void leaveThread() noexcept {
     SDL_TLSCleanup(); // SDL does so for its own threads only
 }
 
-std::unique_ptr<WaveOutput> openOutput(int rate, int channels, int device, WaveSource& source) {
+std::unique_ptr<WaveOutput> openOutput(int rate, int channels, const OutputWish& which,
+                                       WaveSource& source) {
     // Some outputs can be opened only once, and the one before may take a moment to close.
     const auto deadline = std::chrono::steady_clock::now() + longestWait;
     for (;;) {
-        auto output = std::make_unique<SdlOutput>(rate, channels, device, source);
+        auto output = std::make_unique<SdlOutput>(rate, channels, which, source);
         if (output->isOpen())
             return output;
-        if (outputsInUse() == 0 || std::chrono::steady_clock::now() > deadline)
+        if (output->isMissing() || outputsInUse() == 0 ||
+            std::chrono::steady_clock::now() > deadline)
             return nullptr;
         std::this_thread::sleep_for(retryInterval);
     }

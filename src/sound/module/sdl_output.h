@@ -2,16 +2,19 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "sound/wave_output.h"
+#include "sound/sound_libraries.h"
 
 #include <memory>
+#include <string>
+#include <vector>
 
 // The outputs of the module, see SoundLibraries.
 
 namespace ov::sound::loaded {
 
-int outputCount();
-std::unique_ptr<WaveOutput> openOutput(int rate, int channels, int device, WaveSource& source);
+std::vector<std::string> outputNames();
+std::unique_ptr<WaveOutput> openOutput(int rate, int channels, const OutputWish& which,
+                                       WaveSource& source);
 void leaveThread() noexcept;
 
 } // namespace ov::sound::loaded

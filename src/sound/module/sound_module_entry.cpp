@@ -4,6 +4,7 @@
 // What is loaded when the first sound is wanted.
 
 #include "platform/loaded_module.h"
+#include "sound/module/loudness_meter.h"
 #include "sound/module/sdl_output.h"
 #include "sound/module/sndfile_codec.h"
 #include "sound/module/stretcher.h"
@@ -24,10 +25,13 @@ public:
     std::unique_ptr<SoundStretcher> stretch(int rate, int channels, int tempo) const override {
         return loaded::stretch(rate, channels, tempo);
     }
-    int outputCount() const override { return loaded::outputCount(); }
-    std::unique_ptr<WaveOutput> openOutput(int rate, int channels, int device,
+    std::unique_ptr<LoudnessMeter> measureLoudness(int rate, int channels) const override {
+        return loaded::measureLoudness(rate, channels);
+    }
+    std::vector<std::string> outputNames() const override { return loaded::outputNames(); }
+    std::unique_ptr<WaveOutput> openOutput(int rate, int channels, const OutputWish& which,
                                            WaveSource& source) const override {
-        return loaded::openOutput(rate, channels, device, source);
+        return loaded::openOutput(rate, channels, which, source);
     }
     void leaveThread() const noexcept override { loaded::leaveThread(); }
 };

@@ -32,6 +32,7 @@ constexpr std::int32_t keyExplain = 1428;
 constexpr std::int32_t keySkip = 1429;
 constexpr std::int32_t keyMove = 1430;
 constexpr std::int32_t keyAgain = 1416;
+constexpr std::int32_t keyLoop = 1455;
 constexpr std::int32_t keyGoToTime = 1417;
 constexpr std::int32_t keyTimeStamp = 1418;
 constexpr std::int32_t keyGoRound = 1407;
@@ -40,6 +41,7 @@ constexpr std::int32_t keyTitles = 1409;
 constexpr std::int32_t keyLeaveOut = 1412;
 constexpr std::int32_t keyTurnPages = 1449;
 constexpr std::int32_t keyZoom = 1419;
+constexpr std::int32_t keyShowAll = 1456;
 
 // What controls are for
 constexpr std::int32_t aboutCriteriaList = 1431;

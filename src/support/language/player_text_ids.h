@@ -38,5 +38,19 @@ constexpr std::int32_t timeStampMenu = 1126;
 constexpr std::int32_t timeStampTitle = 1127;  // an example of what a dictation is
 constexpr std::int32_t timeStampCopied = 1128; // %1%: the stamp
 constexpr std::int32_t goToTimeTip = 1129;
+constexpr std::int32_t boostMenu = 1130;
+constexpr std::int32_t evenOut = 1131;
+constexpr std::int32_t cutRumble = 1132;
+constexpr std::int32_t skipSilence = 1133;
+constexpr std::int32_t loopMenu = 1134;
+constexpr std::int32_t loopBegins = 1135; // %1%: a time
+constexpr std::int32_t loopPlays = 1136;  // %1%, %2%: times
+constexpr std::int32_t loopEnded = 1137;
+constexpr std::int32_t pedalsMenu = 1138;
+constexpr std::int32_t outputMenu = 1140;
+constexpr std::int32_t usualOutput = 1141;
+constexpr std::int32_t outputGone = 1142; // %1%: its name
+constexpr std::int32_t outputsAsked = 1143;
+constexpr std::int32_t outputMissing = 1144; // %1%: its name
 
 } // namespace ov::text_id

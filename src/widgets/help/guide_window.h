@@ -13,6 +13,7 @@ namespace ov::widgets {
 namespace chapter {
 inline constexpr const char* criteria = "Criteria";
 inline constexpr const char* window = "In the window";
+inline constexpr const char* pedals = "Foot pedals";
 inline constexpr const char* lists = "Lists on paper and in files";
 } // namespace chapter
 

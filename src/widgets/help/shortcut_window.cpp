@@ -25,6 +25,7 @@ constexpr const char* windowName = "frmShortcuts";
 constexpr std::array places{std::pair(KeyPlace::anywhere, text_id::title),
                             std::pair(KeyPlace::criteria, text_id::criteriaGroup),
                             std::pair(KeyPlace::results, text_id::resultList),
+                            std::pair(KeyPlace::position, text_id::seekTip),
                             std::pair(KeyPlace::preview, text_id::previewTitle)};
 
 QString namesOf(const KeyText& keyText) {

@@ -23,6 +23,7 @@ constexpr std::array texts{
     KeyText{anywhere, "Ctrl+K", text_id::filterName},
     KeyText{anywhere, "Ctrl+Left, Ctrl+Right", text_id::keySkip},
     KeyText{anywhere, "F7", text_id::keyAgain},
+    KeyText{anywhere, "Ctrl+L", text_id::keyLoop},
     KeyText{anywhere, "Ctrl+J", text_id::keyGoToTime},
     KeyText{anywhere, "Ctrl+T", text_id::keyTimeStamp},
     KeyText{anywhere, "F6, Shift+F6", text_id::keyGoRound},
@@ -53,6 +54,8 @@ constexpr std::array texts{
     KeyText{results, "Ctrl+C", text_id::menuCopyRows},
     KeyText{results, "Ctrl+Shift+C", text_id::menuCopyFiles},
     KeyText{results, "Alt+Return", text_id::menuDetails},
+    KeyText{position, "+, -", text_id::keyZoom},
+    KeyText{position, "0", text_id::keyShowAll},
     KeyText{preview, "PgUp, PgDown", text_id::keyTurnPages},
     KeyText{preview, "+, -", text_id::keyZoom},
 };

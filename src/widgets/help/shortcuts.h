@@ -16,7 +16,7 @@ class QWidget;
 
 namespace ov::widgets {
 
-enum class KeyPlace : std::uint8_t { anywhere, criteria, results, preview };
+enum class KeyPlace : std::uint8_t { anywhere, criteria, results, position, preview };
 
 struct KeyText {
     KeyPlace place;

@@ -58,6 +58,7 @@ protected:
         QApplication::sendEvent(criteria().viewport(), &enter);
         QDropEvent event(place, Qt::MoveAction, data.get(), Qt::LeftButton, Qt::NoModifier);
         QApplication::sendEvent(criteria().viewport(), &event);
+        EXPECT_TRUE(event.isAccepted()) << "who drags learns that it is moved";
     }
 };
 

@@ -256,9 +256,12 @@ TEST_F(CriteriaGroups, GoOnWithAnotherOfAnEntry) {
     enter([&] { controlKey(Qt::Key_D); }, "C");
     EXPECT_EQ(line(), "A>N>B>*CC") << "which is another one in a group";
     select({1});
+    enter([&] { controlKey(Qt::Key_D); }, "A");
+    EXPECT_EQ(line(), "*A>N>B>CC") << "it is in the group, as its first";
+    select({1});
     enter([&] { key(criteria(), Qt::Key_F2); }, "B");
     EXPECT_EQ(line(), "A>*B>CC");
-    EXPECT_EQ(user->boxes.size(), 1U) << "it was there";
+    EXPECT_EQ(user->boxes.size(), 2U) << "they were there";
     select({3});
     enter([&] { controlKey(Qt::Key_D); }, "E");
     EXPECT_EQ(line(), "A>B>CC*E");

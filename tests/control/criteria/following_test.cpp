@@ -5,8 +5,10 @@
 #include "control/criteria/relative_dates.h"
 #include "dictation/search/search.h"
 #include "tests/control/control_fixture.h"
+#include "tests/wave_files.h"
 
 #include <QCheckBox>
+#include <QToolButton>
 
 // What stands behind the criteria after a search, and how the list of hits follows them.
 
@@ -100,6 +102,24 @@ TEST_F(Following, FollowsEachChangeWithoutAQuestion) {
     clickOn(window(), "chkFollow");
     QCoreApplication::processEvents();
     EXPECT_EQ(columnTexts(5), "Berta; ");
+}
+
+TEST_F(Following, KeepsTheMarkOfWhatPlays) {
+    start("5|17|Berta|\n5|17|a|\n");
+    writeWave(store.native("2$WAV@@14$Berta.WAV"), {}, std::vector<float>(800000));
+    const Environment silent("SDL_AUDIODRIVER", "dummy");
+    results().selectRow(0);
+    key(results(), Qt::Key_Return);
+    waitFor([&] { return !widget<QToolButton>("cmdPlayedDictation").accessibleName().isEmpty(); });
+    tick(0, false);
+    EXPECT_EQ(model().rowCount(), 3);
+    std::string played;
+    for (int row = 0; row < 3; ++row) {
+        const QModelIndex author = model().index(row, column(5));
+        if (author.data(Qt::AccessibleTextRole).toString().startsWith(u"In the player"))
+            played += author.data().toString().toStdString();
+    }
+    EXPECT_EQ(played, "Berta");
 }
 
 TEST_F(Following, KeepsWhatIsSelected) {

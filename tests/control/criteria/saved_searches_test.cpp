@@ -187,5 +187,18 @@ TEST_F(SavedSearchesTest, NamesThatAreCutDoNotCollide) {
     EXPECT_EQ(names, "11 22 ");
 }
 
+TEST_F(SavedSearchesTest, AreNotMoreThanAMenuHolds) {
+    fs::create_directory(folder() / "Searches");
+    for (std::size_t i = 0; i <= SavedSearches::mostListed; ++i)
+        write("Searches/" + std::to_string(i) + ".search",
+              "name=S" + std::to_string(i) + "\nauthor contains A\n");
+    openControl();
+    const std::string all = menuEntries();
+    std::size_t listed = 0;
+    for (std::size_t i = 0; i <= SavedSearches::mostListed; ++i)
+        listed += (";" + all).find(";S" + std::to_string(i) + ";") != std::string::npos ? 1U : 0U;
+    EXPECT_EQ(listed, SavedSearches::mostListed) << all;
+}
+
 } // namespace
 } // namespace ov

@@ -43,7 +43,7 @@ inline Texts pathsOf(const DictationList& hits) {
 
 // Long after whatever the tests have changed.
 inline RememberedStore::Moment muchLater() {
-    const RememberedStore::Moment now = RememberedStore::now();
+    const RememberedStore::Moment now = RememberedStore::Moment::now();
     return {now.wall + 3'600'000'000'000, now.steady};
 }
 

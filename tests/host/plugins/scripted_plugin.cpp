@@ -133,6 +133,8 @@ public:
             chooseFirstFolder();
         if (isTold(u"search"_s))
             startSearch();
+        if (isTold(u"offer"_s))
+            offerEntry();
         if (isTold(u"refuse-init"_s))
             throw HostError(9, "no sound");
         form.ReportControlReady(plugIn);
@@ -242,6 +244,17 @@ private:
         dialog->close();
         waitUntil([&] { return !button->isVisible(); });
         print(call("PI_GetDirectory", {204}));
+    }
+
+    // The host looks for it when the control is there.
+    void offerEntry() {
+        auto* entry = new QAction(u"Entry"_s, window_);
+        window_->addAction(entry);
+        QTimer::singleShot(0, entry, [entry] {
+            for (const QObject* shown : entry->associatedObjects())
+                if (const auto* menu = qobject_cast<const QMenu*>(shown))
+                    print("offered in " + menu->title().toStdString());
+        });
     }
 
     // A search that pumps messages; the window is closed below it.

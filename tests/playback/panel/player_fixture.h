@@ -10,6 +10,7 @@
 
 #include <QProgressBar>
 #include <QSignalSpy>
+#include <type_traits>
 
 namespace ov {
 
@@ -44,6 +45,13 @@ protected:
         return theMixer;
     }
     static void setVolume(int value) { EXPECT_TRUE(mixer().SetVolumeValue(value)); }
+    // As the user would, of one of the player's choices.
+    template <typename Value>
+    void choose(Value PlayerChoices::*choice, const std::type_identity_t<Value>& value) {
+        PlayerChoices choices = panel_->choices();
+        choices.*choice = value;
+        panel_->setChoices(choices);
+    }
     void press(int button) {
         clickOn(*panel_, ("cmdSearchPlayer(" + std::to_string(button) + ")").c_str());
     }

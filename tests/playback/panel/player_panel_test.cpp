@@ -115,7 +115,7 @@ TEST_F(Player, MovesThroughTheDictation) {
     waitUntilShown("00:00:45 Playing");
     panel_->playOrPause();
     EXPECT_EQ(shown(), "00:00:45 Paused");
-    panel_->setBackUpSeconds(3);
+    choose(&PlayerChoices::backUpSeconds, 3);
     panel_->playOrPause();
     EXPECT_EQ(shown().substr(9), "Playing");
     EXPECT_NEAR(position(), 42500, 1500);
@@ -198,11 +198,11 @@ TEST_F(Player, HasAMenuOfSpeedsAndOfWaysBack) {
             all += choice->isChecked() ? choice->text() + u',' : QString();
         return all;
     };
-    EXPECT_EQ(checked(), QStringLiteral("100 %,0 s,[00:12:34],"));
+    EXPECT_EQ(checked(), QStringLiteral("100 %,0 s,100 %,[00:12:34],"));
     for (QAction* choice : button.findChildren<QAction*>())
         if (choice->text() == u"150 %" || choice->text() == u"10 s")
             choice->trigger();
-    EXPECT_EQ(checked(), QStringLiteral("150 %,10 s,[00:12:34],"));
+    EXPECT_EQ(checked(), QStringLiteral("150 %,10 s,150 %,[00:12:34],"));
     popup().close();
     QTest::mouseRelease(&button, Qt::LeftButton);
     EXPECT_EQ(media.sent.back(), "set PBWave tempo 150");

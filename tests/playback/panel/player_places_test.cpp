@@ -17,7 +17,7 @@ protected:
     void renew() {
         makePanel();
         panel_->setRememberedPositions(RememberedPositions(data_.directory("Own")));
-        panel_->setRemembers(true);
+        choose(&PlayerChoices::remembersPositions, true);
     }
     // Plays and leaves it there.
     void leave(const char* name, int second, int button = 2) {
@@ -58,7 +58,7 @@ TEST_F(Positions, AreOfferedWhenADictationIsOpenedAgain) {
     play("two.WAV"); // leaves it too
     EXPECT_FALSE(offer().isVisible());
     press(2);
-    panel_->setBackUpSeconds(3);
+    choose(&PlayerChoices::backUpSeconds, 3);
     play("one.WAV");
     EXPECT_EQ(offer().text(), QStringLiteral("Go on at 00:00:50"));
     offer().click();
@@ -90,8 +90,8 @@ TEST_F(Positions, AreOfWhatWasReallyLeft) {
 
 TEST_F(Positions, AreForgottenWhenTheUserSaysSo) {
     std::vector<bool> told;
-    QObject::connect(panel_.get(), &PlayerPanel::remembersChosen,
-                     [&](bool remembers) { told.push_back(remembers); });
+    QObject::connect(panel_.get(), &PlayerPanel::choicesMade,
+                     [&](const PlayerChoices& made) { told.push_back(made.remembersPositions); });
     leave("one.WAV", 40);
     play("one.WAV");
     auto* choice = panel_->findChild<QAction*>(QStringLiteral("actRememberPositions"));
@@ -105,6 +105,16 @@ TEST_F(Positions, AreForgottenWhenTheUserSaysSo) {
     EXPECT_EQ(told, (std::vector<bool>{false, true}));
     leave("one.WAV", 30);
     EXPECT_EQ(offered("one.WAV"), "Go on at 00:00:30");
+
+    bool isWanted = false; // any more, as another window was told
+    panel_->setRememberedPositions(RememberedPositions(data_.directory("Own")),
+                                   [&] { return isWanted; });
+    leave("two.WAV", 40);
+    EXPECT_EQ(kept().find("two.WAV"), std::string::npos);
+    EXPECT_EQ(offered("one.WAV"), "");
+    isWanted = true;
+    leave("two.WAV", 40);
+    EXPECT_NE(kept().find("two.WAV"), std::string::npos);
 }
 
 TEST_F(Positions, AreTheLastThousandAndReadWithCare) {
@@ -126,31 +136,6 @@ TEST_F(Positions, AreTheLastThousandAndReadWithCare) {
 
     data_.addFolder("Folder/Positions.txt");
     EXPECT_FALSE(RememberedPositions(data_.directory("Folder")).keep({"a", 7}, 14).ok());
-}
-
-TEST(TypedTime, Forms) {
-    const std::pair<const char*, std::optional<TypedTime>> cases[] = {
-        {"0", TypedTime{0, false}},
-        {" 83 ", TypedTime{83, false}},
-        {"1:23", TypedTime{83, false}},
-        {"90:00", TypedTime{5400, false}},
-        {"1:02:03", TypedTime{3723, false}},
-        {"+30", TypedTime{30, true}},
-        {"- 1:00", TypedTime{-60, true}},
-        {"+0", TypedTime{0, true}},
-        {"9999:59:59", TypedTime{35999999, false}},
-        {"", std::nullopt},
-        {"+", std::nullopt},
-        {"1:60", std::nullopt},
-        {"1:60:00", std::nullopt},
-        {"1:", std::nullopt},
-        {":30", std::nullopt},
-        {"1:2:3:4", std::nullopt},
-        {"1m", std::nullopt},
-        {"1234567", std::nullopt},
-    };
-    for (const auto& [text, time] : cases)
-        EXPECT_EQ(readTypedTime(QString::fromLatin1(text)), time) << text;
 }
 
 TEST_F(Positions, AreGoneToWhenTyped) {
@@ -199,7 +184,7 @@ TEST_F(Positions, AreHeardAgain) {
     panel_->playAgain();
     EXPECT_NEAR(position(), 35900, 900);
     press(1);
-    panel_->setBackUpSeconds(2);
+    choose(&PlayerChoices::backUpSeconds, 2);
     panel_->playAgain();
     EXPECT_NEAR(position(), 34000, 1000);
     EXPECT_EQ(modMultimedia::MciGetMode("PBWave"), "playing");
@@ -209,7 +194,7 @@ TEST_F(Positions, AreHeardAgain) {
 }
 
 TEST_F(Positions, AreBackedUpFromByPlay) {
-    panel_->setBackUpSeconds(3);
+    choose(&PlayerChoices::backUpSeconds, 3);
     play("one.WAV");
     press(1);
     moveTo(40);
@@ -242,8 +227,8 @@ TEST_F(Positions, AreCopiedAsTimeStamps) {
     press(1);
     EXPECT_EQ(copied(), "[00:01:01]");
     std::string chosen;
-    QObject::connect(panel_.get(), &PlayerPanel::timeStampFormChosen,
-                     [&](const std::string& form) { chosen = form; });
+    QObject::connect(panel_.get(), &PlayerPanel::choicesMade,
+                     [&](const PlayerChoices& made) { chosen = made.timeStampForm; });
     panel_->retranslate();
     const QList<QAction*> choices = panel_->findChildren<QAction*>();
     const auto choice = std::find_if(choices.begin(), choices.end(), [](const QAction* action) {
@@ -256,7 +241,7 @@ TEST_F(Positions, AreCopiedAsTimeStamps) {
     for (const auto& [form, stamp] :
          {std::pair{"%2% at %1%:", "%1%: Knee at 00:01:01:"}, std::pair{"no time", "[00:01:01]"},
           std::pair{"%1%", "00:01:01"}}) {
-        panel_->setTimeStampForm(form);
+        choose(&PlayerChoices::timeStampForm, form);
         EXPECT_EQ(copied(), stamp);
     }
 }

@@ -4,6 +4,9 @@
 #include "tests/failing_reads.h"
 #include "tests/playback/panel/player_fixture.h"
 
+#include <QToolTip>
+#include <QWheelEvent>
+
 namespace ov {
 namespace {
 
@@ -50,6 +53,81 @@ TEST_F(Waveform, IsNotWaitedForWhenTheDiskStalls) {
     FailingReads::waitUntilMet();
     panel_ = nullptr;
     EXPECT_FALSE(FailingReads::keptSomebody());
+}
+
+TEST_F(Waveform, ShowsAPartAndTurnsItsPage) {
+    panel_->resize(1200, panel_->height());
+    plain_ = picture();
+    const QImage whole = openAndSee("one.WAV", {plain_});
+    const auto turn = [this](int x, int by, Qt::KeyboardModifier with = Qt::NoModifier) {
+        const QPointF at(x, seek().height() / 2.0);
+        QWheelEvent event(at, seek().mapToGlobal(at), {}, {0, by}, Qt::NoButton, with,
+                          Qt::NoScrollPhase, false);
+        QApplication::sendEvent(&seek(), &event);
+    };
+    const auto clickAt = [this](int x) {
+        QTest::mouseClick(&seek(), Qt::LeftButton, Qt::NoModifier, {x, seek().height() / 2});
+        return position();
+    };
+    const int half = seek().width() / 2;
+    EXPECT_NEAR(clickAt(half), 50000, 1000);
+    EXPECT_NEAR(clickAt(half / 2), 25000, 1000);
+    turn(half / 2, 8 * 120); // eight times as large, a quarter of the way stays where it is
+    EXPECT_NEAR(clickAt(half / 2), 25000, 1000);
+    EXPECT_NEAR(clickAt(half), 25000 + 25000 / 8.16, 1000);
+    EXPECT_NE(picture(), whole);
+    turn(half, -100 * 120, Qt::ShiftModifier);
+    EXPECT_NEAR(clickAt(half), 100000 - 50000 / 8.16, 1000) << "its end";
+    panel_->skip(-60);
+    const int before = position();
+    EXPECT_NEAR(clickAt(half) - before, 0.45 * 100000 / 8.16, 1000) << "the page is turned";
+    turn(half, -100 * 120);
+    clickAt(half / 2);
+    EXPECT_NEAR(position(), 25000, 1000) << "all is seen";
+    for (int press = 0; press < 20; ++press)
+        QTest::keyClick(&seek(), Qt::Key_Plus);
+    const int least = clickAt(half);
+    EXPECT_NEAR(clickAt(half * 3 / 2) - least, 500, 60) << "two seconds are the least";
+    QTest::keyClick(&seek(), Qt::Key_Minus);
+    EXPECT_NEAR(clickAt(half) - clickAt(half / 2), 1000, 120);
+    QTest::keyClick(&seek(), Qt::Key_0);
+    EXPECT_NEAR(clickAt(half), 50000, 1000);
+    QTest::mouseMove(&seek(), {half / 2 + 4, 5});
+    EXPECT_TRUE(QTest::qWaitFor([] { return QToolTip::text() == u"00:00:25"; }));
+}
+
+TEST_F(Waveform, ShadesPauses) {
+    std::vector<float> sound(800000, 0.5F);
+    std::fill(sound.begin() + 400000, sound.begin() + 600000, 0.001F);
+    std::fill(sound.begin() + 100000, sound.begin() + 102000, 0.0F); // too short
+    writeWave(store.native("two.WAV"), {}, sound);
+    const QImage seen = openAndSee("two.WAV", {plain_});
+    const auto ground = [&](int percent) { // near the upper edge
+        return seen.pixel(seen.width() * percent / 100, 5);
+    };
+    EXPECT_NE(ground(60), plain_.pixel(plain_.width() * 60 / 100, 5));
+    EXPECT_EQ(ground(80), plain_.pixel(plain_.width() * 80 / 100, 5));
+    EXPECT_EQ(ground(60), ground(70));
+}
+
+TEST_F(Waveform, KeepsTwentyInMemory) {
+    const std::string one = readBytes(store.native("one.WAV"));
+    std::vector<std::string> names;
+    for (int i = 0; i < 21; ++i)
+        names.push_back(std::to_string(i) + ".WAV");
+    for (const std::string& name : names) {
+        store.add(name, one);
+        openAndSee(name.c_str(), {plain_});
+    }
+    const auto isRead = [&](const std::string& name) {
+        const FailingReads counted(store.native(name), FailingReads::How::stall, 4 * 65536);
+        panel_->PlayerStop();
+        panel_->PlayerOpenFile(store.path(name));
+        return !QTest::qWaitFor([&] { return picture() != plain_; }, 1500);
+    };
+    EXPECT_FALSE(isRead(names.back()));
+    EXPECT_FALSE(isRead(names[1]));
+    EXPECT_TRUE(isRead(names[0])) << "the oldest is forgotten";
 }
 
 } // namespace

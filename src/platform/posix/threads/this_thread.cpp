@@ -10,11 +10,22 @@
 #include <charconv>
 #include <ctime>
 #include <fcntl.h>
+#include <sched.h>
 #include <string_view>
 #include <sys/resource.h>
 #include <unistd.h>
 
 namespace ov::platform {
+
+namespace {
+
+bool schedule(int policy, int priority) noexcept {
+    sched_param wanted{};
+    wanted.sched_priority = priority;
+    return ::sched_setscheduler(0, policy, &wanted) == 0;
+}
+
+} // namespace
 
 // Not with the times of getrusage(), which the system counts by ticks of some milliseconds.
 ThreadEffort threadEffort() noexcept {
@@ -42,6 +53,20 @@ std::int64_t nanosecondsInQueue() noexcept {
 void stepBack() noexcept {
     constexpr int niceness = 10;
     ::setpriority(PRIO_PROCESS, static_cast<id_t>(::gettid()), niceness);
+}
+
+bool stepForward() noexcept {
+    return schedule(SCHED_RR | SCHED_RESET_ON_FORK, sched_get_priority_min(SCHED_RR));
+}
+
+bool mayStepForward() noexcept {
+    const int before = ::sched_getscheduler(0);
+    if (before == SCHED_RR || before == SCHED_FIFO)
+        return true;
+    if (!schedule(SCHED_RR, sched_get_priority_min(SCHED_RR)))
+        return false;
+    schedule(before, 0);
+    return true;
 }
 
 } // namespace ov::platform

@@ -1,10 +1,11 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
-#include "playback/panel/overview_loader.h"
+#include "playback/panel/seek/overview_loader.h"
 
 #include "platform/threads/detached_thread.h"
 
+#include <algorithm>
 #include <mutex>
 #include <stop_token>
 #include <utility>
@@ -13,20 +14,22 @@ namespace ov {
 
 namespace {
 
-constexpr std::size_t stretches = 1200; // more than a slider has pixels on most screens
+// More than a slider has pixels on most screens, and enough to look at single words.
+constexpr sound::OverviewDetail detail{1200, 20};
+constexpr std::size_t mostKept = 20;
 
 } // namespace
 
 // What a reader shares with its loader, which may be long gone when a stalled disk answers.
 struct OverviewLoader::Reading {
     Reading(OverviewLoader& loader, std::string thePath)
-        : path(std::move(thePath)),
-          known(loader.key_),
-          folder(platform::driveFolder()),
-          receiver(&loader) {}
+        : path(std::move(thePath)), folder(platform::driveFolder()), receiver(&loader) {
+        for (const Kept& one : loader.kept_)
+            known.push_back(one.key);
+    }
 
     const std::string path;
-    const Key known; // of what the loader has already
+    std::vector<Key> known; // what the loader has already
     const std::string folder;
     std::stop_source stop;
     std::mutex mutex;
@@ -55,27 +58,33 @@ void OverviewLoader::giveUp() {
 // On the reader's thread.
 void OverviewLoader::read(const std::shared_ptr<Reading>& reading) {
     platform::setDriveFolder(reading->folder);
-    const Key key{reading->path, platform::fileStamp(reading->path)};
-    std::vector<sound::WavePeaks> peaks; // of a fixed size, whatever the file is
-    const bool isKnown = key == reading->known;
-    if (!isKnown &&
-        !sound::readWaveOverview(reading->path, stretches, reading->stop.get_token(), peaks))
+    Kept kept{{reading->path, platform::fileStamp(reading->path)}, {}};
+    const std::vector<Key>& known = reading->known;
+    if (std::find(known.begin(), known.end(), kept.key) == known.end() &&
+        !sound::readWaveOverview(reading->path, detail, reading->stop.get_token(), kept.peaks))
         return;
     const std::lock_guard<std::mutex> lock(reading->mutex);
     if (OverviewLoader* receiver = reading->receiver)
         QMetaObject::invokeMethod(
             receiver,
-            [receiver, reading, key, isKnown, read = std::move(peaks)] {
+            [receiver, reading, read = std::move(kept)] {
                 if (receiver->reading_ == reading)
-                    receiver->take(key, isKnown ? receiver->peaks_ : read);
+                    receiver->take(read);
             },
             Qt::QueuedConnection);
 }
 
-void OverviewLoader::take(const Key& key, std::vector<sound::WavePeaks> peaks) {
-    key_ = key;
-    peaks_ = std::move(peaks);
-    Q_EMIT ready(peaks_);
+// Without peaks it is one that is kept.
+void OverviewLoader::take(Kept read) {
+    const auto known = std::find_if(kept_.begin(), kept_.end(),
+                                    [&](const Kept& one) { return one.key == read.key; });
+    if (known != kept_.end())
+        kept_.splice(kept_.begin(), kept_, known);
+    else
+        kept_.push_front(std::move(read));
+    if (kept_.size() > mostKept)
+        kept_.pop_back();
+    Q_EMIT ready(kept_.front().peaks);
 }
 
 } // namespace ov

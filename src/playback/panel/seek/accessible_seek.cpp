@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
-#include "playback/panel/accessible_seek.h"
+#include "playback/panel/seek/accessible_seek.h"
 
 #include "playback/panel/player_texts.h"
-#include "playback/panel/seek_slider.h"
+#include "playback/panel/seek/seek_slider.h"
 
 #include <cmath>
 

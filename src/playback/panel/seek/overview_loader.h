@@ -7,14 +7,16 @@
 #include "sound/wave_overview.h"
 
 #include <QObject>
+#include <list>
 #include <memory>
 #include <string>
 #include <vector>
 
 namespace ov {
 
-// Reads the shape of a sound file on a thread of its own and tells when it is there. Keeps that
-// of the last file. Never waits for a disk: a reader that is not wanted any more ends by itself.
+// Reads the shape of a sound file on a thread of its own and tells when it is there. Keeps those
+// of the last twenty files. Never waits for a disk: a reader that is not wanted any more ends by
+// itself.
 class OverviewLoader final : public QObject {
     Q_OBJECT
 
@@ -25,7 +27,7 @@ public:
     OverviewLoader& operator=(const OverviewLoader&) = delete;
 
     // Asks for the shape of the file `path`; what was asked for before is given up. ready() comes
-    // later from the event loop, and soon for the file that was read last, unless it has changed.
+    // later from the event loop, and soon for a file that is kept, unless it has changed.
     void load(const std::string& path);
     void giveUp();
 
@@ -40,10 +42,13 @@ private:
     };
     struct Reading;
     static void read(const std::shared_ptr<Reading>& reading);
-    void take(const Key& key, std::vector<sound::WavePeaks> peaks);
+    struct Kept {
+        Key key;
+        std::vector<sound::WavePeaks> peaks;
+    };
+    void take(Kept read);
 
-    Key key_; // of the peaks
-    std::vector<sound::WavePeaks> peaks_;
+    std::list<Kept> kept_;             // the newest first
     std::shared_ptr<Reading> reading_; // that is wanted
 };
 

@@ -3,7 +3,8 @@
 
 #include "platform/threads/detached_thread.h"
 
-#include <csignal>
+#include "platform/threads/quiet_start.h"
+
 #include <exception>
 #include <thread>
 #include <utility>
@@ -11,18 +12,12 @@
 namespace ov::platform {
 
 bool startDetached(std::function<void()> work) {
-    sigset_t all;
-    sigset_t before;
-    sigfillset(&all);
-    pthread_sigmask(SIG_SETMASK, &all, &before);
-    bool started = true;
     try {
-        std::thread(std::move(work)).detach();
+        startQuietly([&work] { std::thread(std::move(work)).detach(); });
     } catch (const std::exception&) {
-        started = false;
+        return false;
     }
-    pthread_sigmask(SIG_SETMASK, &before, nullptr);
-    return started;
+    return true;
 }
 
 } // namespace ov::platform

@@ -1,0 +1,87 @@
+# SPDX-FileCopyrightText: The OVSearch developers
+# SPDX-License-Identifier: MIT
+"""Which tests run a line: only those can notice a fault in it."""
+import collections
+import hashlib
+import json
+import os
+import pathlib
+import shutil
+import subprocess
+import tempfile
+
+HERE = pathlib.Path(__file__).resolve().parent
+
+
+class Covering:
+    """A build that counts, and what each test ran there."""
+
+    def __init__(self, tree, build, programs):
+        self.tree, self.build, self.told = tree, build, build / "told"
+        self.programs = programs
+        self.lines = {}  # of a file: {program: {test: set of lines}}
+        self.known = {}  # what a file of counts says, by its content
+
+    def measure(self):
+        subprocess.run(["cmake", "-S", self.tree, "-B", self.build, "-G", "Ninja",
+                        "-DCMAKE_BUILD_TYPE=Debug",
+                        f"-DCMAKE_CXX_FLAGS_DEBUG=-O0 --coverage -fprofile-filter-files={self.tree}/src/.*",
+                        "-DCMAKE_EXPORT_COMPILE_COMMANDS=ON", "-DOVSEARCH_BENCH=OFF",
+                        f"-DCMAKE_PROJECT_INCLUDE={HERE / 'each_test.cmake'}"],
+                       check=True, stdout=subprocess.DEVNULL)
+        subprocess.run(["ninja", "-C", self.build, *self.programs], check=True,
+                       stdout=subprocess.DEVNULL)
+        self.counts = {}
+        for entry in json.loads((self.build / "compile_commands.json").read_text()):
+            source = pathlib.Path(entry["directory"], entry["file"]).resolve()
+            if self.tree in source.parents:
+                self.counts[str(source.relative_to(self.tree))] = entry["output"].removesuffix(".o") + ".gcda"
+        shutil.rmtree(self.told, ignore_errors=True)
+        running = [self.start(program) for program in self.programs]
+        for process in running:
+            process.wait()
+
+    def start(self, program):
+        strip = len(self.build.resolve().parts) - 1
+        environment = dict(os.environ, QT_QPA_PLATFORM="offscreen", LC_ALL="C.UTF-8",
+                           OV_COVERAGE=str(self.told / program), GCOV_PREFIX_STRIP=str(strip),
+                           GCOV_PREFIX=str(self.told / program / "outside of tests"))
+        return subprocess.Popen([self.build / "bin" / program, "--gtest_brief=1"], env=environment,
+                                stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
+                                stdin=subprocess.DEVNULL)
+
+    def tests_of(self, path, number):
+        """{program: tests} that run the line, else any line of its file (a table, what is computed
+        when it is compiled); nothing when that is not known."""
+        if path not in self.counts:
+            return None
+        if path not in self.lines:
+            self.lines[path] = self.read(path)
+        of_line = {p: {t for t, lines in tests.items() if number in lines}
+                   for p, tests in self.lines[path].items()}
+        of_file = {p: {t for t, lines in tests.items() if lines}
+                   for p, tests in self.lines[path].items()}
+        return of_line if any(of_line.values()) else of_file if any(of_file.values()) else None
+
+    def read(self, path):
+        found = collections.defaultdict(dict)
+        with tempfile.TemporaryDirectory() as folder:
+            place = pathlib.Path(folder, pathlib.PurePath(self.counts[path]).name)
+            shutil.copy(self.build / self.counts[path].replace(".gcda", ".gcno"), folder)
+            for program in self.programs:
+                for test in os.listdir(self.told / program):
+                    counts = self.told / program / test / self.counts[path]
+                    if test != "outside of tests" and counts.exists():
+                        found[program][test.replace("%", "/")] = self.lines_run(path, counts, place)
+        return found
+
+    def lines_run(self, path, counts, place):
+        content = counts.read_bytes()
+        key = path, hashlib.sha1(content).digest()
+        if key not in self.known:
+            place.write_bytes(content)
+            told = subprocess.run(["gcov", "--json-format", "--stdout", place], capture_output=True,
+                                  check=True).stdout
+            self.known[key] = {line["line_number"] for file in json.loads(told)["files"]
+                               if file["file"].endswith(path) for line in file["lines"] if line["count"]}
+        return self.known[key]

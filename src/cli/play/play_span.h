@@ -1,0 +1,29 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "support/typed_time.h"
+
+#include <cstdint>
+#include <optional>
+
+namespace ov::cli {
+
+// What is to be played of each file. "-30" counts from its end; an end of "+30" lies thirty seconds
+// behind the beginning.
+struct WantedSpan {
+    std::optional<TypedTime> from;
+    std::optional<TypedTime> to;
+};
+
+// In milliseconds.
+struct PlaySpan {
+    std::int32_t from = 0;
+    std::int32_t to = 0;
+    bool operator==(const PlaySpan&) const = default;
+};
+
+// Within a file of that length; nothing when it has nothing there.
+std::optional<PlaySpan> spanOf(const WantedSpan& wanted, std::int32_t length);
+
+} // namespace ov::cli

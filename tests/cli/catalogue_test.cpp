@@ -1,0 +1,138 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+#include "tests/catalogue/postgres_server.h"
+#include "tests/cli/cli_fixture.h"
+
+namespace ov::cli {
+
+namespace {
+
+class CatalogueCommand : public Cli {
+protected:
+    CatalogueCommand() { addThree(); }
+
+    ProgramResult catalogue(const Texts& arguments) const {
+        Texts all = {"catalogue"};
+        all.insert(all.end(), arguments.begin(), arguments.end());
+        all.insert(all.end(), {"--to", file()});
+        return run(all);
+    }
+    ProgramResult update() const { return catalogue({"update", root()}); }
+    ProgramResult findIn(Texts options) const {
+        options.insert(options.begin(), {"--catalogue", file()});
+        return find(options);
+    }
+    std::string file() const { return place_.empty() ? settings_.native("catalogue.db") : place_; }
+
+    std::string place_; // in place of the file
+};
+
+} // namespace
+
+TEST_F(CatalogueCommand, AnswersAsTheStoreDoes) {
+    EXPECT_EQ(update().exitCode, 0);
+    const std::vector<Texts> searches = {{"--format", "paths"},
+                                         {"prio:high", "author:müller"},
+                                         {"author:nobody"},
+                                         {"--count"},
+                                         {"--count-by", "author"},
+                                         {"--count-by", "dictated", "--sum", "length"},
+                                         {"--count", "--limit", "2"},
+                                         {"--sort", "author", "--limit", "1"},
+                                         {"--max-depth", "1", "--strict"},
+                                         {"--quiet", "author:zeh"}};
+    for (const Texts& options : searches) {
+        const ProgramResult walked = find(options);
+        const ProgramResult asked = findIn(options);
+        EXPECT_EQ(asked.output, walked.output) << joined(options);
+        EXPECT_EQ(asked.exitCode, walked.exitCode) << joined(options);
+        EXPECT_EQ(holds(asked.errors, "as of 20"), options.front() != "--quiet") << asked.errors;
+    }
+}
+
+TEST_F(CatalogueCommand, MayBeOnAServer) {
+    tests::PostgresServer& server = tests::PostgresServer::get();
+    place_ = server.place(server.newDatabase());
+    EXPECT_EQ(catalogue({"status"}).exitCode, 3);
+    EXPECT_EQ(update().exitCode, 0);
+    EXPECT_EQ(findIn({"prio:high", "author:müller"}).output,
+              find({"prio:high", "author:müller"}).output);
+    EXPECT_EQ(findIn({"--count-by", "author"}).output, find({"--count-by", "author"}).output);
+    EXPECT_PRED2(holds, catalogue({"status"}).output, root() + "/: 3 dictations in 3 folders");
+    EXPECT_EQ(catalogue({"check", root()}).exitCode, 0);
+    EXPECT_EQ(catalogue({"forget", root()}).exitCode, 0);
+    EXPECT_EQ(findIn({}).exitCode, 3);
+    expectRefused({"find", "--catalogue", "postgresql://u:hush@h/db", root()}, 3,
+                  "leave the password out of the address");
+}
+
+TEST_F(CatalogueCommand, AnswersWithoutTheStore) {
+    update();
+    const ProgramResult before = findIn({});
+    fs::rename(root(), root() + "-aside");
+    EXPECT_EQ(findIn({}).output, before.output);
+    EXPECT_EQ(update().exitCode, 3);
+    EXPECT_EQ(catalogue({"check", root()}).exitCode, 3);
+    fs::rename(root() + "-aside", root());
+    EXPECT_EQ(findIn({"author:zeh"}).exitCode, 0);
+}
+
+TEST_F(CatalogueCommand, TellsChecksAndForgets) {
+    update();
+    EXPECT_PRED2(holds, catalogue({"status"}).output,
+                 root() + "/: 3 dictations in 3 folders, as of 20");
+    EXPECT_EQ(catalogue({"check", root()}).exitCode, 0);
+    store_.add("ward/new.WAV");
+    const ProgramResult checked = catalogue({"check", root()});
+    EXPECT_EQ(checked.exitCode, 1);
+    EXPECT_PRED2(holds, checked.errors, "ward/: holds other dictations or folders");
+    EXPECT_PRED2(holds, update().output, "2 dictations written");
+    EXPECT_EQ(catalogue({"check", root()}).exitCode, 0);
+    EXPECT_EQ(catalogue({"forget", root()}).exitCode, 0);
+    EXPECT_EQ(catalogue({"status"}).exitCode, 1);
+    EXPECT_EQ(findIn({}).exitCode, 3);
+}
+
+TEST_F(CatalogueCommand, SaysWhatIsWrong) {
+    expectRefused({"find", "--catalogue", file(), root()}, 3, "there is no catalogue");
+    expectRefused({"catalogue", "status", "--to", file()}, 3, "there is no catalogue");
+    EXPECT_FALSE(fs::exists(file()));
+    expectRefused({"catalogue", "update", "--to", file()}, 2, "say which store");
+    expectRefused({"catalogue", "status", root()}, 2, "leave out");
+    expectRefused({"catalogue", "updte", root()}, 2, "did you mean \"update\"?");
+    expectRefused({"find", "--catalogue", file(), "--watch", root()}, 2,
+                  "--catalogue takes no --watch");
+    expectRefused({"catalogue", "update", root() + "/nowhere", "--to", file()}, 3, "nowhere");
+    update();
+    expectRefused({"find", "--catalogue", file(), "/"}, 3,
+                  "is not in the catalogue, which has " + root());
+    expectRefused({"catalogue", "forget", "/", "--to", file()}, 3, "is not in the catalogue");
+    expectRefused({"catalogue", "forget", root() + "/ward", "--to", file()}, 3,
+                  "is a part of the store");
+    settings_.add("catalogue.db", "something else");
+    expectRefused({"find", "--catalogue", file(), root()}, 3, "is no catalogue, or a damaged one");
+}
+
+// Until it is told to end; what it has seen by then is there.
+TEST_F(CatalogueCommand, FollowsTheStore) {
+    for (const int signal : {SIGINT, SIGTERM}) {
+        const std::string name = std::to_string(signal) + "/later.WAV";
+        ProgramRun how;
+        how.steps = {{"in " + root(), [&] { store_.add(name); }}};
+        how.interruptAt = "1 dictation written";
+        how.interruptBy = signal;
+        EXPECT_EQ(run({"catalogue", "update", root(), "--watch", "--to", file()}, how).exitCode,
+                  -signal);
+        EXPECT_PRED2(holds, findIn({"--format", "paths"}).output, name);
+    }
+    expectRefused({"catalogue", "status", "--watch", "--to", file()}, 2,
+                  "goes with catalogue update");
+}
+
+TEST_F(CatalogueCommand, IsAmongTheUsersDataUnlessNamed) {
+    EXPECT_EQ(run({"catalogue", "update", root()}).exitCode, 0);
+    EXPECT_TRUE(fs::exists(settings_.native("catalogue.db")));
+    EXPECT_EQ(find({"--catalogue", "own", "author:zeh"}).exitCode, 0);
+}
+
+} // namespace ov::cli

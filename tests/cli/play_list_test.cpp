@@ -1,0 +1,184 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+#include "cli/play/outputs.h"
+#include "cli/play/play_keys.h"
+#include "cli/play/play_span.h"
+#include "tests/cli/cli_fixture.h"
+#include "tests/wave_files.h"
+
+#include <optional>
+#include <tuple>
+#include <utility>
+
+namespace ov::cli {
+namespace {
+
+TEST(PlayKeys, AreThoseOfThePlayer) {
+    using enum PlayKey;
+    const std::pair<std::string, std::vector<PlayKey>> cases[] = {
+        {" saq", {pause, stop, again, quit}},
+        {"pn", {previous, next}},
+        {"lgt", {mark, goTo, timeStamp}},
+        {"+=-_", {faster, faster, slower, slower}},
+        {"\x1B[D\x1B[C", {back, on}},
+        {"\x1BOD\x1B[1;5C", {back, on}},
+        {"\x1B[18~\x1B[3~\x1B[A", {again}}, // F7, Del and Up
+        {"\x1Bq\x1B\x1B[Cx", {quit, on}},
+        {"\x03", {interrupt}},
+        {"xD[C~", {}},
+    };
+    for (const auto& [typed, keys] : cases) {
+        PlayKeys meanings;
+        std::vector<PlayKey> found;
+        for (const char one : typed)
+            if (const auto key = meanings.take(one))
+                found.push_back(*key);
+        EXPECT_EQ(found, keys) << typed;
+    }
+}
+
+TEST(PlaySpan, LiesWithinTheFile) {
+    constexpr std::int32_t length = 100'000;
+    const std::tuple<const char*, const char*, std::optional<PlaySpan>> cases[] = {
+        {"", "", PlaySpan{0, length}},
+        {"10", "", PlaySpan{10'000, length}},
+        {"-0:30", "", PlaySpan{70'000, length}},
+        {"-500", "1:00", PlaySpan{0, 60'000}},
+        {"10", "+5", PlaySpan{10'000, 15'000}},
+        {"+10", "-5", PlaySpan{10'000, 95'000}},
+        {"", "9:00:00", PlaySpan{0, length}},
+        {"1:40", "", std::nullopt},
+        {"9999:00:00", "", std::nullopt},
+        {"50", "50", std::nullopt},
+        {"50", "40", std::nullopt},
+    };
+    for (const auto& [from, to, span] : cases) {
+        EXPECT_EQ(spanOf({readTypedTime(from), readTypedTime(to)}, length), span)
+            << from << " to " << to;
+    }
+    EXPECT_EQ(spanOf({}, 0), (PlaySpan{0, 0}));
+}
+
+TEST(Outputs, AreMeantByNameNumberOrPart) {
+    const std::vector<std::string> names = {"Speakers", "USB Headset", "Usb headset 2", "3", "Öl"};
+    const std::pair<const char*, const char*> cases[] = {
+        {"Speakers", "Speakers"},
+        {"2", "USB Headset"},
+        {"3", "3"},
+        {"usb HEADSET", "USB Headset"},
+        {"headset 2", "Usb headset 2"},
+        {"öl", "Öl"},
+        {"headset", nullptr},
+        {"0", nullptr},
+        {"6", nullptr},
+        {"nothing", nullptr},
+    };
+    for (const auto& [typed, name] : cases) {
+        EXPECT_EQ(meantOutput(names, typed).value_or("none"), name != nullptr ? name : "none")
+            << typed;
+    }
+}
+
+// The program, into an output that throws all away.
+class PlayList : public Cli {
+protected:
+    PlayList() {
+        const std::vector<float> sound = tests::sweep(8000, 800000);
+        for (const char* name : {"2$ROH@@14$Zeh@@15$knee.WAV", "2$ROH@@14$Öztürk.WAV"})
+            tests::writeWave(store_.native(name), {}, sound);
+        tests::writeWave(store_.native("short.WAV"), {}, std::vector<float>(800));
+        tests::writeWave(store_.native("empty.WAV"), {}, {});
+        store_.add("text.WAV", "no sound");
+    }
+    std::string file(const char* name) const { return store_.native(name); }
+    static ProgramRun silent(bool onTerminal = false, const std::string& typed = {}) {
+        ProgramRun how;
+        how.environment = {{"SDL_AUDIODRIVER", "dummy"}};
+        how.onTerminal = onTerminal;
+        how.typeAt = "#"; // something is heard
+        how.typed = typed;
+        return how;
+    }
+    const std::string zeh_ = file("2$ROH@@14$Zeh@@15$knee.WAV");
+    const std::string oeztuerk_ = file("2$ROH@@14$Öztürk.WAV");
+};
+
+TEST_F(PlayList, ObeysKeysOnATerminal) {
+    const std::pair<std::string, Texts> cases[] = {
+        {"nq", {"1 of 2", "2 of 2", "Öztürk"}},
+        {"npnnx", {"1 of 2", "2 of 2"}},
+        {"\x1B[C\x1B[C q", {"0:00:10 / 0:01:40", "paused"}},
+        {"\x1B[Csq", {"0:00:05 / 0:01:40", "paused"}},
+        {"++n-q", {"110 %", "125 %", "2 of 2"}},
+        {"g1:15\nt q", {"[00:01:15]", "paused"}},
+        {"g1:15\x1Bg0:30x\x7F\rtg1:200\x7F\r q", {"[00:00:00]", "go to 1:2", "0:01:20 /"}},
+        {"\x1B[Cl\x1B[C\x1B[Cltlq", {"0:00:05 to 0:00:15", "[00:00:05]", "no longer"}},
+    };
+    for (const auto& [typed, shown] : cases) {
+        const ProgramResult played = run({"play", zeh_, oeztuerk_}, silent(true, typed));
+        EXPECT_EQ(played.exitCode, 0) << typed;
+        for (const std::string& text : shown)
+            EXPECT_PRED2(holds, played.output, text) << typed;
+    }
+    const ProgramResult fast = run({"play", "--speed=150", "--from=-0:20", "--loop", zeh_},
+                                   silent(true, "\x1B[C\x1B[C\x1B[C\x1B[C\x1B[C q"));
+    EXPECT_PRED2(holds, fast.output, "0:01:20 / 0:01:40");
+    EXPECT_PRED2(holds, fast.output, "150 %");
+    EXPECT_EQ(run({"play", zeh_}, silent(true, "\x03")).exitCode, -SIGINT);
+}
+
+// As the level tells, a mark of which is 2.5 dB.
+TEST_F(PlayList, PlaysSoftVoicesLouder) {
+    std::vector<float> voice(20000);
+    for (std::size_t i = 0; i < voice.size(); ++i)
+        voice[i] = 0.01F * std::sin(static_cast<float>(i)); // at -40 dB
+    tests::writeWave(file("soft.WAV"), {}, voice);
+    const std::pair<Texts, std::size_t> cases[] = {
+        {{}, 4}, {{"--boost=300"}, 7}, {{"--even-out"}, 12}};
+    for (auto [arguments, marks] : cases) {
+        arguments.insert(arguments.begin(), {"play", file("soft.WAV")});
+        const std::string shown = run(arguments, silent(true, "x")).output;
+        EXPECT_PRED2(holds, shown, "[" + std::string(marks, '#'));
+        EXPECT_FALSE(holds(shown, std::string(marks + 3, '#'))) << shown;
+    }
+}
+
+TEST_F(PlayList, PlaysWhatIsFoundAfterTheFiles) {
+    const ProgramResult found = run({"play", file("short.WAV"), "-c", "status = ROH", "--not", "-c",
+                                     "author contains Zeh", "--root", root(), "--sort", "author"},
+                                    silent(true, "q"));
+    EXPECT_PRED2(holds, found.output, "1 of 2");
+    EXPECT_PRED2(holds, found.output, "2 of 2");
+    EXPECT_PRED2(holds, found.output, "Öztürk");
+    EXPECT_FALSE(holds(found.output, "knee"));
+
+    const std::tuple<Texts, int, std::string> cases[] = {
+        {{file("short.WAV"), file("short.WAV")}, 0, ""},
+        {{"--from=-0:01", "--to=+0:01", file("short.WAV")}, 0, ""},
+        {{"-c", "author is Nobody", "--root", root()}, 1, ""},
+        {{"-c", "author is Nobody", "--root", root(), file("short.WAV")}, 0, ""},
+        {{"--root", file("gone")}, 3, "gone"},
+        {{file("text.WAV"), file("short.WAV")}, 3, "cannot be played"},
+        {{"--loop", file("text.WAV"), file("text.WAV")}, 3, "cannot be played"},
+        {{"--from=0:01", file("short.WAV")}, 3, "nothing between --from and --to"},
+        {{"--loop", file("empty.WAV")}, 0, ""},
+        {{root()}, 3, "is a folder"},
+        {{"--device=nothing of that kind", file("short.WAV")}, 3, "there is no output"},
+        {{}, 2, "FILE or a criterion is missing"},
+        {{"-c", "auther is Zeh"}, 2, "author"},
+        {{"--speed=40", zeh_}, 2, "from 50 to 200"},
+        {{"--boost=301", zeh_}, 2, "from 100 to 300"},
+        {{"--from=1m", zeh_}, 2, "\"1m\" is no time"},
+        {{""}, 2, "must not be empty"},
+    };
+    for (auto [arguments, code, message] : cases) {
+        arguments.insert(arguments.begin(), "play");
+        const ProgramResult played = run(arguments, silent());
+        EXPECT_EQ(played.exitCode, code) << joined(arguments);
+        EXPECT_PRED2(holds, played.errors, message) << joined(arguments);
+        EXPECT_EQ(played.output, "");
+    }
+}
+
+} // namespace
+} // namespace ov::cli

@@ -1,0 +1,58 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "catalogue/store_update.h"
+#include "control/criteria/criterion_delegate.h"
+#include "tests/control/control_fixture.h"
+#include "tests/wave_files.h"
+
+#include <string>
+
+namespace ov {
+
+using namespace tests;
+
+// A window whose setting names a catalogue.
+class CatalogueWindow : public ControlTest {
+protected:
+    CatalogueWindow() { write("local.ini", sectionWith("Catalogue=" + place())); }
+
+    static std::string sectionWith(const std::string& line) {
+        return "[OVSearch.ctrlOVSearch]\r\n" + line + "\r\n";
+    }
+    std::string place() const { return path("catalogue.db"); }
+    void update(const std::string& root) const {
+        platform::Status status;
+        const auto catalogue = catalogue::openCatalogue(place(), catalogue::Access::update, status);
+        ASSERT_NE(catalogue, nullptr) << status.description();
+        status = catalogue::updateStore(*catalogue, root, {}).status;
+        ASSERT_TRUE(status.ok()) << status.description();
+    }
+    void update() const { update(store.directory()); }
+    std::string moment() { return text("lblCatalogueMoment"); }
+    std::string notice() { return text("lblSearchNotice"); }
+    std::string hint() {
+        QCoreApplication::processEvents();
+        return child<QLabel>(results(), "lblListHint").text().toStdString();
+    }
+    void criteriaAre(const std::string& lines) { write("SearchCriteria.dat", criterion(lines)); }
+    std::string counts() {
+        std::string line;
+        for (int i = 0; i < criteria().topLevelItemCount(); ++i)
+            line += criteria().topLevelItem(i)->data(0, countRole).toString().toStdString() + "; ";
+        return line;
+    }
+    // As a user asks for a walk.
+    void searchAfresh() {
+        user->saysYes = true;
+        key(window(), Qt::Key_F5, Qt::ShiftModifier);
+        user->saysYes = false;
+    }
+    void move(const char* from, const char* to) const {
+        fs::create_directories(fs::path(store.native(to)).parent_path());
+        fs::rename(store.native(from), store.native(to));
+    }
+};
+
+} // namespace ov
