@@ -2,33 +2,49 @@
 // SPDX-License-Identifier: MIT
 #include "tests/catalogue/store_update_fixture.h"
 
+#include <fstream>
 #include <sqlite3.h>
 #include <unistd.h>
 
 namespace ov::catalogue {
 
-TEST_F(StoreUpdate, ForgetsTheTextsOfAStoreThatIsForgotten) {
+namespace {
+
+class CatalogueFile : public OneStore {
+protected:
+    CatalogueFile() { store.add("one.WAV").add("ward/two.WAV").add("ward/ERL/three.WAV"); }
+
+    // Of the catalogue's file and those beside it.
+    std::string bytes() const {
+        return read("catalogue.db") + read("catalogue.db-wal") + read("catalogue.db-shm");
+    }
+    // Writes a number into the head of the file.
+    void setHead(std::streamoff offset, char value) const {
+        std::fstream file(platform::toNativePath(place()),
+                          std::ios::binary | std::ios::in | std::ios::out);
+        file.seekp(offset);
+        file.put(value);
+    }
+    std::string refusal() const { return OneStore::refusal(place()); }
+};
+
+} // namespace
+
+TEST_F(CatalogueFile, ForgetsTheTextsOfAStoreThatIsForgotten) {
     store.add("2$WAV@@14$Nevermore.WAV");
     update();
     EXPECT_PRED2(holds, read("catalogue.db"), "NEVERMORE");
-    {
-        platform::Status status;
-        const auto catalogue = open(Access::update);
-        EXPECT_TRUE(
-            catalogue->removeStore(storeOf(*catalogue, store.directory(), status)->id).ok());
-        EXPECT_TRUE(catalogue->commit().ok());
-        EXPECT_TRUE(catalogue->tidy(false).ok());
-    }
+    forget();
     EXPECT_FALSE(holds(read("catalogue.db"), "NEVERMORE"));
     EXPECT_FALSE(holds(read("catalogue.db"), "Nevermore"));
 }
 
-TEST_F(StoreUpdate, LeavesNothingOfWhatWasRemoved) {
+TEST_F(CatalogueFile, LeavesNothingOfWhatWasRemoved) {
     store.add("2$WAV@@14$Nevermore.WAV").add("2$WAV@@11$Lenore.WAV").add("x/2$WAV@@14$Pallas.WAV");
     update();
     const auto other = open(Access::ask);
     SearchReport report;
-    EXPECT_EQ(CatalogueTest::asked(*other, allOf(store.directory()), report), walked());
+    EXPECT_EQ(asked(*other, allOf(store.directory()), report), walked());
     for (const char* const name : {"Nevermore", "NEVERMORE", "LENORE", "PALLAS"})
         EXPECT_PRED2(holds, bytes(), name);
     fs::remove(store.folder() / "2$WAV@@14$Nevermore.WAV");
@@ -41,7 +57,7 @@ TEST_F(StoreUpdate, LeavesNothingOfWhatWasRemoved) {
     EXPECT_EQ(asked(), walked());
 }
 
-TEST_F(StoreUpdate, MakesWhatLacks) {
+TEST_F(CatalogueFile, MakesWhatLacks) {
     update();
     const auto runSql = [&](const char* sql) {
         sqlite3* database = nullptr;
@@ -57,7 +73,7 @@ TEST_F(StoreUpdate, MakesWhatLacks) {
     EXPECT_PRED2(holds, read("catalogue.db"), "CREATE INDEX dictations_by_author");
 }
 
-TEST_F(StoreUpdate, StopsInTheMiddleOfAStatement) {
+TEST_F(CatalogueFile, StopsInTheMiddleOfAStatement) {
     for (int i = 0; i < 3000; ++i)
         store.add("many/2$WAV@@14$" + std::to_string(i) + ".WAV");
     update();
@@ -79,7 +95,7 @@ TEST_F(StoreUpdate, StopsInTheMiddleOfAStatement) {
     EXPECT_EQ(told, 1);
 }
 
-TEST_F(StoreUpdate, IsForItsOwnerAlone) {
+TEST_F(CatalogueFile, IsForItsOwnerAlone) {
     update();
     const fs::path made = folder() / "catalogue.db";
     fs::permissions(made, fs::perms::owner_read | fs::perms::owner_write | fs::perms::others_read);
@@ -98,7 +114,7 @@ TEST_F(StoreUpdate, IsForItsOwnerAlone) {
             << file.path();
 }
 
-TEST_F(StoreUpdate, IsRefusedWhenItIsNoneOfThisVersion) {
+TEST_F(CatalogueFile, IsRefusedWhenItIsNoneOfThisVersion) {
     constexpr std::streamoff version = 63; // its last byte
     constexpr std::streamoff application = 71;
     update();
@@ -114,7 +130,7 @@ TEST_F(StoreUpdate, IsRefusedWhenItIsNoneOfThisVersion) {
     EXPECT_PRED2(holds, refusal(), "is no catalogue");
 }
 
-TEST_F(StoreUpdate, SurvivesDamage) {
+TEST_F(CatalogueFile, SurvivesDamage) {
     update();
     const std::string whole = read("catalogue.db");
     std::mt19937 random(7);
@@ -126,18 +142,17 @@ TEST_F(StoreUpdate, SurvivesDamage) {
         platform::Status status;
         if (const auto catalogue = openCatalogue(place(), Access::ask, status)) {
             SearchReport report;
-            CatalogueTest::asked(*catalogue, allOf(store.directory()), report);
+            asked(*catalogue, allOf(store.directory()), report);
         } else {
             EXPECT_FALSE(status.text().empty());
         }
     }
 }
 
-TEST_F(StoreUpdate, LosesNothingOnAFullDisk) {
+TEST_F(CatalogueFile, LosesNothingOnAFullDisk) {
     update();
     const Texts before = asked();
-    for (int i = 0; i < 2000; ++i)
-        store.add("many/2$WAV@@11$" + std::to_string(i) + std::string(150, 'x') + ".WAV");
+    addMany(2000);
     EXPECT_TRUE(tests::isTrueWithFileLimit(200'000, [&] { return !update().status.ok(); }));
     EXPECT_EQ(asked(), before);
     EXPECT_TRUE(update().status.ok());

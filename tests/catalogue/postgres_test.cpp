@@ -2,97 +2,16 @@
 // SPDX-License-Identifier: MIT
 #include "tests/catalogue/postgres_fixture.h"
 
-#include <csignal>
+#include <fstream>
 
 namespace ov::catalogue {
-
-TEST_F(OnServer, FollowsEveryChange) {
-    const std::uint32_t seed = std::random_device()();
-    SCOPED_TRACE("seed " + std::to_string(seed));
-    modDictation::RandomTree tree(seed);
-    const std::string root = tree.store.directory();
-    for (int i = 0; i < 15; ++i) {
-        tree.changeElsewhere(40);
-        const UpdateReport report = CatalogueTest::update(root);
-        ASSERT_TRUE(report.status.ok()) << report.status.description();
-        ASSERT_EQ(CatalogueTest::asked(root), CatalogueTest::walked(root));
-    }
-}
-
-TEST_F(OnServer, ListsOnlyWhatHasChanged) {
-    EXPECT_EQ(updateLater().listed, 4);
-    EXPECT_EQ(updateLater().listed, 0);
-    store.add("ward/ERL/new.WAV");
-    EXPECT_EQ(updateLater().written, 2);
-    EXPECT_EQ(asked(), walked());
-}
-
-TEST_F(OnServer, GoesOnAfterItWasKilled) {
-    update();
-    for (int i = 0; i < 100; ++i)
-        store.add(std::to_string(i % 20) + "/2$WAV@@11$" + std::to_string(i) + ".WAV");
-    for (int last = 1; last < 22; last += 4) {
-        store.add(std::to_string(last) + "/also.WAV");
-        EXPECT_FALSE(tests::isTrueInChild([&] {
-            UpdateMeans means;
-            means.batch = 5;
-            means.watch = [&](const UpdateReport& report) {
-                if (report.folders == last)
-                    std::raise(SIGKILL);
-            };
-            CatalogueTest::update(store.directory(), means);
-            return true;
-        }));
-        const Texts all = walked();
-        for (const std::string& path : asked()) // what is there already is true
-            ASSERT_NE(std::find(all.begin(), all.end(), path), all.end()) << path;
-    }
-    const UpdateReport report = update();
-    EXPECT_TRUE(report.status.ok()) << report.status.description();
-    EXPECT_EQ(asked(), walked());
-}
-
-// The other one asks in the middle, and gets what was committed; another store can be updated.
-TEST_F(OnServer, LetsOthersAskAndNobodyUpdateTheSame) {
-    const tests::TemporaryStore other;
-    std::ofstream(other.folder() / "other.WAV");
-    update();
-    const Texts before = asked();
-    addMany(100);
-    Texts between;
-    platform::Status refused;
-    platform::Status ofOther;
-    UpdateMeans means;
-    means.watch = [&](const UpdateReport& report) {
-        if (report.written == 0 || !between.empty())
-            return;
-        between = asked();
-        refused = update().status;
-        ofOther = CatalogueTest::update(other.directory()).status;
-    };
-    EXPECT_TRUE(CatalogueTest::update(store.directory(), means).status.ok());
-    EXPECT_EQ(between, before);
-    EXPECT_PRED2(holds, refused.text(), "another program is updating it");
-    EXPECT_TRUE(ofOther.ok()) << ofOther.description();
-    EXPECT_EQ(asked(), walked());
-    EXPECT_EQ(CatalogueTest::asked(other.directory()), CatalogueTest::walked(other.directory()));
-}
 
 TEST_F(OnServer, ForgetsAStoreWithItsTexts) {
     const tests::TemporaryStore other;
     std::ofstream(other.folder() / "2$WAV@@11$Known.WAV");
     update();
-    CatalogueTest::update(other.directory());
-    {
-        platform::Status status;
-        const auto catalogue = open(Access::update);
-        const auto known = storeOf(*catalogue, store.directory(), status);
-        EXPECT_TRUE(catalogue->removeStore(known->id).ok());
-        EXPECT_TRUE(catalogue->commit().ok());
-        EXPECT_TRUE(catalogue->tidy(false).ok());
-    }
-    EXPECT_PRED2(holds, asked().front(), "is not in the catalogue, which has");
-    EXPECT_EQ(CatalogueTest::asked(other.directory()), CatalogueTest::walked(other.directory()));
+    update(other.directory());
+    forget();
     EXPECT_EQ(run("SELECT string_agg(text, ',') FROM ovsearch.texts"), "Known");
 }
 
@@ -209,7 +128,7 @@ TEST_F(OnServer, SaysThatTheServerWasLostAndFindsItAgain) {
     EXPECT_PRED2(holds, refusal(place()), "the server cannot be reached");
     server.start();
     SearchReport found;
-    EXPECT_EQ(CatalogueTest::asked(*open(Access::ask), allOf(store.directory()), found), walked());
+    EXPECT_EQ(asked(*open(Access::ask), allOf(store.directory()), found), walked());
     UpdateMeans means;
     addMany(100, "more/");
     means.batch = 10;
@@ -217,7 +136,7 @@ TEST_F(OnServer, SaysThatTheServerWasLostAndFindsItAgain) {
         if (now.folders == 2)
             server.crash();
     };
-    EXPECT_PRED2(holds, CatalogueTest::update(store.directory(), means).status.text(), "was lost");
+    EXPECT_PRED2(holds, update(store.directory(), means).status.text(), "was lost");
     server.start();
     EXPECT_TRUE(update().status.ok());
     EXPECT_EQ(asked(), walked());

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "dictation/field_values.h"
 #include "dictation/search/matching.h"
-#include "tests/catalogue/postgres_server.h"
 #include "tests/catalogue/random_searches.h"
+#include "tests/catalogue/store_update_fixture.h"
 
 #include <map>
 
@@ -14,18 +14,9 @@ namespace {
 // How many hits have each value, as a person reads it.
 using Counts = std::map<std::string, std::int64_t>;
 
-// Where a catalogue may be.
-struct Home {
-    const char* name = "";
-    const char* database = nullptr; // what a database of a server is made with; else it is a file
-};
-
-class RandomSearch : public CatalogueTest, public ::testing::WithParamInterface<Home> {
+class RandomSearch : public AtHome {
 protected:
     RandomSearch() {
-        if (isOnServer())
-            place_ = tests::PostgresServer::get().place(
-                tests::PostgresServer::get().newDatabase(GetParam().database));
         static const Texts folders = {"",       "Ward 1/", "Ward 1/ERL/", "Müller_%/",
                                       "a/b/c/", "\xFC/",   "it's/",       "_old/"};
         for (int i = 0; i < 400; ++i)
@@ -36,9 +27,6 @@ protected:
         catalogue = open(Access::ask);
         modDictation::search(allOf(store.directory()), all);
     }
-
-    static bool isOnServer() { return GetParam().database != nullptr; }
-    std::string place() const final { return isOnServer() ? place_ : CatalogueTest::place(); }
 
     static Counts counted(Catalogue& catalogue, const Search& what, std::int32_t field) {
         Counts counts;
@@ -82,15 +70,9 @@ protected:
 
     const std::uint32_t seed = std::random_device()();
     Random random{seed};
-    tests::TemporaryStore store;
-    std::string place_;
     std::unique_ptr<Catalogue> catalogue;
     modDictation::DictationList all; // as the walk finds them
 };
-
-std::string nameOf(const ::testing::TestParamInfo<Home>& info) {
-    return info.param.name;
-}
 
 // Whatever the country of the server.
 INSTANTIATE_TEST_SUITE_P(In, RandomSearch,

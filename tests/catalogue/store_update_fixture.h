@@ -3,57 +3,80 @@
 #pragma once
 
 #include "tests/catalogue/catalogue_fixture.h"
-
-#include <fstream>
+#include "tests/catalogue/postgres_server.h"
 
 namespace ov::catalogue {
 
 using modDictation::muchLater;
 using modDictation::RandomTree;
 
-// A small store that is brought into a catalogue.
-class StoreUpdate : public CatalogueTest {
-protected:
-    StoreUpdate() {
-        store.add("one.WAV").add("ward/two.WAV").add("ward/ERL/three.WAV").add("x/four.WAV");
-    }
+// For EXPECT_PRED2, which shows both.
+inline bool holds(const std::string& text, const char* part) {
+    return text.find(part) != std::string::npos;
+}
 
-    UpdateReport update() const { return CatalogueTest::update(store.directory()); }
+// A store that is brought into a catalogue.
+class OneStore : public CatalogueTest {
+protected:
+    using CatalogueTest::asked;
+    using CatalogueTest::update;
+    using CatalogueTest::walked;
+    UpdateReport update() const { return update(store.directory()); }
     UpdateReport updateLater() const {
         UpdateMeans means;
         means.clock = muchLater;
-        return CatalogueTest::update(store.directory(), means);
+        return update(store.directory(), means);
     }
-    Texts asked() const { return CatalogueTest::asked(store.directory()); }
-    Texts walked() const { return CatalogueTest::walked(store.directory()); }
+    Texts asked() const { return asked(store.directory()); }
+    Texts walked() const { return walked(store.directory()); }
     Store known() const {
         std::vector<Store> stores;
         EXPECT_TRUE(open(Access::ask)->stores(stores).ok());
         return stores.empty() ? Store() : stores.front();
     }
-    // Of the catalogue's file and those beside it.
-    std::string bytes() const {
-        return read("catalogue.db") + read("catalogue.db-wal") + read("catalogue.db-shm");
-    }
-    // Writes a number into the head of the file.
-    void setHead(std::streamoff offset, char value) const {
-        std::fstream file(platform::toNativePath(place()),
-                          std::ios::binary | std::ios::in | std::ios::out);
-        file.seekp(offset);
-        file.put(value);
-    }
-    std::string refusal() const {
+    void forget() const {
         platform::Status status;
-        EXPECT_EQ(openCatalogue(place(), Access::ask, status), nullptr);
-        return status.text();
+        const auto catalogue = open(Access::update);
+        EXPECT_TRUE(
+            catalogue->removeStore(storeOf(*catalogue, store.directory(), status)->id).ok());
+        EXPECT_TRUE(catalogue->commit().ok());
+        EXPECT_TRUE(catalogue->tidy(false).ok());
+    }
+    static std::string refusal(const std::string& place, Access access = Access::ask) {
+        platform::Status status;
+        EXPECT_EQ(openCatalogue(place, access, status), nullptr);
+        return status.description();
+    }
+    void addMany(int count, const std::string& folder = "many/") {
+        for (int i = 0; i < count; ++i)
+            store.add(folder + "2$WAV@@11$" + std::to_string(i) + std::string(150, 'x') + ".WAV");
     }
 
     tests::TemporaryStore store;
 };
 
-// For EXPECT_PRED2, which shows both.
-inline bool holds(const std::string& text, const char* part) {
-    return text.find(part) != std::string::npos;
+// Where a catalogue may be.
+struct Home {
+    const char* name = "";
+    const char* database = nullptr; // what a database of a server is made with; else it is a file
+};
+
+inline std::string nameOf(const ::testing::TestParamInfo<Home>& info) {
+    return info.param.name;
 }
+
+class AtHome : public OneStore, public ::testing::WithParamInterface<Home> {
+protected:
+    static bool isOnServer() { return GetParam().database != nullptr; }
+    std::string place() const final { return isOnServer() ? place_ : OneStore::place(); }
+
+private:
+    static std::string placeOnServer() {
+        auto& server = tests::PostgresServer::get();
+        return server.place(server.newDatabase(GetParam().database));
+    }
+
+    std::string place_ = isOnServer() ? placeOnServer() : std::string();
+};
 
 } // namespace ov::catalogue

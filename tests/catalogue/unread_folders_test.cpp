@@ -9,7 +9,18 @@
 
 namespace ov::catalogue {
 
-TEST_F(StoreUpdate, TakesNothingThatCannotBeReadForEmpty) {
+namespace {
+
+class UnreadFolders : public OneStore {
+protected:
+    UnreadFolders() {
+        store.add("one.WAV").add("ward/two.WAV").add("ward/ERL/three.WAV").add("x/four.WAV");
+    }
+};
+
+} // namespace
+
+TEST_F(UnreadFolders, TakesNothingThatCannotBeReadForEmpty) {
     update();
     const Texts before = asked();
     fs::rename(store.folder(), store.folder().native() + "-aside");
@@ -22,16 +33,16 @@ TEST_F(StoreUpdate, TakesNothingThatCannotBeReadForEmpty) {
     fs::rename(store.folder().native() + "-aside", store.folder());
     tests::TemporaryStore flat;
     flat.add("a.WAV");
-    CatalogueTest::update(flat.directory());
+    update(flat.directory());
     fs::rename(flat.folder(), flat.folder().native() + "-aside");
     fs::create_directory(flat.folder());
-    EXPECT_PRED2(holds, CatalogueTest::update(flat.directory()).status.text(),
+    EXPECT_PRED2(holds, update(flat.directory()).status.text(),
                  "perhaps nothing is mounted there");
     fs::remove(flat.folder());
     fs::rename(flat.folder().native() + "-aside", flat.folder());
 }
 
-TEST_F(StoreUpdate, KeepsWhatWasMountedBelow) {
+TEST_F(UnreadFolders, KeepsWhatWasMountedBelow) {
     const std::string server = store.addFolder("server").native("server");
     const auto mountsIn = [&] { // a place of its own, which goes with the process
         return unshare(CLONE_NEWNS) == 0 &&
@@ -55,7 +66,7 @@ TEST_F(StoreUpdate, KeepsWhatWasMountedBelow) {
     }));
 }
 
-TEST_F(StoreUpdate, LeavesAStoreThatGoesAwayMeanwhile) {
+TEST_F(UnreadFolders, LeavesAStoreThatGoesAwayMeanwhile) {
     update();
     const Texts before = asked();
     const std::string aside = store.folder().native() + "-aside";
@@ -64,13 +75,13 @@ TEST_F(StoreUpdate, LeavesAStoreThatGoesAwayMeanwhile) {
         if (report.folders == 1 && !fs::exists(aside))
             fs::rename(store.folder(), aside);
     };
-    EXPECT_PRED2(holds, CatalogueTest::update(store.directory(), means).status.text(),
+    EXPECT_PRED2(holds, update(store.directory(), means).status.text(),
                  "unmounted or moved during the update");
     EXPECT_EQ(asked(), before);
     fs::rename(aside, store.folder());
 }
 
-TEST_F(StoreUpdate, KeepsAFolderThatCannotBeRead) {
+TEST_F(UnreadFolders, KeepsAFolderThatCannotBeRead) {
     update();
     const Texts before = asked();
     fs::permissions(store.folder() / "ward", fs::perms::none);
@@ -85,14 +96,14 @@ TEST_F(StoreUpdate, KeepsAFolderThatCannotBeRead) {
     }));
     fs::permissions(store.folder() / "ward", fs::perms::all);
     SearchReport report;
-    EXPECT_EQ(CatalogueTest::asked(*open(Access::ask), allOf(store.directory()), report), before);
+    EXPECT_EQ(asked(*open(Access::ask), allOf(store.directory()), report), before);
     EXPECT_EQ(report.foldersUnreadable, 1);
     update();
-    CatalogueTest::asked(*open(Access::ask), allOf(store.directory()), report = {});
+    asked(*open(Access::ask), allOf(store.directory()), report = {});
     EXPECT_EQ(report.foldersUnreadable, 0);
 }
 
-TEST_F(StoreUpdate, IsComparedWithWhatIsThere) {
+TEST_F(UnreadFolders, IsComparedWithWhatIsThere) {
     store.addLink("ward/loop", "..");
     update();
     const auto checked = [&] {
