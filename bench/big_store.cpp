@@ -6,6 +6,7 @@
 // Makes a big store of empty dictations: only their names matter to a search. Folders lie two
 // and three deep, a hundred in each house: "House 07/Ward 42" and "House 07/Ward 42/ERL".
 
+#include "bench_main.h"
 #include "demo/demo_names.h"
 
 #include <CLI/CLI.hpp>
@@ -16,7 +17,6 @@
 #include <cstdio>
 #include <cstring>
 #include <fcntl.h>
-#include <iostream>
 #include <stdexcept>
 #include <string>
 #include <sys/stat.h>
@@ -99,10 +99,5 @@ int run(int argc, char** argv) {
 } // namespace
 
 int main(int argc, char** argv) {
-    try {
-        return run(argc, argv);
-    } catch (const std::exception& error) {
-        std::cerr << "ovbench_store: " << error.what() << '\n';
-        return 1;
-    }
+    return ov::bench::runToEnd("ovbench_store", run, argc, argv);
 }

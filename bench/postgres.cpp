@@ -7,6 +7,7 @@
 // would have to be listed, and asks it: alone, and by many readers during an update. `--keep` asks
 // what an earlier run has loaded.
 
+#include "bench_main.h"
 #include "catalogue/catalogue_search.h"
 #include "catalogue/kept_values.h"
 #include "demo/demo_names.h"
@@ -247,10 +248,5 @@ int run(int argc, char** argv) {
 } // namespace
 
 int main(int argc, char** argv) {
-    try {
-        return run(argc, argv);
-    } catch (const std::exception& error) {
-        std::cerr << "ovbench_postgres: " << error.what() << '\n';
-        return 1;
-    }
+    return ov::bench::runToEnd("ovbench_postgres", run, argc, argv);
 }
