@@ -185,35 +185,55 @@ void askAlone(const std::string& place) {
     }
 }
 
-// The median of all that the readers took in that time.
-double medianOfReaders(const std::string& place, int readers, std::chrono::seconds span) {
-    std::vector<std::vector<double>> times(static_cast<std::size_t>(readers));
+// Those who ask at the same time.
+struct Readers {
+    int count = 1;
+    std::chrono::milliseconds pause{0}; // after each answer, as who reads it makes one
+};
+
+// What one of them takes for each search.
+std::vector<double> searchesOf(const std::string& place, std::chrono::milliseconds pause) {
+    constexpr std::chrono::seconds span{10};
+    const auto catalogue = open(place, Access::ask);
+    std::vector<double> times;
+    for (const auto end = Clock::now() + span; Clock::now() < end;) {
+        times.push_back(ask(*catalogue, selective()).seconds);
+        std::this_thread::sleep_for(pause);
+    }
+    return times;
+}
+
+double medianOf(const std::string& place, const Readers& readers) {
+    std::vector<std::vector<double>> times(static_cast<std::size_t>(readers.count));
     std::atomic<int> failures = 0;
     {
         std::vector<std::jthread> threads;
-        for (auto& own : times)
+        for (auto& own : times) {
+            std::this_thread::sleep_for(readers.pause / readers.count); // not all in step
             threads.emplace_back([&] {
                 try {
-                    const auto catalogue = open(place, Access::ask);
-                    for (const auto end = Clock::now() + span; Clock::now() < end;)
-                        own.push_back(ask(*catalogue, selective()).seconds);
+                    own = searchesOf(place, readers.pause);
                 } catch (const std::exception& error) {
                     ++failures;
                     std::cerr << error.what() << '\n';
                 }
             });
+        }
     }
     std::vector<double> all;
     for (const auto& own : times)
         all.insert(all.end(), own.begin(), own.end());
-    std::printf("%d readers: %.1f ms, %zu searches, %d failures\n", readers, 1000 * medianOf(all),
+    const double median = medianOf(all);
+    std::printf("%d readers, pauses of %lld ms: %.1f ms, %zu searches, %d failures\n",
+                readers.count, static_cast<long long>(readers.pause.count()), 1000 * median,
                 all.size(), failures.load());
-    return medianOf(all);
+    return median;
 }
 
 void askTogether(const std::string& place, std::int64_t count, int readers) {
-    constexpr std::chrono::seconds span{10};
-    const double alone = medianOfReaders(place, 1, span);
+    constexpr std::chrono::seconds thought{1};
+    const double alone = medianOf(place, {1, thought});
+    const double alwaysAlone = medianOf(place, {1});
     std::atomic<bool> isOver = false;
     std::jthread updater([&] {
         Loader loader(place);
@@ -222,9 +242,11 @@ void askTogether(const std::string& place, std::int64_t count, int readers) {
             loader.commit();
         }
     });
-    const double together = medianOfReaders(place, readers, span);
+    const double together = medianOf(place, {readers, thought});
+    const double always = medianOf(place, {readers});
     isOver = true;
-    std::printf("during an update: %.1f times one reader's\n", together / alone);
+    std::printf("during an update: %.1f times one reader's, without pauses %.1f times\n",
+                together / alone, always / alwaysAlone);
 }
 
 int run(int argc, char** argv) {

@@ -2,9 +2,16 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "tests/catalogue/postgres_server.h"
 #include "tests/catalogue/store_update_fixture.h"
 
 namespace ov::catalogue {
+
+// A new database, made with these words of CREATE DATABASE.
+inline std::string placeOnServer(const char* how) {
+    auto& server = tests::PostgresServer::get();
+    return server.place(server.newDatabase(how));
+}
 
 // A store, and a catalogue of it in a database of its own.
 class OnServer : public OneStore {

@@ -6,6 +6,10 @@
 
 namespace ov::catalogue {
 
+INSTANTIATE_TEST_SUITE_P(In, StoreUpdate,
+                         ::testing::Values(Home{"ADatabase", [] { return placeOnServer(""); }}),
+                         nameOf);
+
 TEST_F(OnServer, ForgetsAStoreWithItsTexts) {
     const tests::TemporaryStore other;
     std::ofstream(other.folder() / "2$WAV@@11$Known.WAV");

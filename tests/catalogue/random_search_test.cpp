@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "dictation/field_values.h"
 #include "dictation/search/matching.h"
+#include "tests/catalogue/postgres_fixture.h"
 #include "tests/catalogue/random_searches.h"
-#include "tests/catalogue/store_update_fixture.h"
 
 #include <map>
 
@@ -75,12 +75,16 @@ protected:
 };
 
 // Whatever the country of the server.
-INSTANTIATE_TEST_SUITE_P(In, RandomSearch,
-                         ::testing::Values(Home{"AFile"}, Home{"C", "LOCALE 'C'"},
-                                           Home{"CUtf8", "LOCALE 'C.UTF-8'"},
-                                           Home{"German", "LOCALE_PROVIDER icu ICU_LOCALE 'de-DE'"
-                                                          " LOCALE 'C.UTF-8'"}),
-                         nameOf);
+INSTANTIATE_TEST_SUITE_P(
+    In, RandomSearch,
+    ::testing::Values(Home{"AFile"}, Home{"C", [] { return placeOnServer("LOCALE 'C'"); }},
+                      Home{"CUtf8", [] { return placeOnServer("LOCALE 'C.UTF-8'"); }},
+                      Home{"German",
+                           [] {
+                               return placeOnServer("LOCALE_PROVIDER icu ICU_LOCALE 'de-DE'"
+                                                    " LOCALE 'C.UTF-8'");
+                           }}),
+    nameOf);
 
 } // namespace
 

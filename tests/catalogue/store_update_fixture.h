@@ -3,7 +3,6 @@
 #pragma once
 
 #include "tests/catalogue/catalogue_fixture.h"
-#include "tests/catalogue/postgres_server.h"
 
 namespace ov::catalogue {
 
@@ -58,7 +57,7 @@ protected:
 // Where a catalogue may be.
 struct Home {
     const char* name = "";
-    const char* database = nullptr; // what a database of a server is made with; else it is a file
+    std::string (*makePlace)() = nullptr; // on a server; else it is a file
 };
 
 inline std::string nameOf(const ::testing::TestParamInfo<Home>& info) {
@@ -67,16 +66,18 @@ inline std::string nameOf(const ::testing::TestParamInfo<Home>& info) {
 
 class AtHome : public OneStore, public ::testing::WithParamInterface<Home> {
 protected:
-    static bool isOnServer() { return GetParam().database != nullptr; }
+    static bool isOnServer() { return GetParam().makePlace != nullptr; }
     std::string place() const final { return isOnServer() ? place_ : OneStore::place(); }
 
 private:
-    static std::string placeOnServer() {
-        auto& server = tests::PostgresServer::get();
-        return server.place(server.newDatabase(GetParam().database));
-    }
+    std::string place_ = isOnServer() ? GetParam().makePlace() : std::string();
+};
 
-    std::string place_ = isOnServer() ? placeOnServer() : std::string();
+class StoreUpdate : public AtHome {
+protected:
+    StoreUpdate() {
+        store.add("one.WAV").add("ward/two.WAV").add("ward/ERL/three.WAV").add("x/four.WAV");
+    }
 };
 
 } // namespace ov::catalogue

@@ -36,8 +36,7 @@ TEST_F(UnreadFolders, TakesNothingThatCannotBeReadForEmpty) {
     update(flat.directory());
     fs::rename(flat.folder(), flat.folder().native() + "-aside");
     fs::create_directory(flat.folder());
-    EXPECT_PRED2(holds, update(flat.directory()).status.text(),
-                 "perhaps nothing is mounted there");
+    EXPECT_PRED2(holds, update(flat.directory()).status.text(), "perhaps nothing is mounted there");
     fs::remove(flat.folder());
     fs::rename(flat.folder().native() + "-aside", flat.folder());
 }

@@ -127,7 +127,8 @@ TEST_F(SoundOutputs, AreNamedInTheTerminal) {
     run.arguments = {"devices"};
     EXPECT_PRED2(tests::holds, tests::runProgram(OV_SEARCH_PROGRAM, run).output, "  Elsewhere\n");
     run.arguments = {"play", "--to", "1", "--device", "else", store_.native("tone.WAV")};
-    EXPECT_EQ(tests::runProgram(OV_SEARCH_PROGRAM, run).exitCode, 0);
+    const tests::ProgramResult played = tests::runProgram(OV_SEARCH_PROGRAM, run);
+    EXPECT_EQ(played.exitCode, 0) << played.errors;
     EXPECT_NEAR(heard(*elsewhere_), 1, 0.2);
     EXPECT_EQ(heard(*nowhere_), 0);
 }
