@@ -57,6 +57,14 @@ pid_t begin(std::vector<std::string> words, const fs::path& log) {
     _exit(127);
 }
 
+void runToEnd(std::vector<std::string> words, const fs::path& log) {
+    int status = 0;
+    const std::string program = words.front();
+    waitpid(begin(std::move(words), log), &status, 0);
+    if (status != 0)
+        throw std::runtime_error(program + " failed, see " + log.native());
+}
+
 int freePort() {
     const int connection = socket(AF_INET, SOCK_STREAM, 0);
     sockaddr_in address{};
@@ -84,14 +92,10 @@ PostgresServer::PostgresServer() {
         throw std::runtime_error("no folder for a server");
     folder_ = pattern;
     port_ = freePort();
-    int status = 0;
-    waitpid(begin({programFolder() / "initdb", "--pgdata", folder_ / "data", "--username",
-                   "postgres", "--auth", "trust", "--encoding", "UTF8", "--locale", "C",
-                   "--wal-segsize", "1", "--no-sync", "--no-instructions"},
-                  folder_ / "log"),
-            &status, 0);
-    if (status != 0)
-        throw std::runtime_error("initdb failed, see " + pattern + "/log");
+    runToEnd({programFolder() / "initdb", "--pgdata", folder_ / "data", "--username", "postgres",
+              "--auth", "trust", "--encoding", "UTF8", "--locale", "C", "--wal-segsize", "1",
+              "--no-sync", "--no-instructions"},
+             folder_ / "log");
     start();
 }
 
@@ -116,6 +120,19 @@ void PostgresServer::start() {
 void PostgresServer::crash() {
     kill(process_, SIGQUIT);
     waitpid(process_, nullptr, 0);
+}
+
+void PostgresServer::encrypt(bool encrypts) const {
+    const std::string wanted = encrypts ? "on" : "off";
+    if (encrypts)
+        runToEnd({"/usr/bin/openssl", "req", "-x509", "-newkey", "rsa:2048", "-nodes", "-subj",
+                  "/CN=localhost", "-keyout", folder_ / "data/server.key", "-out",
+                  folder_ / "data/server.crt"},
+                 folder_ / "log");
+    run("postgres", "ALTER SYSTEM SET ssl = " + wanted);
+    run("postgres", "SELECT pg_reload_conf()");
+    while (run("postgres", "SHOW ssl") != wanted)
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
 }
 
 void PostgresServer::limitFiles(rlim_t bytes) const {
