@@ -11,8 +11,9 @@ usage() {
 usage: bench/search.sh [SECTION]... [OPTION]...
 
 Sections, all when none is named: cold (a first search), threads (that list), again (other criteria,
-the same store), window (the control on the store), slow (a store whose every call takes its time),
-start (the shortest calls), growth (stores of growing size).
+the same store), catalogue (in a file, brought up to date and asked), window (the control on the
+store), slow (a store whose every call takes its time), start (the shortest calls), growth (stores of
+growing size). A catalogue on a server: bench/postgres.sh.
 
   --store DIR    measure this tree instead of one made for the run
   --build DIR    the build to measure, default build/release
@@ -48,7 +49,7 @@ while (($#)); do
     --peer-runs) peer_runs=${2:?--peer-runs needs a number} && shift ;;
     --sizes) sizes=${2:?--sizes needs numbers} && shift ;;
     -h | --help) usage && exit 0 ;;
-    cold | threads | again | window | slow | start | growth) sections+=" $1 " ;;
+    cold | threads | again | catalogue | window | slow | start | growth) sections+=" $1 " ;;
     *) usage >&2 && exit 2 ;;
     esac
     shift
@@ -84,6 +85,7 @@ check_hits "$store"
 ! wanted cold || measure_cold "$store"
 ! wanted threads || measure_threads "$store" "How many threads pay"
 ! wanted again || measure_again "$store" "Searched again, other criteria, the same store"
+! wanted catalogue || measure_catalogue "$store"
 ! wanted window || measure_window "$store"
 ! wanted slow || measure_slow "$store"
 ! wanted start || measure_start

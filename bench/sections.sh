@@ -11,6 +11,9 @@ criteria=(-c 'priority = HOCH' -c 'author contains öztürk')
 question="LC_ALL=C.UTF-8 grep -aiE '@@5\\\$(HOCH|2)(@@|\\.wav\$)'"
 question+=" | LC_ALL=C.UTF-8 grep -aiE '@@14\\\$([^@]|@[^@])*öztürk'"
 
+in_subject=(-c 'subject contains brief')
+question_in_subject="LC_ALL=C.UTF-8 grep -aiE '@@11\\\$([^@]|@[^@])*brief'"
+
 make_store() { # DIR COUNT FOLDERS
     echo "making a store of $2 dictations..." >&2
     "$bin/ovbench_store" "$1" --count "$2" --folders "$3"
@@ -140,6 +143,44 @@ measure_window() { # DIR
     [[ -x $bin/ovbench_window ]] || return 0
     printf '\nIn the window, one run\n'
     "$bin/ovbench_window" "$1" 2>"$work/window.log" || cat "$work/window.log"
+}
+
+# A catalogue in a file, beside the walk. The first of the commands is the walk.
+measure_catalogue() { # DIR
+    local file=$work/catalogue/store.db
+    local update=("$bin/ovsearch" catalogue update "$1" --to "$file" --settings "$work/settings")
+    local count_by=("$bin/ovsearch" find "$1" --settings "$work/settings" --count-by author)
+    local find="find '$1' -iname '*.wav' |"
+    mkdir -m 700 "${file%/*}"
+    forget_commands
+    add_command "ovsearch, no criterion: a walk" "$runs" "${search[@]}" "$1"
+    add_pipeline "catalogue update, the first" "$runs" "rm -f '$file'*; ${update[*]@Q}"
+    add_command "catalogue update, nothing changed" "$runs" "${update[@]}"
+    measure
+    print_measured "A catalogue in a file is brought up to date"
+    printf '%-40s %5s %9d MiB\n' "its size" "" "$(($(stat -c %s "$file") >> 20))"
+    expect "hits in the catalogue" \
+        "$("${search[@]}" "$1" "${criteria[@]}" --catalogue "$file" | wc -l)" "$hits"
+    expect "subjects in the catalogue" \
+        "$("${search[@]}" "$1" "${in_subject[@]}" --catalogue "$file" | wc -l)" \
+        "$(bash -c "$find $question_in_subject" | wc -l)"
+    forget_commands
+    add_command "catalogue, two criteria" "$runs" \
+        "${search[@]}" "$1" "${criteria[@]}" --catalogue "$file"
+    add_pipeline "find and grep, the same question" "$runs" "$find $question"
+    measure
+    print_measured "A catalogue in a file is asked: word in author, priority"
+    forget_commands
+    add_command "catalogue, contains in subject" "$runs" \
+        "${search[@]}" "$1" "${in_subject[@]}" --catalogue "$file"
+    add_pipeline "find and grep, the same question" "$runs" "$find $question_in_subject"
+    measure
+    print_measured "Contains in the subject, $("${search[@]}" "$1" "${in_subject[@]}" | wc -l) hits"
+    forget_commands
+    add_command "catalogue, --count-by author" "$runs" "${count_by[@]}" --catalogue "$file"
+    add_command "the walk, --count-by author" "$runs" "${count_by[@]}"
+    measure
+    print_measured "Counted by author"
 }
 
 measure_start() {
