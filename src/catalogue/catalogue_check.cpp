@@ -6,6 +6,7 @@
 #include "dictation/listing/folder_listing.h"
 
 #include <algorithm>
+#include <random>
 #include <unordered_map>
 
 namespace ov::catalogue {
@@ -72,11 +73,12 @@ Status contentOf(const std::string& directory, const std::string& root, Content&
     return status;
 }
 
-// Those that are looked at, by their directories, with what the catalogue has in them.
+// Those that are looked at, by their directories, with what the catalogue has in them. Others each
+// time, so that many checks see them all.
 Status readKnown(Catalogue& catalogue, const std::vector<Folder>& folders, std::size_t most,
                  std::unordered_map<std::string, Content>& known) {
-    const std::size_t step = std::max<std::size_t>(folders.size() / most, 1);
-    for (std::size_t i = 0; i < folders.size(); i += step)
+    const std::size_t step = std::max<std::size_t>((folders.size() + most - 1) / most, 1);
+    for (std::size_t i = std::random_device()() % step; i < folders.size(); i += step)
         if (Status read = catalogue.names(folders[i].id, known[folders[i].path].dictations);
             !read.ok())
             return read;

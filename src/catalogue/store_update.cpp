@@ -4,8 +4,10 @@
 
 #include "catalogue/tree_update.h"
 #include "platform/files.h"
+#include "platform/threads/errand.h"
 
 #include <cerrno>
+#include <optional>
 #include <utility>
 
 namespace ov::catalogue {
@@ -24,6 +26,28 @@ Status refuseNested(const std::string& root, const Store& known) {
     if (known.root.starts_with(root))
         return {EEXIST, platform::toNativePath(root),
                 "holds the store " + other + ", which the catalogue has; forget that one before"};
+    return {};
+}
+
+using Id = std::optional<platform::DirectoryId>;
+
+// Of a root that may be on a server that is dead, or on another machine.
+Id idOf(const std::string& root) {
+    platform::Errand<Id> errand([root] {
+        const auto stamp = platform::directoryStamp(root);
+        return stamp ? Id(stamp->id) : Id();
+    });
+    return errand.wait(platform::patience) ? errand.take() : Id();
+}
+
+// A new one by another path.
+Status refuseKnown(const std::string& root, const std::vector<Store>& stores) {
+    const Id id = idOf(root);
+    for (const Store& known : stores)
+        if (id && idOf(known.root) == id)
+            return {EEXIST, platform::toNativePath(root),
+                    "is the store " + platform::toNativePath(known.root) +
+                        ", which the catalogue has; update that one"};
     return {};
 }
 
@@ -49,6 +73,8 @@ UpdateReport updateStore(Catalogue& catalogue, const std::string& root, const Up
             if (known.root == root)
                 store = known;
         }
+        if (Status refused = store.id == 0 ? refuseKnown(root, stores) : Status(); !refused.ok())
+            return refused;
         if (Status put = catalogue.putStore(store); !put.ok())
             return put;
         return catalogue.folders(store.id, folders);

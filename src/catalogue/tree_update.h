@@ -56,6 +56,7 @@ private:
     void meetEmptyPlace(const AheadFolder& folder);
     Entry& entryOf(const AheadFolder& folder);
     void see(Entry& entry);
+    std::vector<Entry*> knownBelow(const std::string& path);
     void keep(const AheadFolder& folder, const platform::Status& problem);
     void commitNowAndThen();
     void finish();
@@ -69,6 +70,7 @@ private:
     const std::optional<AskedFolders> asked_;
     const modDictation::ListingMemory::Moment begun_;
     std::vector<Entry*> order_; // those that were known, by their places
+    std::vector<Entry*> byPath_; // the same, once they are asked for
     std::unordered_map<std::string, Entry> entries_;
     modDictation::ListingAhead listing_;
     platform::DirectoryId rootId_;

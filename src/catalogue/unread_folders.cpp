@@ -3,6 +3,7 @@
 #include "catalogue/tree_update.h"
 #include "platform/files.h"
 
+#include <algorithm>
 #include <cerrno>
 
 // What an update makes of folders that cannot be read, or should not be believed.
@@ -34,6 +35,21 @@ void TreeUpdate::meetProblem(const AheadFolder& folder) {
     keep(folder, folder.problem);
 }
 
+// By their places, which are not those of their paths where an update was broken off.
+std::vector<TreeUpdate::Entry*> TreeUpdate::knownBelow(const std::string& path) {
+    const auto pathOf = [](const Entry* entry) -> const std::string& { return entry->folder.path; };
+    if (byPath_.empty()) {
+        byPath_ = order_;
+        std::ranges::sort(byPath_, {}, pathOf);
+    }
+    const auto first = std::ranges::upper_bound(byPath_, path, {}, pathOf);
+    const auto last = std::find_if_not(
+        first, byPath_.end(), [&](const Entry* entry) { return pathOf(entry).starts_with(path); });
+    std::vector<Entry*> below(first, last);
+    std::ranges::sort(below, {}, &Entry::index);
+    return below;
+}
+
 // What is known of it and all below.
 void TreeUpdate::keep(const AheadFolder& folder, const Status& problem) {
     constexpr std::size_t mostProblems = 100;
@@ -45,9 +61,8 @@ void TreeUpdate::keep(const AheadFolder& folder, const Status& problem) {
     entry.folder.problem = problem.text();
     entry.folder.settled = Settled::no;
     check(writing().putFolder(store_.id, entry.folder));
-    for (Entry* known : order_)
-        if (known != &entry && known->folder.path.starts_with(folder.path))
-            see(*known);
+    for (Entry* known : knownBelow(folder.path))
+        see(*known);
     commitNowAndThen();
 }
 

@@ -184,8 +184,11 @@ TEST_P(StoreUpdate, KeepsStoresApart) {
     EXPECT_EQ(asked(other.directory()), walked(other.directory()));
 }
 
-TEST_P(StoreUpdate, RefusesAStoreInAnother) {
+TEST_P(StoreUpdate, RefusesAStoreInAnotherAndTheSameTwice) {
     update();
+    const tests::TemporaryStore other;
+    fs::create_directory_symlink(store.folder(), other.native("link"));
+    EXPECT_PRED2(holds, update(other.directory("link")).status.text(), "is the store");
     EXPECT_PRED2(holds, update(store.directory("ward")).status.text(), "lies in the store");
     const std::string above(store.directory().substr(
         0, store.directory().rfind('\\', store.directory().size() - 2) + 1));

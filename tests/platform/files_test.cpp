@@ -186,5 +186,29 @@ TEST_F(Files, WatchSaysWhichLimitWasReached) {
     EXPECT_NE(why.description().find("max_user_instances"), std::string::npos);
 }
 
+// Who goes on for months would come to the system's limit.
+TEST_F(Files, WatchesNoFolderThatWasMovedAway) {
+    const tests::TemporaryStore elsewhere;
+    store_.add("ward/a/b/one.WAV");
+    const auto watches = [] {
+        int count = 0;
+        for (const auto& entry : fs::directory_iterator("/proc/self/fdinfo")) {
+            std::ifstream info(entry.path());
+            for (std::string line; std::getline(info, line);)
+                count += line.starts_with("inotify wd") ? 1 : 0;
+        }
+        return count;
+    };
+    FolderWatch watch;
+    Status why;
+    for (const char* name : {"", "ward", "ward/a", "ward/a/b"})
+        EXPECT_EQ(watch.add(store_.directory(name), why), FolderWatch::Added::now);
+    EXPECT_EQ(watches(), 4);
+    fs::rename(store_.folder() / "ward", elsewhere.folder() / "ward");
+    while (!watch.wait(std::chrono::milliseconds(100)).empty())
+        ;
+    EXPECT_EQ(watches(), 1);
+}
+
 } // namespace
 } // namespace ov::platform

@@ -15,18 +15,32 @@ using platform::FolderEvent;
 using platform::FolderWatch;
 using platform::Status;
 
+namespace {
+
+constexpr std::chrono::seconds longestUntold{5}; // that somebody else updates
+
+bool isBusy(const UpdateReport& report) {
+    return report.status.number() == static_cast<int>(std::errc::device_or_resource_busy);
+}
+
+} // namespace
+
 StoreFollower::StoreFollower(Opening open, std::string root, FollowMeans means)
     : open_(std::move(open)), root_(std::move(root)), means_(std::move(means)) {}
 
 UpdateReport StoreFollower::run() {
-    UpdateReport report = update();
-    while (report.status.ok() && !means_.update.stop.stop_requested()) {
+    UpdateReport first = update();
+    while ((first.status.ok() || isBusy(first)) && !means_.update.stop.stop_requested()) {
         wait();
-        if (Clock::now() >= next())
-            static_cast<void>(update());
+        if (Clock::now() < next())
+            continue;
+        if (UpdateReport report = update(); isBusy(first))
+            first = std::move(report);
     }
-    report.stopped = report.stopped || means_.update.stop.stop_requested();
-    return report;
+    first.stopped = first.stopped || means_.update.stop.stop_requested();
+    if (isBusy(first) && first.stopped)
+        first.status = {};
+    return first;
 }
 
 UpdateReport StoreFollower::update() {
@@ -39,8 +53,11 @@ UpdateReport StoreFollower::update() {
     means.changes = isWhole ? nullptr : &changes;
     means.entered = [this](const std::string& directory) { watch(directory); };
     UpdateReport report = updateWith(means);
-    plan(report, isWhole, Clock::now() - begun);
-    if (means_.updated)
+    if (isBusy(report))
+        letOthers(changes, begun);
+    else
+        plan(report, isWhole, Clock::now() - begun);
+    if (means_.updated && (!isBusy(report) || begun >= busySince_ + longestUntold))
         means_.updated(report);
     return report;
 }
@@ -51,18 +68,25 @@ UpdateReport StoreFollower::updateWith(const UpdateMeans& means) const {
     return catalogue ? updateStore(*catalogue, root_, means) : report;
 }
 
+// Another one updates the catalogue, perhaps another store in it; nothing was done, and what is to
+// be done stays so.
+void StoreFollower::letOthers(ToldChanges& changes, Clock::time_point begun) {
+    constexpr std::chrono::seconds soon{1};
+    changes_.folders.merge(changes.folders);
+    busySince_ = std::min(busySince_, begun);
+    rest_ = Clock::now() + soon;
+}
+
 // At most half of the time goes by in updates.
 void StoreFollower::plan(const UpdateReport& report, bool wasWhole, Clock::duration took) {
-    constexpr std::chrono::seconds soon{1};
     constexpr std::chrono::seconds later{60}; // a server may be away for long
     const Clock::time_point now = Clock::now();
-    const bool isBusy =
-        report.status.number() == static_cast<int>(std::errc::device_or_resource_busy);
+    busySince_ = Clock::time_point::max();
     isBehind_ = !report.status.ok() || report.stopped;
     rest_ = now + took;
     nextPart_ = changes_.folders.empty() ? Clock::time_point::max() : now;
     if (!report.status.ok())
-        nextWhole_ = now + (isBusy ? soon : std::min(means_.interval, later));
+        nextWhole_ = now + std::min(means_.interval, later);
     else if (wasWhole)
         nextWhole_ = now + means_.interval;
 }

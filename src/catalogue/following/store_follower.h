@@ -18,7 +18,8 @@ struct FollowMeans {
     UpdateMeans update; // of which `changes` and `entered` are set anew
     std::chrono::seconds interval{600};
     std::function<void()> idle = {}; // once a second at least, between updates
-    std::function<void(const UpdateReport&)> updated = {}; // after each update
+    // After each update; one that others keep from beginning is told only once that lasts.
+    std::function<void(const UpdateReport&)> updated = {};
     // Told once, why the system is not told of all that changes.
     std::function<void(const platform::Status&)> restricted = {};
 };
@@ -26,7 +27,8 @@ struct FollowMeans {
 // Keeps what a catalogue has of a store up to date. The system tells which folders have changed,
 // and only these are looked at, within a second or so. From time to time, and whenever the system
 // may have missed something, all of the store is: as an update does that begins anew. The catalogue
-// is open during updates only, so that others may update it in between; who comes second waits.
+// is open during updates only, so that others may update it in between; who comes second waits,
+// also at the beginning.
 class StoreFollower {
 public:
     using Opening = std::function<std::unique_ptr<Catalogue>(platform::Status&)>;
@@ -43,6 +45,7 @@ private:
 
     UpdateReport update();
     UpdateReport updateWith(const UpdateMeans& means) const;
+    void letOthers(ToldChanges& changes, Clock::time_point begun);
     void plan(const UpdateReport& report, bool wasWhole, Clock::duration took);
     void watch(const std::string& directory);
     void wait();
@@ -59,6 +62,7 @@ private:
     bool isBehind_ = true;       // only a look at all of the store will do
     Clock::time_point nextWhole_;
     Clock::time_point nextPart_ = Clock::time_point::max();
+    Clock::time_point busySince_ = Clock::time_point::max();
     Clock::time_point rest_; // nothing is done before
 };
 

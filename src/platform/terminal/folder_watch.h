@@ -34,7 +34,7 @@ public:
         files, // what arrives, and when it is complete
         // Only which names come and go: `begun` and `arrived` are the same. File systems are
         // watched as wholes where that is allowed; else some of the system's watches are left to
-        // others.
+        // others. What is mounted in the first directory counts as lost, too.
         names,
     };
     explicit FolderWatch(Wanted wanted = Wanted::files);

@@ -85,6 +85,11 @@ FolderWatch::Added FanotifyWatch::add(const std::string& directory) {
     return FolderWatch::Added::now;
 }
 
+void FanotifyWatch::forget() {
+    fileSystems_.clear();
+    directories_.clear();
+}
+
 // `event` begins with where it happened: a fanotify_event_info_fid, and behind its handle a name.
 void FanotifyWatch::append(std::string_view event, std::uint64_t mask,
                            std::vector<FolderEvent>& events) {

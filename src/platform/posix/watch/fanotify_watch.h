@@ -25,6 +25,8 @@ public:
     int handle() const noexcept { return fanotify_.get(); }
     // Now, before or gone; refused where the file system cannot be watched in this way.
     FolderWatch::Added add(const std::string& directory);
+    // All is to be added again.
+    void forget();
     // Reads until there is something of these directories, or nothing any more.
     void append(std::vector<FolderEvent>& events);
 

@@ -76,6 +76,17 @@ FolderWatch::Added InotifyWatch::add(const std::string& directory, Status& why) 
     return FolderWatch::Added::now;
 }
 
+// With all in them: they have other paths, or none that are known.
+void InotifyWatch::remove(const std::vector<std::string>& moved) {
+    const auto isMoved = [&moved](const std::string& directory) {
+        return std::ranges::any_of(
+            moved, [&](const std::string& one) { return directory.starts_with(one); });
+    };
+    for (const auto& [number, ways] : directories_)
+        if (std::ranges::any_of(ways, isMoved))
+            inotify_rm_watch(inotify_.get(), number);
+}
+
 void InotifyWatch::append(const inotify_event& event, std::vector<FolderEvent>& events) {
     if ((event.mask & (IN_Q_OVERFLOW | IN_IGNORED)) != 0)
         events.push_back({FolderEvent::Kind::lost, {}, {}});
@@ -86,10 +97,8 @@ void InotifyWatch::append(const inotify_event& event, std::vector<FolderEvent>& 
         directories_.erase(found);
         return;
     }
-    if ((event.mask & IN_MOVE_SELF) != 0) { // it has another path, or none that is known
-        inotify_rm_watch(inotify_.get(), event.wd);
-        return;
-    }
+    if ((event.mask & IN_MOVE_SELF) != 0)
+        return remove(found->second);
     for (const std::string& directory : found->second)
         events.push_back({kindOf(event, directory + event.name), directory, event.name});
 }

@@ -27,6 +27,7 @@ public:
     void append(std::vector<FolderEvent>& events);
 
 private:
+    void remove(const std::vector<std::string>& moved);
     void append(const inotify_event& event, std::vector<FolderEvent>& events);
 
     FileDescriptor inotify_;
