@@ -69,7 +69,7 @@ private:
     const ToldChanges* const changes_;
     const std::optional<AskedFolders> asked_;
     const modDictation::ListingMemory::Moment begun_;
-    std::vector<Entry*> order_; // those that were known, by their places
+    std::vector<Entry*> order_;  // those that were known, by their places
     std::vector<Entry*> byPath_; // the same, once they are asked for
     std::unordered_map<std::string, Entry> entries_;
     modDictation::ListingAhead listing_;
