@@ -4,6 +4,8 @@
 
 #include "tests/catalogue/catalogue_fixture.h"
 
+#include <ostream>
+
 namespace ov::catalogue {
 
 using modDictation::muchLater;
@@ -59,6 +61,10 @@ struct Home {
     const char* name = "";
     std::string (*makePlace)() = nullptr; // on a server; else it is a file
 };
+
+inline void PrintTo(const Home& home, std::ostream* out) {
+    *out << home.name;
+}
 
 inline std::string nameOf(const ::testing::TestParamInfo<Home>& info) {
     return info.param.name;
