@@ -22,7 +22,9 @@ using Samples = std::vector<float>;
 constexpr std::size_t perSecond = tests::SoundServer::rate;
 constexpr const char* alias = "PBWave";
 
-class Sound : public ::testing::Test {
+// Skipped where no server can be started. `Base` is a fixture, of windows or of none.
+template <typename Base>
+class SoundTest : public Base {
 protected:
     void SetUp() override {
         server_.emplace();
@@ -35,33 +37,30 @@ protected:
         sound::WaveControl::instance().setShape({});
     }
 
-    // Writes and opens a tone of that loudness, which may rise: by so many Hz a second.
-    void openTone(const WaveKind& kind, double seconds, double loudness, double frequency,
-                  double rise = 0) {
-        Samples samples;
-        for (int i = 0; i < static_cast<int>(seconds * kind.rate); ++i) {
-            const double time = static_cast<double>(i) / kind.rate;
-            const double sample = std::sin(2 * M_PI * (frequency + rise / 2 * time) * time);
-            samples.insert(samples.end(), static_cast<std::size_t>(kind.channels),
-                           static_cast<float>(loudness * sample));
-        }
-        tests::writeWave(store_.native("a dictation.WAV"), kind, samples);
+    void write(const WaveKind& kind, const Samples& samples) const {
+        tests::writeWave(sounds_.native("a dictation.WAV"), kind, samples);
+    }
+    std::string path() const { return sounds_.path("a dictation.WAV"); }
+    void open(const WaveKind& kind, const Samples& samples) {
+        write(kind, samples);
         MciClose(alias);
-        ASSERT_EQ(MciOpen(alias, store_.path("a dictation.WAV"), "waveaudio"), "");
+        ASSERT_EQ(MciOpen(alias, path(), "waveaudio"), "");
     }
     // One whose height tells the place.
-    void openRising(const WaveKind& kind, double seconds) {
-        openTone(kind, seconds, 0.7, lowest, rises);
+    static Samples rising(const WaveKind& kind, double seconds) {
+        return tests::tone(lowest, 0.7, seconds, kind.channels, kind.rate, rises);
     }
 
-    static void waitUntil(const std::function<bool()>& state) {
+    // Between two looks at what is waited for.
+    virtual void passTime() { std::this_thread::sleep_for(std::chrono::milliseconds(1)); }
+    void waitUntil(const std::function<bool()>& state) {
         const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(60);
         while (!state()) {
             ASSERT_LT(std::chrono::steady_clock::now(), deadline) << "the state never comes";
-            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+            passTime();
         }
     }
-    static void waitForPosition(std::int32_t milliseconds) {
+    void waitForPosition(std::int32_t milliseconds) {
         waitUntil([=] { return MciGetPosition(alias) >= milliseconds; });
     }
     // A fifth of a second of silence was recorded from now on.
@@ -83,6 +82,11 @@ protected:
         return recorder_->samples(start, recorder_->count());
     }
 
+    // Where in the file what is heard there begins, in milliseconds.
+    static double placeOf(std::span<const float> piece) {
+        const double middle = (tests::frequencyOf(piece, perSecond) - lowest) / rises * 1000;
+        return middle - 500.0 * static_cast<double>(piece.size()) / perSecond;
+    }
     // Whether it is what lies in the file from there to there, in milliseconds. A machine that is
     // busy makes gaps and loses some sound: most pieces of what is between must be heard, each
     // behind the one before.
@@ -94,9 +98,7 @@ protected:
         for (auto rest : tests::soundsOf(heard, perSecond / 200)) {
             rest = rest.subspan(std::min(rest.size(), perSecond / 200)); // a start may ring
             for (; rest.size() >= size; rest = rest.subspan(size)) {
-                const double middle =
-                    (tests::frequencyOf(rest.first(size), perSecond) - lowest) / rises * 1000;
-                const double place = middle - length / 2;
+                const double place = placeOf(rest.first(size));
                 if (place < next - 100 || place > next + 1000)
                     continue;
                 places.push_back(place);
@@ -109,11 +111,13 @@ protected:
         EXPECT_GT(static_cast<double>(places.size()) * length, 0.75 * (to - from));
     }
 
-    static constexpr double lowest = 300; // what openRising() begins with
+    static constexpr double lowest = 300; // what rising() begins with
     static constexpr double rises = 300;  // by so many Hz a second
-    tests::TemporaryStore store_;
+    tests::TemporaryStore sounds_;
     std::optional<tests::SoundServer> server_;
     std::optional<tests::Recorder> recorder_;
 };
+
+using Sound = SoundTest<::testing::Test>;
 
 } // namespace ov::modMultimedia
