@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
+#include "plugin/Connector.h"
 #include "plugin/host_error.h"
 #include "plugin/plugin_library.h"
 
@@ -32,69 +33,22 @@ void print(const std::string& line) {
     std::fflush(stdout);
 }
 
-struct Sink final : IEventSink {
-    std::function<void(std::int32_t, std::string_view)> onAction;
-    std::function<void(std::int32_t, std::int32_t, IHostWindow&)> onWindow;
+struct Listener final : IEventSink {
+    std::function<void(std::string_view)> hears;
 
-    void EventSource_ActionEvent(std::int32_t action, std::int32_t,
-                                 std::string_view parameter) override {
-        if (onAction)
-            onAction(action, parameter);
+    void EventSource_ActionEvent(std::int32_t, std::int32_t, std::string_view parameter) override {
+        hears(parameter);
     }
-    void EventSource_WindowEvent(std::int32_t event, std::int32_t windowId, std::int32_t,
-                                 std::int32_t, IHostWindow& window) override {
-        if (onWindow && event != window_event::resize)
-            onWindow(event, windowId, window);
-    }
-};
-
-class ScriptedPlugIn final : public IPlugin {
-public:
-    ScriptedPlugIn() = default;
-    ~ScriptedPlugIn() override {
-        if (application_)
-            application_->EventSource()->unsubscribe(sink_);
-        print("plug-in gone");
-    }
-    ScriptedPlugIn(const ScriptedPlugIn&) = delete;
-    ScriptedPlugIn& operator=(const ScriptedPlugIn&) = delete;
-
-    void ApplicationStart(std::shared_ptr<IHostApplication> application) override {
-        if (isTold("refuse-start"))
-            throw HostError(7, "no licence");
-        application_ = std::move(application);
-        sink_.onWindow = [this](std::int32_t event, std::int32_t windowId, IHostWindow& window) {
-            print("window event " + std::to_string(event) + " of " + std::to_string(windowId));
-            if (event == window_event::load && !window.AddPlugInControl("Scripted.ctrl", *this))
-                application_->ReportPlugInFailure("Scripted");
-            if (event == window_event::queryUnload)
-                window.RemovePlugInControl(*this);
-        };
-        application_->EventSource()->subscribe(sink_);
-    }
-    std::shared_ptr<IHostApplication> Application() const override { return application_; }
-    void setPlugInDescription(std::string_view) override {}
-    std::string PlugInName() const override { return "Scripted"; }
-    std::string PlugInVersion() const override { return "1.00.0000"; }
-    std::string PlugInDescription() const override { return "Runs steps"; }
-    std::string PlugInControlName() const override { return {}; }
-    void setPlugInControlName(std::string_view) override {}
-    std::string PlugInControlContainerName() const override { return {}; }
-    void setPlugInControlContainerName(std::string_view) override {}
-    std::int32_t PlugInControlReferenceNumber() const override { return 0; }
-    void setPlugInControlReferenceNumber(std::int32_t) override {}
-    std::int32_t PlugInControlTabNumber() const override { return 0; }
-    void setPlugInControlTabNumber(std::int32_t) override {}
-
-private:
-    Sink sink_;
-    std::shared_ptr<IHostApplication> application_;
+    void EventSource_WindowEvent(std::int32_t, std::int32_t, std::int32_t, std::int32_t,
+                                 IHostWindow&) override {}
 };
 
 class ScriptedControl final : public IFormExtension {
 public:
     explicit ScriptedControl(WindowHandle parent)
-        : window_(new QLabel(u"control"_s, static_cast<QWidget*>(parent))) {}
+        : window_(new QLabel(u"control"_s, static_cast<QWidget*>(parent))) {
+        print("control made");
+    }
     ~ScriptedControl() override {
         delete window_;
         print("control gone");
@@ -106,7 +60,7 @@ public:
         plugIn_ = &plugIn;
         if (isTold("answers"))
             askAll();
-        if (isTold("events") || isTold("failing-sink"))
+        if (isTold("events") || isTold("failing-listener"))
             hearEvents(*form.EventSource());
         if (isTold("search"))
             startSearch();
@@ -135,23 +89,23 @@ private:
 
     // Of what is chosen in a menu; one of those that listen goes while others hear of it.
     void hearEvents(EventSource& source) {
-        std::array<Sink, 3> sinks;
-        for (Sink& sink : sinks)
-            sink.onAction = [&](std::int32_t action, std::string_view parameter) {
-                print("sink " + std::to_string(&sink - sinks.data()) + " hears " +
-                      std::to_string(action) + " " + std::string(parameter));
-                source.unsubscribe(sinks[1]);
-                if (isTold("failing-sink"))
+        std::array<Listener, 3> listeners;
+        for (Listener& listener : listeners)
+            listener.hears = [&](std::string_view parameter) {
+                print("listener " + std::to_string(&listener - listeners.data()) + " hears " +
+                      std::string(parameter));
+                source.unsubscribe(listeners[1]);
+                if (isTold("failing-listener"))
                     throw HostError(5, "refused");
             };
         for (const std::size_t index : {0, 1, 2, 0})
-            source.subscribe(sinks.at(index));
+            source.subscribe(listeners.at(index));
         for (const QString& language : {u"actionGerman"_s, u"actionEnglish"_s}) {
             window_->window()->findChild<QAction*>(language)->trigger();
             print("speaks " + call("PI_GetLanguage"));
         }
-        for (Sink& sink : sinks)
-            source.unsubscribe(sink);
+        for (Listener& listener : listeners)
+            source.unsubscribe(listener);
         for (const QWidget* window : QApplication::topLevelWidgets())
             if (const auto* box = qobject_cast<const QMessageBox*>(window))
                 print(box->text().section(u'\n', 0, 0).toStdString());
@@ -172,7 +126,7 @@ private:
 
 } // namespace
 
-// A plug-in that does what the variable OV_TEST_STEP names, mostly when its control is
+// The real plug-in with another control, which does what the variable OV_TEST_STEP names when it is
 // initialised, and prints what it sees of the host. OV_TEST_IID is the interface that its file
 // claims to have.
 class ScriptedLibrary final : public QObject, public IPlugInLibrary {
@@ -182,7 +136,14 @@ class ScriptedLibrary final : public QObject, public IPlugInLibrary {
 
 public:
     std::shared_ptr<IPlugin> createPlugIn(std::string_view) override {
-        return isTold("no-plug-in") ? nullptr : std::make_shared<ScriptedPlugIn>();
+        if (isTold("no-plug-in"))
+            return nullptr;
+        if (isTold("refuse-start"))
+            throw HostError(7, "no licence");
+        return {new Connector, [](const Connector* connector) {
+                    delete connector;
+                    print("plug-in gone");
+                }};
     }
     std::shared_ptr<IFormExtension> createControl(std::string_view, WindowHandle parent) override {
         return isTold("no-control") ? nullptr : std::make_shared<ScriptedControl>(parent);
