@@ -37,30 +37,24 @@ protected:
         sound::WaveControl::instance().setShape({});
     }
 
-    void write(const WaveKind& kind, const Samples& samples) const {
-        tests::writeWave(sounds_.native("a dictation.WAV"), kind, samples);
-    }
-    std::string path() const { return sounds_.path("a dictation.WAV"); }
     void open(const WaveKind& kind, const Samples& samples) {
-        write(kind, samples);
+        tests::writeWave(sounds_.native("a dictation.WAV"), kind, samples);
         MciClose(alias);
-        ASSERT_EQ(MciOpen(alias, path(), "waveaudio"), "");
+        ASSERT_EQ(MciOpen(alias, sounds_.path("a dictation.WAV"), "waveaudio"), "");
     }
-    // One whose height tells the place.
-    static Samples rising(const WaveKind& kind, double seconds) {
-        return tests::tone(lowest, 0.7, seconds, kind.channels, kind.rate, rises);
+    // A tone whose height tells the place.
+    void openRising(const WaveKind& kind, double seconds) {
+        open(kind, tests::tone(lowest, 0.7, seconds, kind.channels, kind.rate, rises));
     }
 
-    // Between two looks at what is waited for.
-    virtual void passTime() { std::this_thread::sleep_for(std::chrono::milliseconds(1)); }
-    void waitUntil(const std::function<bool()>& state) {
+    static void waitUntil(const std::function<bool()>& state) {
         const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(60);
         while (!state()) {
             ASSERT_LT(std::chrono::steady_clock::now(), deadline) << "the state never comes";
-            passTime();
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
         }
     }
-    void waitForPosition(std::int32_t milliseconds) {
+    static void waitForPosition(std::int32_t milliseconds) {
         waitUntil([=] { return MciGetPosition(alias) >= milliseconds; });
     }
     // A fifth of a second of silence was recorded from now on.
@@ -82,11 +76,6 @@ protected:
         return recorder_->samples(start, recorder_->count());
     }
 
-    // Where in the file what is heard there begins, in milliseconds.
-    static double placeOf(std::span<const float> piece) {
-        const double middle = (tests::frequencyOf(piece, perSecond) - lowest) / rises * 1000;
-        return middle - 500.0 * static_cast<double>(piece.size()) / perSecond;
-    }
     // Whether it is what lies in the file from there to there, in milliseconds. A machine that is
     // busy makes gaps and loses some sound: most pieces of what is between must be heard, each
     // behind the one before.
@@ -98,7 +87,9 @@ protected:
         for (auto rest : tests::soundsOf(heard, perSecond / 200)) {
             rest = rest.subspan(std::min(rest.size(), perSecond / 200)); // a start may ring
             for (; rest.size() >= size; rest = rest.subspan(size)) {
-                const double place = placeOf(rest.first(size));
+                const double middle =
+                    (tests::frequencyOf(rest.first(size), perSecond) - lowest) / rises * 1000;
+                const double place = middle - length / 2;
                 if (place < next - 100 || place > next + 1000)
                     continue;
                 places.push_back(place);
@@ -111,7 +102,7 @@ protected:
         EXPECT_GT(static_cast<double>(places.size()) * length, 0.75 * (to - from));
     }
 
-    static constexpr double lowest = 300; // what rising() begins with
+    static constexpr double lowest = 300; // what openRising() begins with
     static constexpr double rises = 300;  // by so many Hz a second
     tests::TemporaryStore sounds_;
     std::optional<tests::SoundServer> server_;

@@ -19,7 +19,7 @@ TEST_F(Sound, IsThatOfTheFile) {
         {SF_FORMAT_GSM610, 8000},    {SF_FORMAT_AIFF | SF_FORMAT_PCM_16, 48000}};
     for (const WaveKind& kind : kinds) {
         SCOPED_TRACE(kind.rate);
-        open(kind, rising(kind, 1.4));
+        openRising(kind, 1.4);
         const std::size_t start = recorder_->count();
         EXPECT_EQ(MciPlay(alias, -1, 0, -1), "");
         playToEnd();
@@ -29,8 +29,7 @@ TEST_F(Sound, IsThatOfTheFile) {
 }
 
 TEST_F(Sound, PausesSeeksAndStops) {
-    const WaveKind kind{SF_FORMAT_PCM_16, 16000};
-    open(kind, rising(kind, 6));
+    openRising({SF_FORMAT_PCM_16, 16000}, 6);
     const std::pair<std::int32_t, std::function<void()>> plays[] = {
         {0, [] { MciPlay(alias, -1, 0, -1); }},
         {-1, [] { MciResume(alias); }}, // where it was paused
@@ -115,7 +114,7 @@ TEST_F(Sound, ChangesSpeedButNotPitch) {
 
 TEST_F(Sound, PlaysTwoFilesUntilTheOutputVanishes) {
     open({}, tests::tone(440, 0.3, 20));
-    ASSERT_EQ(MciOpen("Two", path(), "waveaudio"), "");
+    ASSERT_EQ(MciOpen("Two", sounds_.path("a dictation.WAV"), "waveaudio"), "");
     ASSERT_EQ(MciPlay(alias, -1, 0, -1), "");
     ASSERT_EQ(MciPlay("Two", -1, 0, -1), "");
     waitForPosition(300);

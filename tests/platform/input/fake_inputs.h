@@ -8,6 +8,7 @@
 #include <condition_variable>
 #include <cstdint>
 #include <linux/input.h>
+#include <map>
 #include <mutex>
 #include <set>
 #include <string>
@@ -23,9 +24,8 @@ public:
     struct Device {
         std::string name;
         platform::InputKind kind;
-        std::set<unsigned> keys;
-        bool hasAxis = false; // X from 0 to 255, which rests in the middle
-        bool isMouse = false;
+        // By type. The axis X goes from 0 to 255 and rests in the middle.
+        std::map<unsigned, std::set<unsigned>> codes;
         std::set<unsigned> down{}; // as the kernel knows it
         bool isGrabbed = false;
     };

@@ -8,7 +8,6 @@
 #include <cstdarg>
 #include <cstring>
 #include <fcntl.h>
-#include <map>
 #include <stdexcept>
 #include <sys/ioctl.h>
 #include <sys/stat.h>
@@ -48,34 +47,21 @@ int answer(void* target, std::size_t room, const void* value, std::size_t size) 
     return static_cast<int>(std::min(room, size));
 }
 
-std::set<unsigned> typesOf(const FakeInputs::Device& device) {
-    std::set<unsigned> types{EV_SYN, EV_KEY};
-    if (device.hasAxis)
-        types.insert(EV_ABS);
-    if (device.isMouse)
-        types.insert(EV_REL);
-    return types;
-}
-
 std::set<unsigned> codesOf(const FakeInputs::Device& device, unsigned type) {
-    if (type == 0)
-        return typesOf(device);
-    if (type == EV_KEY)
-        return device.keys;
-    if (type == EV_ABS && device.hasAxis)
-        return {ABS_X};
-    return type == EV_REL && device.isMouse ? std::set<unsigned>{REL_X} : std::set<unsigned>{};
+    if (const auto found = device.codes.find(type); found != device.codes.end())
+        return found->second;
+    std::set<unsigned> types{EV_SYN};
+    for (const auto& [known, codes] : device.codes)
+        types.insert(known);
+    return type == EV_SYN ? types : std::set<unsigned>{};
 }
 
 int ask(FakeInputs::Device& device, unsigned long request, void* target) {
     const auto number = static_cast<unsigned>(_IOC_NR(request));
     const std::size_t room = _IOC_SIZE(request);
-    if (number >= 0x20 && number < 0x20 + EV_CNT) {
-        const auto bits = bitsOf(codesOf(device, number - 0x20));
-        return answer(target, room, bits.data(), bits.size());
-    }
-    if (number == _IOC_NR(EVIOCGKEY(0))) {
-        const auto bits = bitsOf(device.down);
+    const bool asksWhatIsDown = number == _IOC_NR(EVIOCGKEY(0));
+    if (asksWhatIsDown || (number >= 0x20 && number < 0x20 + EV_CNT)) {
+        const auto bits = bitsOf(asksWhatIsDown ? device.down : codesOf(device, number - 0x20));
         return answer(target, room, bits.data(), bits.size());
     }
     if (number == _IOC_NR(EVIOCGNAME(0)))

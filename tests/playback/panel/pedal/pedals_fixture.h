@@ -28,9 +28,9 @@ public:
     FakePedals& operator=(const FakePedals&) = delete;
 
     // Waits until it is known.
-    void plugIn(const std::string& file = "event3") {
+    void plugIn() {
         const std::size_t before = desk->situation().devices.size();
-        inputs.plugIn(file, {"Pedal", kind, {KEY_A, KEY_B, KEY_C, KEY_D, KEY_E, KEY_F13}});
+        inputs.plugIn("event3", {"Pedal", kind, {{EV_KEY, {KEY_A, KEY_B, KEY_C, KEY_D, KEY_E}}}});
         EXPECT_TRUE(
             QTest::qWaitFor([&] { return desk->situation().devices.size() > before; }, 20000));
     }
