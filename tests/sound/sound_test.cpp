@@ -134,8 +134,7 @@ TEST_F(Sound, PlaysTwoFilesUntilTheOutputVanishes) {
 
     recorder_.reset();
     server_.reset();
-    server_.emplace();
-    recorder_.emplace();
+    SetUp();
     EXPECT_EQ(MciPlay(alias, -1, -1, -1), "");
     waitForPosition(300);
     EXPECT_EQ(MciGetMode(alias), "playing");

@@ -4,16 +4,17 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <chrono>
 #include <cstdarg>
 #include <cstring>
 #include <fcntl.h>
+#include <mutex>
 #include <stdexcept>
 #include <sys/ioctl.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 #include <utility>
+#include <vector>
 
 namespace ov::tests {
 
@@ -145,40 +146,6 @@ void FakeInputs::setDown(const std::string& file, std::set<unsigned> keys) {
 bool FakeInputs::isGrabbed(const std::string& file) const {
     const std::lock_guard lock(kernel().mutex);
     return kernel().devices.at(file).device.isGrabbed;
-}
-
-void HeardPresses::pressed(const platform::InputPress& press) {
-    const std::lock_guard lock(mutex_);
-    lines_.push_back((press.down ? "down " : "up ") + std::to_string(press.control));
-    changed_.notify_all();
-}
-
-void HeardPresses::situationChanged(const platform::InputSituation& situation) {
-    const std::lock_guard lock(mutex_);
-    situation_ = situation;
-    names_.clear();
-    for (const platform::InputDevice& device : situation.devices)
-        names_ += (device.problem.ok() ? "" : "!") + device.name + ";";
-    changed_.notify_all();
-}
-
-std::string HeardPresses::take(std::size_t count) {
-    std::unique_lock lock(mutex_);
-    changed_.wait_for(lock, std::chrono::seconds(20), [&] { return lines_.size() >= count; });
-    std::string all;
-    for (const std::string& line : std::exchange(lines_, {}))
-        all += (all.empty() ? "" : ", ") + line;
-    return all;
-}
-
-bool HeardPresses::waitForDevices(const std::string& names) {
-    std::unique_lock lock(mutex_);
-    return changed_.wait_for(lock, std::chrono::seconds(20), [&] { return names_ == names; });
-}
-
-platform::InputSituation HeardPresses::situation() {
-    const std::lock_guard lock(mutex_);
-    return situation_;
 }
 
 // Of the device that the handle leads to, under the lock; nullptr for any other file.

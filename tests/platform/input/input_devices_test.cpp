@@ -7,12 +7,16 @@
 #include <algorithm>
 #include <array>
 #include <chrono>
+#include <condition_variable>
 #include <fcntl.h>
 #include <functional>
 #include <linux/uinput.h>
+#include <mutex>
 #include <sys/ioctl.h>
 #include <thread>
 #include <unistd.h>
+#include <utility>
+#include <vector>
 
 namespace ov::platform {
 namespace {
@@ -20,6 +24,41 @@ namespace {
 constexpr InputKind pedalKind{0x1234, 0xabcd};
 constexpr InputKind otherKind{0x1234, 0x0001};
 const std::map<unsigned, std::set<unsigned>> pedalKeys{{EV_KEY, {KEY_A, KEY_B, KEY_F13}}};
+
+// Keeps what it is told, as lines: "down 30", "up 30".
+class HeardPresses final : public InputListener {
+public:
+    void pressed(const InputPress& press) override {
+        const std::lock_guard lock(mutex_);
+        lines_.push_back((press.down ? "down " : "up ") + std::to_string(press.control));
+        changed_.notify_all();
+    }
+    void situationChanged(const InputSituation& situation) override {
+        const std::lock_guard lock(mutex_);
+        situation_ = situation;
+        changed_.notify_all();
+    }
+
+    // Waits until that many lines are there; all that came, and none is left.
+    std::string take(std::size_t count) {
+        std::unique_lock lock(mutex_);
+        changed_.wait_for(lock, std::chrono::seconds(20), [&] { return lines_.size() >= count; });
+        std::string all;
+        for (const std::string& line : std::exchange(lines_, {}))
+            all += (all.empty() ? "" : ", ") + line;
+        return all;
+    }
+    InputSituation situation() {
+        const std::lock_guard lock(mutex_);
+        return situation_;
+    }
+
+private:
+    std::mutex mutex_;
+    std::condition_variable changed_;
+    std::vector<std::string> lines_;
+    InputSituation situation_;
+};
 
 class InputDevicesTest : public ::testing::Test {
 protected:
@@ -52,8 +91,19 @@ protected:
         return state();
     }
 
+    // Until the names of the devices are these, each with ";" behind it and "!" before it where it
+    // has a problem.
+    bool waitForDevices(const std::string& names) {
+        return waitUntil([&] {
+            std::string known;
+            for (const InputDevice& device : heard.situation().devices)
+                known += (device.problem.ok() ? "" : "!") + device.name + ";";
+            return known == names;
+        });
+    }
+
     tests::FakeInputs inputs;
-    tests::HeardPresses heard;
+    HeardPresses heard;
     std::unique_ptr<InputDevices> devices;
 };
 
@@ -62,7 +112,7 @@ TEST_F(InputDevicesTest, TellsWhatGoesDownAndComesUp) {
     codes[EV_ABS] = {ABS_X};
     inputs.plugIn("event3", {"Pedal", pedalKind, codes});
     wishFor({false, {pedalKind}, {}});
-    ASSERT_TRUE(heard.waitForDevices("Pedal;"));
+    ASSERT_TRUE(waitForDevices("Pedal;"));
     struct Case {
         const char* what;
         std::vector<std::array<int, 3>> events; // type, code, value
@@ -100,7 +150,7 @@ TEST_F(InputDevicesTest, TellsWhatGoesDownAndComesUp) {
 TEST_F(InputDevicesTest, AsksHowThingsStandWhereEventsWereLost) {
     plugInPedal();
     wishFor({true, {}, {}});
-    ASSERT_TRUE(heard.waitForDevices("Pedal;"));
+    ASSERT_TRUE(waitForDevices("Pedal;"));
     inputs.sendKey("event3", KEY_A, 1);
     EXPECT_EQ(heard.take(1), "down 30");
     inputs.setDown("event3", {KEY_B}); // A came up meanwhile, and nobody was told
@@ -115,7 +165,7 @@ TEST_F(InputDevicesTest, LiftsWhatIsPressedOnOneThatGoes) {
     wishFor({false, {pedalKind}, {}});
     for (const bool isBroken : {false, true}) {
         plugInPedal();
-        ASSERT_TRUE(heard.waitForDevices("Pedal;")) << "also one that comes later";
+        ASSERT_TRUE(waitForDevices("Pedal;")) << "also one that comes later";
         inputs.sendKey("event3", KEY_A, 1);
         inputs.sendKey("event3", KEY_B, 1);
         EXPECT_EQ(heard.take(2), "down 30, down 48");
@@ -124,7 +174,7 @@ TEST_F(InputDevicesTest, LiftsWhatIsPressedOnOneThatGoes) {
         else
             inputs.pullOut("event3");
         EXPECT_EQ(heard.take(2), "up 30, up 48");
-        EXPECT_TRUE(heard.waitForDevices(""));
+        EXPECT_TRUE(waitForDevices(""));
         if (isBroken)
             inputs.pullOut("event3");
     }
@@ -136,7 +186,7 @@ TEST_F(InputDevicesTest, ReadsOnlyWhatIsWishedFor) {
     inputs.plugIn("event5", {"Mouse", otherKind, {{EV_KEY, {BTN_LEFT}}, {EV_REL, {REL_X}}}});
     inputs.plugIn("mouse0", {"No device of ours", otherKind, pedalKeys});
     wishFor({false, {pedalKind}, {}});
-    ASSERT_TRUE(heard.waitForDevices("Pedal;Keyboard;"));
+    ASSERT_TRUE(waitForDevices("Pedal;Keyboard;"));
     inputs.sendKey("event4", KEY_B, 1);
     inputs.sendKey("event3", KEY_A, 1);
     EXPECT_EQ(heard.take(1), "down 30") << "what was typed elsewhere is nobody's business";
@@ -154,7 +204,7 @@ TEST_F(InputDevicesTest, KeepsToItselfWhatIsGrabbed) {
     plugInPedal();
     inputs.setDown("event3", {KEY_A});
     wishFor({false, {pedalKind}, {pedalKind}});
-    ASSERT_TRUE(heard.waitForDevices("Pedal;"));
+    ASSERT_TRUE(waitForDevices("Pedal;"));
     inputs.sendKey("event3", KEY_B, 1);
     EXPECT_EQ(heard.take(1), "down 48");
     EXPECT_FALSE(inputs.isGrabbed("event3")) << "others would never hear that a key comes up";
@@ -178,7 +228,7 @@ TEST_F(InputDevicesTest, TellsWhyNothingIsReceived) {
     EXPECT_EQ(heard.situation().problem.kind(), Status::Kind::missing);
     fs::create_directory(store.native("later"));
     std::ofstream(store.native("later/event7")) << "no device";
-    ASSERT_TRUE(heard.waitForDevices("!" + later + "event7;")) << "looked at again";
+    ASSERT_TRUE(waitForDevices("!" + later + "event7;")) << "looked at again";
     const InputDevice refused = heard.situation().devices.front();
     EXPECT_TRUE(refused.problem.description().starts_with(later + "event7: "))
         << refused.problem.description();
