@@ -35,6 +35,7 @@ protected:
     void TearDown() override {
         MciCloseAll();
         sound::WaveControl::instance().setShape({});
+        waitUntil([] { return sound::WaveControl::instance().peak() == 0; }); // the next one asks
     }
 
     void open(const WaveKind& kind, const Samples& samples) {
