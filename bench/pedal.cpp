@@ -88,7 +88,7 @@ void measure(int argc, char** argv) {
         }).detach();
     });
     desk->setAssignments(assignments);
-    inputs.plugIn(device, {"Pedal", kind, {KEY_A}});
+    inputs.plugIn(device, {"Pedal", kind, {{EV_KEY, {KEY_A}}}});
     QApplication::exec();
     player.PlayerStop();
 }

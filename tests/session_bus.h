@@ -17,6 +17,9 @@
 #include <cstdlib>
 #include <fstream>
 #include <memory>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
 #include <vector>
 
 // A message bus of the test's own, and a program that is on it.
@@ -44,7 +47,8 @@ public:
         daemon_ = std::make_unique<Process>(
             "dbus-daemon --nofork --nopidfile --config-file=" + store_.native("bus.conf") + " >" +
             store_.native("log") + " 2>&1");
-        EXPECT_TRUE(QTest::qWaitFor([this] { return fs::exists(store_.native("bus")); }, 60000));
+        // A moment before, the socket is there and takes no connections.
+        EXPECT_TRUE(QTest::qWaitFor([this] { return takesConnections(); }, 60000));
     }
     void vanish() { daemon_ = nullptr; }
     // It takes connections and answers nobody.
@@ -52,6 +56,17 @@ public:
     void goOn() { daemon_->send(SIGCONT); }
 
 private:
+    bool takesConnections() const {
+        sockaddr_un place{};
+        place.sun_family = AF_UNIX;
+        store_.native("bus").copy(place.sun_path, sizeof place.sun_path - 1);
+        const int client = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+        const bool isTaken =
+            connect(client, reinterpret_cast<const sockaddr*>(&place), sizeof place) == 0;
+        close(client);
+        return isTaken;
+    }
+
     TemporaryStore store_;
     Environment session_{"DBUS_SESSION_BUS_ADDRESS", address()};
     std::unique_ptr<Process> daemon_;

@@ -5,12 +5,33 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <initializer_list>
 #include <span>
 #include <vector>
 
 // What is needed to compare recorded sound with a file.
 
 namespace ov::tests {
+
+// The same in every channel. It may rise, by so many Hz a second.
+inline std::vector<float> tone(double frequency, double loudness, double seconds, int channels = 1,
+                               int rate = 8000, double rise = 0) {
+    std::vector<float> samples;
+    for (int i = 0; i < static_cast<int>(seconds * rate); ++i) {
+        const double time = static_cast<double>(i) / rate;
+        const double sample = std::sin(2 * M_PI * (frequency + rise / 2 * time) * time);
+        samples.insert(samples.end(), static_cast<std::size_t>(channels),
+                       static_cast<float>(loudness * sample));
+    }
+    return samples;
+}
+
+inline std::vector<float> joined(std::initializer_list<std::vector<float>> parts) {
+    std::vector<float> all;
+    for (const std::vector<float>& part : parts)
+        all.insert(all.end(), part.begin(), part.end());
+    return all;
+}
 
 // 1 for the same shape, whatever the loudness.
 inline double correlation(std::span<const float> a, std::span<const float> b) {

@@ -18,21 +18,8 @@ namespace {
 
 constexpr int rate = 8000;
 using Samples = std::vector<float>;
-
-Samples tone(double frequency, double loudness, double seconds, int channels = 1) {
-    Samples samples;
-    for (int i = 0; i < static_cast<int>(seconds * rate); ++i)
-        samples.insert(samples.end(), static_cast<std::size_t>(channels),
-                       static_cast<float>(loudness * std::sin(2 * M_PI * frequency * i / rate)));
-    return samples;
-}
-
-Samples joined(std::initializer_list<Samples> parts) {
-    Samples all;
-    for (const Samples& part : parts)
-        all.insert(all.end(), part.begin(), part.end());
-    return all;
-}
+using tests::joined;
+using tests::tone;
 
 float peakOf(std::span<const float> samples) {
     float peak = 0;

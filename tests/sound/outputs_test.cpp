@@ -3,41 +3,26 @@
 
 // Which of two outputs hears it. Skipped where no sound server can be started.
 
-#include "playback/modMultimedia.h"
 #include "sound/output/output_choice.h"
 #include "tests/run_program.h"
-#include "tests/sound_server.h"
-#include "tests/sound_signal.h"
-#include "tests/wave_files.h"
-
-#include <gtest/gtest.h>
-
-#include <functional>
-#include <optional>
+#include "tests/sound/sound_fixture.h"
 
 namespace ov::sound {
 namespace {
 
 using namespace modMultimedia;
 
-constexpr const char* alias = "PBWave";
-
-class SoundOutputs : public ::testing::Test {
+class SoundOutputs : public Sound {
 protected:
     void SetUp() override {
-        server_.emplace();
-        if (!server_->isRunning())
-            GTEST_SKIP() << "no sound server can be started";
+        Sound::SetUp();
+        if (IsSkipped())
+            return;
         plugIn();
-        nowhere_.emplace();
-        std::vector<float> tone;
-        for (int i = 0; i < seconds * 8000; ++i)
-            tone.push_back(static_cast<float>(0.5 * std::sin(2 * M_PI * 440 * i / 8000)));
-        tests::writeWave(store_.native("tone.WAV"), {}, tone);
-        open();
+        openTone();
     }
     void TearDown() override {
-        MciCloseAll();
+        Sound::TearDown();
         OutputChoice::instance().choose({});
     }
     void plugIn() {
@@ -48,32 +33,17 @@ protected:
         elsewhere_.reset();
         ASSERT_TRUE(tests::SoundServer::pullOut());
     }
-    void open() {
-        MciClose(alias);
-        ASSERT_EQ(MciOpen(alias, store_.path("tone.WAV"), "waveaudio"), "");
-    }
-    static void waitUntil(const std::function<bool()>& state) {
-        const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(60);
-        while (!state() && std::chrono::steady_clock::now() < deadline)
-            std::this_thread::sleep_for(std::chrono::milliseconds(1));
-        EXPECT_TRUE(state());
-    }
-    static void waitForPosition(std::int32_t milliseconds) {
-        waitUntil([=] { return MciGetPosition(alias) >= milliseconds; });
-    }
+    void openTone() { open({}, tests::tone(440, 0.5, seconds)); }
     // Of sound, in all that was recorded.
     static double heard(const tests::Recorder& recorder) {
         double all = 0;
         const std::vector<float> samples = recorder.samples(0, recorder.count());
-        for (const auto piece : tests::soundsOf(samples, tests::SoundServer::rate / 200))
-            all += static_cast<double>(piece.size()) / tests::SoundServer::rate;
+        for (const auto piece : tests::soundsOf(samples, perSecond / 200))
+            all += static_cast<double>(piece.size()) / perSecond;
         return all;
     }
 
     static constexpr int seconds = 4;
-    tests::TemporaryStore store_;
-    std::optional<tests::SoundServer> server_;
-    std::optional<tests::Recorder> nowhere_;
     std::optional<tests::Recorder> elsewhere_;
 };
 
@@ -90,9 +60,9 @@ TEST_F(SoundOutputs, AreChangedWhileItPlays) {
     OutputChoice::instance().choose({});
     waitUntil([] { return MciGetMode(alias) != "playing"; });
     EXPECT_EQ(MciGetPosition(alias), seconds * 1000) << "it went on to its end";
-    nowhere_->waitForMore(tests::SoundServer::rate / 2);
+    recorder_->waitForMore(perSecond / 2);
     EXPECT_NEAR(heard(*elsewhere_), (movedBack - moved) / 1000.0, 0.25);
-    EXPECT_NEAR(heard(*nowhere_) + heard(*elsewhere_), seconds, 0.3) << "all of it, once";
+    EXPECT_NEAR(heard(*recorder_) + heard(*elsewhere_), seconds, 0.3) << "all of it, once";
 }
 
 TEST_F(SoundOutputs, AreReplacedWhileTheyAreGone) {
@@ -101,22 +71,22 @@ TEST_F(SoundOutputs, AreReplacedWhileTheyAreGone) {
     ASSERT_EQ(MciPlay(alias, -1, 0, -1), "");
     waitForPosition(500);
     EXPECT_EQ(choice.missing(), "");
-    EXPECT_EQ(heard(*nowhere_), 0);
+    EXPECT_EQ(heard(*recorder_), 0);
     pullOut();
     waitUntil([] { return MciGetMode(alias) == "ERROR"; });
     ASSERT_EQ(MciPlay(alias, -1, -1, -1), "");
     EXPECT_EQ(choice.missing(), "Elsewhere");
     waitForPosition(seconds * 500);
-    EXPECT_GT(heard(*nowhere_), 0.3);
+    EXPECT_GT(heard(*recorder_), 0.3);
 
     plugIn();
-    open();
-    const double before = heard(*nowhere_);
+    openTone();
+    const double before = heard(*recorder_);
     ASSERT_EQ(MciPlay(alias, -1, 0, -1), "");
     EXPECT_EQ(choice.missing(), "");
     waitForPosition(1000);
     EXPECT_GT(heard(*elsewhere_), 0.5);
-    EXPECT_NEAR(heard(*nowhere_), before, 0.3) << "what was still on its way";
+    EXPECT_NEAR(heard(*recorder_), before, 0.3) << "what was still on its way";
 }
 
 TEST_F(SoundOutputs, AreNamedInTheTerminal) {
@@ -126,11 +96,11 @@ TEST_F(SoundOutputs, AreNamedInTheTerminal) {
     EXPECT_PRED2(tests::holds, listed, R"("name":"Elsewhere"})");
     run.arguments = {"devices"};
     EXPECT_PRED2(tests::holds, tests::runProgram(OV_SEARCH_PROGRAM, run).output, "  Elsewhere\n");
-    run.arguments = {"play", "--to", "1", "--device", "else", store_.native("tone.WAV")};
+    run.arguments = {"play", "--to", "1", "--device", "else", sounds_.native("a dictation.WAV")};
     const tests::ProgramResult played = tests::runProgram(OV_SEARCH_PROGRAM, run);
     EXPECT_EQ(played.exitCode, 0) << played.errors;
     EXPECT_NEAR(heard(*elsewhere_), 1, 0.2);
-    EXPECT_EQ(heard(*nowhere_), 0);
+    EXPECT_EQ(heard(*recorder_), 0);
 }
 
 } // namespace

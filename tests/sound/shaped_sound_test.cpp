@@ -10,14 +10,9 @@ namespace {
 
 // Speech with a peak in it, three times as loud.
 TEST_F(Sound, IsBoostedWithoutClipping) {
-    Samples samples(24000);
-    for (std::size_t i = 0; i < samples.size(); ++i) {
-        const double loudness = i / 4000 % 3 == 2 ? 0.9 : 0.1;
-        samples[i] =
-            static_cast<float>(loudness * std::sin(2 * M_PI * 440 * static_cast<double>(i) / 8000));
-    }
-    tests::writeWave(store_.native("a.WAV"), {}, samples);
-    ASSERT_EQ(MciOpen(alias, store_.path("a.WAV"), "waveaudio"), "");
+    const Samples soft = tests::tone(440, 0.1, 1);
+    const Samples peak = tests::tone(440, 0.9, 0.5);
+    open({}, tests::joined({soft, peak, soft, peak}));
     sound::WaveControl::instance().setShape({300, false, false, false});
     const std::size_t start = recorder_->count();
     ASSERT_EQ(MciPlay(alias, -1, 0, -1), "");
@@ -29,28 +24,20 @@ TEST_F(Sound, IsBoostedWithoutClipping) {
     // A clipped sine is flat on top.
     EXPECT_LT(std::count_if(heard.begin(), heard.end(), [](float s) { return s > 0.885; }),
               static_cast<std::ptrdiff_t>(heard.size() / 12));
-    std::size_t soft = 0;
+    std::size_t tripled = 0;
     for (std::size_t i = 0; i + perSecond / 100 < heard.size(); i += perSecond / 100) {
         const auto piece = std::span(heard).subspan(i, perSecond / 100);
-        soft += std::fabs(*std::max_element(piece.begin(), piece.end()) - 0.3F) < 0.02F ? 1U : 0U;
+        tripled +=
+            std::fabs(*std::max_element(piece.begin(), piece.end()) - 0.3F) < 0.02F ? 1U : 0U;
     }
-    EXPECT_GT(soft, 80U) << "what is soft is three times as loud";
+    EXPECT_GT(tripled, 80U) << "what is soft is three times as loud";
 }
 
 TEST_F(Sound, SkipsSilenceAndKnowsWhereItIs) {
-    Samples samples(8000 * 6);
-    const auto place = [&](std::size_t from, std::size_t to) {
-        for (std::size_t i = from * 8000; i < to * 8000; ++i)
-            samples[i] =
-                static_cast<float>(0.5 * std::sin(2 * M_PI * 440 * static_cast<double>(i) / 8000));
-    };
-    place(0, 1);
-    place(5, 6);
-    tests::writeWave(store_.native("a.WAV"), {}, samples);
+    const Samples voice = tests::tone(440, 0.5, 1);
     for (const int tempo : {100, 150}) {
         SCOPED_TRACE(tempo);
-        MciClose(alias);
-        ASSERT_EQ(MciOpen(alias, store_.path("a.WAV"), "waveaudio"), "");
+        open({}, tests::joined({voice, Samples(8000 * 4), voice}));
         ASSERT_EQ(MciCommand("set PBWave tempo " + std::to_string(tempo)), "");
         sound::WaveControl::instance().setShape({100, false, false, true});
         const std::size_t start = recorder_->count();

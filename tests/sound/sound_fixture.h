@@ -22,7 +22,9 @@ using Samples = std::vector<float>;
 constexpr std::size_t perSecond = tests::SoundServer::rate;
 constexpr const char* alias = "PBWave";
 
-class Sound : public ::testing::Test {
+// Skipped where no server can be started. `Base` is a fixture, of windows or of none.
+template <typename Base>
+class SoundTest : public Base {
 protected:
     void SetUp() override {
         server_.emplace();
@@ -33,25 +35,17 @@ protected:
     void TearDown() override {
         MciCloseAll();
         sound::WaveControl::instance().setShape({});
+        waitUntil([] { return sound::WaveControl::instance().peak() == 0; }); // the next one asks
     }
 
-    // Writes and opens a tone of that loudness, which may rise: by so many Hz a second.
-    void openTone(const WaveKind& kind, double seconds, double loudness, double frequency,
-                  double rise = 0) {
-        Samples samples;
-        for (int i = 0; i < static_cast<int>(seconds * kind.rate); ++i) {
-            const double time = static_cast<double>(i) / kind.rate;
-            const double sample = std::sin(2 * M_PI * (frequency + rise / 2 * time) * time);
-            samples.insert(samples.end(), static_cast<std::size_t>(kind.channels),
-                           static_cast<float>(loudness * sample));
-        }
-        tests::writeWave(store_.native("a dictation.WAV"), kind, samples);
+    void open(const WaveKind& kind, const Samples& samples) {
+        tests::writeWave(sounds_.native("a dictation.WAV"), kind, samples);
         MciClose(alias);
-        ASSERT_EQ(MciOpen(alias, store_.path("a dictation.WAV"), "waveaudio"), "");
+        ASSERT_EQ(MciOpen(alias, sounds_.path("a dictation.WAV"), "waveaudio"), "");
     }
-    // One whose height tells the place.
+    // A tone whose height tells the place.
     void openRising(const WaveKind& kind, double seconds) {
-        openTone(kind, seconds, 0.7, lowest, rises);
+        open(kind, tests::tone(lowest, 0.7, seconds, kind.channels, kind.rate, rises));
     }
 
     static void waitUntil(const std::function<bool()>& state) {
@@ -111,9 +105,11 @@ protected:
 
     static constexpr double lowest = 300; // what openRising() begins with
     static constexpr double rises = 300;  // by so many Hz a second
-    tests::TemporaryStore store_;
+    tests::TemporaryStore sounds_;
     std::optional<tests::SoundServer> server_;
     std::optional<tests::Recorder> recorder_;
 };
+
+using Sound = SoundTest<::testing::Test>;
 
 } // namespace ov::modMultimedia

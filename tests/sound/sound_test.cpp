@@ -59,7 +59,7 @@ TEST_F(Sound, FollowsVolumeAndMeter) {
     clsMixer mixer;
     ASSERT_TRUE(mixer.Init_MixerControl() && mixer.Init_VolumeControl() &&
                 mixer.Init_VUMeterControl());
-    const auto waitForLevel = [&mixer](double share) {
+    const auto waitForLevel = [&](double share) {
         waitUntil([&] {
             return std::fabs(std::abs(mixer.GetVUMeterValue()) / 32768.0 - 0.8 * share) < 0.01;
         });
@@ -69,7 +69,7 @@ TEST_F(Sound, FollowsVolumeAndMeter) {
     for (const auto& [volume, audio, share] : cases) {
         SCOPED_TRACE(volume);
         ASSERT_TRUE(mixer.SetVolumeValue(volume));
-        openTone({}, 3, 0.8, 440);
+        open({}, tests::tone(440, 0.8, 3));
         ASSERT_EQ(MciCommand("set PBWave audio all "s + audio), "");
         const std::size_t played = recorder_->count();
         ASSERT_EQ(MciPlay(alias, -1, 0, -1), "");
@@ -91,7 +91,7 @@ TEST_F(Sound, FollowsVolumeAndMeter) {
 }
 
 TEST_F(Sound, ChangesSpeedButNotPitch) {
-    openTone({}, 1.5, 0.5, 440);
+    open({}, tests::tone(440, 0.5, 1.5));
     for (const int tempo : {50, 200, 200}) {
         SCOPED_TRACE(tempo);
         const std::size_t start = recorder_->count();
@@ -113,8 +113,8 @@ TEST_F(Sound, ChangesSpeedButNotPitch) {
 }
 
 TEST_F(Sound, PlaysTwoFilesUntilTheOutputVanishes) {
-    openTone({}, 20, 0.3, 440);
-    ASSERT_EQ(MciOpen("Two", store_.path("a dictation.WAV"), "waveaudio"), "");
+    open({}, tests::tone(440, 0.3, 20));
+    ASSERT_EQ(MciOpen("Two", sounds_.path("a dictation.WAV"), "waveaudio"), "");
     ASSERT_EQ(MciPlay(alias, -1, 0, -1), "");
     ASSERT_EQ(MciPlay("Two", -1, 0, -1), "");
     waitForPosition(300);
@@ -134,8 +134,7 @@ TEST_F(Sound, PlaysTwoFilesUntilTheOutputVanishes) {
 
     recorder_.reset();
     server_.reset();
-    server_.emplace();
-    recorder_.emplace();
+    SetUp();
     EXPECT_EQ(MciPlay(alias, -1, -1, -1), "");
     waitForPosition(300);
     EXPECT_EQ(MciGetMode(alias), "playing");

@@ -5,13 +5,11 @@
 #include "platform/input/input_devices.h"
 #include "tests/temporary_store.h"
 
-#include <condition_variable>
 #include <cstdint>
 #include <linux/input.h>
-#include <mutex>
+#include <map>
 #include <set>
 #include <string>
-#include <vector>
 
 // A folder of input devices that the tests press. Each is a pipe that carries what the kernel's
 // would; what the library asks the kernel of it is answered here.
@@ -23,9 +21,8 @@ public:
     struct Device {
         std::string name;
         platform::InputKind kind;
-        std::set<unsigned> keys;
-        bool hasAxis = false; // X from 0 to 255, which rests in the middle
-        bool isMouse = false;
+        // By type. The axis X goes from 0 to 255 and rests in the middle.
+        std::map<unsigned, std::set<unsigned>> codes;
         std::set<unsigned> down{}; // as the kernel knows it
         bool isGrabbed = false;
     };
@@ -47,27 +44,6 @@ public:
 
 private:
     TemporaryStore store_;
-};
-
-// Keeps what it is told, as lines: "down 30", "up 30".
-class HeardPresses final : public platform::InputListener {
-public:
-    void pressed(const platform::InputPress& press) override;
-    void situationChanged(const platform::InputSituation& situation) override;
-
-    // Waits until that many lines are there; all that came, and none is left.
-    std::string take(std::size_t count);
-    // Waits until the names of the devices are these, each with ";" behind it and "!" before it
-    // where it has a problem.
-    bool waitForDevices(const std::string& names);
-    platform::InputSituation situation();
-
-private:
-    std::mutex mutex_;
-    std::condition_variable changed_;
-    std::vector<std::string> lines_;
-    std::string names_ = "nothing was told";
-    platform::InputSituation situation_;
 };
 
 } // namespace ov::tests

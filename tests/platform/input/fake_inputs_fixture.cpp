@@ -4,17 +4,17 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <chrono>
 #include <cstdarg>
 #include <cstring>
 #include <fcntl.h>
-#include <map>
+#include <mutex>
 #include <stdexcept>
 #include <sys/ioctl.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 #include <utility>
+#include <vector>
 
 namespace ov::tests {
 
@@ -48,34 +48,21 @@ int answer(void* target, std::size_t room, const void* value, std::size_t size) 
     return static_cast<int>(std::min(room, size));
 }
 
-std::set<unsigned> typesOf(const FakeInputs::Device& device) {
-    std::set<unsigned> types{EV_SYN, EV_KEY};
-    if (device.hasAxis)
-        types.insert(EV_ABS);
-    if (device.isMouse)
-        types.insert(EV_REL);
-    return types;
-}
-
 std::set<unsigned> codesOf(const FakeInputs::Device& device, unsigned type) {
-    if (type == 0)
-        return typesOf(device);
-    if (type == EV_KEY)
-        return device.keys;
-    if (type == EV_ABS && device.hasAxis)
-        return {ABS_X};
-    return type == EV_REL && device.isMouse ? std::set<unsigned>{REL_X} : std::set<unsigned>{};
+    if (const auto found = device.codes.find(type); found != device.codes.end())
+        return found->second;
+    std::set<unsigned> types{EV_SYN};
+    for (const auto& [known, codes] : device.codes)
+        types.insert(known);
+    return type == EV_SYN ? types : std::set<unsigned>{};
 }
 
 int ask(FakeInputs::Device& device, unsigned long request, void* target) {
     const auto number = static_cast<unsigned>(_IOC_NR(request));
     const std::size_t room = _IOC_SIZE(request);
-    if (number >= 0x20 && number < 0x20 + EV_CNT) {
-        const auto bits = bitsOf(codesOf(device, number - 0x20));
-        return answer(target, room, bits.data(), bits.size());
-    }
-    if (number == _IOC_NR(EVIOCGKEY(0))) {
-        const auto bits = bitsOf(device.down);
+    const bool asksWhatIsDown = number == _IOC_NR(EVIOCGKEY(0));
+    if (asksWhatIsDown || (number >= 0x20 && number < 0x20 + EV_CNT)) {
+        const auto bits = bitsOf(asksWhatIsDown ? device.down : codesOf(device, number - 0x20));
         return answer(target, room, bits.data(), bits.size());
     }
     if (number == _IOC_NR(EVIOCGNAME(0)))
@@ -159,40 +146,6 @@ void FakeInputs::setDown(const std::string& file, std::set<unsigned> keys) {
 bool FakeInputs::isGrabbed(const std::string& file) const {
     const std::lock_guard lock(kernel().mutex);
     return kernel().devices.at(file).device.isGrabbed;
-}
-
-void HeardPresses::pressed(const platform::InputPress& press) {
-    const std::lock_guard lock(mutex_);
-    lines_.push_back((press.down ? "down " : "up ") + std::to_string(press.control));
-    changed_.notify_all();
-}
-
-void HeardPresses::situationChanged(const platform::InputSituation& situation) {
-    const std::lock_guard lock(mutex_);
-    situation_ = situation;
-    names_.clear();
-    for (const platform::InputDevice& device : situation.devices)
-        names_ += (device.problem.ok() ? "" : "!") + device.name + ";";
-    changed_.notify_all();
-}
-
-std::string HeardPresses::take(std::size_t count) {
-    std::unique_lock lock(mutex_);
-    changed_.wait_for(lock, std::chrono::seconds(20), [&] { return lines_.size() >= count; });
-    std::string all;
-    for (const std::string& line : std::exchange(lines_, {}))
-        all += (all.empty() ? "" : ", ") + line;
-    return all;
-}
-
-bool HeardPresses::waitForDevices(const std::string& names) {
-    std::unique_lock lock(mutex_);
-    return changed_.wait_for(lock, std::chrono::seconds(20), [&] { return names_ == names; });
-}
-
-platform::InputSituation HeardPresses::situation() {
-    const std::lock_guard lock(mutex_);
-    return situation_;
 }
 
 // Of the device that the handle leads to, under the lock; nullptr for any other file.

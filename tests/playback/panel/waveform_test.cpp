@@ -110,25 +110,5 @@ TEST_F(Waveform, ShadesPauses) {
     EXPECT_EQ(ground(60), ground(70));
 }
 
-TEST_F(Waveform, KeepsTwentyInMemory) {
-    const std::string one = readBytes(store.native("one.WAV"));
-    std::vector<std::string> names;
-    for (int i = 0; i < 21; ++i)
-        names.push_back(std::to_string(i) + ".WAV");
-    for (const std::string& name : names) {
-        store.add(name, one);
-        openAndSee(name.c_str(), {plain_});
-    }
-    const auto isRead = [&](const std::string& name) {
-        const FailingReads counted(store.native(name), FailingReads::How::stall, 4 * 65536);
-        panel_->PlayerStop();
-        panel_->PlayerOpenFile(store.path(name));
-        return !QTest::qWaitFor([&] { return picture() != plain_; }, 1500);
-    };
-    EXPECT_FALSE(isRead(names.back()));
-    EXPECT_FALSE(isRead(names[1]));
-    EXPECT_TRUE(isRead(names[0])) << "the oldest is forgotten";
-}
-
 } // namespace
 } // namespace ov

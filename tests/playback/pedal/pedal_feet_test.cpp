@@ -83,6 +83,8 @@ TEST_F(PedalFeetTest, DoWhatTheirPedalsAreFor) {
         const char* steps;
         bool playsBefore;
         const char* told;
+        milliseconds at = 30s;
+        milliseconds tick = PedalFeet::windInterval;
     };
     const Case cases[] = {
         {"play while held", "+2-2", false, "play rest "},
@@ -100,31 +102,23 @@ TEST_F(PedalFeetTest, DoWhatTheirPedalsAreFor) {
          "from 31000 from 32000 from 31000 from 30000 from 31000 at 31000 "},
         {"pulled out while playing", "+2x-2", false, "play rest "},
         {"pulled out while winding", "+3x*", false, "from 31000 at 31000 "},
+        {"ever faster, but not to the end, where it would be closed", "+3********-3", false,
+         "from 31000 from 33000 from 35000 from 39000 from 43000 from 51000 from 59000 at 59000 "
+         "at 59000 ",
+         30s, 1000ms},
+        {"slowly where it turns", "+3**+1x", false,
+         "from 21000 from 23000 from 25000 from 24000 at 24000 ", 20s, 1000ms},
+        {"not before the start", "+1**-1", false, "from 500 at 0 at 0 ", 1500ms},
+        {"going on from the start", "+1**-1", true, "from 500 at 0 from 0 ", 1500ms},
+        {"not back from where it was", "+3-3", false, "at 59500 ", 59500ms},
     };
     for (const Case& test : cases) {
         SCOPED_TRACE(test.what);
         player.isPlaying = test.playsBefore;
-        EXPECT_EQ(after(test.steps), test.told);
+        player.at = test.at;
+        EXPECT_EQ(after(test.steps, test.tick), test.told);
         EXPECT_FALSE(feet.isWinding());
     }
-}
-
-TEST_F(PedalFeetTest, WindEverFasterAndNotBeyondTheEnds) {
-    EXPECT_EQ(after("+3***", 1000ms), "from 31000 from 33000 from 35000 from 39000 ");
-    EXPECT_EQ(after("***", 1000ms), "from 43000 from 51000 from 59000 ");
-    EXPECT_EQ(after("**"), "at 59000 ") << "the end itself would close it";
-    EXPECT_EQ(after("-3"), "at 59000 ");
-    player.at = 20s;
-    EXPECT_EQ(after("+3**", 1000ms), "from 21000 from 23000 from 25000 ");
-    EXPECT_EQ(after("+1x"), "from 24000 at 24000 ") << "slowly where it turns";
-    player.at = 1500ms;
-    EXPECT_EQ(after("+1**-1"), "from 500 at 0 at 0 ");
-    player.at = 1500ms;
-    player.isPlaying = true;
-    EXPECT_EQ(after("+1**-1"), "from 500 at 0 from 0 ") << "it goes on from there";
-    player.at = 59500ms;
-    player.isPlaying = false;
-    EXPECT_EQ(after("+3-3"), "at 59500 ") << "not back from where it was";
 }
 
 TEST_F(PedalFeetTest, LeaveAPlayerThatObeysNoMore) {

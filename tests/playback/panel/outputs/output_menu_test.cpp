@@ -3,8 +3,7 @@
 
 #include "sound/output/output_choice.h"
 #include "tests/playback/panel/player_fixture.h"
-#include "tests/sound_server.h"
-#include "tests/sound_signal.h"
+#include "tests/sound/sound_fixture.h"
 
 #include <QToolTip>
 
@@ -12,12 +11,12 @@ namespace ov {
 namespace {
 
 // Before a sound server with two outputs.
-class Outputs : public Player {
+class Outputs : public modMultimedia::SoundTest<Player> {
 protected:
     void SetUp() override {
-        server_.emplace();
-        if (!server_->isRunning())
-            GTEST_SKIP() << "no sound server can be started";
+        SoundTest::SetUp();
+        if (IsSkipped())
+            return;
         ASSERT_TRUE(SoundServer::plugIn("Else&where"));
         // What was open at the server before is closed then.
         waitFor([] {
@@ -29,8 +28,8 @@ protected:
         panel_->activateWindow();
         ASSERT_TRUE(QTest::qWaitForWindowActive(panel_.get()));
     }
-    ~Outputs() override {
-        modMultimedia::MciCloseAll();
+    void TearDown() override {
+        SoundTest::TearDown();
         sound::OutputChoice::instance().choose({});
     }
     // By key: the button, then the letter of the entry.
@@ -73,7 +72,6 @@ protected:
         return startOfSound(samples) < samples.size();
     }
 
-    std::optional<SoundServer> server_;
     std::vector<std::string> chosen_;
 };
 

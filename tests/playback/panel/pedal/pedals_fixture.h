@@ -19,7 +19,7 @@ public:
     static constexpr platform::InputKind kind{0x1234, 0xabcd};
 
     FakePedals() {
-        folder() = inputs.folder();
+        folder_ = inputs.folder();
         static constexpr platform::InputModule module{watch, name};
         platform::installInputModule(&module);
     }
@@ -28,9 +28,9 @@ public:
     FakePedals& operator=(const FakePedals&) = delete;
 
     // Waits until it is known.
-    void plugIn(const std::string& file = "event3") {
+    void plugIn() {
         const std::size_t before = desk->situation().devices.size();
-        inputs.plugIn(file, {"Pedal", kind, {KEY_A, KEY_B, KEY_C, KEY_D, KEY_E, KEY_F13}});
+        inputs.plugIn("event3", {"Pedal", kind, {{EV_KEY, {KEY_A, KEY_B, KEY_C, KEY_D, KEY_E}}}});
         EXPECT_TRUE(
             QTest::qWaitFor([&] { return desk->situation().devices.size() > before; }, 20000));
     }
@@ -38,16 +38,15 @@ public:
     void up(unsigned key) { inputs.sendKey("event3", key, 0); }
     // Waits until it has been heard and has done what it does.
     void tread(unsigned key) {
-        bool isDown = false;
-        bool isDone = false;
+        int heard = 0; // its press, then its release
         const auto connection = QObject::connect(
             desk.get(), &PedalDesk::received, [&](const platform::InputPress& press) {
-                isDone = isDone || (isDown && !press.down && press.control == key);
-                isDown = isDown || (press.down && press.control == key);
+                if (press.control == key && press.down == (heard == 0))
+                    ++heard;
             });
         down(key);
         up(key);
-        EXPECT_TRUE(QTest::qWaitFor([&] { return isDone; }, 20000));
+        EXPECT_TRUE(QTest::qWaitFor([&] { return heard > 1; }, 20000));
         QObject::disconnect(connection);
     }
 
@@ -55,10 +54,8 @@ public:
     std::shared_ptr<PedalDesk> desk = PedalDesk::shared();
 
 private:
-    static std::string& folder() {
-        static std::string theFolder;
-        return theFolder;
-    }
+    static inline std::string folder_;
+
     static const platform::InputModule* library() {
         platform::Status status;
         const auto* module = platform::loadModule<platform::InputModule>(status);
@@ -67,7 +64,7 @@ private:
     }
     static std::unique_ptr<platform::InputDevices>
     watch(platform::InputListener& listener, const std::string&, platform::Status& status) {
-        return library()->watch(listener, folder(), status);
+        return library()->watch(listener, folder_, status);
     }
     static std::string name(std::uint32_t control) { return library()->controlName(control); }
 };
