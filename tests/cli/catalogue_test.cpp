@@ -12,15 +12,11 @@ protected:
     CatalogueCommand() { addThree(); }
 
     ProgramResult catalogue(const Texts& arguments) const {
-        Texts all = {"catalogue"};
-        all.insert(all.end(), arguments.begin(), arguments.end());
-        all.insert(all.end(), {"--to", file()});
-        return run(all);
+        return run(plus(plus({"catalogue"}, arguments), {"--to", file()}));
     }
     ProgramResult update() const { return catalogue({"update", root()}); }
-    ProgramResult findIn(Texts options) const {
-        options.insert(options.begin(), {"--catalogue", file()});
-        return find(options);
+    ProgramResult findIn(const Texts& options) const {
+        return find(plus({"--catalogue", file()}, options));
     }
     std::string file() const { return place_.empty() ? settings_.native("catalogue.db") : place_; }
 

@@ -8,13 +8,6 @@
 namespace ov::cli {
 namespace {
 
-struct Ended {
-    std::string root; // in the store
-    Texts options;
-    int exitCode;
-    std::string summary; // without the program's name; empty: nothing is said at all
-};
-
 class ExitCodes : public Cli {
 protected:
     ExitCodes() {
@@ -37,32 +30,33 @@ protected:
 };
 
 TEST_F(ExitCodes, TellWhatWasLeftOut) {
-    const Texts nobody{"-c", "author is nobody"};
     const std::string unread = "left out: 1 folder that cannot be read";
     const std::string odd = ", 2 names with a backslash";
+    const std::string deep = "left out: 1 folder below --max-depth";
     const std::string limit = "the limit of 1 was reached, there may be more";
-    fs::last_write_time(settings_.add("old").native("old"),
-                        fs::file_time_type::clock::now() - std::chrono::hours(1));
+    const std::string old = settings_.add("old").native("old");
+    fs::last_write_time(old, fs::file_time_type::clock::now() - std::chrono::hours(1));
+    const std::string closed = store_.native("part/closed/x.WAV");
+    struct Ended {
+        std::string root; // in the store
+        Texts options;
+        int exitCode;
+        std::string summary; // without the program's name; empty: nothing is said at all
+    };
     const std::vector<Ended> cases = {
         {"all", {}, 0, ""},
         {"all", {"--strict"}, 0, ""},
-        {"all", nobody, 1, ""},
+        {"all", {"-c", "author is nobody"}, 1, ""},
         {"all", {"--limit", "1"}, 0, limit},
         {"all", {"--limit", "1", "--strict"}, 3, limit},
         {"all", {"--limit", "2"}, 0, ""},
         {"all", {"--limit", "1", "--strict", "--sort", "path"}, 3, limit},
         {"all", {"--limit", "2", "--strict", "--sort", "path"}, 0, ""},
-        {"all", {"--limit", "2", "--newer", settings_.native("old")}, 0, ""},
-        {"all", {"--limit", "1", "--newer", settings_.native("old")}, 0, limit},
-        {"all",
-         {"--newer", store_.native("part/closed/x.WAV"), "--explain"},
-         3,
-         "--newer: " + store_.native("part/closed/x.WAV") + ": Permission denied"},
-        {"all", {"--max-depth", "0"}, 0, "left out: 1 folder below --max-depth"},
-        {"all",
-         {"--max-depth", "1", "-c", "status = MAI"},
-         1,
-         "left out: 1 folder below --max-depth"},
+        {"all", {"--limit", "2", "--newer", old}, 0, ""},
+        {"all", {"--limit", "1", "--newer", old}, 0, limit},
+        {"all", {"--newer", closed, "--explain"}, 3, "--newer: " + closed + ": Permission denied"},
+        {"all", {"--max-depth", "0"}, 0, deep},
+        {"all", {"--max-depth", "1", "-c", "status = MAI"}, 1, deep},
         {"part", {}, 0, unread + odd},
         {"part", {"--strict"}, 3, unread + odd},
         {"part", {"--explain"}, 0, unread + odd},
@@ -77,8 +71,7 @@ TEST_F(ExitCodes, TellWhatWasLeftOut) {
         {"missing", {"--no-messages", "--quiet"}, 3, store_.native("missing") + "/: No such file"},
     };
     for (const Ended& c : cases) {
-        Texts arguments{"find", store_.native(c.root)};
-        arguments.insert(arguments.end(), c.options.begin(), c.options.end());
+        const Texts arguments = plus({"find", store_.native(c.root)}, c.options);
         const ProgramResult result = run(arguments, unprivileged_);
         EXPECT_EQ(result.exitCode, c.exitCode) << joined(arguments) << result.errors;
         const Texts told = split(result.errors, '\n');
@@ -93,14 +86,14 @@ TEST_F(ExitCodes, TellWhatWasLeftOut) {
             EXPECT_EQ(result.output, "");
         }
     }
-    expectRefused({"show", store_.native("part/closed/x.WAV")}, 3, ": Permission denied",
+    expectRefused({"show", closed}, 3, ": Permission denied", unprivileged_);
+    const std::string list = settings_.native("l.csv");
+    const Texts exported{"export", "--strict", list};
+    expectRefused(plus(exported, {store_.native("part")}), 3, "l.csv was not written",
                   unprivileged_);
-    const Texts exported{"export", "--strict", settings_.native("l.csv"), store_.native("part")};
-    expectRefused(exported, 3, "l.csv was not written", unprivileged_);
-    expectRefused({"export", "--strict", "--sort", "path", "--limit", "1",
-                   settings_.native("l.csv"), store_.native("all")},
-                  3, "l.csv was not written");
-    EXPECT_FALSE(fs::exists(settings_.native("l.csv")));
+    expectRefused(plus(exported, {store_.native("all"), "--limit", "1", "--sort", "path"}), 3,
+                  "l.csv was not written");
+    EXPECT_FALSE(fs::exists(list));
 }
 
 } // namespace

@@ -2,24 +2,18 @@
 // SPDX-License-Identifier: MIT
 #include "cli/play/list_player.h"
 #include "cli/terminal_interface.h"
+#include "tests/cli/cli_fixture.h"
 #include "tests/environment.h"
 #include "tests/failing_reads.h"
-#include "tests/run_program.h"
 #include "tests/scripted_media.h"
-#include "tests/temporary_store.h"
 #include "tests/wave_files.h"
-
-#include <gtest/gtest.h>
 
 // `ovsearch play`, into an output that throws everything away.
 
 namespace ov::cli {
 namespace {
 
-using tests::ProgramResult;
-using tests::ProgramRun;
-
-class PlayCommand : public ::testing::Test {
+class PlayCommand : public Cli {
 protected:
     PlayCommand() {
         tests::writeWave(store_.native("short.WAV"), {}, std::vector<float>(2400)); // silent
@@ -35,8 +29,6 @@ protected:
     static ProgramResult run(const ProgramRun& how) {
         return tests::runProgram(OV_SEARCH_PROGRAM, how);
     }
-
-    tests::TemporaryStore store_;
 };
 
 TEST_F(PlayCommand, PlaysInSilenceOrTellsWhyNot) {
@@ -49,7 +41,7 @@ TEST_F(PlayCommand, PlaysInSilenceOrTellsWhyNot) {
         EXPECT_EQ(result.exitCode, 3);
         EXPECT_TRUE(result.errors.starts_with("ovsearch: " + how.arguments.back() + ": "))
             << result.errors;
-        EXPECT_PRED2(tests::holds, result.errors, reason);
+        EXPECT_PRED2(holds, result.errors, reason);
     }
 }
 
@@ -82,7 +74,7 @@ TEST_F(PlayCommand, ShowsPositionAndEndsAsAskedFor) {
         how.typed = key;
         const ProgramResult result = tests::runProgram("/bin/sh", how);
         for (const char* text : {"0:00:00 / 0:01:40", code, "restored"})
-            EXPECT_PRED2(tests::holds, result.output, text);
+            EXPECT_PRED2(holds, result.output, text);
     }
     how = playing("long one.WAV");
     how.onTerminal = true;
@@ -96,7 +88,7 @@ TEST_F(PlayCommand, ShowsPositionAndEndsAsAskedFor) {
                      store_.native("short.WAV")};
     const ProgramResult whole = tests::runProgram("/bin/sh", how);
     EXPECT_EQ(whole.exitCode, 0);
-    EXPECT_FALSE(tests::holds(whole.output, "#")) << "silence has no level";
+    EXPECT_FALSE(holds(whole.output, "#")) << "silence has no level";
 }
 
 } // namespace

@@ -135,8 +135,8 @@ TEST_F(PlayList, PlaysSoftVoicesLouder) {
     tests::writeWave(file("soft.WAV"), {}, voice);
     const std::pair<Texts, std::size_t> cases[] = {
         {{}, 4}, {{"--boost=300"}, 7}, {{"--even-out"}, 12}};
-    for (auto [arguments, marks] : cases) {
-        arguments.insert(arguments.begin(), {"play", file("soft.WAV")});
+    for (const auto& [options, marks] : cases) {
+        const Texts arguments = plus({"play", file("soft.WAV")}, options);
         const std::string shown = run(arguments, silent(true, "x")).output;
         EXPECT_PRED2(holds, shown, "[" + std::string(marks, '#'));
         EXPECT_FALSE(holds(shown, std::string(marks + 3, '#'))) << shown;
@@ -171,13 +171,8 @@ TEST_F(PlayList, PlaysWhatIsFoundAfterTheFiles) {
         {{"--from=1m", zeh_}, 2, "\"1m\" is no time"},
         {{""}, 2, "must not be empty"},
     };
-    for (auto [arguments, code, message] : cases) {
-        arguments.insert(arguments.begin(), "play");
-        const ProgramResult played = run(arguments, silent());
-        EXPECT_EQ(played.exitCode, code) << joined(arguments);
-        EXPECT_PRED2(holds, played.errors, message) << joined(arguments);
-        EXPECT_EQ(played.output, "");
-    }
+    for (const auto& [arguments, code, message] : cases)
+        expectRefused(plus({"play"}, arguments), code, message, silent());
 }
 
 } // namespace
