@@ -8,6 +8,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include <set>
+
 namespace ov::cli {
 namespace {
 

@@ -7,8 +7,6 @@
 #include <nlohmann/json.hpp>
 #include <sndfile.hh>
 
-#include <set>
-
 // The terminal program, run as a person or a script runs it.
 
 namespace ov::cli {
@@ -74,13 +72,8 @@ TEST_F(Cli, OutputThatCannotBeWritten) {
 TEST_F(Cli, SaysItsVersion) {
     const std::string version = "ovsearch " + std::string(version::text) + "\n";
     EXPECT_EQ(run({"--version"}).output, version);
-    const auto alone = [](const char* argument) {
-        ProgramRun how;
-        how.arguments = {argument};
-        return tests::runProgram(OV_SEARCH_PROGRAM, how).output;
-    };
-    EXPECT_EQ(alone("--version"), version);
-    EXPECT_PRED2(holds, alone("--help"), "find");
+    EXPECT_EQ(tests::shellOutput(OV_SEARCH_PROGRAM " --version"), version);
+    EXPECT_PRED2(holds, tests::shellOutput(OV_SEARCH_PROGRAM " --help"), "find");
 }
 
 TEST_F(Cli, CriteriaFile) {

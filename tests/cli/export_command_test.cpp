@@ -85,7 +85,6 @@ TEST_F(ExportCommand, WritesPages) {
     for (const char* name :
          {"=1+1", "two\nlines", "\xE2\x80\xAEtxet\xE2\x80\xAC", "\xD7\xA9\xD7\x9C"})
         store_.add(std::string("2$ROH@@14$") + name + ".WAV");
-    store_.add("2$ROH@@14$" + std::string(235, 'W') + ".WAV");
     ASSERT_EQ(
         exportTo("l.pdf", {"--columns", "author,length,status", "--sort", "author", "--language",
                            "de", "--title", "Liste (Ä)", "-c", "author is-not-empty"})
@@ -97,13 +96,8 @@ TEST_F(ExportCommand, WritesPages) {
     for (const char* part :
          {"Title:           Liste (Ä)", "Creator:         OVSearch", "\"Autor\" ist nicht leer",
           "Author 100", "Author 299", "00:00:20", "=1+1", "two lines", "Diktiert", "Seite 1 von 4",
-          "Seite 4 von 4", "Gedruckt am", "W…"})
+          "Seite 4 von 4", "Gedruckt am"})
         EXPECT_PRED2(holds, pages, part);
-    const std::regex caption("Autor ");
-    EXPECT_EQ(std::distance(std::sregex_iterator(pages.begin(), pages.end(), caption), {}), 4)
-        << "above the rows of each page\n"
-        << pages;
-    EXPECT_FALSE(holds(pages, std::string(235, 'W')));
 }
 #endif
 

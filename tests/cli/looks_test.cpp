@@ -66,19 +66,13 @@ TEST_F(OnATerminal, TableIsAsWideAsTheTerminal) {
 
 TEST_F(OnATerminal, ColourMarksWhatWasLookedFor) {
     const std::string title = "\x1B[1;4mAuthor\x1B[0m\n";
-    struct Case {
-        std::string criterion;
-        Texts options;
-        ProgramRun how;
-        std::string table;
-    };
     ProgramRun dumb = with({{"TERM", "dumb"}});
     ProgramRun plain = with({{"NO_COLOR", "1"}});
     const std::string rows = "Müller\nM\u030Cu\u0308ller\n";
     const std::string ue = title + "M" + red("ü") + "ller\nM\u030C" + red("u\u0308") + "ller\n";
     const std::string ll = title + "Mü" + red("ll") + "er\nM\u030Cu\u0308" + red("ll") + "er\n";
     const std::string m = title + red("M") + "üller\n" + red("M\u030C") + "u\u0308ller\n";
-    const std::vector<Case> cases = {
+    const std::tuple<std::string, Texts, ProgramRun, std::string> cases[] = {
         {"author contains Ü", {}, terminal_, ue},
         {"author contains Ü", {"--color=always"}, {}, ue},
         {"author contains Ü", {"--color=always"}, plain, ue},
@@ -91,10 +85,9 @@ TEST_F(OnATerminal, ColourMarksWhatWasLookedFor) {
         {"author not-contains z", {}, terminal_, title + rows},
         {"folder is-not-empty", {"-c", "name contains ü"}, terminal_, title + rows},
     };
-    for (const Case& c : cases) {
-        const Texts options{"--columns", "author", "-c", "status = ROH", "-c", c.criterion};
-        EXPECT_EQ(shown(plus(options, c.options), c.how), c.table)
-            << c.criterion << joined(c.options);
+    for (const auto& [criterion, more, how, table] : cases) {
+        const Texts options{"--columns", "author", "-c", "status = ROH", "-c", criterion};
+        EXPECT_EQ(shown(plus(options, more), how), table) << criterion << joined(more);
     }
 }
 
