@@ -12,15 +12,11 @@ protected:
     CatalogueCommand() { addThree(); }
 
     ProgramResult catalogue(const Texts& arguments) const {
-        Texts all = {"catalogue"};
-        all.insert(all.end(), arguments.begin(), arguments.end());
-        all.insert(all.end(), {"--to", file()});
-        return run(all);
+        return run(plus(plus({"catalogue"}, arguments), {"--to", file()}));
     }
     ProgramResult update() const { return catalogue({"update", root()}); }
-    ProgramResult findIn(Texts options) const {
-        options.insert(options.begin(), {"--catalogue", file()});
-        return find(options);
+    ProgramResult findIn(const Texts& options) const {
+        return find(plus({"--catalogue", file()}, options));
     }
     std::string file() const { return place_.empty() ? settings_.native("catalogue.db") : place_; }
 
@@ -50,18 +46,30 @@ TEST_F(CatalogueCommand, AnswersAsTheStoreDoes) {
     }
 }
 
-TEST_F(CatalogueCommand, MayBeOnAServer) {
+// In a file, and on a server.
+TEST_F(CatalogueCommand, TellsChecksAndForgets) {
     tests::PostgresServer& server = tests::PostgresServer::get();
-    place_ = server.place(server.newDatabase());
-    EXPECT_EQ(catalogue({"status"}).exitCode, 3);
-    EXPECT_EQ(update().exitCode, 0);
-    EXPECT_EQ(findIn({"prio:high", "author:müller"}).output,
-              find({"prio:high", "author:müller"}).output);
-    EXPECT_EQ(findIn({"--count-by", "author"}).output, find({"--count-by", "author"}).output);
-    EXPECT_PRED2(holds, catalogue({"status"}).output, root() + "/: 3 dictations in 3 folders");
-    EXPECT_EQ(catalogue({"check", root()}).exitCode, 0);
-    EXPECT_EQ(catalogue({"forget", root()}).exitCode, 0);
-    EXPECT_EQ(findIn({}).exitCode, 3);
+    for (const std::string& place : {std::string(), server.place(server.newDatabase())}) {
+        place_ = place;
+        EXPECT_EQ(catalogue({"status"}).exitCode, 3);
+        EXPECT_EQ(update().exitCode, 0);
+        for (const Texts& options :
+             {Texts{"prio:high", "author:müller"}, Texts{"--count-by", "author"}})
+            EXPECT_EQ(findIn(options).output, find(options).output);
+        EXPECT_PRED2(holds, catalogue({"status"}).output,
+                     root() + "/: 3 dictations in 3 folders, as of 20");
+        EXPECT_EQ(catalogue({"check", root()}).exitCode, 0);
+        store_.add("ward/new.WAV");
+        const ProgramResult checked = catalogue({"check", root()});
+        EXPECT_EQ(checked.exitCode, 1);
+        EXPECT_PRED2(holds, checked.errors, "ward/: holds other dictations or folders");
+        EXPECT_PRED2(holds, update().output, "2 dictations written");
+        EXPECT_EQ(catalogue({"check", root()}).exitCode, 0);
+        EXPECT_EQ(catalogue({"forget", root()}).exitCode, 0);
+        EXPECT_EQ(catalogue({"status"}).exitCode, 1);
+        EXPECT_EQ(findIn({}).exitCode, 3);
+        fs::remove(store_.native("ward/new.WAV"));
+    }
     expectRefused({"find", "--catalogue", "postgresql://u:hush@h/db", root()}, 3,
                   "leave the password out of the address");
 }
@@ -75,22 +83,6 @@ TEST_F(CatalogueCommand, AnswersWithoutTheStore) {
     EXPECT_EQ(catalogue({"check", root()}).exitCode, 3);
     fs::rename(root() + "-aside", root());
     EXPECT_EQ(findIn({"author:zeh"}).exitCode, 0);
-}
-
-TEST_F(CatalogueCommand, TellsChecksAndForgets) {
-    update();
-    EXPECT_PRED2(holds, catalogue({"status"}).output,
-                 root() + "/: 3 dictations in 3 folders, as of 20");
-    EXPECT_EQ(catalogue({"check", root()}).exitCode, 0);
-    store_.add("ward/new.WAV");
-    const ProgramResult checked = catalogue({"check", root()});
-    EXPECT_EQ(checked.exitCode, 1);
-    EXPECT_PRED2(holds, checked.errors, "ward/: holds other dictations or folders");
-    EXPECT_PRED2(holds, update().output, "2 dictations written");
-    EXPECT_EQ(catalogue({"check", root()}).exitCode, 0);
-    EXPECT_EQ(catalogue({"forget", root()}).exitCode, 0);
-    EXPECT_EQ(catalogue({"status"}).exitCode, 1);
-    EXPECT_EQ(findIn({}).exitCode, 3);
 }
 
 TEST_F(CatalogueCommand, SaysWhatIsWrong) {

@@ -38,6 +38,11 @@ inline Texts split(const std::string& text, char separator) {
     return parts;
 }
 
+inline Texts plus(Texts texts, const Texts& more) {
+    texts.insert(texts.end(), more.begin(), more.end());
+    return texts;
+}
+
 inline std::string joined(const Texts& texts) {
     std::string all;
     for (const std::string& text : texts)
@@ -54,24 +59,18 @@ protected:
         store_.add(std::string("_old/") + highPriority).add("ward/ERL/notes.txt");
     }
 
-    ProgramResult run(Texts arguments, ProgramRun how = {}) const {
-        how.arguments = std::move(arguments);
-        how.arguments.insert(how.arguments.begin(), {"--settings", settings_.folder().native()});
+    ProgramResult run(const Texts& arguments, ProgramRun how = {}) const {
+        how.arguments = plus({"--settings", settings_.folder().native()}, arguments);
         how.environment.insert({"LC_ALL", "C"});
         return tests::runProgram(OV_SEARCH_PROGRAM, how);
     }
     // Searches the store.
-    ProgramResult find(const Texts& options, ProgramRun how = {}) const {
-        Texts arguments = {"find"};
-        arguments.insert(arguments.end(), options.begin(), options.end());
-        arguments.push_back(root());
-        return run(arguments, std::move(how));
+    ProgramResult find(const Texts& options, const ProgramRun& how = {}) const {
+        return run(plus(plus({"find"}, options), {root()}), how);
     }
     // Paths in the store, sorted.
     Texts foundFiles(const Texts& options = {}, const ProgramRun& how = {}) const {
-        Texts all = options;
-        all.insert(all.end(), {"--format", "paths", "-0"});
-        Texts files = split(find(all, how).output, '\0');
+        Texts files = split(find(plus(options, {"--format", "paths", "-0"}), how).output, '\0');
         for (std::string& file : files)
             file = file.substr(std::min(root().size() + 1, file.size()));
         std::sort(files.begin(), files.end());
@@ -83,9 +82,8 @@ protected:
         lines.erase(lines.begin(), lines.begin() + (lines.empty() ? 0 : 1));
         return joined(lines);
     }
-    std::string authors(Texts options) const {
-        options.insert(options.begin(), {"--columns", "author", "--format", "csv"});
-        return authors(find(options));
+    std::string authors(const Texts& options) const {
+        return authors(find(plus({"--columns", "author", "--format", "csv"}, options)));
     }
 
     void expectRefused(const Texts& arguments, int exitCode, const std::string& message,

@@ -25,25 +25,22 @@ protected:
                        "@@5$" + (i % 2 == 0 ? "HOCH" : "2") + "@@6$00$00$" +
                        std::to_string(10 + i % 50) + "@@12$" + std::to_string(i) + ".WAV");
     }
-    std::string output(Texts options) const { return find(options).output; }
+    std::string output(const Texts& options) const { return find(options).output; }
 };
 
 TEST_F(Hits, LimitOfSortedOnesIsTheTopOfAll) {
     addMany();
     const Texts form = {"--columns", "author,length,number", "--format", "csv"};
     for (const char* sort : {"author", "length:desc,author", "path", "author:desc,number"}) {
-        Texts all = form;
-        all.insert(all.end(), {"--sort", sort});
+        const Texts all = plus(form, {"--sort", sort});
         const std::string whole = output(all);
-        all.insert(all.end(), {"--limit", "4"});
-        const ProgramResult top = find(all);
+        const ProgramResult top = find(plus(all, {"--limit", "4"}));
         EXPECT_EQ(split(top.output, '\n').size(), 5U);
         EXPECT_TRUE(whole.starts_with(top.output)) << sort << whole << top.output;
         EXPECT_EQ(top.errors, "") << "whoever names a limit knows that there are more";
     }
-    Texts twice = form;
-    twice.insert(twice.end(), {"--sort", "author:desc", "--sort", "number:desc", "--limit", "1"});
-    EXPECT_EQ(split(output(twice), '\n')[1], "c,00:00:49,89\r");
+    const Texts twice = {"--sort", "author:desc", "--sort", "number:desc", "--limit", "1"};
+    EXPECT_EQ(split(output(plus(form, twice)), '\n')[1], "c,00:00:49,89\r");
 }
 
 TEST_F(Hits, AreCounted) {
@@ -141,16 +138,16 @@ TEST_F(Hits, RunCommands) {
         {{"-x", "", "a", ";"}, 2, "the command of --exec is an empty text"},
         {{"-X", "{}", ";"}, 2, "begins with the name of a program"},
         {{"-x", "true", ";", "--format", "json"}, 2, "takes no --format"}};
-    ProgramRun heedless;
-    heedless.arguments = {"-c", "trap '' CHLD; exec \"$0\" find \"$1\" -x false", OV_SEARCH_PROGRAM,
-                          root()};
-    EXPECT_EQ(tests::runProgram("/bin/bash", heedless).errors, "");
+    const auto errorsOf = [](const char* command, const std::string& folder) {
+        ProgramRun how;
+        how.arguments = {"-c", command, OV_SEARCH_PROGRAM, folder};
+        return tests::runProgram("/bin/bash", how).errors;
+    };
+    EXPECT_EQ(errorsOf("trap '' CHLD; exec \"$0\" find \"$1\" -x false", root()), "");
     // A closed stream must not be where a file of ours is then written.
-    ProgramRun closed;
-    closed.arguments = {"-c",
-                        "exec \"$0\" find \"$1\" -x sh -c 'readlink /proc/$PPID/fd/1 >&2' >&-",
-                        OV_SEARCH_PROGRAM, store_.native("b")};
-    EXPECT_EQ(tests::runProgram("/bin/bash", closed).errors, "/dev/null\n");
+    EXPECT_EQ(errorsOf("exec \"$0\" find \"$1\" -x sh -c 'readlink /proc/$PPID/fd/1 >&2' >&-",
+                       store_.native("b")),
+              "/dev/null\n");
     for (const auto& [options, exitCode, error] : ends) {
         const ProgramResult result = find(options);
         EXPECT_EQ(result.exitCode, exitCode) << joined(options);

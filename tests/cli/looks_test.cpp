@@ -20,10 +20,10 @@ protected:
         for (int i = 0; i < 20; ++i)
             store_.add("many/2$MAI@@14$Zeh@@11$" + std::to_string(i) + ".WAV");
         terminal_.onTerminal = true;
-        terminal_.environment = {
-            {"TERM", "xterm"},      {"COLUMNS", ""},         {"NO_COLOR", ""},
-            {"VTE_VERSION", ""},    {"TERM_PROGRAM", ""},    {"PAGER", ""},
-            {"OVSEARCH_PAGER", ""}, {"KONSOLE_VERSION", ""}, {"WT_SESSION", ""}};
+        for (const char* variable : {"COLUMNS", "NO_COLOR", "VTE_VERSION", "TERM_PROGRAM", "PAGER",
+                                     "OVSEARCH_PAGER", "KONSOLE_VERSION", "WT_SESSION"})
+            terminal_.environment[variable] = "";
+        terminal_.environment["TERM"] = "xterm";
     }
     ProgramRun with(std::map<std::string, std::string> environment) const {
         ProgramRun how = terminal_;
@@ -36,6 +36,8 @@ protected:
         const std::regex progress("\r[^\r\n\x1B]*\x1B\\[K|\r");
         return std::regex_replace(find(options, how).output, progress, "");
     }
+
+    static std::string red(const std::string& text) { return "\x1B[1;31m" + text + "\x1B[0m"; }
 
     ProgramRun terminal_;
     const Texts two_{"-c", "status = ROH", "--columns", "author,subject,length,path"};
@@ -64,43 +66,28 @@ TEST_F(OnATerminal, TableIsAsWideAsTheTerminal) {
 
 TEST_F(OnATerminal, ColourMarksWhatWasLookedFor) {
     const std::string title = "\x1B[1;4mAuthor\x1B[0m\n";
-    const auto red = [](const std::string& text) { return "\x1B[1;31m" + text + "\x1B[0m"; };
-    struct Case {
-        std::string criterion;
-        Texts options;
-        ProgramRun how;
-        std::string table;
-    };
     ProgramRun dumb = with({{"TERM", "dumb"}});
     ProgramRun plain = with({{"NO_COLOR", "1"}});
-    const std::string first = "M" + red("ü") + "ller\n";
-    const std::string second = "M\u030C" + red("u\u0308") + "ller\n";
-    const std::vector<Case> cases = {
-        {"author contains Ü", {}, terminal_, title + first + second},
-        {"author contains Ü", {"--color=always"}, {}, title + first + second},
-        {"author contains Ü", {"--color=always"}, plain, title + first + second},
-        {"author contains Ü", {}, plain, "Author\nMüller\nM\u030Cu\u0308ller\n"},
-        {"author contains Ü", {}, dumb, "Author\nMüller\nM\u030Cu\u0308ller\n"},
-        {"author contains Ü", {"--color=never"}, terminal_, "Author\nMüller\nM\u030Cu\u0308ller\n"},
-        {"author contains l",
-         {},
-         terminal_,
-         title + "Mü" + red("ll") + "er\nM\u030Cu\u0308" + red("ll") + "er\n"},
-        {"author contains m",
-         {},
-         terminal_,
-         title + red("M") + "üller\n" + red("M\u030C") + "u\u0308ller\n"},
+    const std::string rows = "Müller\nM\u030Cu\u0308ller\n";
+    const std::string ue = title + "M" + red("ü") + "ller\nM\u030C" + red("u\u0308") + "ller\n";
+    const std::string ll = title + "Mü" + red("ll") + "er\nM\u030Cu\u0308" + red("ll") + "er\n";
+    const std::string m = title + red("M") + "üller\n" + red("M\u030C") + "u\u0308ller\n";
+    const std::tuple<std::string, Texts, ProgramRun, std::string> cases[] = {
+        {"author contains Ü", {}, terminal_, ue},
+        {"author contains Ü", {"--color=always"}, {}, ue},
+        {"author contains Ü", {"--color=always"}, plain, ue},
+        {"author contains Ü", {}, plain, "Author\n" + rows},
+        {"author contains Ü", {}, dumb, "Author\n" + rows},
+        {"author contains Ü", {"--color=never"}, terminal_, "Author\n" + rows},
+        {"author contains l", {}, terminal_, ll},
+        {"author contains m", {}, terminal_, m},
         {"author is müller", {}, terminal_, title + red("Müller") + "\n"},
-        {"author not-contains z", {}, terminal_, title + "Müller\nM\u030Cu\u0308ller\n"},
-        {"folder is-not-empty",
-         {"-c", "name contains ü"},
-         terminal_,
-         title + "Müller\nM\u030Cu\u0308ller\n"},
+        {"author not-contains z", {}, terminal_, title + rows},
+        {"folder is-not-empty", {"-c", "name contains ü"}, terminal_, title + rows},
     };
-    for (const Case& c : cases) {
-        Texts options{"--columns", "author", "-c", "status = ROH", "-c", c.criterion};
-        options.insert(options.end(), c.options.begin(), c.options.end());
-        EXPECT_EQ(shown(options, c.how), c.table) << c.criterion << joined(c.options);
+    for (const auto& [criterion, more, how, table] : cases) {
+        const Texts options{"--columns", "author", "-c", "status = ROH", "-c", criterion};
+        EXPECT_EQ(shown(plus(options, more), how), table) << criterion << joined(more);
     }
 }
 
@@ -108,24 +95,18 @@ TEST_F(OnATerminal, WhatWasFoundIsSeenInACutCell) {
     const std::string a(30, 'a');
     const std::string b(30, 'b');
     store_.add("cut/2$CUT@@14$Abel@@11$" + a + "knee" + b + ".WAV");
-    const auto red = [](const std::string& text) { return "\x1B[1;31m" + text + "\x1B[0m"; };
-    struct Case {
-        Texts options;
-        std::string width;
-        std::string shown;
-    };
-    const Case cases[] = {
+    const std::tuple<Texts, std::string, std::string> cases[] = {
+        // options, width of the terminal, what it shows
         {{"-c", "subject contains knee"}, "20", "Abel    …aaa" + red("knee") + "bbb…\n"},
         {{"-c", "subject contains aa"}, "20", "Abel    " + red(a.substr(0, 11)) + "…\n"},
         {{"-c", "subject contains kneebb"}, "20", "Abel    …aa" + red("kneebb") + "bb…\n"},
         {{"-c", "subject is " + a + "knee" + b}, "20", "Abel    " + red(a.substr(0, 11)) + "…\n"},
         {{"--columns", "path", "-c", "subject contains knee"}, "100", a + red("knee") + b},
     };
-    for (const Case& c : cases) {
-        Texts options{"-c", "folder contains cut", "--columns", "author,subject"};
-        options.insert(options.end(), c.options.begin(), c.options.end());
-        EXPECT_PRED2(holds, shown(options, with({{"COLUMNS", c.width}})), c.shown)
-            << joined(c.options);
+    for (const auto& [more, width, cell] : cases) {
+        const Texts options{"-c", "folder contains cut", "--columns", "author,subject"};
+        EXPECT_PRED2(holds, shown(plus(options, more), with({{"COLUMNS", width}})), cell)
+            << joined(more);
     }
     EXPECT_EQ(shown({"--count-by", "subject", "author:Abel"}, with({{"COLUMNS", "20"}})),
               "\x1B[1;4mSubject        Count\x1B[0m\naaaaaaaaaaaa…  1\n");
@@ -137,10 +118,9 @@ TEST_F(OnATerminal, RowsLeadToTheirFiles) {
     const std::string begin =
         "\x1B]8;;file://" + tests::shellOutput("printf %s \"$(uname -n)\"") + root();
     const std::string file = "/2%24ROH%40%406%2400%2401%2430%40%4014%24M%C3%BCller";
-    const Texts options{"--columns", "author",       "-c",           "subject is-not-empty",
-                        "-c",        "status = ROH", "--color=never"};
-    Texts always = options;
-    always.emplace_back("--hyperlink=always");
+    const Texts options{"--columns=author", "-c",           "subject is-not-empty", "-c",
+                        "status = ROH",     "--color=never"};
+    const Texts always = plus(options, {"--hyperlink=always"});
     for (const std::string& table :
          {shown(options, with({{"VTE_VERSION", "7200"}})),
           shown(options, with({{"TERM", "xterm-kitty"}})), shown(always, {})}) {
@@ -149,11 +129,9 @@ TEST_F(OnATerminal, RowsLeadToTheirFiles) {
     }
     for (const ProgramRun& how : {terminal_, with({{"VTE_VERSION", "4000"}}), ProgramRun{}})
         EXPECT_EQ(shown(options, how), "Author\nMüller\n");
-    Texts paths = always;
-    paths.insert(paths.end(), {"--format", "paths"});
+    const Texts paths = plus(always, {"--format", "paths"});
     EXPECT_PRED2(holds, shown(paths, {}), ".WAV\x1B\\" + root() + "/2$ROH");
-    paths.emplace_back("-0");
-    EXPECT_FALSE(holds(shown(paths, terminal_), "\x1B"));
+    EXPECT_FALSE(holds(shown(plus(paths, {"-0"}), terminal_), "\x1B"));
 }
 
 TEST_F(OnATerminal, AllOfAFieldIsShownInItsColumn) {
@@ -173,55 +151,42 @@ TEST_F(OnATerminal, AllOfAFieldIsShownInItsColumn) {
 
 TEST_F(OnATerminal, PagerForWhatIsLongerThanTheScreen) {
     const std::string pages = "sed s/^/P:/";
+    const std::string signals = // are as they were for us
+        "sh -c \"ulimit -c 0; sh -c 'kill -XFSZ \\$\\$; echo lives'; echo left\" 2>/dev/null";
+    const std::string none = "ovsearch: there is no pager \"no-such-pager\"; OVSEARCH_PAGER names "
+                             "another one, --pager never goes without\nSubject\n";
+    const std::string notRun =
+        "ovsearch: the pager cannot be run; OVSEARCH_PAGER names another one";
     struct Case {
-        std::map<std::string, std::string> environment;
+        std::string pager;
         Texts options;
         unsigned short rows;
         std::string beginning;
         bool onTerminal = true;
     };
     const std::vector<Case> cases = {
-        {{{"OVSEARCH_PAGER", pages}}, {}, 10, "P:Subject\nP:"},
-        {{{"OVSEARCH_PAGER", pages}, {"PAGER", "false"}},
-         {"--sort", "subject"},
-         21,
-         "P:Subject\nP:"},
-        {{{"OVSEARCH_PAGER", pages}}, {}, 22, "Subject\n"},
-        {{{"OVSEARCH_PAGER", pages}}, {"--count-by", "subject"}, 10, "P:Subject  Count\nP:"},
-        {{{"OVSEARCH_PAGER", pages}}, {"--explain"}, 2, "P:All of these, in "},
-        // Signals are as they were for us.
-        {{{"OVSEARCH_PAGER",
-           "sh -c \"ulimit -c 0; sh -c 'kill -XFSZ \\$\\$; echo lives'; echo left\" 2>/dev/null"}},
-         {},
-         10,
-         "left"},
-        {{{"OVSEARCH_PAGER", pages}}, {"--pager=always"}, 22, "P:Subject\n"},
-        {{{"OVSEARCH_PAGER", pages}}, {"--pager=never"}, 10, "Subject\n"},
-        {{{"OVSEARCH_PAGER", pages}}, {"--pager=always"}, 10, "Subject\n", false},
-        {{{"OVSEARCH_PAGER", "no-such-pager"}},
-         {},
-         10,
-         "ovsearch: there is no pager \"no-such-pager\"; OVSEARCH_PAGER names another one, --pager "
-         "never goes without\nSubject\n"},
-        {{{"OVSEARCH_PAGER", "X= no-such-pager 2>/dev/null"}},
-         {},
-         10,
-         "ovsearch: the pager cannot be run; OVSEARCH_PAGER names another one"},
+        {pages, {}, 10, "P:Subject\nP:"},
+        {pages, {"--sort", "subject"}, 21, "P:Subject\nP:"},
+        {pages, {}, 22, "Subject\n"},
+        {pages, {"--count-by", "subject"}, 10, "P:Subject  Count\nP:"},
+        {pages, {"--explain"}, 2, "P:All of these, in "},
+        {signals, {}, 10, "left"},
+        {pages, {"--pager=always"}, 22, "P:Subject\n"},
+        {pages, {"--pager=never"}, 10, "Subject\n"},
+        {pages, {"--pager=always"}, 10, "Subject\n", false},
+        {"no-such-pager", {}, 10, none},
+        {"X= no-such-pager 2>/dev/null", {}, 10, notRun},
         // Whoever leaves it early has seen enough.
-        {{{"OVSEARCH_PAGER", "head -n 1"}}, {}, 10, "Subject\n"},
+        {"head -n 1", {}, 10, "Subject\n"},
         // What is to be told waits until the screen is free again.
-        {{{"OVSEARCH_PAGER", "wc -l; echo left"}},
-         {"--limit=15"},
-         10,
-         "16\nleft\novsearch: the limit of 15 was reached"},
+        {"wc -l; echo left", {"--limit=15"}, 10, "16\nleft\novsearch: the limit of 15 was reached"},
     };
     for (const Case& c : cases) {
-        ProgramRun how = with(c.environment);
+        ProgramRun how = with({{"OVSEARCH_PAGER", c.pager}, {"PAGER", "false"}});
         how.onTerminal = c.onTerminal;
         how.rows = c.rows;
-        Texts options{"--columns", "subject", "-c", "status = MAI", "--color=never"};
-        options.insert(options.end(), c.options.begin(), c.options.end());
-        const std::string output = shown(options, how);
+        const Texts options{"--columns", "subject", "-c", "status = MAI", "--color=never"};
+        const std::string output = shown(plus(options, c.options), how);
         EXPECT_TRUE(output.starts_with(c.beginning)) << c.beginning << "\n" << output;
     }
     // What no eye sees and bytes beyond the first of a letter take no room.

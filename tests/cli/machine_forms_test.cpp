@@ -33,11 +33,6 @@ protected:
             all.push_back(json::parse(line));
         return all;
     }
-    static ProgramRun german() {
-        ProgramRun how;
-        how.environment = {{"LC_ALL", "de_DE.UTF-8"}};
-        return how;
-    }
 };
 
 TEST_F(MachineForms, ValuesAreThoseOfTheName) {
@@ -66,23 +61,24 @@ TEST_F(MachineForms, ValuesAreThoseOfTheName) {
     std::size_t number = 100;
     for (const auto& [part, key, value] : cases)
         store_.add(std::to_string(number++) + "/2$ROH" + part + ".WAV");
+    ProgramRun german;
+    german.environment = {{"LC_ALL", "de_DE.UTF-8"}};
+    const Texts lines = {"--format", "jsonl"};
+    const Texts csv = {"--format", "csv", "--raw", "--separator", "tab"};
     number = 100;
     for (const auto& [part, key, value] : cases) {
         const Texts search = {"find", store_.native(std::to_string(number++)), "--columns",
                               key + ",status"};
-        for (const ProgramRun& how : {ProgramRun(), german()}) {
-            Texts lines = search;
-            lines.insert(lines.end(), {"--format", "jsonl"});
-            const json values = objects(run(lines, how)).at(0)["values"];
+        for (const ProgramRun& how : {ProgramRun(), german}) {
+            const json values = objects(run(plus(search, lines), how)).at(0)["values"];
             EXPECT_EQ(values.value(key, json()), value) << part << how.environment.size();
             EXPECT_EQ(values["status"], "ROH");
-            Texts csv = search;
-            csv.insert(csv.end(), {"--format", "csv", "--raw", "--separator", "tab"});
             const std::string cell = value.is_string() ? value.get<std::string>()
                                      : value.is_null() ? ""
                                                        : value.dump();
             const std::string quoted = holds(cell, "\"") ? R"("""eilig""")" : cell;
-            EXPECT_EQ(run(csv, how).output, key + "\tstatus\r\n" + quoted + "\tROH\r\n");
+            EXPECT_EQ(run(plus(search, csv), how).output,
+                      key + "\tstatus\r\n" + quoted + "\tROH\r\n");
         }
     }
 }
@@ -97,23 +93,18 @@ TEST_F(MachineForms, PathsOfAllBytesComeBack) {
             EXPECT_EQ(object["path_bytes"], exporting::base64(store_.native("M\xFCller.WAV")));
         }
     }
-    EXPECT_EQ(run({"find", store_.native("ward"), "--format", "csv", "--raw", "--columns",
-                   "author,path,length"})
-                  .output,
+    const auto inWard = [this](const char* columns, const Texts& form) {
+        return run(plus({"find", store_.native("ward"), "--columns", columns, "--format"}, form))
+            .output;
+    };
+    EXPECT_EQ(inWard("author,path,length", {"csv", "--raw"}),
               "author,path,path_bytes,length\r\n," + store_.native("ward/Zo\xC3\xAB.WAV") +
                   ",,\r\n");
-    for (const Texts& form : {Texts{"csv"}, Texts{"csv", "--raw"}}) {
-        Texts lone = {"find", store_.native("ward"), "--columns", "author", "--format"};
-        lone.insert(lone.end(), form.begin(), form.end());
-        EXPECT_EQ(run(lone).output, "author\r\n\"\"\r\n") << "readers pass over an empty line";
-    }
-    const Texts once = {"find", store_.native("ward"), "--format", "json", "--columns"};
-    const auto with = [&](const char* keys) {
-        Texts all = once;
-        all.emplace_back(keys);
-        return run(all).output;
-    };
-    EXPECT_EQ(with("name,26,NAME"), with("name")) << "an object has each key once";
+    for (const Texts& form : {Texts{"csv"}, Texts{"csv", "--raw"}})
+        EXPECT_EQ(inWard("author", form), "author\r\n\"\"\r\n")
+            << "readers pass over an empty line";
+    EXPECT_EQ(inWard("name,26,NAME", {"json"}), inWard("name", {"json"}))
+        << "an object has each key once";
 }
 
 // One that reads along has a line before the search is over.

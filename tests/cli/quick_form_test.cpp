@@ -3,7 +3,7 @@
 
 #include "tests/cli/cli_fixture.h"
 
-// Criteria as words of the command line.
+// What a command line asks for: criteria, as options and as words, and their order.
 
 namespace ov::cli {
 namespace {
@@ -11,6 +11,15 @@ namespace {
 TEST_F(Cli, WordsAreCriteria) {
     addThree();
     const std::vector<std::pair<Texts, std::string>> cases = {
+        {{}, "Müller Zeh öztürk"},
+        {{"-c", "author contains Ü", "-c", "priority = HOCH"}, "Müller"},
+        {{"-c", "author contains zeh", "-c", "marker marked", "--any"}, "Zeh öztürk"},
+        {{"--language", "de", "-c", "priority = hoch"}, "Müller"},
+        {{"-c", "dictated between 2025-12-30..2/1/2026"}, "Zeh öztürk"},
+        {{"--limit", "2"}, "Müller Zeh"},
+        {{"--max-depth", "0"}, "Müller"},
+        {{"--max-depth", "1"}, "Müller Zeh"},
+        {{"--sort", "length"}, "öztürk Zeh Müller"},
         {{"author:Ü", "prio:high"}, "Müller"},
         {{"zeh"}, "Zeh"},
         {{"WARD", "-marker:yes"}, "Zeh"},
@@ -23,7 +32,7 @@ TEST_F(Cli, WordsAreCriteria) {
         {{"(", "author:zeh", "marker:yes", ")", "dictated:>=2026"}, "Zeh"},
         {{"(", "no/folder", "author:zeh", ")"}, "Zeh"},
         {{"--any", "author:zeh", "--criterion=marker marked"}, "Zeh öztürk"},
-        {{"--sort", "author:desc", "length:>20s"}, "Müller"},
+        {{"--sort", "author:desc", "length:>=20s"}, "Zeh Müller"},
         {{"length:..20s", "--", "-author:zeh"}, ""},
         {{"--", "-author:zeh"}, "Müller öztürk"},
     };
@@ -42,10 +51,7 @@ TEST_F(Cli, WordsAreCriteria) {
 TEST_F(Cli, WordsThatAreNoCriteriaAreMarked) {
     addThree();
     const std::vector<std::pair<Texts, std::string>> wrong = {
-        {{"autor:x"},
-         "did you mean \"author\"? A text that holds \":\" stands in quotes.\n"
-         "  autor:x\n"
-         "  ^~~~~\n"},
+        {{"autor:x"}, "A text that holds \":\" stands in quotes.\n  autor:x\n  ^~~~~\n"},
         {{"-c", "Müller>=5", "author:\x1B"}, "there is no field \"Müller>=5\""},
         {{"subject:Größe,\"x"}, "  subject:Größe,\"x\n                ^~\n"},
         {{"author:a prio:b"}, "give each as an argument of its own"},
@@ -55,14 +61,10 @@ TEST_F(Cli, WordsThatAreNoCriteriaAreMarked) {
         {{"author:x", "-c"}, "-c"},
         {{"--not"}, "there is nothing to negate"},
         {{"author:x", "-y"}, "-y"},
-        {{"-knee"},
-         "a text to leave out is '!knee', and one that begins with \"-\" is '\"-knee\"'"},
+        {{"-knee"}, "to leave out is '!knee', and one that begins with \"-\" is '\"-knee\"'"},
     };
-    for (const auto& [words, message] : wrong) {
-        Texts arguments = {"find", "--root", root()};
-        arguments.insert(arguments.end(), words.begin(), words.end());
-        expectRefused(arguments, 2, message);
-    }
+    for (const auto& [words, message] : wrong)
+        expectRefused(plus({"find", "--root", root()}, words), 2, message);
     expectRefused({"find", "stroe/ward", "author:x"}, 3, "\"stroe/ward\" was taken as the folder");
     expectRefused({"find", "stroe"}, 3, "\"stroe\" is no folder, so it was taken as a text");
 }
@@ -72,12 +74,7 @@ TEST_F(Cli, FurtherFoldersAreToldOf) {
     ProgramRun inside;
     inside.arguments = {"-c", "cd \"$1\"; shift; exec \"$0\" find \"$@\"", OV_SEARCH_PROGRAM,
                         root()};
-    struct Case {
-        Texts words;
-        int exitCode;
-        std::string told;
-    };
-    const std::vector<Case> cases = {
+    const std::tuple<Texts, int, std::string> cases[] = {
         {{"ward", "./_old"},
          2,
          "\"./_old\" is a second folder, and a search has one, here \"ward\""},
@@ -88,13 +85,13 @@ TEST_F(Cli, FurtherFoldersAreToldOf) {
         {{"ward", "\"./_old\""}, 1, ""},
         {{"ward", "no/folder"}, 1, ""},
     };
-    for (const Case& c : cases) {
+    for (const auto& [words, exitCode, told] : cases) {
         ProgramRun how = inside;
-        how.arguments.insert(how.arguments.end(), c.words.begin(), c.words.end());
+        how.arguments = plus(how.arguments, words);
         const ProgramResult result = tests::runProgram("/bin/sh", how);
-        EXPECT_EQ(result.exitCode, c.exitCode) << joined(c.words);
-        EXPECT_PRED2(holds, result.errors, c.told);
-        EXPECT_EQ(result.errors.empty(), c.told.empty()) << result.errors;
+        EXPECT_EQ(result.exitCode, exitCode) << joined(words);
+        EXPECT_PRED2(holds, result.errors, told);
+        EXPECT_EQ(result.errors.empty(), told.empty()) << result.errors;
     }
     expectRefused({"export", settings_.native("l.csv"), root(), settings_.folder().native()}, 2,
                   "is a second folder");
@@ -148,9 +145,8 @@ TEST_F(Cli, ExplainsValuesThatNoNameHolds) {
         {{"prio:high"}, "  \"Priority\" is High  1 of 3\n"},
         {{"priority:empty"}, "  \"Priority\" is empty  1 of 3\n"}};
     for (const auto& [words, lines] : cases) {
-        Texts options = {"--explain"};
-        options.insert(options.end(), words.begin(), words.end());
-        EXPECT_EQ(find(options).output, "All of these, in " + root() + "/:\n" + lines);
+        EXPECT_EQ(find(plus({"--explain"}, words)).output,
+                  "All of these, in " + root() + "/:\n" + lines);
     }
 }
 

@@ -24,6 +24,9 @@ protected:
         std::sort(lines.begin(), lines.end());
         return lines;
     }
+    ProgramResult watched(const std::string& folder, const ProgramRun& how) const {
+        return run({"find", folder, "--watch", "--format", "paths"}, how);
+    }
     const Texts paths_ = {"--watch", "--format", "paths", "-c", "author is-not-empty"};
 };
 
@@ -89,9 +92,7 @@ TEST_F(Watch, TellsOfArrivalsThatItLeavesOut) {
     how.steps = {{"first.WAV", [&] { store_.add("a/c/late.WAV"); }},
                  {"2 folders below --max-depth", [&] { store_.add("back\\slash.WAV"); }}};
     how.interruptAt = "1 name with a backslash";
-    Texts options = paths_;
-    options.insert(options.end(), {"--max-depth", "1"});
-    EXPECT_EQ(find(options, how).exitCode, -SIGINT);
+    EXPECT_EQ(find(plus(paths_, {"--max-depth", "1"}), how).exitCode, -SIGINT);
 }
 
 // As on a file server, where others write: a table goes on too.
@@ -123,8 +124,7 @@ TEST_F(Watch, FollowsThePathOfTheStore) {
                       store_.add("store/2$ROH@@14$third.WAV");
                   }}};
     how.interruptAt = "third.WAV\n";
-    const ProgramResult result =
-        run({"find", store_.native("store"), "--watch", "--format", "paths"}, how);
+    const ProgramResult result = watched(store_.native("store"), how);
     EXPECT_EQ(result.exitCode, -SIGINT);
     EXPECT_EQ(result.errors, "");
 }
@@ -136,8 +136,7 @@ TEST_F(Watch, EndsWithTheStore) {
     how.withRights = false;
     how.steps = {
         {"first.WAV\n", [&] { fs::rename(store_.native("store"), store_.native("moved")); }}};
-    const ProgramResult result =
-        run({"find", store_.native("store"), "--watch", "--format", "paths"}, how);
+    const ProgramResult result = watched(store_.native("store"), how);
     EXPECT_EQ(result.exitCode, 3);
     EXPECT_PRED2(holds, result.errors, store_.native("store") + "/: ");
     fs::permissions(store_.native("moved/closed"), fs::perms::owner_all);

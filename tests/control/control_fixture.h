@@ -15,6 +15,36 @@ protected:
     QTreeWidget& criteria() { return widget<QTreeWidget>("lvSearchCriteria"); }
     QPushButton& button(const char* name) { return widget<QPushButton>(name); }
     std::string label() { return text("lblSearchResult"); }
+    std::string notice() { return text("lblSearchNotice"); }
+    // With these criteria in place of those that were kept: "5|17|Anna|\n".
+    void openWith(const std::string& criteria) {
+        closeControl();
+        write("SearchCriteria.dat", criterion(criteria));
+        openControl();
+    }
+    void tick(int row, bool on) {
+        criteria().topLevelItem(row)->setCheckState(0, on ? Qt::Checked : Qt::Unchecked);
+        QCoreApplication::processEvents();
+    }
+    // All of them or any; the list of hits may follow.
+    void compare(bool all) {
+        clickOn(window(), all ? "optCriteriaCompare(1)" : "optCriteriaCompare(0)");
+        QCoreApplication::processEvents();
+    }
+    void deleteCriteria() {
+        key(criteria(), Qt::Key_A, Qt::ControlModifier);
+        key(criteria(), Qt::Key_Delete);
+    }
+    // "2 of 3; !0 of 3; " with a mark at those that alone emptied the list.
+    std::string counts() {
+        std::string line;
+        for (int i = 0; i < criteria().topLevelItemCount(); ++i) {
+            const auto* item = criteria().topLevelItem(i);
+            line += (item->data(0, emptyingRole).toBool() ? "!" : "") +
+                    item->data(0, countRole).toString().toStdString() + "; ";
+        }
+        return line;
+    }
     // Answers the editor that `open` brings up: the author is to contain `text`.
     static void enter(const std::function<void()>& open, const char* text) {
         withDialog(open, [text](QDialog& dialog) {

@@ -6,6 +6,9 @@
 #include "support/modINI.h"
 #include "tests/window/window_fixture.h"
 
+#include <QHelpEvent>
+#include <QToolTip>
+
 namespace ov::tests {
 
 // A control whose list of hits is looked at.
@@ -20,6 +23,22 @@ public:
             all += (results().selectionModel()->isRowSelected(row) ? "*" : "") +
                    model().text(row, column(field)).toStdString() + "; ";
         return all;
+    }
+    // Seen, so that it has a picture.
+    QModelIndex cell(int row, int field) {
+        const QModelIndex index = model().index(row, column(field));
+        results().scrollTo(index);
+        return index;
+    }
+    QImage picture(const QModelIndex& cell) {
+        results().scrollTo(cell);
+        return results().viewport()->grab(results().visualRect(cell)).toImage();
+    }
+    std::string toolTip(int row, int field) {
+        const QPoint place = results().visualRect(cell(row, field)).center();
+        QHelpEvent asked(QEvent::ToolTip, place, results().viewport()->mapToGlobal(place));
+        QApplication::sendEvent(results().viewport(), &asked);
+        return QToolTip::text().toStdString();
     }
     std::string text(const char* label) { return widget<QLabel>(label).text().toStdString(); }
     std::string setting(const char* key) {

@@ -3,11 +3,8 @@
 #pragma once
 
 #include "catalogue/store_update.h"
-#include "control/criteria/criterion_delegate.h"
 #include "tests/control/control_fixture.h"
 #include "tests/wave_files.h"
-
-#include <string>
 
 namespace ov {
 
@@ -31,17 +28,9 @@ protected:
     }
     void update() const { update(store.directory()); }
     std::string moment() { return text("lblCatalogueMoment"); }
-    std::string notice() { return text("lblSearchNotice"); }
     std::string hint() {
         QCoreApplication::processEvents();
         return child<QLabel>(results(), "lblListHint").text().toStdString();
-    }
-    void criteriaAre(const std::string& lines) { write("SearchCriteria.dat", criterion(lines)); }
-    std::string counts() {
-        std::string line;
-        for (int i = 0; i < criteria().topLevelItemCount(); ++i)
-            line += criteria().topLevelItem(i)->data(0, countRole).toString().toStdString() + "; ";
-        return line;
     }
     // As a user asks for a walk.
     void searchAfresh() {

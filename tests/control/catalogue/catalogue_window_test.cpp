@@ -2,10 +2,8 @@
 // SPDX-License-Identifier: MIT
 
 #include "control/catalogue/catalogue_answer.h"
-#include "control/criteria/criterion_delegate.h"
 #include "tests/control/catalogue/catalogue_window_fixture.h"
 #include "tests/slow_store.h"
-#include "tests/wave_files.h"
 
 #include <QCompleter>
 #include <QProgressBar>
@@ -63,12 +61,11 @@ TEST(CatalogueMoment, HasTheDateOfAnotherDay) {
 TEST_F(CatalogueWindow, CountsWhatEachCriterionMeetsAndWhyNothingWasFound) {
     store.add("2$WAV@@14$Anna.WAV").add("2$ROH@@14$Anna.WAV").add("2$WAV@@14$Berta.WAV");
     update();
-    criteriaAre("5|17|Anna|\n5|17|Zoe|\n26|17|14|\n");
-    openControl();
+    openWith("5|17|Anna|\n5|17|Zoe|\n26|17|14|\n");
     search();
-    waitFor([this] { return counts() == "2 of 3; 0 of 3; 3 of 3; "; });
+    waitFor([this] { return counts() == "2 of 3; !0 of 3; 3 of 3; "; });
     EXPECT_EQ(hint(), "No dictation meets this criterion:\n\"Author\" contains Zoe");
-    criteria().topLevelItem(1)->setCheckState(0, Qt::Unchecked);
+    tick(1, false);
     waitFor([this] { return counts() == "2 of 3; ; 3 of 3; "; });
     EXPECT_EQ(model().rowCount(), 2) << "the list follows the criteria";
     EXPECT_NE(moment(), "");
@@ -105,54 +102,48 @@ TEST_F(CatalogueWindow, TellsOfUpdatesThatHaveNotComeToTheirEnd) {
 }
 
 TEST_F(CatalogueWindow, OffersAWalkWhenThereIsNoAnswer) {
-    struct Case {
-        const char* what;
-        std::function<void()> prepare;
-        const char* sentence;
-    };
     TemporaryStore other;
-    for (const Case& one :
-         {Case{"no file", [] {}, "There is no catalogue "},
-          Case{"another store", [&] { update(other.directory()); },
-               "The catalogue does not have the folder "},
-          Case{"no database", [this] { write("catalogue.db", std::string(5000, 'x')); },
-               "The catalogue cannot be asked: "}}) {
+    const std::pair<std::function<void()>, std::string> cases[] = {
+        {[] {}, "There is no catalogue "},
+        {[&] { update(other.directory()); }, "The catalogue does not have the folder "},
+        {[this] { write("catalogue.db", std::string(5000, 'x')); },
+         "The catalogue cannot be asked: "}};
+    for (const auto& [prepare, sentence] : cases) {
+        SCOPED_TRACE(sentence);
         closeControl(); // which saves its criteria
         for (const char* suffix : {"", "-wal", "-shm"})
             fs::remove(folder() / (std::string("catalogue.db") + suffix));
-        one.prepare();
+        prepare();
         store.add("2$WAV@@14$Anna.WAV");
-        criteriaAre("5|17|A|\n");
-        openControl();
+        openWith("5|17|A|\n");
         search();
-        ASSERT_EQ(user->boxes.size(), 1U) << one.what;
-        EXPECT_EQ(user->boxes[0].text.find(one.sentence), 0U) << user->boxes[0].text;
+        ASSERT_EQ(user->boxes.size(), 1U);
+        EXPECT_EQ(user->boxes[0].text.find(sentence), 0U) << user->boxes[0].text;
         EXPECT_NE(user->boxes[0].text.find("Search through the folders instead?"),
                   std::string::npos);
-        EXPECT_EQ(model().rowCount(), 0) << "No searches nowhere: " << one.what;
+        EXPECT_EQ(model().rowCount(), 0) << "No searches nowhere";
         user->saysYes = true;
         search();
-        EXPECT_EQ(model().rowCount(), 1) << one.what;
+        EXPECT_EQ(model().rowCount(), 1);
         EXPECT_EQ(moment(), "");
         EXPECT_EQ(user->boxes.size(), 2U);
         criteria().setFocus();
         enter([&] { key(criteria(), Qt::Key_Insert); }, "Anna");
-        EXPECT_EQ(counts(), "1 of 1; 1 of 1; ") << "a walk goes on as one: " << one.what;
-        EXPECT_EQ(user->boxes.size(), 2U) << "and nothing is asked again: " << one.what;
+        EXPECT_EQ(counts(), "1 of 1; 1 of 1; ") << "a walk goes on as one";
+        EXPECT_EQ(user->boxes.size(), 2U) << "and nothing is asked again";
     }
 }
 
 TEST_F(CatalogueWindow, ACatalogueThatGoesAwayIsToldWithoutABoxWhileCriteriaChange) {
     store.add("2$WAV@@14$Anna.WAV");
     update();
-    criteriaAre("5|17|A|\n5|17|B|\n");
-    openControl();
-    criteria().topLevelItem(1)->setCheckState(0, Qt::Unchecked);
+    openWith("5|17|A|\n5|17|B|\n");
+    tick(1, false);
     search();
     EXPECT_EQ(model().rowCount(), 1);
     fs::rename(folder() / "catalogue.db", folder() / "away");
     user->boxes.clear();
-    criteria().topLevelItem(1)->setCheckState(0, Qt::Checked);
+    tick(1, true);
     waitFor([this] { return notice().starts_with("There is no catalogue "); });
     EXPECT_EQ(model().rowCount(), 1) << "what was found stays";
     EXPECT_TRUE(user->boxes.empty());
@@ -166,8 +157,7 @@ protected:
             GTEST_SKIP() << SlowStore::why;
         disk.add("catalogue.db", "x");
         write("local.ini", sectionWith("Catalogue=" + server.path("catalogue.db")));
-        criteriaAre("5|17|A|\n");
-        openControl();
+        openWith("5|17|A|\n");
         server.hang();
         whenAsked_.setInterval(1);
     }

@@ -13,12 +13,14 @@ namespace ov::tests {
 class CriteriaListTest : public ControlTest {
 protected:
     void open(const std::string& authors) {
+        openWith(linesOf(authors));
+        criteria().setFocus();
+    }
+    static std::string linesOf(const std::string& authors) {
         std::string lines;
         for (const char author : authors)
             lines += std::string("5|17|") + author + "|\r\n";
-        write("SearchCriteria.dat", criterion(lines));
-        openControl();
-        criteria().setFocus();
+        return lines;
     }
     // "A>BC": B is in a group with A.
     void openGrouped(const std::string& list) {
@@ -41,6 +43,23 @@ protected:
     }
     void altKey(Qt::Key arrow) { key(criteria(), arrow, Qt::AltModifier); }
     void controlKey(Qt::Key letter) { key(criteria(), letter, Qt::ControlModifier); }
+    void spaceOn(const std::vector<int>& rows) {
+        select(rows);
+        key(criteria(), Qt::Key_Space);
+    }
+    void groupFrom(int row) {
+        select({row});
+        altKey(Qt::Key_Right);
+    }
+    // Answers the editor of that row, or of another one like it.
+    void edit(int row, const char* author) {
+        select({row});
+        enter([this] { key(criteria(), Qt::Key_F2); }, author);
+    }
+    void duplicate(int row, const char* author) {
+        select({row});
+        enter([this] { controlKey(Qt::Key_D); }, author);
+    }
     void select(const std::vector<int>& rows) {
         criteria().clearSelection();
         for (const int row : rows)

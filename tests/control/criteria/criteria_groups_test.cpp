@@ -14,11 +14,8 @@ namespace {
 class CriteriaGroups : public CriteriaListTest {
 protected:
     std::string spokenAt(int row) {
-        return criteria()
-            .topLevelItem(row)
-            ->data(0, Qt::AccessibleTextRole)
-            .toString()
-            .toStdString();
+        const auto* item = criteria().topLevelItem(row);
+        return item->data(0, Qt::AccessibleTextRole).toString().toStdString();
     }
     int hits() {
         search();
@@ -111,44 +108,34 @@ TEST_F(CriteriaGroups, AreMadeFromTheMenuToo) {
 TEST_F(CriteriaGroups, FindWhatTheyMeanAndSayIt) {
     for (const char* name : {"2$ROH@@14$Ax", "2$ROH@@14$Ay", "2$ROH@@14$Bx", "2$WAV@@14$By"})
         store.add(std::string(name) + ".WAV");
-    write("SearchCriteria.dat",
-          criterion("5|17|A|\r\n5|17|y|\r\n2|25|7|\r\n5|17|none|\r\n5|17|zero|\r\n"));
-    openControl();
-    select({3, 4});
-    key(criteria(), Qt::Key_Space);
+    openWith("5|17|A|\r\n5|17|y|\r\n2|25|7|\r\n5|17|none|\r\n5|17|zero|\r\n");
+    spaceOn({3, 4});
     EXPECT_EQ(hits(), 1);
-    select({1});
-    altKey(Qt::Key_Right); // which the list of hits follows
+    groupFrom(1); // which the list of hits follows
     QCoreApplication::processEvents();
     EXPECT_EQ(model().rowCount(), 2) << "(A or y) and ROH";
     EXPECT_EQ(spokenAt(0) + "; " + spokenAt(1),
               "\"Author\" contains A, 2 of 4; or: \"Author\" contains y, 2 of 4");
-    clickOn(window(), "optCriteriaCompare(0)");
-    QCoreApplication::processEvents();
+    compare(false);
     EXPECT_EQ(model().rowCount(), 3) << "(A and y) or ROH";
     EXPECT_EQ(spokenAt(1), "and: \"Author\" contains y");
     speak("7");
     EXPECT_EQ(spokenAt(1), "und: \"Autor\" enthält y");
     speak("9");
-    clickOn(window(), "optCriteriaCompare(1)");
+    compare(true);
 
-    select({0});
-    key(criteria(), Qt::Key_Space);
+    spaceOn({0});
     EXPECT_EQ(hits(), 1) << "y and ROH: the next one begins the group";
-    select({3, 4});
-    key(criteria(), Qt::Key_Space);
-    select({3});
-    altKey(Qt::Key_Right);
+    spaceOn({3, 4});
+    groupFrom(3);
     EXPECT_EQ(hits(), 0);
     const auto& hint = widget<QLabel>("lblListHint");
     EXPECT_EQ(hint.text().toStdString(), "No dictation meets this criterion:\n\"Author\" contains "
                                          "zero")
         << "one of a group of which another is met is none";
-    select({4});
-    altKey(Qt::Key_Right);
+    groupFrom(4);
     EXPECT_EQ(hits(), 1);
-    select({2});
-    key(criteria(), Qt::Key_Space);
+    spaceOn({2});
     EXPECT_EQ(hits(), 0) << "y and (none or zero)";
     EXPECT_EQ(hint.text().toStdString(),
               "No dictation meets even one of these criteria:\n\"Author\" contains none\nor: "
@@ -159,17 +146,12 @@ TEST_F(CriteriaGroups, StandBesideTheCriteria) {
     openGrouped("A>B>CD>EF");
     EXPECT_EQ(bars(read("SearchCriteria.grp")),
               "5|17|A|\r\n 5|17|B|\r\n 5|17|C|\r\n5|17|D|\r\n 5|17|E|\r\n");
-    select({1});
-    key(criteria(), Qt::Key_Space);
-    EXPECT_EQ(bars(read("SearchCriteria.dat")),
-              "5|17|A|\r\n5|17|C|\r\n5|17|D|\r\n5|17|E|\r\n5|17|F|\r\n")
+    spaceOn({1});
+    EXPECT_EQ(bars(read("SearchCriteria.dat")), linesOf("ACDEF"))
         << "for whoever knows of no groups";
     openControl();
     EXPECT_EQ(line(), "A>-B>CD>EF");
-    closeControl();
-    write("SearchCriteria.dat",
-          criterion("5|17|A|\r\n5|17|X|\r\n5|17|C|\r\n5|17|D|\r\n5|17|E|\r\n"));
-    openControl();
+    openWith(linesOf("AXCDE"));
     EXPECT_EQ(line(), "A-BXCD>E") << "what no longer fits is dropped";
     select({0, 1, 2, 3, 4, 5});
     altKey(Qt::Key_Left);
@@ -186,40 +168,29 @@ TEST_F(CriteriaGroups, StandBesideTheCriteria) {
 
 // A program that knows of no groups may have been at the criteria.
 TEST_F(CriteriaGroups, AreFoundAgainAmongOtherCriteria) {
-    struct Case {
-        std::string list;
-        std::vector<int> leftOut;
-        std::string others; // what the criteria are by then
-        std::string after;
-        std::string kept; // as a backup
-    };
     const std::string both = "5|17|A|\r\n 5|17|B|\r\n";
-    for (const Case& c :
-         std::vector<Case>{{"YXA>BZ", {1}, "ABZ", "A>B-XZ", ""}, // X comes between them
-                           {"ABA>B", {}, "ABAB", "ABA>B", ""},
-                           {"ABA>B", {0, 1}, "XAB", "-A-BXA>B", ""},
-                           {"A>BAB", {2, 3}, "XYZAB", "XY-A-BZA>B", ""},
-                           {"A>BAB", {0}, "BAB", "-A>BAB", ""},
-                           {"XA>B", {}, "AB", "A>B", ""},
-                           {"A>BC", {}, "AXBC", "AXBC", both}}) {
-        openGrouped(c.list);
-        select(c.leftOut);
-        if (!c.leftOut.empty())
-            key(criteria(), Qt::Key_Space);
-        closeControl();
-        std::string lines;
-        for (const char author : c.others)
-            lines += std::string("5|17|") + author + "|\r\n";
-        write("SearchCriteria.dat", criterion(lines));
-        openControl();
-        EXPECT_EQ(line(), c.after) << c.list;
-        EXPECT_EQ(bars(read("SearchCriteria.bak")), c.kept) << c.list;
+    using Rows = std::vector<int>;
+    const std::tuple<std::string, Rows, std::string, std::string, std::string> cases[] = {
+        // list, left out, what the criteria are by then, list after that, backup
+        {"YXA>BZ", {1}, "ABZ", "A>B-XZ", ""}, // X comes between them
+        {"ABA>B", {}, "ABAB", "ABA>B", ""},
+        {"ABA>B", {0, 1}, "XAB", "-A-BXA>B", ""},
+        {"A>BAB", {2, 3}, "XYZAB", "XY-A-BZA>B", ""},
+        {"A>BAB", {0}, "BAB", "-A>BAB", ""},
+        {"XA>B", {}, "AB", "A>B", ""},
+        {"A>BC", {}, "AXBC", "AXBC", both}};
+    for (const auto& [list, leftOut, others, after, kept] : cases) {
+        openGrouped(list);
+        if (!leftOut.empty())
+            spaceOn(leftOut);
+        openWith(linesOf(others));
+        EXPECT_EQ(line(), after) << list;
+        EXPECT_EQ(bars(read("SearchCriteria.bak")), kept) << list;
     }
     closeControl();
     fs::remove(folder() / "SearchCriteria.bak");
     write("SearchCriteria.grp", criterion(both + "rubbish\r\n"));
-    write("SearchCriteria.dat", criterion("5|17|A|\r\n5|17|B|\r\n"));
-    openControl();
+    openWith(linesOf("AB"));
     EXPECT_EQ(line(), "A>B");
     EXPECT_EQ(bars(read("SearchCriteria.bak")), both + "rubbish\r\n");
 }
@@ -249,21 +220,16 @@ TEST_F(CriteriaGroups, AreSpokenOfWhenTheyChange) {
 
 TEST_F(CriteriaGroups, GoOnWithAnotherOfAnEntry) {
     openGrouped("A>BC");
-    select({0});
-    enter([&] { controlKey(Qt::Key_D); }, "N");
+    duplicate(0, "N");
     EXPECT_EQ(line(), "A>*N>BC");
-    select({2});
-    enter([&] { controlKey(Qt::Key_D); }, "C");
+    duplicate(2, "C");
     EXPECT_EQ(line(), "A>N>B>*CC") << "which is another one in a group";
-    select({1});
-    enter([&] { controlKey(Qt::Key_D); }, "A");
+    duplicate(1, "A");
     EXPECT_EQ(line(), "*A>N>B>CC") << "it is in the group, as its first";
-    select({1});
-    enter([&] { key(criteria(), Qt::Key_F2); }, "B");
+    edit(1, "B");
     EXPECT_EQ(line(), "A>*B>CC");
     EXPECT_EQ(user->boxes.size(), 2U) << "they were there";
-    select({3});
-    enter([&] { controlKey(Qt::Key_D); }, "E");
+    duplicate(3, "E");
     EXPECT_EQ(line(), "A>B>CC*E");
 }
 

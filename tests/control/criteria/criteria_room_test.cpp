@@ -11,12 +11,10 @@ namespace {
 class CriteriaRooms : public ControlTest {
 protected:
     void openWith(int count) {
-        closeControl(); // which keeps its own
         std::string lines;
         for (int i = 0; i < count; ++i)
             lines += "5|17|Anna " + std::to_string(i) + "|\r\n";
-        write("SearchCriteria.dat", criterion(lines));
-        openControl();
+        ControlTest::openWith(lines);
         settle();
     }
     static void settle() {

@@ -52,22 +52,20 @@ TEST_F(FirstScreen, ListsAllWithoutAQuestion) {
 }
 
 TEST_F(FirstScreen, TellsWhichCriterionEmptiedTheList) {
-    using Case = std::tuple<std::string, bool, std::string>;
-    for (const auto& [criteria, all, expected] : std::vector<Case>{
-             {"5|17|Anna|\n5|17|Zoe|\n", true,
-              "No dictation meets this criterion:\n\"Author\" contains Zoe"},
-             {"5|17|Yve|\n5|17|Zoe|\n", true,
-              "No dictation meets even one of these criteria:\n\"Author\" contains Yve\n\"Author\" "
-              "contains Zoe"},
-             {"5|17|Anna|\n5|17|Berta|\n", true,
-              "Each criterion is met by some dictations, but none meets all of them together."},
-             {"5|17|Yve|\n5|17|Zoe|\n", false, "No dictation meets any of the criteria."}}) {
-        store.add("2$WAV@@14$Anna.WAV").add("2$WAV@@14$Berta.WAV");
-        closeControl(); // which keeps its criteria
-        write("SearchCriteria.dat", criterion(criteria));
-        openControl();
+    store.add("2$WAV@@14$Anna.WAV").add("2$WAV@@14$Berta.WAV");
+    const std::tuple<std::string, bool, std::string> cases[] = {
+        {"5|17|Anna|\n5|17|Zoe|\n", true,
+         "No dictation meets this criterion:\n\"Author\" contains Zoe"},
+        {"5|17|Yve|\n5|17|Zoe|\n", true,
+         "No dictation meets even one of these criteria:\n\"Author\" contains Yve\n\"Author\" "
+         "contains Zoe"},
+        {"5|17|Anna|\n5|17|Berta|\n", true,
+         "Each criterion is met by some dictations, but none meets all of them together."},
+        {"5|17|Yve|\n5|17|Zoe|\n", false, "No dictation meets any of the criteria."}};
+    for (const auto& [criteria, all, expected] : cases) {
+        openWith(criteria);
         EXPECT_EQ(hint(), "The dictations that a search finds are listed here.");
-        clickOn(window(), all ? "optCriteriaCompare(1)" : "optCriteriaCompare(0)");
+        compare(all);
         search();
         EXPECT_EQ(hint(), expected);
     }

@@ -1,7 +1,6 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
-#include "control/criteria/criterion_delegate.h"
 #include "control/criteria/relative_dates.h"
 #include "dictation/search/search.h"
 #include "tests/control/control_fixture.h"
@@ -22,25 +21,13 @@ protected:
     // Two dictations of Anna, one of Berta, and the list of those that the criteria ask for.
     void start(const std::string& criteria) {
         store.add("2$WAV@@14$Anna.WAV").add("2$ROH@@14$Anna.WAV").add("2$WAV@@14$Berta.WAV");
-        write("SearchCriteria.dat", criterion(criteria));
-        openControl();
+        openWith(criteria);
         search();
     }
-    // "2 of 3; !0 of 3; " with a mark at those that alone emptied the list.
-    std::string counts() {
-        std::string line;
-        for (int i = 0; i < criteria().topLevelItemCount(); ++i) {
-            const auto* item = criteria().topLevelItem(i);
-            line += (item->data(0, emptyingRole).toBool() ? "!" : "") +
-                    item->data(0, countRole).toString().toStdString() + "; ";
-        }
-        return line;
-    }
-    void tick(int row, bool on) {
-        criteria().topLevelItem(row)->setCheckState(0, on ? Qt::Checked : Qt::Unchecked);
+    void follow(bool on) {
+        widget<QCheckBox>("chkFollow").setChecked(on);
         QCoreApplication::processEvents();
     }
-    std::string notice() { return widget<QLabel>("lblSearchNotice").text().toStdString(); }
 };
 
 TEST_F(Following, CountsWhatEachCriterionMatches) {
@@ -52,15 +39,14 @@ TEST_F(Following, CountsWhatEachCriterionMatches) {
     EXPECT_EQ(criteria().topLevelItem(2)->text(0).trimmed(),
               QStringLiteral("\"Dictated\" is this week"));
     EXPECT_TRUE(criteria().topLevelItem(2)->data(0, datesRole).toString().contains(u" to "));
-    inCall(
-        "PI_ProgressText", [&] { search(); },
-        [&] { EXPECT_EQ(counts(), "; ; ; ") << "they are of the search before"; });
+    inSearch([&] { search(); },
+             [&] { EXPECT_EQ(counts(), "; ; ; ") << "they are of the search before"; });
     speak("7");
     EXPECT_EQ(counts(), "2 von 3; !0 von 3; !0 von 3; ");
-    widget<QCheckBox>("chkFollow").setChecked(false);
+    follow(false);
     tick(0, false);
     EXPECT_EQ(counts(), "; ; ; ") << "they were for other criteria";
-    clickOn(window(), "optCriteriaCompare(0)");
+    compare(false);
     search();
     EXPECT_EQ(counts(), "; ; ; ") << "where one is enough not all are looked at";
 }
@@ -75,8 +61,7 @@ TEST_F(Following, FollowsEachChangeWithoutAQuestion) {
     EXPECT_EQ(model().rowCount(), 0);
     EXPECT_EQ(counts(), "2 of 3; 1 of 3; ");
     EXPECT_EQ(label(), "Search result (0 dictations)");
-    clickOn(window(), "optCriteriaCompare(0)");
-    QCoreApplication::processEvents();
+    compare(false);
     EXPECT_EQ(model().rowCount(), 3);
     for (int row = 0; row < 3; ++row)
         if (model().text(row, column(5)) == QLatin1String("Berta"))
@@ -84,23 +69,20 @@ TEST_F(Following, FollowsEachChangeWithoutAQuestion) {
     tick(0, false);
     EXPECT_EQ(columnTexts(5) + selectedRows(), "Berta; *");
     EXPECT_EQ(window().focusWidget(), &criteria());
-    key(criteria(), Qt::Key_A, Qt::ControlModifier);
-    key(criteria(), Qt::Key_Delete);
+    deleteCriteria();
     QCoreApplication::processEvents();
     EXPECT_EQ(model().rowCount(), 3) << "without criteria all";
     EXPECT_TRUE(user->boxes.empty());
     EXPECT_EQ(calls("PI_ProgressInit(&0, &3"), 0);
     EXPECT_EQ(read("SearchCriteria.dat"), "");
 
-    clickOn(window(), "chkFollow");
-    QCoreApplication::processEvents();
+    follow(false);
     key(criteria(), Qt::Key_Z, Qt::ControlModifier);
     QCoreApplication::processEvents();
     EXPECT_EQ(model().rowCount(), 3) << "not wanted";
     EXPECT_EQ(bars(read("SearchCriteria.dat")), "5|17|Berta|\r\n") << "but kept";
     EXPECT_EQ(setting("FollowCriteria"), "0");
-    clickOn(window(), "chkFollow");
-    QCoreApplication::processEvents();
+    follow(true);
     EXPECT_EQ(columnTexts(5), "Berta; ");
 }
 
@@ -130,12 +112,10 @@ TEST_F(Following, KeepsWhatIsSelected) {
     results().selectAll();
     results().selectionModel()->select(model().index(0, 0),
                                        QItemSelectionModel::Deselect | QItemSelectionModel::Rows);
-    clickOn(window(), "optCriteriaCompare(0)");
-    QCoreApplication::processEvents();
+    compare(false);
     EXPECT_EQ(selectedRows(), "-**") << "the same rows again";
     tick(1, true);
-    clickOn(window(), "optCriteriaCompare(1)");
-    QCoreApplication::processEvents();
+    compare(true);
     EXPECT_EQ(columnTexts(5) + selectedRows(), "Berta; *");
 }
 
@@ -159,60 +139,48 @@ TEST_F(Following, GivesWayToWhatIsAskedMeanwhile) {
     for (int depth = 1; depth < 30; ++depth)
         store.add(std::string("ward") + std::to_string(depth) + "/2$WAV@@14$Carla.WAV");
     user->boxes.clear();
-    inCall(
-        "PI_ProgressText", [this] { tick(0, false); }, [this] { tick(1, false); });
+    inSearch([this] { tick(0, false); }, [this] { tick(1, false); });
     QCoreApplication::processEvents();
     EXPECT_EQ(model().rowCount(), 32) << "the newer change counts";
 
-    inCall(
-        "PI_ProgressText", [this] { tick(1, true); },
-        [this] {
-            EXPECT_TRUE(button("cmdSearchOptions(0)").isEnabled());
-            QTest::keyClick(&window(), Qt::Key_Escape);
-        });
+    inSearch([this] { tick(1, true); },
+             [this] {
+                 EXPECT_TRUE(button("cmdSearchOptions(0)").isEnabled());
+                 QTest::keyClick(&window(), Qt::Key_Escape);
+             });
     EXPECT_EQ(model().rowCount(), 32) << "stopped, the rows stay";
     EXPECT_EQ(counts(), "; ; ");
 
-    inCall(
-        "PI_ProgressText", [this] { tick(1, false); }, [this] { tick(1, true); });
+    inSearch([this] { tick(1, false); }, [this] { tick(1, true); });
     host().refused = {"PI_ProgressText"};
     tick(1, false);
     EXPECT_TRUE(user->boxes.empty()) << "a host that fails";
     host().refused.clear();
-    inCall(
-        "PI_ProgressText", [this] { tick(0, true); },
-        [this] { QTest::keyClick(&criteria(), Qt::Key_F5); });
+    inSearch([this] { tick(0, true); }, [this] { QTest::keyClick(&criteria(), Qt::Key_F5); });
     QCoreApplication::processEvents();
     EXPECT_EQ(model().rowCount(), 2) << "a search of the user takes its place";
     EXPECT_FALSE(modDictation::isSearchRunning());
 }
 
 TEST_F(Following, SaysWhatRelativeDatesMeanToday) {
-    struct Case {
-        platform::DateTime today;
-        std::int32_t operatorId;
-        std::string english;
-        std::string german;
-    };
     const platform::DateTime sunday{2026, 11, 22};
+    const platform::DateTime endOfYear{2026, 12, 30};
     using namespace modDictation::operator_id;
-    for (const Case& c : std::vector<Case>{
-             {sunday, thisWeek, "16 to 22 November 2026", "16. bis 22. November 2026"},
-             {sunday, yesterday, "21 November 2026", "21. November 2026"},
-             {{2026, 12, 2},
-              thisWeek,
-              "30 November to 6 December 2026",
-              "30. November bis 6. Dezember 2026"},
-             {{2026, 12, 30},
-              thisWeek,
-              "28 December 2026 to 3 January 2027",
-              "28. Dezember 2026 bis 3. Januar 2027"},
-             {sunday, onDate, "", ""}}) {
-        const modDictation::Criterion asked{9, c.operatorId, "2026-11-21", ""};
-        modLanguage::SetLanguage(9, 0);
-        EXPECT_EQ(relativeDatesText(asked, c.today).toStdString(), c.english);
-        modLanguage::SetLanguage(7, 0);
-        EXPECT_EQ(relativeDatesText(asked, c.today).toStdString(), c.german);
+    const std::tuple<platform::DateTime, std::int32_t, std::int32_t, std::string> cases[] = {
+        // today, operator, language, what it means
+        {sunday, thisWeek, 9, "16 to 22 November 2026"},
+        {sunday, thisWeek, 7, "16. bis 22. November 2026"},
+        {sunday, yesterday, 9, "21 November 2026"},
+        {sunday, yesterday, 7, "21. November 2026"},
+        {{2026, 12, 2}, thisWeek, 9, "30 November to 6 December 2026"},
+        {{2026, 12, 2}, thisWeek, 7, "30. November bis 6. Dezember 2026"},
+        {endOfYear, thisWeek, 9, "28 December 2026 to 3 January 2027"},
+        {endOfYear, thisWeek, 7, "28. Dezember 2026 bis 3. Januar 2027"},
+        {sunday, onDate, 9, ""}};
+    for (const auto& [today, operatorId, language, meaning] : cases) {
+        modLanguage::SetLanguage(language, 0);
+        EXPECT_EQ(relativeDatesText({9, operatorId, "2026-11-21", ""}, today).toStdString(),
+                  meaning);
     }
     EXPECT_TRUE(relativeDatesText({5, thisWeek, "", ""}, sunday).isEmpty()) << "no date";
 }

@@ -43,15 +43,13 @@ protected:
 };
 
 TEST_F(SavedSearchesTest, AreSavedBroughtBackRenamedAndDeleted) {
-    write("SearchCriteria.dat", criterion("5|17|Anna|\r\n15|25|3|\r\n"));
-    openControl();
-    clickOn(window(), "optCriteriaCompare(0)");
+    openWith("5|17|Anna|\r\n15|25|3|\r\n");
+    compare(false);
     name("", "Save criteria as…", "R&D / urgent");
     EXPECT_EQ(read("Searches/R&D %2F urgent.search"),
               "name=R&D / urgent\nall=0\nauthor contains Anna\npriority is 3\n");
-    clickOn(window(), "optCriteriaCompare(1)");
-    key(criteria(), Qt::Key_A, Qt::ControlModifier);
-    key(criteria(), Qt::Key_Delete);
+    compare(true);
+    deleteCriteria();
     EXPECT_EQ(shown(), "all");
     choose("", "R&D / urgent");
     EXPECT_EQ(shown(), "any; \"Author\" contains Anna; \"Priority\" is High");
@@ -60,7 +58,7 @@ TEST_F(SavedSearchesTest, AreSavedBroughtBackRenamedAndDeleted) {
     EXPECT_EQ(setting("SearchCompareAnd"), "-1");
     key(criteria(), Qt::Key_Y, Qt::ControlModifier);
     EXPECT_EQ(shown(), "any; \"Author\" contains Anna; \"Priority\" is High");
-    clickOn(window(), "optCriteriaCompare(1)");
+    compare(true);
     key(criteria(), Qt::Key_Z, Qt::ControlModifier);
     EXPECT_EQ(shown().substr(0, 5), "any; ") << "a choice by itself, too";
     EXPECT_EQ(setting("SearchCompareAnd"), "0");
@@ -86,8 +84,7 @@ TEST_F(SavedSearchesTest, OfOneNameAndOfOddOnesAreKept) {
     EXPECT_TRUE(files.rename(files.saved().at(1), "Same").ok());
     EXPECT_EQ(files.saved().size(), 2U);
     write("Searches/Recent/2147483647.search", "author contains x\n");
-    write("SearchCriteria.dat", criterion("5|17|Anna|\r\n"));
-    openControl();
+    openWith("5|17|Anna|\r\n");
     user->saysYes = true;
     for (int i = 0; i < 2; ++i)
         name("", "Save criteria as…", "Ur\xC2\xADgent"); // with a hyphen that is not seen
@@ -102,8 +99,7 @@ TEST_F(SavedSearchesTest, KeepsTheLastTenByThemselves) {
     user->saysYes = true;
     search();
     for (int i = 0; i < 12; ++i) {
-        key(criteria(), Qt::Key_A, Qt::ControlModifier);
-        key(criteria(), Qt::Key_Delete);
+        deleteCriteria();
         enter([&] { key(criteria(), Qt::Key_Insert); }, ("A" + std::to_string(i % 11)).c_str());
         search();
         search();
@@ -133,8 +129,7 @@ TEST_F(SavedSearchesTest, SkipsWhatIsNoneAndShowsAnyNameSafely) {
 }
 
 TEST_F(SavedSearchesTest, KeepGroupsAndTellWhatCannotBeRead) {
-    write("SearchCriteria.dat", criterion("5|17|Anna|\r\n5|17|Berta|\r\n15|25|3|\r\n"));
-    openControl();
+    openWith("5|17|Anna|\r\n5|17|Berta|\r\n15|25|3|\r\n");
     criteria().topLevelItem(1)->setSelected(true);
     key(criteria(), Qt::Key_Right, Qt::AltModifier);
     const std::string grouped =
@@ -147,8 +142,7 @@ TEST_F(SavedSearchesTest, KeepGroupsAndTellWhatCannotBeRead) {
     key(criteria(), Qt::Key_Left, Qt::AltModifier);
     choose("Recent searches", "(\"Author\" contains Anna / \"Author\"");
     EXPECT_EQ(shown(), grouped);
-    key(criteria(), Qt::Key_A, Qt::ControlModifier);
-    key(criteria(), Qt::Key_Delete);
+    deleteCriteria();
     user->boxes.clear();
     choose("", "Two");
     EXPECT_EQ(shown(), grouped);

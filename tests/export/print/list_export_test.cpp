@@ -199,34 +199,30 @@ TEST_F(ListExport, PrintsWhatTheDialogSays) {
     EXPECT_EQ(user->boxes[1].text.substr(0, 21), "No rows are selected.");
     user->boxes.clear();
     results().selectRow(2);
-    struct Printing {
-        bool selectedOnly; // which menu
-        const char* range; // what is clicked in the dialog
-        int page;          // 0: all
-        std::string expected;
-    };
-    const std::vector<Printing> cases = {
+    // The menu for selected rows, what is clicked in the dialog, the page (0: all), what is
+    // printed.
+    const std::tuple<bool, const char*, int, std::string> cases[] = {
         {false, nullptr, 0, "A100 to A219, 120, Page 1 of 3"},
         {true, nullptr, 0, "A102 to A102, 1, Page 1 of 1"},
         {false, "optBereich(1)", 0, "A102 to A102, 1, Page 1 of 1"},
         {true, "optBereich(0)", 0, "A100 to A219, 120, Page 1 of 3"},
         {false, nullptr, 2, "A144 to A188, 45, Page 2 of 3"},
         {false, nullptr, 4, ""}};
-    for (const Printing& printing : cases) {
+    for (const auto& [selectedOnly, range, page, expected] : cases) {
         const std::string file = native("out.pdf");
-        const auto fillIn = [&](QDialog& dialog) {
+        const auto fillIn = [&, range = range, page = page](QDialog& dialog) {
             auto& form = static_cast<frmExportOptionsPrint&>(dialog);
-            if (printing.page > 0) {
+            if (page > 0) {
                 form.printer().setPrintRange(QPrinter::PageRange);
-                form.printer().setFromTo(printing.page, printing.page);
+                form.printer().setFromTo(page, page);
             }
-            if (printing.range != nullptr)
-                clickOn(form, printing.range);
+            if (range != nullptr)
+                clickOn(form, range);
             child<QLineEdit>(form, "txtTitel").setText(QStringLiteral("On paper"));
             printTo(form, file);
         };
-        withDialog([&] { choose("Print", printing.selectedOnly); }, fillIn);
-        EXPECT_EQ(fs::exists(file) ? printout(file) : "", printing.expected);
+        withDialog([&, only = selectedOnly] { choose("Print", only); }, fillIn);
+        EXPECT_EQ(fs::exists(file) ? printout(file) : "", expected);
         fs::remove(file);
     }
     ASSERT_EQ(user->boxes.size(), 1U);

@@ -3,15 +3,13 @@
 
 #include "sound/wave_control.h"
 #include "tests/control/control_fixture.h"
-#include "tests/scripted_media.h"
-#include "tests/session_bus.h"
-#include "tests/wave_files.h"
+#include "tests/playback/panel/bus/bus_fixture.h"
 
 namespace ov {
 namespace {
 
 // The whole control, with a dictation each of Anna, Berta and Carla.
-class ControlOnBus : public OnBus<ControlTest> {
+class ControlOnBus : public PlayerClient<ControlTest> {
 protected:
     void SetUp() override {
         OnBus::SetUp();
@@ -25,24 +23,7 @@ protected:
         sortBy(5);
         waitFor([this] { return isKnown(); });
     }
-    bool isKnown() { return client_->names().contains(QLatin1String("org.orvanta.OVSearch")); }
-    QDBusMessage call(const char* interface, const char* method, const QVariantList& arguments) {
-        return client_->call("org.orvanta.OVSearch", "/org/mpris/MediaPlayer2", interface, method,
-                             arguments);
-    }
-    QDBusMessage ask(const char* method, const QVariantList& arguments = {}) {
-        return call("org.orvanta.OVSearch.Player1", method, arguments);
-    }
-    QDBusMessage search(const char* name) { return ask("Search", {QLatin1String(name)}); }
-    bool can(const char* what) {
-        return call("org.freedesktop.DBus.Properties", "Get",
-                    {QStringLiteral("org.mpris.MediaPlayer2.Player"), QLatin1String(what)})
-            .arguments()
-            .value(0)
-            .value<QDBusVariant>()
-            .variant()
-            .toBool();
-    }
+    std::string search(const char* name) { return error(own, "Search", {QLatin1String(name)}); }
     void waitUntilPlays(const char* author) {
         waitFor([&] {
             return widget<QToolButton>("cmdPlayedDictation").accessibleName() ==
@@ -58,33 +39,32 @@ TEST_F(ControlOnBus, PlaysTheRowsBesideTheOneThatPlays) {
     open();
     EXPECT_EQ(columnTexts(5), "Anna; Berta; Carla; ");
     results().selectRow(0);
-    EXPECT_TRUE(can("CanGoNext") && !can("CanGoPrevious"));
-    ask("Next");
+    EXPECT_TRUE(is("CanGoNext") && !is("CanGoPrevious"));
+    call(own, "Next");
     waitUntilPlays("Berta");
-    EXPECT_TRUE(can("CanGoNext") && can("CanGoPrevious"));
+    EXPECT_TRUE(is("CanGoNext") && is("CanGoPrevious"));
     EXPECT_EQ(selectedRows(), "-*-");
     results().selectRow(0);
-    ask("Next");
+    call(own, "Next");
     waitUntilPlays("Carla");
-    EXPECT_TRUE(!can("CanGoNext") && can("CanGoPrevious"));
-    EXPECT_EQ(ask("Next").errorName(), QString());
-    ask("Previous");
+    EXPECT_TRUE(!is("CanGoNext") && is("CanGoPrevious"));
+    EXPECT_EQ(error(own, "Next"), "");
+    call(own, "Previous");
     waitUntilPlays("Berta");
 }
 
 TEST_F(ControlOnBus, SearchesByName) {
     open();
-    EXPECT_EQ(ask("SavedSearches").arguments().value(0).toStringList(),
+    EXPECT_EQ(call(own, "SavedSearches").arguments().value(0).toStringList(),
               QStringList(QStringLiteral("Bertas")));
-    EXPECT_EQ(search("Annas").errorName(), QStringLiteral("org.orvanta.OVSearch.Error.NotFound"));
-    EXPECT_EQ(search("Bertas").errorName(), QString());
+    EXPECT_EQ(search("Annas"), "org.orvanta.OVSearch.Error.NotFound");
+    EXPECT_EQ(search("Bertas"), "");
     waitFor([this] { return columnTexts(5) == "Berta; "; });
     EXPECT_EQ(line(), "Berta");
     withDialog([this] { press("cmdSearchKriteriaOptions(0)"); },
                [this](QDialog& /*editor*/) {
-                   EXPECT_EQ(search("Bertas").errorName(),
-                             QStringLiteral("org.orvanta.OVSearch.Error.Busy"));
-                   EXPECT_EQ(ask("SavedSearches").errorName(), QString());
+                   EXPECT_EQ(search("Bertas"), "org.orvanta.OVSearch.Error.Busy");
+                   EXPECT_EQ(error(own, "SavedSearches"), "");
                });
     closeControl();
     waitFor([this] { return !isKnown(); });
@@ -96,23 +76,20 @@ TEST_F(ControlOnBus, StaysAwayWhereThatIsWanted) {
     PlayerPanel later(nullptr);
     const auto laterOnBus = makePlayerBus(later, {});
     waitFor([this] { return isKnown(); });
-    EXPECT_EQ(client_->names().filter(QLatin1String("OVSearch.instance")).size(), 1);
+    EXPECT_EQ(instances(), 1);
 }
 
 TEST_F(ControlOnBus, TakesNothingFromWhatTheUserAsksForMeanwhile) {
     open();
     search("Bertas");
     waitFor([this] { return columnTexts(5) == "Berta; "; });
-    const auto follow = [this] {
-        criteria().topLevelItem(0)->setCheckState(0, Qt::Unchecked);
-        QCoreApplication::processEvents();
-    };
     criteria().topLevelItem(0)->setSelected(true);
-    inSearch(follow, [this] {
-        button("cmdSearchKriteriaOptions(2)").click();
-        EXPECT_EQ(ask("SavedSearches").errorName(), QString());
-        EXPECT_EQ(search("Bertas").errorName(), QStringLiteral("org.orvanta.OVSearch.Error.Busy"));
-    });
+    inSearch([this] { tick(0, false); },
+             [this] {
+                 button("cmdSearchKriteriaOptions(2)").click();
+                 EXPECT_EQ(error(own, "SavedSearches"), "");
+                 EXPECT_EQ(search("Bertas"), "org.orvanta.OVSearch.Error.Busy");
+             });
     QCoreApplication::processEvents();
     EXPECT_EQ(criteria().topLevelItemCount(), 0) << "it was deleted";
 }
@@ -120,9 +97,7 @@ TEST_F(ControlOnBus, TakesNothingFromWhatTheUserAsksForMeanwhile) {
 TEST_F(ControlOnBus, KeepsTheLastOfManyVolumesAlsoAtAnEndSoonAfter) {
     open();
     for (const double volume : {0.1, 0.2, 0.25})
-        call("org.freedesktop.DBus.Properties", "Set",
-             {QStringLiteral("org.mpris.MediaPlayer2.Player"), QStringLiteral("Volume"),
-              QVariant::fromValue(QDBusVariant(volume))});
+        EXPECT_EQ(set("Volume", volume), "");
     closeControl();
     EXPECT_EQ(setting("PlayerVolume"), "16384");
     sound::WaveControl::instance().setVolume(sound::fullVolume); // one for the process

@@ -3,7 +3,10 @@
 
 #include "sound/wave_control.h"
 #include "tests/playback/panel/bus/bus_fixture.h"
+#include "tests/run_program.h"
 
+#include <QDirIterator>
+#include <QFile>
 #include <QRegularExpression>
 #include <cmath>
 #include <limits>
@@ -13,16 +16,16 @@ namespace {
 
 TEST_F(PlayerOnBus, PlaysPausesAndMovesForOthers) {
     EXPECT_EQ(playback(), "Stopped");
-    EXPECT_FALSE(get("CanPlay").toBool());
+    EXPECT_FALSE(is("CanPlay"));
     selected = store.path("one.WAV");
-    EXPECT_TRUE(get("CanPlay").toBool());
-    EXPECT_FALSE(get("CanPause").toBool() || get("CanSeek").toBool());
+    EXPECT_TRUE(is("CanPlay"));
+    EXPECT_FALSE(is("CanPause") || is("CanSeek"));
     call(mpris, "PlayPause");
     waitFor([this] { return playback() == "Playing"; });
-    EXPECT_TRUE(get("CanPause").toBool() && get("CanSeek").toBool());
+    EXPECT_TRUE(is("CanPause") && is("CanSeek"));
     EXPECT_EQ(shown().substr(9), "Playing");
 
-    call(own, "GoTo", {qlonglong{61000}});
+    goTo(61000);
     EXPECT_NEAR(seconds(), 61, 2);
     EXPECT_EQ(set("Rate", 0.0), "");
     EXPECT_EQ(shown(), "00:01:01 Paused") << "as the standard wants";
@@ -30,39 +33,36 @@ TEST_F(PlayerOnBus, PlaysPausesAndMovesForOthers) {
     call(mpris, "Pause");
     EXPECT_EQ(playback(), "Paused") << "twice is once";
     const QVariant foreign = QVariant::fromValue(QDBusObjectPath(QStringLiteral("/somebody")));
-    const QVariant here = metadata().value(QStringLiteral("mpris:trackid"));
+    const QVariant here = track();
     for (const QVariantList& late : {QVariantList{foreign, qlonglong{1000000}},
                                      {here, qlonglong{-1}},
                                      {here, qlonglong{100001000}},
                                      {here, std::numeric_limits<qlonglong>::max()}})
-        EXPECT_EQ(call(mpris, "SetPosition", late).errorName(), QString()) << "it is ignored";
-    EXPECT_EQ(result("TimeStamp").toString(), QStringLiteral("[00:01:01]"));
+        EXPECT_EQ(error(mpris, "SetPosition", late), "") << "it is ignored";
+    EXPECT_EQ(timeStamp(), "[00:01:01]");
     call(own, "Jump", {-11});
-    EXPECT_EQ(result("TimeStamp").toString(), QStringLiteral("[00:00:50]"));
+    EXPECT_EQ(timeStamp(), "[00:00:50]");
     EXPECT_EQ(playback(), "Paused") << "who moves what is paused does not play it";
     call(mpris, "Seek", {qlonglong{20000000}});
     EXPECT_NEAR(seconds(), 70, 2);
     EXPECT_NEAR(static_cast<double>(get("Position").toLongLong()) / 1e6, 70, 2);
-    const auto track = metadata().value(QStringLiteral("mpris:trackid"));
-    call(mpris, "SetPosition", {track, qlonglong{5000000}});
+    call(mpris, "SetPosition", {here, qlonglong{5000000}});
     EXPECT_NEAR(seconds(), 5, 0.1);
-    for (const QVariantList& far : {QVariantList{std::numeric_limits<qlonglong>::max()},
-                                    QVariantList{std::numeric_limits<qlonglong>::min()}})
-        call(mpris, "Seek", far);
+    for (const qlonglong far :
+         {std::numeric_limits<qlonglong>::max(), std::numeric_limits<qlonglong>::min()})
+        call(mpris, "Seek", {far});
     EXPECT_NEAR(seconds(), 0, 0.1);
     call(own, "Jump", {std::numeric_limits<int>::max()});
     EXPECT_NEAR(seconds(), 99, 0.1) << "not to its end, where it would be closed";
 
     selected = store.path("two.WAV");
-    call(own, "GoTo", {qlonglong{1000}});
+    goTo(1000);
     call(mpris, "Play");
     EXPECT_EQ(playback(), "Playing");
-    EXPECT_EQ(metadata().value(QStringLiteral("mpris:trackid")), track)
-        << "the selection went elsewhere, what is heard did not";
+    EXPECT_EQ(track(), here) << "the selection went elsewhere, what is heard did not";
     call(mpris, "Stop");
     EXPECT_EQ(playback(), "Stopped");
-    EXPECT_EQ(call(own, "TimeStamp").errorName(),
-              QStringLiteral("org.orvanta.OVSearch.Error.NothingOpen"));
+    EXPECT_EQ(error(own, "TimeStamp"), "org.orvanta.OVSearch.Error.NothingOpen");
 }
 
 TEST_F(PlayerOnBus, TellsWhatIsShownAndNoPath) {
@@ -76,12 +76,11 @@ TEST_F(PlayerOnBus, TellsWhatIsShownAndNoPath) {
     EXPECT_FALSE(title.isEmpty());
     EXPECT_TRUE(said.contains(title)) << said.toStdString() << " | " << title.toStdString();
     EXPECT_EQ(told.take(QStringLiteral("mpris:length")).toLongLong(), 100000000);
-    const auto first = told.take(QStringLiteral("mpris:trackid")).value<QDBusObjectPath>().path();
+    const QVariant first = told.take(QStringLiteral("mpris:trackid"));
     EXPECT_TRUE(told.isEmpty());
     play("one.WAV");
-    told = metadata();
-    EXPECT_EQ(told.value(QStringLiteral("xesam:title")).toString(), QStringLiteral("one"));
-    EXPECT_NE(told.value(QStringLiteral("mpris:trackid")).value<QDBusObjectPath>().path(), first);
+    EXPECT_EQ(metadata().value(QStringLiteral("xesam:title")).toString(), QStringLiteral("one"));
+    EXPECT_NE(track().value<QDBusObjectPath>().path(), first.value<QDBusObjectPath>().path());
 }
 
 TEST_F(PlayerOnBus, SetsSpeedAndVolume) {
@@ -145,12 +144,7 @@ TEST_F(PlayerOnBus, RefusesWithASentenceWhatMakesNoSense) {
     const auto setting = [](const char* name, const QVariant& value) {
         return QVariantList{QLatin1String(mpris), QLatin1String(name), variant(value)};
     };
-    const struct {
-        const char* interface;
-        const char* method;
-        QVariantList arguments;
-        std::string error;
-    } cases[] = {
+    const std::tuple<const char*, const char*, QVariantList, std::string> cases[] = {
         {properties, "Set", setting("Rate", notANumber), invalid},
         {properties, "Set", setting("Rate", endless), invalid},
         {properties, "Set", setting("Rate", 0.49), invalid},
@@ -176,10 +170,10 @@ TEST_F(PlayerOnBus, RefusesWithASentenceWhatMakesNoSense) {
         {own, "Search", {QStringLiteral("mine")}, "org.orvanta.OVSearch.Error.Busy"},
     };
     const auto before = seconds();
-    for (const auto& one : cases) {
-        const QDBusMessage answer = call(one.interface, one.method, one.arguments);
-        EXPECT_EQ(answer.errorName().toStdString(), one.error) << one.method;
-        EXPECT_TRUE(answer.errorMessage().endsWith(u'.')) << one.method;
+    for (const auto& [interface, method, arguments, error] : cases) {
+        const QDBusMessage answer = call(interface, method, arguments);
+        EXPECT_EQ(answer.errorName().toStdString(), error) << method;
+        EXPECT_TRUE(answer.errorMessage().endsWith(u'.')) << method;
     }
     EXPECT_EQ(seconds(), before);
     EXPECT_EQ(panel_->choices().speedPercent, 100);
@@ -211,14 +205,13 @@ TEST_F(PlayerOnBus, GivesMacrosThePlayerThatPlayedLast) {
     const auto firstOnBus = std::move(player_);
     makePanel();
     join();
-    waitFor(
-        [this] { return client_->names().filter(QLatin1String("OVSearch.instance")).size() == 2; });
-    EXPECT_EQ(call(own, "Position").type(), QDBusMessage::ErrorMessage);
+    waitFor([this] { return instances() == 2; });
+    EXPECT_NE(error(own, "Position"), "");
     play("one.WAV");
-    waitFor([this] { return call(own, "Position").type() == QDBusMessage::ReplyMessage; });
+    waitFor([this] { return error(own, "Position").empty(); });
     player_ = nullptr;
-    waitFor([this] { return call(own, "Position").type() == QDBusMessage::ErrorMessage; });
-    EXPECT_EQ(client_->names().filter(QLatin1String("OVSearch.instance")).size(), 1);
+    waitFor([this] { return !error(own, "Position").empty(); });
+    EXPECT_EQ(instances(), 1);
 }
 
 // What is installed for other programs says of each method what the player itself answers.
@@ -249,6 +242,55 @@ TEST_F(PlayerOnBus, IsDescribedAsItIs) {
     EXPECT_EQ(methods(part), described);
     EXPECT_EQ(described.size(), 9);
     EXPECT_TRUE(answered.contains(QLatin1String("<signal name=\"Seeked\">")));
+}
+
+TEST_F(PlayerOnBus, NeverWaitsForABusThatHangs) {
+    player_ = nullptr;
+    client_ = nullptr;
+    bus_->hang();
+    join();
+    play("one.WAV");
+    tick();
+    EXPECT_EQ(shown(), "00:00:00 Playing");
+    press(2);
+    EXPECT_EQ(shown(), "00:00:00 -");
+    bus_->goOn();
+    client_ = std::make_unique<BusClient>(bus_->address());
+    waitFor([this] { return isKnown(); });
+    bus_->hang();
+    play("one.WAV");
+    press(1);
+    EXPECT_EQ(shown(), "00:00:00 Paused") << "what is told goes nowhere";
+    player_ = nullptr;
+    bus_->goOn();
+}
+
+TEST_F(PlayerOnBus, LetsTheProgramEndThoughTheBusHangs) {
+    player_ = nullptr;
+    bus_->hang();
+    ProgramRun run;
+    run.arguments = {"--self-test", "--settings", store.native("settings")};
+    EXPECT_EQ(runProgram(OV_HOST_PROGRAM, run).exitCode, 0);
+    bus_->goOn();
+}
+
+// The host handles them on threads of its own.
+TEST_F(PlayerOnBus, TakesNoSignalsFromTheHost) {
+    int threads = 0;
+    for (QDirIterator all(QStringLiteral("/proc/self/task"), QDir::Dirs | QDir::NoDotAndDotDot);
+         all.hasNext();) {
+        QFile file(all.next() + QLatin1String("/status"));
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+        const QString status = QString::fromLatin1(file.readAll());
+        if (!status.startsWith(QLatin1String("Name:\tov-bus\n")))
+            continue;
+        ++threads;
+        const QRegularExpression blocked(QStringLiteral("SigBlk:\t([0-9a-f]+)"));
+        const qulonglong mask = blocked.match(status).captured(1).toULongLong(nullptr, 16);
+        for (const int signal : {SIGTERM, SIGINT, SIGCHLD, SIGUSR1})
+            EXPECT_TRUE((mask >> static_cast<unsigned>(signal - 1)) & 1U) << signal;
+    }
+    EXPECT_EQ(threads, 1);
 }
 
 } // namespace

@@ -92,7 +92,7 @@ protected:
         commands_.declineShortcuts = [this] { ++declined_; };
         player_ = nullptr;
         join();
-        waitUntilKnown();
+        waitFor([this] { return isKnown(); });
         EXPECT_TRUE(portal_->asked.empty()) << "nobody is asked before he plays";
         play("one.WAV");
         waitFor([this] { return portal_->asked.size() == 2; });
@@ -112,9 +112,15 @@ protected:
         other_ = std::move(player_);
         makePanel();
         join();
-        waitFor([this] {
-            return client_->names().filter(QLatin1String("OVSearch.instance")).size() == 2;
-        });
+        waitFor([this] { return instances() == 2; });
+    }
+    void pauseAndGoBack() {
+        goTo(50000);
+        EXPECT_EQ(playback(), "Playing");
+        portal_->press("play-pause");
+        waitUntilShown("00:00:50 Paused");
+        portal_->press("back");
+        waitFor([this] { return shown().starts_with("00:00:45"); });
     }
     void playHere() {
         play("two.WAV");
@@ -133,12 +139,7 @@ TEST_F(ShortcutsOnBus, DriveThePlayerFromAllPrograms) {
                                 "time-stamp=Copy the time stamp; ");
     portal_->press("play-pause", QStringLiteral("/somebody"));
     portal_->press("format");
-    call(own, "GoTo", {qlonglong{50000}});
-    EXPECT_EQ(playback(), "Playing");
-    portal_->press("play-pause");
-    waitUntilShown("00:00:50 Paused");
-    portal_->press("back");
-    waitFor([this] { return shown().starts_with("00:00:45"); });
+    pauseAndGoBack();
     portal_->press("forward");
     waitFor([this] { return shown().starts_with("00:00:50"); });
     portal_->press("time-stamp");
@@ -164,11 +165,7 @@ TEST_F(ShortcutsOnBus, AreAskedForOnceByAllWindows) {
     openAnother();
     playHere();
     EXPECT_EQ(portal_->asked.size(), 2);
-    call(own, "GoTo", {qlonglong{50000}});
-    portal_->press("play-pause");
-    waitUntilShown("00:00:50 Paused");
-    portal_->press("back");
-    waitFor([this] { return shown().starts_with("00:00:45"); });
+    pauseAndGoBack();
     portal_->press("play-pause");
     waitFor([this] { return playback() == "Playing"; });
     other_ = nullptr;

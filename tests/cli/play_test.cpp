@@ -1,9 +1,14 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
+#include "cli/play/list_player.h"
 #include "cli/play/outputs.h"
 #include "cli/play/play_keys.h"
 #include "cli/play/play_span.h"
+#include "cli/terminal_interface.h"
 #include "tests/cli/cli_fixture.h"
+#include "tests/environment.h"
+#include "tests/failing_reads.h"
+#include "tests/scripted_media.h"
 #include "tests/wave_files.h"
 
 #include <optional>
@@ -86,7 +91,7 @@ protected:
         const std::vector<float> sound = tests::sweep(8000, 800000);
         for (const char* name : {"2$ROH@@14$Zeh@@15$knee.WAV", "2$ROH@@14$Öztürk.WAV"})
             tests::writeWave(store_.native(name), {}, sound);
-        tests::writeWave(store_.native("short.WAV"), {}, std::vector<float>(800));
+        tests::writeWave(store_.native("short.WAV"), {}, std::vector<float>(2400)); // silent
         tests::writeWave(store_.native("empty.WAV"), {}, {});
         store_.add("text.WAV", "no sound");
     }
@@ -135,8 +140,8 @@ TEST_F(PlayList, PlaysSoftVoicesLouder) {
     tests::writeWave(file("soft.WAV"), {}, voice);
     const std::pair<Texts, std::size_t> cases[] = {
         {{}, 4}, {{"--boost=300"}, 7}, {{"--even-out"}, 12}};
-    for (auto [arguments, marks] : cases) {
-        arguments.insert(arguments.begin(), {"play", file("soft.WAV")});
+    for (const auto& [options, marks] : cases) {
+        const Texts arguments = plus({"play", file("soft.WAV")}, options);
         const std::string shown = run(arguments, silent(true, "x")).output;
         EXPECT_PRED2(holds, shown, "[" + std::string(marks, '#'));
         EXPECT_FALSE(holds(shown, std::string(marks + 3, '#'))) << shown;
@@ -158,7 +163,8 @@ TEST_F(PlayList, PlaysWhatIsFoundAfterTheFiles) {
         {{"-c", "author is Nobody", "--root", root()}, 1, ""},
         {{"-c", "author is Nobody", "--root", root(), file("short.WAV")}, 0, ""},
         {{"--root", file("gone")}, 3, "gone"},
-        {{file("text.WAV"), file("short.WAV")}, 3, "cannot be played"},
+        {{file("text.WAV"), file("short.WAV")}, 3, "ovsearch: " + file("text.WAV") + ": "},
+        {{file("gone.WAV")}, 3, "Cannot find the specified file"},
         {{"--loop", file("text.WAV"), file("text.WAV")}, 3, "cannot be played"},
         {{"--from=0:01", file("short.WAV")}, 3, "nothing between --from and --to"},
         {{"--loop", file("empty.WAV")}, 0, ""},
@@ -171,13 +177,54 @@ TEST_F(PlayList, PlaysWhatIsFoundAfterTheFiles) {
         {{"--from=1m", zeh_}, 2, "\"1m\" is no time"},
         {{""}, 2, "must not be empty"},
     };
-    for (auto [arguments, code, message] : cases) {
-        arguments.insert(arguments.begin(), "play");
-        const ProgramResult played = run(arguments, silent());
-        EXPECT_EQ(played.exitCode, code) << joined(arguments);
-        EXPECT_PRED2(holds, played.errors, message) << joined(arguments);
-        EXPECT_EQ(played.output, "");
+    for (const auto& [arguments, code, message] : cases)
+        expectRefused(plus({"play"}, arguments), code, message, silent());
+    EXPECT_EQ(run({"play", file("short.WAV")}, silent()).errors, "");
+    ProgramRun noOutput;
+    noOutput.environment = {{"SDL_AUDIODRIVER", "no such output"}};
+    expectRefused({"play", file("short.WAV")}, 3, file("short.WAV") + ": No wave device", noOutput);
+}
+
+using PlayCommand = PlayList;
+
+TEST_F(PlayCommand, TellsThatTheFileCannotBeReadOn) {
+    const tests::Environment noSound("SDL_AUDIODRIVER", "dummy");
+    const tests::FailingReads bad(zeh_, tests::FailingReads::How::fail, 10000);
+    tests::ScriptedMedia media;
+    ::testing::internal::CaptureStderr();
+    TerminalInterface terminal;
+    EXPECT_EQ(ListPlayer({zeh_}, {}, terminal).play(), ExitCode::unreadable);
+    EXPECT_EQ(::testing::internal::GetCapturedStderr(),
+              "ovsearch: " + zeh_ +
+                  ": Cannot read the specified file. Make sure the file is still present, or check "
+                  "your disk or network connection.\n");
+    EXPECT_EQ(media.sent.at(2) + ", " + media.sent.at(4),
+              "set Player output -1, play Player from 0 to 100000");
+}
+
+// In a shell that tells afterwards how the terminal was left.
+TEST_F(PlayCommand, ShowsPositionAndEndsAsAskedFor) {
+    for (const auto& [key, code] : {std::pair("q", "code 0"), {"\x03", "code 130"}}) {
+        ProgramRun how = silent(true, key);
+        how.arguments = {"-c",
+                         "before=$(stty -g); \"$0\" play \"$1\"; echo \"code $?\"; "
+                         "test \"$before\" = \"$(stty -g)\" && echo restored",
+                         OV_SEARCH_PROGRAM, zeh_};
+        const ProgramResult result = tests::runProgram("/bin/sh", how);
+        for (const char* text : {"0:00:00 / 0:01:40", code, "restored"})
+            EXPECT_PRED2(holds, result.output, text);
     }
+    ProgramRun how = silent(true, " ");
+    how.typeAt = "0:00:01 / 0:01:40";
+    how.interruptAt = "paused";
+    EXPECT_EQ(run({"play", zeh_}, how).exitCode, -SIGINT);
+    // Who ignored Ctrl-C goes on doing so.
+    how.interruptAt = "0:00:00 / 0:00:00";
+    how.arguments = {"-c", "trap '' INT; exec \"$0\" play \"$1\"", OV_SEARCH_PROGRAM,
+                     file("short.WAV")};
+    const ProgramResult whole = tests::runProgram("/bin/sh", how);
+    EXPECT_EQ(whole.exitCode, 0);
+    EXPECT_FALSE(holds(whole.output, "#")) << "silence has no level";
 }
 
 } // namespace
