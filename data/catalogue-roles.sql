@@ -58,11 +58,13 @@ BEGIN
     SELECT * INTO around FROM ovsearch.wards w
         WHERE substring(wanted FROM 1 FOR length(w.directory)) = w.directory
         ORDER BY length(w.directory) DESC LIMIT 1;
-    IF NOT FOUND THEN
-        RAISE EXCEPTION '% is in no store of the catalogue; update that first', directory;
-    END IF;
     IF around.directory = wanted THEN
         RETURN around.id;
+    END IF;
+    PERFORM FROM ovsearch.folders f WHERE f.store = around.store AND f.path = wanted;
+    IF NOT FOUND THEN
+        RAISE EXCEPTION '% is no directory of the catalogue; write it in full, as a search shows it,'
+            ' or update the catalogue first', directory;
     END IF;
     BEGIN
         PERFORM pg_advisory_xact_lock(1331057509, around.store);
@@ -87,15 +89,20 @@ END $$;
 CREATE OR REPLACE FUNCTION ovsearch.let_see(who name, directory text) RETURNS void
 LANGUAGE plpgsql SET search_path = pg_catalog AS $$
 DECLARE
-    made integer := ovsearch.ward_of(directory);
+    made integer;
 BEGIN
+    IF NOT EXISTS (SELECT FROM pg_roles WHERE rolname = who) THEN
+        RAISE EXCEPTION 'there is no role %', who;
+    END IF;
+    made := ovsearch.ward_of(directory);
     INSERT INTO ovsearch.ward_readers
         SELECT who, w.id FROM ovsearch.wards w, ovsearch.wards top WHERE top.id = made
             AND substring(w.directory FROM 1 FOR length(top.directory)) = top.directory
         ON CONFLICT DO NOTHING;
 END $$;
 
--- The role sees the directory and what is below it no more.
+-- The role sees the directory and what is below it no more. It need not be there any more itself: a
+-- later one of the same name would see what it saw.
 CREATE OR REPLACE FUNCTION ovsearch.forbid(who name, directory text) RETURNS void
 LANGUAGE plpgsql SET search_path = pg_catalog AS $$
 DECLARE
@@ -104,6 +111,9 @@ BEGIN
     DELETE FROM ovsearch.ward_readers r USING ovsearch.wards w, ovsearch.wards top
         WHERE r.reader = who AND r.ward = w.id AND top.id = made
             AND substring(w.directory FROM 1 FOR length(top.directory)) = top.directory;
+    IF NOT FOUND THEN
+        RAISE EXCEPTION '% was not let see %', who, directory;
+    END IF;
 END $$;
 
 REVOKE ALL ON FUNCTION ovsearch.directory_text, ovsearch.ward_of, ovsearch.let_see, ovsearch.forbid

@@ -16,17 +16,22 @@ protected:
         EXPECT_EQ(run({std::istreambuf_iterator<char>(script), {}}), "");
         for (const auto& [name, group] :
              {std::pair{&watcher, "ovsearch_updater"}, std::pair{&anna, "ovsearch_reader"},
-              std::pair{&chief, "ovsearch_reader_of_all"}})
+              std::pair{&berta, "ovsearch_reader"}, std::pair{&chief, "ovsearch_reader_of_all"}})
             EXPECT_EQ(run("CREATE ROLE " + *name + " LOGIN IN ROLE " + group), "");
         role = watcher;
         update();
         EXPECT_EQ(letSee("ward"), "");
-        EXPECT_EQ(run("SELECT ovsearch.let_see('berta', '" + store.native("other") + "')"), "");
+        EXPECT_EQ(call("let_see", berta, "other"), "");
         EXPECT_TRUE(update().status.ok());
     }
 
+    std::string call(const std::string& function, const std::string& who, const std::string& name,
+                     const std::string& as = "postgres") const {
+        return run("SELECT ovsearch." + function + "('" + who + "', '" + store.native(name) + "')",
+                   as);
+    }
     std::string letSee(const std::string& name, const std::string& as = "postgres") const {
-        return run("SELECT ovsearch.let_see('" + anna + "', '" + store.native(name) + "')", as);
+        return call("let_see", anna, name, as);
     }
     Texts askedAs(const std::string& who, const std::string& directory = {}) {
         role = who;
@@ -35,6 +40,7 @@ protected:
 
     const std::string watcher = "watcher_" + database;
     const std::string anna = "anna_" + database;
+    const std::string berta = "berta_" + database;
     const std::string chief = "chief_" + database;
 };
 
@@ -78,15 +84,37 @@ TEST_F(Roles, TellNothingToAReadersOwnFunctions) {
 
 TEST_F(Roles, LeaveNothingBehindInAWardThatWasDivided) {
     EXPECT_EQ(letSee("ward/ERL"), "");
-    EXPECT_EQ(run("SELECT ovsearch.forbid('" + anna + "', '" + store.native("ward") + "')"), "");
+    EXPECT_EQ(call("forbid", anna, "ward"), "");
     EXPECT_EQ(letSee("ward/ERL"), "");
     role = watcher;
     EXPECT_TRUE(update().status.ok());
     EXPECT_EQ(askedAs(anna), walked(store.directory("ward/ERL")));
     EXPECT_EQ(run("SELECT count(*) FROM ovsearch.texts", anna), "0");
     EXPECT_EQ(askedAs(chief), walked());
-    EXPECT_EQ(run("SELECT ovsearch.forbid('" + anna + "', '" + store.native("") + "')"), "");
+    EXPECT_EQ(call("forbid", anna, ""), "");
     EXPECT_PRED2(holds, askedAs(anna).at(0), "this one is empty");
+}
+
+TEST_F(Roles, TakeNothingThatIsNotThere) {
+    const char* const wards = "SELECT count(*) FROM ovsearch.wards";
+    const std::string before = run(wards);
+    struct Case {
+        const char* function = "";
+        std::string who;
+        const char* name = "";
+        const char* said = "";
+    };
+    for (const Case& one : {Case{"let_see", anna, "Nowhere at all", "is no directory of"},
+                            Case{"let_see", anna, "./ward", "is no directory of"},
+                            Case{"let_see", anna, "../nothing of ours", "is no directory of"},
+                            Case{"let_see", "nobody", "ward", "there is no role nobody"},
+                            Case{"forbid", anna, "X9", "is no directory of"},
+                            Case{"forbid", anna, "other", "was not let see"},
+                            Case{"forbid", berta, "ward/ERL", "was not let see"}})
+        EXPECT_PRED2(holds, call(one.function, one.who, one.name), one.said) << one.name;
+    EXPECT_EQ(run(wards), before);
+    EXPECT_EQ(askedAs(anna), walked(store.directory("ward")));
+    EXPECT_EQ(askedAs(chief), walked());
 }
 
 TEST_F(Roles, LetAReaderChangeNothing) {
