@@ -13,9 +13,8 @@
 --     GRANT ovsearch_reader TO anna;          -- sees nothing, but for
 --     SELECT ovsearch.let_see('anna', '/srv/dictations/St Mary/Ward 3');
 --
--- Whoever sees a directory sees all below it. A directory that is named for the first time leaves what
--- lies around it to be read anew by the next update; until then searches say that not all is there.
--- So begin the first update, end it with Ctrl-C, name the directories, and update again.
+-- Whoever sees a directory sees all below it. It must be in the catalogue, so update that before, and
+-- must be named while no update runs; the first time takes a look at all dictations around it.
 -- SELECT ovsearch.forbid('anna', '/srv/dictations/St Mary/Ward 3') takes it back at once.
 
 DO $$
@@ -46,6 +45,44 @@ CREATE OR REPLACE FUNCTION ovsearch.directory_text(directory text) RETURNS bytea
 LANGUAGE sql STABLE SET search_path = pg_catalog
 RETURN convert_to(replace(rtrim(directory, '/'), '/', E'\\') || E'\\', 'UTF8');
 
+-- A list of the columns of dictations that have numbers of texts, each written by the pattern.
+CREATE OR REPLACE FUNCTION ovsearch.text_columns(pattern text, separator text) RETURNS text
+LANGUAGE sql STABLE SET search_path = pg_catalog
+RETURN (SELECT string_agg(format(pattern, attname), separator) FROM pg_attribute
+    WHERE attrelid = to_regclass('ovsearch.dictations') AND atttypid = 'integer'::regtype
+        AND attnum > 0 AND attname NOT IN ('folder', 'position', 'ward'));
+
+-- Those numbers in the folders of a ward.
+CREATE OR REPLACE FUNCTION ovsearch.text_numbers_of(ward integer) RETURNS SETOF integer
+LANGUAGE plpgsql STABLE SET search_path = pg_catalog AS $$
+BEGIN
+    RETURN QUERY EXECUTE 'SELECT DISTINCT u.number FROM ovsearch.dictations d'
+        ' JOIN ovsearch.folders f ON f.id = d.folder CROSS JOIN LATERAL unnest(ARRAY['
+        || ovsearch.text_columns('d.%I', ', ') || ']) u (number) WHERE f.ward = $1' USING ward;
+END $$;
+
+-- The dictations in folders of the ward "made" come into it from the ward "around". Who sees a ward
+-- sees its texts, so each has those of its own dictations and no others.
+CREATE OR REPLACE FUNCTION ovsearch.divide(around integer, made integer) RETURNS void
+LANGUAGE plpgsql VOLATILE SET search_path = pg_catalog AS $$
+BEGIN
+    INSERT INTO ovsearch.texts (ward, field, upper, text, number)
+        SELECT made, t.field, t.upper, t.text, nextval('ovsearch.text_numbers')
+        FROM ovsearch.texts t JOIN ovsearch.text_numbers_of(made) n ON n = t.number
+        WHERE t.ward = around;
+    EXECUTE 'WITH moved AS MATERIALIZED (SELECT o.number AS before, n.number AS after'
+        ' FROM ovsearch.texts o JOIN ovsearch.texts n USING (field, upper, text)'
+        ' WHERE o.ward = $1 AND n.ward = $2)'
+        ' UPDATE ovsearch.dictations d SET ward = $2, '
+        || ovsearch.text_columns('%1$I = COALESCE(m_%1$s.after, s.%1$I)', ', ')
+        || ' FROM ovsearch.dictations s JOIN ovsearch.folders f ON f.id = s.folder '
+        || ovsearch.text_columns('LEFT JOIN moved m_%1$s ON m_%1$s.before = s.%1$I', ' ')
+        || ' WHERE f.ward = $2 AND d.folder = s.folder AND d.position = s.position'
+        USING around, made;
+    DELETE FROM ovsearch.texts t WHERE t.ward = around
+        AND NOT EXISTS (SELECT FROM ovsearch.text_numbers_of(around) n WHERE n = t.number);
+END $$;
+
 -- Makes the directory a ward, if it is none yet, and returns its number. Those who saw it before
 -- go on seeing it.
 CREATE OR REPLACE FUNCTION ovsearch.ward_of(directory text) RETURNS integer
@@ -75,13 +112,9 @@ BEGIN
         RETURNING id INTO made;
     INSERT INTO ovsearch.ward_readers
         SELECT reader, made FROM ovsearch.ward_readers WHERE ward = around.id;
-    -- What the two had together tells of both.
-    DELETE FROM ovsearch.dictations WHERE ward = around.id;
-    DELETE FROM ovsearch.texts WHERE ward = around.id;
-    UPDATE ovsearch.folders SET settled = 0, digest = 0, first_seen = 0, dictations = 0, ward =
-        CASE WHEN substring(path FROM 1 FOR length(wanted)) = wanted THEN made ELSE ward END
-        WHERE ward = around.id;
-    UPDATE ovsearch.stores SET as_of = 0 WHERE id = around.store;
+    UPDATE ovsearch.folders SET ward = made
+        WHERE ward = around.id AND substring(path FROM 1 FOR length(wanted)) = wanted;
+    PERFORM ovsearch.divide(around.id, made);
     RETURN made;
 END $$;
 
@@ -116,7 +149,7 @@ BEGIN
     END IF;
 END $$;
 
-REVOKE ALL ON FUNCTION ovsearch.directory_text, ovsearch.ward_of, ovsearch.let_see, ovsearch.forbid
-    FROM PUBLIC;
-GRANT EXECUTE ON FUNCTION ovsearch.directory_text, ovsearch.ward_of, ovsearch.let_see,
-    ovsearch.forbid TO ovsearch_updater;
+REVOKE ALL ON FUNCTION ovsearch.directory_text, ovsearch.text_columns, ovsearch.text_numbers_of,
+    ovsearch.divide, ovsearch.ward_of, ovsearch.let_see, ovsearch.forbid FROM PUBLIC;
+GRANT EXECUTE ON FUNCTION ovsearch.directory_text, ovsearch.text_columns, ovsearch.text_numbers_of,
+    ovsearch.divide, ovsearch.ward_of, ovsearch.let_see, ovsearch.forbid TO ovsearch_updater;
