@@ -90,24 +90,29 @@ LANGUAGE plpgsql SET search_path = pg_catalog SET lock_timeout = '3s' AS $$
 DECLARE
     wanted bytea := ovsearch.directory_text(directory);
     around record;
+    is_alone boolean := false;
     made integer;
 BEGIN
-    SELECT * INTO around FROM ovsearch.wards w
-        WHERE substring(wanted FROM 1 FOR length(w.directory)) = w.directory
-        ORDER BY length(w.directory) DESC LIMIT 1;
-    IF around.directory = wanted THEN
-        RETURN around.id;
-    END IF;
-    PERFORM FROM ovsearch.folders f WHERE f.store = around.store AND f.path = wanted;
-    IF NOT FOUND THEN
-        RAISE EXCEPTION '% is no directory of the catalogue; write it in full, as a search shows it,'
-            ' or update the catalogue first', directory;
-    END IF;
-    BEGIN
-        PERFORM pg_advisory_xact_lock(1331057509, around.store);
-    EXCEPTION WHEN lock_not_available THEN
-        RAISE EXCEPTION 'the store is just being updated; try again when that is through';
-    END;
+    LOOP
+        SELECT * INTO around FROM ovsearch.wards w
+            WHERE substring(wanted FROM 1 FOR length(w.directory)) = w.directory
+            ORDER BY length(w.directory) DESC LIMIT 1;
+        IF around.directory = wanted THEN
+            RETURN around.id;
+        END IF;
+        EXIT WHEN is_alone; -- before, another one may have been quicker
+        PERFORM FROM ovsearch.folders f WHERE f.store = around.store AND f.path = wanted;
+        IF NOT FOUND THEN
+            RAISE EXCEPTION '% is no directory of the catalogue; write it in full, as a search'
+                ' shows it, or update the catalogue first', directory;
+        END IF;
+        BEGIN
+            PERFORM pg_advisory_xact_lock(1331057509, around.store);
+        EXCEPTION WHEN lock_not_available THEN
+            RAISE EXCEPTION 'the store is just being updated; try again when that is through';
+        END;
+        is_alone := true;
+    END LOOP;
     INSERT INTO ovsearch.wards (store, directory) VALUES (around.store, wanted)
         RETURNING id INTO made;
     INSERT INTO ovsearch.ward_readers

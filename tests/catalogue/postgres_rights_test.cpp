@@ -3,6 +3,7 @@
 #include "tests/catalogue/postgres_fixture.h"
 
 #include <iterator>
+#include <thread>
 
 namespace ov::catalogue {
 
@@ -129,6 +130,28 @@ TEST_F(Roles, TakeNothingThatIsNotThere) {
     EXPECT_EQ(run(wards), before);
     EXPECT_EQ(askedAs(anna), walked(store.directory("ward")));
     EXPECT_EQ(askedAs(chief), walked());
+}
+
+// The one waits for the other, whichever is first.
+TEST_F(Roles, AreGivenByTwoAtOnce) {
+    store.add("a/b/one.WAV").add("a/two.WAV");
+    update();
+    std::thread first([this] {
+        EXPECT_EQ(run("DO $$ BEGIN PERFORM ovsearch.let_see('" + anna + "', '" + store.native("a") +
+                      "'); FOR i IN 1..1000 LOOP EXIT WHEN EXISTS (SELECT FROM pg_locks WHERE NOT"
+                      " granted) OR EXISTS (SELECT FROM ovsearch.wards WHERE directory ="
+                      " ovsearch.directory_text('" +
+                      store.native("a/b") + "')); PERFORM pg_sleep(0.01); END LOOP; END $$"),
+                  "");
+    });
+    EXPECT_EQ(call("let_see", berta, "a/b"), "");
+    first.join();
+    EXPECT_EQ(run("SELECT count(*) FROM ovsearch.folders f JOIN ovsearch.wards w ON w.id = f.ward"
+                  " JOIN ovsearch.wards n ON length(n.directory) > length(w.directory)"
+                  " AND substring(f.path FROM 1 FOR length(n.directory)) = n.directory"),
+              "0");
+    EXPECT_EQ(askedAs(berta, "a/b"), walked(store.directory("a/b")));
+    EXPECT_EQ(askedAs(anna, "a"), walked(store.directory("a")));
 }
 
 TEST_F(Roles, LetAReaderChangeNothing) {
