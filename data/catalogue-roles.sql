@@ -2,9 +2,10 @@
 -- SPDX-License-Identifier: MIT
 --
 -- Who may do what with a catalogue on a PostgreSQL server. An administrator of the server runs this
--- once in the database, before the first "ovsearch catalogue update":
+-- once in the database, best before the first "ovsearch catalogue update"; what is there already is
+-- handed over to the roles:
 --
---     psql --dbname=DATABASE --file=catalogue-roles.sql
+--     psql --set=ON_ERROR_STOP=1 --dbname=DATABASE --file=catalogue-roles.sql
 --
 -- and then gives the roles to people and programs:
 --
@@ -16,6 +17,8 @@
 -- Whoever sees a directory sees all below it. It must be in the catalogue, so update that before, and
 -- must be named while no update runs; the first time takes a look at all dictations around it.
 -- SELECT ovsearch.forbid('anna', '/srv/dictations/St Mary/Ward 3') takes it back at once.
+
+BEGIN; -- all or nothing
 
 DO $$
 DECLARE
@@ -29,8 +32,38 @@ BEGIN
 END $$;
 GRANT ovsearch_reader TO ovsearch_reader_of_all;
 
-CREATE SCHEMA IF NOT EXISTS ovsearch AUTHORIZATION ovsearch_updater;
+-- What a stranger has prepared could do in the name of those who use it what he may not.
+DO $$
+DECLARE
+    holder pg_roles;
+BEGIN
+    SELECT r.* INTO holder FROM pg_namespace n JOIN pg_roles r ON r.oid = n.nspowner
+        WHERE n.nspname = 'ovsearch';
+    IF NOT FOUND THEN
+        CREATE SCHEMA ovsearch;
+    ELSIF NOT holder.rolsuper AND holder.rolname NOT IN ('ovsearch_updater', current_user) THEN
+        RAISE EXCEPTION 'the schema ovsearch belongs to %; if you trust what is in it, run "ALTER'
+            ' SCHEMA ovsearch OWNER TO ovsearch_updater" before, else remove it', holder.rolname;
+    END IF;
+    ALTER SCHEMA ovsearch OWNER TO ovsearch_updater;
+END $$;
 GRANT USAGE ON SCHEMA ovsearch TO ovsearch_reader;
+
+-- Tables that a first update made without the roles. Those of columns go with their tables.
+DO $$
+DECLARE
+    one regclass;
+BEGIN
+    FOR one IN SELECT c.oid FROM pg_class c WHERE c.relnamespace = to_regnamespace('ovsearch')
+        AND c.relkind IN ('r', 'S') AND c.relowner <> to_regrole('ovsearch_updater')
+        AND NOT EXISTS (SELECT FROM pg_depend d WHERE d.classid = to_regclass('pg_class')
+            AND d.objid = c.oid AND d.deptype = 'i') LOOP
+        EXECUTE format('ALTER TABLE %s OWNER TO ovsearch_updater', one);
+    END LOOP;
+    IF to_regprocedure('ovsearch.open_to_readers()') IS NOT NULL THEN
+        PERFORM ovsearch.open_to_readers();
+    END IF;
+END $$;
 
 -- Without this "contains" is slower.
 DO $$
@@ -158,3 +191,5 @@ REVOKE ALL ON FUNCTION ovsearch.directory_text, ovsearch.text_columns, ovsearch.
     ovsearch.divide, ovsearch.ward_of, ovsearch.let_see, ovsearch.forbid FROM PUBLIC;
 GRANT EXECUTE ON FUNCTION ovsearch.directory_text, ovsearch.text_columns, ovsearch.text_numbers_of,
     ovsearch.divide, ovsearch.ward_of, ovsearch.let_see, ovsearch.forbid TO ovsearch_updater;
+
+COMMIT;

@@ -9,12 +9,18 @@ namespace ov::catalogue {
 
 namespace {
 
-// With roles as data/catalogue-roles.sql makes them.
+std::string rolesScript() {
+    std::ifstream script(OV_SOURCE_DIR "/data/catalogue-roles.sql");
+    return {std::istreambuf_iterator<char>(script), {}};
+}
+
+// With roles as that makes them.
 class Roles : public OnServer {
 protected:
-    Roles() {
-        std::ifstream script(OV_SOURCE_DIR "/data/catalogue-roles.sql");
-        EXPECT_EQ(run({std::istreambuf_iterator<char>(script), {}}), "");
+    explicit Roles(bool isUpdatedBefore = false) {
+        if (isUpdatedBefore)
+            update();
+        EXPECT_EQ(run(rolesScript()), "");
         for (const auto& [name, group] :
              {std::pair{&watcher, "ovsearch_updater"}, std::pair{&anna, "ovsearch_reader"},
               std::pair{&berta, "ovsearch_reader"}, std::pair{&chief, "ovsearch_reader_of_all"}})
@@ -45,7 +51,29 @@ protected:
     const std::string chief = "chief_" + database;
 };
 
+class RolesMadeLater : public Roles {
+protected:
+    RolesMadeLater() : Roles(true) {}
+};
+
 } // namespace
+
+TEST_F(RolesMadeLater, TakeOverWhatIsThere) {
+    EXPECT_EQ(askedAs(anna), walked(store.directory("ward")));
+    EXPECT_EQ(askedAs(chief), walked());
+    EXPECT_EQ(run("SELECT count(*) FROM ovsearch.wards", anna), "1");
+    fs::remove_all(store.folder() / "other");
+    role = watcher;
+    EXPECT_TRUE(update().status.ok());
+    EXPECT_EQ(run(rolesScript()), "");
+    EXPECT_EQ(askedAs(chief), walked());
+}
+
+TEST_F(OnServer, HasNoRolesInAStrangersSchema) {
+    run("CREATE ROLE stranger; CREATE SCHEMA ovsearch AUTHORIZATION stranger");
+    EXPECT_PRED2(holds, run(rolesScript()), "the schema ovsearch belongs to stranger");
+    EXPECT_EQ(run("DROP OWNED BY stranger; DROP ROLE stranger"), "");
+}
 
 TEST_F(Roles, DivideWhatIsThereWithoutAnUpdate) {
     namespace field = modDictation::field_id;

@@ -50,6 +50,7 @@ CREATE TABLE ovsearch.texts (
     number integer NOT NULL, PRIMARY KEY (ward, field, upper, text));
 )";
 
+// The roles may be made later; their script opens the tables to them then.
 constexpr const char* policies = R"(
 ALTER TABLE ovsearch.ward_readers ENABLE ROW LEVEL SECURITY;
 ALTER TABLE ovsearch.wards ENABLE ROW LEVEL SECURITY;
@@ -69,21 +70,24 @@ CREATE POLICY own ON ovsearch.dictations FOR SELECT
     USING (ward = ANY (ARRAY(SELECT id FROM ovsearch.wards)));
 CREATE POLICY own ON ovsearch.texts FOR SELECT
     USING (ward = ANY (ARRAY(SELECT id FROM ovsearch.wards)));
-DO $$
+CREATE FUNCTION ovsearch.open_to_readers() RETURNS void
+LANGUAGE plpgsql SET search_path = pg_catalog AS $$
 DECLARE
     one text;
 BEGIN
-    IF EXISTS (SELECT FROM pg_roles WHERE rolname = 'ovsearch_reader') THEN
+    IF to_regrole('ovsearch_reader') IS NOT NULL THEN
         GRANT USAGE ON SCHEMA ovsearch TO ovsearch_reader;
         GRANT SELECT ON ALL TABLES IN SCHEMA ovsearch TO ovsearch_reader;
     END IF;
-    IF EXISTS (SELECT FROM pg_roles WHERE rolname = 'ovsearch_reader_of_all') THEN
+    IF to_regrole('ovsearch_reader_of_all') IS NOT NULL THEN
         FOREACH one IN ARRAY ARRAY['wards', 'stores', 'folders', 'dictations', 'texts'] LOOP
-            EXECUTE format('CREATE POLICY every ON ovsearch.%I FOR SELECT'
+            EXECUTE format('DROP POLICY IF EXISTS every ON ovsearch.%1$I;'
+                           ' CREATE POLICY every ON ovsearch.%1$I FOR SELECT'
                            ' TO ovsearch_reader_of_all USING (true)', one);
         END LOOP;
     END IF;
 END $$;
+SELECT ovsearch.open_to_readers();
 )";
 
 // "Contains" answers without it too, only slower; not every server has it or lets us.
