@@ -182,6 +182,17 @@ TEST_F(Roles, AreGivenByTwoAtOnce) {
     EXPECT_EQ(askedAs(anna, "a"), walked(store.directory("a")));
 }
 
+TEST_F(Roles, AreAskedForWhereOneHasNone) {
+    role = "nobody_" + database;
+    EXPECT_EQ(run("CREATE ROLE " + role + " LOGIN; CREATE ROLE late_" + database +
+                  " LOGIN NOINHERIT IN ROLE ovsearch_reader"),
+              "");
+    EXPECT_PRED2(holds, refusal(place()), "ask whoever runs the server for ovsearch_reader");
+    EXPECT_PRED2(holds, refusal(place(), Access::update), "for ovsearch_updater");
+    role = "late_" + database;
+    EXPECT_PRED2(holds, refusal(place()), "ask whoever runs the server for ovsearch_reader");
+}
+
 TEST_F(Roles, LetAReaderChangeNothing) {
     for (const char* const table :
          {"about", "stores", "wards", "ward_readers", "folders", "dictations", "texts"}) {

@@ -173,7 +173,7 @@ platform::Status prepareServerTables(Connection& connection, bool mayMake) {
         make(connection);
     const bool areMade = areThere(connection);
     const std::int64_t version =
-        areMade ? connection.ask("SELECT max(version) FROM about").only() : 0;
+        areMade ? connection.ask("SELECT max(version) FROM ovsearch.about").only() : 0;
     if (platform::Status error = connection.take(); !error.ok())
         return error;
     if (!areMade)
