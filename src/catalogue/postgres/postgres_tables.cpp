@@ -104,7 +104,7 @@ BEGIN
     EXECUTE format('CREATE INDEX IF NOT EXISTS dictations_by_number ON ovsearch.dictations'
                    ' USING gin (number %I.gin_trgm_ops)', home);
 EXCEPTION WHEN insufficient_privilege OR undefined_file OR feature_not_supported OR undefined_object
-    OR invalid_schema_name THEN
+    OR invalid_schema_name OR unique_violation THEN
     NULL;
 END $$;
 )";
@@ -132,6 +132,16 @@ std::string encodingOf(Connection& connection) {
     return answer.step() ? std::string(answer.bytes(0)) : std::string();
 }
 
+// Undone where something failed, which lasts.
+void endTransaction(Connection& connection) {
+    const platform::Status error = connection.take();
+    connection.run(error.ok() ? "COMMIT" : "ROLLBACK");
+    if (error.ok())
+        return;
+    static_cast<void>(connection.take());
+    connection.fail(error.number(), error.text());
+}
+
 // Two that begin at once: one waits. The schema may be there already, made for us.
 void make(Connection& connection) {
     connection.run("BEGIN; SELECT pg_advisory_xact_lock(1331057509, 0);");
@@ -142,10 +152,7 @@ void make(Connection& connection) {
         connection.run("CREATE SCHEMA ovsearch");
     if (!areThere(connection))
         connection.run(tables());
-    const platform::Status error = connection.take();
-    connection.run(error.ok() ? "COMMIT" : "ROLLBACK");
-    if (!error.ok())
-        connection.fail(error.number(), error.text());
+    endTransaction(connection);
 }
 
 } // namespace
@@ -184,17 +191,22 @@ platform::Status prepareServerTables(Connection& connection, bool mayMake) {
                : sql::otherVersion(connection.name(), version, serverTablesVersion);
 }
 
-// That of the subjects is what makes the trigrams of their texts worth it.
+// That of the subjects is what makes the trigrams of their texts worth it. Each by itself, so that
+// those who write wait for one only; of two programs that make them one waits.
 void makeServerIndexes(Connection& connection) {
     namespace id = modDictation::field_id;
+    const auto makeAlone = [&connection](const std::string& sql) {
+        connection.run("BEGIN; LOCK TABLE ovsearch.about IN SHARE ROW EXCLUSIVE MODE; " + sql);
+        endTransaction(connection);
+    };
     for (const KeptColumn& column : keptColumns())
         if (column.hasIndex || column.field == id::subject) {
             const std::string name(column.name);
             const bool isAuthor = column.field == id::author;
-            connection.run("CREATE INDEX IF NOT EXISTS dictations_by_" + name +
-                           " ON ovsearch.dictations (" + name + (isAuthor ? ", priority)" : ")"));
+            makeAlone("CREATE INDEX IF NOT EXISTS dictations_by_" + name +
+                      " ON ovsearch.dictations (" + name + (isAuthor ? ", priority)" : ")"));
         }
-    connection.run(trigrams);
+    makeAlone(trigrams);
 }
 
 } // namespace ov::catalogue::loaded
