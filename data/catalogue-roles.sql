@@ -140,7 +140,9 @@ BEGIN
                 ' shows it, or update the catalogue first', directory;
         END IF;
         BEGIN
-            PERFORM pg_advisory_xact_lock(1331057509, around.store);
+            IF ovsearch.updater_of(around.store) IS NOT NULL THEN
+                RAISE lock_not_available;
+            END IF;
         EXCEPTION WHEN lock_not_available THEN
             RAISE EXCEPTION 'the store is just being updated; try again when that is through';
         END;

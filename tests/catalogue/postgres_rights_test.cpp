@@ -193,6 +193,28 @@ TEST_F(Roles, AreAskedForWhereOneHasNone) {
     EXPECT_PRED2(holds, refusal(place()), "ask whoever runs the server for ovsearch_reader");
 }
 
+TEST_F(Roles, LetAReaderHoldUpNobody) {
+    std::thread reader([this] {
+        run("SELECT pg_advisory_lock(1331057509, n) FROM (SELECT id AS n FROM ovsearch.stores "
+            "UNION ALL SELECT mark FROM"
+            " ovsearch.stores) s; DO $$ BEGIN FOR i IN 1..1000 LOOP EXIT WHEN EXISTS (SELECT FROM"
+            " pg_roles WHERE rolname = 'through_" +
+                database + "'); PERFORM pg_sleep(0.01); END LOOP; END $$",
+            anna);
+    });
+    while (run("SELECT count(*) FROM pg_locks WHERE classid = 1331057509") == "0")
+        std::this_thread::yield();
+    role = watcher;
+    {
+        const auto one = open(Access::update);
+        EXPECT_TRUE(updateStore(*one, store.directory(), {}).status.ok());
+        EXPECT_PRED2(holds, update().status.text(), "another program is updating it");
+        EXPECT_PRED2(holds, letSee("ward/ERL"), "just being updated");
+    }
+    EXPECT_EQ(run("CREATE ROLE through_" + database), "");
+    reader.join();
+}
+
 TEST_F(Roles, LetAReaderChangeNothing) {
     for (const char* const table :
          {"about", "stores", "wards", "ward_readers", "folders", "dictations", "texts"}) {

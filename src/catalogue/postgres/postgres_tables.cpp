@@ -30,7 +30,9 @@ CREATE TABLE ovsearch.stores (
     root bytea NOT NULL UNIQUE,
     as_of bigint NOT NULL,
     begun bigint NOT NULL,
-    removed bigint NOT NULL);
+    removed bigint NOT NULL,
+    updater integer,
+    mark integer);
 CREATE TABLE ovsearch.wards (
     id integer GENERATED ALWAYS AS IDENTITY PRIMARY KEY,
     store integer NOT NULL,
@@ -48,6 +50,41 @@ CREATE SEQUENCE ovsearch.text_numbers AS integer MINVALUE 4;
 CREATE TABLE ovsearch.texts (
     ward integer, field integer, upper text COLLATE "C", text text COLLATE "C",
     number integer NOT NULL, PRIMARY KEY (ward, field, upper, text));
+)";
+
+// A store is held by who has the lock that its row tells of. Everybody may take locks of any
+// number, so that the number is drawn anew each time, and counts only with the process that was
+// written.
+constexpr const char* holding = R"(
+CREATE FUNCTION ovsearch.updater_of(asked integer) RETURNS integer
+LANGUAGE plpgsql SET search_path = pg_catalog AS $$
+DECLARE
+    held record;
+    holder integer;
+BEGIN
+    SELECT updater, mark INTO held FROM ovsearch.stores WHERE id = asked FOR UPDATE;
+    FOR i IN 1..20 LOOP
+        SELECT l.pid INTO holder FROM pg_locks l JOIN pg_database d ON d.oid = l.database
+            WHERE d.datname = current_database() AND l.locktype = 'advisory' AND l.granted
+            AND l.objsubid = 2 AND l.classid = 1331057509 AND l.objid = held.mark::oid
+            AND l.pid = held.updater;
+        EXIT WHEN holder IS NULL OR holder = pg_backend_pid();
+        PERFORM pg_sleep(0.05);
+    END LOOP;
+    RETURN holder;
+END $$;
+CREATE FUNCTION ovsearch.hold(asked integer) RETURNS boolean
+LANGUAGE plpgsql SET search_path = pg_catalog AS $$
+DECLARE
+    now_by integer := ovsearch.updater_of(asked);
+    fresh integer := 1 + floor(random() * 2147483646);
+BEGIN
+    IF now_by IS NULL THEN
+        PERFORM pg_advisory_lock(1331057509, fresh);
+        UPDATE ovsearch.stores SET updater = pg_backend_pid(), mark = fresh WHERE id = asked;
+    END IF;
+    RETURN COALESCE(now_by = pg_backend_pid(), true);
+END $$;
 )";
 
 // The roles may be made later; their script opens the tables to them then.
@@ -116,8 +153,9 @@ std::string tables() {
     return smallTables +
            std::string("CREATE TABLE ovsearch.dictations (folder integer, position integer,"
                        " ward integer NOT NULL") +
-           columns + ", name bytea NOT NULL, PRIMARY KEY (folder, position));" + policies +
-           "INSERT INTO ovsearch.about VALUES (" + std::to_string(serverTablesVersion) + ");";
+           columns + ", name bytea NOT NULL, PRIMARY KEY (folder, position));" + holding +
+           policies + "INSERT INTO ovsearch.about VALUES (" + std::to_string(serverTablesVersion) +
+           ");";
 }
 
 bool areThere(Connection& connection) {
@@ -130,16 +168,6 @@ bool areThere(Connection& connection) {
 std::string encodingOf(Connection& connection) {
     Answer answer = connection.ask("SELECT pg_catalog.getdatabaseencoding()");
     return answer.step() ? std::string(answer.bytes(0)) : std::string();
-}
-
-// Undone where something failed, which lasts.
-void endTransaction(Connection& connection) {
-    const platform::Status error = connection.take();
-    connection.run(error.ok() ? "COMMIT" : "ROLLBACK");
-    if (error.ok())
-        return;
-    static_cast<void>(connection.take());
-    connection.fail(error.number(), error.text());
 }
 
 // Two that begin at once: one waits. The schema may be there already, made for us.
@@ -156,6 +184,15 @@ void make(Connection& connection) {
 }
 
 } // namespace
+
+void endTransaction(Connection& connection) {
+    const platform::Status error = connection.take();
+    connection.run(error.ok() ? "COMMIT" : "ROLLBACK");
+    if (error.ok())
+        return;
+    static_cast<void>(connection.take());
+    connection.fail(error.number(), error.text());
+}
 
 // What is not ours comes from the system's own schema alone. Whoever may, writes as the role that
 // has the tables, so that they are not one person's. The last moments before a failure of the
