@@ -193,6 +193,25 @@ TEST_F(Roles, AreAskedForWhereOneHasNone) {
     EXPECT_PRED2(holds, refusal(place()), "ask whoever runs the server for ovsearch_reader");
 }
 
+TEST_F(Roles, StayWithTheNextVersion) {
+    EXPECT_EQ(run("UPDATE ovsearch.about SET version = 3; ALTER TABLE ovsearch.stores DROP updater,"
+                  " DROP mark; DROP FUNCTION ovsearch.updater_of, ovsearch.hold,"
+                  " ovsearch.open_to_readers"),
+              "");
+    role = anna;
+    EXPECT_PRED2(holds, refusal(place()), "the next update brings it up to date");
+    role = watcher;
+    EXPECT_TRUE(update().status.ok());
+    EXPECT_EQ(askedAs(anna), walked(store.directory("ward")));
+    EXPECT_EQ(askedAs(chief), walked());
+    EXPECT_EQ(letSee("other"), "");
+    EXPECT_EQ(run("SELECT count(*) FROM ovsearch.wards", anna), "2");
+    role = watcher;
+    const tests::TemporaryStore another;
+    EXPECT_TRUE(update(another.directory()).status.ok());
+    EXPECT_EQ(run("SELECT count(*) FROM pg_class WHERE relname LIKE 'older%'"), "0");
+}
+
 TEST_F(Roles, LetAReaderHoldUpNobody) {
     std::thread reader([this] {
         run("SELECT pg_advisory_lock(1331057509, n) FROM (SELECT id AS n FROM ovsearch.stores "

@@ -3,6 +3,7 @@
 #include "catalogue/postgres/postgres_tables.h"
 
 #include "catalogue/kept_columns.h"
+#include "catalogue/postgres/older_tables.h"
 #include "catalogue/sql/tables_version.h"
 
 #include <cerrno>
@@ -165,6 +166,14 @@ bool areThere(Connection& connection) {
                .only() > 0;
 }
 
+std::int64_t versionOf(Connection& connection) {
+    return connection.ask("SELECT max(version) FROM ovsearch.about").only();
+}
+
+bool isOlder(std::int64_t version) {
+    return version > 0 && version < serverTablesVersion;
+}
+
 std::string encodingOf(Connection& connection) {
     Answer answer = connection.ask("SELECT pg_catalog.getdatabaseencoding()");
     return answer.step() ? std::string(answer.bytes(0)) : std::string();
@@ -178,8 +187,16 @@ void make(Connection& connection) {
                                     encoding);
     if (connection.ask("SELECT to_regnamespace('ovsearch') IS NULL").only() != 0)
         connection.run("CREATE SCHEMA ovsearch");
-    if (!areThere(connection))
-        connection.run(tables());
+    const bool areMade = areThere(connection);
+    if (areMade) {
+        connection.run("LOCK TABLE ovsearch.about");
+        if (!isOlder(versionOf(connection)))
+            return endTransaction(connection);
+        putOlderTablesAside(connection);
+    }
+    connection.run(tables());
+    if (areMade)
+        takeOverOlderTables(connection);
     endTransaction(connection);
 }
 
@@ -213,11 +230,13 @@ std::string setUpOf(bool isForUpdate) {
 }
 
 platform::Status prepareServerTables(Connection& connection, bool mayMake) {
-    if (mayMake && !areThere(connection))
+    const auto isUsable = [&connection] {
+        return areThere(connection) && !isOlder(versionOf(connection));
+    };
+    if (mayMake && !isUsable() && !connection.failed())
         make(connection);
     const bool areMade = areThere(connection);
-    const std::int64_t version =
-        areMade ? connection.ask("SELECT max(version) FROM ovsearch.about").only() : 0;
+    const std::int64_t version = areMade ? versionOf(connection) : 0;
     if (platform::Status error = connection.take(); !error.ok())
         return error;
     if (!areMade)
@@ -225,7 +244,8 @@ platform::Status prepareServerTables(Connection& connection, bool mayMake) {
                 "has no catalogue; \"ovsearch catalogue update DIR --to SERVER\" makes one"};
     return version == serverTablesVersion
                ? platform::Status()
-               : sql::otherVersion(connection.name(), version, serverTablesVersion);
+               : sql::otherVersion(connection.name(), version, serverTablesVersion,
+                                   "the next update brings it up to date");
 }
 
 // That of the subjects is what makes the trigrams of their texts worth it. Each by itself, so that
