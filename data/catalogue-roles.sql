@@ -174,18 +174,28 @@ BEGIN
         ON CONFLICT DO NOTHING;
 END $$;
 
--- The role sees the directory and what is below it no more. It need not be there any more itself: a
--- later one of the same name would see what it saw.
+-- The role sees the directory and what is below it no more, unless another role of which it is a
+-- member does; then a warning says so. It need not be there any more itself: a later one of the same
+-- name would see what it saw.
 CREATE OR REPLACE FUNCTION ovsearch.forbid(who name, directory text) RETURNS void
 LANGUAGE plpgsql SET search_path = pg_catalog AS $$
 DECLARE
     made integer := ovsearch.ward_of(directory);
+    below integer[] := ARRAY(SELECT w.id FROM ovsearch.wards w, ovsearch.wards top
+        WHERE top.id = made
+            AND substring(w.directory FROM 1 FOR length(top.directory)) = top.directory);
+    others text;
 BEGIN
-    DELETE FROM ovsearch.ward_readers r USING ovsearch.wards w, ovsearch.wards top
-        WHERE r.reader = who AND r.ward = w.id AND top.id = made
-            AND substring(w.directory FROM 1 FOR length(top.directory)) = top.directory;
+    DELETE FROM ovsearch.ward_readers WHERE reader = who AND ward = ANY (below);
     IF NOT FOUND THEN
         RAISE EXCEPTION '% was not let see %', who, directory;
+    END IF;
+    SELECT string_agg(r.rolname, ', ' ORDER BY r.rolname) INTO others FROM pg_roles r
+        JOIN pg_roles own ON own.rolname = who AND pg_has_role(own.oid, r.oid, 'MEMBER')
+        WHERE r.rolname IN ('ovsearch_updater', 'ovsearch_reader_of_all')
+            OR r.rolname IN (SELECT reader FROM ovsearch.ward_readers WHERE ward = ANY (below));
+    IF others IS NOT NULL THEN
+        RAISE WARNING '% still sees % or a part of it, as a member of %', who, directory, others;
     END IF;
 END $$;
 

@@ -212,6 +212,16 @@ TEST_F(Roles, StayWithTheNextVersion) {
     EXPECT_EQ(run("SELECT count(*) FROM pg_class WHERE relname LIKE 'older%'"), "0");
 }
 
+TEST_F(Roles, TellWhoIsLeftAGroup) {
+    const std::string group = "group_" + database;
+    EXPECT_EQ(run("CREATE ROLE " + group + "; GRANT " + group + " TO " + anna), "");
+    EXPECT_EQ(call("let_see", group, "ward/ERL"), "");
+    EXPECT_PRED2(holds, call("forbid", anna, "ward"), ("as a member of " + group).c_str());
+    EXPECT_EQ(askedAs(anna), walked(store.directory("ward/ERL")));
+    EXPECT_EQ(call("forbid", group, "ward"), "");
+    EXPECT_PRED2(holds, askedAs(anna).at(0), "this one is empty");
+}
+
 TEST_F(Roles, LetAReaderHoldUpNobody) {
     std::thread reader([this] {
         run("SELECT pg_advisory_lock(1331057509, n) FROM (SELECT id AS n FROM ovsearch.stores "
