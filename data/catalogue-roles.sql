@@ -95,9 +95,10 @@ BEGIN
 END $$;
 
 -- The dictations in folders of the ward "made" come into it from the ward "around". Who sees a ward
--- sees its texts, so each has those of its own dictations and no others.
+-- sees its texts, so each has those of its own dictations and no others. The server knows nothing yet
+-- of how many texts "made" has, and would look through all of them for each dictation.
 CREATE OR REPLACE FUNCTION ovsearch.divide(around integer, made integer) RETURNS void
-LANGUAGE plpgsql VOLATILE SET search_path = pg_catalog AS $$
+LANGUAGE plpgsql SET search_path = pg_catalog SET enable_nestloop = off AS $$
 BEGIN
     INSERT INTO ovsearch.texts (ward, field, upper, text, number)
         SELECT made, t.field, t.upper, t.text, nextval('ovsearch.text_numbers')
