@@ -3,30 +3,42 @@
 #include "tests/catalogue/postgres_fixture.h"
 
 #include <iterator>
+#include <thread>
 
 namespace ov::catalogue {
 
 namespace {
 
-// With roles as data/catalogue-roles.sql makes them.
+std::string rolesScript() {
+    std::ifstream script(OV_SOURCE_DIR "/data/catalogue-roles.sql");
+    return {std::istreambuf_iterator<char>(script), {}};
+}
+
+// With roles as that makes them.
 class Roles : public OnServer {
 protected:
-    Roles() {
-        std::ifstream script(OV_SOURCE_DIR "/data/catalogue-roles.sql");
-        EXPECT_EQ(run({std::istreambuf_iterator<char>(script), {}}), "");
+    explicit Roles(bool isUpdatedBefore = false) {
+        if (isUpdatedBefore)
+            update();
+        EXPECT_EQ(run(rolesScript()), "");
         for (const auto& [name, group] :
              {std::pair{&watcher, "ovsearch_updater"}, std::pair{&anna, "ovsearch_reader"},
-              std::pair{&chief, "ovsearch_reader_of_all"}})
+              std::pair{&berta, "ovsearch_reader"}, std::pair{&chief, "ovsearch_reader_of_all"}})
             EXPECT_EQ(run("CREATE ROLE " + *name + " LOGIN IN ROLE " + group), "");
+        store.add("2$ROH@@11$Secret@@14$47.WAV"); // has texts in common with two wards
         role = watcher;
         update();
         EXPECT_EQ(letSee("ward"), "");
-        EXPECT_EQ(run("SELECT ovsearch.let_see('berta', '" + store.native("other") + "')"), "");
-        EXPECT_TRUE(update().status.ok());
+        EXPECT_EQ(call("let_see", berta, "other"), "");
     }
 
+    std::string call(const std::string& function, const std::string& who, const std::string& name,
+                     const std::string& as = "postgres") const {
+        return run("SELECT ovsearch." + function + "('" + who + "', '" + store.native(name) + "')",
+                   as);
+    }
     std::string letSee(const std::string& name, const std::string& as = "postgres") const {
-        return run("SELECT ovsearch.let_see('" + anna + "', '" + store.native(name) + "')", as);
+        return call("let_see", anna, name, as);
     }
     Texts askedAs(const std::string& who, const std::string& directory = {}) {
         role = who;
@@ -35,10 +47,49 @@ protected:
 
     const std::string watcher = "watcher_" + database;
     const std::string anna = "anna_" + database;
+    const std::string berta = "berta_" + database;
     const std::string chief = "chief_" + database;
 };
 
+class RolesMadeLater : public Roles {
+protected:
+    RolesMadeLater() : Roles(true) {}
+};
+
 } // namespace
+
+TEST_F(RolesMadeLater, TakeOverWhatIsThere) {
+    EXPECT_EQ(askedAs(anna), walked(store.directory("ward")));
+    EXPECT_EQ(askedAs(chief), walked());
+    EXPECT_EQ(run("SELECT count(*) FROM ovsearch.wards", anna), "1");
+    fs::remove_all(store.folder() / "other");
+    role = watcher;
+    EXPECT_TRUE(update().status.ok());
+    EXPECT_EQ(run(rolesScript()), "");
+    EXPECT_EQ(askedAs(chief), walked());
+}
+
+TEST_F(OnServer, HasNoRolesInAStrangersSchema) {
+    run("CREATE ROLE stranger; CREATE SCHEMA ovsearch AUTHORIZATION stranger");
+    EXPECT_PRED2(holds, run(rolesScript()), "the schema ovsearch belongs to stranger");
+    EXPECT_EQ(run("DROP OWNED BY stranger; DROP ROLE stranger"), "");
+}
+
+TEST_F(Roles, DivideWhatIsThereWithoutAnUpdate) {
+    namespace field = modDictation::field_id;
+    for (const char* const part : {"", "ward", "other"})
+        for (const auto& [fieldId, text] :
+             {std::pair{field::subject, "ecr"}, std::pair{field::subject, "now"},
+              std::pair{field::subject, "e"}, std::pair{field::author, "47"}}) {
+            Search what = allOf(store.directory(part));
+            what.criteria = {{fieldId, modDictation::operator_id::contains, text, ""}};
+            role = chief;
+            EXPECT_EQ(asked(what), walked(what)) << part << text;
+        }
+    EXPECT_EQ(run("SELECT string_agg(text, ',' ORDER BY ward, text) FROM ovsearch.texts"),
+              "47,Secret,Secret,47,Known");
+    EXPECT_GT(known().asOf, 0);
+}
 
 TEST_F(Roles, ShowAReaderHisWardsAlone) {
     EXPECT_EQ(askedAs(anna), walked(store.directory("ward")));
@@ -78,15 +129,119 @@ TEST_F(Roles, TellNothingToAReadersOwnFunctions) {
 
 TEST_F(Roles, LeaveNothingBehindInAWardThatWasDivided) {
     EXPECT_EQ(letSee("ward/ERL"), "");
-    EXPECT_EQ(run("SELECT ovsearch.forbid('" + anna + "', '" + store.native("ward") + "')"), "");
+    EXPECT_EQ(call("forbid", anna, "ward"), "");
     EXPECT_EQ(letSee("ward/ERL"), "");
-    role = watcher;
-    EXPECT_TRUE(update().status.ok());
     EXPECT_EQ(askedAs(anna), walked(store.directory("ward/ERL")));
     EXPECT_EQ(run("SELECT count(*) FROM ovsearch.texts", anna), "0");
     EXPECT_EQ(askedAs(chief), walked());
-    EXPECT_EQ(run("SELECT ovsearch.forbid('" + anna + "', '" + store.native("") + "')"), "");
+    EXPECT_EQ(call("forbid", anna, ""), "");
     EXPECT_PRED2(holds, askedAs(anna).at(0), "this one is empty");
+}
+
+TEST_F(Roles, TakeNothingThatIsNotThere) {
+    const char* const wards = "SELECT count(*) FROM ovsearch.wards";
+    const std::string before = run(wards);
+    struct Case {
+        const char* function = "";
+        std::string who;
+        const char* name = "";
+        const char* said = "";
+    };
+    for (const Case& one : {Case{"let_see", anna, "Nowhere at all", "is no directory of"},
+                            Case{"let_see", anna, "./ward", "is no directory of"},
+                            Case{"let_see", anna, "../nothing of ours", "is no directory of"},
+                            Case{"let_see", "nobody", "ward", "there is no role nobody"},
+                            Case{"forbid", anna, "X9", "is no directory of"},
+                            Case{"forbid", anna, "other", "was not let see"},
+                            Case{"forbid", berta, "ward/ERL", "was not let see"}})
+        EXPECT_PRED2(holds, call(one.function, one.who, one.name), one.said) << one.name;
+    EXPECT_EQ(run(wards), before);
+    EXPECT_EQ(askedAs(anna), walked(store.directory("ward")));
+    EXPECT_EQ(askedAs(chief), walked());
+}
+
+// The one waits for the other, whichever is first.
+TEST_F(Roles, AreGivenByTwoAtOnce) {
+    store.add("a/b/one.WAV").add("a/two.WAV");
+    update();
+    std::thread first([this] {
+        EXPECT_EQ(run("DO $$ BEGIN PERFORM ovsearch.let_see('" + anna + "', '" + store.native("a") +
+                      "'); FOR i IN 1..1000 LOOP EXIT WHEN EXISTS (SELECT FROM pg_locks WHERE NOT"
+                      " granted) OR EXISTS (SELECT FROM ovsearch.wards WHERE directory ="
+                      " ovsearch.directory_text('" +
+                      store.native("a/b") + "')); PERFORM pg_sleep(0.01); END LOOP; END $$"),
+                  "");
+    });
+    EXPECT_EQ(call("let_see", berta, "a/b"), "");
+    first.join();
+    EXPECT_EQ(run("SELECT count(*) FROM ovsearch.folders f JOIN ovsearch.wards w ON w.id = f.ward"
+                  " JOIN ovsearch.wards n ON length(n.directory) > length(w.directory)"
+                  " AND substring(f.path FROM 1 FOR length(n.directory)) = n.directory"),
+              "0");
+    EXPECT_EQ(askedAs(berta, "a/b"), walked(store.directory("a/b")));
+    EXPECT_EQ(askedAs(anna, "a"), walked(store.directory("a")));
+}
+
+TEST_F(Roles, AreAskedForWhereOneHasNone) {
+    role = "nobody_" + database;
+    EXPECT_EQ(run("CREATE ROLE " + role + " LOGIN; CREATE ROLE late_" + database +
+                  " LOGIN NOINHERIT IN ROLE ovsearch_reader"),
+              "");
+    EXPECT_PRED2(holds, refusal(place()), "ask whoever runs the server for ovsearch_reader");
+    EXPECT_PRED2(holds, refusal(place(), Access::update), "for ovsearch_updater");
+    role = "late_" + database;
+    EXPECT_PRED2(holds, refusal(place()), "ask whoever runs the server for ovsearch_reader");
+}
+
+TEST_F(Roles, StayWithTheNextVersion) {
+    EXPECT_EQ(run("UPDATE ovsearch.about SET version = 3; ALTER TABLE ovsearch.stores DROP updater,"
+                  " DROP mark; DROP FUNCTION ovsearch.updater_of, ovsearch.hold,"
+                  " ovsearch.open_to_readers"),
+              "");
+    role = anna;
+    EXPECT_PRED2(holds, refusal(place()), "the next update brings it up to date");
+    role = watcher;
+    EXPECT_TRUE(update().status.ok());
+    EXPECT_EQ(askedAs(anna), walked(store.directory("ward")));
+    EXPECT_EQ(askedAs(chief), walked());
+    EXPECT_EQ(letSee("other"), "");
+    EXPECT_EQ(run("SELECT count(*) FROM ovsearch.wards", anna), "2");
+    role = watcher;
+    const tests::TemporaryStore another;
+    EXPECT_TRUE(update(another.directory()).status.ok());
+    EXPECT_EQ(run("SELECT count(*) FROM pg_class WHERE relname LIKE 'older%'"), "0");
+}
+
+TEST_F(Roles, TellWhoIsLeftAGroup) {
+    const std::string group = "group_" + database;
+    EXPECT_EQ(run("CREATE ROLE " + group + "; GRANT " + group + " TO " + anna), "");
+    EXPECT_EQ(call("let_see", group, "ward/ERL"), "");
+    EXPECT_PRED2(holds, call("forbid", anna, "ward"), ("as a member of " + group).c_str());
+    EXPECT_EQ(askedAs(anna), walked(store.directory("ward/ERL")));
+    EXPECT_EQ(call("forbid", group, "ward"), "");
+    EXPECT_PRED2(holds, askedAs(anna).at(0), "this one is empty");
+}
+
+TEST_F(Roles, LetAReaderHoldUpNobody) {
+    std::thread reader([this] {
+        run("SELECT pg_advisory_lock(1331057509, n) FROM (SELECT id AS n FROM ovsearch.stores "
+            "UNION ALL SELECT mark FROM"
+            " ovsearch.stores) s; DO $$ BEGIN FOR i IN 1..1000 LOOP EXIT WHEN EXISTS (SELECT FROM"
+            " pg_roles WHERE rolname = 'through_" +
+                database + "'); PERFORM pg_sleep(0.01); END LOOP; END $$",
+            anna);
+    });
+    while (run("SELECT count(*) FROM pg_locks WHERE classid = 1331057509") == "0")
+        std::this_thread::yield();
+    role = watcher;
+    {
+        const auto one = open(Access::update);
+        EXPECT_TRUE(updateStore(*one, store.directory(), {}).status.ok());
+        EXPECT_PRED2(holds, update().status.text(), "another program is updating it");
+        EXPECT_PRED2(holds, letSee("ward/ERL"), "just being updated");
+    }
+    EXPECT_EQ(run("CREATE ROLE through_" + database), "");
+    reader.join();
 }
 
 TEST_F(Roles, LetAReaderChangeNothing) {

@@ -20,7 +20,7 @@ public:
     // As a catalogue is opened: by the socket, and over the network of this machine.
     std::string place(const std::string& database, const std::string& role = "postgres") const;
     std::string networkPlace(const std::string& database) const;
-    // Several statements; the first value of the last of them, or what is wrong.
+    // Several statements; warnings and the first value of the last of them, or what is wrong.
     std::string run(const std::string& database, const std::string& sql,
                     const std::string& role = "postgres") const;
 

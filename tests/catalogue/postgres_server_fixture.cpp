@@ -12,6 +12,7 @@
 #include <memory>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <sys/prctl.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
@@ -171,14 +172,20 @@ std::string PostgresServer::run(const std::string& database, const std::string& 
                                 const std::string& role) const {
     const std::unique_ptr<PGconn, decltype(&PQfinish)> connection(
         PQconnectdb(place(database, role).c_str()), PQfinish);
+    std::string warnings;
     PQsetNoticeProcessor(
-        connection.get(), [](void*, const char*) {}, nullptr);
+        connection.get(),
+        [](void* to, const char* text) {
+            if (std::string_view(text).starts_with("WARNING"))
+                static_cast<std::string*>(to)->append(text);
+        },
+        &warnings);
     const std::unique_ptr<PGresult, decltype(&PQclear)> result(
         PQexec(connection.get(), sql.c_str()), PQclear);
     const ExecStatusType state = PQresultStatus(result.get());
     if (state != PGRES_COMMAND_OK && state != PGRES_TUPLES_OK)
         return PQerrorMessage(connection.get());
-    return PQntuples(result.get()) > 0 ? PQgetvalue(result.get(), 0, 0) : "";
+    return warnings + (PQntuples(result.get()) > 0 ? PQgetvalue(result.get(), 0, 0) : "");
 }
 
 } // namespace ov::tests

@@ -2,7 +2,10 @@
 // SPDX-License-Identifier: MIT
 #include "tests/catalogue/postgres_fixture.h"
 
+#include <array>
 #include <fstream>
+#include <thread>
+#include <vector>
 
 namespace ov::catalogue {
 
@@ -17,6 +20,20 @@ TEST_F(OnServer, ForgetsAStoreWithItsTexts) {
     update(other.directory());
     forget();
     EXPECT_EQ(run("SELECT string_agg(text, ',') FROM ovsearch.texts"), "Known");
+}
+
+TEST_F(OnServer, TakesTheFirstUpdatesOfSeveralStoresAtOnce) {
+    std::array<tests::TemporaryStore, 4> others;
+    std::vector<std::thread> updates;
+    for (tests::TemporaryStore& other : others)
+        updates.emplace_back([&] {
+            other.add("one.WAV");
+            const UpdateReport report = update(other.directory());
+            EXPECT_TRUE(report.status.ok()) << report.status.description();
+            EXPECT_TRUE(report.untidy.ok()) << report.untidy.description();
+        });
+    for (std::thread& one : updates)
+        one.join();
 }
 
 TEST_F(OnServer, ContainsAsWellWithoutTrigrams) {

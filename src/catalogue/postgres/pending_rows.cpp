@@ -40,8 +40,9 @@ void PendingRows::writeFolders(Connection& connection) {
         "INSERT INTO folders (id, store, ward, depth, place, device, file, modified, changed,"
         " first_seen, settled, digest, dictations, skipped, path, upper, problem)"
         " SELECT * FROM unnest(?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"
-        " ON CONFLICT (id) DO UPDATE SET (place, device, file, modified, changed, first_seen,"
-        " settled, digest, dictations, skipped, problem) = (excluded.place, excluded.device,"
+        " ON CONFLICT (id) DO UPDATE SET (ward, place, device, file, modified, changed, first_seen,"
+        " settled, digest, dictations, skipped, problem) = (excluded.ward, excluded.place, "
+        "excluded.device,"
         " excluded.file, excluded.modified, excluded.changed, excluded.first_seen,"
         " excluded.settled, excluded.digest, excluded.dictations, excluded.skipped,"
         " excluded.problem)";

@@ -3,6 +3,7 @@
 #include "catalogue/postgres/postgres_tables.h"
 
 #include "catalogue/kept_columns.h"
+#include "catalogue/postgres/older_tables.h"
 #include "catalogue/sql/tables_version.h"
 
 #include <cerrno>
@@ -30,7 +31,9 @@ CREATE TABLE ovsearch.stores (
     root bytea NOT NULL UNIQUE,
     as_of bigint NOT NULL,
     begun bigint NOT NULL,
-    removed bigint NOT NULL);
+    removed bigint NOT NULL,
+    updater integer,
+    mark integer);
 CREATE TABLE ovsearch.wards (
     id integer GENERATED ALWAYS AS IDENTITY PRIMARY KEY,
     store integer NOT NULL,
@@ -50,6 +53,42 @@ CREATE TABLE ovsearch.texts (
     number integer NOT NULL, PRIMARY KEY (ward, field, upper, text));
 )";
 
+// A store is held by who has the lock that its row tells of. Everybody may take locks of any
+// number, so that the number is drawn anew each time, and counts only with the process that was
+// written.
+constexpr const char* holding = R"(
+CREATE FUNCTION ovsearch.updater_of(asked integer) RETURNS integer
+LANGUAGE plpgsql SET search_path = pg_catalog AS $$
+DECLARE
+    held record;
+    holder integer;
+BEGIN
+    SELECT updater, mark INTO held FROM ovsearch.stores WHERE id = asked FOR UPDATE;
+    FOR i IN 1..20 LOOP
+        SELECT l.pid INTO holder FROM pg_locks l JOIN pg_database d ON d.oid = l.database
+            WHERE d.datname = current_database() AND l.locktype = 'advisory' AND l.granted
+            AND l.objsubid = 2 AND l.classid = 1331057509 AND l.objid = held.mark::oid
+            AND l.pid = held.updater;
+        EXIT WHEN holder IS NULL OR holder = pg_backend_pid();
+        PERFORM pg_sleep(0.05);
+    END LOOP;
+    RETURN holder;
+END $$;
+CREATE FUNCTION ovsearch.hold(asked integer) RETURNS boolean
+LANGUAGE plpgsql SET search_path = pg_catalog AS $$
+DECLARE
+    now_by integer := ovsearch.updater_of(asked);
+    fresh integer := 1 + floor(random() * 2147483646);
+BEGIN
+    IF now_by IS NULL THEN
+        PERFORM pg_advisory_lock(1331057509, fresh);
+        UPDATE ovsearch.stores SET updater = pg_backend_pid(), mark = fresh WHERE id = asked;
+    END IF;
+    RETURN COALESCE(now_by = pg_backend_pid(), true);
+END $$;
+)";
+
+// The roles may be made later; their script opens the tables to them then.
 constexpr const char* policies = R"(
 ALTER TABLE ovsearch.ward_readers ENABLE ROW LEVEL SECURITY;
 ALTER TABLE ovsearch.wards ENABLE ROW LEVEL SECURITY;
@@ -69,21 +108,24 @@ CREATE POLICY own ON ovsearch.dictations FOR SELECT
     USING (ward = ANY (ARRAY(SELECT id FROM ovsearch.wards)));
 CREATE POLICY own ON ovsearch.texts FOR SELECT
     USING (ward = ANY (ARRAY(SELECT id FROM ovsearch.wards)));
-DO $$
+CREATE FUNCTION ovsearch.open_to_readers() RETURNS void
+LANGUAGE plpgsql SET search_path = pg_catalog AS $$
 DECLARE
     one text;
 BEGIN
-    IF EXISTS (SELECT FROM pg_roles WHERE rolname = 'ovsearch_reader') THEN
+    IF to_regrole('ovsearch_reader') IS NOT NULL THEN
         GRANT USAGE ON SCHEMA ovsearch TO ovsearch_reader;
         GRANT SELECT ON ALL TABLES IN SCHEMA ovsearch TO ovsearch_reader;
     END IF;
-    IF EXISTS (SELECT FROM pg_roles WHERE rolname = 'ovsearch_reader_of_all') THEN
+    IF to_regrole('ovsearch_reader_of_all') IS NOT NULL THEN
         FOREACH one IN ARRAY ARRAY['wards', 'stores', 'folders', 'dictations', 'texts'] LOOP
-            EXECUTE format('CREATE POLICY every ON ovsearch.%I FOR SELECT'
+            EXECUTE format('DROP POLICY IF EXISTS every ON ovsearch.%1$I;'
+                           ' CREATE POLICY every ON ovsearch.%1$I FOR SELECT'
                            ' TO ovsearch_reader_of_all USING (true)', one);
         END LOOP;
     END IF;
 END $$;
+SELECT ovsearch.open_to_readers();
 )";
 
 // "Contains" answers without it too, only slower; not every server has it or lets us.
@@ -100,7 +142,7 @@ BEGIN
     EXECUTE format('CREATE INDEX IF NOT EXISTS dictations_by_number ON ovsearch.dictations'
                    ' USING gin (number %I.gin_trgm_ops)', home);
 EXCEPTION WHEN insufficient_privilege OR undefined_file OR feature_not_supported OR undefined_object
-    OR invalid_schema_name THEN
+    OR invalid_schema_name OR unique_violation THEN
     NULL;
 END $$;
 )";
@@ -112,8 +154,9 @@ std::string tables() {
     return smallTables +
            std::string("CREATE TABLE ovsearch.dictations (folder integer, position integer,"
                        " ward integer NOT NULL") +
-           columns + ", name bytea NOT NULL, PRIMARY KEY (folder, position));" + policies +
-           "INSERT INTO ovsearch.about VALUES (" + std::to_string(serverTablesVersion) + ");";
+           columns + ", name bytea NOT NULL, PRIMARY KEY (folder, position));" + holding +
+           policies + "INSERT INTO ovsearch.about VALUES (" + std::to_string(serverTablesVersion) +
+           ");";
 }
 
 bool areThere(Connection& connection) {
@@ -121,6 +164,14 @@ bool areThere(Connection& connection) {
                .ask("SELECT count(*) FROM pg_catalog.pg_class WHERE relname = 'about' AND"
                     " relnamespace = to_regnamespace('ovsearch')")
                .only() > 0;
+}
+
+std::int64_t versionOf(Connection& connection) {
+    return connection.ask("SELECT max(version) FROM ovsearch.about").only();
+}
+
+bool isOlder(std::int64_t version) {
+    return version > 0 && version < serverTablesVersion;
 }
 
 std::string encodingOf(Connection& connection) {
@@ -136,15 +187,29 @@ void make(Connection& connection) {
                                     encoding);
     if (connection.ask("SELECT to_regnamespace('ovsearch') IS NULL").only() != 0)
         connection.run("CREATE SCHEMA ovsearch");
-    if (!areThere(connection))
-        connection.run(tables());
-    const platform::Status error = connection.take();
-    connection.run(error.ok() ? "COMMIT" : "ROLLBACK");
-    if (!error.ok())
-        connection.fail(error.number(), error.text());
+    const bool areMade = areThere(connection);
+    if (areMade) {
+        connection.run("LOCK TABLE ovsearch.about");
+        if (!isOlder(versionOf(connection)))
+            return endTransaction(connection);
+        putOlderTablesAside(connection);
+    }
+    connection.run(tables());
+    if (areMade)
+        takeOverOlderTables(connection);
+    endTransaction(connection);
 }
 
 } // namespace
+
+void endTransaction(Connection& connection) {
+    const platform::Status error = connection.take();
+    connection.run(error.ok() ? "COMMIT" : "ROLLBACK");
+    if (error.ok())
+        return;
+    static_cast<void>(connection.take());
+    connection.fail(error.number(), error.text());
+}
 
 // What is not ours comes from the system's own schema alone. Whoever may, writes as the role that
 // has the tables, so that they are not one person's. The last moments before a failure of the
@@ -165,11 +230,13 @@ std::string setUpOf(bool isForUpdate) {
 }
 
 platform::Status prepareServerTables(Connection& connection, bool mayMake) {
-    if (mayMake && !areThere(connection))
+    const auto isUsable = [&connection] {
+        return areThere(connection) && !isOlder(versionOf(connection));
+    };
+    if (mayMake && !isUsable() && !connection.failed())
         make(connection);
     const bool areMade = areThere(connection);
-    const std::int64_t version =
-        areMade ? connection.ask("SELECT max(version) FROM about").only() : 0;
+    const std::int64_t version = areMade ? versionOf(connection) : 0;
     if (platform::Status error = connection.take(); !error.ok())
         return error;
     if (!areMade)
@@ -177,20 +244,26 @@ platform::Status prepareServerTables(Connection& connection, bool mayMake) {
                 "has no catalogue; \"ovsearch catalogue update DIR --to SERVER\" makes one"};
     return version == serverTablesVersion
                ? platform::Status()
-               : sql::otherVersion(connection.name(), version, serverTablesVersion);
+               : sql::otherVersion(connection.name(), version, serverTablesVersion,
+                                   "the next update brings it up to date");
 }
 
-// That of the subjects is what makes the trigrams of their texts worth it.
+// That of the subjects is what makes the trigrams of their texts worth it. Each by itself, so that
+// those who write wait for one only; of two programs that make them one waits.
 void makeServerIndexes(Connection& connection) {
     namespace id = modDictation::field_id;
+    const auto makeAlone = [&connection](const std::string& sql) {
+        connection.run("BEGIN; LOCK TABLE ovsearch.about IN SHARE ROW EXCLUSIVE MODE; " + sql);
+        endTransaction(connection);
+    };
     for (const KeptColumn& column : keptColumns())
         if (column.hasIndex || column.field == id::subject) {
             const std::string name(column.name);
             const bool isAuthor = column.field == id::author;
-            connection.run("CREATE INDEX IF NOT EXISTS dictations_by_" + name +
-                           " ON ovsearch.dictations (" + name + (isAuthor ? ", priority)" : ")"));
+            makeAlone("CREATE INDEX IF NOT EXISTS dictations_by_" + name +
+                      " ON ovsearch.dictations (" + name + (isAuthor ? ", priority)" : ")"));
         }
-    connection.run(trigrams);
+    makeAlone(trigrams);
 }
 
 } // namespace ov::catalogue::loaded

@@ -11,7 +11,7 @@
 //
 //   about         the version of the tables
 //   stores        root, when it was updated, when an update began that is not through, how
-//                 many dictations were removed since the texts were looked through
+//                 many dictations were removed since the texts were looked through, who updates it
 //   wards         directories that some may see and others not; each store is one
 //   ward_readers  which role sees which ward
 //   folders       path, identity and times, place in the walk; the innermost ward
@@ -24,7 +24,10 @@
 namespace ov::catalogue::loaded {
 
 // Raised when the tables are changed, or what stands in them.
-constexpr std::int64_t serverTablesVersion = 3;
+constexpr std::int64_t serverTablesVersion = 4;
+
+// Ends it; undoes it where something failed, which lasts.
+void endTransaction(Connection& connection);
 
 // What a connection begins with.
 std::string setUpOf(bool isForUpdate);

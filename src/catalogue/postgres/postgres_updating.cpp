@@ -23,17 +23,20 @@ Status PostgresCatalogue::lockForUpdate() {
     return stores(any);
 }
 
-// Kept until the connection ends; the server may take a moment to see that another one's has.
+// Kept until the connection ends.
 Status PostgresCatalogue::lock(std::int64_t store) {
-    connection_.run("SET lock_timeout = '1s'");
-    connection_.ask("SELECT pg_advisory_lock(1331057509, CAST(? AS integer))",
-                    Parameters().add(store));
-    Status status = connection_.take();
-    connection_.run("RESET lock_timeout");
+    connection_.run("BEGIN; SET LOCAL lock_timeout = '1s'");
+    const bool isOurs =
+        connection_.ask("SELECT ovsearch.hold(CAST(? AS integer))", Parameters().add(store))
+            .only() != 0;
+    if (!isOurs && !connection_.failed())
+        connection_.fail(EBUSY, {});
+    endTransaction(connection_);
+    const Status status = connection_.take();
     if (status.number() == EBUSY)
         return {EBUSY, connection_.name(),
                 "another program is updating it; try again when that is through"};
-    return status.ok() ? connection_.take() : status;
+    return status;
 }
 
 void PostgresCatalogue::startWriting() {

@@ -11,15 +11,17 @@
 namespace ov::catalogue::sql {
 
 // Of tables that are not of the version that this program knows; 0 for those that are none of ours.
+// `older`: what is to be done with such ones.
 inline platform::Status otherVersion(const std::string& name, std::int64_t version,
-                                     std::int64_t known) {
+                                     std::int64_t known,
+                                     const char* older = "remove it and update it anew") {
     if (version > known)
         return {EPROTO, name,
                 "is a catalogue of a newer version of OVSearch; update the program, or keep "
                 "another catalogue for this one"};
     if (version > 0)
         return {EPROTO, name,
-                "is a catalogue of an older version of OVSearch; remove it and update it anew"};
+                std::string("is a catalogue of an older version of OVSearch; ") + older};
     return {EPROTO, name, "is the database of another program"};
 }
 
