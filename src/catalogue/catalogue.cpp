@@ -23,14 +23,6 @@ Status make(const std::string& place) {
     return platform::appendToFile(place, {}, platform::Access::ownerOnly);
 }
 
-// With those beside it.
-Status keepToOwner(const std::string& place) {
-    for (const char* const part : {"", "-wal", "-shm", "-update"})
-        if (Status kept = platform::keepToOwner(place + part); !kept.ok())
-            return kept;
-    return {};
-}
-
 } // namespace
 
 bool isServer(std::string_view place) noexcept {
@@ -71,8 +63,6 @@ std::unique_ptr<Catalogue> openCatalogue(const std::string& place, Access access
     if (!isThere)
         if (status = make(place); !status.ok())
             return nullptr;
-    if (status = keepToOwner(place); !status.ok())
-        return nullptr;
     const auto* const module = platform::loadModule<SqliteModule>(status);
     return module != nullptr ? module->open(native, access, status) : nullptr;
 }

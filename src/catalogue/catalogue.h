@@ -185,8 +185,8 @@ enum class Access : std::uint8_t { ask, update };
 
 // `place` is the path of a file (files.h), or where a server is, see isServer(). To be asked it
 // must be there; to be updated it is made. A file is for its owner alone: if others may open it,
-// they no longer may, or where it is not ours it is refused. nullptr and why in `status` when it
-// cannot be opened.
+// they no longer may, and one of somebody else is refused. What is no catalogue stays as it is.
+// nullptr and why in `status` when it cannot be opened.
 std::unique_ptr<Catalogue> openCatalogue(const std::string& place, Access access,
                                          platform::Status& status);
 

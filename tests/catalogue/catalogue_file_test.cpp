@@ -103,15 +103,33 @@ TEST_F(CatalogueFile, IsForItsOwnerAlone) {
     EXPECT_EQ(fs::status(made).permissions(), fs::perms::owner_read | fs::perms::owner_write);
     fs::permissions(made, fs::perms::owner_read | fs::perms::others_read);
     fs::permissions(folder(), fs::perms::all);
-    EXPECT_TRUE(geteuid() != 0 || tests::isTrueUnprivileged([&] {
-                    return holds(refusal(), "others may open it, and it is somebody else's");
-                }));
+    EXPECT_TRUE(geteuid() != 0 ||
+                tests::isTrueUnprivileged([&] { return holds(refusal(), "is somebody else's"); }));
     fs::permissions(folder(), fs::perms::owner_all);
     update();
     for (const auto& file : fs::directory_iterator(folder()))
         EXPECT_EQ(file.status().permissions() & (fs::perms::group_all | fs::perms::others_all),
                   fs::perms::none)
             << file.path();
+}
+
+TEST_F(CatalogueFile, IsTakenFromNobodyElse) {
+    update();
+    if (geteuid() != 0 ||
+        chown(platform::toNativePath(place()).c_str(), tests::nobody, tests::nobody) != 0)
+        GTEST_SKIP() << "only root can give a file away";
+    EXPECT_PRED2(holds, refusal(), "is somebody else's");
+}
+
+TEST_F(CatalogueFile, LeavesWhatIsNoneAsItIs) {
+    write("letter.txt", "Dear Anna");
+    fs::permissions(folder() / "letter.txt", fs::perms::group_read, fs::perm_options::add);
+    const auto before = fs::status(folder() / "letter.txt").permissions();
+    fs::create_symlink("letter.txt", folder() / "link");
+    for (const char* const name : {"letter.txt", "link"})
+        for (const Access access : {Access::ask, Access::update})
+            EXPECT_FALSE(holds(OneStore::refusal(path(name), access), "remove")) << name;
+    EXPECT_EQ(fs::status(folder() / "letter.txt").permissions(), before);
 }
 
 TEST_F(CatalogueFile, IsRefusedWhenItIsNoneOfThisVersion) {

@@ -42,16 +42,29 @@ std::string sqlOfFolder(bool isNew) {
                  : std::string("UPDATE folders SET ") + columns + " =" + values + " WHERE id = ?";
 }
 
+// The file and those beside it.
+Status ofEach(const std::string& native, Status (*check)(std::string_view path)) {
+    for (const char* const part : {"", "-wal", "-shm", "-update"})
+        if (Status status = check(platform::fromNativePath(native + part)); !status.ok())
+            return status;
+    return {};
+}
+
 } // namespace
 
+// Until it is known to be a catalogue nothing of it is changed: it may be anything.
 std::unique_ptr<Catalogue> SqliteCatalogue::open(const std::string& native,
                                                  catalogue::Access access, Status& status) {
     const bool isForUpdate = access == catalogue::Access::update;
     std::unique_ptr<SqliteCatalogue> opened(new SqliteCatalogue(native));
     Database& database = opened->database_;
+    if (status = ofEach(native, platform::refuseForeign); !status.ok())
+        return nullptr;
     database.open(native, isForUpdate);
     database.stopWhen([opened = opened.get()] { return opened->isOver(); });
     status = prepareTables(database, native, isForUpdate);
+    if (status.ok())
+        status = ofEach(native, platform::keepToOwner);
     // Nothing is lost with a program that is killed; the last moments may be with a power failure,
     // and the next update brings them back.
     if (status.ok() && isForUpdate)
