@@ -190,7 +190,8 @@ enum class Access : std::uint8_t { ask, update };
 std::unique_ptr<Catalogue> openCatalogue(const std::string& place, Access access,
                                          platform::Status& status);
 
-// "postgresql://USER@HOST/DATABASE", "postgres://..." or "service=NAME".
+// "postgresql://USER@HOST/DATABASE", "postgres://..." or "service=NAME"; also what only resembles
+// one, and is refused: a file of that name would show the password in it.
 bool isServer(std::string_view place) noexcept;
 // As people are told of it: the native path, or the server without what belongs to nobody else.
 std::string shownPlace(const std::string& place);

@@ -132,6 +132,19 @@ TEST_F(CatalogueFile, LeavesWhatIsNoneAsItIs) {
     EXPECT_EQ(fs::status(folder() / "letter.txt").permissions(), before);
 }
 
+// A mistyped address is neither made a file nor repeated: it may hold a password.
+TEST_F(CatalogueFile, HasNoNameThatResemblesAnAddress) {
+    for (const char* const typed :
+         {"Postgresql://u:hush@h/db", "POSTGRES://u:hush@h/db", "postgresql+ssl://u:hush@h/db",
+          "host=h password=hush", "x PassWord = hush", "Service=x password=hush"}) {
+        EXPECT_TRUE(isServer(typed)) << typed;
+        const std::string said = OneStore::refusal(typed, Access::update);
+        EXPECT_PRED2(holds, said, "write \"postgresql://HOST/DATABASE\"");
+        EXPECT_FALSE(holds(said, "hush")) << said;
+    }
+    EXPECT_FALSE(isServer("\\x\\user=u\\my host.db"));
+}
+
 TEST_F(CatalogueFile, IsRefusedWhenItIsNoneOfThisVersion) {
     constexpr std::streamoff version = 63; // its last byte
     constexpr std::streamoff application = 71;
