@@ -3,6 +3,7 @@
 #include "tests/catalogue/postgres_fixture.h"
 
 #include <fstream>
+#include <random>
 
 namespace ov::catalogue {
 
@@ -43,6 +44,18 @@ TEST_F(OnServer, FindsWhatManyTextsContain) {
         what.criteria = {{modDictation::field_id::subject, operatorId, "xx", ""}};
         EXPECT_EQ(asked(what), walked(what));
     }
+}
+
+TEST_F(OnServer, HasAnIndexOfPathsOfAnyLength) {
+    std::mt19937 random(7); // nothing that could be compressed
+    std::string deep;
+    for (int i = 0; i < 3000; ++i)
+        deep.push_back(i % 200 == 199 ? '/' : static_cast<char>('a' + random() % 26));
+    store.add(deep + "/deepest.WAV").add("ward/x/a.WAV");
+    EXPECT_TRUE(update().untidy.ok());
+    EXPECT_EQ(run("SELECT to_regclass('ovsearch.folders_by_path') IS NULL"), "f");
+    for (const std::string& folder : {std::string("ward"), deep.substr(0, 199), deep})
+        EXPECT_EQ(asked(store.directory(folder)), walked(store.directory(folder)));
 }
 
 TEST_F(OnServer, TakesNoTextThatWasUndone) {

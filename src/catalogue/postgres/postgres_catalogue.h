@@ -49,6 +49,8 @@ private:
 
     std::unique_ptr<sql::Rows> ask(const std::string& sql, const sql::Values& values) override;
     Status takeError() override { return connection_.take(); }
+    std::string indexedPath(const std::string& root) const override;
+    std::vector<std::int64_t> wardsOf(std::int64_t store) override;
 
     void openConnection();
     template <typename Act>

@@ -190,6 +190,10 @@ void makeServerIndexes(Connection& connection) {
             connection.run("CREATE INDEX IF NOT EXISTS dictations_by_" + name +
                            " ON ovsearch.dictations (" + name + (isAuthor ? ", priority)" : ")"));
         }
+    connection.run("CREATE INDEX IF NOT EXISTS folders_by_ward ON ovsearch.folders (ward)");
+    connection.run("CREATE INDEX IF NOT EXISTS folders_by_path ON ovsearch.folders"
+                   " (store, substr(path, 1, " +
+                   std::to_string(mostIndexedBytes) + "))");
     connection.run(trigrams);
 }
 

@@ -4,6 +4,7 @@
 
 #include "catalogue/postgres/connection.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 
@@ -25,6 +26,9 @@ namespace ov::catalogue::loaded {
 
 // Raised when the tables are changed, or what stands in them.
 constexpr std::int64_t serverTablesVersion = 3;
+
+// Of the path of a folder; an index takes no more than 2.7 kB.
+constexpr std::size_t mostIndexedBytes = 1000;
 
 // What a connection begins with.
 std::string setUpOf(bool isForUpdate);

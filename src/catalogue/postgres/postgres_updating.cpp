@@ -242,7 +242,7 @@ Status PostgresCatalogue::tidy(bool isSmall) {
     if (isSmall && !hasRemoved_)
         return connection_.take();
     const bool isFirst =
-        connection_.ask("SELECT to_regclass('ovsearch.dictations_by_author') IS NULL").only() != 0;
+        connection_.ask("SELECT to_regclass('ovsearch.folders_by_path') IS NULL").only() != 0;
     makeServerIndexes(connection_);
     if (Status removed = removeUnusedTexts(); !removed.ok())
         return removed;

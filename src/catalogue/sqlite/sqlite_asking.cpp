@@ -72,8 +72,8 @@ Catalogue::Status SqliteCatalogue::few(const Reach& reach, const QuestionText& t
     {
         Query row(database_, "SELECT f.place, d.id FROM dictations d CROSS JOIN folders f"
                              " ON f.id = d.id >> " +
-                                 std::to_string(positionBits) + " WHERE" + reached + "AND (" +
-                                 text.sql() + ")");
+                                 std::to_string(positionBits) + " WHERE" + reached(reach) +
+                                 "AND (" + text.sql() + ")");
         row.bind(valuesOf(reach)).bind(text.values());
         while (row.step() && found.size() <= mostFew)
             found.emplace_back(row.number(0), row.number(1));
@@ -96,7 +96,7 @@ Catalogue::Status SqliteCatalogue::many(const Reach& reach, const QuestionText& 
                              bits + " AND ((f.id + 1) << " + bits +
                              ") - 1"
                              " CROSS JOIN names n ON n.id = d.id WHERE" +
-                             reached + "AND (" + text.sql() + ") ORDER BY f.place, d.id");
+                             reached(reach) + "AND (" + text.sql() + ") ORDER BY f.place, d.id");
     row.bind(valuesOf(reach)).bind(text.values());
     while (row.step())
         if (!take({row.bytes(0), row.bytes(1)}, 1))
@@ -123,7 +123,7 @@ Catalogue::Status SqliteCatalogue::counts(std::int64_t store, const Question& qu
     const bool asksFolders = text.asksFolders() || !reach.isWhole;
     const std::string which =
         (asksFolders ? " FROM dictations d CROSS JOIN folders f ON f.id = d.id >> " +
-                           std::to_string(positionBits) + " WHERE" + reached + "AND ("
+                           std::to_string(positionBits) + " WHERE" + reached(reach) + "AND ("
                      : " FROM dictations d WHERE (") +
         text.sql() + ")";
     const auto askEach = [&](const std::string& sql, const auto& each) {

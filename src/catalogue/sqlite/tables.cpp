@@ -73,6 +73,7 @@ platform::Status prepareTables(Database& database, const std::string& native, bo
 // That of the authors with the priority, which is asked for with them: then the table is not looked
 // at. In the others it would tempt the planner to look for a priority alone.
 void makeIndexes(Database& database) {
+    database.run("CREATE INDEX IF NOT EXISTS folders_by_path ON folders (store, path)");
     for (const KeptColumn& column : keptColumns())
         if (column.hasIndex) {
             const std::string name(column.name);
