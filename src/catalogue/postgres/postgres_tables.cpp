@@ -160,7 +160,8 @@ std::string setUpOf(bool isForUpdate) {
                      " WHERE n.nspname = 'ovsearch' AND r.rolname = 'ovsearch_updater'"
                      " AND pg_has_role(r.oid, 'MEMBER');");
     else
-        setUp.append("SET default_transaction_read_only = on;");
+        setUp.append("SET default_transaction_read_only = on;"
+                     " SET cursor_tuple_fraction = 0.001;"); // the first are waited for
     return setUp;
 }
 
