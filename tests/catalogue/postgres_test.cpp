@@ -127,6 +127,24 @@ TEST_F(OnServer, EndsWhenTheTakerOrSomebodyElseDoes) {
     EXPECT_TRUE(Catalogue::isStopped(writing->count(made)));
 }
 
+// It does not take either that something is cancelled.
+TEST_F(OnServer, IsLeftWhenItHangs) {
+    update();
+    Store made = known();
+    const auto asking = open(Access::ask);
+    const auto writing = open(Access::update);
+    run("ALTER TABLE ovsearch.folders RENAME TO kept; CREATE VIEW ovsearch.folders AS"
+        " SELECT k.* FROM ovsearch.kept k, pg_sleep(100)");
+    server.hang(true);
+    for (const auto* const catalogue : {&asking, &writing}) {
+        const Stoppable stoppable(**catalogue, [] { return true; });
+        const platform::Status status = (*catalogue)->count(made);
+        EXPECT_EQ(Catalogue::isStopped(status), catalogue == &writing) << status.description();
+        EXPECT_EQ(status.ok(), catalogue == &asking);
+    }
+    server.hang(false);
+}
+
 TEST_F(OnServer, SaysThatTheServerWasLostAndFindsItAgain) {
     addMany(2000);
     update();

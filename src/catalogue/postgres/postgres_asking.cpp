@@ -46,7 +46,7 @@ void PostgresCatalogue::openConnection() {
 template <typename Act>
 void PostgresCatalogue::tryTwice(const Act& act) {
     act();
-    if (connection_.isOpen() || isInside_ || isWriting_)
+    if (connection_.isOpen() || connection_.isGivenUp() || isInside_ || isWriting_)
         return;
     static_cast<void>(connection_.take());
     openConnection();
