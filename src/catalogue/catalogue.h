@@ -92,8 +92,9 @@ public:
     virtual Status size(std::int64_t& bytes) = 0;
     // By their places.
     virtual Status folders(std::int64_t store, std::vector<Folder>& folders) = 0;
-    // In the order of the listing.
+    // In the order of the listing, as their positions are.
     virtual Status names(std::int64_t folder, std::vector<std::string>& names) = 0;
+    virtual Status positions(std::int64_t folder, std::vector<std::int64_t>& positions) = 0;
 
     // Told of a dictation; views that are valid during the call. False ends it.
     using Taker = std::function<bool(const modDictation::Dictation& dictation, std::int64_t count)>;
@@ -131,7 +132,9 @@ public:
     virtual Status putFolder(std::int64_t store, Folder& folder) = 0;
     // With its dictations.
     virtual Status removeFolder(std::int64_t folder) = 0;
-    virtual Status removeDictations(std::int64_t folder) = 0;
+    virtual Status removeDictations(std::int64_t folder,
+                                    const std::vector<std::int64_t>& positions) = 0;
+    static constexpr std::int64_t mostPositions = std::int64_t{1} << 28;
     virtual Status addDictation(std::int64_t folder, std::int64_t position, std::string_view name,
                                 const KeptValues& values) = 0;
     virtual Status setPlaces(const std::vector<Folder>& folders) = 0;

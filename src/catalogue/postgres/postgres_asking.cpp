@@ -88,6 +88,15 @@ Catalogue::Status PostgresCatalogue::names(std::int64_t folder, std::vector<std:
     return connection_.take();
 }
 
+Catalogue::Status PostgresCatalogue::positions(std::int64_t folder,
+                                               std::vector<std::int64_t>& positions) {
+    const auto row =
+        ask("SELECT position FROM dictations WHERE folder = ? ORDER BY position", {folder});
+    while (row->step())
+        positions.push_back(row->number(0));
+    return connection_.take();
+}
+
 // By a cursor, so that the first are there at once and never all of them.
 Catalogue::Status PostgresCatalogue::tellAll(const std::string& sql, const sql::Values& values,
                                              const Taker& take) {
