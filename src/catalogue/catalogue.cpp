@@ -55,6 +55,18 @@ bool isAddress(std::string_view place) noexcept {
            place.starts_with("service=");
 }
 
+// What is named behind the "?" of an address; empty for none.
+std::string hostIn(std::string_view place, std::size_t question) {
+    constexpr std::string_view keyword = "host=";
+    while (question != std::string_view::npos) {
+        const std::size_t begin = question + 1;
+        question = place.find('&', begin);
+        if (place.substr(begin).starts_with(keyword))
+            return std::string(place.substr(begin, question - begin).substr(keyword.size()));
+    }
+    return {};
+}
+
 // nullptr and why in `status`.
 std::unique_ptr<Catalogue> openOnServer(const std::string& place, Access access, Status& status) {
     if (!isAddress(place)) {
@@ -89,7 +101,8 @@ std::string shownPlace(const std::string& place) {
         return "the server";
     const std::size_t begin = place.find("://") + 3;
     const std::string address = place.substr(begin, question - begin);
-    return address.substr(address.rfind('@') + 1);
+    const std::string shown = address.substr(address.rfind('@') + 1);
+    return shown.starts_with('/') ? hostIn(place, question) + shown : shown;
 }
 
 std::unique_ptr<Catalogue> openCatalogue(const std::string& place, Access access, Status& status) {

@@ -24,13 +24,6 @@ using platform::Status;
 
 namespace {
 
-void passOn(DictationList& hits, HitConsumer& consumer) {
-    for (std::int32_t index = 1; index <= hits.size() && !consumer.isFull(); ++index)
-        consumer.take(hits[index]);
-    hits.clear();
-    consumer.pause();
-}
-
 Status findHits(catalogue::Catalogue& catalogue, const catalogue::Store& store,
                 const modDictation::Search& what, HitConsumer& consumer, SearchReport& report) {
     DictationList hits;
@@ -38,12 +31,12 @@ Status findHits(catalogue::Catalogue& catalogue, const catalogue::Store& store,
     modDictation::SearchMeans means;
     means.stop = stop.get_token();
     means.watch = [&](const SearchReport&) {
-        passOn(hits, consumer);
+        handOn(hits, consumer);
         if (consumer.isFull() || TerminalInterface::interrupted())
             stop.request_stop();
     };
     Status asked = catalogue::search(catalogue, store, what, hits, means, report);
-    passOn(hits, consumer);
+    handOn(hits, consumer);
     return asked;
 }
 
