@@ -6,6 +6,9 @@
 #include "platform/known_folders.h"
 #include "platform/loaded_module.h"
 
+#include <algorithm>
+#include <array>
+#include <cctype>
 #include <cerrno>
 #include <system_error>
 
@@ -23,19 +26,66 @@ Status make(const std::string& place) {
     return platform::appendToFile(place, {}, platform::Access::ownerOnly);
 }
 
-// With those beside it.
-Status keepToOwner(const std::string& place) {
-    for (const char* const part : {"", "-wal", "-shm", "-update"})
-        if (Status kept = platform::keepToOwner(place + part); !kept.ok())
-            return kept;
+// As libpq takes them too, but nobody who reads the address: "host=records.example dbname=x".
+bool beginsWithKeyword(std::string_view words) noexcept {
+    constexpr std::array keywords = {"host",     "hostaddr", "port",    "dbname",  "user",
+                                     "password", "passfile", "service", "sslmode", "sslpassword"};
+    const std::size_t end = std::min(words.find_first_of("= \t\n"), words.size());
+    const std::size_t behind = words.find_first_not_of(" \t\n", end);
+    const auto isWord = [word = words.substr(0, end)](std::string_view keyword) {
+        return std::ranges::equal(word, keyword, {},
+                                  [](unsigned char c) { return std::tolower(c); });
+    };
+    return behind != std::string_view::npos && words[behind] == '=' &&
+           std::ranges::any_of(keywords, isWord);
+}
+
+bool hasKeyword(std::string_view place) noexcept {
+    for (std::size_t at = 0; at != std::string_view::npos;) {
+        at = place.find_first_not_of(" \t\n", at);
+        if (at != std::string_view::npos && beginsWithKeyword(place.substr(at)))
+            return true;
+        at = place.find_first_of(" \t\n", at);
+    }
+    return false;
+}
+
+bool isAddress(std::string_view place) noexcept {
+    return place.starts_with("postgresql://") || place.starts_with("postgres://") ||
+           place.starts_with("service=");
+}
+
+// What is named behind the "?" of an address; empty for none.
+std::string hostIn(std::string_view place, std::size_t question) {
+    constexpr std::string_view keyword = "host=";
+    while (question != std::string_view::npos) {
+        const std::size_t begin = question + 1;
+        question = place.find('&', begin);
+        if (place.substr(begin).starts_with(keyword))
+            return std::string(place.substr(begin, question - begin).substr(keyword.size()));
+    }
     return {};
+}
+
+// nullptr and why in `status`.
+std::unique_ptr<Catalogue> openOnServer(const std::string& place, Access access, Status& status) {
+    if (!isAddress(place)) {
+        status = {EINVAL, shownPlace(place),
+                  "is named in a way that is unknown here; write \"postgresql://HOST/DATABASE\" or "
+                  "\"service=NAME\""};
+        return nullptr;
+    }
+    if (const auto* const server = platform::loadModule<PostgresModule>(status))
+        return server->open(place, access, status);
+    status = {status.number(), status.file(),
+              status.text() + "; catalogues on servers need it, and the library libpq"};
+    return nullptr;
 }
 
 } // namespace
 
 bool isServer(std::string_view place) noexcept {
-    return place.starts_with("postgresql://") || place.starts_with("postgres://") ||
-           place.starts_with("service=");
+    return isAddress(place) || place.find("://") != std::string_view::npos || hasKeyword(place);
 }
 
 // Host and database; what stands before the "@" and behind the "?" may be a secret, and where one
@@ -43,24 +93,21 @@ bool isServer(std::string_view place) noexcept {
 std::string shownPlace(const std::string& place) {
     if (!isServer(place))
         return platform::toNativePath(place);
-    const std::size_t scheme = place.find("://");
-    if (scheme == std::string::npos)
+    if (place.starts_with("service="))
         return place.substr(0, place.find_first_of(" \t\n"));
     const std::size_t question = place.find('?');
-    if (question != std::string::npos && place.find('@', question) != std::string::npos)
+    if (!isAddress(place) ||
+        (question != std::string::npos && place.find('@', question) != std::string::npos))
         return "the server";
-    const std::string address = place.substr(scheme + 3, question - scheme - 3);
-    return address.substr(address.rfind('@') + 1);
+    const std::size_t begin = place.find("://") + 3;
+    const std::string address = place.substr(begin, question - begin);
+    const std::string shown = address.substr(address.rfind('@') + 1);
+    return shown.starts_with('/') ? hostIn(place, question) + shown : shown;
 }
 
 std::unique_ptr<Catalogue> openCatalogue(const std::string& place, Access access, Status& status) {
-    if (isServer(place)) {
-        if (const auto* const server = platform::loadModule<PostgresModule>(status))
-            return server->open(place, access, status);
-        status = {status.number(), status.file(),
-                  status.text() + "; catalogues on servers need it, and the library libpq"};
-        return nullptr;
-    }
+    if (isServer(place))
+        return openOnServer(place, access, status);
     const std::string native = platform::toNativePath(place);
     const bool isThere = platform::fileExists(place);
     if (!isThere && access == Access::ask) {
@@ -71,8 +118,6 @@ std::unique_ptr<Catalogue> openCatalogue(const std::string& place, Access access
     if (!isThere)
         if (status = make(place); !status.ok())
             return nullptr;
-    if (status = keepToOwner(place); !status.ok())
-        return nullptr;
     const auto* const module = platform::loadModule<SqliteModule>(status);
     return module != nullptr ? module->open(native, access, status) : nullptr;
 }

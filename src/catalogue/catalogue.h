@@ -92,8 +92,9 @@ public:
     virtual Status size(std::int64_t& bytes) = 0;
     // By their places.
     virtual Status folders(std::int64_t store, std::vector<Folder>& folders) = 0;
-    // In the order of the listing.
+    // In the order of the listing, as their positions are.
     virtual Status names(std::int64_t folder, std::vector<std::string>& names) = 0;
+    virtual Status positions(std::int64_t folder, std::vector<std::int64_t>& positions) = 0;
 
     // Told of a dictation; views that are valid during the call. False ends it.
     using Taker = std::function<bool(const modDictation::Dictation& dictation, std::int64_t count)>;
@@ -131,7 +132,9 @@ public:
     virtual Status putFolder(std::int64_t store, Folder& folder) = 0;
     // With its dictations.
     virtual Status removeFolder(std::int64_t folder) = 0;
-    virtual Status removeDictations(std::int64_t folder) = 0;
+    virtual Status removeDictations(std::int64_t folder,
+                                    const std::vector<std::int64_t>& positions) = 0;
+    static constexpr std::int64_t mostPositions = std::int64_t{1} << 28;
     virtual Status addDictation(std::int64_t folder, std::int64_t position, std::string_view name,
                                 const KeptValues& values) = 0;
     virtual Status setPlaces(const std::vector<Folder>& folders) = 0;
@@ -185,12 +188,13 @@ enum class Access : std::uint8_t { ask, update };
 
 // `place` is the path of a file (files.h), or where a server is, see isServer(). To be asked it
 // must be there; to be updated it is made. A file is for its owner alone: if others may open it,
-// they no longer may, or where it is not ours it is refused. nullptr and why in `status` when it
-// cannot be opened.
+// they no longer may, and one of somebody else is refused. What is no catalogue stays as it is.
+// nullptr and why in `status` when it cannot be opened.
 std::unique_ptr<Catalogue> openCatalogue(const std::string& place, Access access,
                                          platform::Status& status);
 
-// "postgresql://USER@HOST/DATABASE", "postgres://..." or "service=NAME".
+// "postgresql://USER@HOST/DATABASE", "postgres://..." or "service=NAME"; also what only resembles
+// one, and is refused: a file of that name would show the password in it.
 bool isServer(std::string_view place) noexcept;
 // As people are told of it: the native path, or the server without what belongs to nobody else.
 std::string shownPlace(const std::string& place);

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "catalogue/folder_writer.h"
 
+#include "catalogue/arranged_names.h"
 #include "dictation/dictation_record.h"
 
 #include <chrono>
@@ -73,27 +74,41 @@ bool FolderWriter::take(Folder& folder, const AheadFolder& listed, const Parts& 
 }
 
 Status FolderWriter::writeNames(Folder& folder, const Parts& parts) {
+    std::vector<ListedName> files;
+    std::vector<std::string_view> names;
+    for (const ListedNamesPtr& part : parts) {
+        std::string_view rest = part->dictations;
+        for (ListedName file; modDictation::takeName(rest, file);)
+            if (!file.hasBackslash) {
+                files.push_back(file);
+                names.push_back(file.name);
+            }
+    }
+    KeptNames kept;
     if (folder.dictations > 0)
-        if (Status removed = catalogue_.removeDictations(folder.id); !removed.ok())
+        for (Status read : {catalogue_.names(folder.id, kept.names),
+                            catalogue_.positions(folder.id, kept.positions)})
+            if (!read.ok())
+                return read;
+    const ArrangedNames arranged(names, kept);
+    if (!arranged.removed.empty())
+        if (Status removed = catalogue_.removeDictations(folder.id, arranged.removed);
+            !removed.ok())
             return removed;
-    folder.dictations = 0;
+    folder.dictations = static_cast<std::int64_t>(files.size());
     if (std::exchange(ward_, folder.ward) != folder.ward)
         values_.forget();
-    for (const ListedNamesPtr& names : parts) {
-        std::string_view rest = names->dictations;
-        for (ListedName file; modDictation::takeName(rest, file);) {
-            if (file.hasBackslash)
-                continue;
-            const std::string_view name = file.isUtf8
-                                              ? modDictation::withoutEnding(file.name)
-                                              : modDictation::dictationName(file.name, nameBuffer_);
-            if (Status added = catalogue_.addDictation(folder.id, folder.dictations++, file.name,
-                                                       values_.read(name));
-                !added.ok())
+    for (std::size_t i = 0; i < files.size(); ++i)
+        if (arranged.isNew[i])
+            if (Status added = add(folder, arranged.positions[i], files[i]); !added.ok())
                 return added;
-        }
-    }
     return {};
+}
+
+Status FolderWriter::add(const Folder& folder, std::int64_t position, const ListedName& file) {
+    const std::string_view name = file.isUtf8 ? modDictation::withoutEnding(file.name)
+                                              : modDictation::dictationName(file.name, nameBuffer_);
+    return catalogue_.addDictation(folder.id, position, file.name, values_.read(name));
 }
 
 } // namespace ov::catalogue

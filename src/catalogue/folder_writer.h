@@ -23,11 +23,13 @@ public:
     // they are to be written. `now` is nanoseconds since 1970.
     bool take(Folder& folder, const modDictation::AheadFolder& listed, const Parts& parts,
               std::int64_t now) const;
-    // Its dictations, in place of those that the catalogue has; the folder itself is still to be
-    // put.
+    // Its dictations, in place of those that the catalogue has and it has not; the folder itself is
+    // still to be put.
     platform::Status writeNames(Folder& folder, const Parts& parts);
 
 private:
+    platform::Status add(const Folder& folder, std::int64_t position,
+                         const modDictation::ListedName& file);
     Settled settledAs(const modDictation::AheadFolder& listed, std::int64_t seenFor) const;
 
     Catalogue& catalogue_;

@@ -79,8 +79,10 @@ Status replaceFile(std::string_view path, std::string_view content,
 Status appendToFile(std::string_view path, std::string_view content,
                     Access access = Access::byUmask);
 
-// Lets nobody but its owner open a file that is there, if that is us. Fails for one of somebody
-// else that others may open.
+// Fails for a file of somebody else that is there: what he put there is not to be trusted.
+Status refuseForeign(std::string_view path);
+
+// Lets nobody but its owner open a file that is there, if that is us; fails else.
 Status keepToOwner(std::string_view path);
 
 // Names of the entries of a directory, without "." and "..", sorted by bytes.

@@ -103,15 +103,46 @@ TEST_F(CatalogueFile, IsForItsOwnerAlone) {
     EXPECT_EQ(fs::status(made).permissions(), fs::perms::owner_read | fs::perms::owner_write);
     fs::permissions(made, fs::perms::owner_read | fs::perms::others_read);
     fs::permissions(folder(), fs::perms::all);
-    EXPECT_TRUE(geteuid() != 0 || tests::isTrueUnprivileged([&] {
-                    return holds(refusal(), "others may open it, and it is somebody else's");
-                }));
+    EXPECT_TRUE(geteuid() != 0 ||
+                tests::isTrueUnprivileged([&] { return holds(refusal(), "is somebody else's"); }));
     fs::permissions(folder(), fs::perms::owner_all);
     update();
     for (const auto& file : fs::directory_iterator(folder()))
         EXPECT_EQ(file.status().permissions() & (fs::perms::group_all | fs::perms::others_all),
                   fs::perms::none)
             << file.path();
+}
+
+TEST_F(CatalogueFile, IsTakenFromNobodyElse) {
+    update();
+    if (geteuid() != 0 ||
+        chown(platform::toNativePath(place()).c_str(), tests::nobody, tests::nobody) != 0)
+        GTEST_SKIP() << "only root can give a file away";
+    EXPECT_PRED2(holds, refusal(), "is somebody else's");
+}
+
+TEST_F(CatalogueFile, LeavesWhatIsNoneAsItIs) {
+    write("letter.txt", "Dear Anna");
+    fs::permissions(folder() / "letter.txt", fs::perms::group_read, fs::perm_options::add);
+    const auto before = fs::status(folder() / "letter.txt").permissions();
+    fs::create_symlink("letter.txt", folder() / "link");
+    for (const char* const name : {"letter.txt", "link"})
+        for (const Access access : {Access::ask, Access::update})
+            EXPECT_FALSE(holds(OneStore::refusal(path(name), access), "remove")) << name;
+    EXPECT_EQ(fs::status(folder() / "letter.txt").permissions(), before);
+}
+
+// A mistyped address is neither made a file nor repeated: it may hold a password.
+TEST_F(CatalogueFile, HasNoNameThatResemblesAnAddress) {
+    for (const char* const typed :
+         {"Postgresql://u:hush@h/db", "POSTGRES://u:hush@h/db", "postgresql+ssl://u:hush@h/db",
+          "host=h password=hush", "x PassWord = hush", "Service=x password=hush"}) {
+        EXPECT_TRUE(isServer(typed)) << typed;
+        const std::string said = OneStore::refusal(typed, Access::update);
+        EXPECT_PRED2(holds, said, "write \"postgresql://HOST/DATABASE\"");
+        EXPECT_FALSE(holds(said, "hush")) << said;
+    }
+    EXPECT_FALSE(isServer("\\x\\user=u\\my host.db"));
 }
 
 TEST_F(CatalogueFile, IsRefusedWhenItIsNoneOfThisVersion) {

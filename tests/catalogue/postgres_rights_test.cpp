@@ -285,13 +285,18 @@ TEST_F(OnServer, TellsNoSecretsAndSendsNothingUnencrypted) {
         EXPECT_FALSE(holds(said, "hush")) << said;
     }
     EXPECT_EQ(shownPlace("postgres://u@h:1/db?sslmode=disable"), "h:1/db");
+    EXPECT_EQ(shownPlace("postgres://u@/db?port=1&host=/run/x&user=y"), "/run/x/db");
     const std::string url = server.place(database);
-    write("services", "[records]\nuser=postgres\ndbname=" + database + "\nhost=" +
-                          url.substr(url.find("host=") + 5, url.find('&') - url.find("host=") - 5) +
-                          "\nport=" + url.substr(url.rfind('=') + 1) + "\n");
+    const std::string service =
+        "user=postgres\ndbname=" + database +
+        "\nhost=" + url.substr(url.find("host=") + 5, url.find('&') - url.find("host=") - 5) +
+        "\nport=" + url.substr(url.rfind('=') + 1) + "\n";
+    write("services",
+          "[records]\n" + service + "[patient]\n" + service + "connect_timeout=for ever\n");
     const tests::Environment services("PGSERVICEFILE", (folder() / "services").native());
     EXPECT_NE(openCatalogue("service=records", Access::ask, status), nullptr)
         << status.description();
+    EXPECT_PRED2(holds, refusal("service=patient"), "for ever"); // not taken for ours
 }
 
 } // namespace ov::catalogue

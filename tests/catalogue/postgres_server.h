@@ -27,6 +27,8 @@ public:
     // As when the machine fails; then it does not run.
     void crash();
     void start();
+    // Takes neither connections nor what is to be cancelled.
+    void hang(bool hangs) const;
     // Whether it speaks TLS to those who connect from now on, with a certificate of its own.
     void encrypt(bool encrypts) const;
     // No file of it may grow beyond, as on a full disk; for those who connect from now on.

@@ -123,6 +123,10 @@ void PostgresServer::crash() {
     waitpid(process_, nullptr, 0);
 }
 
+void PostgresServer::hang(bool hangs) const {
+    kill(process_, hangs ? SIGSTOP : SIGCONT);
+}
+
 void PostgresServer::encrypt(bool encrypts) const {
     const std::string wanted = encrypts ? "on" : "off";
     if (encrypts)

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <fstream>
+#include <random>
 #include <thread>
 #include <vector>
 
@@ -60,6 +61,18 @@ TEST_F(OnServer, FindsWhatManyTextsContain) {
         what.criteria = {{modDictation::field_id::subject, operatorId, "xx", ""}};
         EXPECT_EQ(asked(what), walked(what));
     }
+}
+
+TEST_F(OnServer, HasAnIndexOfPathsOfAnyLength) {
+    std::mt19937 random(7); // nothing that could be compressed
+    std::string deep;
+    for (int i = 0; i < 3000; ++i)
+        deep.push_back(i % 200 == 199 ? '/' : static_cast<char>('a' + random() % 26));
+    store.add(deep + "/deepest.WAV").add("ward/x/a.WAV");
+    EXPECT_TRUE(update().untidy.ok());
+    EXPECT_EQ(run("SELECT to_regclass('ovsearch.folders_by_path') IS NULL"), "f");
+    for (const std::string& folder : {std::string("ward"), deep.substr(0, 199), deep})
+        EXPECT_EQ(asked(store.directory(folder)), walked(store.directory(folder)));
 }
 
 TEST_F(OnServer, TakesNoTextThatWasUndone) {
@@ -129,6 +142,24 @@ TEST_F(OnServer, EndsWhenTheTakerOrSomebodyElseDoes) {
     const auto writing = open(Access::update);
     const Stoppable stoppable(*writing, [] { return true; });
     EXPECT_TRUE(Catalogue::isStopped(writing->count(made)));
+}
+
+// It does not take either that something is cancelled.
+TEST_F(OnServer, IsLeftWhenItHangs) {
+    update();
+    Store made = known();
+    const auto asking = open(Access::ask);
+    const auto writing = open(Access::update);
+    run("ALTER TABLE ovsearch.folders RENAME TO kept; CREATE VIEW ovsearch.folders AS"
+        " SELECT k.* FROM ovsearch.kept k, pg_sleep(100)");
+    server.hang(true);
+    for (const auto* const catalogue : {&asking, &writing}) {
+        const Stoppable stoppable(**catalogue, [] { return true; });
+        const platform::Status status = (*catalogue)->count(made);
+        EXPECT_EQ(Catalogue::isStopped(status), catalogue == &writing) << status.description();
+        EXPECT_EQ(status.ok(), catalogue == &asking);
+    }
+    server.hang(false);
 }
 
 TEST_F(OnServer, SaysThatTheServerWasLostAndFindsItAgain) {

@@ -80,13 +80,16 @@ TEST_F(UnreadFolders, KeepsAFolderThatCannotBeRead) {
     fs::permissions(store.folder() / "ward", fs::perms::none);
     fs::permissions(folder(), fs::perms::all);
     fs::permissions(store.folder(), fs::perms::all);
-    for (const auto& file : fs::directory_iterator(folder()))
-        EXPECT_TRUE(geteuid() != 0 ||
-                    chown(file.path().c_str(), tests::nobody, tests::nobody) == 0);
+    const auto give = [this](uid_t owner) {
+        for (const auto& file : fs::directory_iterator(folder()))
+            EXPECT_TRUE(geteuid() != 0 || chown(file.path().c_str(), owner, owner) == 0);
+    };
+    give(tests::nobody);
     EXPECT_TRUE(tests::isTrueUnprivileged([&] {
         const UpdateReport report = update();
         return report.status.ok() && report.unreadable == 1 && report.problems.size() == 1;
     }));
+    give(geteuid());
     fs::permissions(store.folder() / "ward", fs::perms::all);
     SearchReport report;
     EXPECT_EQ(asked(*open(Access::ask), allOf(store.directory()), report), before);

@@ -26,15 +26,14 @@ std::string valueOf(const PQconninfoOption* option, std::string_view keyword) {
     return {};
 }
 
-// What service file, environment and libpq itself say of encryption. Nothing is sent for that.
-std::string usualEncryption(const std::string& service) {
-    constexpr const char* keyword = "sslmode";
+// What service file, environment and libpq itself say. Nothing is sent for that.
+Options usualOptions(const std::string& service) {
     if (service.empty())
-        return valueOf(Options(PQconndefaults()).get(), keyword);
+        return Options(PQconndefaults());
     const char* const keywords[] = {"service", nullptr};
     const char* const values[] = {service.c_str(), nullptr};
     const std::unique_ptr<PGconn, Free> begun(PQconnectStartParams(keywords, values, 0));
-    return valueOf(Options(PQconninfo(begun.get())).get(), keyword);
+    return Options(PQconninfo(begun.get()));
 }
 
 // Also one with a "/", which cannot stand there as it is: the "@" behind it belongs to nothing
@@ -66,8 +65,7 @@ std::optional<Address> addressOf(const std::string& place, platform::Status& sta
         return std::nullopt;
     }
     // A connection that is dead, or that nobody answers, is known as such within a minute.
-    Address address{{{"connect_timeout", "10"},
-                     {"keepalives_idle", "30"},
+    Address address{{{"keepalives_idle", "30"},
                      {"keepalives_interval", "10"},
                      {"keepalives_count", "3"},
                      {"tcp_user_timeout", "60000"},
@@ -76,9 +74,13 @@ std::optional<Address> addressOf(const std::string& place, platform::Status& sta
     for (const PQconninfoOption* option = given.get(); option->keyword != nullptr; ++option)
         if (option->val != nullptr)
             address.options.emplace_back(option->keyword, option->val);
+    const Options usual = usualOptions(valueOf(given.get(), "service"));
     if (valueOf(given.get(), "sslmode").empty() &&
-        usualEncryption(valueOf(given.get(), "service")) == unencryptedToo)
+        valueOf(usual.get(), "sslmode") == unencryptedToo)
         address.options.emplace_back("sslmode", "require");
+    if (valueOf(given.get(), "connect_timeout").empty() &&
+        valueOf(usual.get(), "connect_timeout").empty())
+        address.options.emplace_back("connect_timeout", "10");
     address.options.emplace_back("client_encoding", "UTF8");
     return address;
 }

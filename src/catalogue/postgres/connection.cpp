@@ -3,6 +3,7 @@
 #include "catalogue/postgres/connection.h"
 
 #include "catalogue/postgres/server_errors.h"
+#include "platform/threads/errand.h"
 #include "platform/threads/socket_wait.h"
 
 #include <algorithm>
@@ -104,6 +105,7 @@ void Connection::open(const std::string& setUp) {
     }
     PQsetNoticeProcessor(
         connection_.get(), [](void*, const char*) {}, nullptr);
+    PQsetnonblocking(connection_.get(), 1); // flush() waits
     run(setUp);
 }
 
@@ -120,7 +122,15 @@ platform::Status Connection::take() {
     return std::exchange(error_, {});
 }
 
+void Connection::failStopped() {
+    if (isStopFailure_)
+        fail(ECANCELED, "was stopped");
+}
+
+// Also one that was left, as it was given up and did not answer.
 void Connection::failLost() {
+    if (isGivenUp_)
+        return failStopped();
     fail(ECONNRESET, "the connection to the server was lost; try again, or search without the "
                      "catalogue");
 }
@@ -145,8 +155,8 @@ Result Connection::checked(Result result) {
     }
     if (!isGivenUp_ || fieldOf(result.get(), PG_DIAG_SQLSTATE) != stateOfCancelled)
         failAs(result.get());
-    else if (isStopFailure_)
-        fail(ECANCELED, "was stopped");
+    else
+        failStopped();
     return nullptr;
 }
 
@@ -159,33 +169,53 @@ void Connection::run(const std::string& sql) {
     checked(await());
 }
 
+// A server that hangs does not take that up either.
 void Connection::giveUp() {
-    std::array<char, 256> why{};
+    constexpr std::chrono::seconds longest{3};
     isGivenUp_ = true;
-    PGcancel* const cancel = PQgetCancel(connection_.get());
-    PQcancel(cancel, why.data(), static_cast<int>(why.size()));
-    PQfreeCancel(cancel);
+    leaves_ = std::chrono::steady_clock::now() + longest;
+    const std::shared_ptr<PGcancel> cancel(PQgetCancel(connection_.get()), PQfreeCancel);
+    const platform::Errand<int> errand([cancel] {
+        std::array<char, 256> why{};
+        return PQcancel(cancel.get(), why.data(), static_cast<int>(why.size()));
+    });
+}
+
+// False once nothing more comes of it.
+bool Connection::waitOn(bool (*wait)(int socket, std::chrono::milliseconds longest)) {
+    constexpr std::chrono::milliseconds betweenLooks{50};
+    if (wait(PQsocket(connection_.get()), betweenLooks))
+        return PQconsumeInput(connection_.get()) != 0;
+    if (!isGivenUp_ && isOver_ && isOver_())
+        giveUp();
+    else if (isGivenUp_ && std::chrono::steady_clock::now() > leaves_)
+        connection_.reset();
+    return isOpen();
+}
+
+// False when the connection was lost.
+bool Connection::flush() {
+    int left = 0;
+    while ((left = PQflush(connection_.get())) > 0)
+        if (!waitOn(platform::waitForInputOrRoom))
+            break;
+    return left == 0;
 }
 
 Result Connection::await() {
-    constexpr std::chrono::milliseconds betweenLooks{50};
+    flush(); // whether it could is told with the answer
     Result last;
-    for (;;) {
-        while (PQisBusy(connection_.get()) != 0) {
-            if (!platform::waitForInput(PQsocket(connection_.get()), betweenLooks)) {
-                if (!isGivenUp_ && isOver_ && isOver_())
-                    giveUp();
-            } else if (PQconsumeInput(connection_.get()) == 0) {
-                break;
-            }
-        }
+    while (isOpen()) {
+        while (PQisBusy(connection_.get()) != 0 && waitOn(platform::waitForInput))
+            ;
         Result next(PQgetResult(connection_.get()));
         if (next == nullptr)
-            return last;
+            break;
         last = std::move(next);
         if (PQresultStatus(last.get()) == PGRES_COPY_IN) // there is no end before the rows
-            return last;
+            break;
     }
+    return connection_ != nullptr ? std::move(last) : nullptr;
 }
 
 Answer Connection::ask(const std::string& sql, const Parameters& values) {
@@ -215,8 +245,10 @@ void Connection::beginCopy(const std::string& sql) {
 }
 
 void Connection::copy(std::string_view bytes) {
-    if (!failed() &&
-        PQputCopyData(connection_.get(), bytes.data(), static_cast<int>(bytes.size())) != 1)
+    if (failed())
+        return;
+    if (PQputCopyData(connection_.get(), bytes.data(), static_cast<int>(bytes.size())) != 1 ||
+        !flush())
         failLost();
 }
 

@@ -6,6 +6,7 @@
 #include "catalogue/postgres/binary.h"
 #include "catalogue/sql/sql_database.h"
 
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -82,7 +83,7 @@ public:
 
     // While it waits for an answer: once it says true the statement is given up, and all that is
     // asked in the same transaction. That counts as answers without rows or, where something is to
-    // be written, as a failure.
+    // be written, as a failure. A server that does not even answer that is left.
     void stopWhen(std::function<bool()> isOver, bool isFailure) {
         isOver_ = std::move(isOver);
         isStopFailure_ = isFailure;
@@ -97,17 +98,21 @@ public:
     const std::string& name() const noexcept { return address_.name; }
 
 private:
+    bool waitOn(bool (*wait)(int socket, std::chrono::milliseconds longest));
+    bool flush();
     Result await();
     Result checked(Result result);
     void giveUp();
     void failAs(const pg_result* result);
     void failLost();
+    void failStopped();
 
     const Address address_;
     std::unique_ptr<pg_conn, Forget> connection_;
     std::function<bool()> isOver_;
     bool isStopFailure_ = false;
     bool isGivenUp_ = false;
+    std::chrono::steady_clock::time_point leaves_; // when it was given up
     platform::Status error_;
 };
 

@@ -46,7 +46,7 @@ void PostgresCatalogue::openConnection() {
 template <typename Act>
 void PostgresCatalogue::tryTwice(const Act& act) {
     act();
-    if (connection_.isOpen() || isInside_ || isWriting_)
+    if (connection_.isOpen() || connection_.isGivenUp() || isInside_ || isWriting_)
         return;
     static_cast<void>(connection_.take());
     openConnection();
@@ -85,6 +85,15 @@ Catalogue::Status PostgresCatalogue::names(std::int64_t folder, std::vector<std:
         ask("SELECT name FROM dictations WHERE folder = ? ORDER BY position", {folder});
     while (row->step())
         names.emplace_back(row->bytes(0));
+    return connection_.take();
+}
+
+Catalogue::Status PostgresCatalogue::positions(std::int64_t folder,
+                                               std::vector<std::int64_t>& positions) {
+    const auto row =
+        ask("SELECT position FROM dictations WHERE folder = ? ORDER BY position", {folder});
+    while (row->step())
+        positions.push_back(row->number(0));
     return connection_.take();
 }
 
@@ -136,6 +145,28 @@ Question PostgresCatalogue::lookedUp(Question question) {
     return question;
 }
 
+std::string PostgresCatalogue::indexedPath(const std::string& root) const {
+    return root.size() > mostIndexedBytes
+               ? "f.path"
+               : "substr(f.path, 1, " + std::to_string(mostIndexedBytes) + ")";
+}
+
+// The server keeps the other rows back by itself, but how few are left it does not know when it
+// plans. Nothing where it keeps none back.
+std::vector<std::int64_t> PostgresCatalogue::wardsOf(std::int64_t store) {
+    constexpr std::size_t most = 100;
+    const auto row =
+        ask("SELECT id FROM wards WHERE store = ? AND row_security_active('ovsearch.folders')"
+            " AND NOT EXISTS (SELECT FROM pg_roles WHERE rolname = 'ovsearch_reader_of_all'"
+            " AND pg_has_role(oid, 'USAGE')) LIMIT " +
+                std::to_string(most + 1),
+            {store});
+    std::vector<std::int64_t> wards;
+    while (row->step())
+        wards.push_back(row->number(0));
+    return wards.size() > most ? std::vector<std::int64_t>() : wards;
+}
+
 Catalogue::Status PostgresCatalogue::candidates(std::int64_t store, const Question& question,
                                                 const Taker& take) {
     const Reach reach = reachOf(store, question);
@@ -143,9 +174,9 @@ Catalogue::Status PostgresCatalogue::candidates(std::int64_t store, const Questi
     const QuestionText text(asked, dialect);
     sql::Values values = valuesOf(reach);
     values.insert(values.end(), text.values().begin(), text.values().end());
-    return tellAll(std::string("SELECT f.path, d.name, 1 FROM folders f"
-                               " JOIN dictations d ON d.folder = f.id WHERE") +
-                       reached + "AND (" + text.sql() + ") ORDER BY f.place, d.position",
+    return tellAll("SELECT f.path, d.name, 1 FROM folders f"
+                   " JOIN dictations d ON d.folder = f.id WHERE" +
+                       reached(reach) + "AND (" + text.sql() + ") ORDER BY f.place, d.position",
                    values, take);
 }
 
@@ -160,7 +191,7 @@ Catalogue::Status PostgresCatalogue::counts(std::int64_t store, const Question& 
     values.insert(values.end(), text.values().begin(), text.values().end());
     const std::string which =
         std::string(" FROM dictations d") +
-        (asksFolders ? std::string(" JOIN folders f ON f.id = d.folder WHERE") + reached + "AND ("
+        (asksFolders ? " JOIN folders f ON f.id = d.folder WHERE" + reached(reach) + "AND ("
                      : " WHERE (") +
         text.sql() + ")";
     const std::string isOther = name + " = " + std::to_string(kept::other);

@@ -25,6 +25,7 @@ public:
     Status size(std::int64_t& bytes) override;
     Status folders(std::int64_t store, std::vector<Folder>& folders) override;
     Status names(std::int64_t folder, std::vector<std::string>& names) override;
+    Status positions(std::int64_t folder, std::vector<std::int64_t>& positions) override;
     Status candidates(std::int64_t store, const Question& question, const Taker& take) override;
     Status counts(std::int64_t store, const Question& question, std::optional<std::size_t> column,
                   const Taker& take) override;
@@ -36,7 +37,8 @@ public:
     Status removeStore(std::int64_t store) override;
     Status putFolder(std::int64_t store, Folder& folder) override;
     Status removeFolder(std::int64_t folder) override;
-    Status removeDictations(std::int64_t folder) override;
+    Status removeDictations(std::int64_t folder,
+                            const std::vector<std::int64_t>& positions) override;
     Status addDictation(std::int64_t folder, std::int64_t position, std::string_view name,
                         const KeptValues& values) override;
     Status setPlaces(const std::vector<Folder>& folders) override;
@@ -49,6 +51,8 @@ private:
 
     std::unique_ptr<sql::Rows> ask(const std::string& sql, const sql::Values& values) override;
     Status takeError() override { return connection_.take(); }
+    std::string indexedPath(const std::string& root) const override;
+    std::vector<std::int64_t> wardsOf(std::int64_t store) override;
 
     void openConnection();
     template <typename Act>
@@ -57,6 +61,7 @@ private:
     Status tellAll(const std::string& sql, const sql::Values& values, const Taker& take);
     void startWriting();
     Status write();
+    Status remove(const std::string& which, const Parameters& values);
     Status lock(std::int64_t store);
     void readWards(std::int64_t store);
     std::int64_t wardOf(std::string_view path) const;

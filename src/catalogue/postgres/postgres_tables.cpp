@@ -225,7 +225,8 @@ std::string setUpOf(bool isForUpdate) {
                      " WHERE n.nspname = 'ovsearch' AND r.rolname = 'ovsearch_updater'"
                      " AND pg_has_role(r.oid, 'MEMBER');");
     else
-        setUp.append("SET default_transaction_read_only = on;");
+        setUp.append("SET default_transaction_read_only = on;"
+                     " SET cursor_tuple_fraction = 0.001;"); // the first are waited for
     return setUp;
 }
 
@@ -263,6 +264,10 @@ void makeServerIndexes(Connection& connection) {
             makeAlone("CREATE INDEX IF NOT EXISTS dictations_by_" + name +
                       " ON ovsearch.dictations (" + name + (isAuthor ? ", priority)" : ")"));
         }
+    makeAlone("CREATE INDEX IF NOT EXISTS folders_by_ward ON ovsearch.folders (ward)");
+    makeAlone("CREATE INDEX IF NOT EXISTS folders_by_path ON ovsearch.folders"
+              " (store, substr(path, 1, " +
+              std::to_string(mostIndexedBytes) + "))");
     makeAlone(trigrams);
 }
 

@@ -4,6 +4,7 @@
 
 #include "catalogue/postgres/connection.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 
@@ -28,6 +29,9 @@ constexpr std::int64_t serverTablesVersion = 4;
 
 // Ends it; undoes it where something failed, which lasts.
 void endTransaction(Connection& connection);
+
+// Of the path of a folder; an index takes no more than 2.7 kB.
+constexpr std::size_t mostIndexedBytes = 1000;
 
 // What a connection begins with.
 std::string setUpOf(bool isForUpdate);

@@ -8,7 +8,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <limits>
 #include <utility>
 
 // How it is updated.
@@ -154,21 +153,30 @@ Status PostgresCatalogue::putFolder(std::int64_t store, Folder& folder) {
     return pending_.isMuch() ? write() : connection_.error();
 }
 
-Status PostgresCatalogue::removeDictations(std::int64_t folder) {
-    if (Status written = write(); !written.ok())
-        return written;
-    removed_ += connection_
-                    .ask("WITH gone AS (DELETE FROM dictations WHERE folder = ? RETURNING folder)"
-                         " SELECT count(*) FROM gone",
-                         Parameters().add(folder))
-                    .only();
-    return connection_.error();
+Status PostgresCatalogue::removeDictations(std::int64_t folder,
+                                           const std::vector<std::int64_t>& positions) {
+    ArrayOf those(type::int64);
+    for (const std::int64_t position : positions)
+        those.add(position);
+    return remove(" AND position = ANY (?)", Parameters().add(folder).add(those));
 }
 
 Status PostgresCatalogue::removeFolder(std::int64_t folder) {
-    if (Status status = removeDictations(folder); !status.ok())
+    if (Status status = remove("", Parameters().add(folder)); !status.ok())
         return status;
     connection_.ask("DELETE FROM folders WHERE id = ?", Parameters().add(folder));
+    return connection_.error();
+}
+
+// Dictations of a folder.
+Status PostgresCatalogue::remove(const std::string& which, const Parameters& values) {
+    if (Status written = write(); !written.ok())
+        return written;
+    removed_ += connection_
+                    .ask("WITH gone AS (DELETE FROM dictations WHERE folder = ?" + which +
+                             " RETURNING folder) SELECT count(*) FROM gone",
+                         values)
+                    .only();
     return connection_.error();
 }
 
@@ -191,7 +199,7 @@ Status PostgresCatalogue::removeStore(std::int64_t store) {
 Status PostgresCatalogue::addDictation(std::int64_t folder, std::int64_t position,
                                        std::string_view name, const KeptValues& values) {
     startWriting();
-    if (position >= std::numeric_limits<std::int32_t>::max())
+    if (position >= mostPositions)
         return {EFBIG, connection_.name(), "a folder has too many dictations for a catalogue"};
     pending_.add(folder, position, name, values);
     return pending_.isMuch() ? write() : connection_.error();
@@ -245,7 +253,7 @@ Status PostgresCatalogue::tidy(bool isSmall) {
     if (isSmall && !hasRemoved_)
         return connection_.take();
     const bool isFirst =
-        connection_.ask("SELECT to_regclass('ovsearch.dictations_by_author') IS NULL").only() != 0;
+        connection_.ask("SELECT to_regclass('ovsearch.folders_by_path') IS NULL").only() != 0;
     makeServerIndexes(connection_);
     if (Status removed = removeUnusedTexts(); !removed.ok())
         return removed;

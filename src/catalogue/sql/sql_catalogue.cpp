@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <limits>
-#include <utility>
 
 namespace ov::catalogue::sql {
 
@@ -34,6 +33,14 @@ Folder folderIn(const Rows& row) {
     folder.skipped = row.number(12);
     folder.problem = row.bytes(13);
     return folder;
+}
+
+// A condition with that many values; none for none.
+std::string inWards(std::size_t count) {
+    std::string sql;
+    for (std::size_t i = 0; i < count; ++i)
+        sql.append(i == 0 ? " AND f.ward IN (?" : ", ?");
+    return count == 0 ? sql : sql + ") ";
 }
 
 } // namespace
@@ -73,11 +80,13 @@ Catalogue::Status SqlCatalogue::folders(std::int64_t store, std::vector<Folder>&
 }
 
 SqlCatalogue::Reach SqlCatalogue::reachOf(std::int64_t store, const Question& question) {
-    Reach reach{store, question.root, question.root, noDepth, false};
+    Reach reach;
+    reach.store = store;
+    reach.root = reach.behind = question.root;
     ++reach.behind.back(); // a directory text ends in "\"
-    const auto row = ask("SELECT root, (SELECT count(*) FROM stores),"
-                         " (SELECT max(depth) FROM folders) FROM stores WHERE id = ?",
-                         {store});
+    reach.depth = noDepth;
+    const auto row =
+        ask("SELECT root, (SELECT count(*) FROM stores) FROM stores WHERE id = ?", {store});
     if (!row->step())
         return reach;
     const std::string_view root = row->bytes(0);
@@ -85,37 +94,95 @@ SqlCatalogue::Reach SqlCatalogue::reachOf(std::int64_t store, const Question& qu
                        std::count(root.begin(), root.end(), '\\');
     if (question.depth >= 0)
         reach.depth = above + question.depth;
-    reach.isWhole = root == question.root && row->number(1) == 1 && row->number(2) <= reach.depth;
+    reach.isStore = root == question.root;
+    reach.wards = wardsOf(store);
+    reach.isWhole =
+        reach.isStore && row->number(1) == 1 && reach.wards.empty() && !goesDeeper(reach);
+    if (!reach.isStore)
+        findPlaces(reach);
     return reach;
 }
 
+bool SqlCatalogue::goesDeeper(const Reach& reach) {
+    if (reach.depth == noDepth)
+        return false;
+    const auto row = ask(
+        "SELECT count(*) FROM (SELECT 1 FROM folders WHERE store = ? AND depth > ? LIMIT 1) one",
+        {reach.store, reach.depth});
+    return row->step() && row->number(0) > 0;
+}
+
+// By the index of paths; in their places they lie side by side, and where they are asked for in
+// that order nothing has to be sorted. "+ 0": the first one is not looked for from the first place
+// on.
+void SqlCatalogue::findPlaces(Reach& reach) {
+    const std::string path = indexedPath(reach.root);
+    Values values = {reach.store, Bytes{reach.root}, Bytes{reach.behind}};
+    values.insert(values.end(), reach.wards.begin(), reach.wards.end());
+    const auto row = ask("SELECT COALESCE(min(f.place + 0), 0), COALESCE(max(f.place + 0), -1)"
+                         " FROM folders f WHERE f.store = ? AND " +
+                             path + " >= ? AND " + path + " < ?" + inWards(reach.wards.size()),
+                         values);
+    if (!row->step())
+        return;
+    reach.firstPlace = row->number(0);
+    reach.lastPlace = row->number(1);
+}
+
+std::string SqlCatalogue::reached(const Reach& reach) {
+    std::string sql = " f.store = ? ";
+    if (!reach.isStore)
+        sql.append("AND f.place BETWEEN ? AND ? AND f.path >= ? AND f.path < ? ");
+    if (reach.depth != noDepth)
+        sql.append("AND f.depth <= ? ");
+    return sql + inWards(reach.wards.size());
+}
+
 Values SqlCatalogue::valuesOf(const Reach& reach) {
-    return {reach.store, Bytes{reach.root}, Bytes{reach.behind}, reach.depth};
+    Values values = {reach.store};
+    if (!reach.isStore)
+        values.insert(values.end(),
+                      {reach.firstPlace, reach.lastPlace, Bytes{reach.root}, Bytes{reach.behind}});
+    if (reach.depth != noDepth)
+        values.emplace_back(reach.depth);
+    values.insert(values.end(), reach.wards.begin(), reach.wards.end());
+    return values;
 }
 
 // All that is there lies below the root: where something does, that is there too.
 Catalogue::Status SqlCatalogue::leftOut(std::int64_t store, const Question& question,
                                         LeftOut& left) {
     Reach reach = reachOf(store, question);
-    const std::int64_t depth = std::exchange(reach.depth, noDepth);
+    const std::int64_t depth = reach.depth;
+    reach.depth += depth == noDepth ? 0 : 1;
+    const auto with = [&reach](Values values) {
+        const Values more = valuesOf(reach);
+        values.insert(values.end(), more.begin(), more.end());
+        return values;
+    };
+    const std::string from = " FROM folders f WHERE" + reached(reach);
+    const auto sums =
+        ask("SELECT count(*), count(*) FILTER (WHERE f.depth > ?),"
+            " CAST(COALESCE(sum(f.skipped) FILTER (WHERE f.depth <= ?), 0) AS bigint),"
+            " count(*) FILTER (WHERE f.depth <= ? AND f.problem <> ?)" +
+                from,
+            with({depth, depth, depth, Bytes{}}));
+    if (!sums->step())
+        return takeError();
+    left.isRootThere = sums->number(0) > 0;
+    left.tooDeep = sums->number(1);
+    left.skipped = sums->number(2);
+    left.read = sums->number(0) - left.tooDeep - sums->number(3);
+    if (sums->number(3) == 0)
+        return takeError();
+    reach.depth = depth;
     Values values = valuesOf(reach);
-    values.insert(values.end(), {depth, depth == noDepth ? depth : depth + 1});
-    const auto row =
-        ask(std::string("SELECT f.path, f.depth, f.skipped, f.problem FROM folders f WHERE") +
-                reached + "AND (f.depth <= ? OR f.depth = ?) ORDER BY f.place",
-            values);
-    while (row->step()) {
-        left.isRootThere = true;
-        if (row->number(1) > depth) {
-            ++left.tooDeep;
-            continue;
-        }
-        left.skipped += row->number(2);
-        if (row->bytes(3).empty())
-            ++left.read;
-        else
-            left.unreadable.emplace_back(row->bytes(0), row->bytes(3));
-    }
+    values.emplace_back(Bytes{});
+    const auto row = ask("SELECT f.path, f.problem FROM folders f WHERE" + reached(reach) +
+                             "AND f.problem <> ? ORDER BY f.place",
+                         values);
+    while (row->step())
+        left.unreadable.emplace_back(row->bytes(0), row->bytes(1));
     return takeError();
 }
 

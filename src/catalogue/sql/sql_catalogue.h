@@ -30,15 +30,26 @@ protected:
     struct Reach {
         std::int64_t store = 0;
         std::string root;
-        std::string behind; // the first path that is not below it any more
+        std::string behind;          // the first path that is not below it any more
+        std::int64_t firstPlace = 0; // of those below it, and where others may be between them
+        std::int64_t lastPlace = -1;
         std::int64_t depth = 0;
-        bool isWhole = false; // all that the catalogue has
+        bool isStore = false;            // the root is that of the store
+        bool isWhole = false;            // all that the catalogue has
+        std::vector<std::int64_t> wards; // the only ones in which there may be any; empty: all
     };
     Reach reachOf(std::int64_t store, const Question& question);
-    // Of the folders "f" that a question reaches, with the values of it.
-    static constexpr const char* reached =
-        " f.store = ? AND f.path >= ? AND f.path < ? AND f.depth <= ? ";
+    // A condition on the folders "f" that it reaches, with the values of it.
+    static std::string reached(const Reach& reach);
     static Values valuesOf(const Reach& reach);
+
+private:
+    // As paths of folders "f" are found by an index, for what is below this one.
+    virtual std::string indexedPath(const std::string& /*root*/) const { return "f.path"; }
+    virtual std::vector<std::int64_t> wardsOf(std::int64_t /*store*/) { return {}; }
+
+    bool goesDeeper(const Reach& reach);
+    void findPlaces(Reach& reach);
 };
 
 } // namespace ov::catalogue::sql

@@ -50,7 +50,7 @@ const char* sentence(int code) noexcept {
         return "the catalogue may not be written";
     case SQLITE_CORRUPT:
     case SQLITE_NOTADB:
-        return "is no catalogue, or a damaged one; remove it and update it anew";
+        return "is no catalogue, or a damaged one";
     default:
         return "the catalogue cannot be read";
     }
@@ -107,6 +107,8 @@ void Database::fail(int code) {
     std::string text = sentence(code);
     if ((code & 0xFF) == SQLITE_ERROR || (code & 0xFF) == SQLITE_IOERR)
         text.append(" (").append(sqlite3_errmsg(database_)).append(")");
+    if ((code & 0xFF) == SQLITE_CORRUPT && mayBeRemoved_)
+        text = "the catalogue is damaged; remove it and update it anew";
     error_ = platform::Status(errorNumber(code), native_, std::move(text));
 }
 

@@ -33,6 +33,9 @@ public:
     // How long another program is waited for.
     void setPatience(std::chrono::milliseconds longest) noexcept { patience_ = longest; }
 
+    // Whether one that is damaged holds nothing that cannot be had again.
+    void setMayBeRemoved(bool mayBe) noexcept { mayBeRemoved_ = mayBe; }
+
     // Kept until the end, for one Query at a time; nullptr after an error.
     sqlite3_stmt* prepare(const std::string& sql);
     // Several statements, without values and rows.
@@ -58,6 +61,7 @@ private:
     sqlite3* database_ = nullptr;
     std::function<bool()> isOver_;
     std::chrono::milliseconds patience_ = usualPatience;
+    bool mayBeRemoved_ = false;
     std::int64_t asked_ = 0; // coarse milliseconds
     std::unordered_map<std::string, sqlite3_stmt*> statements_;
     platform::Status error_;

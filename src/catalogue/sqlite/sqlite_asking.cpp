@@ -4,14 +4,17 @@
 #include "catalogue/sql/question_text.h"
 #include "catalogue/sqlite/sqlite_catalogue.h"
 #include "catalogue/sqlite/tables.h"
+#include "platform/files.h"
+#include "platform/loaded_module.h"
 
 #include <algorithm>
 #include <utility>
 
-// How it is asked.
+// How it is opened and asked.
 
 namespace ov::catalogue::loaded {
 
+using platform::Status;
 using sql::QuestionText;
 
 namespace {
@@ -20,7 +23,38 @@ constexpr sql::Dialect dialect;
 
 constexpr std::size_t mostFew = 1'000'000; // sixteen megabytes
 
+// The file and those beside it.
+Status ofEach(const std::string& native, Status (*check)(std::string_view path)) {
+    for (const char* const part : {"", "-wal", "-shm", "-update"})
+        if (Status status = check(platform::fromNativePath(native + part)); !status.ok())
+            return status;
+    return {};
+}
+
 } // namespace
+
+// Until it is known to be a catalogue nothing of it is changed: it may be anything.
+std::unique_ptr<Catalogue> SqliteCatalogue::open(const std::string& native,
+                                                 catalogue::Access access, Status& status) {
+    const bool isForUpdate = access == catalogue::Access::update;
+    std::unique_ptr<SqliteCatalogue> opened(new SqliteCatalogue(native));
+    Database& database = opened->database_;
+    if (status = ofEach(native, platform::refuseForeign); !status.ok())
+        return nullptr;
+    database.open(native, isForUpdate);
+    database.stopWhen([opened = opened.get()] { return opened->isOver(); });
+    status = prepareTables(database, native, isForUpdate);
+    if (status.ok())
+        status = ofEach(native, platform::keepToOwner);
+    // Nothing is lost with a program that is killed; the last moments may be with a power failure,
+    // and the next update brings them back.
+    if (status.ok() && isForUpdate)
+        database.run("PRAGMA journal_mode = WAL; PRAGMA synchronous = NORMAL;"
+                     "PRAGMA cache_size = -65536; PRAGMA secure_delete = ON;");
+    if (status.ok())
+        status = database.take();
+    return status.ok() ? std::move(opened) : nullptr;
+}
 
 std::unique_ptr<sql::Rows> SqliteCatalogue::ask(const std::string& sql, const sql::Values& values) {
     auto query = std::make_unique<Query>(database_, sql);
@@ -58,6 +92,15 @@ Catalogue::Status SqliteCatalogue::names(std::int64_t folder, std::vector<std::s
     return database_.take();
 }
 
+Catalogue::Status SqliteCatalogue::positions(std::int64_t folder,
+                                             std::vector<std::int64_t>& positions) {
+    Query row(database_, "SELECT id FROM names WHERE id BETWEEN ? AND ? ORDER BY id");
+    row.bind(dictationId(folder, 0)).bind(dictationId(folder, mostPositions - 1));
+    while (row.step())
+        positions.push_back(row.number(0) - dictationId(folder, 0));
+    return database_.take();
+}
+
 Catalogue::Status SqliteCatalogue::candidates(std::int64_t store, const Question& question,
                                               const Taker& take) {
     const Reach reach = reachOf(store, question);
@@ -72,8 +115,8 @@ Catalogue::Status SqliteCatalogue::few(const Reach& reach, const QuestionText& t
     {
         Query row(database_, "SELECT f.place, d.id FROM dictations d CROSS JOIN folders f"
                              " ON f.id = d.id >> " +
-                                 std::to_string(positionBits) + " WHERE" + reached + "AND (" +
-                                 text.sql() + ")");
+                                 std::to_string(positionBits) + " WHERE" + reached(reach) +
+                                 "AND (" + text.sql() + ")");
         row.bind(valuesOf(reach)).bind(text.values());
         while (row.step() && found.size() <= mostFew)
             found.emplace_back(row.number(0), row.number(1));
@@ -96,7 +139,7 @@ Catalogue::Status SqliteCatalogue::many(const Reach& reach, const QuestionText& 
                              bits + " AND ((f.id + 1) << " + bits +
                              ") - 1"
                              " CROSS JOIN names n ON n.id = d.id WHERE" +
-                             reached + "AND (" + text.sql() + ") ORDER BY f.place, d.id");
+                             reached(reach) + "AND (" + text.sql() + ") ORDER BY f.place, d.id");
     row.bind(valuesOf(reach)).bind(text.values());
     while (row.step())
         if (!take({row.bytes(0), row.bytes(1)}, 1))
@@ -123,7 +166,7 @@ Catalogue::Status SqliteCatalogue::counts(std::int64_t store, const Question& qu
     const bool asksFolders = text.asksFolders() || !reach.isWhole;
     const std::string which =
         (asksFolders ? " FROM dictations d CROSS JOIN folders f ON f.id = d.id >> " +
-                           std::to_string(positionBits) + " WHERE" + reached + "AND ("
+                           std::to_string(positionBits) + " WHERE" + reached(reach) + "AND ("
                      : " FROM dictations d WHERE (") +
         text.sql() + ")";
     const auto askEach = [&](const std::string& sql, const auto& each) {
@@ -148,3 +191,9 @@ Catalogue::Status SqliteCatalogue::counts(std::int64_t store, const Question& qu
 }
 
 } // namespace ov::catalogue::loaded
+
+const void* ovsearchModule(const char* version) {
+    static constexpr ov::catalogue::SqliteModule module{
+        ov::catalogue::loaded::SqliteCatalogue::open};
+    return ov::platform::isModuleVersion(version) ? &module : nullptr;
+}

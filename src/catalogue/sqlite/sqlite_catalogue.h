@@ -28,6 +28,7 @@ public:
     void end() override;
     Status size(std::int64_t& bytes) override;
     Status names(std::int64_t folder, std::vector<std::string>& names) override;
+    Status positions(std::int64_t folder, std::vector<std::int64_t>& positions) override;
     Status candidates(std::int64_t store, const Question& question, const Taker& take) override;
     Status counts(std::int64_t store, const Question& question, std::optional<std::size_t> column,
                   const Taker& take) override;
@@ -39,7 +40,8 @@ public:
     Status removeStore(std::int64_t store) override;
     Status putFolder(std::int64_t store, Folder& folder) override;
     Status removeFolder(std::int64_t folder) override;
-    Status removeDictations(std::int64_t folder) override;
+    Status removeDictations(std::int64_t folder,
+                            const std::vector<std::int64_t>& positions) override;
     Status addDictation(std::int64_t folder, std::int64_t position, std::string_view name,
                         const KeptValues& values) override;
     Status setPlaces(const std::vector<Folder>& folders) override;
@@ -56,6 +58,7 @@ private:
     Status few(const Reach& reach, const sql::QuestionText& text, const Taker& take);
     Status many(const Reach& reach, const sql::QuestionText& text, const Taker& take);
     bool tell(std::int64_t dictation, std::int64_t count, const Taker& take);
+    Status removeDictations(std::int64_t folder);
     std::vector<bool> usedTexts();
     Status removeUnusedTexts();
     void startWriting();

@@ -4,8 +4,6 @@
 #include "catalogue/sqlite/sqlite_catalogue.h"
 #include "catalogue/sqlite/tables.h"
 #include "dictation/dictation_record.h"
-#include "platform/files.h"
-#include "platform/loaded_module.h"
 #include "platform/text.h"
 
 #include <algorithm>
@@ -14,7 +12,7 @@
 #include <system_error>
 #include <utility>
 
-// How it is opened and updated.
+// How it is updated.
 
 namespace ov::catalogue::loaded {
 
@@ -43,24 +41,6 @@ std::string sqlOfFolder(bool isNew) {
 }
 
 } // namespace
-
-std::unique_ptr<Catalogue> SqliteCatalogue::open(const std::string& native,
-                                                 catalogue::Access access, Status& status) {
-    const bool isForUpdate = access == catalogue::Access::update;
-    std::unique_ptr<SqliteCatalogue> opened(new SqliteCatalogue(native));
-    Database& database = opened->database_;
-    database.open(native, isForUpdate);
-    database.stopWhen([opened = opened.get()] { return opened->isOver(); });
-    status = prepareTables(database, native, isForUpdate);
-    // Nothing is lost with a program that is killed; the last moments may be with a power failure,
-    // and the next update brings them back.
-    if (status.ok() && isForUpdate)
-        database.run("PRAGMA journal_mode = WAL; PRAGMA synchronous = NORMAL;"
-                     "PRAGMA cache_size = -65536; PRAGMA secure_delete = ON;");
-    if (status.ok())
-        status = database.take();
-    return status.ok() ? std::move(opened) : nullptr;
-}
 
 Status SqliteCatalogue::lockForUpdate() {
     Status status = lock_.take(platform::fromNativePath(native_ + "-update"));
@@ -140,6 +120,21 @@ Status SqliteCatalogue::removeDictations(std::int64_t folder) {
             .bind(dictationId(folder, mostPositions - 1))
             .step();
     Query(database_, "UPDATE due SET removed = removed + changes()").step();
+    hasChanged_ = true;
+    return database_.error();
+}
+
+Status SqliteCatalogue::removeDictations(std::int64_t folder,
+                                         const std::vector<std::int64_t>& positions) {
+    startWriting();
+    for (const char* const table : {"dictations", "names"})
+        for (const std::int64_t position : positions)
+            Query(database_, std::string("DELETE FROM ") + table + " WHERE id = ?")
+                .bind(dictationId(folder, position))
+                .step();
+    Query(database_, "UPDATE due SET removed = removed + ?")
+        .bind(static_cast<std::int64_t>(positions.size()))
+        .step();
     hasChanged_ = true;
     return database_.error();
 }
@@ -289,9 +284,3 @@ Status SqliteCatalogue::tidy(bool isSmall) {
 }
 
 } // namespace ov::catalogue::loaded
-
-const void* ovsearchModule(const char* version) {
-    static constexpr ov::catalogue::SqliteModule module{
-        ov::catalogue::loaded::SqliteCatalogue::open};
-    return ov::platform::isModuleVersion(version) ? &module : nullptr;
-}

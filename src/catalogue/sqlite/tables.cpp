@@ -50,13 +50,15 @@ std::string tables() {
 platform::Status prepareTables(Database& database, const std::string& native, bool mayMake) {
     const auto ask = [&database](const char* sql) { return Query(database, sql).only(); };
     const auto isEmpty = [&ask] { return ask("SELECT count(*) FROM sqlite_schema") == 0; };
+    const auto isMarked = [&ask] { return ask("PRAGMA application_id") == applicationId; };
+    database.setMayBeRemoved(isMarked());
     if (mayMake && isEmpty()) { // else whoever is just updating it would have to be waited for
         database.run("BEGIN IMMEDIATE");
         if (isEmpty() && !database.failed())
             database.run(tables().c_str());
         database.run("COMMIT");
     }
-    const bool isOurs = ask("PRAGMA application_id") == applicationId;
+    const bool isOurs = isMarked();
     const std::int64_t version = ask("PRAGMA user_version");
     const bool isUnused = isEmpty();
     if (platform::Status error = database.take(); !error.ok())
@@ -71,6 +73,7 @@ platform::Status prepareTables(Database& database, const std::string& native, bo
 // That of the authors with the priority, which is asked for with them: then the table is not looked
 // at. In the others it would tempt the planner to look for a priority alone.
 void makeIndexes(Database& database) {
+    database.run("CREATE INDEX IF NOT EXISTS folders_by_path ON folders (store, path)");
     for (const KeptColumn& column : keptColumns())
         if (column.hasIndex) {
             const std::string name(column.name);

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "catalogue/catalogue.h"
 #include "catalogue/sqlite/database.h"
 
 // The tables of a catalogue:
@@ -23,7 +24,8 @@ namespace ov::catalogue::loaded {
 constexpr std::int64_t tablesVersion = 2;
 
 constexpr int positionBits = 28;
-constexpr std::int64_t mostPositions = std::int64_t{1} << positionBits;
+constexpr std::int64_t mostPositions = Catalogue::mostPositions;
+static_assert(mostPositions == std::int64_t{1} << positionBits);
 
 constexpr std::int64_t dictationId(std::int64_t folder, std::int64_t position) noexcept {
     return folder << positionBits | position;

@@ -117,7 +117,7 @@ ExitCode runCatalogue(const CatalogueOptions& options, TerminalInterface& termin
         return refuse({ENOENT, platform::toNativePath(place), "there is no catalogue"});
     const bool writes = options.action == CatalogueAction::forget;
     Status status;
-    const auto catalogue = catalogue::openCatalogue(
+    const auto catalogue = openUnlessInterrupted(
         place, writes ? catalogue::Access::update : catalogue::Access::ask, status);
     if (catalogue == nullptr)
         return refuse(status);

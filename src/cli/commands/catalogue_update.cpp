@@ -4,6 +4,7 @@
 #include "cli/commands/catalogue_update.h"
 
 #include "catalogue/following/store_follower.h"
+#include "cli/hits/asked_catalogue.h"
 #include "cli/messages.h"
 #include "cli/output.h"
 #include "cli/shown_text.h"
@@ -34,6 +35,8 @@ std::string shownPath(const std::string& path) {
 }
 
 ExitCode refuse(const Status& status) {
+    if (TerminalInterface::interrupted())
+        return ExitCode::interrupted;
     complain(status.description());
     return ExitCode::unreadable;
 }
@@ -78,7 +81,7 @@ public:
 
 private:
     std::unique_ptr<catalogue::Catalogue> open(Status& status) const {
-        return catalogue::openCatalogue(place_, catalogue::Access::update, status);
+        return openUnlessInterrupted(place_, catalogue::Access::update, status);
     }
 
     void heedInterrupt() {

@@ -3,6 +3,7 @@
 
 #include "cli/commands/find_command.h"
 
+#include "cli/commands/catalogue_update.h"
 #include "cli/commands/explain_command.h"
 #include "cli/commands/find_consumer.h"
 #include "cli/hits/hit_search.h"
@@ -126,10 +127,8 @@ ExitCode runFind(const FindOptions& options, const Session& session, TerminalInt
         return ExitCode::usage;
     AskedCatalogue catalogue;
     if (options.catalogue)
-        if (const auto opened = catalogue.open(*options.catalogue); !opened.ok()) {
-            complain(opened.description());
-            return ExitCode::unreadable;
-        }
+        if (const auto opened = catalogue.open(*options.catalogue); !opened.ok())
+            return refuse(opened);
     const HitSearch with{session,   terminal,
                          *consumer, rememberedFor(options),
                          {},        options.catalogue ? &catalogue : nullptr};

@@ -7,10 +7,14 @@
 #include "cli/terminal_interface.h"
 #include "platform/files.h"
 #include "platform/locale.h"
+#include "platform/threads/errand.h"
 
 #include <array>
+#include <cerrno>
+#include <chrono>
 #include <cstdio>
 #include <stop_token>
+#include <utility>
 
 namespace ov::cli {
 
@@ -20,13 +24,6 @@ using platform::Status;
 
 namespace {
 
-void passOn(DictationList& hits, HitConsumer& consumer) {
-    for (std::int32_t index = 1; index <= hits.size() && !consumer.isFull(); ++index)
-        consumer.take(hits[index]);
-    hits.clear();
-    consumer.pause();
-}
-
 Status findHits(catalogue::Catalogue& catalogue, const catalogue::Store& store,
                 const modDictation::Search& what, HitConsumer& consumer, SearchReport& report) {
     DictationList hits;
@@ -34,12 +31,12 @@ Status findHits(catalogue::Catalogue& catalogue, const catalogue::Store& store,
     modDictation::SearchMeans means;
     means.stop = stop.get_token();
     means.watch = [&](const SearchReport&) {
-        passOn(hits, consumer);
+        handOn(hits, consumer);
         if (consumer.isFull() || TerminalInterface::interrupted())
             stop.request_stop();
     };
     Status asked = catalogue::search(catalogue, store, what, hits, means, report);
-    passOn(hits, consumer);
+    handOn(hits, consumer);
     return asked;
 }
 
@@ -49,6 +46,28 @@ std::string cataloguePlace(const std::string& typed) {
     if (catalogue::isServer(typed))
         return typed;
     return typed == "own" ? catalogue::usualPlace() : platform::fromNativePath(typed);
+}
+
+std::unique_ptr<catalogue::Catalogue>
+openUnlessInterrupted(const std::string& place, catalogue::Access access, Status& status) {
+    constexpr std::chrono::milliseconds betweenLooks{50};
+    struct Opened {
+        std::unique_ptr<catalogue::Catalogue> catalogue;
+        Status status;
+    };
+    platform::Errand<Opened> errand([place, access] {
+        Opened opened;
+        opened.catalogue = catalogue::openCatalogue(place, access, opened.status);
+        return opened;
+    });
+    while (!errand.wait(betweenLooks))
+        if (TerminalInterface::interrupted()) {
+            status = {ECANCELED, catalogue::shownPlace(place), "was stopped"};
+            return nullptr;
+        }
+    Opened opened = errand.take();
+    status = std::move(opened.status);
+    return std::move(opened.catalogue);
 }
 
 std::string momentText(std::int64_t nanoseconds) {

@@ -14,6 +14,10 @@ namespace ov::cli {
 // The place of a catalogue as typed: a file, a server, or "own" for the one among the user's data.
 std::string cataloguePlace(const std::string& typed);
 
+// As openCatalogue(); ends early when the user interrupts, also where a server does not answer.
+std::unique_ptr<catalogue::Catalogue>
+openUnlessInterrupted(const std::string& place, catalogue::Access access, platform::Status& status);
+
 // "2026-11-22 10:42", of the user's time zone.
 std::string momentText(std::int64_t nanoseconds);
 
@@ -25,8 +29,7 @@ class AskedCatalogue {
 public:
     platform::Status open(const std::string& typed) {
         platform::Status status;
-        catalogue_ =
-            catalogue::openCatalogue(cataloguePlace(typed), catalogue::Access::ask, status);
+        catalogue_ = openUnlessInterrupted(cataloguePlace(typed), catalogue::Access::ask, status);
         return status;
     }
 

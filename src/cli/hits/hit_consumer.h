@@ -44,6 +44,16 @@ public:
     virtual ExitCode result(ExitCode ofSearches) const { return ofSearches; }
 };
 
+// Hands on what has been found since, until it wants no more.
+inline void handOn(modDictation::DictationList& hits, HitConsumer& consumer) {
+    if (hits.empty())
+        return;
+    for (std::int32_t index = 1; index <= hits.size() && !consumer.isFull(); ++index)
+        consumer.take(hits[index]);
+    hits.clear();
+    consumer.pause();
+}
+
 // Hands on what it is told, all of it unless a class says otherwise.
 class PassingHits : public HitConsumer {
 public:

@@ -8,19 +8,6 @@ namespace ov::cli {
 
 using modDictation::DictationList;
 
-namespace {
-
-void handOn(DictationList& hits, HitConsumer& consumer) {
-    if (hits.empty())
-        return;
-    for (std::int32_t index = 1; index <= hits.size() && !consumer.isFull(); ++index)
-        consumer.take(hits[index]);
-    hits.clear();
-    consumer.pause();
-}
-
-} // namespace
-
 modDictation::SearchReport searchFor(const modDictation::Search& what, const HitSearch& with) {
     if (with.catalogue != nullptr)
         return with.catalogue->search(what, with.consumer);

@@ -158,6 +158,14 @@ Status appendToFile(std::string_view path, std::string_view content, Access acce
     return {};
 }
 
+Status refuseForeign(std::string_view path) {
+    const std::string native = toNativePath(path);
+    struct stat info {};
+    if (stat(native.c_str(), &info) != 0)
+        return errno == ENOENT ? Status() : systemError(native);
+    return info.st_uid == geteuid() ? Status() : Status(EPERM, native, "is somebody else's");
+}
+
 // By the path: to open and close it would take the locks away that this program has on it.
 Status keepToOwner(std::string_view path) {
     constexpr mode_t others = S_IRWXG | S_IRWXO;
@@ -165,12 +173,8 @@ Status keepToOwner(std::string_view path) {
     struct stat info {};
     if (stat(native.c_str(), &info) != 0)
         return errno == ENOENT ? Status() : systemError(native);
-    if ((info.st_mode & others) == 0)
-        return {};
-    if (info.st_uid != geteuid())
-        return {EPERM, native,
-                "others may open it, and it is somebody else's, who has to take that right away "
-                "(chmod go= FILE)"};
+    if (Status foreign = refuseForeign(path); !foreign.ok() || (info.st_mode & others) == 0)
+        return foreign;
     return chmod(native.c_str(), info.st_mode & ~others & ALLPERMS) == 0 ? Status()
                                                                          : systemError(native);
 }

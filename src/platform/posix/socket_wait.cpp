@@ -6,9 +6,21 @@
 
 namespace ov::platform {
 
-bool waitForInput(int socket, std::chrono::milliseconds longest) {
-    pollfd waiting{socket, POLLIN, 0};
+namespace {
+
+bool waitFor(short what, int socket, std::chrono::milliseconds longest) {
+    pollfd waiting{socket, what, 0};
     return poll(&waiting, 1, static_cast<int>(longest.count())) != 0; // a signal is looked at too
+}
+
+} // namespace
+
+bool waitForInput(int socket, std::chrono::milliseconds longest) {
+    return waitFor(POLLIN, socket, longest);
+}
+
+bool waitForInputOrRoom(int socket, std::chrono::milliseconds longest) {
+    return waitFor(POLLIN | POLLOUT, socket, longest);
 }
 
 } // namespace ov::platform
