@@ -33,6 +33,7 @@
 namespace ov {
 
 struct CriterionCounts;
+class MovedDictation;
 
 // The search control that the host places in its main window: criteria, the hits of a search,
 // the player. The host drives it through the object that makeControl() gives.
@@ -134,8 +135,8 @@ private:
     std::string presentPath();
     void playMoved(const std::string& path);
     std::string findMoved(const std::string& path);
-    std::string movedInCatalogue(const modDictation::Search& what, const std::string& path);
-    std::string movedOnDisk(modDictation::Search what, const std::string& path);
+    std::string movedInCatalogue(MovedDictation& moved);
+    std::string movedOnDisk(const MovedDictation& moved);
     void listAll();
     void showHint();
     void showCounts();

@@ -5,10 +5,8 @@
 #include "control/criteria/criterion_delegate.h"
 #include "tests/control/catalogue/catalogue_window_fixture.h"
 #include "tests/slow_store.h"
-#include "tests/wave_files.h"
 
 #include <QCompleter>
-#include <QProgressBar>
 
 // A window that asks a catalogue in place of walking.
 
@@ -235,43 +233,6 @@ TEST_F(CatalogueWindow, IsSwitchedOnAndOffInTheMenus) {
     EXPECT_EQ(setting("Catalogue"), place()) << "which it is stays known";
     openControl();
     EXPECT_FALSE(ofHost()->isChecked());
-}
-
-TEST_F(CatalogueWindow, OpensADictationWhereItIsNow) {
-    const Environment silent("SDL_AUDIODRIVER", "dummy");
-    const char* const before = "a/2$ROH@@14$Anna.WAV";
-    const char* const inCatalogue = "b/2$ROH@@14$Anna.WAV";
-    const char* const onDisk = "c/2$ROH@@14$Anna.WAV";
-    store.addFolder("a");
-    writeWave(store.native(before), {}, sweep(8000, 80000));
-    update();
-    openAndSearch();
-    results().selectRow(0);
-    move(before, inCatalogue);
-    update();
-    user->boxes.clear();
-    key(results(), Qt::Key_Return);
-    waitFor([this] {
-        return widget<QProgressBar>("prgSearchPlayerStatus").format() == QLatin1String("Playing");
-    });
-    EXPECT_EQ(notice(), "The dictation has moved; it is in " + store.native("b") + "/ now.");
-    EXPECT_TRUE(results().model()->index(0, 0).data(ResultModel::playingRole).toBool());
-    EXPECT_TRUE(user->boxes.empty());
-    press("cmdSearchPlayer(2)");
-
-    move(inCatalogue, onDisk);
-    press("cmdSearchOptions(4)");
-    EXPECT_NE(user->onlyText().find(store.native(inCatalogue)), std::string::npos);
-    EXPECT_EQ(calls("PI_LogView"), 0) << "No leaves it alone";
-    user->saysYes = true;
-    press("cmdSearchOptions(4)");
-    EXPECT_EQ(calls("PI_LogView(&\"" + store.path(onDisk)), 1);
-    fs::remove(store.native(onDisk));
-    user->boxes.clear();
-    press("cmdSearchOptions(4)");
-    ASSERT_EQ(user->boxes.size(), 2U);
-    EXPECT_EQ(user->boxes[1].text.find("The dictation is nowhere"), 0U);
-    EXPECT_EQ(calls("PI_LogView"), 1);
 }
 
 TEST_F(CatalogueWindow, OffersTheValuesOfAllDictations) {
