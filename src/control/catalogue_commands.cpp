@@ -88,6 +88,9 @@ void ctrlOVSearch::playMoved(const std::string& path) {
 }
 
 std::string ctrlOVSearch::findMoved(const std::string& path) {
+    // Where nothing is there it has not moved.
+    if (!checkDictationTree(searched_.root, *this, [this] { return isEnding(); }))
+        return {};
     MovedDictation moved(view_.lvSearchResult->results(), path);
     std::string found = movedInCatalogue(moved);
     if (found.empty() && !isEnding() && !stop_.stop_requested())

@@ -126,6 +126,8 @@ private:
 
     // False, after a box, when the store cannot be reached; lets messages be handled meanwhile.
     bool storeAnswers();
+    // The same for what only needs the list: one of a catalogue needs no store.
+    bool listAnswers();
     void runSearch(SearchRun::Questions withoutCriteria);
     void runSearch(SearchRun::Questions withoutCriteria, const std::string& catalogue);
     void setUpCatalogue();

@@ -41,6 +41,14 @@ TEST_F(CatalogueWindow, ListsWhatWasThereAndSaysAsOfWhen) {
     fs::rename(store.folder(), store.folder().native() + "-gone"); // as when its server is down
     searchAll();
     EXPECT_EQ(rows(), "*Berta; Anna; ");
+    user->boxes.clear();
+    press("cmdSearchOptions(2)");
+    click("Copy as");
+    EXPECT_NE(QApplication::clipboard()->text().indexOf(QLatin1String("Berta")), -1);
+    withDialog([this] { press("cmdSearchOptions(3)"); }, [](QDialog&) {});
+    EXPECT_TRUE(user->boxes.empty()) << user->boxes[0].text;
+    key(results(), Qt::Key_Return, Qt::AltModifier);
+    EXPECT_NE(user->onlyText().find("cannot be reached"), std::string::npos);
     fs::rename(store.folder().native() + "-gone", store.folder());
 }
 
