@@ -116,6 +116,7 @@ std::string ctrlOVSearch::movedInCatalogue(MovedDictation& moved) {
     if (isEnding())
         return {};
     modOVPlugIn::ProgressClear();
+    moved.noteAnswer(*answer.hits);
     for (std::int32_t i = 1; i <= answer.hits->size(); ++i)
         if (const Dictation one = (*answer.hits)[i];
             moved.isAt(one) && patient::fileExists(pathOf(one)))

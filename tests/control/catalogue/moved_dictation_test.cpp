@@ -49,5 +49,30 @@ TEST_F(CatalogueWindow, OpensADictationWhereItIsNow) {
     EXPECT_EQ(calls("PI_LogView"), 1);
 }
 
+TEST_F(CatalogueWindow, ADictationOfTheSameNameIsNotTheOneThatWentAway) {
+    store.add("a/2$ROH@@14$Anna.WAV").add("b/2$ROH@@14$Anna.WAV").addFolder("c");
+    update();
+    for (const char* lines : {"5|17|Anna|\n", "1|17|a|\n"}) { // the other one listed, or not
+        closeControl();
+        write("SearchCriteria.dat", criterion(lines));
+        store.add("a/2$ROH@@14$Anna.WAV");
+        openControl();
+        search();
+        results().selectRow(rows(1).starts_with("*...\\a; ") ? 0 : 1);
+        fs::remove(store.native("a/2$ROH@@14$Anna.WAV"));
+        user->saysYes = true;
+        press("cmdSearchOptions(4)");
+        ASSERT_EQ(user->boxes.size(), 2U) << lines;
+        EXPECT_EQ(user->boxes[1].text.find("The dictation is nowhere"), 0U) << lines;
+    }
+    store.add("c/2$ROH@@14$Anna.WAV");
+    press("cmdSearchOptions(4)");
+    EXPECT_EQ(rows(1), "*...\\c; ");
+    press("cmdSearchOptions(2)");
+    click("Copy as");
+    EXPECT_EQ(QApplication::clipboard()->text().section(u'\n', 1, 1).section(u'\t', 0, 0),
+              QStringLiteral("...\\c"));
+}
+
 } // namespace
 } // namespace ov
