@@ -114,15 +114,19 @@ TEST_F(CatalogueWindow, OffersAWalkWhenThereIsNoAnswer) {
     struct Case {
         const char* what;
         std::function<void()> prepare;
-        const char* sentence;
+        std::string sentence;
     };
     TemporaryStore other;
+    const std::string file = (folder() / "catalogue.db").native();
     for (const Case& one :
          {Case{"no file", [] {}, "There is no catalogue "},
           Case{"another store", [&] { update(other.directory()); },
                "The catalogue does not have the folder "},
           Case{"no database", [this] { write("catalogue.db", std::string(5000, 'x')); },
-               "The catalogue cannot be asked: "}}) {
+               "The catalogue cannot be asked: " + file + " cannot be read, or is damaged."},
+          Case{"no server",
+               [this] { write("local.ini", sectionWith("Catalogue=postgresql://127.0.0.1:1/x")); },
+               "The catalogue cannot be asked: The server 127.0.0.1:1/x does not answer"}}) {
         closeControl(); // which saves its criteria
         for (const char* suffix : {"", "-wal", "-shm"})
             fs::remove(folder() / (std::string("catalogue.db") + suffix));
