@@ -138,6 +138,8 @@ CatalogueAnswer askPumping(const std::string& place, const modDictation::Search&
             return stoppedAnswer();
     }
     CatalogueAnswer answer = errand.take();
+    if (answer.kind != Kind::answered && wait.stop.stop_requested())
+        return stoppedAnswer(); // nobody wants to hear why any more
     if (answer.kind == Kind::unreachable)
         WriteErrorLog(answer.status, "AskCatalogue");
     return answer;

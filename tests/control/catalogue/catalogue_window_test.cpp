@@ -202,6 +202,12 @@ private:
 };
 
 TEST_F(SilentCatalogue, IsLeftBehindByWhoStops) {
+    searchAnd([this] {
+        QTest::keyClick(&window(), Qt::Key_Escape);
+        server.release(); // it is no database, which nobody waits to hear
+    });
+    EXPECT_TRUE(user->boxes.empty());
+    server.hang();
     searchAnd([this] { QTest::keyClick(&window(), Qt::Key_Escape); });
     EXPECT_EQ(label(), "Search result (0 dictations)");
     EXPECT_TRUE(notice().starts_with("The search was stopped.")) << notice();
