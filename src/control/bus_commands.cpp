@@ -85,7 +85,7 @@ void ctrlOVSearch::searchByName(const std::string& name, const BusCommands::Done
             {{}, "There is no saved search of that name; SavedSearches tells which there are."});
     done({});
     bringSearch(*found);
-    if (!isEnding() && storeAnswers())
+    if (!isEnding())
         runSearch(SearchRun::Questions::asks);
 }
 

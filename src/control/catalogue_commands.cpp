@@ -4,8 +4,8 @@
 // What the control does with a catalogue beside searching in it.
 
 #include "control/catalogue/criterion_counts.h"
+#include "control/catalogue/moved_dictation.h"
 #include "control/ctrlOVSearch.h"
-#include "dictation/dictation_record.h"
 #include "platform/files.h"
 #include "support/language/catalogue_text_ids.h"
 #include "support/language/modLanguage.h"
@@ -20,6 +20,7 @@
 
 namespace ov {
 
+using modDictation::Dictation;
 using modDictation::DictationList;
 
 // The control offers it to the host's menus, the list of hits in its own.
@@ -87,22 +88,16 @@ void ctrlOVSearch::playMoved(const std::string& path) {
 }
 
 std::string ctrlOVSearch::findMoved(const std::string& path) {
-    const std::int32_t hit = view_.lvSearchResult->results().hitOfPath(path);
-    modDictation::Search what{searched_.root, {}, true};
-    std::string buffer;
-    const std::string_view name =
-        modDictation::dictationName(view_.lvSearchResult->results().hits()[hit].name, buffer);
-    what.criteria.push_back({modDictation::field_id::name,
-                             modDictation::operator_id::is,
-                             std::string(name),
-                             {},
-                             false});
-    std::string found = movedInCatalogue(what, path);
+    // Where nothing is there it has not moved.
+    if (!checkDictationTree(searched_.root, *this, [this] { return isEnding(); }))
+        return {};
+    MovedDictation moved(view_.lvSearchResult->results(), path);
+    std::string found = movedInCatalogue(moved);
     if (found.empty() && !isEnding() && !stop_.stop_requested())
-        found = movedOnDisk(what, path);
+        found = movedOnDisk(moved);
     if (found.empty() || isEnding())
         return {};
-    view_.lvSearchResult->noteMoved(hit, found);
+    view_.lvSearchResult->noteMoved(moved.hit(), found);
     view_.setNotice(widgets::text(text_id::dictationMoved,
                                   {platform::toNativePath(modFilePath::directoryPart(found))}));
     widgets::announce(*view_.lblSearchNotice);
@@ -110,36 +105,51 @@ std::string ctrlOVSearch::findMoved(const std::string& path) {
 }
 
 // It may have been updated since.
-std::string ctrlOVSearch::movedInCatalogue(const modDictation::Search& what,
-                                           const std::string& path) {
+std::string ctrlOVSearch::movedInCatalogue(MovedDictation& moved) {
     if (catalogue_.empty())
         return {};
     enter(ControlState::searching);
     modOVPlugIn::ProgressInit(0, 1, 0, modLanguage::GetText(text_id::lookingForDictation));
     const CatalogueAnswer answer =
-        askPumping(catalogue_, what, {stop_.get_token(), [this] { return isEnding(); }, {}});
+        askPumping(catalogue_, moved.searchIn(searched_.root),
+                   {stop_.get_token(), [this] { return isEnding(); }, {}});
     if (isEnding())
         return {};
     modOVPlugIn::ProgressClear();
+    moved.noteAnswer(*answer.hits);
     for (std::int32_t i = 1; i <= answer.hits->size(); ++i)
-        if (const std::string other = pathOf((*answer.hits)[i]);
-            other != path && patient::fileExists(other))
-            return other;
+        if (const Dictation one = (*answer.hits)[i];
+            moved.isAt(one) && patient::fileExists(pathOf(one)))
+            return pathOf(one);
     return {};
 }
 
-std::string ctrlOVSearch::movedOnDisk(modDictation::Search what, const std::string& path) {
+std::string ctrlOVSearch::movedOnDisk(const MovedDictation& moved) {
     enter(ControlState::asking);
-    if (!modUtil::AskYesNo({text_id::lookForDictation, {platform::toNativePath(path)}}, {}, this) ||
+    if (!modUtil::AskYesNo({text_id::lookForDictation, {platform::toNativePath(moved.path())}}, {},
+                           this) ||
         isEnding())
         return {};
     enter(ControlState::searching);
-    what.limit = 1;
+    const modDictation::Search what = moved.searchIn(searched_.root);
     DictationList hits;
-    const modDictation::SearchReport report =
-        modDictation::search(what, hits, {.stop = stop_.get_token(), .remembered = remembered_});
-    if (isEnding() || !hits.empty())
-        return isEnding() ? std::string() : pathOf(hits[1]);
+    std::string found;
+    std::int32_t seen = 0;
+    std::stop_source enough;
+    const std::stop_callback stopped(stop_.get_token(),
+                                     [enough]() mutable { enough.request_stop(); });
+    const auto look = [&](const modDictation::SearchReport&) {
+        while (!isEnding() && found.empty() && seen < hits.size())
+            if (const Dictation one = hits[++seen]; moved.isAt(one))
+                found = pathOf(one);
+        if (!found.empty())
+            enough.request_stop();
+    };
+    const modDictation::SearchReport report = modDictation::search(
+        what, hits, {.stop = enough.get_token(), .watch = look, .remembered = remembered_});
+    look(report);
+    if (isEnding() || !found.empty())
+        return found;
     enter(ControlState::asking);
     if (!report.stopped)
         modUtil::ShowMessage({text_id::dictationGone, {platform::toNativePath(what.root)}},

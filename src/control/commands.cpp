@@ -77,11 +77,15 @@ bool ctrlOVSearch::storeAnswers() {
     return checkDictationTree(root, *this, [this] { return isEnding(); });
 }
 
+bool ctrlOVSearch::listAnswers() {
+    return (outcome_ && outcome_->asked) || !catalogue_.empty() || storeAnswers();
+}
+
 void ctrlOVSearch::cmdSearchOptions_Click(int index) {
     post("cmdSearchOptions_Click", [this, index] {
         if (index == ControlView::search)
             return runSearch(SearchRun::Questions::asks);
-        if (!storeAnswers())
+        if (!(index == ControlView::log ? storeAnswers() : listAnswers()))
             return;
         switch (index) {
         case ControlView::print:

@@ -211,7 +211,7 @@ void ctrlOVSearch::addShortcuts() {
     const auto addExport = [&](const QKeySequence& key, exporting::print::Command what) {
         add(key, [this, what] {
             post("ExportRows", [this, what] {
-                if (storeAnswers())
+                if (listAnswers())
                     exportRows(what, false);
             });
         });

@@ -33,6 +33,7 @@
 namespace ov {
 
 struct CriterionCounts;
+class MovedDictation;
 
 // The search control that the host places in its main window: criteria, the hits of a search,
 // the player. The host drives it through the object that makeControl() gives.
@@ -125,6 +126,8 @@ private:
 
     // False, after a box, when the store cannot be reached; lets messages be handled meanwhile.
     bool storeAnswers();
+    // The same for what only needs the list: one of a catalogue needs no store.
+    bool listAnswers();
     void runSearch(SearchRun::Questions withoutCriteria);
     void runSearch(SearchRun::Questions withoutCriteria, const std::string& catalogue);
     void setUpCatalogue();
@@ -134,8 +137,8 @@ private:
     std::string presentPath();
     void playMoved(const std::string& path);
     std::string findMoved(const std::string& path);
-    std::string movedInCatalogue(const modDictation::Search& what, const std::string& path);
-    std::string movedOnDisk(modDictation::Search what, const std::string& path);
+    std::string movedInCatalogue(MovedDictation& moved);
+    std::string movedOnDisk(const MovedDictation& moved);
     void listAll();
     void showHint();
     void showCounts();

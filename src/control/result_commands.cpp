@@ -4,6 +4,7 @@
 // What can be asked of the list of hits, and what follows.
 
 #include "control/ctrlOVSearch.h"
+#include "control/results/shown_rows.h"
 #include "control/wait_cursor.h"
 #include "dialogs/details_dialog.h"
 #include "platform/user_interface.h"
@@ -205,8 +206,8 @@ void ctrlOVSearch::exportRows(exporting::print::Command what, bool selectedOnly)
     }
     const std::vector<std::int32_t> all = list.shownHits();
     const std::vector<std::int32_t> selected = list.selected().hits();
-    const exporting::HitRows allRows(list.results().hits(), all);
-    const exporting::HitRows selectedRows(list.results().hits(), selected);
+    const ShownRows allRows(list.results(), all);
+    const ShownRows selectedRows(list.results(), selected);
     if (selectedOnly && selected.empty()) { // a filter has taken them away meanwhile
         modUtil::ShowMessage(text_id::nothingSelected, platform::MessageIcon::information, {},
                              this);

@@ -49,9 +49,17 @@ Message::Message(std::int32_t textId, std::vector<std::string> arguments)
 
 Message::Message(std::string words) : arguments_{std::move(words)} {}
 
+Message Message::around(std::int32_t textId, Message inner) {
+    Message message(textId);
+    message.inner_.push_back(std::move(inner));
+    return message;
+}
+
 std::string Message::text() const {
     if (textId_ == 0)
         return arguments_.front();
+    if (!inner_.empty())
+        return modLanguage::GetText(textId_, {inner_.front().text()});
     return arguments_.empty() ? modLanguage::GetText(textId_)
                               : modLanguage::GetText(textId_, arguments_);
 }

@@ -23,11 +23,14 @@ public:
     Message(std::int32_t textId, std::vector<std::string> arguments = {});
     Message(std::string words);
     Message(const char* words) : Message(std::string(words)) {}
+    // A text whose argument is another message.
+    static Message around(std::int32_t textId, Message inner);
     std::string text() const; // in the current language
 
 private:
     std::int32_t textId_ = 0;
     std::vector<std::string> arguments_; // of the text; without a text, the words
+    std::vector<Message> inner_;         // the argument in place of these
 };
 
 // A box with an OK button; blocks until it is answered. `owner` is the face's own window handle; a

@@ -1,5 +1,7 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
+#include "cli/commands/catalogue_command.h"
+#include "cli/terminal_interface.h"
 #include "tests/catalogue/postgres_server.h"
 #include "tests/cli/cli_fixture.h"
 
@@ -125,6 +127,20 @@ TEST_F(CatalogueCommand, IsAmongTheUsersDataUnlessNamed) {
     EXPECT_EQ(run({"catalogue", "update", root()}).exitCode, 0);
     EXPECT_TRUE(fs::exists(settings_.native("catalogue.db")));
     EXPECT_EQ(find({"--catalogue", "own", "author:zeh"}).exitCode, 0);
+}
+
+// What the catalogue was asked then has no answer, and says nothing about the store.
+TEST_F(CatalogueCommand, TellsNothingOnceItIsInterrupted) {
+    update();
+    store_.add("ward/new.WAV");
+    TerminalInterface terminal;
+    std::raise(SIGINT);
+    testing::internal::CaptureStdout();
+    for (const CatalogueOptions& options :
+         {CatalogueOptions{CatalogueAction::check, root(), file()},
+          {CatalogueAction::status, "", file()}})
+        EXPECT_EQ(runCatalogue(options, terminal), ExitCode::interrupted);
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
 }
 
 } // namespace ov::cli

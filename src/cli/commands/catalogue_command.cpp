@@ -24,6 +24,9 @@ using platform::Status;
 
 namespace {
 
+// Once it is interrupted a catalogue answers no more, which says nothing about the store: what
+// follows looks for that before it tells anything.
+
 // 1 when there is no store.
 ExitCode tellStores(Catalogue& catalogue, const std::string& place) {
     std::vector<Store> stores;
@@ -33,6 +36,8 @@ ExitCode tellStores(Catalogue& catalogue, const std::string& place) {
     for (Store& store : stores) {
         if (const Status read = catalogue.count(store); !read.ok())
             return refuse(read);
+        if (TerminalInterface::interrupted())
+            return ExitCode::interrupted;
         output.write(shownPath(store.root) + ": " + dictationsText(store.dictations) + " in " +
                      foldersText(store.folders) +
                      (store.unreadable > 0
@@ -43,6 +48,8 @@ ExitCode tellStores(Catalogue& catalogue, const std::string& place) {
     std::int64_t bytes = 0;
     if (const Status read = catalogue.size(bytes); !read.ok())
         return refuse(read);
+    if (TerminalInterface::interrupted())
+        return ExitCode::interrupted;
     output.write(shownText(catalogue::shownPlace(place)) + ": " + std::to_string(bytes) +
                  " bytes\n");
     return output.finish(stores.empty() ? ExitCode::nothingFound : ExitCode::found);
@@ -64,6 +71,8 @@ ExitCode check(Catalogue& catalogue, const Store& store) {
     catalogue::CheckReport report;
     if (const Status checked = catalogue::checkStore(catalogue, store, report); !checked.ok())
         return refuse(checked);
+    if (TerminalInterface::interrupted())
+        return ExitCode::interrupted;
     for (const std::string& path : report.differing)
         complain(platform::toNativePath(path) +
                  ": holds other dictations or folders than the catalogue, or has gone");
@@ -83,7 +92,7 @@ ExitCode runOnStore(Catalogue& catalogue, const std::string& directory,
     Status status;
     const auto store = catalogue::storeOf(catalogue, directory, status);
     if (!store)
-        return refuse(status);
+        return TerminalInterface::interrupted() ? ExitCode::interrupted : refuse(status);
     if (options.action == CatalogueAction::forget && store->root != directory)
         return refuse(
             {EINVAL, platform::toNativePath(directory),

@@ -7,8 +7,10 @@
 #include "platform/files.h"
 #include "platform/threads/errand.h"
 #include "support/language/catalogue_text_ids.h"
+#include "support/log.h"
 
 #include <atomic>
+#include <cerrno>
 #include <chrono>
 #include <utility>
 
@@ -20,6 +22,40 @@ using platform::Status;
 namespace {
 
 using Found = std::atomic<std::int32_t>;
+
+// Of a catalogue that is there.
+void setFailure(CatalogueAnswer& answer, const std::string& place, const std::string& folder,
+                const Status& why) {
+    const bool lacks = why.kind() == Status::Kind::missing;
+    answer.kind = lacks ? Kind::lacksFolder : Kind::unreachable;
+    answer.what = lacks ? platform::toNativePath(folder) : catalogue::shownPlace(place);
+    answer.status = why;
+}
+
+// In the user's language; all else of it stands in the log.
+std::int32_t sentenceOf(const Status& why) {
+    switch (why.number()) {
+    case ENOTCONN:
+    case ECONNRESET:
+        return text_id::catalogueUnreachable;
+    case EACCES:
+    case EPERM:
+    case EROFS:
+        return text_id::catalogueRefused;
+    case EPROTO:
+        return text_id::catalogueOfOtherVersion;
+    case EBUSY:
+    case ECANCELED:
+    case ENOMEM:
+        return text_id::catalogueBusy;
+    case EINVAL:
+        return text_id::catalogueAddressWrong;
+    case ENOEXEC:
+        return text_id::catalogueModuleMissing;
+    default:
+        return text_id::catalogueDamaged;
+    }
+}
 
 // On a thread of its own.
 CatalogueAnswer ask(const std::string& place, const modDictation::Search& what,
@@ -34,11 +70,8 @@ CatalogueAnswer ask(const std::string& place, const modDictation::Search& what,
         .watch = [&](const modDictation::SearchReport&) { found = answer.hits->size(); }};
     const Status asked =
         catalogue::search(*opened, *answer.store, what, *answer.hits, means, answer.report);
-    if (!asked.ok()) {
-        const bool lacks = asked.kind() == Status::Kind::missing;
-        answer.kind = lacks ? Kind::lacksFolder : Kind::unreachable;
-        answer.why = lacks ? platform::toNativePath(what.root) : asked.description();
-    }
+    if (!asked.ok())
+        setFailure(answer, place, what.root, asked);
     return answer;
 }
 
@@ -54,15 +87,12 @@ CatalogueAnswer stoppedAnswer() {
 modUtil::Message CatalogueAnswer::problem() const {
     return {kind == Kind::missing       ? text_id::catalogueMissing
             : kind == Kind::lacksFolder ? text_id::catalogueLacksFolder
-                                        : text_id::catalogueUnreachable,
-            {why}};
+                                        : sentenceOf(status),
+            {what}};
 }
 
 modUtil::Message CatalogueAnswer::question() const {
-    return {kind == Kind::missing       ? text_id::walkAsMissing
-            : kind == Kind::lacksFolder ? text_id::walkAsFolderLacks
-                                        : text_id::walkAsUnreachable,
-            {why}};
+    return modUtil::Message::around(text_id::walkInstead, problem());
 }
 
 std::unique_ptr<catalogue::Catalogue> openFor(const std::string& place, const std::string& folder,
@@ -70,17 +100,16 @@ std::unique_ptr<catalogue::Catalogue> openFor(const std::string& place, const st
     Status status;
     auto opened = catalogue::openCatalogue(place, catalogue::Access::ask, status);
     if (!opened) {
-        const bool isMissing = !catalogue::isServer(place) && !platform::fileExists(place);
-        answer.kind = isMissing ? Kind::missing : Kind::unreachable;
-        answer.why = isMissing ? platform::toNativePath(place) : status.description();
+        setFailure(answer, place, folder, status);
+        if (status.kind() == Status::Kind::missing) { // an empty one is none either
+            answer.kind = Kind::missing;
+            answer.what = catalogue::shownPlace(place);
+        }
         return nullptr;
     }
     answer.store = catalogue::storeOf(*opened, folder, status);
-    if (!answer.store) {
-        const bool lacks = status.kind() == Status::Kind::missing;
-        answer.kind = lacks ? Kind::lacksFolder : Kind::unreachable;
-        answer.why = lacks ? platform::toNativePath(folder) : status.description();
-    }
+    if (!answer.store)
+        setFailure(answer, place, folder, status);
     return opened;
 }
 
@@ -108,7 +137,12 @@ CatalogueAnswer askPumping(const std::string& place, const modDictation::Search&
         else if (Clock::now() > *leaves)
             return stoppedAnswer();
     }
-    return errand.take();
+    CatalogueAnswer answer = errand.take();
+    if (answer.kind != Kind::answered && wait.stop.stop_requested())
+        return stoppedAnswer(); // nobody wants to hear why any more
+    if (answer.kind == Kind::unreachable)
+        WriteErrorLog(answer.status, "AskCatalogue");
+    return answer;
 }
 
 std::string cataloguePlace(const std::string& named) {

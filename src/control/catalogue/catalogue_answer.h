@@ -22,7 +22,8 @@ struct CatalogueAnswer {
     enum class Kind : std::uint8_t { answered, missing, lacksFolder, unreachable };
 
     Kind kind = Kind::answered;
-    std::string why; // else: the file, the folder, or the reason
+    std::string what;        // else: the folder that it lacks, or the catalogue
+    platform::Status status; // why it is unreachable
     std::optional<catalogue::Store> store;
     modDictation::SearchReport report;
     std::unique_ptr<modDictation::DictationList> hits;

@@ -114,17 +114,26 @@ void ResultModel::showKept() {
 void ResultModel::setPlaying(const std::string& path) {
     const std::int32_t before = std::exchange(playing_, hitOfPath(path));
     for (const std::int32_t hit : {before, playing_})
-        if (const int row = hit > 0 ? rowOf(hit) : -1; row >= 0)
-            Q_EMIT dataChanged(index(row, 0), index(row, columnCount() - 1));
+        tellChanged(hit);
+}
+
+void ResultModel::tellChanged(std::int32_t hit) {
+    if (const int row = hit > 0 ? rowOf(hit) : -1; row >= 0)
+        Q_EMIT dataChanged(index(row, 0), index(row, columnCount() - 1));
 }
 
 std::string ResultModel::playing() const {
-    return playing_ > 0 ? pathOfHit(playing_) : std::string();
+    return playing_ > 0 ? pathOf(dictationOfHit(playing_)) : std::string();
 }
 
-std::string ResultModel::pathOfHit(std::int32_t hit) const {
+modDictation::Dictation ResultModel::dictationOfHit(std::int32_t hit) const {
     const auto moved = moved_.find(hit);
-    return moved == moved_.end() ? pathOf((*hits_)[hit]) : moved->second;
+    return moved == moved_.end() ? (*hits_)[hit] : modDictation::dictationOfPath(moved->second);
+}
+
+void ResultModel::noteMoved(std::int32_t hit, const std::string& path) {
+    moved_[hit] = path;
+    tellChanged(hit);
 }
 
 int ResultModel::playingRow() const {
@@ -147,10 +156,6 @@ int ResultModel::rowOf(std::int32_t hit) const {
         return hit <= rows_ ? hit - 1 : -1;
     const auto found = std::find(shown().begin(), shown().end(), hit);
     return found == shown().end() ? -1 : static_cast<int>(found - shown().begin());
-}
-
-modDictation::Dictation ResultModel::dictation(int row) const {
-    return (*hits_)[hitOf(row)];
 }
 
 QString ResultModel::text(int row, int column) const {

@@ -86,17 +86,18 @@ public:
 
     std::int32_t hitOf(int row) const;
     int rowOf(std::int32_t hit) const; // -1 for a hit that is not shown
-    modDictation::Dictation dictation(int row) const;
-    // Of its file, also where that has moved since it was found.
-    std::string path(int row) const { return pathOfHit(hitOf(row)); }
-    void noteMoved(std::int32_t hit, const std::string& path) { moved_[hit] = path; }
+    // Both as they are now, where a file has moved since it was found.
+    modDictation::Dictation dictation(int row) const { return dictationOfHit(hitOf(row)); }
+    modDictation::Dictation dictationOfHit(std::int32_t hit) const;
+    std::string path(int row) const { return pathOf(dictation(row)); }
+    void noteMoved(std::int32_t hit, const std::string& path);
     QString text(int row, int column) const;
 
 private:
     QVariant cell(const QModelIndex& index, int role) const;
     QVariant spoken(const QModelIndex& index) const;
     void showKept();
-    std::string pathOfHit(std::int32_t hit) const;
+    void tellChanged(std::int32_t hit);
     // The hits of the rows; empty: as found.
     const std::vector<std::int32_t>& shown() const { return kept_ ? shownOfKept_ : order_; }
 

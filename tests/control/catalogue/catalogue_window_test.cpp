@@ -6,7 +6,6 @@
 #include "tests/slow_store.h"
 
 #include <QCompleter>
-#include <QProgressBar>
 
 // A window that asks a catalogue in place of walking.
 
@@ -41,6 +40,14 @@ TEST_F(CatalogueWindow, ListsWhatWasThereAndSaysAsOfWhen) {
     fs::rename(store.folder(), store.folder().native() + "-gone"); // as when its server is down
     searchAll();
     EXPECT_EQ(rows(), "*Berta; Anna; ");
+    user->boxes.clear();
+    press("cmdSearchOptions(2)");
+    click("Copy as");
+    EXPECT_NE(QApplication::clipboard()->text().indexOf(QLatin1String("Berta")), -1);
+    withDialog([this] { press("cmdSearchOptions(3)"); }, [](QDialog&) {});
+    EXPECT_TRUE(user->boxes.empty()) << user->boxes[0].text;
+    key(results(), Qt::Key_Return, Qt::AltModifier);
+    EXPECT_NE(user->onlyText().find("cannot be reached"), std::string::npos);
     fs::rename(store.folder().native() + "-gone", store.folder());
 }
 
@@ -103,11 +110,14 @@ TEST_F(CatalogueWindow, TellsOfUpdatesThatHaveNotComeToTheirEnd) {
 
 TEST_F(CatalogueWindow, OffersAWalkWhenThereIsNoAnswer) {
     TemporaryStore other;
+    const std::string file = (folder() / "catalogue.db").native();
     const std::pair<std::function<void()>, std::string> cases[] = {
         {[] {}, "There is no catalogue "},
         {[&] { update(other.directory()); }, "The catalogue does not have the folder "},
         {[this] { write("catalogue.db", std::string(5000, 'x')); },
-         "The catalogue cannot be asked: "}};
+         "The catalogue cannot be asked: " + file + " cannot be read, or is damaged."},
+        {[this] { write("local.ini", sectionWith("Catalogue=postgresql://127.0.0.1:1/x")); },
+         "The catalogue cannot be asked: The server 127.0.0.1:1/x does not answer"}};
     for (const auto& [prepare, sentence] : cases) {
         SCOPED_TRACE(sentence);
         closeControl(); // which saves its criteria
@@ -182,6 +192,12 @@ private:
 };
 
 TEST_F(SilentCatalogue, IsLeftBehindByWhoStops) {
+    searchAnd([this] {
+        QTest::keyClick(&window(), Qt::Key_Escape);
+        server.release(); // it is no database, which nobody waits to hear
+    });
+    EXPECT_TRUE(user->boxes.empty());
+    server.hang();
     searchAnd([this] { QTest::keyClick(&window(), Qt::Key_Escape); });
     EXPECT_EQ(label(), "Search result (0 dictations)");
     EXPECT_TRUE(notice().starts_with("The search was stopped.")) << notice();
@@ -225,43 +241,6 @@ TEST_F(CatalogueWindow, IsSwitchedOnAndOffInTheMenus) {
     EXPECT_EQ(setting("Catalogue"), place()) << "which it is stays known";
     openControl();
     EXPECT_FALSE(ofHost()->isChecked());
-}
-
-TEST_F(CatalogueWindow, OpensADictationWhereItIsNow) {
-    const Environment silent("SDL_AUDIODRIVER", "dummy");
-    const char* const before = "a/2$ROH@@14$Anna.WAV";
-    const char* const inCatalogue = "b/2$ROH@@14$Anna.WAV";
-    const char* const onDisk = "c/2$ROH@@14$Anna.WAV";
-    store.addFolder("a");
-    writeWave(store.native(before), {}, sweep(8000, 80000));
-    update();
-    openAndSearch();
-    results().selectRow(0);
-    move(before, inCatalogue);
-    update();
-    user->boxes.clear();
-    key(results(), Qt::Key_Return);
-    waitFor([this] {
-        return widget<QProgressBar>("prgSearchPlayerStatus").format() == QLatin1String("Playing");
-    });
-    EXPECT_EQ(notice(), "The dictation has moved; it is in " + store.native("b") + "/ now.");
-    EXPECT_TRUE(results().model()->index(0, 0).data(ResultModel::playingRole).toBool());
-    EXPECT_TRUE(user->boxes.empty());
-    press("cmdSearchPlayer(2)");
-
-    move(inCatalogue, onDisk);
-    press("cmdSearchOptions(4)");
-    EXPECT_NE(user->onlyText().find(store.native(inCatalogue)), std::string::npos);
-    EXPECT_EQ(calls("PI_LogView"), 0) << "No leaves it alone";
-    user->saysYes = true;
-    press("cmdSearchOptions(4)");
-    EXPECT_EQ(calls("PI_LogView(&\"" + store.path(onDisk)), 1);
-    fs::remove(store.native(onDisk));
-    user->boxes.clear();
-    press("cmdSearchOptions(4)");
-    ASSERT_EQ(user->boxes.size(), 2U);
-    EXPECT_EQ(user->boxes[1].text.find("The dictation is nowhere"), 0U);
-    EXPECT_EQ(calls("PI_LogView"), 1);
 }
 
 TEST_F(CatalogueWindow, OffersTheValuesOfAllDictations) {

@@ -70,6 +70,16 @@ TEST_F(ControlOnBus, SearchesByName) {
     waitFor([this] { return !isKnown(); });
 }
 
+TEST_F(ControlOnBus, SearchesACatalogueByNameWithoutTheStore) {
+    write("local.ini", "[OVSearch.ctrlOVSearch]\r\nCatalogue=own\r\n");
+    host().answers["PI_GetDirectory(204)"] = store.directory("away");
+    openControl();
+    waitFor([this] { return isKnown(); });
+    EXPECT_EQ(search("Bertas").errorName(), QString());
+    waitFor([this] { return !user->boxes.empty(); });
+    EXPECT_EQ(user->boxes.at(0).text.find("There is no catalogue"), 0U) << user->boxes[0].text;
+}
+
 TEST_F(ControlOnBus, StaysAwayWhereThatIsWanted) {
     write("local.ini", "[OVSearch.ctrlOVSearch]\r\nPlayerOnBus=0\r\n");
     openAndSearch();
