@@ -8,7 +8,7 @@
 #include "cli/terminal_interface.h"
 #include "dictation/typed/search_text.h"
 #include "platform/files.h"
-#include "platform/terminal.h"
+#include "platform/terminal/terminal.h"
 
 #include <algorithm>
 #include <cstdint>

@@ -6,7 +6,7 @@
 #include "cli/exit_code.h"
 #include "cli/looks/pager.h"
 #include "export/row_writer.h"
-#include "platform/terminal.h"
+#include "platform/terminal/terminal.h"
 
 #include <cstdio>
 #include <functional>

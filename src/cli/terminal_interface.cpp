@@ -6,7 +6,7 @@
 #include "cli/messages.h"
 #include "cli/shown_text.h"
 #include "platform/program_end.h"
-#include "platform/terminal.h"
+#include "platform/terminal/terminal.h"
 
 #include <algorithm>
 #include <csignal>

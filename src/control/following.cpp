@@ -4,7 +4,7 @@
 // How the list of hits follows the criteria, once a search has listed the store.
 
 #include "control/ctrlOVSearch.h"
-#include "control/search_hint.h"
+#include "control/results/search_hint.h"
 
 #include <utility>
 

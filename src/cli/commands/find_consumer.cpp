@@ -10,7 +10,7 @@
 #include "cli/hits/sorted_hits.h"
 #include "cli/hits/written_hits.h"
 #include "cli/messages.h"
-#include "platform/terminal.h"
+#include "platform/terminal/terminal.h"
 #include "platform/text.h"
 
 #include <algorithm>

@@ -14,7 +14,7 @@
 #include "dictation/typed/criterion_text.h"
 #include "export/row_writer.h"
 #include "platform/files.h"
-#include "platform/terminal.h"
+#include "platform/terminal/terminal.h"
 
 #include <algorithm>
 #include <array>

@@ -3,7 +3,7 @@
 
 #include "cli/looks/file_link.h"
 
-#include "platform/terminal.h"
+#include "platform/terminal/terminal.h"
 
 namespace ov::cli {
 

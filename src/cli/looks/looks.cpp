@@ -3,7 +3,7 @@
 
 #include "cli/looks/looks.h"
 
-#include "platform/terminal.h"
+#include "platform/terminal/terminal.h"
 
 #include <algorithm>
 #include <array>

@@ -5,7 +5,7 @@
 
 #include "cli/messages.h"
 #include "cli/shown_text.h"
-#include "platform/terminal.h"
+#include "platform/terminal/terminal.h"
 
 #include <algorithm>
 #include <cstdlib>

@@ -6,7 +6,7 @@
 #include "cli/play/play_keys.h"
 #include "cli/play/play_span.h"
 #include "cli/play/played_file.h"
-#include "platform/terminal.h"
+#include "platform/terminal/terminal.h"
 #include "playback/clsMixer.h"
 #include "playback/play_speeds.h"
 #include "sound/effects/sound_shape.h"

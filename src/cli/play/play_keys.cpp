@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "cli/play/play_keys.h"
 
-#include "platform/terminal.h"
+#include "platform/terminal/terminal.h"
 
 #include <utility>
 

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "support/typed_time.h"
+#include "playback/typed_time.h"
 
 #include <cstdint>
 #include <optional>

@@ -4,7 +4,7 @@
 #include "control/results/result_list.h"
 
 #include "control/accessible/accessible_results.h"
-#include "control/results/result_delegate.h"
+#include "control/results/painting/result_delegate.h"
 #include "platform/user_interface.h"
 #include "support/language/text_ids.h"
 #include "widgets/text.h"

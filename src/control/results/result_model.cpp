@@ -3,7 +3,7 @@
 
 #include "control/results/result_model.h"
 
-#include "control/results/code_icons.h"
+#include "control/results/painting/code_icons.h"
 #include "dictation/field_values.h"
 #include "platform/threads/detached_thread.h"
 #include "support/language/text_ids.h"

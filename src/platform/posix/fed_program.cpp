@@ -3,7 +3,7 @@
 
 #include "platform/posix/file_descriptor.h"
 #include "platform/posix/spawned.h"
-#include "platform/terminal.h"
+#include "platform/terminal/terminal.h"
 
 #include <array>
 #include <cerrno>

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "platform/posix/file_descriptor.h"
-#include "platform/terminal.h"
+#include "platform/terminal/terminal.h"
 
 #include <array>
 #include <cerrno>

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
-#include "platform/terminal.h"
+#include "platform/terminal/terminal.h"
 
 #include <array>
 #include <cstdlib>

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "platform/program_end.h"
-#include "platform/terminal.h"
+#include "platform/terminal/terminal.h"
 
 #include <array>
 #include <csignal>

@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "support/typed_time.h"
+#include "playback/typed_time.h"
 
 #include <QLineEdit>
 #include <QPointer>

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
-#include "control/results/code_icons.h"
+#include "control/results/painting/code_icons.h"
 
 #include "dictation/field_codes.h"
 #include "dictation/field_table.h"

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
-#include "control/search_hint.h"
+#include "control/results/search_hint.h"
 
 #include "support/language/text_ids.h"
 #include "widgets/text.h"

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "bench/sound_recording.h"
+#include "bench/sound/recording.h"
 #include "tests/temporary_store.h"
 #include "tests/wave_files.h"
 

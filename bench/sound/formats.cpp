@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
-#include "bench/sound_formats.h"
+#include "bench/sound/formats.h"
 
 #include "playback/modMultimedia.h"
 #include "sound/wave_overview.h"

@@ -4,8 +4,8 @@
 // How quickly the sound device answers, and how well it knows what is heard: plays a two-hour
 // file into a sound server of its own and looks at what was recorded when.
 
-#include "bench/sound_formats.h"
-#include "bench/sound_recording.h"
+#include "bench/sound/formats.h"
+#include "bench/sound/recording.h"
 #include "playback/modMultimedia.h"
 #include "tests/sound_signal.h"
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
-#include "control/results/result_delegate.h"
+#include "control/results/painting/result_delegate.h"
 
 #include "control/results/result_model.h"
 #include "support/language/text_ids.h"

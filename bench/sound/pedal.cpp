@@ -4,7 +4,7 @@
 // How soon a foot is heard: from what a pedal's device says, through the library that reads it and
 // the player's window, to what a sound server of its own plays.
 
-#include "bench/sound_recording.h"
+#include "bench/sound/recording.h"
 #include "platform/loaded_module.h"
 #include "playback/panel/pedal/pedal_desk.h"
 #include "playback/panel/player_panel.h"

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
-#include "bench/sound_recording.h"
+#include "bench/sound/recording.h"
 
 #include "tests/sound_signal.h"
 

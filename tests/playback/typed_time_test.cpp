@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
-#include "support/typed_time.h"
+#include "playback/typed_time.h"
 
 #include <gtest/gtest.h>
 
