@@ -85,9 +85,6 @@ QuickSearch readQuickParts(std::span<const QuickPart> parts, const QuickRules& r
 // One word, UTF-8 or Windows-1252.
 QuickCondition readQuickWord(std::string_view word, const QuickRules& rules);
 
-// One word, UTF-8 or Windows-1252.
-QuickCondition readQuickWord(std::string_view word, const QuickRules& rules);
-
 // In which a free word is looked for, in the order of the criteria that it makes.
 std::vector<std::int32_t> fieldsOfFreeWords();
 
