@@ -5,19 +5,17 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 namespace ov::catalogue {
 
 using Positions = std::vector<std::int64_t>;
 
 TEST(ArrangedNames, KeepsWhatCanStay) {
     constexpr std::int64_t last = Catalogue::mostPositions - 1;
-    struct Case {
-        KeptNames kept;
-        std::vector<std::string_view> names;
-        Positions positions;
-        std::vector<bool> isNew;
-        Positions removed;
-    };
+    // What was kept, the names that are there; their positions, which are new, what is removed.
+    using Case = std::tuple<KeptNames, std::vector<std::string_view>, Positions, std::vector<bool>,
+                            Positions>;
     const std::vector<Case> cases = {
         {{{"a", "c"}, {15, 31}}, {"a", "b", "c"}, {15, 23, 31}, {false, true, false}, {}},
         {{{"a", "b", "c"}, {0, 1, 2}}, {"a", "c", "d"}, {0, 2, 18}, {false, false, true}, {1}},
@@ -27,11 +25,11 @@ TEST(ArrangedNames, KeepsWhatCanStay) {
         {{{"a", "b"}, {1, 2}}, {"b", "a"}, {2, 18}, {false, true}, {1}},
         {{{"a"}, {1}}, {}, {}, {}, {1}},
     };
-    for (const Case& one : cases) {
-        const ArrangedNames arranged(one.names, one.kept);
-        EXPECT_EQ(arranged.positions, one.positions);
-        EXPECT_EQ(arranged.isNew, one.isNew);
-        EXPECT_EQ(arranged.removed, one.removed);
+    for (const auto& [kept, names, positions, isNew, removed] : cases) {
+        const ArrangedNames arranged(names, kept);
+        EXPECT_EQ(arranged.positions, positions);
+        EXPECT_EQ(arranged.isNew, isNew);
+        EXPECT_EQ(arranged.removed, removed);
     }
 }
 

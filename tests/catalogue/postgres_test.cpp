@@ -14,15 +14,6 @@ INSTANTIATE_TEST_SUITE_P(In, StoreUpdate,
                          ::testing::Values(Home{"ADatabase", [] { return placeOnServer(""); }}),
                          nameOf);
 
-TEST_F(OnServer, ForgetsAStoreWithItsTexts) {
-    const tests::TemporaryStore other;
-    std::ofstream(other.folder() / "2$WAV@@11$Known.WAV");
-    update();
-    update(other.directory());
-    forget();
-    EXPECT_EQ(run("SELECT string_agg(text, ',') FROM ovsearch.texts"), "Known");
-}
-
 TEST_F(OnServer, TakesTheFirstUpdatesOfSeveralStoresAtOnce) {
     std::array<tests::TemporaryStore, 4> others;
     std::vector<std::thread> updates;
@@ -55,12 +46,11 @@ TEST_F(OnServer, FindsWhatManyTextsContain) {
     update();
     Search what = allOf(store.directory());
     for (const auto operatorId :
-         {modDictation::operator_id::contains, modDictation::operator_id::containsNot}) {
-        what.criteria = {{modDictation::field_id::subject, operatorId, "1x", ""}};
-        EXPECT_EQ(asked(what), walked(what));
-        what.criteria = {{modDictation::field_id::subject, operatorId, "xx", ""}};
-        EXPECT_EQ(asked(what), walked(what));
-    }
+         {modDictation::operator_id::contains, modDictation::operator_id::containsNot})
+        for (const char* const text : {"1x", "xx"}) {
+            what.criteria = {{modDictation::field_id::subject, operatorId, text, ""}};
+            EXPECT_EQ(asked(what), walked(what)) << text;
+        }
 }
 
 TEST_F(OnServer, HasAnIndexOfPathsOfAnyLength) {
@@ -108,15 +98,19 @@ TEST_F(OnServer, ForgetsTextsThatNothingHasAnyMore) {
     update();
     EXPECT_EQ(run(texts), "47,Known");
     EXPECT_EQ(asked(), walked());
+    const tests::TemporaryStore other;
+    std::ofstream(other.folder() / "2$WAV@@11$Known.WAV");
+    update(other.directory());
+    EXPECT_EQ(run(texts), "47,Known,Known");
+    forget();
+    EXPECT_EQ(run(texts), "Known") << "with its store";
 }
 
 TEST_F(OnServer, EndsWhenTheTakerOrSomebodyElseDoes) {
     addMany(3000);
     update();
-    platform::Status status;
     const auto catalogue = open(Access::ask);
-    const auto known = storeOf(*catalogue, store.directory(), status);
-    Store made = *known;
+    Store made = known();
     Search what = allOf(store.directory());
     what.limit = 7;
     SearchReport report;
@@ -128,7 +122,7 @@ TEST_F(OnServer, EndsWhenTheTakerOrSomebodyElseDoes) {
     means.watch = [&](const SearchReport&) { stop.request_stop(); };
     modDictation::DictationList hits;
     report = {};
-    EXPECT_TRUE(search(*catalogue, *known, what, hits, means, report).ok());
+    EXPECT_TRUE(search(*catalogue, made, what, hits, means, report).ok());
     EXPECT_TRUE(report.stopped);
     EXPECT_LT(hits.size(), 3000);
     // Where the server takes its time, too; whoever writes fails then.
@@ -137,7 +131,7 @@ TEST_F(OnServer, EndsWhenTheTakerOrSomebodyElseDoes) {
     stop = std::stop_source();
     means.stop = stop.get_token();
     report = {};
-    EXPECT_TRUE(search(*catalogue, *known, what, hits, means, report).ok());
+    EXPECT_TRUE(search(*catalogue, made, what, hits, means, report).ok());
     EXPECT_TRUE(report.stopped);
     const auto writing = open(Access::update);
     const Stoppable stoppable(*writing, [] { return true; });
@@ -166,15 +160,14 @@ TEST_F(OnServer, SaysThatTheServerWasLostAndFindsItAgain) {
     addMany(2000);
     update();
     const auto catalogue = open(Access::ask);
-    platform::Status status;
-    const auto known = storeOf(*catalogue, store.directory(), status);
     int taken = 0;
-    status = catalogue->candidates(known->id, {store.directory(), -1, true, {}, true},
-                                   [&](const modDictation::Dictation&, std::int64_t) {
-                                       if (++taken == 1)
-                                           server.crash();
-                                       return true;
-                                   });
+    const platform::Status status =
+        catalogue->candidates(known().id, {store.directory(), -1, true, {}, true},
+                              [&](const modDictation::Dictation&, std::int64_t) {
+                                  if (++taken == 1)
+                                      server.crash();
+                                  return true;
+                              });
     EXPECT_PRED2(holds, status.description(), "the connection to the server was lost");
     EXPECT_LT(taken, 2000);
     EXPECT_PRED2(holds, refusal(place()), "the server cannot be reached");
@@ -195,16 +188,12 @@ TEST_F(OnServer, SaysThatTheServerWasLostAndFindsItAgain) {
 }
 
 TEST_F(OnServer, LosesNothingOnAFullDisk) {
-    update();
-    const Texts before = asked();
-    addMany(3000);
-    server.limitFiles(1'200'000);
-    const platform::Status status = update().status;
-    server.limitFiles(RLIM_INFINITY);
-    EXPECT_FALSE(status.ok());
-    EXPECT_EQ(asked(), before);
-    EXPECT_TRUE(update().status.ok());
-    EXPECT_EQ(asked(), walked());
+    expectNothingLost(3000, [this] {
+        server.limitFiles(1'200'000);
+        const platform::Status status = update().status;
+        server.limitFiles(RLIM_INFINITY);
+        return !status.ok();
+    });
 }
 
 TEST_F(OnServer, IsRefusedWhenItIsNoneOfThisVersion) {

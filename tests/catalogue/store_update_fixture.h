@@ -4,6 +4,7 @@
 
 #include "tests/catalogue/catalogue_fixture.h"
 
+#include <functional>
 #include <ostream>
 
 namespace ov::catalogue {
@@ -51,6 +52,16 @@ protected:
     void addMany(int count, const std::string& folder = "many/") {
         for (int i = 0; i < count; ++i)
             store.add(folder + "2$WAV@@11$" + std::to_string(i) + std::string(150, 'x') + ".WAV");
+    }
+    // Where the update of so many more fails.
+    void expectNothingLost(int count, const std::function<bool()>& updateFails) {
+        update();
+        const Texts before = asked();
+        addMany(count);
+        EXPECT_TRUE(updateFails());
+        EXPECT_EQ(asked(), before);
+        EXPECT_TRUE(update().status.ok());
+        EXPECT_EQ(asked(), walked());
     }
 
     tests::TemporaryStore store;

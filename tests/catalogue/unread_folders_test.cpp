@@ -19,24 +19,21 @@ protected:
 } // namespace
 
 TEST_F(UnreadFolders, TakesNothingThatCannotBeReadForEmpty) {
-    update();
-    const Texts before = asked();
-    fs::rename(store.folder(), store.folder().native() + "-aside");
-    EXPECT_EQ(update().status.kind(), platform::Status::Kind::missing);
-    EXPECT_EQ(asked(), before);
-    fs::create_directory(store.folder()); // where it was mounted
-    EXPECT_PRED2(holds, update().status.text(), "perhaps nothing is mounted there");
-    EXPECT_EQ(asked(), before);
-    fs::remove(store.folder());
-    fs::rename(store.folder().native() + "-aside", store.folder());
     tests::TemporaryStore flat;
     flat.add("a.WAV");
-    update(flat.directory());
-    fs::rename(flat.folder(), flat.folder().native() + "-aside");
-    fs::create_directory(flat.folder());
-    EXPECT_PRED2(holds, update(flat.directory()).status.text(), "perhaps nothing is mounted there");
-    fs::remove(flat.folder());
-    fs::rename(flat.folder().native() + "-aside", flat.folder());
+    for (const tests::TemporaryStore* const one : {&store, &flat}) {
+        const auto updated = [&] { return update(one->directory()).status; };
+        EXPECT_TRUE(updated().ok());
+        const Texts before = asked(one->directory());
+        fs::rename(one->folder(), one->folder().native() + "-aside");
+        EXPECT_EQ(updated().kind(), platform::Status::Kind::missing);
+        EXPECT_EQ(asked(one->directory()), before);
+        fs::create_directory(one->folder()); // where it was mounted
+        EXPECT_PRED2(holds, updated().text(), "perhaps nothing is mounted there");
+        EXPECT_EQ(asked(one->directory()), before);
+        fs::remove(one->folder());
+        fs::rename(one->folder().native() + "-aside", one->folder());
+    }
 }
 
 TEST_F(UnreadFolders, KeepsWhatWasMountedBelow) {

@@ -12,10 +12,6 @@
 #include "tests/fake_host.h"
 #include "tests/settings_fixture.h"
 
-#include <array>
-#include <sys/inotify.h>
-#include <unistd.h>
-
 namespace ov::modDictation {
 namespace {
 
@@ -145,14 +141,6 @@ TEST_F(FieldTable, ColumnsAreKeptInAFile) {
                        "27=0\n[Other]\n5=0\n");
     LoadColumnSettings();
     EXPECT_EQ(hidden(), "0 4 7 24 25 ") << "only those that can be chosen";
-
-    const int watch = inotify_init1(IN_NONBLOCK | IN_CLOEXEC);
-    inotify_add_watch(watch, (folder() / columnsFile).c_str(), IN_OPEN | IN_CLOSE);
-    LoadColumnSettings();
-    std::array<inotify_event, 100> events{};
-    EXPECT_EQ(::read(watch, events.data(), sizeof events), 2 * sizeof(inotify_event))
-        << "it is read once";
-    close(watch);
 
     fs::remove(folder() / columnsFile);
     host().answers[askForDirectory] = path("columns"); // without its end

@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <sys/resource.h>
 
 namespace ov::platform {
 namespace {
@@ -146,13 +145,6 @@ TEST_F(Directories, TellKindsAndLinks) {
     EXPECT_NE(reader_.stamp().id, id);
 }
 
-TEST_F(Directories, OfManyNamesAreListedWhole) {
-    Lines expected;
-    for (int i = 1000; i < 2000; ++i)
-        store_.add(expected.emplace_back(std::to_string(i) + std::string(200, 'x')));
-    EXPECT_EQ(names(), expected);
-}
-
 TEST_F(Directories, ThatVanishOrCannotBeOpened) {
     store_.add("f").addPipe("p").addFolder("d");
     ASSERT_TRUE(reader_.open(store_.directory("d")).ok());
@@ -166,24 +158,6 @@ TEST_F(Directories, ThatVanishOrCannotBeOpened) {
         EXPECT_FALSE(reader_.next(entry)) << name;
     }
     EXPECT_EQ(entries(store_.directory()).size(), 2U) << "the reader is still good";
-}
-
-TEST(ModuleDirectory, IsThatOfTheProgram) {
-    const fs::path program = fs::read_symlink("/proc/self/exe");
-    EXPECT_EQ(moduleDirectory(), fromNativePath(program.parent_path().native()) + "\\");
-}
-
-// The limit that an administrator can raise.
-TEST_F(Files, WatchSaysWhichLimitWasReached) {
-    rlimit before{};
-    ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &before), 0);
-    const rlimit none{0, before.rlim_max};
-    ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &none), 0);
-    FolderWatch watch;
-    ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &before), 0);
-    Status why;
-    EXPECT_EQ(watch.add(store_.directory(), why), FolderWatch::Added::refused);
-    EXPECT_NE(why.description().find("max_user_instances"), std::string::npos);
 }
 
 // Who goes on for months would come to the system's limit.

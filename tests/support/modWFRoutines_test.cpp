@@ -48,7 +48,6 @@ TEST_F(WorkflowSettings, comeFromTheIniFileBesideAMarker) {
     EXPECT_EQ(WFGetValue("OV2000", "Name", "-"), "\"ini\"") << "the strict reader keeps quotes";
     fs::remove(folder() / "reg.ov");
     EXPECT_EQ(WFGetPath("OV2000", "NetBasePath", "", true), "N:\\ini\\");
-    EXPECT_EQ(WFGetPath("OV2000", "NetBasePath", "", false), "");
     EXPECT_FALSE(storage().wfUserProfile);
     std::string elsewhere;
     std::thread([this, &elsewhere] {

@@ -47,6 +47,11 @@ inline RememberedStore::Moment muchLater() {
     return {now.wall + 3'600'000'000'000, now.steady};
 }
 
+// That believes what is old enough, as all is that the tests have changed.
+inline std::shared_ptr<RememberedStore> believingStore() {
+    return std::make_shared<RememberedStore>(RememberedStore::Rules{.clock = muchLater});
+}
+
 // A tree that is changed at random, as other programs do.
 class RandomTree {
 public:

@@ -37,8 +37,7 @@ TEST_F(Listing, OfLargeFoldersComesInParts) {
                   ".WAV");
     Texts expected;
     walkPlainly(store.directory(), 4, expected);
-    const auto remembered =
-        std::make_shared<RememberedStore>(RememberedStore::Rules{.clock = muchLater});
+    const auto remembered = believingStore();
     for (const std::size_t ahead : {std::size_t{0}, ListingAhead::usualBytes})
         for (int i = 0; i < 2; ++i)
             EXPECT_EQ(find(store, {.remembered = remembered, .aheadBytes = ahead}), expected);
@@ -137,8 +136,7 @@ TEST_F(Listing, AheadStopsAtItsBoundAndGoesOnAsTheWalkTakes) {
         if (i % 20 == 19)
             folder += "a/";
     }
-    const auto remembered =
-        std::make_shared<RememberedStore>(RememberedStore::Rules{.clock = muchLater});
+    const auto remembered = believingStore();
     ListingAhead ahead({store.directory(), -1, bound, remembered});
     Texts found;
     std::size_t taken = 0;

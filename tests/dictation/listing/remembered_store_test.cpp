@@ -28,8 +28,7 @@ void waitForNextTime(const tests::TemporaryStore& store) {
 TEST_F(Remembered, IsTheSameAsFresh) {
     for (const std::uint32_t seed : {5U, 6U}) {
         RandomTree tree(seed);
-        const auto believing =
-            std::make_shared<RememberedStore>(RememberedStore::Rules{.clock = muchLater});
+        const auto believing = believingStore();
         for (int round = 0; round < 20; ++round) {
             tree.changeElsewhere(round % 10 == 0 ? 50 : 3);
             Texts expected;
@@ -123,8 +122,7 @@ TEST_F(Remembered, FolderThatIsMountedOverIsListed) {
     if (!tests::isTrueInChild(mountAlone))
         GTEST_SKIP() << "needs a right to mount";
     EXPECT_TRUE(tests::isTrueInChild([&] {
-        const auto remembered =
-            std::make_shared<RememberedStore>(RememberedStore::Rules{.clock = muchLater});
+        const auto remembered = believingStore();
         const auto finds = [&](const Texts& expected) {
             Texts fresh;
             walkPlainly(store.directory(), 4, fresh);
@@ -162,8 +160,7 @@ TEST_F(Remembered, FolderThatIsMovedInMidSearchIsMissed) {
         store.add("s/a/1/x.WAV").add("s/d/x.WAV");
         if (c.folders == 2)
             store.add("s/a/2/x.WAV");
-        const auto remembered =
-            std::make_shared<RememberedStore>(RememberedStore::Rules{.clock = muchLater});
+        const auto remembered = believingStore();
         const SearchMeans notAhead{.remembered = remembered, .aheadBytes = 0};
         DictationList hits;
         EXPECT_EQ(search({store.directory("s"), {}}, hits, notAhead).foldersUnreadable, 0);

@@ -58,34 +58,6 @@ TEST(Criterion, SameQuestion) {
     EXPECT_FALSE(isSameCriterion("rubbish", "other rubbish"));
 }
 
-// Every operator that a field offers takes the number of values that its controls can give.
-TEST(Criterion, ValueCounts) {
-    std::string counts;
-    for (std::int32_t i = 0; i <= 34; ++i)
-        counts += std::to_string(operatorValueCount(i));
-    EXPECT_EQ(counts, "00000000000001112111001111111122000");
-}
-
-TEST(Criterion, OffersInTheOrderOfHabit) {
-    const auto joined = [](std::span<const std::int32_t> ids) {
-        std::string list;
-        for (const std::int32_t id : ids)
-            list += std::to_string(id) + " ";
-        return list;
-    };
-    std::string operators;
-    for (int type = 0; type <= 9; ++type)
-        operators += joined(offeredOperators(static_cast<ValueType>(type))) + "| ";
-    EXPECT_EQ(operators,
-              "| 17 18 19 20 21 | 2 3 4 5 6 7 8 9 10 11 12 13 14 15 16 20 21 | "
-              "25 26 27 24 31 20 21 | 25 26 27 24 28 29 30 20 21 | 25 24 20 21 | 25 24 20 21 | "
-              "25 24 20 21 | 32 33 | 25 24 20 21 | ");
-    EXPECT_EQ(joined(fieldDefinition(2).offeredCodes) + joined(fieldDefinition(7).offeredCodes) +
-                  joined(fieldDefinition(15).offeredCodes),
-              "6 7 8 9 10 11 12 13 14 15 16 17 1 2 3 4 5 ");
-    EXPECT_TRUE(fieldDefinition(25).offeredCodes.empty());
-}
-
 TEST(Criterion, DisplayText) {
     modLanguage::SetLanguage(9, 0);
     platform::setLocale(platform::localeNamed("de"));

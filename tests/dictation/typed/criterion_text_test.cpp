@@ -3,33 +3,15 @@
 
 #include "dictation/typed/criterion_text.h"
 #include "dictation/typed/search_text.h"
-#include "platform/locale.h"
-#include "support/language/modLanguage.h"
-
-#include <gtest/gtest.h>
+#include "tests/dictation/typed/typed_fixture.h"
 
 #include <algorithm>
 
 namespace ov::modDictation {
 namespace {
 
-class CriterionText : public ::testing::Test {
-public:
-    CriterionText() {
-        platform::setLocale(platform::localeNamed("de"));
-        speak(9);
-    }
-    ~CriterionText() override {
-        platform::setLocale(std::nullopt);
-        modLanguage::reset();
-    }
-
+class CriterionText : public Typed {
 protected:
-    static void speak(std::int32_t language) {
-        modLanguage::SetLanguage(language, 0);
-        ASSERT_TRUE(modLanguage::LoadLanguageFile());
-    }
-
     // "5|17|müller|", or the error.
     static std::string parse(const std::string& text) {
         const ParsedCriterion parsed = parseCriterion(text);
@@ -41,9 +23,11 @@ protected:
         std::replace(stored.begin(), stored.end(), modDictation::criteriaSeparator, '|');
         return stored;
     }
+    static SearchText readBarred(std::string content) {
+        std::replace(content.begin(), content.end(), '|', criteriaSeparator);
+        return readSearchText(content);
+    }
 };
-
-using Cases = std::vector<std::pair<const char*, const char*>>;
 
 TEST_F(CriterionText, TextsDatesTimesNumbers) {
     const Cases cases = {{"  author\t contains \t von der  Au \t", "5|17|von der  Au|"},
@@ -146,9 +130,8 @@ TEST_F(CriterionText, AFileHoldsAllOfASearch) {
 }
 
 TEST_F(CriterionText, AFileMayBeWrittenByAnybody) {
-    const auto read = [](std::string content) {
-        std::replace(content.begin(), content.end(), '|', criteriaSeparator);
-        const SearchText text = readSearchText(content);
+    const auto read = [](const std::string& content) {
+        const SearchText text = readBarred(content);
         std::string shown = std::to_string(text.search.all) + " " +
                             std::to_string(text.search.depth) + " " +
                             std::to_string(text.search.limit) + " " + std::to_string(text.skipped) +
@@ -169,10 +152,9 @@ TEST_F(CriterionText, AFileMayBeWrittenByAnybody) {
 }
 
 TEST_F(CriterionText, BlanksBeforeACriterionMakeAGroup) {
-    const auto groups = [](std::string content) {
-        std::replace(content.begin(), content.end(), '|', criteriaSeparator);
+    const auto groups = [](const std::string& content) {
         std::string shown;
-        for (const Criterion& c : readSearchText(content).search.criteria)
+        for (const Criterion& c : readBarred(content).search.criteria)
             shown += (c.indented ? "+" : " ") + c.Value1;
         return shown;
     };

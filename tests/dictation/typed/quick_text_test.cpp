@@ -4,43 +4,21 @@
 #include "dictation/typed/explained_criterion.h"
 #include "dictation/typed/quick_text.h"
 #include "dictation/typed/search_text.h"
-#include "platform/locale.h"
-#include "support/language/modLanguage.h"
+#include "tests/dictation/typed/typed_fixture.h"
 #include "tests/quick_line.h"
 
-#include <gtest/gtest.h>
-
+#include <array>
 #include <regex>
 #include <set>
 #include <string>
-#include <vector>
 
 namespace ov::modDictation {
 namespace {
 
 constexpr platform::DateTime wednesday{2026, 11, 18, 9, 30, 0};
 
-using Cases = std::vector<std::pair<const char*, const char*>>;
-
-class QuickText : public ::testing::Test {
-public:
-    QuickText() {
-        platform::setLocale(platform::localeNamed("de"));
-        speak(9);
-    }
-    ~QuickText() override {
-        platform::setLocale(std::nullopt);
-        resetSearchFieldTable();
-        modLanguage::reset();
-    }
-
+class QuickText : public Typed {
 protected:
-    static void speak(std::int32_t language) {
-        modLanguage::SetLanguage(language, 0);
-        ASSERT_TRUE(modLanguage::LoadLanguageFile());
-        BuildSearchFieldTable();
-    }
-
     // "author contains A; + author contains B": a line of a saved search each, "+" for a blank.
     static std::string linesOf(const std::vector<Criterion>& criteria) {
         std::string lines = writeCriteriaText(criteria);
@@ -150,13 +128,8 @@ TEST_F(QuickText, FieldsAndDaysGoByTheLanguageToo) {
         EXPECT_EQ(read(text).substr(0, std::string(criteria).size()), criteria) << text;
 }
 
-// An error says what is wrong, and which characters are.
-struct Wrong {
-    const char* text;
-    const char* at; // the characters that are pointed at; the first of them in the text
-    const char* message;
-};
-const std::vector<Wrong> wrongTexts = {
+// A text; the characters that its error points at, the first of them in the text; what is wrong.
+const std::vector<std::array<const char*, 3>> wrongTexts = {
     {"prio:high autor:x", "autor", "there is no field \"autor\"; did you mean \"author\"?"},
     {"note:x", "note", "did you mean \"note1\" or \"note2\"?"},
     {"-foldr:x", "foldr", "did you mean \"folder\"?"},
