@@ -80,6 +80,7 @@ UpdateReport updateStore(Catalogue& catalogue, const std::string& root, const Up
         return catalogue.folders(store.id, folders);
     };
     report.status = opened();
+    relistUnfinished(folders);
     if (report.status.ok())
         report = TreeUpdate(catalogue, std::move(store), std::move(folders), means).run();
     return report;

@@ -3,6 +3,8 @@
 #include "catalogue/tree_update.h"
 
 #include <algorithm>
+#include <string_view>
+#include <unordered_set>
 #include <utility>
 
 namespace ov::catalogue {
@@ -21,6 +23,16 @@ std::optional<AskedFolders> askedIn(const ToldChanges* changes, const std::vecto
 }
 
 } // namespace
+
+void relistUnfinished(std::vector<Folder>& folders) {
+    std::unordered_set<std::string_view> around;
+    for (const Folder& folder : folders)
+        if (folder.place >= TreeUpdate::firstFreePlace)
+            around.insert(directoryAbove(folder.path));
+    for (Folder& folder : folders)
+        if (around.contains(folder.path))
+            folder.settled = Settled::no;
+}
 
 TreeUpdate::TreeUpdate(Catalogue& catalogue, Store store, std::vector<Folder> folders,
                        const UpdateMeans& means)

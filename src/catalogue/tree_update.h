@@ -28,6 +28,9 @@ public:
 
     UpdateReport run();
 
+    // Places of new folders until the update comes to its end, behind all others.
+    static constexpr std::int64_t firstFreePlace = std::int64_t{1} << 40;
+
 private:
     using AheadFolder = modDictation::AheadFolder;
     using AheadFolders = std::vector<modDictation::AheadFolderPtr>;
@@ -76,11 +79,15 @@ private:
     platform::DirectoryId rootId_;
     FolderWriter writer_;
     std::int64_t nextPlace_ = 0; // of those that are seen
-    std::int64_t freePlace_ = 0; // behind all others, for the time being
+    std::int64_t freePlace_ = firstFreePlace;
     std::int64_t uncommitted_ = 0;
     std::chrono::steady_clock::time_point committed_ = std::chrono::steady_clock::now();
     bool isThrough_ = false;
     UpdateReport report_;
 };
+
+// Where an update was broken off nobody knows in which order the new folders lie: those that they
+// are in are listed again.
+void relistUnfinished(std::vector<Folder>& folders);
 
 } // namespace ov::catalogue

@@ -61,6 +61,7 @@ TEST_P(StoreUpdate, BelievesTimesOnlyWhileTheyAreTrusted) {
 }
 
 TEST_P(StoreUpdate, GoesOnAfterItWasKilled) {
+    updateLater();
     for (int i = 0; i < 200; ++i)
         store.add(std::to_string(i % 20) + "/" + std::to_string(i) + ".WAV");
     for (int last = 1; last < 22; last += 3) {
