@@ -48,7 +48,7 @@ void measureAnswers(const Recorder& recorder) {
         pause(i % 3 == 0 ? 500 : 0); // the output has been closed by then
     }
     play.print("seek anywhere and play to first sound", "at most 60");
-    silence.print("pause or stop to silence", "at most two chunks, 48");
+    silence.print("pause or stop to silence", "at most two chunks, 52");
     calls.print("the calls themselves", "never wait for sound");
 }
 
@@ -72,7 +72,7 @@ void measureSeekInPlay(const Recorder& recorder) {
         }
     }
     MciStop(alias);
-    seek.print("seek in play to the new place", "at most two chunks, 48");
+    seek.print("seek in play to the new place", "at most two chunks, 52");
 }
 
 // Compares positions that were told with what arrived from the server at that time.

@@ -24,12 +24,12 @@ public:
 class WaveOutput {
 public:
     // Frames that fill() is asked for at a time. The output holds as much again, sometimes twice,
-    // and a foot that leaves its pedal should hear silence within 50 ms: 24 ms. Where our thread
+    // and a foot that leaves its pedal should hear silence within 50 ms: 26 ms. Where our thread
     // cannot go before others that drops out on a busy machine: 33 ms there. With 40 ms the output
     // always asks for two chunks before the first is heard. bench/sound/device.cpp and
     // bench/sound/pedal.cpp measure all of this.
     static std::size_t chunkFrames(int rate) noexcept {
-        static const int chunksPerSecond = platform::mayStepForward() ? 42 : 30;
+        static const int chunksPerSecond = platform::mayStepForward() ? 38 : 30;
         return static_cast<std::size_t>(rate / chunksPerSecond);
     }
 

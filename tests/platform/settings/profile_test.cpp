@@ -12,6 +12,7 @@
 #include "tests/slow_store.h"
 
 #include <algorithm>
+#include <array>
 #include <sys/file.h>
 #include <thread>
 
@@ -107,16 +108,20 @@ TEST_F(Profile, whatIsNoReadableFileIsKeptAndAFolderThatCannotBeLockedIsNoHindra
 TEST_F(Profile, manyWritersLoseNothingWithoutAWord) {
     constexpr int writers = 8;
     constexpr int count = 25;
-    for (int writer = 0; writer < writers; ++writer)
-        if (fork() == 0) {
+    std::array<pid_t, writers> processes{};
+    for (std::size_t writer = 0; writer < processes.size(); ++writer)
+        if (processes[writer] = fork(); processes[writer] == 0) {
             int refused = 0;
             for (int i = 0; i < count; ++i)
                 refused += set(std::to_string(writer), std::to_string(i), "v") ? 0 : 1;
             _exit(refused);
         }
     int left = writers * count;
-    for (int status = 0; wait(&status) > 0;)
+    for (const pid_t process : processes) {
+        int status = 0;
+        EXPECT_EQ(waitpid(process, &status, 0), process);
         left -= WEXITSTATUS(status); // a machine so busy that the wait was too long
+    }
     const std::string content = read("f.ini");
     EXPECT_EQ(std::count(content.begin(), content.end(), '='), left);
     EXPECT_GT(left, writers * count / 2);
