@@ -255,6 +255,7 @@ int run(int argc, char** argv) {
     int readers = 50;
     bool keeps = false;
     CLI::App app("Measures a catalogue with made-up dictations.", "ovbench_postgres");
+    std::setvbuf(stdout, nullptr, _IOLBF, BUFSIZ); // what was measured stays told
     app.add_option("PLACE", place, "the catalogue, empty")->required();
     app.add_option("--count", count, "dictations");
     app.add_option("--readers", readers, "at once")->check(CLI::Range(1, 80));

@@ -114,6 +114,7 @@ TEST_F(PlayerOnBus, TellsChangesOnceAndNoPositions) {
     choose(&PlayerChoices::backUpSeconds, 2);
     call(mpris, "Pause");
     EXPECT_EQ(playback(), "Paused");
+    waitFor([this] { return client_->heard.size() >= 4; });
     std::string all;
     for (const QDBusMessage& signal : client_->heard) {
         const QVariant last =
