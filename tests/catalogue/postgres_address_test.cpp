@@ -43,4 +43,23 @@ TEST_F(OnServer, TellsNoSecretsAndSendsNothingUnencrypted) {
     EXPECT_PRED2(holds, refusal("service=patient"), "for ever"); // not taken for ours
 }
 
+TEST_F(OnServer, TakesPasswordsFromThePasswordFile) {
+    update();
+    EXPECT_EQ(run("DROP ROLE IF EXISTS locked; CREATE ROLE locked SUPERUSER LOGIN PASSWORD 'hush'"),
+              "");
+    const std::string place = server.place(database, server.locked);
+    const tests::Environment passwords("PGPASSFILE", (folder() / "passwords").native());
+    const char* const refused = "does not let you in";
+    EXPECT_PRED2(holds, refusal(place), refused);
+    for (const char* const password : {"wrong", "hush"}) {
+        write("passwords", std::string("*:*:*:locked:") + password + "\n");
+        fs::permissions(folder() / "passwords", fs::perms::owner_read);
+        platform::Status status;
+        EXPECT_EQ(openCatalogue(place, Access::ask, status) != nullptr,
+                  password == std::string("hush"));
+        EXPECT_EQ(status.number(), status.ok() ? 0 : EACCES) << status.description();
+        fs::remove(folder() / "passwords");
+    }
+}
+
 } // namespace ov::catalogue

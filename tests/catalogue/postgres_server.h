@@ -14,6 +14,7 @@ namespace ov::tests {
 class PostgresServer {
 public:
     static PostgresServer& get();
+    static constexpr const char* locked = "locked"; // a role that has to name its password
 
     // A new database, with these words of CREATE DATABASE; its name.
     std::string newDatabase(const std::string& how = {});

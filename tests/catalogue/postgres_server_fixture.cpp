@@ -8,6 +8,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
+#include <fstream>
 #include <libpq-fe.h>
 #include <memory>
 #include <stdexcept>
@@ -97,6 +98,9 @@ PostgresServer::PostgresServer() {
               "--auth", "trust", "--encoding", "UTF8", "--locale", "C", "--wal-segsize", "1",
               "--no-sync", "--no-instructions"},
              folder_ / "log");
+    std::ofstream(folder_ / "data/pg_hba.conf")
+        << "local all " << locked << " scram-sha-256\nlocal all all trust\n"
+        << "host all all 127.0.0.1/32 trust\n";
     start();
 }
 

@@ -97,16 +97,23 @@ void Connection::open(const std::string& setUp) {
     keywords.push_back(nullptr);
     values.push_back(nullptr);
     connection_.reset(PQconnectdbParams(keywords.data(), values.data(), 0));
-    if (!isOpen()) {
-        fail(ENOTCONN, "the server cannot be reached (" +
-                           oneLine(PQerrorMessage(connection_.get())) +
-                           "); ask whoever runs it, or search without the catalogue");
-        return;
-    }
+    if (!isOpen())
+        return failToOpen();
     PQsetNoticeProcessor(
         connection_.get(), [](void*, const char*) {}, nullptr);
     PQsetnonblocking(connection_.get(), 1); // flush() waits
     run(setUp);
+}
+
+// A password that is missing or wrong is no server that does not answer.
+void Connection::failToOpen() {
+    const bool isLocked = PQconnectionNeedsPassword(connection_.get()) == 1 ||
+                          PQconnectionUsedPassword(connection_.get()) == 1;
+    const std::string said = " (" + oneLine(PQerrorMessage(connection_.get())) + "); ";
+    isLocked ? fail(EACCES, "the server does not let you in" + said +
+                                "see your password file, or ask whoever runs the server")
+             : fail(ENOTCONN, "the server cannot be reached" + said +
+                                  "ask whoever runs it, or search without the catalogue");
 }
 
 bool Connection::isOpen() const noexcept {

@@ -104,6 +104,7 @@ private:
     Result checked(Result result);
     void giveUp();
     void failAs(const pg_result* result);
+    void failToOpen();
     void failLost();
     void failStopped();
 
