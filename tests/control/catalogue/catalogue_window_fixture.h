@@ -13,12 +13,12 @@ using namespace tests;
 // A window whose setting names a catalogue.
 class CatalogueWindow : public ControlTest {
 protected:
-    CatalogueWindow() { write("local.ini", sectionWith("Catalogue=" + place())); }
+    CatalogueWindow() { write("local.ini", sectionWith("Catalogue=" + path("catalogue.db"))); }
 
     static std::string sectionWith(const std::string& line) {
         return "[OVSearch.ctrlOVSearch]\r\n" + line + "\r\n";
     }
-    std::string place() const { return path("catalogue.db"); }
+    virtual std::string place() const { return path("catalogue.db"); }
     void update(const std::string& root) const {
         platform::Status status;
         const auto catalogue = catalogue::openCatalogue(place(), catalogue::Access::update, status);
