@@ -150,11 +150,12 @@ modDictation::Search searchFor(std::vector<modDictation::Criterion> criteria,
     return {root, std::move(criteria), true, -1, limit};
 }
 
+const std::string deadline = std::to_string(modDictation::priority_code::deadline);
 const std::string high = std::to_string(modDictation::priority_code::high);
 
 modDictation::Search selective() {
     return searchFor({{id::author, op::contains, "Öztürk", ""},
-                      {id::priority, op::is, high, ""},
+                      {id::priority, op::is, deadline, ""},
                       {id::dictated, op::onDate, "2026-11-12", ""}});
 }
 

@@ -225,8 +225,7 @@ std::string setUpOf(bool isForUpdate) {
                      " WHERE n.nspname = 'ovsearch' AND r.rolname = 'ovsearch_updater'"
                      " AND pg_has_role(r.oid, 'MEMBER');");
     else
-        setUp.append("SET default_transaction_read_only = on;"
-                     " SET cursor_tuple_fraction = 0.001;"); // the first are waited for
+        setUp.append("SET default_transaction_read_only = on;");
     return setUp;
 }
 
@@ -249,8 +248,9 @@ platform::Status prepareServerTables(Connection& connection, bool mayMake) {
                                    "the next update brings it up to date");
 }
 
-// That of the subjects is what makes the trigrams of their texts worth it. Each by itself, so that
-// those who write wait for one only; of two programs that make them one waits.
+// That of the subjects is what makes the trigrams of their texts worth it; that of the authors has
+// what they are mostly asked with. Each by itself, so that those who write wait for one only; of
+// two programs that make them one waits.
 void makeServerIndexes(Connection& connection) {
     namespace id = modDictation::field_id;
     const auto makeAlone = [&connection](const std::string& sql) {
@@ -262,7 +262,8 @@ void makeServerIndexes(Connection& connection) {
             const std::string name(column.name);
             const bool isAuthor = column.field == id::author;
             makeAlone("CREATE INDEX IF NOT EXISTS dictations_by_" + name +
-                      " ON ovsearch.dictations (" + name + (isAuthor ? ", priority)" : ")"));
+                      " ON ovsearch.dictations (" + name +
+                      (isAuthor ? ", priority, dictated)" : ")"));
         }
     makeAlone("CREATE INDEX IF NOT EXISTS folders_by_ward ON ovsearch.folders (ward)");
     makeAlone("CREATE INDEX IF NOT EXISTS folders_by_path ON ovsearch.folders"
