@@ -111,7 +111,6 @@ public:
     struct LeftOut {
         std::int64_t tooDeep = 0;
         std::int64_t skipped = 0;
-        std::int64_t read = 0;                                       // folders that were
         bool isRootThere = false;                                    // the root of the question
         std::vector<std::pair<std::string, std::string>> unreadable; // directory, why
     };

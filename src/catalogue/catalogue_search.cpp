@@ -28,7 +28,6 @@ Status leftOutOf(Catalogue& catalogue, const Store& store, const Question& quest
         return read;
     if (!left.isRootThere && !report.stopped)
         return {ENOENT, platform::toNativePath(question.root), "is not in the catalogue"};
-    report.foldersRead = left.read;
     report.foldersTooDeep = left.tooDeep;
     report.namesSkipped = left.skipped;
     report.foldersUnreadable = static_cast<std::int64_t>(left.unreadable.size());

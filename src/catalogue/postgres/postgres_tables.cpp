@@ -266,6 +266,9 @@ void makeServerIndexes(Connection& connection) {
                       (isAuthor ? ", priority, dictated)" : ")"));
         }
     makeAlone("CREATE INDEX IF NOT EXISTS folders_by_ward ON ovsearch.folders (ward)");
+    makeAlone("CREATE INDEX IF NOT EXISTS folders_by_depth ON ovsearch.folders (store, depth)");
+    makeAlone("CREATE INDEX IF NOT EXISTS folders_left_out ON ovsearch.folders (store)"
+              " WHERE skipped > 0 OR length(problem) > 0");
     makeAlone("CREATE INDEX IF NOT EXISTS folders_by_path ON ovsearch.folders"
               " (store, substr(path, 1, " +
               std::to_string(mostIndexedBytes) + "))");

@@ -149,40 +149,33 @@ Values SqlCatalogue::valuesOf(const Reach& reach) {
     return values;
 }
 
-// All that is there lies below the root: where something does, that is there too.
+// All that is there lies below the root: where something does, that is there too. The conditions
+// are those of the indexes, so that not every folder is looked at.
 Catalogue::Status SqlCatalogue::leftOut(std::int64_t store, const Question& question,
                                         LeftOut& left) {
     Reach reach = reachOf(store, question);
-    const std::int64_t depth = reach.depth;
-    reach.depth += depth == noDepth ? 0 : 1;
-    const auto with = [&reach](Values values) {
-        const Values more = valuesOf(reach);
-        values.insert(values.end(), more.begin(), more.end());
-        return values;
-    };
-    const std::string from = " FROM folders f WHERE" + reached(reach);
-    const auto sums =
-        ask("SELECT count(*), count(*) FILTER (WHERE f.depth > ?),"
-            " CAST(COALESCE(sum(f.skipped) FILTER (WHERE f.depth <= ?), 0) AS bigint),"
-            " count(*) FILTER (WHERE f.depth <= ? AND f.problem <> ?)" +
-                from,
-            with({depth, depth, depth, Bytes{}}));
-    if (!sums->step())
+    const auto row =
+        ask("SELECT f.path, f.problem, f.skipped FROM folders f WHERE" + reached(reach) +
+                "AND (f.skipped > 0 OR length(f.problem) > 0) ORDER BY f.place",
+            valuesOf(reach));
+    while (row->step()) {
+        if (!row->bytes(1).empty())
+            left.unreadable.emplace_back(row->bytes(0), row->bytes(1));
+        left.skipped += row->number(2);
+    }
+    const auto first =
+        ask("SELECT 1 FROM folders f WHERE" + reached(reach) + "LIMIT 1", valuesOf(reach));
+    left.isRootThere = first->step();
+    if (reach.depth == noDepth)
         return takeError();
-    left.isRootThere = sums->number(0) > 0;
-    left.tooDeep = sums->number(1);
-    left.skipped = sums->number(2);
-    left.read = sums->number(0) - left.tooDeep - sums->number(3);
-    if (sums->number(3) == 0)
-        return takeError();
-    reach.depth = depth;
+    const std::int64_t depth = reach.depth++;
     Values values = valuesOf(reach);
-    values.emplace_back(Bytes{});
-    const auto row = ask("SELECT f.path, f.problem FROM folders f WHERE" + reached(reach) +
-                             "AND f.problem <> ? ORDER BY f.place",
-                         values);
-    while (row->step())
-        left.unreadable.emplace_back(row->bytes(0), row->bytes(1));
+    values.emplace_back(depth);
+    const auto deep =
+        ask("SELECT count(*) FROM folders f WHERE" + reached(reach) + "AND f.depth > ?", values);
+    if (deep->step())
+        left.tooDeep = deep->number(0);
+    left.isRootThere = left.isRootThere || left.tooDeep > 0;
     return takeError();
 }
 

@@ -74,6 +74,9 @@ platform::Status prepareTables(Database& database, const std::string& native, bo
 // at. In the others it would tempt the planner to look for a priority alone.
 void makeIndexes(Database& database) {
     database.run("CREATE INDEX IF NOT EXISTS folders_by_path ON folders (store, path)");
+    database.run("CREATE INDEX IF NOT EXISTS folders_by_depth ON folders (store, depth)");
+    database.run("CREATE INDEX IF NOT EXISTS folders_left_out ON folders (store)"
+                 " WHERE skipped > 0 OR length(problem) > 0");
     for (const KeptColumn& column : keptColumns())
         if (column.hasIndex) {
             const std::string name(column.name);

@@ -42,7 +42,7 @@ struct SearchReport {
     // How many of these each criterion matches, whatever the others say; none where any one of the
     // criteria is enough, as then not all are looked at.
     std::vector<std::int64_t> matched;
-    std::int64_t foldersRead = 0;
+    std::int64_t foldersRead = 0; // a catalogue reads none
     std::int64_t foldersUnreadable = 0;
     std::int64_t namesSkipped = 0;          // of dictations and folders, with a "\"
     std::int64_t foldersTooDeep = 0;        // below the depth; what they hold is not known
