@@ -3,11 +3,10 @@
 
 // What the buttons, keys and menus of the control do.
 
-#include "control/catalogue/catalogue_values.h"
+#include "control/catalogue/known_values.h"
 #include "control/criteria/pasted_criteria.h"
 #include "control/ctrlOVSearch.h"
 #include "control/results/search_hint.h"
-#include "control/results/seen_values.h"
 #include "dialogs/frmCriteria.h"
 #include "dictation/typed/search_text.h"
 #include "support/language/text_ids.h"
@@ -206,12 +205,11 @@ void ctrlOVSearch::stopSearch() {
 // Empty when the editor was left without a new criterion.
 std::optional<std::string> ctrlOVSearch::openEditor(const std::string& criteriaString, bool isNew) {
     enter(ControlState::asking);
-    SeenValues seen(view_.lvSearchResult->results().hits());
-    CatalogueValues known(catalogue_, dictationTree_, seen);
+    KnownValues known(view_.lvSearchResult->results().sharedHits(), catalogue_, dictationTree_);
     frmCriteria editor(this);
     editor.EditMode = !isNew;
     editor.CriteriaString = criteriaString;
-    editor.Seen = catalogue_.empty() ? static_cast<ValueSource*>(&seen) : &known;
+    editor.Seen = &known;
     editor.exec();
     if (!editor.OKPressed() || isEnding())
         return std::nullopt;

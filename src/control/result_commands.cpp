@@ -3,7 +3,9 @@
 
 // What can be asked of the list of hits, and what follows.
 
+#include "control/catalogue/known_values.h"
 #include "control/ctrlOVSearch.h"
+#include "control/filter/filter_suggestions.h"
 #include "control/results/shown_rows.h"
 #include "control/wait_cursor.h"
 #include "dialogs/details_dialog.h"
@@ -16,6 +18,7 @@
 
 #include <QItemSelectionModel>
 #include <QMenu>
+#include <memory>
 #include <optional>
 #include <utility>
 
@@ -135,6 +138,13 @@ void ctrlOVSearch::connectFilter() {
     connect(edit, &FilterEdit::entered, results, &ResultList::prepareFilter);
     connect(edit, &QLineEdit::textChanged, results, &ResultList::filterBy);
     connect(edit, &FilterEdit::left, results, qOverload<>(&QWidget::setFocus));
+    auto* suggestions = new FilterSuggestions(*edit, [this, results] {
+        return std::make_unique<KnownValues>(results->results().sharedHits(), catalogue_,
+                                             dictationTree_);
+    });
+    connect(edit, &FilterEdit::entered, suggestions, &FilterSuggestions::forget);
+    connect(&results->results(), &ResultModel::hitsReplaced, suggestions,
+            &FilterSuggestions::forget);
     connect(results, &ResultList::filterRequested, this, &ctrlOVSearch::enterFilter);
     connect(results, &ResultList::filterFound, this, [this, results] {
         post("FilterRows", [this, results] {

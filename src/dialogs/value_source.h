@@ -8,7 +8,7 @@
 
 namespace ov {
 
-// Where the editor learns which values of a text field there are. Used from the window's thread.
+// Where one learns which values of a field there are. Used from the window's thread.
 class ValueSource {
 public:
     virtual ~ValueSource() = default;
@@ -16,6 +16,8 @@ public:
     // Looks for values of that field for a few milliseconds, from where it was left. False when
     // there is nothing more to be found.
     virtual bool lookOn(std::int32_t field) = 0;
+    // True when there is nothing to look at until somebody else has answered.
+    virtual bool isWaiting(std::int32_t /*field*/) const { return false; }
     // What has been found of that field so far: different ones, none empty, in no order.
     virtual QStringList found(std::int32_t field) const = 0;
 };

@@ -18,11 +18,17 @@ ValueSuggestions::ValueSuggestions(QObject* parent) : QObject(parent) {
 }
 
 void ValueSuggestions::offerIn(QLineEdit& box) {
-    auto* completer = new QCompleter(&values_, &box);
-    completer->setCaseSensitivity(Qt::CaseInsensitive);
-    completer->setFilterMode(Qt::MatchContains);
+    QCompleter* completer = makeCompleter().release();
+    completer->setParent(&box);
     box.setCompleter(completer);
     box.installEventFilter(this);
+}
+
+std::unique_ptr<QCompleter> ValueSuggestions::makeCompleter() {
+    auto completer = std::make_unique<QCompleter>(&values_);
+    completer->setCaseSensitivity(Qt::CaseInsensitive);
+    completer->setFilterMode(Qt::MatchContains);
+    return completer;
 }
 
 void ValueSuggestions::setFields(ValueSource* source, std::vector<std::int32_t> fields) {
@@ -48,6 +54,8 @@ void ValueSuggestions::lookOn() {
             show();
         Q_EMIT grown();
     }
+    constexpr int pauseMs = 20;
+    timer_.start(goesOn && source_->isWaiting(fields_[at_]) ? pauseMs : 0);
     at_ += goesOn ? 0 : 1;
 }
 

@@ -9,6 +9,7 @@
 #include <QLineEdit>
 #include <QStringListModel>
 #include <QTimer>
+#include <memory>
 #include <vector>
 
 namespace ov {
@@ -22,6 +23,8 @@ public:
     explicit ValueSuggestions(QObject* parent);
 
     void offerIn(QLineEdit& box);
+    // One that has the values, for who offers them in another way. This outlives it.
+    std::unique_ptr<QCompleter> makeCompleter();
     // Offers values of the first field, and gathers those of the others too. The source stays the
     // caller's; nullptr and no field: nothing is offered.
     void setFields(ValueSource* source, std::vector<std::int32_t> fields);

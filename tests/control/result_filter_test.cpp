@@ -33,8 +33,10 @@ protected:
     std::string typed(const char* words, int count) {
         filter().clear();
         waitFor([&] { return model().kept() == nullptr; });
-        for (const QChar letter : QString::fromUtf8(words)) // keys of the test library are ASCII
+        for (const QChar letter : QString::fromUtf8(words)) { // keys of the test library are ASCII
             filter().insert(letter);
+            QCoreApplication::processEvents();
+        }
         waitFor([&] { return model().kept() != nullptr && model().rowCount() == count; });
         return rows();
     }

@@ -6,20 +6,16 @@
 #include "dialogs/value_source.h"
 #include "platform/threads/errand.h"
 
+#include <QSet>
 #include <map>
-#include <memory>
 #include <optional>
 #include <stop_token>
 #include <string>
 
 namespace ov {
 
-namespace modDictation {
-class DictationList;
-} // namespace modDictation
-
-// The values that all dictations of a store have, as a catalogue knows them. It is asked aside; a
-// field of which it tells nothing has the values of another source.
+// The values that all dictations of a store have, as a catalogue knows them, and those of another
+// source, which may be newer. The catalogue is asked aside: until it answers there are the others.
 class CatalogueValues final : public ValueSource {
 public:
     // `other` lives as long.
@@ -30,20 +26,20 @@ public:
     CatalogueValues& operator=(const CatalogueValues&) = delete;
 
     bool lookOn(std::int32_t field) override;
+    bool isWaiting(std::int32_t field) const override;
     QStringList found(std::int32_t field) const override;
 
 private:
-    // One dictation for each value, or several; nullptr when it cannot be asked.
-    using Examples = std::unique_ptr<modDictation::DictationList>;
+    using Texts = QSet<QString>;
     struct Field {
-        std::optional<platform::Errand<Examples>> asked;
+        std::optional<platform::Errand<Texts>> asked;
         bool isAnswered = false;
-        bool isOthers = false;
+        bool isWaiting = false;
+        Texts known; // by it
         QStringList texts;
     };
-    static Examples ask(const std::string& place, const std::string& root, std::int32_t id,
-                        const std::stop_token& stop);
-    static QStringList textsOf(std::int32_t id, const modDictation::DictationList& examples);
+    static Texts ask(const std::string& place, const std::string& root, std::int32_t id,
+                     const std::stop_token& stop);
 
     const std::string place_;
     const std::string root_;

@@ -71,6 +71,7 @@ void ResultModel::setHits(std::unique_ptr<modDictation::DictationList> hits) {
     moved_.clear();
     std::shared_ptr<const modDictation::DictationList> old = std::exchange(hits_, std::move(hits));
     endResetModel();
+    Q_EMIT hitsReplaced();
     // The memory of a million takes longer to give back than a window should stand still.
     platform::startDetached([old = std::move(old)]() mutable { old.reset(); });
 }

@@ -93,6 +93,10 @@ public:
     void noteMoved(std::int32_t hit, const std::string& path);
     QString text(int row, int column) const;
 
+Q_SIGNALS:
+    // Others have taken the place of all hits.
+    void hitsReplaced();
+
 private:
     QVariant cell(const QModelIndex& index, int role) const;
     QVariant spoken(const QModelIndex& index) const;

@@ -3,6 +3,7 @@
 
 #include "control/catalogue/catalogue_answer.h"
 #include "tests/control/catalogue/catalogue_window_fixture.h"
+#include "tests/control/offered_values.h"
 #include "tests/slow_store.h"
 
 #include <QCompleter>
@@ -212,6 +213,16 @@ TEST_F(SilentCatalogue, IsLeftBehindByAControlThatEnds) {
     server.release();
 }
 
+TEST_F(SilentCatalogue, LeavesTheFilterToTheHits) {
+    store.add("2$WAV@@14$Anna.WAV");
+    searchAfresh();
+    auto& filter = widget<QLineEdit>("txtResultFilter");
+    filter.setFocus();
+    QTest::keyClicks(&filter, QStringLiteral("author:n"));
+    waitFor([this] { return server.hasCaught() && offered() == "Anna; "; });
+    server.release();
+}
+
 TEST_F(CatalogueWindow, IsSwitchedOnAndOffInTheMenus) {
     write("local.ini", "");
     store.add("2$WAV@@14$Anna.WAV");
@@ -256,6 +267,19 @@ TEST_F(CatalogueWindow, OffersTheValuesOfAllDictations) {
                    EXPECT_TRUE(QTest::qWaitFor([&] { return values->rowCount() == 2; }));
                    EXPECT_EQ(values->index(1, 0).data().toString(), QStringLiteral("Berta"));
                });
+}
+
+TEST_F(CatalogueWindow, OffersThemInTheFilterBesideThoseOfTheHits) {
+    store.add("2$WAV@@14$Berta.WAV");
+    update();
+    openControl();
+    store.add("2$WAV@@14$Bernd.WAV");
+    fs::remove(store.native("2$WAV@@14$Berta.WAV"));
+    searchAfresh(); // nothing tells the catalogue of him
+    auto& filter = widget<QLineEdit>("txtResultFilter");
+    filter.setFocus();
+    QTest::keyClicks(&filter, QStringLiteral("author:b"));
+    waitFor([] { return offered() == "Bernd; Berta; "; });
 }
 
 } // namespace
