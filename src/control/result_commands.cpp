@@ -142,7 +142,7 @@ void ctrlOVSearch::connectFilter() {
         return std::make_unique<KnownValues>(results->results().sharedHits(), catalogue_,
                                              dictationTree_);
     });
-    connect(edit, &FilterEdit::entered, suggestions, &FilterSuggestions::forget);
+    connect(catalogueAction_, &QAction::toggled, suggestions, &FilterSuggestions::forget);
     connect(&results->results(), &ResultModel::hitsReplaced, suggestions,
             &FilterSuggestions::forget);
     connect(results, &ResultList::filterRequested, this, &ctrlOVSearch::enterFilter);

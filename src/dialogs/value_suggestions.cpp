@@ -48,15 +48,17 @@ void ValueSuggestions::lookOn() {
     if (at_ >= fields_.size())
         return timer_.stop();
     const qsizetype before = source_->found(fields_[at_]).size();
-    const bool goesOn = source_->lookOn(fields_[at_]);
-    if (source_->found(fields_[at_]).size() != before) {
-        if (at_ == 0)
-            show();
-        Q_EMIT grown();
-    }
+    const std::int32_t field = fields_[at_];
+    const bool goesOn = source_->lookOn(field);
     constexpr int pauseMs = 20;
-    timer_.start(goesOn && source_->isWaiting(fields_[at_]) ? pauseMs : 0);
+    timer_.start(goesOn && source_->isWaiting(field) ? pauseMs : 0);
+    const bool isShown = at_ == 0;
     at_ += goesOn ? 0 : 1;
+    if (source_->found(field).size() == before)
+        return;
+    if (isShown)
+        show();
+    Q_EMIT grown(); // the last: it may bring other fields
 }
 
 void ValueSuggestions::show() {

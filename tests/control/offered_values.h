@@ -12,16 +12,13 @@ namespace ov::tests {
 inline QAbstractItemView* offeredList() {
     return qobject_cast<QAbstractItemView*>(QApplication::activePopupWidget());
 }
-// "Anna; *Berta; " with a star at the one that is chosen.
+// "Anna; Berta; "
 inline std::string offered() {
-    std::string all;
+    QString all;
     const QAbstractItemView* list = offeredList();
-    for (int row = 0; list != nullptr && row < list->model()->rowCount(); ++row) {
-        const QModelIndex value = list->model()->index(row, 0);
-        all += (list->currentIndex() == value ? "*" : "") + value.data().toString().toStdString();
-        all += "; ";
-    }
-    return all;
+    for (int row = 0; list != nullptr && row < list->model()->rowCount(); ++row)
+        all += list->model()->index(row, 0).data().toString() + QLatin1String("; ");
+    return all.toStdString();
 }
 
 } // namespace ov::tests

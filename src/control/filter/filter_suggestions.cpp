@@ -122,6 +122,10 @@ void FilterSuggestions::take(const QString& value) {
 bool FilterSuggestions::eventFilter(QObject* watched, QEvent* event) {
     const QEvent::Type type = event->type();
     if (watched == &line_) {
+        // A list that closes gives the keyboard back, too.
+        if (type == QEvent::FocusIn &&
+            static_cast<QFocusEvent*>(event)->reason() != Qt::PopupFocusReason)
+            forget();
         if (type == QEvent::Hide || (type == QEvent::FocusOut && !isOpen()))
             stop();
         return false;

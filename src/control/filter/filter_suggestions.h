@@ -23,7 +23,8 @@ class FilterSuggestions final : public QObject {
 public:
     using MakeSource = std::function<std::unique_ptr<ValueSource>()>;
 
-    // Belongs to `line` from then on. The source is made when a value is typed.
+    // Belongs to `line` from then on. The source is made when a value is typed, and again when one
+    // comes back to the line.
     FilterSuggestions(QLineEdit& line, MakeSource makeSource);
 
     // Gives the source up: what it looks at is another now.
