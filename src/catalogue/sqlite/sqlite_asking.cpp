@@ -47,10 +47,11 @@ std::unique_ptr<Catalogue> SqliteCatalogue::open(const std::string& native,
     if (status.ok())
         status = ofEach(native, platform::keepToOwner);
     // Nothing is lost with a program that is killed; the last moments may be with a power failure,
-    // and the next update brings them back.
+    // and the next update brings them back. The usual cache is small: indexes are sorted in parts
+    // of its size, which should fit the processor's.
     if (status.ok() && isForUpdate)
         database.run("PRAGMA journal_mode = WAL; PRAGMA synchronous = NORMAL;"
-                     "PRAGMA cache_size = -65536; PRAGMA secure_delete = ON;");
+                     "PRAGMA secure_delete = ON;");
     if (status.ok())
         status = database.take();
     return status.ok() ? std::move(opened) : nullptr;
