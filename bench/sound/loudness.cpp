@@ -15,6 +15,7 @@
 #include <cstdio>
 #include <ebur128.h>
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -54,17 +55,23 @@ void measure(const char* path) {
     leveler.expect(std::span(ahead).first(known * channels));
     file->seek(0);
     OutputGain gain;
+    const auto meter = soundLibraries().measurePeaks(rate, file->channels());
+    const auto peaksOf = [&](std::vector<float>& samples) {
+        return ChunkPeaks{largestMagnitude(samples),
+                          meter->peak(samples.data(), samples.size() / channels)};
+    };
     float largest = 0;
     std::vector<float> next(WaveOutput::chunkFrames(rate) * channels);
     next.resize(file->read(next) * channels);
+    ChunkPeaks follow = peaksOf(next);
     while (!next.empty()) {
         std::vector<float> samples = next;
         next.resize(WaveOutput::chunkFrames(rate) * channels);
         next.resize(file->read(next) * channels);
         ebur128_add_frames_float(before.state, samples.data(), samples.size() / channels);
         const float level = leveler.follow(samples);
-        largest = std::max(largest, std::abs(gain.apply(samples, level, largestMagnitude(samples),
-                                                        largestMagnitude(next))));
+        const ChunkPeaks peaks = std::exchange(follow, peaksOf(next));
+        largest = std::max(largest, std::abs(gain.apply(samples, level, peaks, follow)));
         ebur128_add_frames_float(after.state, samples.data(), samples.size() / channels);
     }
     std::printf("%-50s %7.1f s %7.1f -> %6.1f LUFS, largest %.3f\n", path,

@@ -67,6 +67,14 @@ public:
     virtual double momentary() const = 0;
 };
 
+// How far sound goes between its samples too, where outputs of other rates have theirs.
+class PeakMeter {
+public:
+    virtual ~PeakMeter() = default;
+    // The largest magnitude in these, which follow the last ones.
+    virtual float peak(const float* samples, std::size_t frames) = 0;
+};
+
 enum class SoundEncoding : std::uint8_t { pcm8, pcm16, muLaw, aLaw, imaAdpcm, gsm610 };
 
 struct SoundFormat {
@@ -98,6 +106,7 @@ public:
     virtual std::unique_ptr<SoundStretcher> stretch(int rate, int channels, int tempo) const = 0;
 
     virtual std::unique_ptr<LoudnessMeter> measureLoudness(int rate, int channels) const = 0;
+    virtual std::unique_ptr<PeakMeter> measurePeaks(int rate, int channels) const = 0;
 
     // The outputs there are, by number. May take a moment when the desktop's sound service is
     // slow, and for ever when it hangs.

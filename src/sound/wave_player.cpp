@@ -149,9 +149,9 @@ std::int32_t WavePlayer::applyGain(std::span<float> samples, const WaveBlock* bl
     // Nothing was heard before that could click.
     if (block != nullptr && block->run != notedRun_)
         gain_.startAt(gain);
-    const float peak = block != nullptr ? block->peak : 0;
+    const ChunkPeaks peaks = block != nullptr ? block->peaks : ChunkPeaks();
     const bool follows = block != nullptr && next != nullptr && next->run == block->run;
-    const float extreme = gain_.apply(samples, gain, peak, follows ? next->peak : 0);
+    const float extreme = gain_.apply(samples, gain, peaks, follows ? next->peaks : ChunkPeaks());
     return static_cast<std::int32_t>(
         std::clamp(std::round(extreme * fullScale), -fullScale, fullScale - 1));
 }

@@ -120,8 +120,9 @@ private:
     WaveFeeder feeder_;
     HighPass highPass_;
     std::optional<LoudnessLeveler> leveler_;
-    std::uint64_t decoding_ = 0; // the run; 0 when all is decoded
-    bool hasBegun_ = true;       // something of it is decoded
+    std::unique_ptr<PeakMeter> peakMeter_; // nullptr until sound is raised
+    std::uint64_t decoding_ = 0;           // the run; 0 when all is decoded
+    bool hasBegun_ = true;                 // something of it is decoded
     std::int64_t idleSince_ = 0;
 
     // The output thread's.

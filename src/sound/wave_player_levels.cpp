@@ -36,7 +36,12 @@ void WavePlayer::measure(WaveBlock& block) {
     const SoundShape shape = WaveControl::instance().shape();
     if (shape.cutsRumble)
         highPass_.run(samples);
-    block.peak = largestMagnitude(samples);
+    block.peaks = {largestMagnitude(samples), 0};
+    if (evensOut() || shape.boost > SoundShape::usualBoost) {
+        if (!peakMeter_)
+            peakMeter_ = soundLibraries().measurePeaks(layout_.rate, channels_);
+        block.peaks.between = peakMeter_->peak(samples.data(), block.piece.frames);
+    }
     if (!evensOut())
         leveler_.reset();
     else if (!leveler_)

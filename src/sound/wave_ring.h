@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "sound/effects/output_gain.h"
 #include "sound/wave_feeder.h"
 
 #include <array>
@@ -18,8 +19,8 @@ struct WaveBlock {
     std::uint64_t run = 0; // which play it belongs to
     WaveFeeder::Piece piece;
     std::vector<float> samples; // of piece.frames, then whatever was there
-    float peak = 0;             // their largest magnitude
-    float gain = 1;             // by which they are as loud as everything else
+    ChunkPeaks peaks;
+    float gain = 1; // by which they are as loud as everything else
 };
 
 class WaveRing {

@@ -32,11 +32,11 @@ TEST(OutputGain, LeavesAloneWhatItDoesNotRaise) {
     OutputGain gain;
     Samples samples = tone(440, 1, 0.1);
     const Samples before = samples;
-    EXPECT_EQ(std::fabs(gain.apply(samples, 1, 1, 1)), peakOf(before));
+    EXPECT_EQ(std::fabs(gain.apply(samples, 1, {1}, {1})), peakOf(before));
     EXPECT_EQ(samples, before);
-    gain.apply(samples, 0.5, 1, 1);
+    gain.apply(samples, 0.5, {1}, {1});
     samples = before;
-    gain.apply(samples, 0.5, 1, 1);
+    gain.apply(samples, 0.5, {1}, {1});
     for (std::size_t i = 0; i < samples.size(); ++i)
         ASSERT_FLOAT_EQ(samples[i], before[i] / 2);
 }
@@ -54,7 +54,8 @@ TEST(OutputGain, NeverClipsAndNeverJumps) {
         for (std::size_t i = 0; i + 1 < peaks.size(); ++i) {
             Samples samples(266, peaks[i]); // so that each sample shows the gain
             const float wanted = i < 100 ? 1 : i < 200 ? 3 : 0.7F;
-            const float peak = gain.apply(samples, wanted, peaks[i], knowsNext ? peaks[i + 1] : 0);
+            const float peak =
+                gain.apply(samples, wanted, {peaks[i]}, {knowsNext ? peaks[i + 1] : 0});
             EXPECT_LE(peak, wanted > 1 ? 0.8911F : 1);
             for (const float sample : samples) {
                 if (knowsNext && i != 200) { // the ceiling itself goes up
@@ -69,11 +70,11 @@ TEST(OutputGain, NeverClipsAndNeverJumps) {
 TEST(OutputGain, GivesBackWhatAPeakTookWithinSeconds) {
     OutputGain gain;
     Samples peak(266, 1);
-    gain.apply(peak, 2, 1, 1);
+    gain.apply(peak, 2, {1}, {1});
     Samples quiet;
     for (int chunk = 0; chunk < 60; ++chunk) {
         quiet.assign(266, 0.1F);
-        gain.apply(quiet, 2, 0.1F, 0.1F);
+        gain.apply(quiet, 2, {0.1F}, {0.1F});
         EXPECT_LT(chunk == 0 ? quiet.front() : 0, 0.1F);
     }
     EXPECT_FLOAT_EQ(quiet.back(), 0.2F);

@@ -5,6 +5,8 @@
 
 #include "tests/sound/sound_fixture.h"
 
+#include <random>
+
 namespace ov::modMultimedia {
 namespace {
 
@@ -12,12 +14,25 @@ namespace {
 TEST_F(Sound, IsBoostedWithoutClipping) {
     const Samples soft = tests::tone(440, 0.1, 1);
     const Samples peak = tests::tone(440, 0.9, 0.5);
-    open({}, tests::joined({soft, peak, soft, peak}));
-    sound::WaveControl::instance().setShape({300, false, false, false});
-    const std::size_t start = recorder_->count();
-    ASSERT_EQ(MciPlay(alias, -1, 0, -1), "");
-    playToEnd();
-    const Samples heard = recordedSince(start);
+    const auto boosted = [this](const Samples& samples) {
+        open({}, samples);
+        sound::WaveControl::instance().setShape({300, false, false, false});
+        const std::size_t start = recorder_->count();
+        EXPECT_EQ(MciPlay(alias, -1, 0, -1), "");
+        playToEnd();
+        return recordedSince(start);
+    };
+    std::mt19937 random{1};
+    std::uniform_real_distribution<float> values(-0.5F, 0.5F);
+    Samples noise(4000);
+    std::generate(noise.begin(), noise.end(), [&] { return values(random); });
+    Samples clipped = tests::tone(1300, 3, 0.5);
+    for (float& sample : clipped)
+        sample = std::clamp(sample, -1.0F, 1.0F);
+    for (const float sample : boosted(tests::joined({noise, clipped})))
+        ASSERT_LT(std::fabs(sample), 1) << "between the file's samples";
+
+    const Samples heard = boosted(tests::joined({soft, peak, soft, peak}));
     const auto [least, most] = std::minmax_element(heard.begin(), heard.end());
     EXPECT_NEAR(*most, 0.89, 0.03);
     EXPECT_NEAR(*least, -0.89, 0.03);

@@ -156,8 +156,7 @@ std::int32_t PlayerPanel::placeFrom(std::int32_t position, std::int64_t seconds)
 void PlayerPanel::skip(std::int32_t seconds) {
     if (alias_.empty() || rate_ <= 0)
         return;
-    seekTo(placeFrom(std::max(MciGetPosition(alias_), 0), seconds));
-    PlayerRefresh();
+    goToUnits(placeFrom(std::max(MciGetPosition(alias_), 0), seconds));
 }
 
 void PlayerPanel::playAgain() {

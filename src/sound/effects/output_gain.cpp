@@ -10,12 +10,14 @@ namespace ov::sound {
 namespace {
 
 constexpr float fullScale = 1;
-constexpr float raisedCeiling = 0.891F; // -1 dB: other rates have peaks between the samples
+constexpr float raisedCeiling = 0.891F; // -1 dB: no two filters draw the same curve
 constexpr float release = 1.06F;        // a chunk: half a decibel, 15 in a second
 
-// The largest gain that keeps such a peak below the ceiling.
-float largestGain(float peak, float gain) noexcept {
+// The largest gain that keeps such peaks below the ceiling. What is not raised stays as it is in
+// the file.
+float largestGain(const ChunkPeaks& peaks, float gain) noexcept {
     const float ceiling = gain > 1 ? raisedCeiling : fullScale;
+    const float peak = gain > 1 ? std::max(peaks.ofSamples, peaks.between) : peaks.ofSamples;
     return peak * gain > ceiling ? ceiling / peak : gain;
 }
 
@@ -33,13 +35,14 @@ void OutputGain::startAt(float gain) noexcept {
     limit_ = 1;
 }
 
-float OutputGain::apply(std::span<float> samples, float gain, float peak, float nextPeak) noexcept {
-    const float allowed = largestGain(peak, gain);
-    const float needed = std::min(allowed, largestGain(nextPeak, gain));
+float OutputGain::apply(std::span<float> samples, float gain, const ChunkPeaks& peaks,
+                        const ChunkPeaks& next) noexcept {
+    const float allowed = largestGain(peaks, gain);
+    const float needed = std::min(allowed, largestGain(next, gain));
     limit_ = gain > 0 ? std::min(needed / gain, limit_ * release) : 1;
     const float end = gain * std::min(limit_, 1.0F);
     // Nobody foresaw a peak behind a disk that stalled, or before the volume went up.
-    gain_ = std::min(gain_, std::max(largestGain(peak, std::max(gain, gain_)), 0.0F));
+    gain_ = std::min(gain_, std::max(largestGain(peaks, std::max(gain, gain_)), 0.0F));
     const float step = (end - gain_) / static_cast<float>(std::max<std::size_t>(samples.size(), 1));
     float extreme = 0;
     for (float& sample : samples) {

@@ -4,10 +4,11 @@
 
 #include "sound/sound_libraries.h"
 
-// libebur128 behind LoudnessMeter.
+// libebur128 behind LoudnessMeter and PeakMeter.
 
 namespace ov::sound::loaded {
 
 std::unique_ptr<LoudnessMeter> measureLoudness(int rate, int channels);
+std::unique_ptr<PeakMeter> measurePeaks(int rate, int channels);
 
 } // namespace ov::sound::loaded

@@ -28,6 +28,9 @@ public:
     std::unique_ptr<LoudnessMeter> measureLoudness(int rate, int channels) const override {
         return loaded::measureLoudness(rate, channels);
     }
+    std::unique_ptr<PeakMeter> measurePeaks(int rate, int channels) const override {
+        return loaded::measurePeaks(rate, channels);
+    }
     std::vector<std::string> outputNames() const override { return loaded::outputNames(); }
     std::unique_ptr<WaveOutput> openOutput(int rate, int channels, const OutputWish& which,
                                            WaveSource& source) const override {

@@ -127,7 +127,7 @@ TEST_F(Player, GoesWhereItIsTold) {
     const Case cases[] = {
         {"back", It::plays, 50, 0, skip(-5), 45, "Playing"},
         {"moved in a pause", It::pauses, 1, 0, skip(97), 98, "Stopped"},
-        {"not beyond the end", It::pauses, 98, 0, skip(5), 100, "Stopped"},
+        {"not to the end, where it would be closed", It::pauses, 98, 0, skip(5), 99, "Stopped"},
         {"pause", It::plays, 45, 3, playOrPause, 45, "Paused"},
         {"go on", It::pauses, 45, 3, playOrPause, 42, "Playing"},
         {"go on, not before the start", It::pauses, 1, 3, playOrPause, 0, "Playing"},
