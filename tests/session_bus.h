@@ -13,14 +13,9 @@
 #include <QDBusPendingCallWatcher>
 #include <QDBusVariant>
 #include <QTest>
-#include <csignal>
-#include <cstdlib>
-#include <fstream>
 #include <memory>
 #include <sys/socket.h>
 #include <sys/un.h>
-#include <unistd.h>
-#include <vector>
 
 // A message bus of the test's own, and a program that is on it.
 

@@ -23,8 +23,7 @@ TEST(ArrangedNames, KeepsWhatCanStay) {
         {{{"a", "c"}, {4, 5}}, {"a", "b", "c"}, {4, 20, 36}, {false, true, true}, {5}},
         {{{"a"}, {last}}, {"a", "b"}, {15, 31}, {true, true}, {last}},
         {{{"a", "b"}, {1, 2}}, {"b", "a"}, {2, 18}, {false, true}, {1}},
-        {{{"a"}, {1}}, {}, {}, {}, {1}},
-    };
+        {{{"a"}, {1}}, {}, {}, {}, {1}}};
     for (const auto& [kept, names, positions, isNew, removed] : cases) {
         const ArrangedNames arranged(names, kept);
         EXPECT_EQ(arranged.positions, positions);

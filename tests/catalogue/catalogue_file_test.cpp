@@ -2,9 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/catalogue/store_update_fixture.h"
 
-#include <fstream>
 #include <sqlite3.h>
-#include <unistd.h>
 
 namespace ov::catalogue {
 

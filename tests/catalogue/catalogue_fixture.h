@@ -8,7 +8,6 @@
 
 #include <memory>
 #include <sched.h>
-#include <string>
 #include <sys/mount.h>
 
 namespace ov::catalogue {

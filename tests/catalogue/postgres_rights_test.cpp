@@ -3,7 +3,6 @@
 #include "tests/catalogue/postgres_fixture.h"
 
 #include <array>
-#include <iterator>
 #include <thread>
 
 namespace ov::catalogue {
@@ -89,18 +88,16 @@ TEST_F(Roles, ShowAReaderHisWardsAlone) {
     EXPECT_EQ(askedAs(chief), walked());
     EXPECT_EQ(askedAs(anna), walked(store.directory("ward")));
     EXPECT_PRED2(holds, askedAs(anna, "other").at(0), "is not in the catalogue");
-    for (const auto& [question, answer] : {
-             std::pair{"SELECT string_agg(text, ',') FROM ovsearch.texts", "Secret"},
-             std::pair{"SELECT count(*) FROM ovsearch.dictations", "2"},
-             std::pair{"SELECT count(*) FROM ovsearch.folders", "2"},
-             std::pair{"SELECT count(*) FROM ovsearch.stores", "1"},
-             std::pair{"SELECT count(*) FROM ovsearch.wards", "1"},
-             std::pair{"SELECT count(*) FROM ovsearch.ward_readers", "1"},
-             std::pair{"SELECT count(*) FROM ovsearch.texts WHERE text = 'Known'", "0"},
-             std::pair{"SELECT count(*) FROM ovsearch.texts WHERE upper LIKE '%NOW%'", "0"},
-             std::pair{"SELECT count(*) FROM pg_stats WHERE schemaname = 'ovsearch'", "0"},
-         })
-        EXPECT_EQ(run(question, anna), answer) << question;
+    EXPECT_EQ(run("SELECT string_agg(text, ',') FROM ovsearch.texts", anna), "Secret");
+    for (const auto& [rows, count] : {std::pair{"ovsearch.dictations", "2"},
+                                      {"ovsearch.folders", "2"},
+                                      {"ovsearch.stores", "1"},
+                                      {"ovsearch.wards", "1"},
+                                      {"ovsearch.ward_readers", "1"},
+                                      {"ovsearch.texts WHERE text = 'Known'", "0"},
+                                      {"ovsearch.texts WHERE upper LIKE '%NOW%'", "0"},
+                                      {"pg_stats WHERE schemaname = 'ovsearch'", "0"}})
+        EXPECT_EQ(run(std::string("SELECT count(*) FROM ") + rows, anna), count) << rows;
     std::vector<Store> stores;
     EXPECT_TRUE(open(Access::ask)->stores(stores).ok());
     EXPECT_TRUE(open(Access::ask)->count(stores.at(0)).ok());

@@ -3,8 +3,6 @@
 #include "tests/catalogue/postgres_fixture.h"
 
 #include <array>
-#include <fstream>
-#include <random>
 #include <thread>
 #include <vector>
 

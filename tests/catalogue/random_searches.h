@@ -5,8 +5,6 @@
 #include "dictation/dictation_record.h"
 #include "tests/catalogue/catalogue_fixture.h"
 
-#include <random>
-
 namespace ov::catalogue {
 
 inline const Texts values = [] {

@@ -3,8 +3,6 @@
 #include "catalogue/following/store_follower.h"
 #include "tests/catalogue/store_update_fixture.h"
 
-#include <sys/resource.h>
-
 namespace ov::catalogue {
 
 namespace {

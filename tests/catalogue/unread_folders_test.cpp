@@ -3,8 +3,6 @@
 #include "catalogue/catalogue_check.h"
 #include "tests/catalogue/store_update_fixture.h"
 
-#include <unistd.h>
-
 namespace ov::catalogue {
 
 namespace {

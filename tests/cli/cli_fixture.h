@@ -5,14 +5,9 @@
 #include "tests/run_program.h"
 #include "tests/temporary_store.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
-#include <filesystem>
 #include <regex>
 #include <sstream>
-#include <string>
-#include <vector>
 
 namespace ov::cli {
 

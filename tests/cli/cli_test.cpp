@@ -115,8 +115,7 @@ TEST_F(Cli, Settings) {
         {"OVSearch.cfg", binary + "\r\n" + directories},
         {"registry.reg", binary},
         {"Data/DAss/SearchColumns.dat", binary},
-        {"Log/OVSearch_.log/x", "a folder in the place of the log"},
-    };
+        {"Log/OVSearch_.log/x", "a folder in the place of the log"}};
     for (const auto& [file, content] : cases) {
         settings_.add(file, content);
         const ProgramResult result = run({"find", "--columns", "author", "--format", "csv"});
@@ -174,8 +173,7 @@ TEST_F(Cli, ShowAndFields) {
         {run({"fields"}).output, "file  +File number  +text  +contains, is, =, not-contains, "},
         {run({"fields", "--language", "de"}).output, "length  +Länge  +time  +is, =, <=, "},
         {run({"fields"}, germanUser).output, "due  +Termin  +date  +yesterday, today, "},
-        {run({"show", file}, germanUser).output, "dictated  +Diktiert am  +30\\.12\\.2025  "},
-    };
+        {run({"show", file}, germanUser).output, "dictated  +Diktiert am  +30\\.12\\.2025  "}};
     for (const auto& [output, line] : cases)
         EXPECT_TRUE(std::regex_search(output, std::regex(line))) << line << output;
 

@@ -54,8 +54,7 @@ TEST_F(ExportCommand, RefusesWhatItShould) {
         {exportTo("list.csv", {"--sort", "shoe"}), 2, "cannot sort"},
         {exportTo("there.csv"), 3, "there.csv: already exists; --force"},
         {exportTo("missing/l.csv"), 3, "missing/l.csv: No such file"},
-        {exportTo("there.csv", {"--force"}, full), 3, "there.csv: File too large"},
-    };
+        {exportTo("there.csv", {"--force"}, full), 3, "there.csv: File too large"}};
     for (const auto& [result, exitCode, error] : cases) {
         EXPECT_EQ(result.exitCode, exitCode) << error;
         EXPECT_PRED2(holds, result.errors, error);

@@ -9,8 +9,6 @@
 
 #include <nlohmann/json.hpp>
 
-#include <fstream>
-
 namespace ov::cli {
 namespace {
 

@@ -83,8 +83,7 @@ TEST_F(OnATerminal, ColourMarksWhatWasLookedFor) {
         {"author contains m", {}, terminal_, m},
         {"author is müller", {}, terminal_, title + red("Müller") + "\n"},
         {"author not-contains z", {}, terminal_, title + rows},
-        {"folder is-not-empty", {"-c", "name contains ü"}, terminal_, title + rows},
-    };
+        {"folder is-not-empty", {"-c", "name contains ü"}, terminal_, title + rows}};
     for (const auto& [criterion, more, how, table] : cases) {
         const Texts options{"--columns", "author", "-c", "status = ROH", "-c", criterion};
         EXPECT_EQ(shown(plus(options, more), how), table) << criterion << joined(more);
@@ -101,8 +100,7 @@ TEST_F(OnATerminal, WhatWasFoundIsSeenInACutCell) {
         {{"-c", "subject contains aa"}, "20", "Abel    " + red(a.substr(0, 11)) + "…\n"},
         {{"-c", "subject contains kneebb"}, "20", "Abel    …aa" + red("kneebb") + "bb…\n"},
         {{"-c", "subject is " + a + "knee" + b}, "20", "Abel    " + red(a.substr(0, 11)) + "…\n"},
-        {{"--columns", "path", "-c", "subject contains knee"}, "100", a + red("knee") + b},
-    };
+        {{"--columns", "path", "-c", "subject contains knee"}, "100", a + red("knee") + b}};
     for (const auto& [more, width, cell] : cases) {
         const Texts options{"-c", "folder contains cut", "--columns", "author,subject"};
         EXPECT_PRED2(holds, shown(plus(options, more), with({{"COLUMNS", width}})), cell)

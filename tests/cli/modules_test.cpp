@@ -5,10 +5,6 @@
 #include "tests/temporary_store.h"
 #include "tests/wave_files.h"
 
-#include <gtest/gtest.h>
-
-#include <filesystem>
-
 // Where the program takes its modules from, and what it says when they cannot be had.
 
 namespace ov::cli {

@@ -6,11 +6,6 @@
 #include "tests/cli/cli_fixture.h"
 #include "tests/slow_store.h"
 
-#include <cstdio>
-#include <fcntl.h>
-#include <fstream>
-#include <memory>
-
 namespace ov::cli {
 namespace {
 

@@ -94,8 +94,7 @@ TEST_F(ControlLife, EndsWhereverItIs) {
     const std::pair<const char*, std::function<void()>> ways[] = {
         {"lets go", [this] { control_ = nullptr; }},
         {"destroys the window", [this] { parent_ = nullptr; }},
-        {"does both", [this] { parent_ = nullptr, control_ = nullptr; }},
-    };
+        {"does both", [this] { parent_ = nullptr, control_ = nullptr; }}};
     for (const Place& place : places)
         for (const auto& [what, end] : ways) {
             SCOPED_TRACE(std::string(what) + ": " + place.name);

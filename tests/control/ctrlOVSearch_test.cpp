@@ -211,8 +211,7 @@ TEST_F(Control, SurvivesWhatTheHostDoesInTheMiddleOfASearch) {
              host().answers["PI_GetDirectory(204)"] = store.directory();
          }},
         {"Search result", [&] { host().refused.insert("PI_ProgressText"); }},
-        {"Suchergebnis (30 Diktate)", [&] { speak("7"); }},
-    };
+        {"Suchergebnis (30 Diktate)", [&] { speak("7"); }}};
     for (const auto& [after, act] : cases) {
         openControl();
         inSearch([this] { search(); }, act);

@@ -5,7 +5,6 @@
 #include "dictation/filter/entered_value.h"
 #include "dictation/filter/filter_words.h"
 #include "platform/text.h"
-#include "tests/control/offered_values.h"
 #include "tests/control/rows_fixture.h"
 
 #include <QEventLoop>

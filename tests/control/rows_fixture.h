@@ -24,6 +24,18 @@ public:
                    model().text(row, column(field)).toStdString() + "; ";
         return all;
     }
+    // The list that is open below a line; nullptr: none is.
+    static QAbstractItemView* offeredList() {
+        return qobject_cast<QAbstractItemView*>(QApplication::activePopupWidget());
+    }
+    // "Anna; Berta; "
+    static std::string offered() {
+        QString all;
+        const QAbstractItemView* list = offeredList();
+        for (int row = 0; list != nullptr && row < list->model()->rowCount(); ++row)
+            all += list->model()->index(row, 0).data().toString() + QLatin1String("; ");
+        return all.toStdString();
+    }
     // Seen, so that it has a picture.
     QModelIndex cell(int row, int field) {
         const QModelIndex index = model().index(row, column(field));

@@ -10,8 +10,6 @@
 #include "tests/run_program.h"
 #include "tests/settings_fixture.h"
 
-#include <utility>
-
 namespace ov::exporting {
 
 using namespace std::string_literals;

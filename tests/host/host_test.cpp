@@ -4,13 +4,6 @@
 #include "platform/files.h"
 #include "tests/run_program.h"
 #include "tests/slow_store.h"
-#include "tests/temporary_store.h"
-
-#include <gtest/gtest.h>
-
-#include <filesystem>
-#include <string>
-#include <vector>
 
 // The host program, run without a screen: with the real plug-in, with files that are none, and
 // with a scripted one that prints what it sees of the host (plugins/scripted_plugin.cpp).
@@ -104,23 +97,21 @@ TEST_F(Host, SaysWhyItCannotGoOn) {
     const auto scripted = [](const char* step, const char* error, const std::string& output) {
         return Case{{"--plugin", OV_SCRIPTED_PLUGIN}, step, 1, error, output};
     };
+    const auto refused = [](const std::string& plugIn, const char* error) {
+        return Case{{"--plugin", plugIn}, "", 1, error, ""};
+    };
     const Case cases[] = {
         {{"--store", ""}, "", 2, "ovhost: ", ""},
         {{"--store", "/no/such/folder"}, "", 2, "ovhost: ", ""},
-        {{"--plugin", place_.native("text.so")}, "", 1, "text.so: the file is no plug-in.", ""},
-        {{"--plugin", place_.native("gone.so")}, "", 1, "gone.so: there is no such file.", ""},
-        {{"--plugin", OV_OTHER_INTERFACE_PLUGIN},
-         "",
-         1,
-         "IPlugInLibrary/0; this program needs",
-         ""},
-        {{"--plugin", OV_OTHER_VERSION_PLUGIN}, "", 1, "version 999 of the interface; this", ""},
+        refused(place_.native("text.so"), "text.so: the file is no plug-in."),
+        refused(place_.native("gone.so"), "gone.so: there is no such file."),
+        refused(OV_OTHER_INTERFACE_PLUGIN, "IPlugInLibrary/0; this program needs"),
+        refused(OV_OTHER_VERSION_PLUGIN, "version 999 of the interface; this"),
         scripted("no-plug-in", "does not know OVSearch.Connector", ""),
         scripted("refuse-start", "could not be started: no licence (error 7)", ""),
         scripted("no-control", "OVSearch could not create its control", "plug-in gone\n"),
         scripted("refuse-init", "no sound (error 9)", loaded + ended),
-        scripted("failing-listener", "refused (Fehler 5)", loaded + chosen + ended),
-    };
+        scripted("failing-listener", "refused (Fehler 5)", loaded + chosen + ended)};
     for (Case now : cases) {
         SCOPED_TRACE(now.arguments.back() + " " + now.step);
         now.arguments.emplace_back("--self-test");

@@ -30,8 +30,7 @@ TEST(TypedTime, Forms) {
         {":30", std::nullopt},
         {"1:2:3:4", std::nullopt},
         {"1m", std::nullopt},
-        {"1234567", std::nullopt},
-    };
+        {"1234567", std::nullopt}};
     for (const auto& [text, time] : cases)
         EXPECT_EQ(readTypedTime(text), time) << text;
 }

@@ -5,7 +5,6 @@
 #include "widgets/window_interface.h"
 
 #include <QMessageBox>
-#include <QPointer>
 
 namespace ov::widgets {
 namespace {

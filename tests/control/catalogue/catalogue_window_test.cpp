@@ -3,7 +3,6 @@
 
 #include "control/catalogue/catalogue_answer.h"
 #include "tests/control/catalogue/catalogue_window_fixture.h"
-#include "tests/control/offered_values.h"
 #include "tests/slow_store.h"
 
 #include <QCompleter>
@@ -254,7 +253,7 @@ TEST_F(CatalogueWindow, IsSwitchedOnAndOffInTheMenus) {
     EXPECT_FALSE(ofHost()->isChecked());
 }
 
-TEST_F(CatalogueWindow, OffersTheValuesOfAllDictations) {
+TEST_F(CatalogueWindow, OffersTheValuesOfAllDictationsBesideThoseOfTheHits) {
     store.add("2$WAV@@14$Anna.WAV").add("2$WAV@@14$Berta.WAV");
     update();
     openControl(); // nothing was searched for yet
@@ -267,14 +266,10 @@ TEST_F(CatalogueWindow, OffersTheValuesOfAllDictations) {
                    EXPECT_TRUE(QTest::qWaitFor([&] { return values->rowCount() == 2; }));
                    EXPECT_EQ(values->index(1, 0).data().toString(), QStringLiteral("Berta"));
                });
-}
-
-TEST_F(CatalogueWindow, OffersThemInTheFilterBesideThoseOfTheHits) {
-    store.add("2$WAV@@14$Berta.WAV");
-    update();
-    openControl();
     store.add("2$WAV@@14$Bernd.WAV");
     fs::remove(store.native("2$WAV@@14$Berta.WAV"));
+    window().activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window()));
     searchAfresh(); // nothing tells the catalogue of him
     auto& filter = widget<QLineEdit>("txtResultFilter");
     filter.setFocus();

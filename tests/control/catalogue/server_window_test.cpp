@@ -4,8 +4,6 @@
 #include "tests/catalogue/postgres_server.h"
 #include "tests/control/catalogue/catalogue_window_fixture.h"
 
-#include <QTimer>
-
 // A window whose catalogue is on a server.
 
 namespace ov {

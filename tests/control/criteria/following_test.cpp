@@ -7,7 +7,6 @@
 #include "tests/wave_files.h"
 
 #include <QCheckBox>
-#include <QToolButton>
 
 // What stands behind the criteria after a search, and how the list of hits follows them.
 

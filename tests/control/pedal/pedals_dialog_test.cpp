@@ -180,8 +180,7 @@ TEST_F(PedalsDialog, TellsWhyNothingIsReceivedAndWhatToDo) {
         {{{{{1, 2}, "Pedal", busy}, {{1, 3}, "Twin", {}}, {{1, 3}, "Twin", {}}}, {}},
          {},
          "Pedal (0001:0002): another program has it for itself;Twin (0001:0003);",
-         ""},
-    };
+         ""}};
     openControl();
     for (const Case& now : cases) {
         SCOPED_TRACE(now.devices);

@@ -178,8 +178,6 @@ TEST(RowFilter, KnowsWhenItOnlyNarrows) {
         {"müll", "mül", true},
         {"a müll", "MÜL", true},
         {"mül", "müll", false},
-        {"a", "", true},
-        {"", "a", false},
         {"ab", "a b", true},
         {"a b", "ab", false},
         {"author:mül x", "author:mü", true},

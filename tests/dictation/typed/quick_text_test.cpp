@@ -163,8 +163,7 @@ const std::vector<std::array<const char*, 3>> wrongTexts = {
      "more than 500 criteria, as a text without a field is looked for in 13 fields; name the "
      "field"},
     {"due: ( ( a b c d e ) ( f g h i j ) )", "(",
-     "is looked for in 13 fields and groups within groups multiply"},
-};
+     "is looked for in 13 fields and groups within groups multiply"}};
 
 TEST_F(QuickText, ErrorsPoint) {
     for (const auto& [text, at, message] : wrongTexts) {

@@ -12,8 +12,6 @@
 namespace ov {
 namespace {
 
-using namespace std::string_literals;
-
 // In place of a printer.
 void printTo(QDialog& dialog, const std::string& file) {
     static_cast<frmExportOptionsPrint&>(dialog).printer().setOutputFileName(

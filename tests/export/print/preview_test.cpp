@@ -11,8 +11,6 @@
 namespace ov {
 namespace {
 
-using namespace std::string_literals;
-
 // A command lets messages be handled, and these delete the menu it was chosen from. (Seen where
 // freed memory is overwritten, and with the events of a real window system.)
 TEST_F(ListExport, EntriesOutliveTheirMenus) {

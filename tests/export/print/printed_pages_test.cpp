@@ -141,8 +141,7 @@ TEST_F(PrintedPages, TurnAndShrinkUntilColumnsFit) {
         {16, "unbreakable", 0, Orientation::automatic, "842 82 3 28 Caption | 77 Caption"},
         {30, "unbreakable", 0, Orientation::automatic, "842 70 4 28 Cap | 55 Cap"},
         {14, "unbreakable", 12, Orientation::automatic, "842 140 4 28 Cap | 85 Cap"},
-        {14, "unbreakable", 0, Orientation::portrait, "595 70 4 28 Caption | 67 Caption"},
-    };
+        {14, "unbreakable", 0, Orientation::portrait, "595 70 4 28 Caption | 67 Caption"}};
     for (const auto& [columns, text, fontSize, orientation, expected] : cases) {
         document.columns.clear();
         addColumns(columns, text);

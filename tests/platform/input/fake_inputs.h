@@ -9,7 +9,6 @@
 #include <linux/input.h>
 #include <map>
 #include <set>
-#include <string>
 
 // A folder of input devices that the tests press. Each is a pipe that carries what the kernel's
 // would; what the library asks the kernel of it is answered here.

@@ -8,9 +8,7 @@
 #include <cstring>
 #include <fcntl.h>
 #include <mutex>
-#include <stdexcept>
 #include <sys/ioctl.h>
-#include <sys/stat.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 #include <utility>

@@ -137,8 +137,7 @@ TEST_F(InputDevicesTest, TellsWhatGoesDownAndComesUp) {
         {"one that trembles",
          {{EV_ABS, ABS_X, 193}, {EV_ABS, ABS_X, 185}, {EV_ABS, ABS_X, 195}, {EV_ABS, ABS_X, 150}},
          "down 65537, up 65537"},
-        {"one that is hardly moved", {{EV_ABS, ABS_X, 180}, {EV_ABS, ABS_X, 70}}, ""},
-    };
+        {"one that is hardly moved", {{EV_ABS, ABS_X, 180}, {EV_ABS, ABS_X, 70}}, ""}};
     for (const Case& now : cases) {
         SCOPED_TRACE(now.what);
         for (const auto& [type, code, value] : now.events)

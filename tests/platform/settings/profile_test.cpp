@@ -12,7 +12,6 @@
 #include "tests/slow_store.h"
 
 #include <algorithm>
-#include <array>
 #include <sys/file.h>
 #include <thread>
 

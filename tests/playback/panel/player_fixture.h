@@ -10,7 +10,6 @@
 
 #include <QProgressBar>
 #include <QSignalSpy>
-#include <type_traits>
 
 namespace ov {
 

@@ -3,7 +3,6 @@
 
 #include "tests/playback/panel/player_fixture.h"
 
-#include <functional>
 #include <tuple>
 
 namespace ov {
@@ -71,8 +70,7 @@ TEST_F(Player, ObeysBetweenTwoRoundsOfAPassage) {
         {"pedal up", [this] { panel_->pedalRest(); }, false, 20000},
         {"play", [this] { panel_->PlayerPlay(); }, true, 20000},
         {"go back", [this] { panel_->skip(-5); }, true, 15000},
-        {"play on", [this] { panel_->markLoop(); }, true, 20000},
-    };
+        {"play on", [this] { panel_->markLoop(); }, true, 20000}};
     for (const auto& [what, act, plays, from] : cases) {
         SCOPED_TRACE(what);
         panel_->PlayerStop();

@@ -137,8 +137,7 @@ TEST_F(Player, GoesWhereItIsTold) {
         {"play from its end", It::wasMovedInPause, 100, 3, playButton, 0, "Playing"},
         {"again", It::plays, 40, 0, again, 35, "Playing"},
         {"again from a pause", It::pauses, 40, 2, again, 38, "Playing"},
-        {"again, not before the start", It::plays, 1, 2, again, 0, "Playing"},
-    };
+        {"again, not before the start", It::plays, 1, 2, again, 0, "Playing"}};
     for (const Case& now : cases) {
         SCOPED_TRACE(now.what);
         panel_->PlayerStop();

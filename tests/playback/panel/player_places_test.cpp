@@ -4,7 +4,6 @@
 #include "playback/panel/remembered_positions.h"
 #include "tests/playback/panel/player_fixture.h"
 
-#include <QClipboard>
 #include <QToolTip>
 
 namespace ov {

@@ -110,8 +110,7 @@ TEST_F(PedalFeetTest, DoWhatTheirPedalsAreFor) {
          "from 21000 from 23000 from 25000 from 24000 at 24000 ", 20s, 1000ms},
         {"not before the start", "+1**-1", false, "from 500 at 0 at 0 ", 1500ms},
         {"going on from the start", "+1**-1", true, "from 500 at 0 from 0 ", 1500ms},
-        {"not back from where it was", "+3-3", false, "at 59500 ", 59500ms},
-    };
+        {"not back from where it was", "+3-3", false, "at 59500 ", 59500ms}};
     for (const Case& test : cases) {
         SCOPED_TRACE(test.what);
         player.isPlaying = test.playsBefore;
@@ -180,8 +179,7 @@ TEST(PedalAssignments, LeaveOutWhatMakesNoSense) {
         {"5;05f3:00ff 1=1 2=0 3=11 4=999999999999 x=1 5 =1 6=1x 7=2", "5;05f3:00ff 1=1 7=2"},
         {"5;05f3 1=1;:;12345:1 1=1;zz:1 1=1;a:b 1=1", "5;000a:000b 1=1"},
         {"5;05f3:00ff!! 1=1;05f3:00ff 99999999999=1;05f3:00ff!", "5;05f3:00ff!"},
-        {"5;05f3:00ff 1=1 1=2", "5;05f3:00ff 1=2"},
-    };
+        {"5;05f3:00ff 1=1 1=2", "5;05f3:00ff 1=2"}};
     for (const auto& [text, read] : cases)
         EXPECT_EQ(PedalAssignments(text).text(), read) << text;
 }

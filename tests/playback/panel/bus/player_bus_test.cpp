@@ -8,7 +8,6 @@
 #include <QDirIterator>
 #include <QFile>
 #include <QRegularExpression>
-#include <cmath>
 #include <limits>
 
 namespace ov {
@@ -141,15 +140,12 @@ TEST_F(PlayerOnBus, RefusesWithASentenceWhatMakesNoSense) {
     const std::string unknown = "org.freedesktop.DBus.Error.UnknownMethod";
     const std::string readOnly = "org.freedesktop.DBus.Error.PropertyReadOnly";
     const double notANumber = std::numeric_limits<double>::quiet_NaN();
-    const double endless = std::numeric_limits<double>::infinity();
     const auto setting = [](const char* name, const QVariant& value) {
         return QVariantList{QLatin1String(mpris), QLatin1String(name), variant(value)};
     };
     const std::tuple<const char*, const char*, QVariantList, std::string> cases[] = {
         {properties, "Set", setting("Rate", notANumber), invalid},
-        {properties, "Set", setting("Rate", endless), invalid},
         {properties, "Set", setting("Rate", 0.49), invalid},
-        {properties, "Set", setting("Rate", -1.0), invalid},
         {properties, "Set", setting("Rate", 2.01), invalid},
         {properties, "Set", setting("Rate", QStringLiteral("fast")), invalid},
         {properties, "Set", setting("Volume", notANumber), invalid},
@@ -168,8 +164,7 @@ TEST_F(PlayerOnBus, RefusesWithASentenceWhatMakesNoSense) {
         {own, "GoTo", {1}, invalid},
         {own, "Jump", {1.5}, invalid},
         {own, "Search", {}, invalid},
-        {own, "Search", {QStringLiteral("mine")}, "org.orvanta.OVSearch.Error.Busy"},
-    };
+        {own, "Search", {QStringLiteral("mine")}, "org.orvanta.OVSearch.Error.Busy"}};
     const auto before = seconds();
     for (const auto& [interface, method, arguments, error] : cases) {
         const QDBusMessage answer = call(interface, method, arguments);

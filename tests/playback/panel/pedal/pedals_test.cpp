@@ -4,8 +4,6 @@
 #include "tests/playback/panel/pedal/pedals_fixture.h"
 #include "tests/playback/panel/player_fixture.h"
 
-#include <QClipboard>
-
 namespace ov {
 namespace {
 
