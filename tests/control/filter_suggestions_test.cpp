@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
+#include "control/filter/filter_suggestions.h"
 #include "control/results/result_list.h"
 #include "dictation/filter/entered_value.h"
 #include "dictation/filter/filter_words.h"
@@ -74,6 +75,29 @@ TEST_F(FilterValues, AreOfferedForTheFieldAtTheCursor) {
         type(typed);
         EXPECT_EQ(offered(), "") << typed;
     }
+}
+
+// Of which one more is found each time.
+struct MoreAndMore final : ValueSource {
+    QStringList values;
+    bool lookOn(std::int32_t /*field*/) override {
+        values << QString::number(values.size());
+        return true;
+    }
+    QStringList found(std::int32_t /*field*/) const override { return values; }
+};
+
+TEST_F(FilterValues, StayAwayWhenSomebodyClicksElsewhere) {
+    openAndSearch();
+    QLineEdit& line = filter();
+    delete line.findChild<FilterSuggestions*>();
+    new FilterSuggestions(line, [] { return std::make_unique<MoreAndMore>(); });
+    type("author:|");
+    waitFor([] { return offeredList() != nullptr; });
+    QTest::mousePress(offeredList(), Qt::LeftButton, {}, {-5, -5});
+    for (int i = 0; i < 20; ++i)
+        QCoreApplication::processEvents();
+    EXPECT_EQ(offered(), "");
 }
 
 TEST_F(FilterValues, LeaveKeysToTheLineUntilOneIsChosen) {

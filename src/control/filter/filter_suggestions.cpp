@@ -130,6 +130,9 @@ bool FilterSuggestions::eventFilter(QObject* watched, QEvent* event) {
             stop();
         return false;
     }
+    // Beside the list, which closes it; what is found later would open it again.
+    if (type == QEvent::MouseButtonPress && !completer_->popup()->underMouse())
+        stop();
     if (type == QEvent::KeyPress)
         return isOpen() && pressed(static_cast<QKeyEvent&>(*event));
     if (type != QEvent::ShortcutOverride || static_cast<QKeyEvent*>(event)->key() != Qt::Key_Escape)
