@@ -59,6 +59,8 @@ TEST_F(OnServer, TakesPasswordsFromThePasswordFile) {
                   password == std::string("hush"));
         EXPECT_EQ(status.number(), status.ok() ? 0 : EACCES) << status.description();
         fs::remove(folder() / "passwords");
+        const tests::Environment inSight("PGPASSWORD", password);
+        EXPECT_NE(refusal(place), "");
     }
 }
 

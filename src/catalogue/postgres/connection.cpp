@@ -10,6 +10,7 @@
 #include <array>
 #include <cerrno>
 #include <chrono>
+#include <cstdlib>
 #include <libpq-fe.h>
 #include <utility>
 
@@ -38,6 +39,13 @@ std::string oneLine(std::string text) {
         text.pop_back();
     std::ranges::replace(text, '\n', ' ');
     return text;
+}
+
+bool isPasswordOfEnvironment(const pg_conn& connection) {
+    const char* const named = std::getenv("PGPASSWORD");
+    const char* const used = PQpass(&connection);
+    return named != nullptr && used != nullptr && PQconnectionUsedPassword(&connection) == 1 &&
+           std::string_view(named) == used;
 }
 
 std::string_view fieldOf(const PGresult* result, int field) {
@@ -99,6 +107,12 @@ void Connection::open(const std::string& setUp) {
     connection_.reset(PQconnectdbParams(keywords.data(), values.data(), 0));
     if (!isOpen())
         return failToOpen();
+    if (isPasswordOfEnvironment(*connection_)) {
+        connection_.reset();
+        fail(EACCES, "passwords are taken from the password file only, not from PGPASSWORD, which"
+                     " others may read");
+        return;
+    }
     PQsetNoticeProcessor(
         connection_.get(), [](void*, const char*) {}, nullptr);
     PQsetnonblocking(connection_.get(), 1); // flush() waits
