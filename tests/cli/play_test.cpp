@@ -22,6 +22,7 @@ TEST(PlayKeys, AreThoseOfThePlayer) {
         {" saq", {pause, stop, again, quit}},
         {"pn", {previous, next}},
         {"lgt", {mark, goTo, timeStamp}},
+        {"\x0C\n\x14\r", {mark, goTo, timeStamp}},
         {"+=-_", {faster, faster, slower, slower}},
         {"\x1B[D\x1B[C", {back, on}},
         {"\x1BOD\x1B[1;5C", {back, on}},
@@ -106,7 +107,13 @@ TEST_F(PlayList, ObeysKeysOnATerminal) {
         {"\x1B[Csq", {"0:00:05 / 0:01:40", "paused"}},
         {"++n-q", {"110 %", "125 %", "2 of 2"}},
         {"g1:15\nt q", {"[00:01:15]", "paused"}},
-        {"g1:15\x1Bg0:30x\x7F\rtg1:200\x7F\r q", {"[00:00:00]", "go to 1:2", "0:01:20 /"}},
+        {"g1:15\x1Btg0:30x\x7F\rg1:200\x7F\r q",
+         {"[00:00:00]", "go to 0:30x", "go to 1:2", "0:01:20 /"}},
+        {"\x1B[Cg1:41\rtg1m\rtg+9:00\r t q",
+         {"1:41 lies beyond the end, 0:01:40", "\"1m\" is no time; say", "[00:00:05]",
+          "[00:01:39]"}},
+        {"\r\n1:15\rt q", {"[00:01:15]"}}, // Enter is not Ctrl-J
+        {"ll q", {"too short"}},
         {"\x1B[Cl\x1B[C\x1B[Cltlq", {"0:00:05 to 0:00:15", "[00:00:05]", "no longer"}}};
     for (const auto& [typed, shown] : cases) {
         const ProgramResult played = run({"play", zeh_, oeztuerk_}, silent(true, typed));

@@ -134,10 +134,9 @@ std::optional<ListPlayer::Then> ListPlayer::take(char typed, PlayedFile& played)
     return key ? obey(*key, played) : std::nullopt;
 }
 
-// Enter ends it; what is no time is given up, as by Escape.
+// Enter ends it; Escape and other keys that write nothing give it up.
 void ListPlayer::takeTime(char typed, PlayedFile& played) {
-    constexpr std::string_view ofTimes = "0123456789:+-";
-    if (ofTimes.find(typed) != std::string_view::npos) {
+    if (typed >= ' ' && typed <= '~') {
         time_->push_back(typed);
         return;
     }
@@ -145,9 +144,17 @@ void ListPlayer::takeTime(char typed, PlayedFile& played) {
         time_->pop_back();
         return;
     }
-    const auto time = readTypedTime(*std::exchange(time_, std::nullopt));
-    if (time && (typed == '\n' || typed == '\r'))
-        played.goTo(*time);
+    const std::string text = *std::exchange(time_, std::nullopt);
+    if (!text.empty() && (typed == '\n' || typed == '\r'))
+        goTo(text, played);
+}
+
+void ListPlayer::goTo(const std::string& text, PlayedFile& played) {
+    const auto time = readTypedTime(text);
+    if (time && played.goTo(*time))
+        return;
+    terminal_.clearProgress();
+    complain(time ? text + " lies beyond the end, " + timeText(played.end()) : notATime(text));
 }
 
 std::optional<ListPlayer::Then> ListPlayer::obey(PlayKey key, PlayedFile& played) {
@@ -204,8 +211,9 @@ void ListPlayer::tellLoop(const PlayLoop& loop) {
     if (loop.isWhole())
         complain("again and again: " + timeText(loop.from()) + " to " + timeText(loop.to()));
     else
-        complain(loop.isMarked() ? "again and again from " + timeText(loop.from())
-                                 : std::string("no longer again and again"));
+        complain(loop.isMarked()     ? "again and again from " + timeText(loop.from())
+                 : loop.isTooShort() ? "too short to be played again and again"
+                                     : "no longer again and again");
 }
 
 // To the next one that is offered; stays for the files that follow.

@@ -47,6 +47,7 @@ private:
     std::optional<Then> take(char typed, PlayedFile& played);
     std::optional<Then> obey(PlayKey key, PlayedFile& played);
     void takeTime(char typed, PlayedFile& played);
+    void goTo(const std::string& text, PlayedFile& played);
     void tell(const std::string& words);
     void tellLoop(const PlayLoop& loop);
     void changeSpeed(int steps, PlayedFile& played);

@@ -11,6 +11,10 @@ namespace ov::cli {
 namespace {
 
 constexpr char escape = '\x1B';
+// Those of the window. Where the keys are read, Enter is another character.
+constexpr char controlJ = '\x0A';
+constexpr char controlL = '\x0C';
+constexpr char controlT = '\x14';
 constexpr std::string_view f7 = "[18~";
 
 std::optional<PlayKey> keyOf(char typed) {
@@ -32,10 +36,13 @@ std::optional<PlayKey> keyOf(char typed) {
     case '=': // the same key without Shift
         return PlayKey::faster;
     case 'l':
+    case controlL:
         return PlayKey::mark;
     case 'g':
+    case controlJ:
         return PlayKey::goTo;
     case 't':
+    case controlT:
         return PlayKey::timeStamp;
     case 'q':
         return PlayKey::quit;

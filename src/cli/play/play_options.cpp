@@ -13,9 +13,9 @@ namespace {
 
 constexpr const char* keysHelp =
     "Keys: Space pauses, Left and Right go five seconds, a plays the last five again, s stops at\n"
-    "the beginning, n and p are the next and the previous file, + and - the speed, l marks what "
-    "is\n"
-    "played again and again, g goes to a time that is typed, t prints a time stamp, q ends.\n"
+    "the beginning, n and p are the next and the previous file, + and - the speed, l marks what\n"
+    "is played again and again, g goes to a time that is typed, t prints a time stamp, q ends;\n"
+    "Ctrl-L, Ctrl-J and Ctrl-T do what l, g and t do.\n"
     "TIMEs are 83, 1:23 or 0:01:23; -30 counts from the end, and --to +30 from --from.\n"
     "Criteria are those of find: what they find in the store is played after the FILEs.\n"
     "Exit codes: 0 played, 1 nothing found, 2 wrong usage, 3 a file cannot be played or there is\n"
@@ -28,9 +28,7 @@ void addTime(CLI::App& command, const std::string& name, std::optional<TypedTime
             name, [&time](const std::string& text) { time = readTypedTime(text); }, help)
         ->type_name("TIME")
         ->check({[](const std::string& text) {
-                     return readTypedTime(text)
-                                ? std::string()
-                                : '"' + text + "\" is no time; say 83, 1:23, +30 or -30";
+                     return readTypedTime(text) ? std::string() : notATime(text);
                  },
                  ""});
 }

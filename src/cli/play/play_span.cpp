@@ -17,6 +17,10 @@ std::int64_t placeOf(const TypedTime& time, std::int64_t on, std::int64_t length
 
 } // namespace
 
+std::string notATime(const std::string& text) {
+    return '"' + text + "\" is no time; say 83, 1:23, +30 or -30";
+}
+
 std::optional<PlaySpan> spanOf(const WantedSpan& wanted, std::int32_t length) {
     const std::int64_t from = wanted.from ? placeOf(*wanted.from, 0, length) : 0;
     const std::int64_t to = wanted.to ? placeOf(*wanted.to, from, length) : length;

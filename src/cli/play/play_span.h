@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
 
 namespace ov::cli {
 
@@ -22,6 +23,9 @@ struct PlaySpan {
     std::int32_t to = 0;
     bool operator==(const PlaySpan&) const = default;
 };
+
+// What to say of a text that is no time.
+std::string notATime(const std::string& text);
 
 // Within a file of that length; nothing when it has nothing there.
 std::optional<PlaySpan> spanOf(const WantedSpan& wanted, std::int32_t length);

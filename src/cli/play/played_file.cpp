@@ -88,8 +88,15 @@ void PlayedFile::skip(std::int32_t seconds) {
     moveTo(position() + std::int64_t{seconds} * msOfSecond);
 }
 
-void PlayedFile::goTo(const TypedTime& time) {
-    moveTo((time.isRelative ? position() : 0) + time.seconds * msOfSecond);
+bool PlayedFile::goTo(const TypedTime& time) {
+    const std::int64_t here = position();
+    const std::int64_t place =
+        (time.isRelative ? here : 0) + std::int64_t{time.seconds} * msOfSecond;
+    if (!time.isRelative && place > span_.to)
+        return false;
+    // Not to its end, where it would be left.
+    moveTo(std::min(place, std::max<std::int64_t>(here, span_.to - msOfSecond)));
+    return true;
 }
 
 const PlayLoop& PlayedFile::markLoop() {

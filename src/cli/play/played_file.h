@@ -29,11 +29,13 @@ public:
     std::string problem() const;
     std::int32_t position() const;
     std::int32_t length() const { return length_; }
+    std::int32_t end() const { return span_.to; } // of what is played of it
 
     void pauseOrGoOn();
     void stop(); // stands at its beginning
     void skip(std::int32_t seconds);
-    void goTo(const TypedTime& time); // "-30" counts from where it is
+    // "-30" counts from where it is. False, and nothing done, for a place beyond end().
+    bool goTo(const TypedTime& time);
     // See PlayLoop. What it has marked now.
     const PlayLoop& markLoop();
     void setSpeed(std::int32_t percent);

@@ -39,6 +39,7 @@ extern "C" void restoreAndEnd(int signal) {
 
 void takeKeys() noexcept {
     termios mode = savedMode();
+    mode.c_iflag &= ~static_cast<tcflag_t>(ICRNL); // else Enter would be Ctrl-J
     mode.c_lflag &= ~static_cast<tcflag_t>(ICANON | ECHO);
     mode.c_cc[VMIN] = 1;
     mode.c_cc[VTIME] = 0;

@@ -66,7 +66,8 @@ Status readInput(const std::string& native, std::string& content, std::uint64_t 
 
 // Single keys from the terminal on standard input, as they are pressed and without showing them.
 // One at a time; the terminal is as before when it ends, also when a signal ends the program.
-// Ctrl-C is a key like others meanwhile. Where standard input is no terminal there are no keys.
+// Ctrl-C is a key like others meanwhile, and Enter is '\r'. Where standard input is no terminal
+// there are no keys.
 class TerminalKeys {
 public:
     static constexpr char controlC = '\x03';
