@@ -55,6 +55,13 @@ TEST_F(Waveform, IsNotWaitedForWhenTheDiskStalls) {
     EXPECT_FALSE(FailingReads::keptSomebody());
 }
 
+TEST_F(Waveform, IsReadOnceForAllWindows) {
+    const QImage two = openAndSee("two.WAV", {plain_});
+    const FailingReads bad(store.native("two.WAV"), FailingReads::How::fail, 4 * 65536);
+    makePanel();
+    EXPECT_EQ(openAndSee("two.WAV", {plain_}), two);
+}
+
 TEST_F(Waveform, ShowsAPartAndTurnsItsPage) {
     panel_->resize(1200, panel_->height());
     plain_ = picture();

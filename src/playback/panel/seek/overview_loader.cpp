@@ -5,7 +5,6 @@
 
 #include "platform/threads/detached_thread.h"
 
-#include <algorithm>
 #include <mutex>
 #include <stop_token>
 #include <utility>
@@ -20,16 +19,35 @@ constexpr std::size_t mostKept = 20;
 
 } // namespace
 
+OverviewStore::Shared OverviewStore::find(std::string_view path) const {
+    for (const Shared& one : kept_)
+        if (one->path == path)
+            return one;
+    return nullptr;
+}
+
+void OverviewStore::keep(Shared overview) {
+    std::erase_if(kept_, [&](const Shared& one) { return one->path == overview->path; });
+    kept_.insert(kept_.begin(), std::move(overview));
+    if (kept_.size() > mostKept)
+        kept_.pop_back();
+}
+
+OverviewStore& OverviewStore::instance() {
+    static OverviewStore theStore;
+    return theStore;
+}
+
 // What a reader shares with its loader, which may be long gone when a stalled disk answers.
 struct OverviewLoader::Reading {
     Reading(OverviewLoader& loader, std::string thePath)
-        : path(std::move(thePath)), folder(platform::driveFolder()), receiver(&loader) {
-        for (const Kept& one : loader.kept_)
-            known.push_back(one.key);
-    }
+        : path(std::move(thePath)),
+          known(OverviewStore::instance().find(path)),
+          folder(platform::driveFolder()),
+          receiver(&loader) {}
 
     const std::string path;
-    std::vector<Key> known; // what the loader has already
+    const OverviewStore::Shared known; // may be that of an older file, or none
     const std::string folder;
     std::stop_source stop;
     std::mutex mutex;
@@ -58,33 +76,30 @@ void OverviewLoader::giveUp() {
 // On the reader's thread.
 void OverviewLoader::read(const std::shared_ptr<Reading>& reading) {
     platform::setDriveFolder(reading->folder);
-    Kept kept{{reading->path, platform::fileStamp(reading->path)}, {}};
-    const std::vector<Key>& known = reading->known;
-    if (std::find(known.begin(), known.end(), kept.key) == known.end() &&
-        !sound::readWaveOverview(reading->path, detail, reading->stop.get_token(), kept.peaks))
+    const OverviewStore::Shared overview = overviewOf(*reading);
+    if (!overview)
         return;
     const std::lock_guard<std::mutex> lock(reading->mutex);
     if (OverviewLoader* receiver = reading->receiver)
         QMetaObject::invokeMethod(
             receiver,
-            [receiver, reading, read = std::move(kept)] {
-                if (receiver->reading_ == reading)
-                    receiver->take(read);
+            [receiver, reading, overview] {
+                if (receiver->reading_ != reading)
+                    return;
+                OverviewStore::instance().keep(overview);
+                Q_EMIT receiver->ready(overview->peaks);
             },
             Qt::QueuedConnection);
 }
 
-// Without peaks it is one that is kept.
-void OverviewLoader::take(Kept read) {
-    const auto known = std::find_if(kept_.begin(), kept_.end(),
-                                    [&](const Kept& one) { return one.key == read.key; });
-    if (known != kept_.end())
-        kept_.splice(kept_.begin(), kept_, known);
-    else
-        kept_.push_front(std::move(read));
-    if (kept_.size() > mostKept)
-        kept_.pop_back();
-    Q_EMIT ready(kept_.front().peaks);
+// Nothing when it cannot be had, or is not wanted any more.
+OverviewStore::Shared OverviewLoader::overviewOf(const Reading& reading) {
+    OverviewStore::Overview read{reading.path, platform::fileStamp(reading.path), {}};
+    if (reading.known && reading.known->stamp == read.stamp)
+        return reading.known;
+    if (!sound::readWaveOverview(read.path, detail, reading.stop.get_token(), read.peaks))
+        return nullptr;
+    return std::make_shared<const OverviewStore::Overview>(std::move(read));
 }
 
 } // namespace ov

@@ -7,16 +7,37 @@
 #include "sound/wave_overview.h"
 
 #include <QObject>
-#include <list>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace ov {
 
-// Reads the shape of a sound file on a thread of its own and tells when it is there. Keeps those
-// of the last twenty files. Never waits for a disk: a reader that is not wanted any more ends by
-// itself.
+// The shapes of the last twenty files, for all windows of the program. For the thread of
+// the windows only.
+class OverviewStore {
+public:
+    struct Overview {
+        std::string path;
+        platform::FileStamp stamp; // when it was read
+        std::vector<sound::WavePeaks> peaks;
+    };
+    // Readers hold it too: it may be dropped here meanwhile.
+    using Shared = std::shared_ptr<const Overview>;
+
+    static OverviewStore& instance();
+
+    Shared find(std::string_view path) const;
+    // In place of another one of that path.
+    void keep(Shared overview);
+
+private:
+    std::vector<Shared> kept_; // the newest first
+};
+
+// Reads the shape of a sound file on a thread of its own, unless it is in the store, and tells when
+// it is there. Never waits for a disk: a reader that is not wanted any more ends by itself.
 class OverviewLoader final : public QObject {
     Q_OBJECT
 
@@ -35,20 +56,10 @@ Q_SIGNALS:
     void ready(const std::vector<ov::sound::WavePeaks>& peaks);
 
 private:
-    struct Key {
-        std::string path;
-        platform::FileStamp stamp;
-        bool operator==(const Key&) const = default;
-    };
     struct Reading;
     static void read(const std::shared_ptr<Reading>& reading);
-    struct Kept {
-        Key key;
-        std::vector<sound::WavePeaks> peaks;
-    };
-    void take(Kept read);
+    static OverviewStore::Shared overviewOf(const Reading& reading);
 
-    std::list<Kept> kept_;             // the newest first
     std::shared_ptr<Reading> reading_; // that is wanted
 };
 
