@@ -39,7 +39,8 @@ void PlayerPanel::markLoop() {
     };
     tell(loop.isWhole()    ? widgets::text(text_id::loopPlays, {time(loop.from()), time(loop.to())})
          : loop.isMarked() ? widgets::text(text_id::loopBegins, {time(loop.from())})
-                           : widgets::text(text_id::loopEnded));
+         : loop.isTooShort() ? widgets::text(text_id::loopTooShort)
+                             : widgets::text(text_id::loopEnded));
 }
 
 // Between two rounds the device stands still until the next look at it.

@@ -3,6 +3,7 @@
 
 #include "playback/panel/time_edit.h"
 
+#include "playback/panel/player_texts.h"
 #include "support/language/text_ids.h"
 #include "widgets/captions.h"
 #include "widgets/spoken.h"
@@ -62,7 +63,9 @@ void TimeEdit::keyPressEvent(QKeyEvent* event) {
 void TimeEdit::accept() {
     const auto time = readTypedTime(widgets::toUtf8(text()));
     if (!time || (!time->isRelative && time->seconds > longest_)) {
-        const QString reason = widgets::text(text_id::goToTimeTip);
+        const QString reason = time ? widgets::text(text_id::placeBeyondEnd,
+                                                    {widgets::toUtf8(FormatPlayTime(longest_, 1))})
+                                    : widgets::text(text_id::goToTimeTip);
         QToolTip::showText(mapToGlobal(rect().bottomLeft()), reason, this);
         widgets::announce(*this, reason);
         selectAll();

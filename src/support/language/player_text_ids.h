@@ -51,6 +51,8 @@ constexpr std::int32_t outputMenu = 1140;
 constexpr std::int32_t usualOutput = 1141;
 constexpr std::int32_t outputGone = 1142; // %1%: its name
 constexpr std::int32_t outputsAsked = 1143;
-constexpr std::int32_t outputMissing = 1144; // %1%: its name
+constexpr std::int32_t outputMissing = 1144;  // %1%: its name
+constexpr std::int32_t placeBeyondEnd = 1145; // %1%: the length
+constexpr std::int32_t loopTooShort = 1146;
 
 } // namespace ov::text_id

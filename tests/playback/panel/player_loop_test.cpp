@@ -3,6 +3,7 @@
 
 #include "tests/playback/panel/player_fixture.h"
 
+#include <QToolTip>
 #include <tuple>
 
 namespace ov {
@@ -14,6 +15,9 @@ TEST_F(Player, RepeatsAPassageUntilToldToPlayOn) {
     moveTo(20);
     const QImage without = seek().grab().toImage();
     press(1);
+    panel_->markLoop();
+    panel_->markLoop();
+    EXPECT_TRUE(QToolTip::text().contains(u"too short"));
     panel_->markLoop();
     panel_->skip(5);
     panel_->markLoop(); // from 20.5 to 25.5

@@ -162,6 +162,7 @@ TEST_F(Positions, AreGoneToWhenTyped) {
     EXPECT_EQ(goTo("-9:00"), 0);
     EXPECT_EQ(goTo("1:41"), 0);
     EXPECT_EQ(edit.selectedText(), QStringLiteral("1:41")) << "it is not that long";
+    EXPECT_TRUE(QToolTip::text().contains(u"only 00:01:40"));
     panel_->askForTime();
     EXPECT_EQ(edit.selectedText(), QStringLiteral("1:41"));
     QTest::keyClick(&edit, Qt::Key_Escape);
