@@ -110,13 +110,16 @@ std::string onOneLine(std::string_view value) {
     return line;
 }
 
-std::string criterionLine(const Criterion& criterion) {
+// A value is first made fit for a line: else what is written here would be read and written again
+// in another form.
+std::string criterionLine(Criterion criterion) {
+    criterion.Value1 = onOneLine(criterion.Value1);
+    criterion.Value2 = onOneLine(criterion.Value2);
     const std::string start(criterion.indented ? indentation : std::string_view());
     const std::string typed = typedCriterion(criterion);
-    if (!typed.empty())
-        return start + onOneLine(typed);
-    return start + BuildCriteriaString(criterion.Field, criterion.Operator,
-                                       onOneLine(criterion.Value1), onOneLine(criterion.Value2));
+    return start + (!typed.empty() ? typed
+                                   : BuildCriteriaString(criterion.Field, criterion.Operator,
+                                                         criterion.Value1, criterion.Value2));
 }
 
 } // namespace

@@ -127,6 +127,8 @@ TEST_F(CriterionText, AFileHoldsAllOfASearch) {
     EXPECT_EQ(readSearchText(writeSearchText({{}, {{14, operator_id::is, "a\nb\x01", ""}}}, ""))
                   .search.criteria,
               (std::vector<Criterion>{{14, operator_id::is, "a b ", ""}}));
+    const std::vector<Criterion> control = {{5, operator_id::contains, "M\x05M", ""}};
+    EXPECT_EQ(writeCriteriaText(control), "author contains M M\n"); // read: written the same
 }
 
 TEST_F(CriterionText, AFileMayBeWrittenByAnybody) {
