@@ -53,8 +53,8 @@ platform::Status prepareTables(Database& database, const std::string& native, bo
     const auto isMarked = [&ask] { return ask("PRAGMA application_id") == applicationId; };
     database.setMayBeRemoved(isMarked());
     if (mayMake && isEmpty()) { // else whoever is just updating it would have to be waited for
-        database.run(
-            "PRAGMA page_size = 16384"); // what is written in order is quicker in large ones
+        // What is written in order is quicker in large pages.
+        database.run("PRAGMA page_size = 16384");
         database.run("BEGIN IMMEDIATE");
         if (isEmpty() && !database.failed())
             database.run(tables().c_str());

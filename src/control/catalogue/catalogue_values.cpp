@@ -62,7 +62,7 @@ bool CatalogueValues::isWaiting(std::int32_t id) const {
 }
 
 QStringList CatalogueValues::found(std::int32_t id) const {
-    const QStringList others = other_.found(id);
+    QStringList others = other_.found(id);
     const auto field = fields_.find(id);
     if (field == fields_.end() || field->second.texts.isEmpty())
         return others;

@@ -25,9 +25,9 @@ public:
     CatalogueValues(const CatalogueValues&) = delete;
     CatalogueValues& operator=(const CatalogueValues&) = delete;
 
-    bool lookOn(std::int32_t field) override;
-    bool isWaiting(std::int32_t field) const override;
-    QStringList found(std::int32_t field) const override;
+    bool lookOn(std::int32_t id) override;
+    bool isWaiting(std::int32_t id) const override;
+    QStringList found(std::int32_t id) const override;
 
 private:
     using Texts = QSet<QString>;
