@@ -6,6 +6,7 @@ import hashlib
 import json
 import os
 import pathlib
+import re
 import shutil
 import subprocess
 import tempfile
@@ -35,7 +36,8 @@ class Covering:
         for entry in json.loads((self.build / "compile_commands.json").read_text()):
             source = pathlib.Path(entry["directory"], entry["file"]).resolve()
             if self.tree in source.parents:
-                self.counts[str(source.relative_to(self.tree))] = entry["output"].removesuffix(".o") + ".gcda"
+                output = re.search(r" -o (\S+)\.o ", entry["command"])[1]
+                self.counts[str(source.relative_to(self.tree))] = output + ".gcda"
         shutil.rmtree(self.told, ignore_errors=True)
         running = [self.start(program) for program in self.programs]
         for process in running:
