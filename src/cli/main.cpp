@@ -132,47 +132,67 @@ void parse(CLI::App& app, std::vector<std::string> texts, Arguments& arguments) 
     app.parse(std::move(texts));
 }
 
+// Each is true once it has been asked for.
+struct Commands {
+    Commands(CLI::App& app, Arguments& arguments)
+        : find(addFind(app, arguments.find)),
+          show(addShow(app, arguments.show)),
+          fields(addFields(app, arguments)),
+          play(addPlay(app, arguments.play)),
+          devices(addDevices(app, arguments.deviceFormat)),
+          demo(addDemo(app, arguments)),
+          exported(addExport(app, arguments.exported)),
+          catalogue(addCatalogue(app, arguments.catalogue)),
+          help(addHelp(app, arguments)) {
+        for (CLI::App* command :
+             {&app, find, show, fields, play, devices, demo, exported, catalogue})
+            addCommonOptions(*command, arguments);
+    }
+
+    // In the order in which they are listed.
+    CLI::App* find;
+    CLI::App* show;
+    CLI::App* fields;
+    CLI::App* play;
+    CLI::App* devices;
+    CLI::App* demo;
+    CLI::App* exported;
+    CLI::App* catalogue;
+    CLI::App* help;
+};
+
+ExitCode runAsked(const Commands& asked, const Arguments& arguments) {
+    TerminalInterface terminal;
+    const Session session(arguments.session);
+    if (*asked.find)
+        return runFind(arguments.find, session, terminal);
+    if (*asked.exported)
+        return runExport(arguments.exported, session, terminal);
+    if (*asked.show)
+        return runShow(arguments.show);
+    if (*asked.play)
+        return runPlay(arguments.play, session, terminal);
+    if (*asked.devices)
+        return runDevices(arguments.deviceFormat);
+    if (*asked.demo)
+        return runDemo(arguments.demoDirectory, arguments.demoCount, arguments.demoSeed, terminal);
+    if (*asked.catalogue)
+        return runCatalogue(arguments.catalogue, terminal);
+    return runFields(arguments.looks);
+}
+
 ExitCode run(int argc, char** argv) {
     Arguments arguments;
     CLI::App app("Searches stores of dictations by what their file names tell.", "ovsearch");
     app.set_version_flag(versionOption, std::string("ovsearch ") + ov::version::text);
     app.require_subcommand(1);
-    CLI::App* find = addFind(app, arguments.find);
-    CLI::App* show = addShow(app, arguments.show);
-    CLI::App* fields = addFields(app, arguments);
-    CLI::App* play = addPlay(app, arguments.play);
-    CLI::App* devices = addDevices(app, arguments.deviceFormat);
-    CLI::App* demo = addDemo(app, arguments);
-    CLI::App* exported = addExport(app, arguments.exported);
-    CLI::App* catalogue = addCatalogue(app, arguments.catalogue);
-    CLI::App* help = addHelp(app, arguments);
-    for (CLI::App* command : {&app, find, show, fields, play, devices, demo, exported, catalogue})
-        addCommonOptions(*command, arguments);
+    const Commands asked(app, arguments);
     try {
         parse(app, withWholeCommands({argv + std::min(argc, 1), argv + argc}), arguments);
     } catch (const CLI::ParseError& error) {
         return refuse(app, error);
     }
-    if (*help)
-        return tellHelp(app, arguments.help);
-
-    TerminalInterface terminal;
-    const Session session(arguments.session);
-    if (*find)
-        return runFind(arguments.find, session, terminal);
-    if (*exported)
-        return runExport(arguments.exported, session, terminal);
-    if (*show)
-        return runShow(arguments.show);
-    if (*play)
-        return runPlay(arguments.play, session, terminal);
-    if (*devices)
-        return runDevices(arguments.deviceFormat);
-    if (*demo)
-        return runDemo(arguments.demoDirectory, arguments.demoCount, arguments.demoSeed, terminal);
-    if (*catalogue)
-        return runCatalogue(arguments.catalogue, terminal);
-    return runFields(arguments.looks);
+    return *asked.help ? tellHelp(app, arguments.help) : runAsked(asked, arguments);
 }
 
 int interruptingSignal() {

@@ -8,6 +8,40 @@
 
 namespace ov::catalogue::loaded {
 
+namespace {
+
+// The numbers first, then the texts.
+constexpr std::size_t folderNumbers = 14;
+constexpr const char* writingOfFolders =
+    "INSERT INTO folders (id, store, ward, depth, place, device, file, modified, changed,"
+    " first_seen, settled, digest, dictations, skipped, path, upper, problem)"
+    " SELECT * FROM unnest(?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"
+    " ON CONFLICT (id) DO UPDATE SET (ward, place, device, file, modified, changed, first_seen,"
+    " settled, digest, dictations, skipped, problem) = (excluded.ward, excluded.place, "
+    "excluded.device,"
+    " excluded.file, excluded.modified, excluded.changed, excluded.first_seen,"
+    " excluded.settled, excluded.digest, excluded.dictations, excluded.skipped,"
+    " excluded.problem)";
+
+std::array<std::int64_t, folderNumbers> numbersOf(const Folder& folder, std::int64_t store) {
+    return {folder.id,
+            store,
+            folder.ward,
+            folder.depth,
+            folder.place,
+            static_cast<std::int64_t>(folder.stamp.id.device),
+            static_cast<std::int64_t>(folder.stamp.id.file),
+            folder.stamp.modified,
+            folder.stamp.changed,
+            folder.firstSeen,
+            static_cast<std::int64_t>(folder.settled),
+            static_cast<std::int64_t>(folder.digest),
+            folder.dictations,
+            folder.skipped};
+}
+
+} // namespace
+
 void PendingRows::add(const Folder& folder, std::int64_t store, std::string upper) {
     folders_.insert_or_assign(folder.id, FolderRow{folder, store, std::move(upper)});
 }
@@ -36,47 +70,23 @@ void PendingRows::write(Connection& connection) {
 }
 
 void PendingRows::writeFolders(Connection& connection) {
-    constexpr const char* sql =
-        "INSERT INTO folders (id, store, ward, depth, place, device, file, modified, changed,"
-        " first_seen, settled, digest, dictations, skipped, path, upper, problem)"
-        " SELECT * FROM unnest(?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"
-        " ON CONFLICT (id) DO UPDATE SET (ward, place, device, file, modified, changed, first_seen,"
-        " settled, digest, dictations, skipped, problem) = (excluded.ward, excluded.place, "
-        "excluded.device,"
-        " excluded.file, excluded.modified, excluded.changed, excluded.first_seen,"
-        " excluded.settled, excluded.digest, excluded.dictations, excluded.skipped,"
-        " excluded.problem)";
     if (folders_.empty())
         return;
-    std::vector<ArrayOf> numbers(14, ArrayOf(type::int64));
+    std::vector<ArrayOf> numbers(folderNumbers, ArrayOf(type::int64));
     std::vector<ArrayOf> texts(3, ArrayOf(type::bytes));
     for (const auto& [id, row] : folders_) {
-        const Folder& folder = row.folder;
-        const std::array values = {id,
-                                   row.store,
-                                   folder.ward,
-                                   std::int64_t{folder.depth},
-                                   folder.place,
-                                   static_cast<std::int64_t>(folder.stamp.id.device),
-                                   static_cast<std::int64_t>(folder.stamp.id.file),
-                                   std::int64_t{folder.stamp.modified},
-                                   std::int64_t{folder.stamp.changed},
-                                   folder.firstSeen,
-                                   static_cast<std::int64_t>(folder.settled),
-                                   static_cast<std::int64_t>(folder.digest),
-                                   folder.dictations,
-                                   folder.skipped};
+        const auto values = numbersOf(row.folder, row.store);
         for (std::size_t i = 0; i < values.size(); ++i)
             numbers[i].add(values[i]);
-        texts[0].add(folder.path);
+        texts[0].add(row.folder.path);
         texts[1].add(row.upper);
-        texts[2].add(folder.problem);
+        texts[2].add(row.folder.problem);
     }
     Parameters parameters;
     for (const auto* const arrays : {&numbers, &texts})
         for (const ArrayOf& array : *arrays)
             parameters.add(array);
-    connection.ask(sql, parameters);
+    connection.ask(writingOfFolders, parameters);
     folders_.clear();
 }
 

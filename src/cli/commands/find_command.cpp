@@ -69,6 +69,11 @@ std::int32_t countOf(const modDictation::SearchReport& report) {
     return static_cast<std::int32_t>(std::min<std::int64_t>(report.hits, noLimit));
 }
 
+void tellReports(const std::vector<modDictation::SearchReport>& reports, const Telling& telling) {
+    for (const modDictation::SearchReport& report : reports)
+        tellReport(report, countOf(report), telling);
+}
+
 // Found is what one of them found, unless one of them ended badly.
 ExitCode resultOfAll(const std::vector<modDictation::SearchReport>& reports,
                      const Telling& telling) {
@@ -129,9 +134,8 @@ ExitCode runFind(const FindOptions& options, const Session& session, TerminalInt
     if (options.catalogue)
         if (const auto opened = catalogue.open(*options.catalogue); !opened.ok())
             return refuse(opened);
-    const HitSearch with{session,   terminal,
-                         *consumer, rememberedFor(options),
-                         {},        options.catalogue ? &catalogue : nullptr};
+    AskedCatalogue* const asked = options.catalogue ? &catalogue : nullptr;
+    const HitSearch with{session, terminal, *consumer, rememberedFor(options), {}, asked};
     ExitCode result = ExitCode::found;
     const Telling& telling = options.search.telling;
     std::vector<modDictation::SearchReport> reports;
@@ -143,8 +147,7 @@ ExitCode runFind(const FindOptions& options, const Session& session, TerminalInt
     }
     // Told below what was printed, and not while a pager shows it.
     result = output.finish(TerminalInterface::interrupted() ? ExitCode::interrupted : result);
-    for (const modDictation::SearchReport& report : reports)
-        tellReport(report, countOf(report), telling);
+    tellReports(reports, telling);
     if (telling.messages && !options.quiet && !catalogue.asOf().empty())
         complain(catalogue.asOf());
     if (result == ExitCode::nothingFound)

@@ -15,6 +15,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <span>
 #include <utility>
 
 namespace ov::cli {
@@ -94,16 +95,17 @@ Consumer lastConsumer(const FindOptions& options, const std::vector<SearchReques
     return writingConsumer(options, requests, output);
 }
 
-} // namespace
+// What does not go together, and what to say of it.
+using Rule = std::pair<bool, const char*>;
 
-HitFormat formatOf(const FindOptions& options) {
-    return options.format.value_or(options.zeroEnded ? HitFormat::paths : HitFormat::table);
+std::string firstBroken(std::span<const Rule> rules) {
+    const auto broken = std::ranges::find(rules, true, &Rule::first);
+    return broken != rules.end() ? broken->second : "";
 }
 
-std::string contradiction(const FindOptions& options) {
+std::string contradictionOfForm(const FindOptions& options) {
     const HitFormat format = formatOf(options);
-    const bool printsOnly = !counts(options) && !executes(options) && !options.quiet;
-    const std::pair<bool, const char*> rules[] = {
+    const Rule rules[] = {
         {options.zeroEnded && format != HitFormat::paths, "-0 goes with --format paths"},
         {options.separator && format != HitFormat::csv, "--separator goes with --format csv"},
         {options.raw && format != HitFormat::csv, "--raw goes with --format csv"},
@@ -115,7 +117,13 @@ std::string contradiction(const FindOptions& options) {
         {options.countBy && platform::equalsIgnoringCase(*options.countBy, "path"),
          "each path is there once; --count-by folder counts what lies in each folder"},
         {counts(options) && !options.search.sort.empty(),
-         "what is counted is sorted by its number; leave --sort out"},
+         "what is counted is sorted by its number; leave --sort out"}};
+    return firstBroken(rules);
+}
+
+std::string contradictionOfWork(const FindOptions& options) {
+    const bool printsOnly = !counts(options) && !executes(options) && !options.quiet;
+    const Rule rules[] = {
         {executes(options) && (options.format || options.zeroEnded),
          "--exec prints nothing, so it takes no --format"},
         {!options.commands.empty() && !options.batchCommands.empty(),
@@ -139,8 +147,18 @@ std::string contradiction(const FindOptions& options) {
         {options.catalogue && (options.watch || options.explains),
          "a catalogue knows only what was there at its last update: --catalogue takes no --watch "
          "and no --explain"}};
-    const auto* const broken = std::ranges::find(rules, true, &std::pair<bool, const char*>::first);
-    return broken != std::end(rules) ? broken->second : "";
+    return firstBroken(rules);
+}
+
+} // namespace
+
+HitFormat formatOf(const FindOptions& options) {
+    return options.format.value_or(options.zeroEnded ? HitFormat::paths : HitFormat::table);
+}
+
+std::string contradiction(const FindOptions& options) {
+    const std::string found = contradictionOfForm(options);
+    return found.empty() ? contradictionOfWork(options) : found;
 }
 
 Consumer consumerFor(const FindOptions& options, std::vector<SearchRequest>& requests,

@@ -187,6 +187,14 @@ std::optional<ListPlayer::Then> ListPlayer::obey(PlayKey key, PlayedFile& played
     case PlayKey::timeStamp:
         tell("[" + timeText(played.position(), 2) + "]"); // as in the window
         break;
+    default:
+        return leavingBy(key);
+    }
+    return std::nullopt;
+}
+
+std::optional<ListPlayer::Then> ListPlayer::leavingBy(PlayKey key) {
+    switch (key) {
     case PlayKey::previous:
         return Then::previous;
     case PlayKey::next:
@@ -195,8 +203,9 @@ std::optional<ListPlayer::Then> ListPlayer::obey(PlayKey key, PlayedFile& played
         return Then::end;
     case PlayKey::interrupt:
         return Then::interrupted;
+    default:
+        return std::nullopt;
     }
-    return std::nullopt;
 }
 
 // A line of its own, for whoever reads along.

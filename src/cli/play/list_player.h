@@ -46,6 +46,7 @@ private:
     Then follow(PlayedFile& played, const std::string& title);
     std::optional<Then> take(char typed, PlayedFile& played);
     std::optional<Then> obey(PlayKey key, PlayedFile& played);
+    static std::optional<Then> leavingBy(PlayKey key);
     void takeTime(char typed, PlayedFile& played);
     void goTo(const std::string& text, PlayedFile& played);
     void tell(const std::string& words);
