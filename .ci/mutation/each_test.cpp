@@ -7,12 +7,33 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <dlfcn.h>
+#include <link.h>
 #include <string>
+#include <vector>
 
 extern "C" void __gcov_dump();
 extern "C" void __gcov_reset();
 
 namespace {
+
+void leaveCountsOfModules() {
+    std::vector<std::string> loaded;
+    dl_iterate_phdr(
+        [](dl_phdr_info* info, std::size_t, void* names) {
+            static_cast<std::vector<std::string>*>(names)->emplace_back(info->dlpi_name);
+            return 0;
+        },
+        &loaded);
+    for (const std::string& name : loaded) {
+        void* const module = name.empty() ? nullptr : dlopen(name.c_str(), RTLD_LAZY | RTLD_NOLOAD);
+        if (module == nullptr)
+            continue;
+        if (void* const leave = dlsym(module, "leaveCounts"))
+            reinterpret_cast<void (*)()>(leave)();
+        dlclose(module);
+    }
+}
 
 class EachTest final : public testing::EmptyTestEventListener {
     void OnTestStart(const testing::TestInfo& test) override {
@@ -24,6 +45,7 @@ class EachTest final : public testing::EmptyTestEventListener {
     static void leave(const char* next) {
         __gcov_dump();
         __gcov_reset();
+        leaveCountsOfModules();
         turnTo(next);
     }
     static void turnTo(std::string name) {

@@ -151,7 +151,7 @@ TEST_P(RandomSearch, TellsWhatIsLeftOut) {
     for (const int depth : {-1, 0, 1}) {
         what.depth = depth;
         SearchReport report;
-        asked(*later, what, report);
+        EXPECT_EQ(asked(*later, what, report), walked(what));
         modDictation::DictationList hits;
         const SearchReport walk = modDictation::search(what, hits);
         // A folder below the depth that no path can name counts as one or as the other.
