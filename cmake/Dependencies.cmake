@@ -59,7 +59,7 @@ if(OVSEARCH_WINDOWS)
     ov_require(Qt6_FOUND "Qt 6.4 (${qt_parts})" qt6-base-dev
         "-DOVSEARCH_WINDOWS=OFF for the engine and the terminal program alone")
     option(OVSEARCH_DBUS "Let other programs drive the player, where Qt has D-Bus" ON)
-    if(OVSEARCH_DBUS)
+    if(OVSEARCH_DBUS AND Qt6_FOUND)
         find_package(Qt6DBus 6.4 QUIET)
     endif()
     if(Qt6DBus_FOUND)
