@@ -13,7 +13,7 @@ namespace id = modDictation::field_id;
 using K = Keeping;
 
 // An index pays where a criterion leaves few dictations; each costs the update a tenth.
-constexpr std::array<KeptColumn, columnCount> columns = {{
+constexpr std::array<KeptColumn, columnCount> allColumns = {{
     {id::status, "status", K::status, false},
     {id::priority, "priority", K::priority, false},
     {id::marker, "marker", K::marker, false},
@@ -40,14 +40,14 @@ constexpr std::array<KeptColumn, columnCount> columns = {{
 } // namespace
 
 std::span<const KeptColumn, columnCount> keptColumns() noexcept {
-    return columns;
+    return allColumns;
 }
 
 std::optional<std::size_t> columnOfField(std::int32_t field) noexcept {
-    const auto* const found = std::ranges::find(columns, field, &KeptColumn::field);
-    if (found == columns.end())
+    const auto* const found = std::ranges::find(allColumns, field, &KeptColumn::field);
+    if (found == allColumns.end())
         return std::nullopt;
-    return static_cast<std::size_t>(found - columns.begin());
+    return static_cast<std::size_t>(found - allColumns.begin());
 }
 
 } // namespace ov::catalogue

@@ -195,6 +195,9 @@ TEST_F(OnATerminal, PagerForWhatIsLongerThanTheScreen) {
                               "--color=always"},
                              small),
                        "P:"));
+    ProgramRun dumb = with({{"OVSEARCH_PAGER", pages}, {"TERM", "dumb"}});
+    dumb.rows = 10;
+    EXPECT_FALSE(holds(shown({"-c", "status = MAI"}, dumb), "P:"));
     // Ctrl-C is the pager's while it is there.
     ProgramRun how =
         with({{"OVSEARCH_PAGER", "cat >&2; kill -INT $PPID; ls /; kill -INT $PPID; echo left"}});

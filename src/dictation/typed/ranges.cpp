@@ -20,7 +20,7 @@ struct Operators {
 constexpr Operators ofDates = {op::onDate, op::onOrBefore, op::onOrAfter, op::betweenDates};
 constexpr Operators ofTimes = {op::equal, op::atMost, op::atLeast, op::betweenTimes};
 
-constexpr NumberRange days = {-657434, 2958465}; // of the years 100 to 9999
+constexpr NumberRange possibleDays = {-657434, 2958465}; // of the years 100 to 9999
 
 std::string written(ValueType type, std::int64_t number) {
     const auto value = static_cast<std::int32_t>(number);
@@ -33,7 +33,7 @@ std::string written(ValueType type, std::int64_t number) {
 std::optional<Criterion> rangeCriterion(const FieldDefinition& field, const NumberRange& range) {
     const ValueType type = field.valueType;
     const bool isDate = type == ValueType::date;
-    const NumberRange& possible = isDate ? days : possibleSeconds;
+    const NumberRange& possible = isDate ? possibleDays : possibleSeconds;
     const Operators& operators = isDate ? ofDates : ofTimes;
     const bool opensDown = range.first == lowestNumber;
     const bool opensUp = range.last == highestNumber;

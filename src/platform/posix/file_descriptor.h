@@ -53,6 +53,9 @@ constexpr mode_t modeFor(Access access, mode_t everybody) noexcept {
     return access == Access::ownerOnly ? everybody & 0700U : everybody;
 }
 
+// Of a native path, ending in "/"; the current one is "./".
+std::string nativeDirectoryOf(const std::string& native);
+
 // errno as a Status: "<path>: <reason>".
 Status systemError(std::string_view nativePath);
 

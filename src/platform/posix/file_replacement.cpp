@@ -41,14 +41,9 @@ bool mayBeReplaced(const std::string& native, mode_t mode) {
     return false;
 }
 
-std::string directoryOf(const std::string& native) {
-    const std::size_t slash = native.rfind('/');
-    return slash == std::string::npos ? "./" : native.substr(0, slash + 1);
-}
-
 void syncDirectoryOf(const std::string& native) {
     const FileDescriptor handle(
-        open(directoryOf(native).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+        open(nativeDirectoryOf(native).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (handle.valid())
         fsync(handle.get());
 }
@@ -158,7 +153,7 @@ Status FileReplacement::open(std::string_view path, Access access) {
     const bool exists = stat(target_.c_str(), &old) == 0;
     if (exists ? !mayBeReplaced(target_, old.st_mode) : errno != ENOENT)
         return systemError(target_);
-    const std::string directory = directoryOf(target_);
+    const std::string directory = nativeDirectoryOf(target_);
     removeAbandonedFiles(directory);
     file_ = std::make_unique<TemporaryFile>(directory, exists ? 0600 : modeFor(access, 0666));
     if (!file_->valid() || (exists && !file_->takeRightsOf(old)))

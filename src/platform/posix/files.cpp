@@ -61,6 +61,11 @@ bool writeAll(int handle, std::string_view content) {
     return true;
 }
 
+std::string nativeDirectoryOf(const std::string& native) {
+    const std::size_t slash = native.rfind('/');
+    return slash == std::string::npos ? "./" : native.substr(0, slash + 1);
+}
+
 Status systemError(std::string_view nativePath) {
     const int number = errno;
     std::array<char, 256> buffer{};

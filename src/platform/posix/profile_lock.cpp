@@ -35,12 +35,11 @@ LockState& lockState() {
     return ofThread;
 }
 
-std::string directoryOf(const std::string& nativeFile) {
+// Of the file itself where the path is a link.
+std::string resolvedDirectoryOf(const std::string& nativeFile) {
     std::array<char, PATH_MAX> resolved{};
-    const std::string file =
-        realpath(nativeFile.c_str(), resolved.data()) != nullptr ? resolved.data() : nativeFile;
-    const std::size_t slash = file.rfind('/');
-    return slash == std::string::npos ? "." : file.substr(0, slash + 1);
+    return nativeDirectoryOf(
+        realpath(nativeFile.c_str(), resolved.data()) != nullptr ? resolved.data() : nativeFile);
 }
 
 // False when somebody else has the lock. Any other error says that this file system knows no such
@@ -153,7 +152,7 @@ bool lockPatiently(int directory, const std::string& name) {
 } // namespace
 
 ProfileLock::ProfileLock(const std::string& nativeFile) {
-    const std::string name = directoryOf(nativeFile);
+    const std::string name = resolvedDirectoryOf(nativeFile);
     FileDescriptor directory(open(name.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     mayGoOn_ = directory.valid() ? lockPatiently(directory.get(), name) : errno == EACCES;
     directory_ = directory.release();

@@ -18,7 +18,7 @@ namespace ov::platform {
 
 namespace {
 
-constexpr std::uint64_t watched =
+constexpr std::uint64_t changesMarked =
     FAN_CREATE | FAN_DELETE | FAN_MOVED_FROM | FAN_MOVED_TO | FAN_MOVE_SELF | FAN_ONDIR;
 
 // A file_handle behind the number of its file system, as in an event.
@@ -63,7 +63,7 @@ bool FanotifyWatch::watchesFileSystem(const std::string& native, dev_t device) {
     if (known != fileSystems_.end())
         return known->second;
     const bool isWatched = fanotify_mark(fanotify_.get(), FAN_MARK_ADD | FAN_MARK_FILESYSTEM,
-                                         watched, AT_FDCWD, native.c_str()) == 0;
+                                         changesMarked, AT_FDCWD, native.c_str()) == 0;
     return fileSystems_.emplace(device, isWatched).first->second;
 }
 

@@ -14,8 +14,8 @@ namespace ov::platform {
 
 namespace {
 
-constexpr std::uint32_t watched = IN_CLOSE_WRITE | IN_MOVED_TO | IN_CREATE | IN_MOVED_FROM |
-                                  IN_DELETE | IN_MOVE_SELF | IN_ONLYDIR | IN_EXCL_UNLINK;
+constexpr std::uint32_t changesWatched = IN_CLOSE_WRITE | IN_MOVED_TO | IN_CREATE | IN_MOVED_FROM |
+                                         IN_DELETE | IN_MOVE_SELF | IN_ONLYDIR | IN_EXCL_UNLINK;
 constexpr std::size_t allParts = 4;
 
 // The system's words for these speak of disks and of open files.
@@ -60,7 +60,7 @@ FolderWatch::Added InotifyWatch::add(const std::string& directory, Status& why) 
     const std::string native = toNativePath(directory);
     errno = ENOSPC;
     const int number = directories_.size() < most_
-                           ? inotify_add_watch(inotify_.get(), native.c_str(), watched)
+                           ? inotify_add_watch(inotify_.get(), native.c_str(), changesWatched)
                            : -1;
     if (number < 0) {
         errno = problem_ != 0 ? problem_ : errno;
