@@ -24,7 +24,7 @@ namespace ov::widgets {
 
 namespace {
 
-constexpr const char* windowName = "frmGuide";
+constexpr const char* guideName = "frmGuide";
 
 // As web pages name a heading: "Where settings lie" is "where-settings-lie".
 QString anchorOf(const QString& heading) {
@@ -62,7 +62,7 @@ void fitPictures(QTextDocument& guide, int width) {
 
 QTextBrowser* openGuide(QWidget& owner) {
     auto* window = new QDialog(&owner);
-    window->setObjectName(QLatin1String(windowName));
+    window->setObjectName(QLatin1String(guideName));
     window->setAttribute(Qt::WA_DeleteOnClose);
     setCaption(*window, text_id::guideTitle);
     followLanguage(*window, [window] { translate(*window); });
@@ -96,7 +96,7 @@ QString guideText() {
 }
 
 void showGuide(QWidget& owner, const QString& heading) {
-    auto* window = owner.findChild<QDialog*>(QLatin1String(windowName), Qt::FindDirectChildrenOnly);
+    auto* window = owner.findChild<QDialog*>(QLatin1String(guideName), Qt::FindDirectChildrenOnly);
     QTextBrowser* page = window != nullptr ? window->findChild<QTextBrowser*>() : openGuide(owner);
     page->window()->show();
     page->window()->raise();

@@ -20,7 +20,7 @@ namespace ov::widgets {
 
 namespace {
 
-constexpr const char* windowName = "frmShortcuts";
+constexpr const char* shortcutsName = "frmShortcuts";
 
 constexpr std::array places{std::pair(KeyPlace::anywhere, text_id::title),
                             std::pair(KeyPlace::criteria, text_id::criteriaGroup),
@@ -55,7 +55,7 @@ void fill(QTreeWidget& list) {
 
 void openShortcuts(QWidget& owner) {
     auto* window = new QDialog(&owner);
-    window->setObjectName(QLatin1String(windowName));
+    window->setObjectName(QLatin1String(shortcutsName));
     window->setAttribute(Qt::WA_DeleteOnClose);
     setCaption(*window, text_id::keyShortcuts);
     auto* list = new QTreeWidget(window);
@@ -79,7 +79,7 @@ void openShortcuts(QWidget& owner) {
 
 void showShortcuts(QWidget& owner) {
     const auto find = [&] {
-        return owner.findChild<QDialog*>(QLatin1String(windowName), Qt::FindDirectChildrenOnly);
+        return owner.findChild<QDialog*>(QLatin1String(shortcutsName), Qt::FindDirectChildrenOnly);
     };
     if (find() == nullptr)
         openShortcuts(owner);
