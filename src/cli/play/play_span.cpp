@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "cli/play/play_span.h"
 
+#include "playback/milliseconds.h"
+
 #include <algorithm>
 
 namespace ov::cli {
@@ -9,7 +11,6 @@ namespace ov::cli {
 namespace {
 
 std::int64_t placeOf(const TypedTime& time, std::int64_t on, std::int64_t length) {
-    constexpr std::int64_t msOfSecond = 1000;
     const std::int64_t milliseconds = time.seconds * msOfSecond;
     const std::int64_t start = !time.isRelative ? 0 : milliseconds < 0 ? length : on;
     return std::clamp<std::int64_t>(start + milliseconds, 0, length);

@@ -3,6 +3,7 @@
 #include "cli/play/played_file.h"
 
 #include "platform/files.h"
+#include "playback/milliseconds.h"
 #include "playback/modMultimedia.h"
 #include "playback/play_speeds.h"
 
@@ -16,7 +17,6 @@ namespace {
 
 constexpr const char* alias = "Player"; // which counts in milliseconds
 constexpr std::int32_t anyOutput = -1;
-constexpr std::int32_t msOfSecond = 1000;
 
 } // namespace
 

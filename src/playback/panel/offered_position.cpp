@@ -3,6 +3,7 @@
 
 #include "playback/panel/offered_position.h"
 
+#include "playback/milliseconds.h"
 #include "playback/panel/player_texts.h"
 #include "support/language/text_ids.h"
 #include "widgets/captions.h"
@@ -10,12 +11,6 @@
 #include "widgets/text.h"
 
 namespace ov {
-
-namespace {
-
-constexpr std::int32_t millisecondsOfSecond = 1000;
-
-} // namespace
 
 OfferedPosition::OfferedPosition(QWidget* parent) : QToolButton(parent) {
     setObjectName(QStringLiteral("cmdOfferedPosition"));
@@ -40,7 +35,7 @@ void OfferedPosition::withdraw() {
 }
 
 void OfferedPosition::retranslate() {
-    const QString time = FormatPlayTime(milliseconds_, millisecondsOfSecond);
+    const QString time = FormatPlayTime(milliseconds_, msOfSecond);
     setText(widgets::text(text_id::goOnAt, {widgets::toUtf8(time)}));
 }
 

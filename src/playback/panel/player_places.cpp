@@ -5,6 +5,7 @@
 // he is.
 
 #include "dictation/dictation.h"
+#include "playback/milliseconds.h"
 #include "playback/modMultimedia.h"
 #include "playback/panel/player_panel.h"
 #include "playback/panel/player_texts.h"
@@ -26,7 +27,6 @@ using namespace modMultimedia;
 namespace {
 
 constexpr std::int32_t anyDevice = -1;
-constexpr std::int64_t msOfSecond = 1000;
 constexpr std::int32_t leastMs = 5000;   // nobody has listened yet
 constexpr std::int32_t nearEndMs = 3000; // all has been heard
 

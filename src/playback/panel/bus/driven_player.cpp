@@ -3,6 +3,7 @@
 
 // The player as other programs see and drive it.
 
+#include "playback/milliseconds.h"
 #include "playback/modMultimedia.h"
 #include "playback/panel/bus/player_status.h"
 #include "playback/panel/player_panel.h"
@@ -15,12 +16,6 @@ namespace ov {
 
 using namespace modMultimedia;
 using std::chrono::milliseconds;
-
-namespace {
-
-constexpr std::int64_t msInSecond = 1000;
-
-} // namespace
 
 PlayerStatus PlayerPanel::status() const {
     PlayerStatus status;
@@ -36,8 +31,8 @@ PlayerStatus PlayerPanel::status() const {
     status.path = file_;
     if (rate_ > 0) {
         const std::int64_t position = std::clamp(MciGetPosition(alias_), 0, std::max(length_, 0));
-        status.position = milliseconds(position * msInSecond / rate_);
-        status.length = milliseconds(length_ * msInSecond / rate_);
+        status.position = milliseconds(position * msOfSecond / rate_);
+        status.length = milliseconds(length_ * msOfSecond / rate_);
     }
     return status;
 }
@@ -46,7 +41,7 @@ void PlayerPanel::goTo(milliseconds place) {
     if (alias_.empty() || rate_ <= 0)
         return;
     const std::int64_t within = std::clamp<std::int64_t>(place.count(), 0, lengthMs_);
-    goToUnits(within * rate_ / msInSecond);
+    goToUnits(within * rate_ / msOfSecond);
 }
 
 void PlayerPanel::changeSpeed(std::int32_t percent) {

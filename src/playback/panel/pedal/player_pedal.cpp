@@ -3,6 +3,7 @@
 
 // The player as feet use it.
 
+#include "playback/milliseconds.h"
 #include "playback/modMultimedia.h"
 #include "playback/panel/pedal/pedal_desk.h"
 #include "playback/panel/player_panel.h"
@@ -19,10 +20,8 @@ using std::chrono::milliseconds;
 
 namespace {
 
-constexpr std::int64_t msInSecond = 1000;
-
 std::int32_t unitsOf(milliseconds place, std::int32_t rate) {
-    return static_cast<std::int32_t>(place.count() * rate / msInSecond);
+    return static_cast<std::int32_t>(place.count() * rate / msOfSecond);
 }
 
 } // namespace
@@ -76,8 +75,8 @@ std::optional<PedalledPlayer::Place> PlayerPanel::pedalPlace() const {
     if (alias_.empty() || rate_ <= 0)
         return std::nullopt;
     const std::int64_t position = std::max(MciGetPosition(alias_), 0);
-    return Place{milliseconds(position * msInSecond / rate_),
-                 milliseconds(length_ * msInSecond / rate_)};
+    return Place{milliseconds(position * msOfSecond / rate_),
+                 milliseconds(length_ * msOfSecond / rate_)};
 }
 
 void PlayerPanel::pedalPlayFrom(milliseconds place) {
