@@ -82,8 +82,9 @@ class Covering:
         key = path, hashlib.sha1(content).digest()
         if key not in self.known:
             place.write_bytes(content)
-            told = subprocess.run(["gcov", "--json-format", "--stdout", place], capture_output=True,
-                                  check=True).stdout
-            self.known[key] = {line["line_number"] for file in json.loads(told)["files"]
+            told = subprocess.run(["gcov", "--json-format", "--stdout", place], capture_output=True)
+            # What a program wrote that was killed meanwhile cannot be read.
+            files = json.loads(told.stdout)["files"] if told.returncode == 0 else []
+            self.known[key] = {line["line_number"] for file in files
                                if file["file"].endswith(path) for line in file["lines"] if line["count"]}
         return self.known[key]
