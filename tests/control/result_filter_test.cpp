@@ -24,6 +24,7 @@ protected:
             .add("2$ROH@@14$Berta@@7$21-11-2026 10$00$00.WAV");
     }
     FilterEdit& filter() { return widget<FilterEdit>("txtResultFilter"); }
+    ResultList& list() { return dynamic_cast<ResultList&>(results()); }
     void open() {
         openAndSearch();
         clickHeader(column(5));
@@ -37,7 +38,10 @@ protected:
             filter().insert(letter);
             QCoreApplication::processEvents();
         }
-        waitFor([&] { return model().kept() != nullptr && model().rowCount() == count; });
+        waitFor([&] {
+            return model().kept() != nullptr && model().rowCount() == count &&
+                   list().shownFilter() == words;
+        });
         return rows();
     }
 };
@@ -107,7 +111,7 @@ TEST_F(ResultFilter, TellsWhatItLeavesOut) {
     waitFor([&] { return model().rowCount() == 1; });
     EXPECT_EQ(told(), "Cannot be understood yet and is left out: prio:h");
     EXPECT_EQ(filter().toolTip().toStdString(), "<qt>" + told() + "</qt>");
-    EXPECT_EQ(dynamic_cast<ResultList&>(results()).shownFilter(), "anna") << "as exports name it";
+    EXPECT_EQ(list().shownFilter(), "anna") << "as exports name it";
     speak("7");
     EXPECT_EQ(told(), "Noch nicht zu verstehen und deshalb weggelassen: prio:h");
     waitFor([&] {
@@ -150,7 +154,7 @@ TEST_F(ResultFilter, FollowsColumnsLanguageAndSearch) {
     for (auto& field : modDictation::searchFields())
         if (field.Id == 15 || field.Id == 26)
             field.Visible = false;
-    dynamic_cast<ResultList&>(results()).ApplyColumns();
+    list().ApplyColumns();
     waitFor([&] { return model().rowCount() == 0; });
     searchAll();
     EXPECT_EQ(filter().text(), QString()) << "all that a search finds is shown";

@@ -43,6 +43,13 @@ TEST_F(CatalogueWindow, OpensADictationWhereItIsNow) {
     EXPECT_EQ(calls("PI_LogView(&\"" + store.path(onDisk)), 1);
     fs::remove(store.native(onDisk));
     user->boxes.clear();
+    user->saysYes = false;
+    press("cmdSearchOptions(4)");
+    const auto progress = [](const std::string& call) { return call.starts_with("PI_Progress"); };
+    const auto last = std::ranges::find_if(host().calls.rbegin(), host().calls.rend(), progress);
+    EXPECT_EQ(*last, "PI_ProgressClear()") << "nothing goes on after the catalogue's answer";
+    user->saysYes = true;
+    user->boxes.clear();
     press("cmdSearchOptions(4)");
     ASSERT_EQ(user->boxes.size(), 2U);
     EXPECT_EQ(user->boxes[1].text.find("The dictation is nowhere"), 0U);
