@@ -119,7 +119,7 @@ int listDirectory(const char* path, void* target, fuse_fill_dir_t fill, off_t fr
             return -errno;
         struct stat info {};
         info.st_ino = entry->d_ino;
-        info.st_mode = DTTOIF(entry->d_type);
+        info.st_mode = static_cast<mode_t>(DTTOIF(entry->d_type));
         if (fill(target, entry->d_name, &info, telldir(directory), fuse_fill_dir_flags{}) != 0)
             return 0;
     }
