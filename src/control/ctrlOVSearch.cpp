@@ -168,7 +168,7 @@ void ctrlOVSearch::connectCriteria() {
     connect(criteria, &CriteriaList::deleteRequested, this, option(ControlView::deleteCriterion));
     connect(view_.cmdSavedSearches, &QPushButton::clicked, this,
             [this] { post("SavedSearches", [this] { showSavedSearches(); }); });
-    connect(criteria, &CriteriaList::dragRequested, this, [this, criteria] {
+    connect(criteria, &CriteriaList::dragRequested, this, [this] {
         post("DragCriteria", [this] { view_.lvSearchCriteria->dragSelected(); });
     });
     connect(criteria, &CriteriaList::duplicateRequested, this,

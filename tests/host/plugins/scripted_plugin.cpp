@@ -98,7 +98,7 @@ private:
                 if (isTold("failing-listener"))
                     throw HostError(5, "refused");
             };
-        for (const std::size_t index : {0, 1, 2, 0})
+        for (const std::size_t index : {0U, 1U, 2U, 0U})
             source.subscribe(listeners.at(index));
         for (const QString& language : {u"actionGerman"_s, u"actionEnglish"_s}) {
             window_->window()->findChild<QAction*>(language)->trigger();
