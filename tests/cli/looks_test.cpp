@@ -195,6 +195,8 @@ TEST_F(OnATerminal, PagerForWhatIsLongerThanTheScreen) {
                               "--color=always"},
                              small),
                        "P:"));
+    small.columns = 30; // the way to the store takes two rows
+    EXPECT_TRUE(shown({"-c", "status = STOP", "--explain"}, small).starts_with("P:"));
     ProgramRun dumb = with({{"OVSEARCH_PAGER", pages}, {"TERM", "dumb"}});
     dumb.rows = 10;
     EXPECT_FALSE(holds(shown({"-c", "status = MAI"}, dumb), "P:"));
