@@ -26,6 +26,7 @@ TEST_F(LocaleTest, FollowsTheNameWithoutAnInstalledLocale) {
         {"sv_SE", "2026-03-05 17:07:09", "0987-11-21 00:00:59", ',', 1},
         {"fi_FI", "5.3.2026 17:07:09", "21.11.0987 00:00:59", ',', 1},
         {"fa_IR", "2026/3/5 17:07:09", "0987/11/21 00:00:59", '.', 6},
+        {"el_GR", "5/3/2026 05:07:09 μ.μ.", "21/11/0987 12:00:59 π.μ.", ',', 1},
         {"C.UTF-8", "03/05/2026 17:07:09", "11/21/0987 00:00:59", '.', 0}};
     for (const auto& [name, inTheEvening, atMidnight, decimalSign, firstWeekday] : cases) {
         SCOPED_TRACE(name);
