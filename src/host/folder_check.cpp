@@ -58,8 +58,8 @@ void checkFolder(const QString& folder, QObject* receiver,
         look->deleteLater();
         then(there ? answerOf(*answer) : FolderAnswer::silent);
     });
-    constexpr int interval = 10;
-    look->start(interval);
+    constexpr int lookIntervalMs = 10;
+    look->start(lookIntervalMs);
 }
 
 std::optional<bool> answerInTime(std::function<bool()> question) {

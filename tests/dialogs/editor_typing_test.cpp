@@ -57,6 +57,15 @@ TEST_F(TypingInTheEditor, TakesDaysAsTheyAreTyped) {
         QTest::keyClick(&date, Qt::Key_Return);
         EXPECT_EQ(result(), "9|13|" + meant.toString(Qt::ISODate).toStdString() + "|") << typed;
     }
+    for (const auto& [arrow, step] : {std::pair(Qt::Key_Up, 1), {Qt::Key_Down, -1}}) {
+        open("9|13|2020-01-15|");
+        auto& date = child<QDateEdit>(*form_, "dtpValue(0)");
+        ASSERT_TRUE(QTest::qWaitForWindowActive(form_.get()));
+        date.setFocus(Qt::TabFocusReason);
+        QTest::keyClicks(&date, QStringLiteral("today"));
+        QTest::keyClick(&date, arrow);
+        EXPECT_EQ(date.date(), today.addYears(step)) << "from the day typed";
+    }
     open("9|16|2020-01-02|2020-01-03");
     auto& second = child<QDateEdit>(*form_, "dtpValue(1)");
     ASSERT_TRUE(QTest::qWaitForWindowActive(form_.get()));

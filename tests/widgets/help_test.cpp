@@ -9,6 +9,7 @@
 #include "widgets/help/guide_window.h"
 #include "widgets/help/shortcuts.h"
 
+#include <QAccessible>
 #include <QRegularExpression>
 #include <QShortcut>
 #include <QTextBlock>
@@ -68,6 +69,13 @@ TEST_F(Help, TellsAllKeysInTheGuideAndInTheirWindow) {
     const QTreeWidgetItem& first = *list.topLevelItem(0)->child(0);
     EXPECT_EQ(first.text(0) + first.text(1),
               QStringLiteral("F5, Ctrl+FFind the dictations that meet the criteria"));
+    for (const QTreeWidgetItem* entry :
+         list.findItems(QStringLiteral("…"), Qt::MatchEndsWith | Qt::MatchRecursive, 1))
+        ADD_FAILURE() << entry->text(1).toStdString() << " names a button, not what it does";
+    EXPECT_EQ(list.window()->windowTitle(), QStringLiteral("Keyboard shortcuts"));
+    list.setCurrentItem(list.topLevelItem(0));
+    QTest::keyClick(&list, Qt::Key_Left);
+    EXPECT_TRUE(list.topLevelItem(0)->isExpanded()) << "nothing folds away";
     QTest::keyClick(&list, Qt::Key_Escape);
     EXPECT_FALSE(list.isVisible());
 }
@@ -88,11 +96,16 @@ TEST_F(Help, OpensTheGuideWhereItSpeaksOfWhatHasTheKeyboard) {
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
     frmExportOptionsPrint print;
-    print.show();
-    print.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&print));
-    key(print, Qt::Key_F1);
-    EXPECT_EQ(headingShown(print), "Lists on paper and in files");
+    frmCriteria editor;
+    for (const auto& [dialog, heading] :
+         {std::pair<QDialog&, const char*>(print, "Lists on paper and in files"),
+          {editor, "Criteria"}}) {
+        dialog.show();
+        dialog.activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
+        key(dialog, Qt::Key_F1);
+        EXPECT_EQ(headingShown(dialog), heading);
+    }
     control_ = nullptr; // the host lets go while the guide is open
 }
 
@@ -104,8 +117,8 @@ bool isForTheUser(const QWidget& control) {
            !control.inherits("QHeaderView") && !control.inherits("QSplitter");
 }
 
-// Each that Tab goes to says what it is for.
-TEST_F(Help, ExplainsEveryControl) {
+// Each that Tab goes to has a name for those who hear it, and says what it is for.
+TEST_F(Help, NamesAndExplainsEveryControl) {
     openControl();
     frmCriteria editor;
     frmSearchResultColumns columns;
@@ -115,8 +128,12 @@ TEST_F(Help, ExplainsEveryControl) {
         dialog->show();
     for (QWidget* root :
          std::initializer_list<QWidget*>{&window(), &editor, &columns, &print, &details})
-        for (const QWidget* control : root->findChildren<QWidget*>())
+        for (QWidget* control : root->findChildren<QWidget*>())
             if (isForTheUser(*control)) {
+                EXPECT_FALSE(QAccessible::queryAccessibleInterface(control)
+                                 ->text(QAccessible::Name)
+                                 .isEmpty())
+                    << control->objectName().toStdString();
                 EXPECT_FALSE(control->whatsThis().isEmpty())
                     << control->objectName().toStdString() << " has no line in explanations.cpp";
             }

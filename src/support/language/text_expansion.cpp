@@ -130,7 +130,6 @@ bool Expansion::fillArgument(std::string_view token) {
         replaceAll(place, Units(1, keep(std::string(argument))));
         return true;
     }
-    replaceAll(U' ' + place + U' ', U" ");
     replaceAll(place + U' ', U"");
     replaceAll(U' ' + place, U"");
     replaceAll(place, U"");
