@@ -126,6 +126,7 @@ TEST_F(Help, NamesAndExplainsEveryControl) {
     DetailsDialog details("\\a\\2$ROH.WAV", nullptr);
     for (QDialog* dialog : std::initializer_list<QDialog*>{&editor, &columns, &print, &details})
         dialog->show();
+    EXPECT_TRUE(child<QPushButton>(details, "cmdClose").isDefault());
     for (QWidget* root :
          std::initializer_list<QWidget*>{&window(), &editor, &columns, &print, &details})
         for (QWidget* control : root->findChildren<QWidget*>())

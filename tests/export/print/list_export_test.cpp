@@ -210,10 +210,8 @@ TEST_F(ListExport, PrintsWhatTheDialogSays) {
         const std::string file = native("out.pdf");
         const auto fillIn = [&, range = range, page = page](QDialog& dialog) {
             auto& form = static_cast<frmExportOptionsPrint&>(dialog);
-            if (page > 0) {
-                form.printer().setPrintRange(QPrinter::PageRange);
-                form.printer().setFromTo(page, page);
-            }
+            form.printer().setFromTo(std::max(page, 1), std::max(page, 1)); // stays with all pages
+            form.printer().setPrintRange(page > 0 ? QPrinter::PageRange : QPrinter::AllPages);
             if (range != nullptr)
                 clickOn(form, range);
             child<QLineEdit>(form, "txtTitel").setText(QStringLiteral("On paper"));

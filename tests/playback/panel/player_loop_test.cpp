@@ -1,7 +1,9 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
+#include "support/language/text_ids.h"
 #include "tests/playback/panel/player_fixture.h"
+#include "widgets/text.h"
 
 #include <QToolTip>
 #include <tuple>
@@ -10,6 +12,8 @@ namespace ov {
 namespace {
 
 TEST_F(Player, RepeatsAPassageUntilToldToPlayOn) {
+    const auto actions = panel_->findChildren<QAction*>();
+    const auto loop = std::ranges::find(actions, widgets::text(text_id::loopMenu), &QAction::text);
     panel_->markLoop();
     play("one.WAV");
     moveTo(20);
@@ -20,13 +24,13 @@ TEST_F(Player, RepeatsAPassageUntilToldToPlayOn) {
     EXPECT_TRUE(QToolTip::text().contains(u"too short"));
     panel_->markLoop();
     panel_->skip(5);
-    panel_->markLoop(); // from 20.5 to 25.5
+    (*loop)->trigger(); // from 20.5 to 25.5
     EXPECT_EQ(modMultimedia::MciGetMode("PBWave"), "stopped") << "what pauses is not played";
     EXPECT_LT(position(), 21500) << "but comes to its beginning";
     EXPECT_NE(seek().grab().toImage(), without) << "it is shown";
     press(0);
     for (int round = 0; round < 2; ++round) {
-        panel_->skip(4);
+        moveTo(24);
         waitFor([] { return position() < 21500; });
         EXPECT_EQ(modMultimedia::MciGetMode("PBWave"), "playing");
         EXPECT_GT(position(), 20300);
