@@ -79,9 +79,12 @@ TEST_F(Files, FailedReplacementLeavesTheOldFile) {
 // who removes nothing that may belong to anybody else.
 TEST_F(Files, UnfinishedFilesDoNotStay) {
     store_.add("f", "old");
-    const auto writeAndEnd = [this](int signal) {
+    const tests::TemporaryStore elsewhere; // more than are written at a time
+    const auto writeAndEnd = [&](int signal) {
         return tests::isTrueInChild([&] {
             endWithoutLeftovers();
+            for (int i = 0; i < 20; ++i)
+                EXPECT_TRUE(replaceFile(elsewhere.path("g"), "").ok());
             FileReplacement file;
             return file.open(store_.path("f")).ok() && file.write("half").ok() &&
                    raise(signal) != 0;

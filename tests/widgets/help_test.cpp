@@ -73,6 +73,7 @@ TEST_F(Help, TellsAllKeysInTheGuideAndInTheirWindow) {
          list.findItems(QStringLiteral("…"), Qt::MatchEndsWith | Qt::MatchRecursive, 1))
         ADD_FAILURE() << entry->text(1).toStdString() << " names a button, not what it does";
     EXPECT_EQ(list.window()->windowTitle(), QStringLiteral("Keyboard shortcuts"));
+    EXPECT_EQ(list.accessibleName(), list.window()->windowTitle());
     list.setCurrentItem(list.topLevelItem(0));
     QTest::keyClick(&list, Qt::Key_Left);
     EXPECT_TRUE(list.topLevelItem(0)->isExpanded()) << "nothing folds away";
