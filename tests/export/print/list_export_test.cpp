@@ -37,7 +37,7 @@ TEST_F(ListExport, WritesTheRowsAsTheyAreShown) {
                                                  {"CSV file", "csv", all},
                                                  {"Web page", "html", "<!DOCTYPE"},
                                                  {"JSON file", "json", "[\n"}}) {
-        save([&] { choose(entry.c_str()); }, "out",
+        save([&, entry = entry] { choose(entry.c_str()); }, "out",
              [&](QFileDialog& dialog) {
                  EXPECT_EQ(dialog.findChild<QLineEdit*>()->text(),
                            QStringLiteral("Dictations found"));
