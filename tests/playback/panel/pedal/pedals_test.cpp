@@ -151,7 +151,7 @@ TEST_F(Pedals, ObeyInTheWindowThatWasUsedLast) {
 TEST_F(Pedals, AreLeftToOthersAgainWhereSomebodyTypesOnThem) {
     pedals.desk->setAssignments(PedalAssignments("7;1234:abcd! 30=9"));
     waitFor([this] { return pedals.inputs.isGrabbed("event3"); });
-    for (const unsigned key : {KEY_A, KEY_B, KEY_B, KEY_C, KEY_A})
+    for (const unsigned key : std::to_array<unsigned>({KEY_A, KEY_B, KEY_B, KEY_C, KEY_A}))
         pedals.tread(key);
     EXPECT_TRUE(pedals.inputs.isGrabbed("event3"));
     EXPECT_FALSE(pedals.desk->isLetGo(FakePedals::kind));
