@@ -12,8 +12,17 @@
 #include <string>
 #include <vector>
 
-extern "C" void __gcov_dump();
-extern "C" void __gcov_reset();
+extern "C" {
+void __gcov_dump();
+void __gcov_reset();
+[[noreturn]] void __real__exit(int status);
+
+// Where a test forks, its child ends so and is to leave its counts too.
+[[noreturn]] void __wrap__exit(int status) {
+    __gcov_dump();
+    __real__exit(status);
+}
+}
 
 namespace {
 

@@ -197,11 +197,14 @@ TEST_F(PlayerOnBus, GoesOnWithoutTheBusAndComesBack) {
 }
 
 TEST_F(PlayerOnBus, GivesMacrosThePlayerThatPlayedLast) {
+    play("one.WAV");
     const auto first = std::move(panel_);
     const auto firstOnBus = std::move(player_);
     makePanel();
     join();
     waitFor([this] { return instances() == 2; });
+    EXPECT_EQ(error(own, "Position"), "") << "who comes does not take it away";
+    first->PlayerStop();
     EXPECT_NE(error(own, "Position"), "");
     play("one.WAV");
     waitFor([this] { return error(own, "Position").empty(); });
