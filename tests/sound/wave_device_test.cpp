@@ -32,7 +32,7 @@ class WaveDevice : public ::testing::Test {
 protected:
     // "code reply", without the blank when there is no reply.
     std::string answer(const std::string& command) {
-        std::array<char, 128> reply{};
+        std::array<char, 128> reply{'?'}; // which a failure takes away too
         const std::uint32_t code = devices_.sendString(command, reply);
         const std::string text = reply.data();
         return std::to_string(code) + (text.empty() ? "" : " " + text);
