@@ -198,6 +198,7 @@ TEST_F(PlayerOnBus, GoesOnWithoutTheBusAndComesBack) {
 
 TEST_F(PlayerOnBus, GivesMacrosThePlayerThatPlayedLast) {
     play("one.WAV");
+    waitFor([this] { return error(own, "Position").empty(); });
     const auto first = std::move(panel_);
     const auto firstOnBus = std::move(player_);
     makePanel();
