@@ -163,6 +163,7 @@ TEST_F(Positions, AreGoneToWhenTyped) {
     EXPECT_EQ(goTo("1:41"), 0);
     EXPECT_EQ(edit.selectedText(), QStringLiteral("1:41")) << "it is not that long";
     EXPECT_TRUE(QToolTip::text().contains(u"only 00:01:40"));
+    EXPECT_EQ(child<QLabel>(*panel_, "lblAnnouncement").text(), QToolTip::text()) << "it is heard";
     panel_->askForTime();
     EXPECT_EQ(edit.selectedText(), QStringLiteral("1:41"));
     QTest::keyClick(&edit, Qt::Key_Escape);
