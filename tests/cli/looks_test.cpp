@@ -127,6 +127,7 @@ TEST_F(OnATerminal, RowsLeadToTheirFiles) {
     }
     for (const ProgramRun& how : {terminal_, with({{"VTE_VERSION", "4000"}}), ProgramRun{}})
         EXPECT_EQ(shown(options, how), "Author\nMüller\n");
+    EXPECT_PRED2(holds, shown(plus(always, {"--columns=author,path"}), {}), "Müller  " + begin);
     const Texts paths = plus(always, {"--format", "paths"});
     EXPECT_PRED2(holds, shown(paths, {}), ".WAV\x1B\\" + root() + "/2$ROH");
     EXPECT_FALSE(holds(shown(plus(paths, {"-0"}), terminal_), "\x1B"));
