@@ -49,5 +49,31 @@ TEST_F(Boxes, GoOnceTheyAreRead) {
     EXPECT_TRUE(notice.isNull());
 }
 
+TEST_F(Boxes, SayWhatTheyAreInEachLanguage) {
+    QWidget owner;
+    platform::MessageBox box;
+    box.title = "A file";
+    box.text = "<b>.WAV\r\nis gone.";
+    box.icon = platform::MessageIcon::exclamation;
+    box.translate = [](platform::MessageBox& words) { words.text = "Weg."; };
+    for (QWidget* parent : {&owner, static_cast<QWidget*>(nullptr)}) {
+        box.owner = parent;
+        windows_->tell(box);
+        QMessageBox& shown = *openBox();
+        EXPECT_EQ(shown.parentWidget(), parent);
+        EXPECT_EQ(shown.windowFlags().testFlag(Qt::WindowStaysOnTopHint), parent == nullptr);
+        EXPECT_EQ(shown.windowTitle(), QStringLiteral("A file"));
+        EXPECT_EQ(shown.text(), QStringLiteral("<b>.WAV\nis gone."));
+        EXPECT_EQ(shown.textFormat(), Qt::PlainText);
+        EXPECT_EQ(shown.icon(), QMessageBox::Warning);
+        windows_->changeLanguage(nullptr);
+        EXPECT_EQ(shown.text(), QStringLiteral("Weg."));
+        windows_->closeBoxes(&owner);
+        EXPECT_TRUE(shown.isVisible()) << "another one's";
+        windows_->closeBoxes(nullptr);
+        EXPECT_EQ(openBox(), nullptr);
+    }
+}
+
 } // namespace
 } // namespace ov::widgets
