@@ -168,9 +168,8 @@ void ctrlOVSearch::connectCriteria() {
     connect(criteria, &CriteriaList::deleteRequested, this, option(ControlView::deleteCriterion));
     connect(view_.cmdSavedSearches, &QPushButton::clicked, this,
             [this] { post("SavedSearches", [this] { showSavedSearches(); }); });
-    connect(criteria, &CriteriaList::dragRequested, this, [this] {
-        post("DragCriteria", [this] { view_.lvSearchCriteria->dragSelected(); });
-    });
+    connect(criteria, &CriteriaList::dragRequested, this,
+            [this] { post("DragCriteria", [this] { view_.lvSearchCriteria->dragSelected(); }); });
     connect(criteria, &CriteriaList::duplicateRequested, this,
             [this] { post("DuplicateCriterion", [this] { duplicateCriterion(); }); });
     connect(criteria, &CriteriaList::pasteRequested, this,

@@ -121,7 +121,8 @@ TEST_F(MachineForms, ShowTellsAllFields) {
     EXPECT_EQ(shown[0]["priority"], "Normal") << "what is shown where the name says nothing";
     EXPECT_FALSE(shown[0]["values"].contains("priority"));
     EXPECT_EQ(shown[1]["values"]["subject"], "\"eilig\", heute");
-    EXPECT_EQ(json::parse(run({"show", second, "--format", "json"}).output), json::array({shown[1]}));
+    EXPECT_EQ(json::parse(run({"show", second, "--format", "json"}).output),
+              json::array({shown[1]}));
     const ProgramResult none = run({"show", second + "x", root(), "--format", "json"});
     EXPECT_EQ(none.output, "[]\n") << "one array, whatever could be shown";
     EXPECT_EQ(none.exitCode, 3);
