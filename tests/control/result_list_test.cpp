@@ -75,6 +75,7 @@ TEST_F(AuthorRows, ShowTheirDetails) {
         EXPECT_TRUE(all.contains(u"Length\t00:10:00\t00$10$00\n"));
         EXPECT_EQ(all.count(u'\n'), list.rowCount());
         EXPECT_TRUE(all.contains(u"Subject\t\t(missing)\n")) << all.toStdString();
+        EXPECT_EQ(list.currentRow(), 0) << "where keys begin";
         list.selectRow(0);
         QTest::keyClick(&list, Qt::Key_C, Qt::ControlModifier);
         EXPECT_EQ(QApplication::clipboard()->text().count(u'\n'), 1);

@@ -139,6 +139,8 @@ TEST_F(Help, NamesAndExplainsEveryControl) {
                 EXPECT_FALSE(control->whatsThis().isEmpty())
                     << control->objectName().toStdString() << " has no line in explanations.cpp";
             }
+    QWidget* choice = widget<QRadioButton>("optCriteriaCompare(0)").parentWidget();
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(choice)->role(), QAccessible::Grouping);
     speakGerman(window());
     EXPECT_TRUE(
         widget<QWidget>("cmdSearchOptions(0)").whatsThis().contains(QStringLiteral("Diktate")));
