@@ -93,6 +93,7 @@ TEST_F(Help, OpensTheGuideWhereItSpeaksOfWhatHasTheKeyboard) {
         EXPECT_EQ(headingShown(window()), heading) << name;
         widgets::showGuide(window(), QStringLiteral("What a store is")); // the same window again
         EXPECT_EQ(headingShown(window()), "What a store is");
+        EXPECT_FALSE(widget<QDialog>("frmGuide").windowTitle().isEmpty());
         key(widget<QDialog>("frmGuide"), Qt::Key_Escape);
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
@@ -132,10 +133,10 @@ TEST_F(Help, NamesAndExplainsEveryControl) {
          std::initializer_list<QWidget*>{&window(), &editor, &columns, &print, &details})
         for (QWidget* control : root->findChildren<QWidget*>())
             if (isForTheUser(*control)) {
-                EXPECT_FALSE(QAccessible::queryAccessibleInterface(control)
-                                 ->text(QAccessible::Name)
-                                 .isEmpty())
-                    << control->objectName().toStdString();
+                const QString name =
+                    QAccessible::queryAccessibleInterface(control)->text(QAccessible::Name);
+                EXPECT_TRUE(!name.isEmpty() && !control->accessibleName().endsWith(u':'))
+                    << control->objectName().toStdString() << " is called " << name.toStdString();
                 EXPECT_FALSE(control->whatsThis().isEmpty())
                     << control->objectName().toStdString() << " has no line in explanations.cpp";
             }

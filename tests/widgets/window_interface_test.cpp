@@ -36,6 +36,15 @@ TEST_F(Boxes, AreAnsweredByKeys) {
         }
 }
 
+TEST(LastWindow, GivesWayToWhoWasThereBefore) {
+    const tests::RecordingInterface before;
+    {
+        const auto windows = WindowInterface::shared();
+        EXPECT_EQ(&platform::userInterface(), windows.get());
+    }
+    EXPECT_EQ(&platform::userInterface(), &before);
+}
+
 TEST_F(Boxes, GoOnceTheyAreRead) {
     platform::MessageBox box;
     box.text = "Read this.";
@@ -47,6 +56,12 @@ TEST_F(Boxes, GoOnceTheyAreRead) {
     EXPECT_EQ(openBox(), nullptr) << "only once";
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_TRUE(notice.isNull());
+    windows_->tell(box);
+    EXPECT_FALSE(openBox()->testAttribute(Qt::WA_QuitOnClose)) << "the program goes on";
+    box.text = "And this.";
+    windows_->tell(box);
+    EXPECT_EQ(std::ranges::count_if(QApplication::topLevelWidgets(), &QWidget::isVisible), 2);
+    windows_->closeBoxes(nullptr);
 }
 
 TEST_F(Boxes, SayWhatTheyAreInEachLanguage) {
