@@ -56,7 +56,7 @@ public:
     std::string setting(const char* key) {
         return modINI::ReadIniValueDirect("OVSearch.ctrlOVSearch", key, "", path("local.ini"));
     }
-    void waitFor(const std::function<bool()>& seen) { EXPECT_TRUE(QTest::qWaitFor(seen)); }
+    void waitFor(const std::function<bool()>& seen) { EXPECT_TRUE(QTest::qWaitFor(seen, 60000)); }
 };
 
 } // namespace ov::tests

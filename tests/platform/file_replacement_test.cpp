@@ -79,11 +79,11 @@ TEST_F(Files, FailedReplacementLeavesTheOldFile) {
 // who removes nothing that may belong to anybody else.
 TEST_F(Files, UnfinishedFilesDoNotStay) {
     store_.add("f", "old");
-    const tests::TemporaryStore elsewhere; // more than are written at a time
+    const tests::TemporaryStore elsewhere;
     const auto writeAndEnd = [&](int signal) {
         return tests::isTrueInChild([&] {
             endWithoutLeftovers();
-            for (int i = 0; i < 20; ++i)
+            for (int i = 0; i < 20; ++i) // more than are written at a time
                 EXPECT_TRUE(replaceFile(elsewhere.path("g"), "").ok());
             FileReplacement file;
             return file.open(store_.path("f")).ok() && file.write("half").ok() &&

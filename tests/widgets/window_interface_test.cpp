@@ -11,14 +11,25 @@ namespace {
 
 using platform::MessageAnswer;
 
-QMessageBox* openBox() {
+QList<QMessageBox*> openBoxes() {
+    QList<QMessageBox*> open;
     for (QWidget* window : QApplication::topLevelWidgets())
         if (auto* box = qobject_cast<QMessageBox*>(window); box != nullptr && box->isVisible())
-            return box;
-    return nullptr;
+            open << box;
+    return open;
+}
+
+QMessageBox* openBox() {
+    return openBoxes().value(0);
 }
 
 class Boxes : public tests::WindowTest {
+public:
+    ~Boxes() override {
+        windows_->closeBoxes(nullptr);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+
 protected:
     const std::shared_ptr<WindowInterface> windows_ = WindowInterface::shared();
 };
@@ -60,8 +71,7 @@ TEST_F(Boxes, GoOnceTheyAreRead) {
     EXPECT_FALSE(openBox()->testAttribute(Qt::WA_QuitOnClose)) << "the program goes on";
     box.text = "And this.";
     windows_->tell(box);
-    EXPECT_EQ(std::ranges::count_if(QApplication::topLevelWidgets(), &QWidget::isVisible), 2);
-    windows_->closeBoxes(nullptr);
+    EXPECT_EQ(openBoxes().size(), 2);
 }
 
 TEST_F(Boxes, SayWhatTheyAreInEachLanguage) {

@@ -37,12 +37,12 @@ std::string timeText(std::int32_t milliseconds, int digitsOfHours = 1) {
 
 // Speech spans some 50 dB, so the bar grows with the logarithm.
 std::string levelBar(std::int32_t level) {
-    constexpr int width = 20;
+    constexpr int signs = 20;
     constexpr double range = 50; // dB
     const double loudness = 20 * std::log10(std::max(std::abs(level), 1) / 32768.0);
-    const int full = std::clamp(static_cast<int>((1 + loudness / range) * width), 0, width);
+    const int full = std::clamp(static_cast<int>((1 + loudness / range) * signs), 0, signs);
     return "[" + std::string(static_cast<std::size_t>(full), '#') +
-           std::string(static_cast<std::size_t>(width - full), ' ') + "]";
+           std::string(static_cast<std::size_t>(signs - full), ' ') + "]";
 }
 
 // Author and subject, or the name.
