@@ -5,6 +5,7 @@
 #include "catalogue/catalogue.h"
 #include "dictation/listing/listing_memory.h"
 
+#include <memory>
 #include <mutex>
 #include <string>
 #include <string_view>
@@ -42,8 +43,8 @@ public:
         std::int64_t now = 0;
         bool trustsFolderTimes = false; // see Settled
         // The others are believed to be as they were, and told of only where they lead to these;
-        // nullptr: all are asked.
-        const AskedFolders* asked = nullptr;
+        // nullptr: all are asked. Shared, as threads that list may ask after the update's end.
+        std::shared_ptr<const AskedFolders> asked;
         Moment (*clock)() = Moment::now;
     };
     // By their places.

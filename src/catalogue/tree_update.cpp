@@ -3,6 +3,7 @@
 #include "catalogue/tree_update.h"
 
 #include <algorithm>
+#include <memory>
 #include <string_view>
 #include <unordered_set>
 #include <utility>
@@ -15,11 +16,11 @@ using platform::Status;
 
 namespace {
 
-std::optional<AskedFolders> askedIn(const ToldChanges* changes, const std::vector<Folder>& folders,
-                                    const std::string& root) {
+std::shared_ptr<const AskedFolders>
+askedIn(const ToldChanges* changes, const std::vector<Folder>& folders, const std::string& root) {
     if (changes == nullptr)
-        return std::nullopt;
-    return std::optional<AskedFolders>(std::in_place, changes->folders, folders, root);
+        return nullptr;
+    return std::make_shared<const AskedFolders>(changes->folders, folders, root);
 }
 
 } // namespace
@@ -41,7 +42,6 @@ TreeUpdate::TreeUpdate(Catalogue& catalogue, Store store, std::vector<Folder> fo
       means_(means),
       stop_(means.stop),
       changes_(store_.asOf != 0 && store_.begun == 0 ? means.changes : nullptr),
-      asked_(askedIn(changes_, folders, store_.root)),
       begun_(means.clock()),
       listing_({store_.root, -1, ListingAhead::usualBytes, knownFolders(folders)}),
       writer_(catalogue, means.trustsFolderTimes) {
@@ -53,7 +53,7 @@ TreeUpdate::TreeUpdate(Catalogue& catalogue, Store store, std::vector<Folder> fo
 std::shared_ptr<KnownFolders> TreeUpdate::knownFolders(const std::vector<Folder>& folders) const {
     return std::make_shared<KnownFolders>(
         folders, KnownFolders::Rules{begun_.wall, means_.trustsFolderTimes,
-                                     asked_ ? &*asked_ : nullptr, means_.clock});
+                                     askedIn(changes_, folders, store_.root), means_.clock});
 }
 
 void TreeUpdate::keepKnown(std::vector<Folder> folders) {

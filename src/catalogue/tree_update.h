@@ -12,7 +12,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
-#include <optional>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -70,7 +69,6 @@ private:
     const UpdateMeans& means_;
     const std::stop_token stop_;
     const ToldChanges* const changes_;
-    const std::optional<AskedFolders> asked_;
     const modDictation::ListingMemory::Moment begun_;
     std::vector<Entry*> order_;  // those that were known, by their places
     std::vector<Entry*> byPath_; // the same, once they are asked for
