@@ -189,10 +189,11 @@ std::unique_ptr<WaveOutput> openOutput(int rate, int channels, const OutputWish&
     // Some outputs can be opened only once, and the one before may take a moment to close.
     const auto deadline = std::chrono::steady_clock::now() + longestWait;
     for (;;) {
+        const bool isInUse = outputsInUse() > 0; // it may be closed while this one is refused
         auto output = std::make_unique<SdlOutput>(rate, channels, which, source);
         if (output->isOpen())
             return output;
-        if (output->isMissing() || outputsInUse() == 0 ||
+        if (output->isMissing() || !(isInUse || outputsInUse() > 0) ||
             std::chrono::steady_clock::now() > deadline)
             return nullptr;
         std::this_thread::sleep_for(retryInterval);

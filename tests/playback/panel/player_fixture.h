@@ -57,6 +57,7 @@ protected:
     void play(const char* name) {
         selected = store.path(name);
         press(0);
+        waitFor([this] { return state().format() != QLatin1String("Not ready"); });
     }
     SeekSlider& seek() { return child<SeekSlider>(*panel_, "slSearchPlayerSeek"); }
     QProgressBar& state() { return child<QProgressBar>(*panel_, "prgSearchPlayerStatus"); }
