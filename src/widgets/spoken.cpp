@@ -51,8 +51,6 @@ void setSpokenRole(QWidget& widget, QAccessible::Role role) {
 
 // A name that changes is for braille, a notification that appears for speech.
 void announce(QLabel& label) {
-    if (!QAccessible::isActive())
-        return;
     QAccessibleEvent named(&label, QAccessible::NameChanged);
     QAccessible::updateAccessibility(&named);
     if (label.text().isEmpty() || !label.isVisible())

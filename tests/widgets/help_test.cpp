@@ -14,6 +14,7 @@
 #include <QShortcut>
 #include <QTextBlock>
 #include <QTextBrowser>
+#include <QWhatsThis>
 
 namespace ov {
 namespace {
@@ -111,6 +112,60 @@ TEST_F(Help, OpensTheGuideWhereItSpeaksOfWhatHasTheKeyboard) {
     control_ = nullptr; // the host lets go while the guide is open
 }
 
+TEST_F(Help, WindowsFollowLinksAndTheLanguage) {
+    openControl();
+    const auto press = [this](Qt::Key what, Qt::KeyboardModifiers with) {
+        window().activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&window()));
+        key(results(), what, with);
+    };
+    press(Qt::Key_F1, {});
+    auto& page = child<QTextBrowser>(widget<QDialog>("frmGuide"), "");
+    for (const char* link : {"criteria.md#criteria", "#none"}) {
+        Q_EMIT page.anchorClicked(QUrl(QLatin1String(link)));
+        EXPECT_EQ(headingShown(window()), "Criteria") << link;
+    }
+    EXPECT_LE(page.document()->idealWidth(), page.viewport()->width()) << "pictures fit";
+    EXPECT_GT(page.document()->idealWidth(), page.viewport()->width() * 0.9);
+    press(Qt::Key_Slash, Qt::ControlModifier);
+    press(Qt::Key_Slash, Qt::ControlModifier);
+    const QPointer<QTreeWidget> list = &widget<QTreeWidget>("lstShortcuts");
+    EXPECT_EQ(window().findChildren<QDialog*>(QStringLiteral("frmShortcuts")).size(), 1);
+    const int groups = list->topLevelItemCount();
+    speak("7");
+    EXPECT_EQ(list->headerItem()->text(0), QStringLiteral("Tasten"));
+    EXPECT_EQ(list->topLevelItemCount(), groups);
+    EXPECT_EQ(list->accessibleName(), list->window()->windowTitle());
+    EXPECT_EQ(page.window()->windowTitle(), QStringLiteral("OVSearch-Handbuch (englisch)"));
+    EXPECT_EQ(page.accessibleName(), page.window()->windowTitle());
+    list->window()->close();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(list, nullptr);
+}
+
+TEST_F(Help, ExplainsWhatHasTheKeyboard) {
+    openControl();
+    const auto bubble = [] {
+        for (QWidget* one : QApplication::topLevelWidgets())
+            if (one->inherits("QWhatsThat") && one->isVisible())
+                return one;
+        return static_cast<QWidget*>(nullptr);
+    };
+    QImage of[2];
+    for (const int button : {0, 2}) {
+        auto& focused =
+            widget<QPushButton>(("cmdSearchOptions(" + std::to_string(button) + ")").c_str());
+        focused.setFocus();
+        EXPECT_EQ(bubble(), nullptr);
+        key(focused, Qt::Key_F1, Qt::ShiftModifier);
+        ASSERT_NE(bubble(), nullptr);
+        of[button / 2] = bubble()->grab().toImage();
+        QWhatsThis::hideText();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+    EXPECT_NE(of[0], of[1]) << "each its own words";
+}
+
 // Tab goes to it, and it is no part of another control.
 bool isForTheUser(const QWidget& control) {
     return control.isVisible() && (control.focusPolicy() & Qt::TabFocus) != 0 &&
@@ -129,22 +184,25 @@ TEST_F(Help, NamesAndExplainsEveryControl) {
     for (QDialog* dialog : std::initializer_list<QDialog*>{&editor, &columns, &print, &details})
         dialog->show();
     EXPECT_TRUE(child<QPushButton>(details, "cmdClose").isDefault());
-    for (QWidget* root :
-         std::initializer_list<QWidget*>{&window(), &editor, &columns, &print, &details})
+    const std::initializer_list<QWidget*> roots{&window(), &editor, &columns, &print, &details};
+    std::map<QWidget*, QString> english;
+    for (const QWidget* root : roots)
         for (QWidget* control : root->findChildren<QWidget*>())
             if (isForTheUser(*control)) {
                 const QString name =
                     QAccessible::queryAccessibleInterface(control)->text(QAccessible::Name);
                 EXPECT_TRUE(!name.isEmpty() && !control->accessibleName().endsWith(u':'))
                     << control->objectName().toStdString() << " is called " << name.toStdString();
+                english[control] = control->whatsThis();
                 EXPECT_FALSE(control->whatsThis().isEmpty())
                     << control->objectName().toStdString() << " has no line in explanations.cpp";
             }
     QWidget* choice = widget<QRadioButton>("optCriteriaCompare(0)").parentWidget();
     EXPECT_EQ(QAccessible::queryAccessibleInterface(choice)->role(), QAccessible::Grouping);
-    speakGerman(window());
-    EXPECT_TRUE(
-        widget<QWidget>("cmdSearchOptions(0)").whatsThis().contains(QStringLiteral("Diktate")));
+    for (QWidget* root : roots)
+        speakGerman(*root);
+    for (const auto& [control, words] : english)
+        EXPECT_NE(control->whatsThis(), words) << control->objectName().toStdString();
 }
 
 } // namespace

@@ -1,6 +1,8 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
+#include "widgets/first_size.h"
+#include "widgets/icons.h"
 #include "widgets/legible.h"
 
 #include <gtest/gtest.h>
@@ -8,6 +10,8 @@
 #include <QApplication>
 #include <QLabel>
 #include <QPushButton>
+#include <QScreen>
+#include <QStyle>
 #include <vector>
 
 namespace ov::widgets {
@@ -58,6 +62,36 @@ TEST(Legible, IconsGrowWithTheLetters) {
     large.setPixelSize(8);
     button.setFont(large);
     EXPECT_EQ(button.iconSize().height(), usual);
+}
+
+// Those of our own colours would vanish in the highlight.
+TEST(Legible, IconsStandOutInSelectedRows) {
+    const QColor highlighted = QApplication::palette().color(QPalette::HighlightedText);
+    for (const char* name : {"add", "columns", "search"})
+        for (const int side : {16, 64}) {
+            const QImage selected = icon(name).pixmap(side, QIcon::Selected).toImage();
+            EXPECT_EQ(selected.width(), side) << name;
+            EXPECT_NE(selected, icon(name).pixmap(side).toImage()) << name;
+            bool stands = false;
+            for (int at = 0; at < side * side; ++at)
+                stands = stands || selected.pixelColor(at % side, at / side) == highlighted;
+            EXPECT_TRUE(stands) << name;
+        }
+    EXPECT_TRUE(icon("no such").isNull());
+}
+
+TEST(Legible, WindowsFitTheirTextsAndTheScreen) {
+    QLabel window(QStringLiteral("These words are seen."));
+    const QSize room = window.screen()->availableSize();
+    const int title = window.style()->pixelMetric(QStyle::PM_TitleBarHeight);
+    ASSERT_GT(title, 0);
+    for (const auto& [wanted, size] : std::vector<std::pair<QSize, QSize>>{
+             {{1, 1}, window.sizeHint()},
+             {{300, 200}, {300, 200}},
+             {{9000, 9000}, {room.width(), room.height() - title}}}) {
+        resizeOnScreen(window, wanted);
+        EXPECT_EQ(window.size(), size);
+    }
 }
 
 } // namespace
