@@ -163,9 +163,20 @@ void frmExportOptionsPrint::showPrinter() {
     lblPrinterPort_->setText(info.location().isEmpty() ? info.description() : info.location());
     lblCopies_->setText(name.isEmpty() ? QString() : QString::number(printer_.copyCount()));
     lblNoPrinter_->setVisible(name.isEmpty());
-    cmdOK()->setAccessibleDescription(name.isEmpty() ? lblNoPrinter_->text() : QString());
-    cmdOK()->setToolTip(cmdOK()->accessibleDescription());
+    describeOK();
     QGuiApplication::restoreOverrideCursor();
+}
+
+// Why it will not do.
+void frmExportOptionsPrint::describeOK() {
+    cmdOK()->setAccessibleDescription(lblNoPrinter_->isHidden() ? QString()
+                                                                : lblNoPrinter_->text());
+    cmdOK()->setToolTip(cmdOK()->accessibleDescription());
+}
+
+void frmExportOptionsPrint::retranslate() {
+    OneUseDialog::retranslate();
+    describeOK();
 }
 
 // Neither printing to a file nor a selection is offered: the one is an export, the other stands

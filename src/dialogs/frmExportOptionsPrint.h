@@ -52,6 +52,8 @@ private:
     void connectAll();
     void load() override;
     void showPrinter();
+    void describeOK();
+    void retranslate() override;
 
     void cmdChangePrinter_Click();
     void cmdOK_Click() override;

@@ -1,0 +1,145 @@
+// SPDX-FileCopyrightText: The OVSearch developers
+// SPDX-License-Identifier: MIT
+
+#include "dialogs/details_dialog.h"
+#include "dialogs/frmCriteria.h"
+#include "dialogs/frmExportOptionsPrint.h"
+#include "dialogs/frmSearchResultColumns.h"
+#include "tests/wave_files.h"
+#include "tests/window/window_fixture.h"
+#include "widgets/help/shortcuts.h"
+
+#include <QMetaEnum>
+
+// What the windows say and how their parts behave, beside what somebody has looked through
+// (looks.txt). OV_KEEP_LOOKS=1 writes that file anew; read what changed before it goes in.
+
+namespace ov {
+namespace {
+
+constexpr const char* keptLooks = OV_SOURCE_DIR "/tests/window/looks.txt";
+
+// Not sizes, places and colours, which are the desktop's.
+constexpr const char* shownProperties =
+    "windowTitle title text placeholderText toolTip whatsThis accessibleName accessibleDescription "
+    "focusPolicy contextMenuPolicy textFormat alignment wordWrap indent checkable checked "
+    "default autoDefault flat autoRaise popupMode readOnly maxLength clearButtonEnabled editable "
+    "insertPolicy maxVisibleItems minimum maximum singleStep pageStep value suffix displayFormat "
+    "calendarPopup orientation textVisible tracking selectionMode selectionBehavior editTriggers "
+    "dragEnabled dragDropMode alternatingRowColors showGrid tabKeyNavigation sortingEnabled "
+    "rootIsDecorated itemsExpandable uniformItemSizes textElideMode stretchLastSection "
+    "highlightSections showSortIndicator modal acceptDrops";
+
+const std::set<std::string> usual{"AlignLeading|AlignVCenter",
+                                  "AutoText",
+                                  "DefaultContextMenu",
+                                  "InsertAtBottom",
+                                  "NoDragDrop",
+                                  "NoFocus"};
+
+std::string oneLine(QString words) {
+    return words.replace(u'\n', QLatin1String("\\n")).toStdString();
+}
+
+// Empty for what is as good as unset, and what a clock shows.
+std::string valueOf(const QObject& object, const QMetaProperty& property) {
+    const QVariant value = property.read(&object);
+    if (object.inherits("QDateTimeEdit") && property.name() == QByteArray("text"))
+        return {};
+    if (!property.isEnumType()) {
+        for (const QVariant& unset : {QVariant(false), QVariant(0), QVariant(-1)})
+            if (value == unset)
+                return {};
+        return oneLine(value.toString());
+    }
+    const QMetaEnum names = property.enumerator();
+    return property.isFlagType() ? names.valueToKeys(value.toInt()).toStdString()
+                                 : std::string(names.valueToKey(value.toInt()));
+}
+
+std::string entriesOf(const QWidget& widget) {
+    std::string all;
+    if (const auto* list = qobject_cast<const QComboBox*>(&widget))
+        for (int i = 0; i < list->count(); ++i)
+            all += " | " + oneLine(list->itemText(i));
+    if (const auto* view = qobject_cast<const QAbstractItemView*>(&widget);
+        view != nullptr && view->model() != nullptr && !view->inherits("QHeaderView"))
+        for (int column = 0; column < view->model()->columnCount(); ++column)
+            all += " | " + oneLine(view->model()->headerData(column, Qt::Horizontal).toString());
+    for (const QAction* action : widget.actions())
+        all += " | " + oneLine(action->text() + u' ' + action->shortcut().toString());
+    return all;
+}
+
+bool isOurs(const QWidget& widget) {
+    const bool says = widget.inherits("QLabel") || widget.inherits("QAbstractButton");
+    return widget.inherits("QHeaderView") ||
+           (widget.objectName().isEmpty() ? says && !widget.property("text").toString().isEmpty()
+                                          : !widget.objectName().startsWith(QLatin1String("qt_")));
+}
+
+void describe(const QWidget& widget, const QWidget& root, std::string& all) {
+    if (isOurs(widget)) {
+        all += widget.objectName().toStdString() + ": " + widget.metaObject()->className() +
+               (widget.isVisibleTo(&root) ? "" : " hidden") +
+               (widget.isEnabledTo(&root) ? "" : " disabled") + entriesOf(widget) + "\n";
+        for (const QByteArray& name : QByteArray(shownProperties).split(' '))
+            if (const int index = widget.metaObject()->indexOfProperty(name.constData());
+                index >= 0)
+                if (const auto value = valueOf(widget, widget.metaObject()->property(index));
+                    !value.empty() && !usual.contains(value))
+                    all += "  " + name.toStdString() + " " + value + "\n";
+    }
+    for (const QObject* below : widget.children())
+        if (const auto* one = qobject_cast<const QWidget*>(below))
+            if (!one->isWindow() || one->inherits("QMenu"))
+                describe(*one, root, all);
+}
+
+class Looks : public WindowTest {
+protected:
+    const Environment noPrinters_{"CUPS_SERVER", "/no/such/server"};
+
+    std::string ofAllWindows() {
+        frmCriteria editor;
+        frmSearchResultColumns columns;
+        frmExportOptionsPrint print;
+        DetailsDialog details("\\a\\2$ROH.WAV", nullptr);
+        for (QDialog* dialog : std::initializer_list<QDialog*>{&editor, &columns, &print, &details})
+            dialog->show();
+        widgets::showShortcuts(window());
+        std::string all;
+        for (const char* language : {"9", "7"}) {
+            speak(language);
+            for (QWidget* one :
+                 std::initializer_list<QWidget*>{&window(), &editor, &columns, &print, &details,
+                                                 &widget<QDialog>("frmShortcuts")}) {
+                QEvent change(QEvent::LanguageChange);
+                QCoreApplication::sendEvent(one, &change);
+                one->grab(); // what is read of an empty list is told as it is drawn
+                all += std::string("== ") + language + "\n";
+                describe(*one, *one, all);
+            }
+        }
+        for (std::size_t at = 0; (at = all.find(store.directory(), at)) != std::string::npos;)
+            all.replace(at, store.directory().size(), "STORE");
+        return all;
+    }
+};
+
+TEST_F(Looks, AreAsTheyWereLookedThrough) {
+    openControl();
+    const std::string now = ofAllWindows();
+    if (std::getenv("OV_KEEP_LOOKS") != nullptr)
+        std::ofstream(keptLooks, std::ios::binary) << now;
+    std::istringstream is(now);
+    std::istringstream was(readBytes(keptLooks));
+    std::string line;
+    std::string before;
+    for (int number = 1; std::getline(is, line) && std::getline(was, before); ++number)
+        ASSERT_EQ(line, before) << "line " << number;
+    EXPECT_EQ(now, readBytes(keptLooks)) << "of another length";
+}
+
+} // namespace
+} // namespace ov
