@@ -65,13 +65,6 @@ TEST_F(Control, ReadsAsOneGoesAndFollowsTheLanguage) {
             << one->objectName().toStdString();
     const QImage hint = criteria().grab().toImage();
     speak("7");
-    EXPECT_EQ(readable(window()),
-              "|&Neu …|&Bearbeiten …|&Löschen|Alle &Kriterien|&Mindestens ein Kriterium|"
-              "&Gespeichert …|Bei Änderung so&fort suchen|Gefunden werden Diktate, auf die alle "
-              "Kriterien "
-              "zutreffen.|S&uchen|Abbr&echen|Drucken/E&xportieren …|S&palten …|P&rotokoll|"
-              "Suchergebnis|Noch keine Suchkriterien. Fügen Sie mit „Neu“ eines hinzu, oder lassen "
-              "Sie alle Diktate auflisten.|Alle aufl&isten|100 %|00:00:00|00:00:00");
     EXPECT_NE(criteria().grab().toImage(), hint);
 }
 

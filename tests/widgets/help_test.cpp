@@ -184,25 +184,19 @@ TEST_F(Help, NamesAndExplainsEveryControl) {
     for (QDialog* dialog : std::initializer_list<QDialog*>{&editor, &columns, &print, &details})
         dialog->show();
     EXPECT_TRUE(child<QPushButton>(details, "cmdClose").isDefault());
-    const std::initializer_list<QWidget*> roots{&window(), &editor, &columns, &print, &details};
-    std::map<QWidget*, QString> english;
-    for (const QWidget* root : roots)
+    for (const QWidget* root :
+         std::initializer_list<QWidget*>{&window(), &editor, &columns, &print, &details})
         for (QWidget* control : root->findChildren<QWidget*>())
             if (isForTheUser(*control)) {
                 const QString name =
                     QAccessible::queryAccessibleInterface(control)->text(QAccessible::Name);
                 EXPECT_TRUE(!name.isEmpty() && !control->accessibleName().endsWith(u':'))
                     << control->objectName().toStdString() << " is called " << name.toStdString();
-                english[control] = control->whatsThis();
                 EXPECT_FALSE(control->whatsThis().isEmpty())
                     << control->objectName().toStdString() << " has no line in explanations.cpp";
             }
     QWidget* choice = widget<QRadioButton>("optCriteriaCompare(0)").parentWidget();
     EXPECT_EQ(QAccessible::queryAccessibleInterface(choice)->role(), QAccessible::Grouping);
-    for (QWidget* root : roots)
-        speakGerman(*root);
-    for (const auto& [control, words] : english)
-        EXPECT_NE(control->whatsThis(), words) << control->objectName().toStdString();
 }
 
 } // namespace

@@ -66,6 +66,8 @@ std::string entriesOf(const QWidget& widget) {
         view != nullptr && view->model() != nullptr && !view->inherits("QHeaderView"))
         for (int column = 0; column < view->model()->columnCount(); ++column)
             all += " | " + oneLine(view->model()->headerData(column, Qt::Horizontal).toString());
+    if (const auto* label = qobject_cast<const QLabel*>(&widget); label && label->buddy())
+        all += " > " + label->buddy()->objectName().toStdString();
     for (const QAction* action : widget.actions())
         all += " | " + oneLine(action->text() + u' ' + action->shortcut().toString());
     return all;
@@ -73,7 +75,7 @@ std::string entriesOf(const QWidget& widget) {
 
 bool isOurs(const QWidget& widget) {
     const bool says = widget.inherits("QLabel") || widget.inherits("QAbstractButton");
-    return widget.inherits("QHeaderView") ||
+    return widget.inherits("QHeaderView") || widget.inherits("QGroupBox") ||
            (widget.objectName().isEmpty() ? says && !widget.property("text").toString().isEmpty()
                                           : !widget.objectName().startsWith(QLatin1String("qt_")));
 }
