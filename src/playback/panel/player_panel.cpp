@@ -238,7 +238,6 @@ void PlayerPanel::lookAfterPlay() {
     } else if (playing_ && playsLoop_) {
         beginDueRound(); // maybe not quite at the loop's end, as the file's blocks lie
     } else if (position_ >= length_ || (playing_ && isMode(mode, "STOPPED"))) {
-        timerSearchPlayerStatus_.stop();
         giveUpOpening();
         forgetPlace();
         stop();

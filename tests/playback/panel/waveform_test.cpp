@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
+#include "platform/files.h"
 #include "tests/failing_reads.h"
 #include "tests/playback/panel/player_fixture.h"
 
@@ -56,16 +57,20 @@ TEST_F(Waveform, IsNotWaitedForWhenTheDiskStalls) {
 }
 
 TEST_F(Waveform, IsReadOnceForAllWindows) {
-    const auto load = [path = store.path("two.WAV")] {
+    const auto load = [] {
         OverviewLoader loader;
         bool isReady = false;
         QObject::connect(&loader, &OverviewLoader::ready, [&] { isReady = true; });
-        loader.load(path);
+        loader.load("D:\\two.WAV");
         waitFor([&] { return isReady; });
     };
+    store.addFolder("drives");
+    fs::create_directory_symlink(store.native(""), store.native("drives/d"));
+    platform::setDriveFolder(store.native("drives"));
     load();
     const FailingReads bad(store.native("two.WAV"), FailingReads::How::fail);
     load();
+    platform::setDriveFolder({});
 }
 
 TEST_F(Waveform, ShowsAPartAndTurnsItsPage) {
