@@ -42,8 +42,6 @@ TEST_F(CliComplaints, UsageAndWhatWasMeant) {
             {{"find", root(), "--limit"}, "--limit needs a value behind it"},
             {{"find", root(), "--limit=1", "--limit=2"}, "--limit can be given only once"},
             {{"find", root(), "--quiet=x"}, "--quiet takes no value"},
-            {{"find", ""}, "WORD: must not be empty"},
-            {{"fields", "--settings", ""}, "--settings: must not be empty"},
             {{"fields", "--settings", dictation}, "is a file, no folder"},
             {{"demo", dictation}, "is a file, no folder"},
             {{"find", root(), "--format", "tabel"},
@@ -72,6 +70,22 @@ TEST_F(CliComplaints, UsageAndWhatWasMeant) {
             {{"export", root(), "l.csv"}, "is a folder; name the FILE to write first"},
         },
         2);
+    for (const auto& [words, what] : std::initializer_list<std::pair<Texts, const char*>>{
+             {{"find"}, "WORD"},
+             {{"show"}, "FILE"},
+             {{"play"}, "FILE"},
+             {{"export"}, "FILE"},
+             {{"catalogue", "update"}, "DIR"},
+             {{"catalogue", "update", root(), "--to"}, "--to"},
+             {{"find", "--catalogue"}, "--catalogue"},
+             {{"find", "--newer"}, "--newer"},
+             {{"find", "--root"}, "--root"},
+             {{"find", "--criteria-file"}, "--criteria-file"},
+             {{"fields", "--settings"}, "--settings"}}) {
+        Texts empty = words;
+        empty.emplace_back();
+        expectRefused(empty, 2, std::string(what) + ": must not be empty");
+    }
 }
 
 TEST_F(CliComplaints, FilesAndFoldersThatAreNotWhatTheyShouldBe) {
