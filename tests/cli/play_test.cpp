@@ -201,11 +201,16 @@ TEST_F(PlayCommand, TellsThatTheFileCannotBeReadOn) {
 
 // In a shell that tells afterwards how the terminal was left.
 TEST_F(PlayCommand, ShowsPositionAndEndsAsAskedFor) {
-    for (const auto& [key, code] : {std::pair("q", "code 0"), {"\x03", "code 130"}}) {
+    const std::tuple<std::string, const char*, const char*> cases[] = {
+        {"", "q", "code 0"},
+        {"", "\x03", "code 130"},
+        {"timeout --foreground 1", "x", "code 124"}}; // by SIGTERM
+    for (const auto& [runner, key, code] : cases) {
         ProgramRun how = silent(true, key);
         how.arguments = {"-c",
-                         "before=$(stty -g); \"$0\" play \"$1\"; echo \"code $?\"; "
-                         "test \"$before\" = \"$(stty -g)\" && echo restored",
+                         "before=$(stty -g); " + runner +
+                             " \"$0\" play \"$1\"; echo \"code $?\"; "
+                             "test \"$before\" = \"$(stty -g)\" && echo restored",
                          OV_SEARCH_PROGRAM, zeh_};
         const ProgramResult result = tests::runProgram("/bin/sh", how);
         for (const char* text : {"0:00:00 / 0:01:40", code, "restored"})
