@@ -121,6 +121,13 @@ TEST_F(Help, WindowsFollowLinksAndTheLanguage) {
     };
     press(Qt::Key_F1, {});
     auto& page = child<QTextBrowser>(widget<QDialog>("frmGuide"), "");
+    static const QRegularExpression links(QStringLiteral("\\]\\((#[^)]+)\\)"));
+    for (auto all = links.globalMatch(widgets::guideText()); all.hasNext();) {
+        const std::string before = headingShown(window());
+        const QString link = all.next().captured(1);
+        Q_EMIT page.anchorClicked(QUrl(link));
+        EXPECT_NE(headingShown(window()), before) << link.toStdString();
+    }
     for (const char* link : {"criteria.md#criteria", "#none"}) {
         Q_EMIT page.anchorClicked(QUrl(QLatin1String(link)));
         EXPECT_EQ(headingShown(window()), "Criteria") << link;

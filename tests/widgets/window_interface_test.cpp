@@ -67,6 +67,7 @@ TEST_F(Boxes, GoOnceTheyAreRead) {
     EXPECT_EQ(openBox(), nullptr) << "only once";
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_TRUE(notice.isNull());
+    windows_->changeLanguage(nullptr);
     windows_->tell(box);
     EXPECT_FALSE(openBox()->testAttribute(Qt::WA_QuitOnClose)) << "the program goes on";
     box.text = "And this.";
@@ -91,6 +92,8 @@ TEST_F(Boxes, SayWhatTheyAreInEachLanguage) {
         EXPECT_EQ(shown.text(), QStringLiteral("<b>.WAV\nis gone."));
         EXPECT_EQ(shown.textFormat(), Qt::PlainText);
         EXPECT_EQ(shown.icon(), QMessageBox::Warning);
+        windows_->changeLanguage(&owner);
+        EXPECT_EQ(shown.text(), QStringLiteral("<b>.WAV\nis gone.")) << "of another one";
         windows_->changeLanguage(nullptr);
         EXPECT_EQ(shown.text(), QStringLiteral("Weg."));
         windows_->closeBoxes(&owner);

@@ -28,9 +28,7 @@ constexpr const char* guideName = "frmGuide";
 
 // As web pages name a heading: "Where settings lie" is "where-settings-lie".
 QString anchorOf(const QString& heading) {
-    QString anchor = heading.toLower();
-    anchor.remove(QRegularExpression(QStringLiteral("[^\\w -]")));
-    return anchor.replace(QLatin1Char(' '), QLatin1Char('-'));
+    return heading.toLower().replace(QLatin1Char(' '), QLatin1Char('-'));
 }
 
 void jumpTo(QTextBrowser& page, const QString& anchor) {

@@ -182,9 +182,18 @@ TEST_F(InputDevicesTest, LiftsWhatIsPressedOnOneThatGoes) {
 TEST_F(InputDevicesTest, ReadsOnlyWhatIsWishedFor) {
     plugInPedal();
     inputs.plugIn("event4", {"Keyboard", otherKind, pedalKeys});
-    inputs.plugIn("event5", {"Mouse", otherKind, {{EV_KEY, {BTN_LEFT}}, {EV_REL, {REL_X}}}});
+    const auto mouseWith = [](unsigned button, const char* name) {
+        return tests::FakeInputs::Device{name, otherKind, {{EV_KEY, {button}}, {EV_REL, {REL_X}}}};
+    };
+    inputs.plugIn("event5", mouseWith(BTN_MOUSE, "Mouse"));
+    inputs.plugIn("event6", mouseWith(BTN_JOYSTICK - 1, "Mouse"));
+    inputs.plugIn("event7", mouseWith(BTN_JOYSTICK, "Stick"));
+    inputs.plugIn("event8", mouseWith(BTN_MOUSE - 1, "Knob"));
     inputs.plugIn("mouse0", {"No device of ours", otherKind, pedalKeys});
     wishFor({false, {pedalKind}, {}});
+    ASSERT_TRUE(waitForDevices("Pedal;Keyboard;Stick;Knob;"));
+    inputs.pullOut("event7");
+    inputs.pullOut("event8");
     ASSERT_TRUE(waitForDevices("Pedal;Keyboard;"));
     inputs.sendKey("event4", KEY_B, 1);
     inputs.sendKey("event3", KEY_A, 1);

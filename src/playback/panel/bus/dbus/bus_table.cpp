@@ -44,15 +44,13 @@ QString described(const Property (&properties)[count]) {
     return all;
 }
 
-// One argument for each complete type of a signature.
+// One argument for each type of a signature; ours are simple ones and arrays of such.
 QString arguments(const char* signature, const char* direction) {
     QString all;
     QString type;
-    int depth = 0;
     for (const char letter : QByteArray(signature)) {
         type += QLatin1Char(letter);
-        depth += letter == '{' || letter == '(' ? 1 : letter == '}' || letter == ')' ? -1 : 0;
-        if (letter == 'a' || depth > 0)
+        if (letter == 'a')
             continue;
         all += QStringLiteral("<arg type=\"%1\" direction=\"%2\"/>")
                    .arg(type, QLatin1String(direction));
