@@ -144,6 +144,7 @@ TEST_F(OnATerminal, AllOfAFieldIsShownInItsColumn) {
                  "Subject        one two   one two\n" + blanks + "three     three\n" + blanks +
                      "four      four\n");
     EXPECT_PRED2(holds, table, "\n" + blanks + "nnnnnnü   nnnnnnü\n");
+    EXPECT_PRED2(holds, run({"show", "--color=always", store_.native(name)}).output, "\x1B[");
     for (const std::string& line : split(run({"fields"}, how).output, '\n'))
         EXPECT_LE(columnCount(line), 70U) << line;
 }

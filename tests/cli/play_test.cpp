@@ -121,8 +121,10 @@ TEST_F(PlayList, ObeysKeysOnATerminal) {
         for (const std::string& text : shown)
             EXPECT_PRED2(holds, played.output, text) << typed;
     }
-    const std::string goesOn = run({"play", zeh_}, silent(true, "  q")).output;
-    EXPECT_FALSE(holds(goesOn.substr(goesOn.rfind(" / ")), "paused")) << goesOn;
+    for (const char* typed : {"  q", " aq", "aq"}) {
+        const std::string goesOn = run({"play", zeh_}, silent(true, typed)).output;
+        EXPECT_FALSE(holds(goesOn.substr(goesOn.rfind(" / ")), "paused")) << goesOn;
+    }
     const ProgramResult fast = run({"play", "--speed=150", "--from=-0:20", "--loop", zeh_},
                                    silent(true, "\x1B[C\x1B[C\x1B[C\x1B[C\x1B[C q"));
     EXPECT_PRED2(holds, fast.output, "0:01:20 / 0:01:40");
