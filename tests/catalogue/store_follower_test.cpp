@@ -130,16 +130,18 @@ TEST_F(Follower, LooksFromTimeToTimeWhereTheSystemDoesNotTell) {
 }
 
 TEST_F(Follower, SeesWhatIsMounted) {
-    store.add("one.WAV").addFolder("server");
+    const std::string root = "my store "; // blanks are told in numbers
+    const std::string server = root + "/server";
+    store.add(root + "/one.WAV").addFolder(server);
     if (!tests::isTrueInChild([] { return hasOwnMounts(); }))
         GTEST_SKIP() << "needs the right to mount";
     EXPECT_TRUE(tests::isTrueInChild([&] {
         Steps steps = {[&] {
-                           EXPECT_TRUE(mountEmpty(store.native("server")));
-                           store.add("server/two.WAV");
+                           EXPECT_TRUE(mountEmpty(store.native(server)));
+                           store.add(server + "/two.WAV");
                        },
-                       [&] { store.add("server/deep/three.WAV"); }};
-        return hasOwnMounts() && follows(store.directory(), steps);
+                       [&] { store.add(server + "/deep/three.WAV"); }};
+        return hasOwnMounts() && follows(store.path(root + "\\"), steps);
     }));
 }
 

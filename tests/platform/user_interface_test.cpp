@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
+#include "platform/threads/coarse_clock.h"
 #include "tests/recording_interface.h"
 
 #include <gtest/gtest.h>
@@ -29,6 +30,14 @@ TEST(UserInterface, PumpHandsOverNowAndThen) {
     const tests::RecordingInterface next;
     processMessagesNowAndThen();
     EXPECT_EQ(next.pumped, 1) << "a new one is asked at once";
+}
+
+TEST(CoarseClock, GoesForward) {
+    const std::int64_t before = coarseMilliseconds();
+    std::int64_t next = before;
+    while (next == before)
+        next = coarseMilliseconds();
+    EXPECT_GT(next, before);
 }
 
 TEST(UserInterface, HandlerThatPumpsDoesNotStartItselfOver) {
