@@ -138,6 +138,7 @@ TEST_F(Help, WindowsFollowLinksAndTheLanguage) {
     press(Qt::Key_Slash, Qt::ControlModifier);
     const QPointer<QTreeWidget> list = &widget<QTreeWidget>("lstShortcuts");
     EXPECT_EQ(window().findChildren<QDialog*>(QStringLiteral("frmShortcuts")).size(), 1);
+    EXPECT_EQ(list->size(), list->window()->size());
     const int groups = list->topLevelItemCount();
     speak("7");
     EXPECT_EQ(list->headerItem()->text(0), QStringLiteral("Tasten"));

@@ -84,7 +84,9 @@ void describe(const QWidget& widget, const QWidget& root, std::string& all) {
     if (isOurs(widget)) {
         all += widget.objectName().toStdString() + ": " + widget.metaObject()->className() +
                (widget.isVisibleTo(&root) ? "" : " hidden") +
-               (widget.isEnabledTo(&root) ? "" : " disabled") + entriesOf(widget) + "\n";
+               (widget.isEnabledTo(&root) ? "" : " disabled") +
+               (widget.windowFlags().testFlag(Qt::WindowContextHelpButtonHint) ? " ?" : "") +
+               entriesOf(widget) + "\n";
         for (const QByteArray& name : QByteArray(shownProperties).split(' '))
             if (const int index = widget.metaObject()->indexOfProperty(name.constData());
                 index >= 0)
@@ -116,8 +118,8 @@ protected:
             for (QWidget* one :
                  std::initializer_list<QWidget*>{&window(), &editor, &columns, &print, &details,
                                                  &widget<QDialog>("frmShortcuts")}) {
-                QEvent change(QEvent::LanguageChange);
-                QCoreApplication::sendEvent(one, &change);
+                if (QEvent change(QEvent::LanguageChange); language == std::string("7"))
+                    QCoreApplication::sendEvent(one, &change);
                 one->grab(); // what is read of an empty list is told as it is drawn
                 all += std::string("== ") + language + "\n";
                 describe(*one, *one, all);
