@@ -2,10 +2,12 @@
 // SPDX-License-Identifier: MIT
 
 #include "platform/locale.h"
+#include "tests/environment.h"
 
 #include <gtest/gtest.h>
 
 #include <array>
+#include <ctime>
 
 namespace ov::platform {
 namespace {
@@ -47,6 +49,15 @@ std::string dateIn(const char* locale, std::string_view text) {
     setLocale(localeNamed(locale));
     const auto date = parseDate(text);
     return date ? formatIsoDate(*date) : "";
+}
+
+TEST_F(LocaleTest, TellsTheTimeOfThePlace) {
+    {
+        const tests::Environment place("TZ", "XYZ-5:45");
+        tzset();
+        EXPECT_EQ(localTime(1'772'687'229'999'999'999), (DateTime{2026, 3, 5, 10, 52, 9}));
+    }
+    tzset();
 }
 
 TEST_F(LocaleTest, ReadsDates) {

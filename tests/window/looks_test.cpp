@@ -22,7 +22,8 @@ constexpr const char* keptLooks = OV_SOURCE_DIR "/tests/window/looks.txt";
 // Not sizes, places and colours, which are the desktop's.
 constexpr const char* shownProperties =
     "windowTitle title text placeholderText toolTip whatsThis accessibleName accessibleDescription "
-    "focusPolicy contextMenuPolicy textFormat alignment wordWrap indent checkable checked "
+    "focusPolicy contextMenuPolicy mouseTracking textFormat alignment wordWrap indent checkable "
+    "checked "
     "default autoDefault flat autoRaise popupMode readOnly maxLength clearButtonEnabled editable "
     "insertPolicy maxVisibleItems minimum maximum singleStep pageStep value suffix displayFormat "
     "calendarPopup orientation textVisible tracking selectionMode selectionBehavior editTriggers "
