@@ -33,7 +33,7 @@ void PlayerPanel::markLoop() {
     if (isPlaying() && (loop.isWhole() || !loop.isMarked()))
         playOnFrom(loop.isWhole() ? loop.from() : position);
     else if (loop.isWhole())
-        seekTo(loop.from());
+        goToUnits(loop.from());
     const auto time = [this](std::int32_t place) {
         return widgets::toUtf8(FormatPlayTime(place, rate_));
     };

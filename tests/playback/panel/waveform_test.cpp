@@ -57,19 +57,20 @@ TEST_F(Waveform, IsNotWaitedForWhenTheDiskStalls) {
 }
 
 TEST_F(Waveform, IsReadOnceForAllWindows) {
-    const auto load = [] {
+    const auto load = [](const char* path) {
         OverviewLoader loader;
         bool isReady = false;
         QObject::connect(&loader, &OverviewLoader::ready, [&] { isReady = true; });
-        loader.load("D:\\two.WAV");
+        loader.load(path);
         waitFor([&] { return isReady; });
     };
     store.addFolder("drives");
     fs::create_directory_symlink(store.native(""), store.native("drives/d"));
     platform::setDriveFolder(store.native("drives"));
-    load();
+    load("D:\\two.WAV");
+    load("D:\\one.WAV");
     const FailingReads bad(store.native("two.WAV"), FailingReads::How::fail);
-    load();
+    load("D:\\two.WAV");
     platform::setDriveFolder({});
 }
 
@@ -114,7 +115,7 @@ TEST_F(Waveform, ShowsAPartAndTurnsItsPage) {
     EXPECT_TRUE(QTest::qWaitFor([] { return QToolTip::text() == u"00:00:25"; }));
 }
 
-TEST_F(Waveform, ShadesPauses) {
+TEST_F(Waveform, ShadesPausesAndThePassageThatIsRepeated) {
     std::vector<float> sound(800000, 0.5F);
     std::fill(sound.begin() + 400000, sound.begin() + 600000, 0.001F);
     std::fill(sound.begin() + 100000, sound.begin() + 102000, 0.0F); // too short
@@ -126,6 +127,16 @@ TEST_F(Waveform, ShadesPauses) {
     EXPECT_NE(ground(60), plain_.pixel(plain_.width() * 60 / 100, 5));
     EXPECT_EQ(ground(80), plain_.pixel(plain_.width() * 80 / 100, 5));
     EXPECT_EQ(ground(60), ground(70));
+    for (const int seconds : {10, 40}) {
+        moveTo(seconds);
+        panel_->markLoop();
+    }
+    const QImage marked = picture();
+    EXPECT_NEAR(seek().value(), 10.5 / 100 * 32767, 2) << "it begins there";
+    for (const int percent : {25, 45}) {
+        const int at = seen.width() * percent / 100;
+        EXPECT_EQ(marked.pixel(at, 5) != seen.pixel(at, 5), percent == 25) << percent;
+    }
 }
 
 } // namespace
