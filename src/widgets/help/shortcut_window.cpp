@@ -11,6 +11,7 @@
 #include "widgets/text.h"
 
 #include <QDialog>
+#include <QStyle>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 #include <array>
@@ -53,6 +54,14 @@ void fill(QTreeWidget& list) {
     list.resizeColumnToContents(0);
 }
 
+// So that each text is read whole.
+int widthOf(const QAbstractItemView& list) {
+    const QStyle& style = *list.style();
+    return list.sizeHintForColumn(0) + list.sizeHintForColumn(1) +
+           style.pixelMetric(QStyle::PM_ScrollBarExtent) +
+           style.pixelMetric(QStyle::PM_ScrollView_ScrollBarSpacing) + 2 * list.frameWidth();
+}
+
 void openShortcuts(QWidget& owner) {
     auto* window = new QDialog(&owner);
     window->setObjectName(QLatin1String(shortcutsName));
@@ -71,8 +80,7 @@ void openShortcuts(QWidget& owner) {
     auto* column = new QVBoxLayout(window);
     column->setContentsMargins(0, 0, 0, 0);
     column->addWidget(list);
-    constexpr QSize comfortable(520, 560);
-    resizeOnScreen(*window, comfortable);
+    resizeOnScreen(*window, {widthOf(*list), 560});
 }
 
 } // namespace
