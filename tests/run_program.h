@@ -29,17 +29,15 @@
 namespace ov::tests {
 
 struct ProgramRun {
-    std::vector<std::string> arguments;
-    std::map<std::string, std::string> environment; // added to that of the tests
-    std::string outputFile;  // takes the standard output, which is then not captured
-    std::string interruptAt; // Ctrl-C is pressed once, as soon as the program has said this
+    std::vector<std::string> arguments = {};
+    std::map<std::string, std::string> environment = {}; // added to that of the tests
+    std::string outputFile = {}; // takes the standard output, which is then not captured
+    // What is done once, as soon as the program has said this; one after the other.
+    std::vector<std::pair<std::string, std::function<void()>>> steps = {};
+    std::string interruptAt = {}; // Ctrl-C is pressed once, as soon as the program has said this
     int interruptBy = SIGINT;
-    std::string typeAt; // `typed` is typed once, as soon as the program has said this
-    std::string typed;  // on a terminal only
-    std::string actAt;  // `act` is done once, as soon as the program has said this
-    std::function<void()> act;
-    // More of these, one after the other.
-    std::vector<std::pair<std::string, std::function<void()>>> steps;
+    std::string typeAt = {};  // `typed` is typed once, as soon as the program has said this
+    std::string typed = {};   // on a terminal only
     bool onTerminal = false;  // all streams are one terminal; `output` has what it was sent
     unsigned short rows = 50; // of the terminal
     unsigned short columns = 200;
@@ -159,7 +157,6 @@ inline void collect(Child& child, ProgramRun run, ProgramResult& result) {
         once(run.interruptAt, press);
         if (std::chrono::steady_clock::now() > pressAgain)
             press();
-        once(run.actAt, run.act);
         for (auto& [text, act] : run.steps) {
             once(text, act);
             if (!text.empty())
@@ -197,9 +194,7 @@ inline bool holds(const std::string& text, const std::string& part) {
 
 // What a shell's command prints.
 inline std::string shellOutput(const std::string& command) {
-    ProgramRun run;
-    run.arguments = {"-c", command};
-    return runProgram("/bin/sh", run).output;
+    return runProgram("/bin/sh", {.arguments = {"-c", command}}).output;
 }
 
 } // namespace ov::tests

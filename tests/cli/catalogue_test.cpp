@@ -111,10 +111,9 @@ TEST_F(CatalogueCommand, SaysWhatIsWrong) {
 TEST_F(CatalogueCommand, FollowsTheStore) {
     for (const int signal : {SIGINT, SIGTERM}) {
         const std::string name = std::to_string(signal) + "/later.WAV";
-        ProgramRun how;
-        how.steps = {{"in " + root(), [&] { store_.add(name); }}};
-        how.interruptAt = "1 dictation written";
-        how.interruptBy = signal;
+        const ProgramRun how{.steps = {{"in " + root(), [&] { store_.add(name); }}},
+                             .interruptAt = "1 dictation written",
+                             .interruptBy = signal};
         EXPECT_EQ(run({"catalogue", "update", root(), "--watch", "--to", file()}, how).exitCode,
                   -signal);
         EXPECT_PRED2(holds, findIn({"--format", "paths"}).output, name);

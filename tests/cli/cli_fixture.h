@@ -11,7 +11,6 @@
 
 namespace ov::cli {
 
-namespace fs = std::filesystem;
 using namespace std::string_literals;
 using tests::holds;
 using tests::ProgramResult;

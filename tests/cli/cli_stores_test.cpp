@@ -47,8 +47,7 @@ TEST_F(Cli, NamesOfAllKinds) {
     EXPECT_TRUE(decoded.contains("Müller") && decoded.contains("line\nend\r")) << json.output;
     EXPECT_EQ(split(find({"--columns", "name"}).output, '\n').size(), names.size() + 1);
 
-    ProgramRun terminal;
-    terminal.onTerminal = true;
+    const ProgramRun terminal{.onTerminal = true};
     for (const char* format : {"table", "csv", "json", "paths"}) {
         const std::string sent =
             find({"--format", format, "--columns", "name,path"}, terminal).output;
@@ -66,8 +65,7 @@ TEST_F(Cli, StoreThatGoesAway) {
     addEndlessTree(tree);
     store_.addLink("s", tree.folder().native());
     ProgramRun how;
-    how.actAt = "x.WAV\",\"values\":{}}\n{";
-    how.act = [this] { fs::remove(store_.folder() / "s"); };
+    how.steps = {{"x.WAV\",\"values\":{}}\n{", [this] { fs::remove(store_.folder() / "s"); }}};
     const ProgramResult result =
         run({"find", store_.native("s"), "--format", "jsonl", "--columns", "path"}, how);
     EXPECT_EQ(result.exitCode, 3) << "though something was found";
@@ -76,8 +74,7 @@ TEST_F(Cli, StoreThatGoesAway) {
 
 TEST_F(Cli, ProgressAndHitsShareATerminal) {
     tests::addEndlessTree(store_);
-    ProgramRun how;
-    how.onTerminal = true;
+    ProgramRun how{.onTerminal = true};
     const std::string progress = " hits, in " + root();
     for (const auto& [options, until] :
          {std::pair(Texts{"--format", "paths"}, std::string("x.WAV\r\n")),

@@ -53,8 +53,7 @@ TEST_F(Cli, Formats) {
 TEST_F(Cli, OutputThatCannotBeWritten) {
     addThree();
     tests::addEndlessTree(store_);
-    ProgramRun full;
-    full.outputFile = "/dev/full";
+    const ProgramRun full{.outputFile = "/dev/full"};
     for (const Texts& arguments : std::vector<Texts>{
              // This one would never end.
              {"find", root(), "--format", "paths", "--limit", "2147483647", "--max-depth", "-1"},
@@ -63,8 +62,7 @@ TEST_F(Cli, OutputThatCannotBeWritten) {
              {"--version"},
              {"demo", store_.native("new"), "--count", "1"}})
         expectRefused(arguments, 3, "No space left on device", full);
-    ProgramRun little;
-    little.longestFile = 20'000;
+    const ProgramRun little{.longestFile = 20'000};
     expectRefused({"demo", store_.native("small")}, 3, "/small/", little);
 }
 

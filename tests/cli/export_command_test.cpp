@@ -32,8 +32,7 @@ TEST_F(ExportCommand, WritesWhatFindFinds) {
                     "author", "--separator", ";"})
                   .output,
               "author;priority\r\nMüller;High\r\nZeh;Normal\r\n");
-    ProgramRun how;
-    how.onTerminal = true;
+    const ProgramRun how{.onTerminal = true};
     const ProgramResult shown = exportTo("l.json", {"--columns", "author,length"}, how);
     EXPECT_PRED2(holds, shown.output, "1 of 2 rows");
     EXPECT_TRUE(shown.output.ends_with("\r\x1B[K")) << shown.output;
@@ -45,8 +44,7 @@ TEST_F(ExportCommand, WritesWhatFindFinds) {
 TEST_F(ExportCommand, RefusesWhatItShould) {
     store_.add("2$WAV@@14$Zeh.WAV");
     settings_.add("there.csv", "old");
-    ProgramRun full;
-    full.longestFile = 10;
+    ProgramRun full{.longestFile = 10};
     const std::tuple<ProgramResult, int, const char*> cases[] = {
         {exportTo("list"), 2, ".json, .txt"},
         {exportTo("list.doc"), 2, "list.doc\" has none"},
@@ -67,9 +65,7 @@ TEST_F(ExportCommand, RefusesWhatItShould) {
 
 TEST_F(ExportCommand, InterruptedWritesNothing) {
     tests::addEndlessTree(store_);
-    ProgramRun how;
-    how.onTerminal = true;
-    how.interruptAt = " hits, in ";
+    const ProgramRun how{.interruptAt = " hits, in ", .onTerminal = true};
     const ProgramResult result = exportTo("l.csv", {}, how);
     EXPECT_EQ(result.exitCode, -SIGINT);
     EXPECT_PRED2(holds, result.output, "l.csv was not written");

@@ -137,8 +137,7 @@ TEST_F(Hits, RunCommands) {
         {{"-X", "{}", ";"}, 2, "begins with the name of a program"},
         {{"-x", "true", ";", "--format", "json"}, 2, "takes no --format"}};
     const auto errorsOf = [](const char* command, const std::string& folder) {
-        ProgramRun how;
-        how.arguments = {"-c", command, OV_SEARCH_PROGRAM, folder};
+        const ProgramRun how{.arguments = {"-c", command, OV_SEARCH_PROGRAM, folder}};
         return tests::runProgram("/bin/bash", how).errors;
     };
     EXPECT_EQ(errorsOf("trap '' CHLD; exec \"$0\" find \"$1\" -x false", root()), "");
@@ -158,8 +157,7 @@ TEST_F(Hits, BatchesAreAsLongAsArgumentsMayBe) {
     constexpr int count = 2000;
     for (int i = 0; i < count; ++i)
         store_.add("2$ROH@@14$" + std::string(200, 'x') + std::to_string(i) + ".WAV");
-    ProgramRun little; // what arguments may take goes by the stack
-    little.stack = 1024 * 1024;
+    const ProgramRun little{.stack = 1024 * 1024}; // what arguments may take goes by the stack
     const ProgramResult result = find({"-X", "sh", "-c", "echo $#", "sh", ";"}, little);
     EXPECT_EQ(result.exitCode, 0) << result.errors;
     int sum = 0;
@@ -167,8 +165,7 @@ TEST_F(Hits, BatchesAreAsLongAsArgumentsMayBe) {
         sum += std::stoi(line);
     EXPECT_EQ(sum, count);
     EXPECT_GT(split(result.output, '\n').size(), 1U);
-    ProgramRun stopped; // while it prints
-    stopped.interruptAt = "xxx";
+    const ProgramRun stopped{.interruptAt = "xxx"}; // while it prints
     const ProgramResult sorted = find({"--sort", "path", "--format", "paths"}, stopped);
     EXPECT_EQ(sorted.exitCode, -SIGINT);
     EXPECT_LT(split(sorted.output, '\n').size(), std::size_t{count});

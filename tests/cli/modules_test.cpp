@@ -10,8 +10,6 @@
 namespace ov::cli {
 namespace {
 
-namespace fs = std::filesystem;
-
 class Modules : public ::testing::Test {
 protected:
     Modules() {
@@ -30,13 +28,13 @@ protected:
 
     // Its exit code and what it says in vain.
     std::string ran(const std::string& folder, std::vector<std::string> arguments) const {
-        tests::ProgramRun how;
         for (std::string& argument : arguments)
             if (argument.starts_with("@"))
                 argument = place_.native(argument.substr(1));
-        how.arguments = std::move(arguments);
-        how.environment = {{"SDL_AUDIODRIVER", "dummy"}, {"LC_ALL", "C.UTF-8"}};
-        const auto result = tests::runProgram(place_.native(folder + "/bin/ovsearch"), how);
+        const auto result = tests::runProgram(
+            place_.native(folder + "/bin/ovsearch"),
+            {.arguments = arguments,
+             .environment = {{"SDL_AUDIODRIVER", "dummy"}, {"LC_ALL", "C.UTF-8"}}});
         return std::to_string(result.exitCode) + " " + result.errors;
     }
 

@@ -65,9 +65,8 @@ TEST_F(Cli, WordsThatAreNoCriteriaAreMarked) {
 
 TEST_F(Cli, FurtherFoldersAreToldOf) {
     addThree();
-    ProgramRun inside;
-    inside.arguments = {"-c", "cd \"$1\"; shift; exec \"$0\" find \"$@\"", OV_SEARCH_PROGRAM,
-                        root()};
+    const Texts inside = {"-c", "cd \"$1\"; shift; exec \"$0\" find \"$@\"", OV_SEARCH_PROGRAM,
+                          root()};
     const std::tuple<Texts, int, std::string> cases[] = {
         {{"ward", "./_old"},
          2,
@@ -79,9 +78,7 @@ TEST_F(Cli, FurtherFoldersAreToldOf) {
         {{"ward", "\"./_old\""}, 1, ""},
         {{"ward", "no/folder"}, 1, ""}};
     for (const auto& [words, exitCode, told] : cases) {
-        ProgramRun how = inside;
-        how.arguments = plus(how.arguments, words);
-        const ProgramResult result = tests::runProgram("/bin/sh", how);
+        const auto result = tests::runProgram("/bin/sh", {.arguments = plus(inside, words)});
         EXPECT_EQ(result.exitCode, exitCode) << joined(words);
         EXPECT_PRED2(holds, result.errors, told);
         EXPECT_EQ(result.errors.empty(), told.empty()) << result.errors;

@@ -54,8 +54,7 @@ TEST_F(Watch, PrintsOnceWhatArrives) {
 
 TEST_F(Watch, RunsCommandsAndEndsAtTheLimit) {
     store_.add("2$ROH@@14$first.WAV");
-    ProgramRun how;
-    how.steps = {{"first\n", [&] { store_.add("a/2$ROH@@14$second.WAV"); }}};
+    const ProgramRun how{.steps = {{"first\n", [&] { store_.add("a/2$ROH@@14$second.WAV"); }}}};
     const ProgramResult result = find({"--watch", "--limit", "2", "-X", "echo", "{/.}", ";"}, how);
     EXPECT_EQ(result.output, "2$ROH@@14$first\n2$ROH@@14$second\n");
     EXPECT_EQ(result.exitCode, 0);
@@ -96,9 +95,8 @@ TEST_F(Watch, LooksAgainWhereTheSystemDoesNotTell) {
     tests::SlowStore server(store_);
     if (!server.isMounted())
         GTEST_SKIP() << tests::SlowStore::why;
-    ProgramRun how;
-    how.steps = {{"first\n", [&] { store_.add("2$ROH@@14$second.WAV"); }}};
-    how.interruptAt = "second\n";
+    const ProgramRun how{.steps = {{"first\n", [&] { store_.add("2$ROH@@14$second.WAV"); }}},
+                         .interruptAt = "second\n"};
     const ProgramResult result =
         run({"find", platform::toNativePath(server.directory()), "--watch", "--columns", "author"},
             how);
@@ -127,10 +125,9 @@ TEST_F(Watch, FollowsThePathOfTheStore) {
 TEST_F(Watch, EndsWithTheStore) {
     store_.add("store/2$ROH@@14$first.WAV").add("store/closed/x.WAV");
     fs::permissions(store_.native("store/closed"), fs::perms::none);
-    ProgramRun how;
-    how.withRights = false;
-    how.steps = {
-        {"first.WAV\n", [&] { fs::rename(store_.native("store"), store_.native("moved")); }}};
+    ProgramRun how{.steps = {{"first.WAV\n",
+                              [&] { fs::rename(store_.native("store"), store_.native("moved")); }}},
+                   .withRights = false};
     const ProgramResult result = watched(store_.native("store"), how);
     EXPECT_EQ(result.exitCode, 3);
     EXPECT_PRED2(holds, result.errors, store_.native("store") + "/: ");

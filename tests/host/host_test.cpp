@@ -11,7 +11,6 @@
 namespace ov {
 namespace {
 
-namespace fs = std::filesystem;
 using namespace std::string_literals;
 using tests::holds;
 using tests::ProgramResult;
@@ -78,8 +77,7 @@ TEST_F(Host, LoadsThePlugInShowsItAndEnds) {
 }
 
 TEST_F(Host, PutsEverythingAwayWhenASignalEndsIt) {
-    ProgramRun how;
-    how.interruptAt = loaded;
+    const ProgramRun how{.interruptAt = loaded};
     const ProgramResult result = run({"--plugin", OV_SCRIPTED_PLUGIN}, {}, how);
     EXPECT_EQ(result.exitCode, -SIGINT) << result.errors;
     EXPECT_EQ(result.output, loaded + ended);
@@ -87,13 +85,8 @@ TEST_F(Host, PutsEverythingAwayWhenASignalEndsIt) {
 
 TEST_F(Host, SaysWhyItCannotGoOn) {
     place_.add("text.so", "no program");
-    struct Case {
-        std::vector<std::string> arguments;
-        const char* step;
-        int exitCode;
-        const char* error;
-        std::string output;
-    };
+    // Arguments, the step of the plug-in, exit code, error, output.
+    using Case = std::tuple<std::vector<std::string>, const char*, int, const char*, std::string>;
     const auto scripted = [](const char* step, const char* error, const std::string& output) {
         return Case{{"--plugin", OV_SCRIPTED_PLUGIN}, step, 1, error, output};
     };
@@ -112,13 +105,13 @@ TEST_F(Host, SaysWhyItCannotGoOn) {
         scripted("no-control", "OVSearch could not create its control", "plug-in gone\n"),
         scripted("refuse-init", "no sound (error 9)", loaded + ended),
         scripted("failing-listener", "refused (Fehler 5)", loaded + chosen + ended)};
-    for (Case now : cases) {
-        SCOPED_TRACE(now.arguments.back() + " " + now.step);
-        now.arguments.emplace_back("--self-test");
-        const ProgramResult result = run(now.arguments, now.step);
-        EXPECT_EQ(result.exitCode, now.exitCode);
-        EXPECT_PRED2(holds, result.errors, now.error);
-        EXPECT_EQ(result.output, now.output);
+    for (auto [arguments, step, exitCode, error, output] : cases) {
+        SCOPED_TRACE(arguments.back() + " " + step);
+        arguments.emplace_back("--self-test");
+        const ProgramResult result = run(arguments, step);
+        EXPECT_EQ(result.exitCode, exitCode);
+        EXPECT_PRED2(holds, result.errors, error);
+        EXPECT_EQ(result.output, output);
     }
 }
 
@@ -138,13 +131,11 @@ TEST_F(Host, StartsThoughTheServerOfItsStoreIsDead) {
     if (!server.isMounted())
         GTEST_SKIP() << tests::SlowStore::why;
     server.hang();
-    ProgramRun how;
-    how.actAt = "PI_GetDirectory 204=";
-    how.act = [&] {
-        EXPECT_TRUE(server.hasCaught());
-        EXPECT_FALSE(server.timedOut());
-        server.release(); // no process ends while a call of it hangs
-    };
+    ProgramRun how{.steps = {{"PI_GetDirectory 204=", [&] {
+                                  EXPECT_TRUE(server.hasCaught());
+                                  EXPECT_FALSE(server.timedOut());
+                                  server.release(); // no process ends while a call of it hangs
+                              }}}};
     const std::string answers =
         seen("answers", {"--store", platform::toNativePath(server.directory())}, how);
     EXPECT_PRED2(holds, answers, "204=" + server.directory() + "\n");
@@ -152,8 +143,7 @@ TEST_F(Host, StartsThoughTheServerOfItsStoreIsDead) {
 
 #ifndef __SANITIZE_THREAD__ // which cannot start itself beside so large a stack
 TEST_F(Host, StartsThoughNoThreadCanBeHad) {
-    ProgramRun how;
-    how.withThreads = false;
+    const ProgramRun how{.withThreads = false};
     const std::string answers = seen("answers", {"--store", place_.native("")}, how);
     EXPECT_PRED2(holds, answers, "204=" + place_.directory() + "\n");
 }

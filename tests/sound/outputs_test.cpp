@@ -90,16 +90,15 @@ TEST_F(SoundOutputs, AreReplacedWhileTheyAreGone) {
 }
 
 TEST_F(SoundOutputs, AreNamedInTheTerminal) {
-    tests::ProgramRun run;
-    run.arguments = {"devices", "--format=jsonl"};
-    const std::string listed = tests::runProgram(OV_SEARCH_PROGRAM, run).output;
-    EXPECT_PRED2(tests::holds, listed, R"("name":"Elsewhere"})");
-    run.arguments = {"devices"};
-    const std::string table = tests::runProgram(OV_SEARCH_PROGRAM, run).output;
+    const auto run = [](const std::vector<std::string>& arguments) {
+        return tests::runProgram(OV_SEARCH_PROGRAM, {.arguments = arguments});
+    };
+    EXPECT_PRED2(tests::holds, run({"devices", "--format=jsonl"}).output, R"("name":"Elsewhere"})");
+    const std::string table = run({"devices"}).output;
     EXPECT_TRUE(table.starts_with("NUMBER  NAME\n1       ")) << table;
     EXPECT_PRED2(tests::holds, table, "  Elsewhere\n");
-    run.arguments = {"play", "--to", "1", "--device", "else", sounds_.native("a dictation.WAV")};
-    const tests::ProgramResult played = tests::runProgram(OV_SEARCH_PROGRAM, run);
+    const tests::ProgramResult played =
+        run({"play", "--to", "1", "--device", "else", sounds_.native("a dictation.WAV")});
     EXPECT_EQ(played.exitCode, 0) << played.errors;
     EXPECT_NEAR(heard(*elsewhere_), 1, 0.2);
     EXPECT_EQ(heard(*recorder_), 0);
