@@ -3,6 +3,9 @@
 #pragma once
 
 #include <csignal>
+#include <sched.h>
+#include <string>
+#include <sys/mount.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -42,6 +45,16 @@ bool isTrueWithFileLimit(rlim_t bytes, Work work) {
         return std::signal(SIGXFSZ, SIG_IGN) != SIG_ERR && setrlimit(RLIMIT_FSIZE, &limit) == 0 &&
                work();
     });
+}
+
+// What is mounted from now on goes with the process, which needs the right to that. `also` are
+// further namespaces that it gets.
+inline bool hasOwnMounts(int also = 0) {
+    return unshare(CLONE_NEWNS | also) == 0 &&
+           mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
+}
+inline bool mountEmpty(const std::string& native) {
+    return mount("none", native.c_str(), "tmpfs", 0, nullptr) == 0;
 }
 
 } // namespace ov::tests

@@ -7,23 +7,12 @@
 #include "tests/dictation/listing/listing_fixture.h"
 
 #include <memory>
-#include <sched.h>
-#include <sys/mount.h>
 
 namespace ov::catalogue {
 
 using modDictation::Search;
 using modDictation::SearchReport;
 using Texts = std::vector<std::string>;
-
-// What is mounted from now on goes with the process, which needs the right to that.
-inline bool hasOwnMounts() {
-    return unshare(CLONE_NEWNS) == 0 &&
-           mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
-}
-inline bool mountEmpty(const std::string& native) {
-    return mount("none", native.c_str(), "tmpfs", 0, nullptr) == 0;
-}
 
 // A store, and a catalogue of it in a file of its own.
 class CatalogueTest : public tests::SettingsTest {

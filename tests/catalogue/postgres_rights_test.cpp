@@ -128,7 +128,7 @@ TEST_F(Roles, LeaveNothingBehindInAWardThatWasDividedButTellOfAGroup) {
     const std::string group = "group_" + database;
     EXPECT_EQ(run("CREATE ROLE " + group + "; GRANT " + group + " TO " + anna), "");
     EXPECT_EQ(call("let_see", group, "ward/ERL"), "");
-    EXPECT_PRED2(holds, call("forbid", anna, ""), ("as a member of " + group).c_str());
+    EXPECT_PRED2(holds, call("forbid", anna, ""), "as a member of " + group);
     EXPECT_EQ(askedAs(anna), walked(store.directory("ward/ERL")));
     EXPECT_EQ(call("forbid", group, "ward"), "");
     EXPECT_PRED2(holds, askedAs(anna).at(0), "this one is empty");
@@ -146,7 +146,7 @@ TEST_F(Roles, TakeNothingThatIsNotThere) {
         {"forbid", anna, "other", "was not let see"},
         {"forbid", berta, "ward/ERL", "was not let see"}};
     for (const auto& [function, who, name, said] : cases)
-        EXPECT_PRED2(holds, call(function, who, name), said.c_str()) << name;
+        EXPECT_PRED2(holds, call(function, who, name), said) << name;
     EXPECT_EQ(run(wards), before);
     EXPECT_EQ(askedAs(anna), walked(store.directory("ward")));
     EXPECT_EQ(askedAs(chief), walked());

@@ -10,7 +10,7 @@ namespace ov::catalogue {
 
 INSTANTIATE_TEST_SUITE_P(In, StoreUpdate,
                          ::testing::Values(Home{"ADatabase", [] { return placeOnServer(""); }}),
-                         nameOf);
+                         ::testing::PrintToStringParamName());
 
 TEST_F(OnServer, TakesTheFirstUpdatesOfSeveralStoresAtOnce) {
     std::array<tests::TemporaryStore, 4> others;
@@ -65,8 +65,7 @@ TEST_F(OnServer, HasAnIndexOfPathsOfAnyLength) {
 
 TEST_F(OnServer, TakesNoTextThatWasUndone) {
     const auto catalogue = open(Access::update);
-    Store made;
-    made.root = store.directory();
+    Store made{0, store.directory()};
     EXPECT_TRUE(catalogue->putStore(made).ok());
     Folder folder;
     folder.path = made.root;
@@ -115,9 +114,8 @@ TEST_F(OnServer, EndsWhenTheTakerOrSomebodyElseDoes) {
     EXPECT_EQ(asked(*catalogue, what, report).size(), 7U);
     what.limit = 999999;
     std::stop_source stop;
-    modDictation::SearchMeans means;
-    means.stop = stop.get_token();
-    means.watch = [&](const SearchReport&) { stop.request_stop(); };
+    modDictation::SearchMeans means{.stop = stop.get_token(),
+                                    .watch = [&](const SearchReport&) { stop.request_stop(); }};
     modDictation::DictationList hits;
     report = {};
     EXPECT_TRUE(search(*catalogue, made, what, hits, means, report).ok());

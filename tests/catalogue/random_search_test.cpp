@@ -89,7 +89,7 @@ INSTANTIATE_TEST_SUITE_P(
                                return placeOnServer("LOCALE_PROVIDER icu ICU_LOCALE 'de-DE'"
                                                     " LOCALE 'C.UTF-8'");
                            }}),
-    nameOf);
+    ::testing::PrintToStringParamName());
 
 } // namespace
 

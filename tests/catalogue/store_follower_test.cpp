@@ -89,9 +89,7 @@ TEST_F(Follower, FollowsEachChangeAndLooksOnlyAtIt) {
                    }};
     for (auto& step : everyChange())
         steps.push_back(std::move(step));
-    FollowMeans means;
-    means.update.clock = muchLater;
-    EXPECT_TRUE(follows(store.directory(), steps, means));
+    EXPECT_TRUE(follows(store.directory(), steps, {.update = {.clock = muchLater}}));
 }
 
 // By a watch for each folder, where none for all of a file system is allowed.
@@ -133,15 +131,15 @@ TEST_F(Follower, SeesWhatIsMounted) {
     const std::string root = "my store "; // blanks are told in numbers
     const std::string server = root + "/server";
     store.add(root + "/one.WAV").addFolder(server);
-    if (!tests::isTrueInChild([] { return hasOwnMounts(); }))
+    if (!tests::isTrueInChild([] { return tests::hasOwnMounts(); }))
         GTEST_SKIP() << "needs the right to mount";
     EXPECT_TRUE(tests::isTrueInChild([&] {
         Steps steps = {[&] {
-                           EXPECT_TRUE(mountEmpty(store.native(server)));
+                           EXPECT_TRUE(tests::mountEmpty(store.native(server)));
                            store.add(server + "/two.WAV");
                        },
                        [&] { store.add(server + "/deep/three.WAV"); }};
-        return hasOwnMounts() && follows(store.path(root + "\\"), steps);
+        return tests::hasOwnMounts() && follows(store.path(root + "\\"), steps);
     }));
 }
 

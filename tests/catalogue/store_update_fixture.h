@@ -3,6 +3,7 @@
 #pragma once
 
 #include "tests/catalogue/catalogue_fixture.h"
+#include "tests/run_program.h"
 
 #include <functional>
 #include <ostream>
@@ -11,11 +12,7 @@ namespace ov::catalogue {
 
 using modDictation::muchLater;
 using modDictation::RandomTree;
-
-// For EXPECT_PRED2, which shows both.
-inline bool holds(const std::string& text, const char* part) {
-    return text.find(part) != std::string::npos;
-}
+using tests::holds;
 
 // A store that is brought into a catalogue.
 class OneStore : public CatalogueTest {
@@ -25,8 +22,7 @@ protected:
     using CatalogueTest::walked;
     UpdateReport update() const { return update(store.directory()); }
     UpdateReport updateLater() const {
-        UpdateMeans means;
-        means.clock = muchLater;
+        const UpdateMeans means{.clock = muchLater};
         return update(store.directory(), means);
     }
     Texts asked() const { return asked(store.directory()); }
@@ -75,10 +71,6 @@ struct Home {
 
 inline void PrintTo(const Home& home, std::ostream* out) {
     *out << home.name;
-}
-
-inline std::string nameOf(const ::testing::TestParamInfo<Home>& info) {
-    return info.param.name;
 }
 
 class AtHome : public OneStore, public ::testing::WithParamInterface<Home> {

@@ -4,7 +4,8 @@
 
 namespace ov::catalogue {
 
-INSTANTIATE_TEST_SUITE_P(In, StoreUpdate, ::testing::Values(Home{"AFile"}), nameOf);
+INSTANTIATE_TEST_SUITE_P(In, StoreUpdate, ::testing::Values(Home{"AFile"}),
+                         ::testing::PrintToStringParamName());
 
 TEST_P(StoreUpdate, FollowsEveryChange) {
     const std::uint32_t seed = std::random_device()();
@@ -37,8 +38,7 @@ TEST_P(StoreUpdate, ListsOnlyWhatHasChangedOrWasListedTooSoon) {
 }
 
 TEST_P(StoreUpdate, BelievesTimesOnlyWhileTheyAreTrusted) {
-    UpdateMeans means;
-    means.clock = muchLater;
+    UpdateMeans means{.clock = muchLater};
     const auto listed = [&] { return update(store.directory(), means).listed; };
     EXPECT_EQ(listed(), 4);
     const auto catalogue = open(Access::update);
@@ -91,12 +91,10 @@ TEST_P(StoreUpdate, GoesOnAfterItWasKilledAndTellsThatUntilThen) {
 
 TEST_P(StoreUpdate, GoesOnAfterItWasStopped) {
     std::stop_source stop;
-    UpdateMeans means;
-    means.stop = stop.get_token();
-    means.watch = [&](const UpdateReport& report) {
-        if (report.listed == 2)
-            stop.request_stop();
-    };
+    const UpdateMeans means{.stop = stop.get_token(), .watch = [&](const UpdateReport& report) {
+                                if (report.listed == 2)
+                                    stop.request_stop();
+                            }};
     EXPECT_TRUE(update(store.directory(), means).stopped);
     EXPECT_EQ(known().asOf, 0);
     update();
@@ -115,14 +113,13 @@ TEST_P(StoreUpdate, LetsOthersAskAndNobodyUpdateTheSame) {
     Texts between;
     platform::Status refused;
     platform::Status ofOther;
-    UpdateMeans means;
-    means.watch = [&](const UpdateReport& report) {
+    const UpdateMeans means{.watch = [&](const UpdateReport& report) {
         if (report.written == 0 || !between.empty())
             return;
         between = asked();
         refused = update().status;
         ofOther = update(other.directory()).status;
-    };
+    }};
     EXPECT_TRUE(update(store.directory(), means).status.ok());
     EXPECT_EQ(between, before);
     EXPECT_PRED2(holds, refused.text(), "another program is updating it");
@@ -136,9 +133,7 @@ TEST_P(StoreUpdate, LooksOnlyAtWhatIsToldToHaveChanged) {
     updateLater();
     const Texts before = asked();
     ToldChanges changes{{store.directory("ward")}, known().asOf + 1};
-    UpdateMeans means;
-    means.clock = muchLater;
-    means.changes = &changes;
+    const UpdateMeans means{.changes = &changes, .clock = muchLater};
     store.add("x/ERL/unseen.WAV");
     EXPECT_EQ(update(store.directory(), means).written, 0);
     EXPECT_EQ(asked(), before);

@@ -36,7 +36,7 @@ TEST_F(UnreadFolders, TakesNothingThatCannotBeReadForEmpty) {
 
 TEST_F(UnreadFolders, KeepsWhatWasMountedBelow) {
     const std::string server = store.addFolder("server").native("server");
-    const auto mountsIn = [&] { return hasOwnMounts() && mountEmpty(server); };
+    const auto mountsIn = [&] { return tests::hasOwnMounts() && tests::mountEmpty(server); };
     if (!tests::isTrueInChild(mountsIn))
         GTEST_SKIP() << "needs the right to mount";
     EXPECT_TRUE(tests::isTrueInChild([&] {
@@ -58,11 +58,10 @@ TEST_F(UnreadFolders, LeavesAStoreThatGoesAwayMeanwhile) {
     update();
     const Texts before = asked();
     const std::string aside = store.folder().native() + "-aside";
-    UpdateMeans means;
-    means.watch = [&](const UpdateReport& report) {
+    const UpdateMeans means{.watch = [&](const UpdateReport& report) {
         if (report.folders == 1 && !fs::exists(aside))
             fs::rename(store.folder(), aside);
-    };
+    }};
     EXPECT_PRED2(holds, update(store.directory(), means).status.text(),
                  "unmounted or moved during the update");
     EXPECT_EQ(asked(), before);

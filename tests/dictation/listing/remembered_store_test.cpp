@@ -5,8 +5,6 @@
 #include "tests/fake_host.h"
 
 #include <chrono>
-#include <sched.h>
-#include <sys/mount.h>
 #include <thread>
 
 namespace ov::modDictation {
@@ -115,10 +113,7 @@ TEST_F(Remembered, TimesAreThoseOfTheFolderThatIsListed) {
 TEST_F(Remembered, FolderThatIsMountedOverIsListed) {
     tests::TemporaryStore store;
     store.add("a/b/below.WAV").add("_other/above.WAV").add("x.WAV");
-    const auto mountAlone = [] {
-        return unshare(CLONE_NEWNS | (geteuid() == 0 ? 0 : CLONE_NEWUSER)) == 0 &&
-               mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
-    };
+    const auto mountAlone = [] { return tests::hasOwnMounts(geteuid() == 0 ? 0 : CLONE_NEWUSER); };
     if (!tests::isTrueInChild(mountAlone))
         GTEST_SKIP() << "needs a right to mount";
     EXPECT_TRUE(tests::isTrueInChild([&] {
@@ -135,30 +130,27 @@ TEST_F(Remembered, FolderThatIsMountedOverIsListed) {
                mount(store.native("_other").c_str(), place.c_str(), nullptr, MS_BIND, nullptr) ==
                    0 &&
                finds(above) && umount(place.c_str()) == 0 && finds(below) &&
-               mount("none", place.c_str(), "tmpfs", 0, nullptr) == 0 && finds({below[0]}) &&
-               umount(place.c_str()) == 0 && finds(below);
+               tests::mountEmpty(place) && finds({below[0]}) && umount(place.c_str()) == 0 &&
+               finds(below);
     }));
 }
 
 // Also those folders are missed of which the one above was asked when it was elsewhere already.
 TEST_F(Remembered, FolderThatIsMovedInMidSearchIsMissed) {
-    const struct {
-        int folders; // in a
-        const char* gone;
-        const char* instead;
-        bool rootVanished;
-    } cases[] = {{2, "s/a", nullptr, false},
-                 {2, "s/a", "s/a/other.WAV", false},
-                 {2, "s/a", "s/a/1/other.WAV", false},
-                 {2, "s/a", "s/a/2/other.WAV", false},
-                 {2, "s", nullptr, true},
-                 {2, "s", "s/a/other.WAV", true},
-                 {1, "s/a", nullptr, false},
-                 {1, "s/a", "s/a/1/other.WAV", false}};
-    for (const auto& c : cases) {
+    // The folders in a, what goes, what comes instead, whether the root has vanished.
+    const std::tuple<int, const char*, const char*, bool> cases[] = {
+        {2, "s/a", nullptr, false},
+        {2, "s/a", "s/a/other.WAV", false},
+        {2, "s/a", "s/a/1/other.WAV", false},
+        {2, "s/a", "s/a/2/other.WAV", false},
+        {2, "s", nullptr, true},
+        {2, "s", "s/a/other.WAV", true},
+        {1, "s/a", nullptr, false},
+        {1, "s/a", "s/a/1/other.WAV", false}};
+    for (const auto& [folders, gone, instead, rootVanished] : cases) {
         tests::TemporaryStore store;
         store.add("s/a/1/x.WAV").add("s/d/x.WAV");
-        if (c.folders == 2)
+        if (folders == 2)
             store.add("s/a/2/x.WAV");
         const auto remembered = believingStore();
         const SearchMeans notAhead{.remembered = remembered, .aheadBytes = 0};
@@ -166,22 +158,23 @@ TEST_F(Remembered, FolderThatIsMovedInMidSearchIsMissed) {
         EXPECT_EQ(search({store.directory("s"), {}}, hits, notAhead).foldersUnreadable, 0);
         const tests::StartedPlugIn plugIn;
         int met = 0; // of the folders in a
-        plugIn.host->onCall = [&](const std::string& call) {
+        plugIn.host->onCall = [&, folders = folders, gone = gone,
+                               instead = instead](const std::string& call) {
             if (call.find("\\s\\a\\") == std::string::npos || call.ends_with("\\a\\\")") ||
-                ++met != c.folders)
+                ++met != folders)
                 return;
-            if (c.folders == 1) // or it is as if it had been moved a moment later
+            if (folders == 1) // or it is as if it had been moved a moment later
                 std::this_thread::sleep_for(std::chrono::milliseconds(150));
-            fs::rename(store.folder() / c.gone, store.folder() / "moved");
-            if (c.instead != nullptr)
-                store.add(c.instead);
+            fs::rename(store.folder() / gone, store.folder() / "moved");
+            if (instead != nullptr)
+                store.add(instead);
         };
         hits.clear();
         const SearchReport report = search({store.directory("s"), {}}, hits, notAhead);
-        EXPECT_EQ(met, c.folders);
-        EXPECT_EQ(report.foldersUnreadable, 1) << c.gone;
-        EXPECT_EQ(report.rootVanished, c.rootVanished) << c.gone;
-        EXPECT_GE(hits.size(), c.rootVanished ? 1 : c.folders) << "the rest is found";
+        EXPECT_EQ(met, folders);
+        EXPECT_EQ(report.foldersUnreadable, 1) << gone;
+        EXPECT_EQ(report.rootVanished, rootVanished) << gone;
+        EXPECT_GE(hits.size(), rootVanished ? 1 : folders) << "the rest is found";
     }
 }
 
