@@ -25,8 +25,9 @@ protected:
             terminal_.environment[variable] = "";
         terminal_.environment["TERM"] = "xterm";
     }
-    ProgramRun with(std::map<std::string, std::string> environment) const {
+    ProgramRun with(std::map<std::string, std::string> environment, int rows = 50) const {
         ProgramRun how = terminal_;
+        how.rows = static_cast<unsigned short>(rows);
         environment.merge(how.environment);
         how.environment = environment;
         return how;
@@ -157,14 +158,8 @@ TEST_F(OnATerminal, PagerForWhatIsLongerThanTheScreen) {
                              "another one, --pager never goes without\nSubject\n";
     const std::string notRun =
         "ovsearch: the pager cannot be run; OVSEARCH_PAGER names another one";
-    struct Case {
-        std::string pager;
-        Texts options;
-        unsigned short rows;
-        std::string beginning;
-        bool onTerminal = true;
-    };
-    const std::vector<Case> cases = {
+    const std::tuple<std::string, Texts, int, std::string> cases[] = {
+        // the pager, options, rows of the terminal (0: none), what is seen first
         {pages, {}, 10, "P:Subject\nP:"},
         {pages, {"--sort", "subject"}, 21, "P:Subject\nP:"},
         {pages, {}, 22, "Subject\n"},
@@ -173,25 +168,22 @@ TEST_F(OnATerminal, PagerForWhatIsLongerThanTheScreen) {
         {signals, {}, 10, "left"},
         {pages, {"--pager=always"}, 22, "P:Subject\n"},
         {pages, {"--pager=never"}, 10, "Subject\n"},
-        {pages, {"--pager=always"}, 10, "Subject\n", false},
+        {pages, {"--pager=always"}, 0, "Subject\n"},
         {"no-such-pager", {}, 10, none},
         {"X= no-such-pager 2>/dev/null", {}, 10, notRun},
-        // Whoever leaves it early has seen enough.
-        {"head -n 1", {}, 10, "Subject\n"},
         // What is to be told waits until the screen is free again.
         {"wc -l; echo left", {"--limit=15"}, 10, "16\nleft\novsearch: the limit of 15 was reached"},
-    };
-    for (const Case& c : cases) {
-        ProgramRun how = with({{"OVSEARCH_PAGER", c.pager}, {"PAGER", "false"}});
-        how.onTerminal = c.onTerminal;
-        how.rows = c.rows;
+        // Whoever leaves it early has seen enough.
+        {"head -n 1", {}, 10, "Subject\n"}};
+    for (const auto& [pager, more, rows, beginning] : cases) {
+        ProgramRun how = with({{"OVSEARCH_PAGER", pager}, {"PAGER", "false"}}, rows);
+        how.onTerminal = rows > 0;
         const Texts options{"--columns", "subject", "-c", "status = MAI", "--color=never"};
-        const std::string output = shown(plus(options, c.options), how);
-        EXPECT_TRUE(output.starts_with(c.beginning)) << c.beginning << "\n" << output;
+        const std::string output = shown(plus(options, more), how);
+        EXPECT_TRUE(output.starts_with(beginning)) << beginning << "\n" << output;
     }
     // What no eye sees and bytes beyond the first of a letter take no room.
-    ProgramRun small = with({{"OVSEARCH_PAGER", pages}});
-    small.rows = 3;
+    ProgramRun small = with({{"OVSEARCH_PAGER", pages}}, 3);
     small.columns = 70;
     EXPECT_FALSE(holds(shown({"-c", "status = STOP", "--columns", "subject", "--hyperlink=always",
                               "--color=always"},
@@ -199,13 +191,11 @@ TEST_F(OnATerminal, PagerForWhatIsLongerThanTheScreen) {
                        "P:"));
     small.columns = 30; // the way to the store takes two rows
     EXPECT_TRUE(shown({"-c", "status = STOP", "--explain"}, small).starts_with("P:"));
-    ProgramRun dumb = with({{"OVSEARCH_PAGER", pages}, {"TERM", "dumb"}});
-    dumb.rows = 10;
+    const ProgramRun dumb = with({{"OVSEARCH_PAGER", pages}, {"TERM", "dumb"}}, 10);
     EXPECT_FALSE(holds(shown({"-c", "status = MAI"}, dumb), "P:"));
     // Ctrl-C is the pager's while it is there.
-    ProgramRun how =
-        with({{"OVSEARCH_PAGER", "cat >&2; kill -INT $PPID; ls /; kill -INT $PPID; echo left"}});
-    how.rows = 10;
+    const ProgramRun how = with(
+        {{"OVSEARCH_PAGER", "cat >&2; kill -INT $PPID; ls /; kill -INT $PPID; echo left"}}, 10);
     const ProgramResult result = find({"-c", "status = MAI"}, how);
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_PRED2(holds, result.output, "left");

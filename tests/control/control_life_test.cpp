@@ -84,13 +84,11 @@ TEST_F(ControlLife, EndsWhereverItIs) {
              press("cmdSearchOptions(2)");
              click("preview");
          })},
-        {"log view", during("PI_LogView",
-                            [this] {
-                                search();
-                                results().selectRow(0);
-                                press("cmdSearchOptions(4)");
-                            })},
-    };
+        {"log view", during("PI_LogView", [this] {
+             search();
+             results().selectRow(0);
+             press("cmdSearchOptions(4)");
+         })}};
     const std::pair<const char*, std::function<void()>> ways[] = {
         {"lets go", [this] { control_ = nullptr; }},
         {"destroys the window", [this] { parent_ = nullptr; }},

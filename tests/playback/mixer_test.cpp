@@ -143,12 +143,6 @@ TEST(Mixer, AnswersWrongQuestions) {
     MixerCalls& mixer = systemMixerCalls();
     MixerHandle handle = 0;
     MixerCaps caps;
-    Answers answers;
-    answers = {mixer.open(handle, mixer.getNumDevs(), 0, 0, 0), mixer.open(handle, 0, 0, 0, 0),
-               mixer.getDevCaps(0, caps, 48), mixer.getDevCaps(handle, caps, 47),
-               mixer.getDevCaps(1, caps, 48)};
-    EXPECT_EQ(answers, (Answers{2, 0, 0, 11, 2}));
-    EXPECT_EQ(caps.name.data(), std::string("OVSearch"));
     MixerLine line;
     const auto askForLine = [&](std::uint32_t size, std::uint32_t component, std::uint32_t flags,
                                 MixerHandle with) {
@@ -156,36 +150,39 @@ TEST(Mixer, AnswersWrongQuestions) {
         line.component = component;
         return mixer.getLineInfo(with, line, flags);
     };
-    answers = {askForLine(164, mixer_line::waveOutput, 3, handle),
-               askForLine(168, mixer_line::waveOutput, 2, handle),
-               askForLine(168, mixer_line::waveOutput, 3, 0), askForLine(168, 0x1003, 3, handle),
-               askForLine(168, mixer_line::waveOutput, 3, handle)};
-    EXPECT_EQ(answers, (Answers{11, 11, 5, 1024, 0}));
-    EXPECT_EQ((std::array{line.size, line.line, line.channels, line.controls, line.targetType}),
-              (std::array{168U, 1U, 1U, 2U, 1U}));
-    EXPECT_STREQ(line.shortName.data(), "Wave");
-    EXPECT_STREQ(line.name.data(), "Wave output");
-    EXPECT_STREQ(line.targetName.data(), "OVSearch");
+    EXPECT_EQ(
+        (Answers{mixer.open(handle, mixer.getNumDevs(), 0, 0, 0), mixer.open(handle, 0, 0, 0, 0),
+                 mixer.getDevCaps(0, caps, 48), mixer.getDevCaps(handle, caps, 47),
+                 mixer.getDevCaps(1, caps, 48), askForLine(164, mixer_line::waveOutput, 3, handle),
+                 askForLine(168, mixer_line::waveOutput, 2, handle),
+                 askForLine(168, mixer_line::waveOutput, 3, 0), askForLine(168, 0x1003, 3, handle),
+                 askForLine(168, mixer_line::waveOutput, 3, handle)}),
+        (Answers{2, 0, 0, 11, 2, 11, 11, 5, 1024, 0}));
+    EXPECT_EQ((Answers{line.size, line.line, line.channels, line.controls, line.targetType}),
+              (Answers{168, 1, 1, 2, 1}));
+    EXPECT_EQ((std::vector<std::string>{caps.name.data(), line.shortName.data(), line.name.data(),
+                                        line.targetName.data()}),
+              (std::vector<std::string>{"OVSearch", "Wave", "Wave output", "OVSearch"}));
 
     const MemoryHandle small = mixer.globalAlloc(0, 3);
     const MemoryHandle block = mixer.globalAlloc(0, 152); // the next one
     MixerLineControls volume{24, 1, mixer_control::volume, 1, 148, block};
-    answers = answersToWrong(volume, [&](auto& q) { return mixer.getLineControls(handle, q, 2); });
-    EXPECT_EQ(answers, (Answers{11, 1024, 1025, 11, 11, 11, 0, 1024, 1025, 11, 0, 11}));
-    answers = {mixer.getLineControls(handle, volume, 1), mixer.getLineControls(handle, volume, 2)};
-    EXPECT_EQ(answers, (Answers{11, 0}));
+    MixerControlDetails details{24, 1, 1, 0, 4, block};
+    EXPECT_EQ(answersToWrong(volume, [&](auto& q) { return mixer.getLineControls(handle, q, 2); }),
+              (Answers{11, 1024, 1025, 11, 11, 11, 0, 1024, 1025, 11, 0, 11}));
+    EXPECT_EQ(
+        answersToWrong(details, [&](auto& q) { return mixer.getControlDetails(handle, q, 0); }),
+        (Answers{11, 1025, 0, 0, 11, 11, 0, 0, 11, 0, 0, 11}));
+    details.control = 2; // the meter
+    EXPECT_EQ(
+        (Answers{mixer.getLineControls(handle, volume, 1), mixer.getLineControls(handle, volume, 2),
+                 mixer.setControlDetails(handle, details, 0),
+                 mixer.setControlDetails(0, details, 0), mixer.close(handle), mixer.close(0)}),
+        (Answers{11, 0, 8, 5, 0, 5}));
     MixerControl control;
     std::memcpy(&control, mixer.globalLock(block), sizeof control);
-    EXPECT_EQ((std::array{control.size, control.id, control.flags, control.steps}),
-              (std::array{148U, 1U, 1U, 192U}));
-    MixerControlDetails details{24, 1, 1, 0, 4, block};
-    answers =
-        answersToWrong(details, [&](auto& q) { return mixer.getControlDetails(handle, q, 0); });
-    EXPECT_EQ(answers, (Answers{11, 1025, 0, 0, 11, 11, 0, 0, 11, 0, 0, 11}));
-    details.control = 2; // the meter
-    answers = {mixer.setControlDetails(handle, details, 0), mixer.setControlDetails(0, details, 0),
-               mixer.close(handle), mixer.close(0)};
-    EXPECT_EQ(answers, (Answers{8, 5, 0, 5}));
+    EXPECT_EQ((Answers{control.size, control.id, control.flags, control.steps}),
+              (Answers{148, 1, 1, 192}));
     mixer.globalFree(block);
     EXPECT_TRUE(mixer.globalLock(block) == nullptr && mixer.globalLock(small) != nullptr);
     mixer.globalFree(small);

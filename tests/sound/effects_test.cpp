@@ -176,27 +176,21 @@ Skipped skip(std::span<const float> samples, bool skips, double start = 0) {
 
 TEST(SilenceSkipper, ShortensPausesAndKnowsWhereItIs) {
     const Samples voice = tone(440, 0.2, 0.5);
-    const struct {
-        const char* what;
-        double pause;    // seconds between two words
-        double loudness; // of the room
-        bool skips;
-        double heard; // seconds in all
-    } cases[] = {
+    const std::tuple<const char*, double, double, bool, double> cases[] = {
+        // what, seconds between two words, loudness of the room, skips, seconds in all
         {"not wanted", 3, 0, false, 4},     {"a long pause", 3, 0, true, 1.35},
         {"a short one", 0.3, 0, true, 1.3}, {"a room that hums", 3, 0.004, true, 1.35},
         {"a soft voice", 3, 0.03, true, 4}, {"none", 0, 0, true, 1},
-        {"only just", 0.36, 0, true, 1.35},
-    };
-    for (const auto& row : cases) {
-        SCOPED_TRACE(row.what);
+        {"only just", 0.36, 0, true, 1.35}};
+    for (const auto& [what, pause, loudness, skips, heard] : cases) {
+        SCOPED_TRACE(what);
         const Samples samples =
-            joined({tone(50, row.loudness, 2), voice, tone(50, row.loudness, row.pause), voice});
-        const auto file = std::span(samples).subspan(row.skips ? 0 : 2 * rate);
-        const Skipped skipped = skip(file, row.skips);
+            joined({tone(50, loudness, 2), voice, tone(50, loudness, pause), voice});
+        const auto file = std::span(samples).subspan(skips ? 0 : 2 * rate);
+        const Skipped skipped = skip(file, skips);
         // The room before the first word, of which the pause's rest is left.
-        const double before = !row.skips ? 0 : row.loudness == 0.03 ? 2 : 0.35;
-        EXPECT_NEAR(static_cast<double>(skipped.heard.size()) / rate, row.heard + before, 0.05);
+        const double before = !skips ? 0 : loudness == 0.03 ? 2 : 0.35;
+        EXPECT_NEAR(static_cast<double>(skipped.heard.size()) / rate, heard + before, 0.05);
         for (std::size_t i = 0; i < skipped.heard.size(); ++i)
             ASSERT_EQ(skipped.heard[i], file[static_cast<std::size_t>(skipped.places[i])]) << i;
     }

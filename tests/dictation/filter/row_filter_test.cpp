@@ -103,26 +103,19 @@ TEST(RowFilter, WordsThatNameAFieldTestIt) {
         list->add("C:\\Store\\", name);
     for (const Fields& fields : {Fields{5, 18}, Fields{18}}) {
         RowTexts rows({.hits = list, .fields = fields, .codes = {}});
-        const std::pair<const char*, const char*> cases[] = {
-            {"author:ZEH", "101"},
-            {"-author:zeh", "010"},
-            {"author:\"zeh l\"", "100"},
-            {"author:zeh status:wav soon", "001"},
-            {"prio:3,normal", "100"},
-            {"length:>5m", "010"},
-            {"autor:zeh", "000"},
-            {"author:x", "000"},
-            {"\"due:soon\"", "001"},
-            {"-soon", "110"},
-            {"-soon -author:zeh", "010"},
-            {"( soon prio:hoch )", "101"},
-            {"( -soon prio:normal ) length:5m", "100"},
-            {"-( soon prio:hoch )", "010"},
-            {"( soon -author:zeh ) ( length:6m author:li )", "011"},
-            {"( length:6m ( author:li soon ) )", "011"},
-            {"( author:li x )", "111"}};
-        for (const auto& [filter, marks] : cases)
-            EXPECT_EQ(kept(rows, filter), marks) << filter;
+        const std::pair<const char*, std::vector<const char*>> cases[] = {
+            {"000", {"autor:zeh", "author:x"}},
+            {"001", {"author:zeh status:wav soon", "\"due:soon\""}},
+            {"010", {"-author:zeh", "length:>5m", "-soon -author:zeh", "-( soon prio:hoch )"}},
+            {"011",
+             {"( soon -author:zeh ) ( length:6m author:li )", "( length:6m ( author:li soon ) )"}},
+            {"100", {"author:\"zeh l\"", "prio:3,normal", "( -soon prio:normal ) length:5m"}},
+            {"101", {"author:ZEH", "( soon prio:hoch )"}},
+            {"110", {"-soon"}},
+            {"111", {"( author:li x )"}}};
+        for (const auto& [marks, filters] : cases)
+            for (const char* filter : filters)
+                EXPECT_EQ(kept(rows, filter), marks) << filter;
     }
 }
 

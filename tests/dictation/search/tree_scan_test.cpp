@@ -130,37 +130,32 @@ TEST_F(TreeScan, FoldersThatAreNotUtf8) {
 
 // What goes away in mid-search is a loss where what it lay in goes too.
 TEST_F(TreeScan, FoldersThatVanish) {
-    const struct {
-        const char* at; // the folder that the walk is about to read
-        const char* gone;
-        const char* instead;
-        std::int64_t unreadable;
-        bool rootVanished;
-    } cases[] = {
+    const std::tuple<const char*, const char*, const char*, std::int64_t, bool> cases[] = {
+        // the folder that the walk is about to read, what goes, what comes instead, unreadable
+        // folders, whether the root has vanished
         {"\\s\\a\\b\\", "s/a/b", nullptr, 0, false},
         {"\\s\\a\\b\\", "s/a", nullptr, 1, false},
         {"\\s\\a\\b\\", "s/a", "s/a/other.WAV", 1, false},
         {"\\s\\", "s", nullptr, 1, true},
         {"\\s\\a\\b\\", "s", "s/a/b/other.WAV", 1, true},
-        {"\\s\\a\\b\\c\\", "s", "s/other.WAV", 1, true},
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(std::string(c.at) + " " + c.gone);
+        {"\\s\\a\\b\\c\\", "s", "s/other.WAV", 1, true}};
+    for (const auto& [at, gone, instead, unreadable, rootVanished] : cases) {
+        SCOPED_TRACE(std::string(at) + " " + gone);
         tests::TemporaryStore store;
         store.add("s/first.WAV").add("s/a/b/x.WAV").add("s/d/x.WAV").addFolder("s/a/b/c");
         const tests::StartedPlugIn plugIn;
-        plugIn.host->onCall = [&](const std::string& call) {
-            if (!call.ends_with(c.at + std::string("\")")))
+        plugIn.host->onCall = [&, at = at, gone = gone, instead = instead](const auto& call) {
+            if (!call.ends_with(at + std::string("\")")))
                 return;
-            fs::rename(store.folder() / c.gone, store.folder() / "moved");
-            if (c.instead != nullptr)
-                store.add(c.instead);
+            fs::rename(store.folder() / gone, store.folder() / "moved");
+            if (instead != nullptr)
+                store.add(instead);
         };
         list_.clear();
         report_ = modDictation::search({store.directory("s"), {}}, list_, notAhead);
-        EXPECT_EQ(report_.foldersUnreadable, c.unreadable);
-        EXPECT_EQ(report_.rootVanished, c.rootVanished);
-        EXPECT_TRUE(c.rootVanished || list_.size() == 2) << "the rest is found";
+        EXPECT_EQ(report_.foldersUnreadable, unreadable);
+        EXPECT_EQ(report_.rootVanished, rootVanished);
+        EXPECT_TRUE(rootVanished || list_.size() == 2) << "the rest is found";
     }
 }
 

@@ -162,9 +162,8 @@ TEST_F(LanguageFolder, OwnEnglishStandsInForStandardTextsThatAreMissing) {
         modLanguage::SetLanguage(7, 0);
         load("[9]\n1261=No %1%\n");
         EXPECT_TRUE(modLanguage::LoadLanguageFile());
-        EXPECT_EQ(person.boxLines().size(), content == whole ? 0U : 1U);
-        for (const std::string& line : person.boxLines())
-            EXPECT_EQ(line, "exclamation, OVSearch: No OVStd.drl");
+        EXPECT_EQ(person.boxLines(),
+                  content == whole ? Lines() : Lines{"exclamation, OVSearch: No OVStd.drl"});
         EXPECT_EQ(modLanguage::GetText(20101), content == damaged ? "Ok" : "OK");
         EXPECT_EQ(modLanguage::GetText(20102), "Cancel");
         EXPECT_EQ(modLanguage::GetText(20000), "") << "none of ours";
