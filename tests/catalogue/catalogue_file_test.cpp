@@ -72,9 +72,7 @@ TEST_F(CatalogueFile, StopsInTheMiddleOfAStatement) {
     update();
     const auto catalogue = open(Access::ask);
     const auto id = known().id;
-    Question question;
-    question.root = store.directory();
-    question.depth = -1;
+    const Question question{store.directory(), -1, true, {}};
     int told = 0;
     const Catalogue::Taker take = [&](const modDictation::Dictation&, std::int64_t) {
         return ++told > 0;
@@ -140,8 +138,6 @@ TEST_F(CatalogueFile, IsRefusedWhenItIsNoneOfThisVersion) {
     EXPECT_EQ(asked(), walked());
     setHead(application, 1);
     EXPECT_PRED2(holds, refusal(), "the database of another program");
-    write("catalogue.db", "no database at all, whatever it is called");
-    EXPECT_PRED2(holds, refusal(), "is no catalogue");
 }
 
 TEST_F(CatalogueFile, SurvivesDamage) {

@@ -13,8 +13,6 @@
 namespace ov {
 namespace {
 
-using namespace tests;
-
 class FilterValues : public RowsTest {
 protected:
     FilterValues() {

@@ -63,7 +63,6 @@ TEST_F(ResultFilter, KeepsTheRowsThatShowAllWords) {
         EXPECT_EQ(typed(words, count), expected) << words;
     EXPECT_EQ(text("lblSearchResult"), "Search result (3 of 3 dictations)");
     typed("anna", 1);
-    EXPECT_EQ(text("lblSearchResult"), "Search result (1 of 3 dictations)");
     clickHeader(column(5));
     EXPECT_EQ(rows(), "*Anna; ") << "sorted anew";
     key(filter(), Qt::Key_Return);

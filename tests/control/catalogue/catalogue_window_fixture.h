@@ -8,8 +8,6 @@
 
 namespace ov {
 
-using namespace tests;
-
 // A window whose setting names a catalogue.
 class CatalogueWindow : public ControlTest {
 protected:

@@ -9,8 +9,6 @@
 namespace ov {
 namespace {
 
-using namespace tests;
-
 class ServerWindow : public CatalogueWindow {
 protected:
     ServerWindow() { write("local.ini", sectionWith("Catalogue=" + place())); }

@@ -13,8 +13,6 @@
 namespace ov {
 namespace {
 
-using namespace tests;
-
 class Following : public ControlTest {
 protected:
     // Two dictations of Anna, one of Berta, and the list of those that the criteria ask for.

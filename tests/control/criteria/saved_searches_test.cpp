@@ -151,8 +151,7 @@ TEST_F(SavedSearchesTest, KeepGroupsAndTellWhatCannotBeRead) {
     write("Searches/Two.search", "name=Two\nauthor contains Anna\nfrom later\nmood is bad\n");
     choose("", "Two");
     EXPECT_EQ(shown(), "all; \"Author\" contains Anna");
-    ASSERT_EQ(user->boxes.size(), 1U);
-    const std::string& told = user->boxes[0].text;
+    const std::string told = user->onlyText();
     EXPECT_TRUE(told.starts_with("Lines of the saved search that cannot be read: 2\r\n")) << told;
     EXPECT_TRUE(told.ends_with("/Two.search.")) << told;
 }
@@ -171,9 +170,7 @@ TEST_F(SavedSearchesTest, NamesThatAreCutDoNotCollide) {
     const SavedSearches searches(path("new\\Searches\\"));
     const std::string longName(150, 'x');
     for (const char* end : {"1", "2", "2"}) {
-        modDictation::Search search;
-        search.criteria = {{5, 18, end, ""}};
-        EXPECT_TRUE(searches.save(longName + end, search).ok());
+        EXPECT_TRUE(searches.save(longName + end, {{}, {{5, 18, end, ""}}}).ok());
     }
     std::string names;
     for (const SavedSearch& one : searches.saved())
