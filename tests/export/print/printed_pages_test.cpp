@@ -31,9 +31,10 @@ public:
 class PdfFile final : public Sink {
 public:
     std::string bytes;
+    std::size_t room = std::string::npos;
     bool write(std::string_view more) override {
         bytes.append(more);
-        return true;
+        return bytes.size() <= room;
     }
 };
 
@@ -203,7 +204,7 @@ TEST_F(PrintedPages, BreakBetweenRows) {
     }
 }
 
-TEST_F(PrintedPages, TellHowFarTheyAreAndStopWhenTold) {
+TEST_F(PrintedPages, StopWhenToldOrWhenNothingCanBeWritten) {
     addColumns(1, "text", 500);
     std::vector<std::int64_t> told;
     PdfFile file;
@@ -220,6 +221,9 @@ TEST_F(PrintedPages, TellHowFarTheyAreAndStopWhenTold) {
             EXPECT_LT(done, last + 60);
             return done < last;
         }));
+    PdfFile full;
+    full.room = 1000;
+    EXPECT_FALSE(writePdf(document, cells, full, [](std::int64_t) { return true; }));
 }
 
 // Words of the program's own font, so that every machine breaks them at the same places.
