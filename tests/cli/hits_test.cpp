@@ -87,20 +87,21 @@ TEST_F(Hits, AreCountedByWhatIsCompared) {
 
 TEST(CommandTemplate, PutsPathsInPlace) {
     const std::tuple<Texts, Texts, Texts> cases[] = {
-        // words; with /s/a.b/x.y.WAV; with that and /z
+        // words; with /s/a.b/x.y.WAV; with that and /z.w
         {{"cp", "-t", "d"},
          {"cp", "-t", "d", "/s/a.b/x.y.WAV"},
-         {"cp", "-t", "d", "/s/a.b/x.y.WAV", "/z"}},
-        {{"{}"}, {"/s/a.b/x.y.WAV"}, {"/s/a.b/x.y.WAV", "/z"}},
+         {"cp", "-t", "d", "/s/a.b/x.y.WAV", "/z.w"}},
+        {{"{}"}, {"/s/a.b/x.y.WAV"}, {"/s/a.b/x.y.WAV", "/z.w"}},
         {{"p", "{/}|{//}|{.}|{/.}", "{", "{}{}"},
          {"p", "x.y.WAV|/s/a.b|/s/a.b/x.y|x.y", "{", "/s/a.b/x.y.WAV/s/a.b/x.y.WAV"},
-         {"p", "x.y.WAV|/s/a.b|/s/a.b/x.y|x.y", "z|/|/z|z", "{", "/s/a.b/x.y.WAV/s/a.b/x.y.WAV",
-          "/z/z"}}};
+         {"p", "x.y.WAV|/s/a.b|/s/a.b/x.y|x.y", "z.w|/|/z|z", "{", "/s/a.b/x.y.WAV/s/a.b/x.y.WAV",
+          "/z.w/z.w"}}};
     for (const auto& [words, one, both] : cases) {
         const CommandTemplate command(words);
         EXPECT_EQ(command.with("/s/a.b/x.y.WAV"), one);
-        EXPECT_EQ(command.withAll(Texts{"/s/a.b/x.y.WAV", "/z"}), both);
+        EXPECT_EQ(command.withAll(Texts{"/s/a.b/x.y.WAV", "/z.w"}), both);
     }
+    EXPECT_EQ(CommandTemplate({"{.}"}).with("/.hidden"), Texts{"/.hidden"});
 }
 
 TEST(CommandWords, ArePartOfNoOtherOption) {

@@ -51,7 +51,8 @@ TEST_F(PrintOptions, OpensTheSystemsPrinterDialog) {
     open("Mine");
     const QString before = child<QLabel>(*form_, "lblPrinterDevice").text();
     withDialog([this] { clickOn(*form_, "cmdChangePrinter"); },
-               [](QDialog& dialog) {
+               [this](QDialog& dialog) {
+                   child<QLabel>(*form_, "lblPrinterDevice").setText(QStringLiteral("another"));
                    const auto& chooser = dynamic_cast<QPrintDialog&>(dialog);
                    EXPECT_FALSE(chooser.testOption(QPrintDialog::PrintToFile) ||
                                 chooser.testOption(QPrintDialog::PrintSelection));
