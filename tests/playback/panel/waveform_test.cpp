@@ -127,6 +127,11 @@ TEST_F(Waveform, ShadesPausesAndThePassageThatIsRepeated) {
     EXPECT_NE(ground(60), plain_.pixel(plain_.width() * 60 / 100, 5));
     EXPECT_EQ(ground(80), plain_.pixel(plain_.width() * 80 / 100, 5));
     EXPECT_EQ(ground(60), ground(70));
+    const int loud = seen.height() / 2 - 4; // where only loud sound reaches
+    for (const int percent : {30, 60, 90}) {
+        const int at = seen.width() * percent / 100;
+        EXPECT_EQ(seen.pixel(at, loud) != seen.pixel(at, 5), percent != 60) << percent;
+    }
     for (const int seconds : {10, 40}) {
         moveTo(seconds);
         panel_->markLoop();
