@@ -4,6 +4,7 @@
 #include "dialogs/details_dialog.h"
 #include "dialogs/frmCriteria.h"
 #include "dialogs/frmExportOptionsPrint.h"
+#include "dialogs/frmSearchName.h"
 #include "dialogs/frmSearchResultColumns.h"
 #include "tests/wave_files.h"
 #include "tests/window/window_fixture.h"
@@ -109,16 +110,18 @@ protected:
         frmCriteria editor;
         frmSearchResultColumns columns;
         frmExportOptionsPrint print;
+        frmSearchName name(nullptr);
         DetailsDialog details("\\a\\2$ROH.WAV", nullptr);
-        for (QDialog* dialog : std::initializer_list<QDialog*>{&editor, &columns, &print, &details})
+        const std::initializer_list<QDialog*> dialogs{&editor, &columns, &print, &name, &details};
+        for (QDialog* dialog : dialogs)
             dialog->show();
         widgets::showShortcuts(window());
+        std::vector<QWidget*> windows{&window(), &widget<QDialog>("frmShortcuts")};
+        windows.insert(windows.end(), dialogs.begin(), dialogs.end());
         std::string all;
         for (const char* language : {"9", "7"}) {
             speak(language);
-            for (QWidget* one :
-                 std::initializer_list<QWidget*>{&window(), &editor, &columns, &print, &details,
-                                                 &widget<QDialog>("frmShortcuts")}) {
+            for (QWidget* one : windows) {
                 if (QEvent change(QEvent::LanguageChange); language == std::string("7"))
                     QCoreApplication::sendEvent(one, &change);
                 one->grab(); // what is read of an empty list is told as it is drawn
