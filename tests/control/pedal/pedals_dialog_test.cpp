@@ -158,37 +158,31 @@ TEST_F(PedalsDialog, TellsWhyNothingIsReceivedAndWhatToDo) {
     platform::installInputModule(&module);
     const platform::Status denied(EACCES, "event7", "Permission denied");
     const platform::Status busy(EBUSY, "Pedal", "Device or resource busy");
-    struct Case {
-        platform::InputSituation situation;
-        platform::Status refusal;
-        const char* devices;
-        const char* advice;
-    };
-    const Case cases[] = {
-        {{},
-         {ENOENT, "libOVSearchInput.so", "no such file"},
-         "",
-         "Nothing can be received: libOVSearchInput.so: no such file. Pedals need"},
-        {{{}, {ENOENT, "/dev/input/", "No such file"}},
-         {},
-         "",
-         "Nothing can be received: /dev/input/: No such file"},
-        {{{{{1, 2}, "Keys", denied}, {{1, 3}, "Pedal", {}}}, {}},
-         {},
-         "Keys (0001:0002): may not be read;Pedal (0001:0003);",
-         "Some devices may not be read."},
-        {{{{{1, 2}, "Pedal", busy}, {{1, 3}, "Twin", {}}, {{1, 3}, "Twin", {}}}, {}},
-         {},
-         "Pedal (0001:0002): another program has it for itself;Twin (0001:0003);",
-         ""}};
+    const std::tuple<platform::InputSituation, platform::Status, const char*, const char*> cases[] =
+        {{{},
+          {ENOENT, "libOVSearchInput.so", "no such file"},
+          "",
+          "Nothing can be received: libOVSearchInput.so: no such file. Pedals need"},
+         {{{}, {ENOENT, "/dev/input/", "No such file"}},
+          {},
+          "",
+          "Nothing can be received: /dev/input/: No such file"},
+         {{{{{1, 2}, "Keys", denied}, {{1, 3}, "Pedal", {}}}, {}},
+          {},
+          "Keys (0001:0002): may not be read;Pedal (0001:0003);",
+          "Some devices may not be read."},
+         {{{{{1, 2}, "Pedal", busy}, {{1, 3}, "Twin", {}}, {{1, 3}, "Twin", {}}}, {}},
+          {},
+          "Pedal (0001:0002): another program has it for itself;Twin (0001:0003);",
+          ""}};
     openControl();
-    for (const Case& now : cases) {
-        SCOPED_TRACE(now.devices);
-        ToldDevices::situation = now.situation;
-        ToldDevices::refusal = now.refusal;
-        open([&now](QDialog& dialog) {
-            waitForText(dialog, "lblPedalAdvice", now.advice);
-            waitForDevices(dialog, now.devices);
+    for (const auto& [situation, refusal, names, advice] : cases) {
+        SCOPED_TRACE(names);
+        ToldDevices::situation = situation;
+        ToldDevices::refusal = refusal;
+        open([names = names, advice = advice](QDialog& dialog) {
+            waitForText(dialog, "lblPedalAdvice", advice);
+            waitForDevices(dialog, names);
         });
     }
 }

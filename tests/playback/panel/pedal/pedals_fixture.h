@@ -24,8 +24,6 @@ public:
         platform::installInputModule(&module);
     }
     ~FakePedals() { platform::installInputModule(nullptr); }
-    FakePedals(const FakePedals&) = delete;
-    FakePedals& operator=(const FakePedals&) = delete;
 
     // Waits until it is known.
     void plugIn() {
