@@ -22,8 +22,6 @@ public:
         EXPECT_TRUE(bus_.registerService(QStringLiteral("org.freedesktop.portal.Desktop")));
     }
     ~FakePortal() override { QDBusConnection::disconnectFromBus(QStringLiteral("portal")); }
-    FakePortal(const FakePortal&) = delete;
-    FakePortal& operator=(const FakePortal&) = delete;
 
     QString introspect(const QString& /*path*/) const override { return {}; }
     bool handleMessage(const QDBusMessage& call, const QDBusConnection& /*connection*/) override {
