@@ -143,24 +143,21 @@ TEST(LoudnessLeveler, FollowsVoicesSlowlyAndNoPauses) {
     EXPECT_NEAR(levelled(other, tone(997, 0.02, 20)), 17, 0.5) << "is soon forgotten";
 }
 
-struct Skipped {
-    Samples heard;
-    std::vector<double> places; // of each heard frame
-};
-
-Skipped skip(std::span<const float> samples, bool skips, double start = 0) {
+// What is heard, and the place of each frame of it.
+std::pair<Samples, std::vector<double>> skip(std::span<const float> samples, bool skips,
+                                             double start = 0) {
     SilenceSkipper skipper(rate, 1);
     skipper.start(start);
     skipper.setSkips(skips);
-    Skipped result;
+    std::pair<Samples, std::vector<double>> result;
     double heard = start;
     const auto take = [&] {
         Samples piece(100);
         for (std::size_t got = 0; (got = skipper.take(piece)) > 0;) {
-            result.heard.insert(result.heard.end(), piece.begin(),
+            result.first.insert(result.first.end(), piece.begin(),
                                 piece.begin() + static_cast<std::ptrdiff_t>(got));
             for (std::size_t i = 0; i < got; ++i)
-                result.places.push_back(skipper.placeOf(heard++));
+                result.second.push_back(skipper.placeOf(heard++));
         }
     };
     for (; !samples.empty();
@@ -187,12 +184,12 @@ TEST(SilenceSkipper, ShortensPausesAndKnowsWhereItIs) {
         const Samples samples =
             joined({tone(50, loudness, 2), voice, tone(50, loudness, pause), voice});
         const auto file = std::span(samples).subspan(skips ? 0 : 2 * rate);
-        const Skipped skipped = skip(file, skips);
+        const auto& [samplesHeard, places] = skip(file, skips);
         // The room before the first word, of which the pause's rest is left.
         const double before = !skips ? 0 : loudness == 0.03 ? 2 : 0.35;
-        EXPECT_NEAR(static_cast<double>(skipped.heard.size()) / rate, heard + before, 0.05);
-        for (std::size_t i = 0; i < skipped.heard.size(); ++i)
-            ASSERT_EQ(skipped.heard[i], file[static_cast<std::size_t>(skipped.places[i])]) << i;
+        EXPECT_NEAR(static_cast<double>(samplesHeard.size()) / rate, heard + before, 0.05);
+        for (std::size_t i = 0; i < samplesHeard.size(); ++i)
+            ASSERT_EQ(samplesHeard[i], file[static_cast<std::size_t>(places[i])]) << i;
     }
 }
 
