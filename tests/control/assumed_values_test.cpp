@@ -4,7 +4,6 @@
 #include "tests/control/rows_fixture.h"
 #include "widgets/legible.h"
 
-#include <QAccessible>
 #include <array>
 
 namespace ov {

