@@ -17,8 +17,7 @@ public:
     // object; after half a minute it fails, so that a test that is kept by it fails, too.
     FailingReads(const std::string& native, How how, std::int64_t from = 0);
     ~FailingReads();
-    FailingReads(const FailingReads&) = delete;
-    FailingReads& operator=(const FailingReads&) = delete;
+    FailingReads(FailingReads&&) = delete; // nor copied
 
     // Waits until a read has met the bad part since the last time.
     static void waitUntilMet();

@@ -30,8 +30,7 @@ public:
         sendString("close all", {});
         sound::installMediaCalls(before_);
     }
-    ScriptedMedia(const ScriptedMedia&) = delete;
-    ScriptedMedia& operator=(const ScriptedMedia&) = delete;
+    ScriptedMedia(ScriptedMedia&&) = delete; // nor copied
 
     std::uint32_t sendString(std::string_view command, std::span<char> reply) override {
         fields.emplace_back(command);

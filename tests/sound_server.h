@@ -28,8 +28,7 @@ public:
         _exit(127);
     }
     ~Process() { end(); }
-    Process(const Process&) = delete;
-    Process& operator=(const Process&) = delete;
+    Process(Process&&) = delete; // nor copied
 
     bool isRunning() {
         if (id_ > 0 && waitpid(id_, nullptr, WNOHANG) == id_)

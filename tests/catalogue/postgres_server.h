@@ -35,9 +35,6 @@ public:
     // No file of it may grow beyond, as on a full disk; for those who connect from now on.
     void limitFiles(rlim_t bytes) const;
 
-    PostgresServer(const PostgresServer&) = delete;
-    PostgresServer& operator=(const PostgresServer&) = delete;
-
 private:
     PostgresServer();
     ~PostgresServer();

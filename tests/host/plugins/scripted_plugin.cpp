@@ -53,8 +53,7 @@ public:
         delete window_;
         print("control gone");
     }
-    ScriptedControl(const ScriptedControl&) = delete;
-    ScriptedControl& operator=(const ScriptedControl&) = delete;
+    ScriptedControl(ScriptedControl&&) = delete; // nor copied
 
     void IFormExtension_Init(IPlugin& plugIn, IHostForm& form) override {
         plugIn_ = &plugIn;

@@ -26,10 +26,7 @@ public:
         bool isGrabbed = false;
     };
 
-    FakeInputs();
     ~FakeInputs();
-    FakeInputs(const FakeInputs&) = delete;
-    FakeInputs& operator=(const FakeInputs&) = delete;
 
     std::string folder() const { return store_.native(""); }
     void plugIn(const std::string& file, Device device);

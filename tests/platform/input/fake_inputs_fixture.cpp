@@ -89,8 +89,6 @@ void write(const std::string& file, const void* bytes, std::size_t count) {
 
 } // namespace
 
-FakeInputs::FakeInputs() = default;
-
 FakeInputs::~FakeInputs() {
     const std::lock_guard lock(kernel().mutex);
     for (const auto& [file, plugged] : kernel().devices)

@@ -113,12 +113,8 @@ TEST_F(InputDevicesTest, TellsWhatGoesDownAndComesUp) {
     inputs.plugIn("event3", {"Pedal", pedalKind, codes});
     wishFor({false, {pedalKind}, {}});
     ASSERT_TRUE(waitForDevices("Pedal;"));
-    struct Case {
-        const char* what;
-        std::vector<std::array<int, 3>> events; // type, code, value
-        const char* told;
-    };
-    const Case cases[] = {
+    using Events = std::vector<std::array<int, 3>>; // type, code, value
+    const std::tuple<const char*, Events, const char*> cases[] = {
         {"a press", {{EV_KEY, KEY_A, 1}, {EV_KEY, KEY_A, 0}}, "down 30, up 30"},
         {"one that repeats itself",
          {{EV_KEY, KEY_A, 1}, {EV_KEY, KEY_A, 2}, {EV_KEY, KEY_A, 2}, {EV_KEY, KEY_A, 0}},
@@ -138,11 +134,11 @@ TEST_F(InputDevicesTest, TellsWhatGoesDownAndComesUp) {
          {{EV_ABS, ABS_X, 193}, {EV_ABS, ABS_X, 185}, {EV_ABS, ABS_X, 195}, {EV_ABS, ABS_X, 150}},
          "down 65537, up 65537"},
         {"one that is hardly moved", {{EV_ABS, ABS_X, 180}, {EV_ABS, ABS_X, 70}}, ""}};
-    for (const Case& now : cases) {
-        SCOPED_TRACE(now.what);
-        for (const auto& [type, code, value] : now.events)
+    for (const auto& [what, events, told] : cases) {
+        SCOPED_TRACE(what);
+        for (const auto& [type, code, value] : events)
             inputs.send("event3", static_cast<unsigned>(type), static_cast<unsigned>(code), value);
-        expectHeard(now.told);
+        expectHeard(told);
     }
 }
 
