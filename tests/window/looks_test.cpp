@@ -87,6 +87,7 @@ void describe(const QWidget& widget, const QWidget& root, std::string& all) {
         all += widget.objectName().toStdString() + ": " + widget.metaObject()->className() +
                (widget.isVisibleTo(&root) ? "" : " hidden") +
                (widget.isEnabledTo(&root) ? "" : " disabled") +
+               (root.focusWidget() == &widget ? " focused" : "") +
                (widget.windowFlags().testFlag(Qt::WindowContextHelpButtonHint) ? " ?" : "") +
                entriesOf(widget) + "\n";
         for (const QByteArray& name : QByteArray(shownProperties).split(' '))
