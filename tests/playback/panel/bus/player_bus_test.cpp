@@ -59,6 +59,7 @@ TEST_F(PlayerOnBus, PlaysPausesAndMovesForOthers) {
     call(mpris, "Play");
     EXPECT_EQ(playback(), "Playing");
     EXPECT_EQ(track(), here) << "the selection went elsewhere, what is heard did not";
+    EXPECT_EQ(error(own, "CopyTimeStamp"), "");
     call(mpris, "Stop");
     EXPECT_EQ(playback(), "Stopped");
     EXPECT_EQ(error(own, "TimeStamp"), "org.orvanta.OVSearch.Error.NothingOpen");
