@@ -138,6 +138,8 @@ TEST_F(CatalogueFile, IsRefusedWhenItIsNoneOfThisVersion) {
     EXPECT_EQ(asked(), walked());
     setHead(application, 1);
     EXPECT_PRED2(holds, refusal(), "the database of another program");
+    write("catalogue.db", "no database at all, whatever it is called");
+    EXPECT_PRED2(holds, refusal(), "is no catalogue");
 }
 
 TEST_F(CatalogueFile, SurvivesDamage) {

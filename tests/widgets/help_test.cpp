@@ -139,8 +139,10 @@ TEST_F(Help, WindowsFollowLinksAndTheLanguage) {
     const QPointer<QTreeWidget> list = &widget<QTreeWidget>("lstShortcuts");
     EXPECT_EQ(window().findChildren<QDialog*>(QStringLiteral("frmShortcuts")).size(), 1);
     EXPECT_EQ(list->size(), list->window()->size());
-    EXPECT_GE(list->columnWidth(1), static_cast<QAbstractItemView&>(*list).sizeHintForColumn(1))
-        << "no text is cut";
+    if (list->width() < list->screen()->availableSize().width()) {
+        EXPECT_GE(list->columnWidth(1), static_cast<QAbstractItemView&>(*list).sizeHintForColumn(1))
+            << "no text is cut";
+    }
     const int groups = list->topLevelItemCount();
     speak("7");
     EXPECT_EQ(list->headerItem()->text(0), QStringLiteral("Tasten"));

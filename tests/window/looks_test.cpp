@@ -20,6 +20,8 @@ namespace {
 
 constexpr const char* keptLooks = OV_SOURCE_DIR "/tests/window/looks.txt";
 
+constexpr const char* lookedThroughIn = "6.4."; // others name some values otherwise
+
 // Not sizes, places and colours, which are the desktop's.
 constexpr const char* shownProperties =
     "windowTitle title text placeholderText toolTip whatsThis accessibleName accessibleDescription "
@@ -105,8 +107,6 @@ void describe(const QWidget& widget, const QWidget& root, std::string& all) {
 
 class Looks : public WindowTest {
 protected:
-    const Environment noPrinters_{"CUPS_SERVER", "/no/such/server"};
-
     std::string ofAllWindows() {
         frmCriteria editor;
         frmSearchResultColumns columns;
@@ -137,6 +137,8 @@ protected:
 };
 
 TEST_F(Looks, AreAsTheyWereLookedThrough) {
+    if (!QByteArray(qVersion()).startsWith(lookedThroughIn))
+        GTEST_SKIP() << "they were looked through in Qt " << lookedThroughIn;
     openControl();
     const std::string now = ofAllWindows();
     if (std::getenv("OV_KEEP_LOOKS") != nullptr)

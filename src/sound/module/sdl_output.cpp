@@ -128,11 +128,11 @@ public:
             if (!isMissing_)
                 device_ = SDL_OpenAudioDevice(name.empty() ? nullptr : name.c_str(), 0, &wanted,
                                               &obtained, 0);
+            if (device_ != 0)
+                ++outputsInUse(); // before another one is refused for it
         }
-        if (device_ == 0)
-            return;
-        ++outputsInUse();
-        SDL_PauseAudioDevice(device_, 0);
+        if (device_ != 0)
+            SDL_PauseAudioDevice(device_, 0);
     }
     ~SdlOutput() override {
         if (device_ == 0)
