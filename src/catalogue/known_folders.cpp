@@ -34,7 +34,8 @@ bool AskedFolders::has(const std::string& directory) const {
     return asked_.contains(directory) || asked_.contains(std::string(directoryAbove(directory)));
 }
 
-KnownFolders::KnownFolders(const std::vector<Folder>& folders, const Rules& rules) : rules_(rules) {
+KnownFolders::KnownFolders(const std::vector<Folder>& folders, Rules rules)
+    : rules_(std::move(rules)) {
     std::unordered_map<std::string_view, std::shared_ptr<ListedNames>> subfolders;
     for (const Folder& folder : folders) {
         if (rules_.asked != nullptr && !rules_.asked->leadsTo(folder.path))

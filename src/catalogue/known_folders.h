@@ -48,7 +48,7 @@ public:
         Moment (*clock)() = Moment::now;
     };
     // By their places.
-    KnownFolders(const std::vector<Folder>& folders, const Rules& rules);
+    KnownFolders(const std::vector<Folder>& folders, Rules rules);
 
     std::optional<modDictation::FolderListing> unchanged(const std::string& directory,
                                                          const StampOf& stampOf) override;

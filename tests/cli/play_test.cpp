@@ -190,17 +190,13 @@ TEST_F(PlayCommand, TellsThatTheFileCannotBeReadOn) {
 
 // In a shell that tells afterwards how the terminal was left.
 TEST_F(PlayCommand, ShowsPositionAndEndsAsAskedFor) {
+    const std::string script =
+        "before=$(stty -g); sh -c 'echo $$ >\"$2\"; exec \"$0\" play \"$1\"' \"$@\"; "
+        "echo \"code $?\"; test \"$before\" = \"$(stty -g)\" && echo restored";
     for (const auto& [key, code] :
          {std::pair("q", "code 0"), {"\x03", "code 130"}, {"x", "code 143"}}) {
         ProgramRun how = silent(true, key);
-        how.arguments = {
-            "-c",
-            "before=$(stty -g); sh -c 'echo $$ >\"$2\"; exec \"$0\" play \"$1\"' \"$@\"; "
-            "echo \"code $?\"; test \"$before\" = \"$(stty -g)\" && echo restored",
-            "",
-            OV_SEARCH_PROGRAM,
-            zeh_,
-            file("pid")};
+        how.arguments = {"-c", script, "", OV_SEARCH_PROGRAM, zeh_, file("pid")};
         if (*key == 'x') // which is no key
             how.steps = {{"0:00:00 / 0:01:40",
                           [this] { kill(std::stoi(tests::readBytes(file("pid"))), SIGTERM); }}};

@@ -45,7 +45,8 @@ TEST_F(Waveform, IsThatOfTheFileAsItIsNow) {
 
 TEST_F(Waveform, IsNotWaitedForWhenTheDiskStalls) {
     const QImage two = openAndSee("two.WAV", {plain_});
-    const FailingReads stalled(store.native("one.WAV"), FailingReads::How::stall, 4 * 65536);
+    const FailingReads stalled(store.native("one.WAV"), FailingReads::How::stall,
+                               std::int64_t{4} * 65536);
     panel_->PlayerStop();
     panel_->PlayerOpenFile(store.path("one.WAV"));
     FailingReads::waitUntilMet();

@@ -15,8 +15,8 @@ namespace {
 constexpr const char* propertiesInterface = "org.freedesktop.DBus.Properties";
 
 struct Property {
-    const char* name;
-    const char* type;
+    const char* name = nullptr;
+    const char* type = nullptr;
     const char* access = "read";
 };
 
