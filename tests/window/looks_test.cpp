@@ -19,7 +19,6 @@ namespace ov {
 namespace {
 
 constexpr const char* keptLooks = OV_SOURCE_DIR "/tests/window/looks.txt";
-
 constexpr const char* lookedThroughIn = "6.4."; // others name some values otherwise
 
 // Not sizes, places and colours, which are the desktop's.
@@ -130,8 +129,6 @@ protected:
                 describe(*one, *one, all);
             }
         }
-        for (std::size_t at = 0; (at = all.find(store.directory(), at)) != std::string::npos;)
-            all.replace(at, store.directory().size(), "STORE");
         return all;
     }
 };

@@ -76,6 +76,7 @@ void openShortcuts(QWidget& owner) {
     followLanguage(*window, [window, list] {
         translate(*window);
         fill(*list);
+        resizeOnScreen(*window, window->size().expandedTo({widthOf(*list), 0}));
     });
     auto* column = new QVBoxLayout(window);
     column->setContentsMargins(0, 0, 0, 0);
