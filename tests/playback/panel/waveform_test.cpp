@@ -116,23 +116,9 @@ TEST_F(Waveform, ShowsAPartAndTurnsItsPage) {
     EXPECT_TRUE(QTest::qWaitFor([] { return QToolTip::text() == u"00:00:25"; }));
 }
 
-TEST_F(Waveform, ShadesPausesAndThePassageThatIsRepeated) {
-    std::vector<float> sound(800000, 0.5F);
-    std::fill(sound.begin() + 400000, sound.begin() + 600000, 0.001F);
-    std::fill(sound.begin() + 100000, sound.begin() + 102000, 0.0F); // too short
-    writeWave(store.native("two.WAV"), {}, sound);
+TEST_F(Waveform, ShadesThePassageThatIsRepeated) {
+    writeWave(store.native("two.WAV"), {}, std::vector<float>(800000, 0.5F));
     const QImage seen = openAndSee("two.WAV", {plain_});
-    const auto ground = [&](int percent) { // near the upper edge
-        return seen.pixel(seen.width() * percent / 100, 5);
-    };
-    EXPECT_NE(ground(60), plain_.pixel(plain_.width() * 60 / 100, 5));
-    EXPECT_EQ(ground(80), plain_.pixel(plain_.width() * 80 / 100, 5));
-    EXPECT_EQ(ground(60), ground(70));
-    const int loud = seen.height() / 2 - 4; // where only loud sound reaches
-    for (const int percent : {30, 60, 90}) {
-        const int at = seen.width() * percent / 100;
-        EXPECT_EQ(seen.pixel(at, loud) != seen.pixel(at, 5), percent != 60) << percent;
-    }
     for (const int seconds : {10, 40}) {
         moveTo(seconds);
         panel_->markLoop();
