@@ -219,7 +219,6 @@ void frmSearchResultColumns::transfer(QListWidget& source, QListWidget& target) 
     target.addItem(source.takeItem(row));
     source.setCurrentRow(std::min(row, source.count() - 1));
     target.setCurrentRow(target.count() - 1);
-    enableButtons();
 }
 
 // The buttons are enabled only where there is a place to move to.
@@ -228,7 +227,6 @@ void frmSearchResultColumns::moveSelected(int distance) {
     const UpdatesOff still(*lstRight_);
     lstRight_->insertItem(row + distance, lstRight_->takeItem(row));
     lstRight_->setCurrentRow(row + distance);
-    enableButtons();
 }
 
 void frmSearchResultColumns::enableButtons() {

@@ -89,9 +89,9 @@ TEST_F(Cli, CriteriaFile) {
     EXPECT_EQ(authors({"--criteria-file", file, "--any", "-c", "author is zeh"}), "Müller Zeh");
     EXPECT_EQ(find({"--criteria-file", file}).errors, "");
     settings_.add("Other.dat", "5\x01\x31\x38\x01ZEH\x01");
-    EXPECT_EQ(authors({"--criteria-file", settings_.native("Other.dat"), "--criteria-file", file}),
-              "Zeh Müller")
-        << "one search after the other";
+    const Texts two = {"--criteria-file", settings_.native("Other.dat"), "--criteria-file", file};
+    EXPECT_EQ(authors(two), "Zeh Müller") << "one search after the other";
+    EXPECT_PRED2(holds, find(plus(two, {"--explain"})).output, "ZEH  1 of 3\nAll of these");
     settings_.add("bad.txt", "author is zeh\n; a remark\r\n\r\nlength >= 1 Elle\n" +
                                  std::regex_replace(std::string(11, 'x'), std::regex("x"), "x\n"));
     const Texts told = split(find({"--criteria-file", settings_.native("bad.txt")}).errors, '\n');

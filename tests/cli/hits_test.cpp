@@ -158,7 +158,8 @@ TEST_F(Hits, BatchesAreAsLongAsArgumentsMayBe) {
     constexpr int count = 2000;
     for (int i = 0; i < count; ++i)
         store_.add("2$ROH@@14$" + std::string(200, 'x') + std::to_string(i) + ".WAV");
-    const ProgramRun little{.stack = 1024 * 1024}; // what arguments may take goes by the stack
+    const ProgramRun little{.environment = {{"LONG", std::string(100000, 'x')}}, // counts too
+                            .stack = 1024 * 1024}; // what arguments may take goes by the stack
     const ProgramResult result = find({"-X", "sh", "-c", "echo $#", "sh", ";"}, little);
     EXPECT_EQ(result.exitCode, 0) << result.errors;
     int sum = 0;

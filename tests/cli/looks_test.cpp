@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 
 #include "cli/shown_text.h"
+#include "cli/terminal_interface.h"
+#include "platform/terminal/terminal.h"
 #include "tests/cli/cli_fixture.h"
 
 // What a person sees on a terminal, and a program that reads the same does not.
@@ -121,12 +123,12 @@ TEST_F(OnATerminal, RowsLeadToTheirFiles) {
                         "status = ROH",     "--color=never"};
     const Texts always = plus(options, {"--hyperlink=always"});
     for (const std::string& table :
-         {shown(options, with({{"VTE_VERSION", "7200"}})),
+         {shown(options, with({{"VTE_VERSION", "5000"}})),
           shown(options, with({{"TERM", "xterm-kitty"}})), shown(always, {})}) {
         EXPECT_PRED2(holds, table, begin + file);
         EXPECT_PRED2(holds, table, ".WAV\x1B\\Müller\x1B]8;;\x1B\\\n");
     }
-    for (const ProgramRun& how : {terminal_, with({{"VTE_VERSION", "4000"}}), ProgramRun{}})
+    for (const ProgramRun& how : {terminal_, with({{"VTE_VERSION", "4999"}}), ProgramRun{}})
         EXPECT_EQ(shown(options, how), "Author\nMüller\n");
     EXPECT_PRED2(holds, shown(plus(always, {"--columns=author,path"}), {}), "Müller  " + begin);
     const Texts paths = plus(always, {"--format", "paths"});
@@ -199,6 +201,21 @@ TEST_F(OnATerminal, PagerForWhatIsLongerThanTheScreen) {
     const ProgramResult result = find({"-c", "status = MAI"}, how);
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_PRED2(holds, result.output, "left");
+}
+
+TEST(TerminalInterface, SaysWhatABoxWouldOnOneLine) {
+    TerminalInterface terminal;
+    testing::internal::CaptureStderr();
+    platform::MessageBox box;
+    box.text = "It is lost.\r\n\r\nFind it.";
+    terminal.showMessage(box);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "ovsearch: It is lost. Find it.\n");
+}
+
+TEST(FedProgram, SaysThatItCouldNotBeStarted) {
+    platform::FedProgram program;
+    const std::string longerThanAnyMayBe(1 << 20, '=');
+    EXPECT_FALSE(program.start("cat", longerThanAnyMayBe).ok());
 }
 
 } // namespace

@@ -92,7 +92,9 @@ TEST_F(Help, OpensTheGuideWhereItSpeaksOfWhatHasTheKeyboard) {
         widget<QWidget>(name).setFocus();
         key(widget<QWidget>(name), Qt::Key_F1);
         EXPECT_EQ(headingShown(window()), heading) << name;
+        window().activateWindow();
         widgets::showGuide(window(), QStringLiteral("What a store is")); // the same window again
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&widget<QDialog>("frmGuide")));
         EXPECT_EQ(headingShown(window()), "What a store is");
         EXPECT_FALSE(widget<QDialog>("frmGuide").windowTitle().isEmpty());
         key(widget<QDialog>("frmGuide"), Qt::Key_Escape);

@@ -147,6 +147,7 @@ void describe(const QWidget& widget, const QWidget& root, std::string& all) {
                (widget.isVisibleTo(&root) ? "" : " hidden") +
                (widget.isEnabledTo(&root) ? "" : " disabled") +
                (root.focusWidget() == &widget ? " focused" : "") +
+               (&widget == &root ? " " + root.locale().name().toStdString() : "") +
                (widget.windowFlags().testFlag(Qt::WindowContextHelpButtonHint) ? " ?" : "") +
                entriesOf(widget) + "\n";
         for (const QByteArray& name : QByteArray(shownProperties).split(' '))
@@ -183,15 +184,18 @@ protected:
     }
     std::string ofAllWindows() {
         frmCriteria editor;
+        frmCriteria ofDates;
         frmSearchResultColumns columns;
         frmExportOptionsPrint print;
         frmSearchName name(nullptr);
         DetailsDialog details("\\a\\2$ROH.WAV", nullptr);
         frmPedals pedals;
-        const std::initializer_list<QDialog*> dialogs{&editor, &columns, &print,
+        const std::initializer_list<QDialog*> dialogs{&editor, &ofDates, &columns, &print,
                                                       &name,   &details, &pedals};
         for (QDialog* dialog : dialogs)
             dialog->show();
+        choose(child<QComboBox>(ofDates, "cboField"), modDictation::field_id::dictated);
+        choose(child<QComboBox>(ofDates, "cboOperator"), modDictation::operator_id::betweenDates);
         pedals_.plugIn();
         widgets::showShortcuts(window());
         std::vector<QWidget*> windows{&window(), &widget<QDialog>("frmShortcuts")};

@@ -63,7 +63,6 @@ QTextBrowser* openGuide(QWidget& owner) {
     window->setObjectName(QLatin1String(guideName));
     window->setAttribute(Qt::WA_DeleteOnClose);
     setCaption(*window, text_id::guideTitle);
-    followLanguage(*window, [window] { translate(*window); });
     auto* page = new QTextBrowser(window);
     page->setOpenLinks(false); // those to other documents and the network lead nowhere
     page->setSearchPaths({QStringLiteral(":/ovsearch")});

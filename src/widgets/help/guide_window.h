@@ -21,7 +21,7 @@ inline constexpr const char* lists = "Lists on paper and in files";
 QString guideText();
 
 // Shows the guide at that chapter, in a window of `owner` that stands beside it; the same window
-// again while it is open. Returns at once.
+// again while it is open, whose texts are translated with the owner's. Returns at once.
 void showGuide(QWidget& owner, const QString& heading);
 
 } // namespace ov::widgets

@@ -74,7 +74,6 @@ void openShortcuts(QWidget& owner) {
     setSpokenName(*list, text_id::keyShortcuts);
     fill(*list);
     followLanguage(*window, [window, list] {
-        translate(*window);
         fill(*list);
         resizeOnScreen(*window, window->size().expandedTo({widthOf(*list), 0}));
     });

@@ -221,6 +221,11 @@ TEST_F(InputDevicesTest, KeepsToItselfWhatIsGrabbed) {
     EXPECT_TRUE(waitUntil([this] { return !inputs.isGrabbed("event3"); }));
     inputs.sendKey("event3", KEY_F13, 0);
     EXPECT_EQ(heard.take(1), "up 183") << "it is still read";
+    inputs.pullOut("event3");
+    ASSERT_TRUE(waitForDevices(""));
+    wishFor({false, {pedalKind}, {pedalKind}});
+    plugInPedal();
+    EXPECT_TRUE(waitUntil([this] { return inputs.isGrabbed("event3"); }));
 }
 
 TEST_F(InputDevicesTest, TellsWhyNothingIsReceived) {

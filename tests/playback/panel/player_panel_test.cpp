@@ -181,6 +181,11 @@ TEST_F(Player, IsMovedThroughByOneWidget) {
         QTest::mouseClick(&seek(), Qt::LeftButton, {}, {seek().width() * percent / 100, 5});
         EXPECT_NEAR(position(), percent * 1000, 1500) << percent;
     }
+    writeWave(store.native("short.WAV"), {}, sweep(8000, 80000));
+    play("short.WAV");
+    QTest::mouseClick(&seek(), Qt::LeftButton, {}, seek().rect().center());
+    EXPECT_NEAR(position(), 5000, 900);
+    play("one.WAV");
     moveTo(50);
     QAccessibleInterface* spoken = QAccessible::queryAccessibleInterface(&seek());
     EXPECT_EQ(spoken->role(), QAccessible::Slider);
@@ -190,6 +195,8 @@ TEST_F(Player, IsMovedThroughByOneWidget) {
     EXPECT_NEAR(value.maximumValue().toDouble(), 100, 0.1);
     value.setCurrentValue(20);
     EXPECT_NEAR(position(), 20000, 100);
+    seek().setStepsPerSecond(0.5);
+    EXPECT_NEAR(value.maximumValue().toDouble(), 65534, 1) << "of half a day";
 }
 
 TEST_F(Player, HasAMenuOfSpeeds) {
@@ -211,7 +218,10 @@ TEST_F(Player, HasAMenuOfSpeeds) {
 
 TEST_F(Player, IsLoudAtTheTop) {
     setVolume(16384);
-    makePanel();
+    const QSignalSpy chosen(panel_.get(), &PlayerPanel::volumeChosen);
+    panel_->createMixer();
+    panel_->PlayerInitControls();
+    EXPECT_TRUE(chosen.isEmpty()) << "by nobody";
     auto& slider = child<QSlider>(*panel_, "slSearchPlayerVolume");
     ASSERT_TRUE(slider.isEnabled());
     EXPECT_EQ(slider.value(), 65535 - 16384) << "shows what is set";

@@ -110,6 +110,7 @@ TEST_F(Outputs, AreChosenWhileItPlays) {
     waitFor([this] { return state().format() == u"Error"; });
     press(0);
     waitFor([] { return QToolTip::text().contains(u"so the usual one plays"); });
+    EXPECT_TRUE(child<QLabel>(*panel_, "lblAnnouncement").text().contains(u"the usual one plays"));
     EXPECT_EQ(state().format(), QStringLiteral("Playing"));
     QMenu& menu = openOutputs();
     waitFor([&] { return has(menu, "(not there)"); });
