@@ -110,6 +110,8 @@ TEST_F(PlayList, ObeysKeysOnATerminal) {
         for (const std::string& text : shown)
             EXPECT_PRED2(holds, played.output, text) << typed;
     }
+    const std::string back = run({"play", zeh_, oeztuerk_, zeh_}, silent(true, "nnpq")).output;
+    EXPECT_EQ(back.substr(back.rfind(" of 3") - 1, 6), "2 of 3");
     for (const char* typed : {"  q", " aq", "aq"}) {
         const std::string goesOn = run({"play", zeh_}, silent(true, typed)).output;
         EXPECT_FALSE(holds(goesOn.substr(goesOn.rfind(" / ")), "paused")) << goesOn;

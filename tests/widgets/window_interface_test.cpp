@@ -35,6 +35,7 @@ protected:
 };
 
 TEST_F(Boxes, AreAnsweredByKeys) {
+    EXPECT_EQ(WindowInterface::shared(), windows_) << "one for all controls";
     platform::MessageBox box;
     box.text = "Really?";
     box.buttons = platform::MessageButtons::yesNo;

@@ -5,6 +5,7 @@
 #include "tests/failing_reads.h"
 #include "tests/playback/panel/player_fixture.h"
 
+#include <QHelpEvent>
 #include <QToolTip>
 #include <QWheelEvent>
 
@@ -114,6 +115,9 @@ TEST_F(Waveform, ShowsAPartAndTurnsItsPage) {
     EXPECT_NEAR(clickAt(half), 50000, 1000);
     QTest::mouseMove(&seek(), {half / 2 + 4, 5});
     EXPECT_TRUE(QTest::qWaitFor([] { return QToolTip::text() == u"00:00:25"; }));
+    QHelpEvent help(QEvent::ToolTip, {half + 4, 5}, seek().mapToGlobal(QPoint(half + 4, 5)));
+    QApplication::sendEvent(&seek(), &help);
+    EXPECT_EQ(QToolTip::text(), QStringLiteral("00:00:50"));
 }
 
 TEST_F(Waveform, ShadesThePassageThatIsRepeated) {
