@@ -103,6 +103,7 @@ TEST_F(OnATerminal, WhatWasFoundIsSeenInACutCell) {
         {{"-c", "subject contains aa"}, "20", "Abel    " + red(a.substr(0, 11)) + "…\n"},
         {{"-c", "subject contains kneebb"}, "20", "Abel    …aa" + red("kneebb") + "bb…\n"},
         {{"-c", "subject is " + a + "knee" + b}, "20", "Abel    " + red(a.substr(0, 11)) + "…\n"},
+        {{"--columns", "worktype"}, "8", "Subject   Work ty…\x1B[0m\n"},
         {{"--columns", "path", "-c", "subject contains knee"}, "100", a + red("knee") + b}};
     for (const auto& [more, width, cell] : cases) {
         const Texts options{"-c", "folder contains cut", "--columns", "author,subject"};

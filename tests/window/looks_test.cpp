@@ -51,7 +51,7 @@ std::string oneLine(QString words) {
 // Empty for what is as good as unset, and what a clock shows.
 std::string valueOf(const QObject& object, const QMetaProperty& property) {
     const QVariant value = property.read(&object);
-    if (object.inherits("QDateTimeEdit") && property.name() == QByteArray("text"))
+    if (object.inherits("QDateEdit") && property.name() == QByteArray("text"))
         return {};
     if (!property.isEnumType()) {
         for (const QVariant& unset : {QVariant(false), QVariant(0), QVariant(-1)})

@@ -104,6 +104,14 @@ TEST_F(Player, SaysWhatTheDeviceOrTheDiskRefuses) {
     }
     panel_->playOrPause();
     EXPECT_EQ(shown(), "00:00:02 Playing") << "the disk is back";
+    {
+        const FailingReads slow(store.native("two.WAV"), FailingReads::How::stall);
+        selected = store.path("two.WAV");
+        press(0);
+        EXPECT_EQ(shown(), "00:00:00 Not ready");
+        EXPECT_FALSE(panel_->isOpen()) << "the one before is heard no more";
+    }
+    waitUntilShown("00:00:00 Playing");
 }
 
 TEST_F(Player, GoesWhereItIsTold) {

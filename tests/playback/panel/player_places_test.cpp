@@ -55,8 +55,10 @@ TEST_F(Positions, AreOfferedWhenADictationIsOpenedAgain) {
     EXPECT_TRUE(child<QPushButton>(*panel_, "cmdSearchPlayer(0)").hasFocus());
 
     moveTo(50);
+    seek().setFocus();
     play("two.WAV"); // leaves it too
     EXPECT_FALSE(offer().isVisible());
+    EXPECT_TRUE(seek().hasFocus());
     press(2);
     choose(&PlayerChoices::backUpSeconds, 3);
     play("one.WAV");
