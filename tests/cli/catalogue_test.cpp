@@ -85,6 +85,9 @@ TEST_F(CatalogueCommand, AnswersWithoutTheStore) {
     EXPECT_EQ(catalogue({"check", root()}).exitCode, 3);
     fs::rename(root() + "-aside", root());
     EXPECT_EQ(findIn({"author:zeh"}).exitCode, 0);
+    const ProgramRun seen{.onTerminal = true};
+    EXPECT_PRED2(holds, run({"catalogue", "update", root(), "--to", file()}, seen).output,
+                 "\r1 folder, 0 dictations written\x1B[K\r");
 }
 
 TEST_F(CatalogueCommand, SaysWhatIsWrong) {

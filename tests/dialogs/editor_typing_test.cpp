@@ -35,6 +35,9 @@ TEST_F(TypingInTheEditor, ChoosesTheEntryThatIsTyped) {
     }
     QTest::keyClicks(&fields(), fields().itemText(0));
     EXPECT_EQ(fields().currentIndex(), 0);
+    QTest::qWait(QApplication::keyboardInputInterval() + 10);
+    QTest::keyClicks(&fields(), QStringLiteral("status"));
+    EXPECT_EQ(fields().currentText(), QStringLiteral("Status")) << "after a pause it is a new word";
     fields().showPopup();
     QTest::keyClicks(fields().view(), QStringLiteral("note 2"));
     QTest::keyClick(fields().view(), Qt::Key_Return);
@@ -125,6 +128,7 @@ TEST_F(TypingInTheEditor, OffersWhatWasSeenAndTellsOfNamesAmongCodes) {
     textBox().setFocus();
     textBox().clear();
     QTest::keyClick(&textBox(), Qt::Key_Down);
+    EXPECT_TRUE(offered()->isVisible());
     ASSERT_TRUE(QTest::qWaitFor([&] { return offered()->model()->rowCount() == 12; }));
     EXPECT_EQ(offered()->model()->index(11, 0).data(), QStringLiteral("Dr. Weber 12"));
     QTest::keyClicks(&textBox(), QStringLiteral("weber 12"));

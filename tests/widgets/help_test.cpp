@@ -178,6 +178,11 @@ TEST_F(Help, ExplainsWhatHasTheKeyboard) {
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
     EXPECT_NE(of[0], of[1]) << "each its own words";
+    window().setWhatsThis(QStringLiteral("All of it"));
+    QApplication::focusWidget()->setWhatsThis({});
+    key(*QApplication::focusWidget(), Qt::Key_F1, Qt::ShiftModifier);
+    EXPECT_NE(bubble(), nullptr) << "the words of what it is in";
+    QWhatsThis::hideText();
 }
 
 // Tab goes to it, and it is no part of another control.

@@ -10,6 +10,8 @@
 #include "support/modRegistry.h"
 #include "tests/settings_fixture.h"
 
+#include <pwd.h>
+#include <unistd.h>
 #include <vector>
 
 namespace ov::platform {
@@ -148,6 +150,12 @@ TEST_F(Registry, shellFoldersOfTheEnvironmentAndOfTheFile) {
     const tests::Environment home("HOME", "/home/y");
     reloadRegistry();
     EXPECT_EQ(GetShellFolder("AppData"), R"(\home\y\.config\)");
+    {
+        const tests::Environment nowhere("HOME", "y"); // then what the system knows of the user
+        reloadRegistry();
+        const std::string known = std::string(getpwuid(getuid())->pw_dir) + "/.config";
+        EXPECT_EQ(GetShellFolder("AppData"), fromNativePath(known) + '\\');
+    }
     const std::string key = "\\" + std::string(shellFoldersKey) + "]\n";
     use(version5 + "[HKEY_CURRENT_USER" + key + "\"AppData\"=\"C:\\\\Users\\\\x\"\n" +
         "[HKEY_LOCAL_MACHINE" + key + "\"Common AppData\"=-\n");
