@@ -196,6 +196,12 @@ TEST_F(OnATerminal, PagerForWhatIsLongerThanTheScreen) {
     EXPECT_TRUE(shown({"-c", "status = STOP", "--explain"}, small).starts_with("P:"));
     const ProgramRun dumb = with({{"OVSEARCH_PAGER", pages}, {"TERM", "dumb"}}, 10);
     EXPECT_FALSE(holds(shown({"-c", "status = MAI"}, dumb), "P:"));
+    for (const char* own : {"FRX", "M"}) { // the user's own, if there is one
+        ProgramRun less = with({{"OVSEARCH_PAGER", "echo $LESS; cat"}}, 10);
+        if (own == std::string("M"))
+            less.environment["LESS"] = own;
+        EXPECT_TRUE(shown({"-c", "status = MAI"}, less).starts_with(own));
+    }
     // Ctrl-C is the pager's while it is there.
     const ProgramRun how = with(
         {{"OVSEARCH_PAGER", "cat >&2; kill -INT $PPID; ls /; kill -INT $PPID; echo left"}}, 10);

@@ -147,6 +147,7 @@ void describe(const QWidget& widget, const QWidget& root, std::string& all) {
                (widget.isVisibleTo(&root) ? "" : " hidden") +
                (widget.isEnabledTo(&root) ? "" : " disabled") +
                (root.focusWidget() == &widget ? " focused" : "") +
+               (widget.property("icon").value<QIcon>().isNull() ? "" : " with icon") +
                (&widget == &root ? " " + root.locale().name().toStdString() : "") +
                (widget.windowFlags().testFlag(Qt::WindowContextHelpButtonHint) ? " ?" : "") +
                entriesOf(widget) + "\n";
