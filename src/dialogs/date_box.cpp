@@ -134,10 +134,7 @@ void DateBox::focusOutEvent(QFocusEvent* event) {
 
 // What is typed is left as a whole, not part by part.
 bool DateBox::focusNextPrevChild(bool next) {
-    if (!isTyping())
-        return QDateEdit::focusNextPrevChild(next);
-    takeTyped();
-    return QWidget::focusNextPrevChild(next);
+    return isTyping() ? QWidget::focusNextPrevChild(next) : QDateEdit::focusNextPrevChild(next);
 }
 
 QValidator::State DateBox::validate(QString& input, int& position) const {

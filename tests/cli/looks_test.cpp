@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
+#include "cli/looks/file_link.h"
 #include "cli/shown_text.h"
 #include "cli/terminal_interface.h"
 #include "platform/terminal/terminal.h"
@@ -135,6 +136,7 @@ TEST_F(OnATerminal, RowsLeadToTheirFiles) {
     const Texts paths = plus(always, {"--format", "paths"});
     EXPECT_PRED2(holds, shown(paths, {}), ".WAV\x1B\\" + root() + "/2$ROH");
     EXPECT_FALSE(holds(shown(plus(paths, {"-0"}), terminal_), "\x1B"));
+    EXPECT_PRED2(holds, fileLink("", "/azAZ09-._~ %ü"), "/azAZ09-._~%20%25%C3%BC\x1B\\");
 }
 
 TEST_F(OnATerminal, AllOfAFieldIsShownInItsColumn) {

@@ -21,11 +21,11 @@ Lines each(Lines texts, Call call) {
 
 TEST_F(Files, PathsToAndFromTheSystem) {
     setDriveFolder("/drives");
-    EXPECT_EQ(each({"\\", "\\home\\x\\", "", "a\\b.WAV", "A:\\x\\", "a:", "Z:x", "1:\\x",
+    EXPECT_EQ(each({"\\", "\\home\\x\\", "", "a\\b.WAV", "A:\\x\\", "a:", "Z:x", "z:", "1:\\x",
                     "\\\\s\\h\\", "\\a\\..\\.\\b", "\\M\xFC\xC3\xBC", "\\a\0b"s},
                    toNativePath),
               (Lines{"/", "/home/x/", "", "a/b.WAV", "/drives/a/x/", "/drives/a", "/drives/z/x",
-                     "1:/x", "/drives/unc/s/h/", "/a/.././b", "/M\xFC\xC3\xBC", ""}));
+                     "/drives/z", "1:/x", "/drives/unc/s/h/", "/a/.././b", "/M\xFC\xC3\xBC", ""}));
     const std::string here = fs::current_path().native();
     std::string current = here;
     std::replace(current.begin(), current.end(), '/', '\\');
