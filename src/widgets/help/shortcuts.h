@@ -27,8 +27,8 @@ struct KeyText {
 std::span<const KeyText> keyTexts() noexcept;
 QList<QKeySequence> keysOf(const KeyText& keyText);
 
-// Shows the table, in a window of `owner` that stands beside it and whose title is translated with the
-// owner's texts. Returns at once.
+// Shows the table, in a window of `owner` that stands beside it and whose title is translated with
+// the owner's texts. Returns at once.
 void showShortcuts(QWidget& owner);
 
 } // namespace ov::widgets
