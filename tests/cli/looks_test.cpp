@@ -98,9 +98,11 @@ TEST_F(OnATerminal, WhatWasFoundIsSeenInACutCell) {
     const std::string a(30, 'a');
     const std::string b(30, 'b');
     store_.add("cut/2$CUT@@14$Abel@@11$" + a + "knee" + b + ".WAV");
+    store_.add("cut/2$CUT@@14$Bea@@11$üüüüüüüüüühip" + b + ".WAV");
     const std::tuple<Texts, std::string, std::string> cases[] = {
         // options, width of the terminal, what it shows
         {{"-c", "subject contains knee"}, "20", "Abel    …aaa" + red("knee") + "bbb…\n"},
+        {{"-c", "subject contains hip"}, "20", "Bea     …üüü" + red("hip") + "bbbb…\n"},
         {{"-c", "subject contains aa"}, "20", "Abel    " + red(a.substr(0, 11)) + "…\n"},
         {{"-c", "subject contains kneebb"}, "20", "Abel    …aa" + red("kneebb") + "bb…\n"},
         {{"-c", "subject is " + a + "knee" + b}, "20", "Abel    " + red(a.substr(0, 11)) + "…\n"},
@@ -114,7 +116,7 @@ TEST_F(OnATerminal, WhatWasFoundIsSeenInACutCell) {
     EXPECT_EQ(shown({"--count-by", "subject", "author:Abel"}, with({{"COLUMNS", "20"}})),
               "\x1B[1;4mSubject        Count\x1B[0m\naaaaaaaaaaaa…  1\n");
     EXPECT_PRED2(holds, shown({"--explain", "subject:" + a + " " + b}, with({{"COLUMNS", "60"}})),
-                 "  \"Subject\" contains                0 of 24\n    " + a + "\n    " + b + "\n");
+                 "  \"Subject\" contains                0 of 25\n    " + a + "\n    " + b + "\n");
 }
 
 TEST_F(OnATerminal, RowsLeadToTheirFiles) {
