@@ -35,7 +35,6 @@ void ValueSuggestions::setFields(ValueSource* source, std::vector<std::int32_t> 
     source_ = source;
     fields_ = std::move(fields);
     at_ = 0;
-    values_.setStringList({});
     if (source_ == nullptr || fields_.empty()) {
         timer_.stop();
         return;

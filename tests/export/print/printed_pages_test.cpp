@@ -103,7 +103,7 @@ TEST_F(PrintedPages, HaveTitleCriteriaCaptionsRowsAndFoot) {
                        " and many more words that do "
                        "not fit into three lines " +
                        std::string(99, 'm')},
-                  {"", "", ""},
+                  {"", "", "blanks behind" + std::string(300, ' ')},
                   {"Last", "21.11.2026", "@" + std::string(31, 'm') + "i"}};
     EXPECT_EQ(pages()[0].lines(),
               (Texts{"28: 28 Proof | 76 list", "49: 28 All of:", "58: 28 Author contains Müller",
@@ -111,7 +111,7 @@ TEST_F(PrintedPages, HaveTitleCriteriaCaptionsRowsAndFoot) {
                      "90: 28 Müller | 69 20.11.2026 17:05:00 | 169 short",
                      "104: 28 Zeh | 169 line end, " + std::string(40, 'w') + " and many",
                      "115: 169 more words that do not fit into three lines",
-                     "125: 169 " + std::string(44, 'm') + "…",
+                     "125: 169 " + std::string(44, 'm') + "…", "139: 169 blanks behind",
                      "152: 28 Last | 69 21.11.2026 | 169 @" + std::string(31, 'm') + "i",
                      "804: 28 Printed today | 87 · | 95 /store/" + std::string(81, 'x') +
                          "… | 522 Page 1 of 1"}));
