@@ -78,6 +78,8 @@ TEST_F(TypingInTheEditor, TakesDaysAsTheyAreTyped) {
     ASSERT_TRUE(QTest::qWaitForWindowActive(form_.get()));
     second.setFocus();
     QTest::keyClicks(&second, QStringLiteral("tomorow"));
+    QTest::keyClick(&second, Qt::Key_Return);
+    EXPECT_EQ(user->boxes.size(), 1U);
     child<QWidget>(*form_, "dtpValue(0)").setFocus();
     pressOK();
     ASSERT_FALSE(user->boxes.empty());

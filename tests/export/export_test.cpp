@@ -98,6 +98,8 @@ TEST_F(Export, CriteriaStandInWords) {
 TEST_F(Export, KnowsFormatsByNameAndBoundsSizes) {
     const ExportSettings settings(path("local.ini"));
     EXPECT_TRUE(settings.format() == Format::pdf && settings.folder().empty());
+    settings.setFolder(path("gone"));
+    EXPECT_EQ(settings.folder(), "") << "where nothing can be written";
     for (const auto& [name, format] : std::map<std::string, Format>{{"a.XLSX", Format::xlsx},
                                                                     {"x/a.b.Htm", Format::html},
                                                                     {".tsv", Format::text},
