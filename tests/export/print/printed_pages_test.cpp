@@ -3,6 +3,7 @@
 
 // Lists as PDF, read back as another program sees their pages.
 
+#include "export/print/list_pages.h"
 #include "export/print/pdf.h"
 #include "tests/settings_fixture.h"
 #include "tests/window/pdf_pages.h"
@@ -154,6 +155,15 @@ TEST_F(PrintedPages, TurnAndShrinkUntilColumnsFit) {
              << lines[0].substr(4, lines[0].find(" | ", 17) - 4);
         EXPECT_EQ(seen.str(), expected);
     }
+}
+
+TEST_F(PrintedPages, TakeARowEachWhereTheyAreTooSmall) {
+    document.style.fontSize = 36;
+    addColumns(1, "several words that take more lines than one", 3);
+    ListPages pages(document, cells, QPageSize(QSizeF(200, 120), QPageSize::Point));
+    EXPECT_TRUE(pages.layOut([](std::int64_t) { return true; }));
+    EXPECT_EQ(pages.count(), 3);
+    EXPECT_EQ(pages.rowsBefore(1), 1);
 }
 
 // Dates stay whole for longest, then the words of captions; both are taken from what is wide.
