@@ -234,12 +234,16 @@ TEST_F(ListExport, CanBeStopped) {
     write("there.pdf", "old");
     QString title; // of what is stopped
     int reached = 0;
+    const char* language = "9";
     // The first look at the window system, which a new person brings with him, presses Cancel.
     const auto stopping = [&](const std::function<void()>& open) {
         title.clear();
         RecordingInterface impatient([&] {
-            if (auto* bar = window().findChild<QProgressDialog*>(QStringLiteral("ExportProgress")))
-                title = bar->windowTitle(), reached = bar->value(), bar->cancel();
+            auto* bar = window().findChild<QProgressDialog*>(QStringLiteral("ExportProgress"));
+            if (bar == nullptr)
+                return;
+            speak(language);
+            title = bar->windowTitle(), reached = bar->value(), bar->cancel();
         });
         impatient.saysYes = true;
         open();
@@ -258,6 +262,10 @@ TEST_F(ListExport, CanBeStopped) {
     EXPECT_EQ(stopping([&] { withDialog([this] { choose("Print"); }, toFile); }),
               "Printing was stopped.");
     EXPECT_EQ(title, QStringLiteral("Print result list"));
+    language = "7"; // from then on
+    stopping([&] { withDialog([this] { choose("Print"); }, toFile); });
+    EXPECT_EQ(title, QStringLiteral("Ergebnisliste drucken"));
+    speak(language = "9");
     EXPECT_EQ(stopping([this] { choose("preview"); }), "") << "no window, no word";
     QApplication::clipboard()->setText(QStringLiteral("old"));
     EXPECT_EQ(stopping([this] { choose("Copy as"); }), "");

@@ -69,7 +69,7 @@ int ask(FakeInputs::Device& device, unsigned long request, void* target) {
         const input_id id{BUS_USB, device.kind.vendor, device.kind.product, 1};
         return answer(target, room, &id, sizeof id);
     }
-    if (request == EVIOCGABS(ABS_X)) {
+    if (request == EVIOCGABS(ABS_Y)) {
         const input_absinfo axis{128, 0, 255, 0, 0, 0};
         return answer(target, room, &axis, sizeof axis);
     }

@@ -77,7 +77,7 @@ TEST_F(Registry, valuesInEveryEncoding) {
           "[-HKEY_LOCAL_MACHINE\\Software\\Orvanta]\n\"a\"=\"b\"",
           "[HKEY_CLASSES_ROOT\\X]\n\"a\"=\"b\"", R"("a"=dword:123456789)", R"("a"="b"dword:1)",
           R"("a"=hex(7):48,00,00,00,00,00)", R"("a"=hex(b):01,00,00,00,00,00,00,00)",
-          R"("a"=hex(1):48,00,1ff)", R"("a"="b)"}}};
+          R"("a"=hex(1):48,00,1ff)", R"("a"="b)", R"("a"="b\")"}}};
     for (const auto& [name, expected, contents] : cases)
         for (const std::string& lines : contents) {
             const std::string text = version5 + testHeader + lines;

@@ -172,12 +172,13 @@ TEST_F(LanguageFolder, OwnEnglishStandsInForStandardTextsThatAreMissing) {
 }
 
 TEST_F(LanguageFolder, References) {
-    load("[9]\n4001=New search criterion\n2=Two\n");
+    load("[9]\n1=One\n4001=New search criterion\n2=Two\n");
     std::string found;
-    for (const char* caption : {"#4001", "# 2", "#2nd", "#5", "#", "", "#x", "#-2", " #2"})
+    for (const char* caption : {"#1", "#4001", "# 2", "#2nd", "#5", "#", "", "#x", "#-2", " #2"})
         found += std::to_string(modLanguage::ParseTextRef(caption)) + ' ' +
                  modLanguage::TranslateRef(caption) + '\n';
-    EXPECT_EQ(found, "4001 New search criterion\n2 Two\n2 Two\n5 \n0 #\n0 \n0 #x\n-2 #-2\n0  #2\n");
+    EXPECT_EQ(found,
+              "1 One\n4001 New search criterion\n2 Two\n2 Two\n5 \n0 #\n0 \n0 #x\n-2 #-2\n0  #2\n");
 }
 
 TEST_F(LanguageFolder, BoxesTellTheLoadFailureAndCarryTheKeptTitle) {
