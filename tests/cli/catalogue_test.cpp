@@ -90,26 +90,6 @@ TEST_F(CatalogueCommand, AnswersWithoutTheStore) {
                  "\r1 folder, 0 dictations written\x1B[K\r");
 }
 
-TEST_F(CatalogueCommand, SaysWhatIsWrong) {
-    expectRefused({"find", "--catalogue", file(), root()}, 3, "there is no catalogue");
-    expectRefused({"catalogue", "status", "--to", file()}, 3, "there is no catalogue");
-    EXPECT_FALSE(fs::exists(file()));
-    expectRefused({"catalogue", "update", "--to", file()}, 2, "say which store");
-    expectRefused({"catalogue", "status", root()}, 2, "leave out");
-    expectRefused({"catalogue", "updte", root()}, 2, "did you mean \"update\"?");
-    expectRefused({"find", "--catalogue", file(), "--watch", root()}, 2,
-                  "--catalogue takes no --watch");
-    expectRefused({"catalogue", "update", root() + "/nowhere", "--to", file()}, 3, "nowhere");
-    update();
-    expectRefused({"find", "--catalogue", file(), "/"}, 3,
-                  "is not in the catalogue, which has " + root());
-    expectRefused({"catalogue", "forget", "/", "--to", file()}, 3, "is not in the catalogue");
-    expectRefused({"catalogue", "forget", root() + "/ward", "--to", file()}, 3,
-                  "is a part of the store");
-    settings_.add("catalogue.db", "something else");
-    expectRefused({"find", "--catalogue", file(), root()}, 3, "is no catalogue, or a damaged one");
-}
-
 // Until it is told to end; what it has seen by then is there.
 TEST_F(CatalogueCommand, FollowsTheStore) {
     for (const int signal : {SIGINT, SIGTERM}) {
@@ -121,8 +101,6 @@ TEST_F(CatalogueCommand, FollowsTheStore) {
                   -signal);
         EXPECT_PRED2(holds, findIn({"--format", "paths"}).output, name);
     }
-    expectRefused({"catalogue", "status", "--watch", "--to", file()}, 2,
-                  "goes with catalogue update");
 }
 
 TEST_F(CatalogueCommand, IsAmongTheUsersDataUnlessNamed) {

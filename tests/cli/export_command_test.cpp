@@ -37,30 +37,10 @@ TEST_F(ExportCommand, WritesWhatFindFinds) {
     EXPECT_PRED2(holds, shown.output, "1 of 2 rows");
     EXPECT_TRUE(shown.output.ends_with("\r\x1B[K")) << shown.output;
     EXPECT_EQ(content("l.json"), find({"--format", "json", "--columns", "author,length"}).output);
+    const ProgramRun full{.onTerminal = true, .longestFile = 10};
+    EXPECT_PRED2(holds, exportTo("l.json", {"--force"}, full).output, "\r\x1B[Kovsearch: ");
     EXPECT_EQ(exportTo("l.txt", {"-c", "author is nobody"}).exitCode, 1);
     EXPECT_FALSE(fs::exists(settings_.native("l.txt"))) << "nothing found";
-}
-
-TEST_F(ExportCommand, RefusesWhatItShould) {
-    store_.add("2$WAV@@14$Zeh.WAV");
-    settings_.add("there.csv", "old");
-    ProgramRun full{.longestFile = 10};
-    const std::tuple<ProgramResult, int, const char*> cases[] = {
-        {exportTo("list"), 2, ".json, .txt"},
-        {exportTo("list.doc"), 2, "list.doc\" has none"},
-        {exportTo("list.pdf", {"--separator", ";"}), 2, "--separator goes with"},
-        {exportTo("list.csv", {"--sort", "shoe"}), 2, "cannot sort"},
-        {exportTo("there.csv"), 3, "there.csv: already exists; --force"},
-        {exportTo("missing/l.csv"), 3, "missing/l.csv: No such file"},
-        {exportTo("there.csv", {"--force"}, full), 3, "there.csv: File too large"}};
-    for (const auto& [result, exitCode, error] : cases) {
-        EXPECT_EQ(result.exitCode, exitCode) << error;
-        EXPECT_PRED2(holds, result.errors, error);
-    }
-    EXPECT_EQ(content("there.csv"), "old");
-    full.onTerminal = true;
-    EXPECT_PRED2(holds, exportTo("there.csv", {"--force"}, full).output, "\r\x1B[Kovsearch: ");
-    EXPECT_EQ(exportTo("there.csv", {"--force"}).exitCode, 0);
 }
 
 TEST_F(ExportCommand, InterruptedWritesNothing) {
