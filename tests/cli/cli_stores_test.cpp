@@ -59,6 +59,32 @@ TEST_F(Cli, NamesOfAllKinds) {
     EXPECT_PRED2(holds, run({"show", store_.native("esc\x1B[31m.WAV")}).output, "esc\\u001B[31m");
 }
 
+TEST_F(Cli, PathsOfAllBytesComeBack) {
+    store_.add("ward/Zo\xC3\xAB.WAV");
+    std::map<std::string, std::string> expected = {{root() + "/ward/Zoë.WAV", "none"}};
+    for (const char* before : {"", "M", "Mu"}) { // of every length
+        store_.add(before + "\xFB\xFC.WAV"s);
+        expected[root() + "/" + before + "ûü.WAV"] = tests::shellOutput(
+            "printf %s '" + root() + "/" + before + "\xFB\xFC.WAV' | base64 -w0");
+    }
+    std::map<std::string, std::string> bytes; // by path
+    for (const auto& hit : nlohmann::json::parse(find({"--format=json", "--columns=path"}).output))
+        bytes[hit["path"]] = hit.value("path_bytes", "none");
+    EXPECT_EQ(bytes, expected);
+    const auto inWard = [this](const char* columns, const Texts& form) {
+        return run(plus({"find", store_.native("ward"), "--columns", columns, "--format"}, form))
+            .output;
+    };
+    EXPECT_EQ(inWard("author,path,length", {"csv", "--raw"}),
+              "author,path,path_bytes,length\r\n," + store_.native("ward/Zo\xC3\xAB.WAV") +
+                  ",,\r\n");
+    for (const Texts& form : {Texts{"csv"}, Texts{"csv", "--raw"}})
+        EXPECT_EQ(inWard("author", form), "author\r\n\"\"\r\n")
+            << "readers pass over an empty line";
+    EXPECT_EQ(inWard("name,26,NAME", {"json"}), inWard("name", {"json"}))
+        << "an object has each key once";
+}
+
 // One that reads along has a line before the search is over.
 TEST_F(Cli, StoreThatGoesAway) {
     TemporaryStore tree;

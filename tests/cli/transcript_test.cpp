@@ -3,8 +3,8 @@
 
 #include "tests/cli/cli_fixture.h"
 
-// What people type and what they are told, in transcripts/: behind "$ " a line for the shell, then
-// what it prints, "! " before errors, and the exit code where there is one.
+// What people and programs ask and are told, in transcripts/: behind "$ " a line for the shell,
+// then what it prints, "! " before errors, and the exit code where there is one.
 
 namespace ov::cli {
 namespace {
@@ -19,7 +19,9 @@ protected:
         const auto [exitCode, output, errors] = tests::runProgram(
             "/bin/sh", {.arguments = {"-c", start + line}, .environment = {{"LC_ALL", "C"}}});
         std::string all = output + std::regex_replace(errors, std::regex("([^\n]*\n)"), "! $1");
-        for (const auto& [place, name] : {std::pair(root(), "STORE"), {settings, "SETTINGS"}})
+        for (const auto& [place, name] : {std::pair(root(), "STORE"),
+                                          {store_.folder().filename().native(), "STORE"},
+                                          {settings, "SETTINGS"}})
             all = std::regex_replace(all, std::regex(place), name);
         return all + (exitCode == 0 ? "" : "[" + std::to_string(exitCode) + "]\n");
     }
@@ -46,7 +48,8 @@ TEST_P(Transcript, IsAsItWasLookedThrough) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Of, Transcript,
-                         ::testing::Values("catalogue", "criteria", "explained", "export", "usage"),
+                         ::testing::Values("catalogue", "criteria", "errors", "explained", "export",
+                                           "machine", "usage"),
                          [](const auto& one) { return std::string(one.param); });
 
 } // namespace

@@ -63,31 +63,6 @@ TEST_F(CriterionText, CodesByNumberWordAndShownText) {
     EXPECT_EQ(parse("flags = zurückGESTELLT"), "7|25|12|");
 }
 
-// An error names what is wrong and what may stand there instead.
-TEST_F(CriterionText, Errors) {
-    const Cases cases = {
-        {"", "there is no field \"\"; fields are: folder, status,"},
-        {"27 is x", "there is no field \"27\""},
-        {"99999999999999999999 is x", "there is no field"},
-        {"author", "has no operator \"\"; it offers: contains, is, =, not-contains, is-empty,"},
-        {"length > 00:00:01", "has no operator \">\"; it offers: is, =, <=,"},
-        {"marker is D", "it offers: marked, not-marked"},
-        {"priority 22 x", "has no operator \"22\""},
-        {"author contains", "a value is missing"},
-        {"author contains a\x01z", "is not a text without control characters"},
-        {"author is-empty x", "takes no value, but \"x\" follows"},
-        {"due on 30.2.2026", "\"30.2.2026\" is not a date such as 2026-11-21 or 21.11.2026"},
-        {"due between 2026-11-01", "takes two values, A..B, each a date"},
-        {"due between ..2026-11-01", "a value is missing: a date"},
-        {"length = 90", "\"90\" is not a time such as 00:05:00"},
-        {"10 = 5x", "is not a number"},
-        {"status2 = urgent", "one of 6 WAV"}};
-    for (const auto& [text, message] : cases) {
-        const std::string& error = parseCriterion(text).error;
-        EXPECT_NE(error.find(message), std::string::npos) << text << ": " << error;
-    }
-}
-
 // The words that a field is said to offer can be typed, and reach every operator it has.
 TEST_F(CriterionText, OfferedWordsReachAllOperators) {
     for (const modDictation::FieldDefinition& field : modDictation::fieldDefinitions().subspan(1)) {
