@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 #include "catalogue/following/store_follower.h"
+#include "platform/posix/watch/mount_watch.h"
 #include "tests/catalogue/store_update_fixture.h"
 
 namespace ov::catalogue {
@@ -141,6 +142,12 @@ TEST_F(Follower, SeesWhatIsMounted) {
                        [&] { store.add(server + "/deep/three.WAV"); }};
         return tests::hasOwnMounts() && follows(store.path(root + "\\"), steps);
     }));
+    EXPECT_TRUE(tests::isTrueInChild([&] {
+        platform::MountWatch watch(true);
+        watch.add(store.native(server));
+        return tests::hasOwnMounts() && tests::mountEmpty(store.native(server)) &&
+               watch.hasChanged() && !watch.hasChanged();
+    })) << "once";
 }
 
 // Others that update meanwhile are waited for, also at the beginning, and nothing that was told is

@@ -195,15 +195,21 @@ TEST_F(PlayCommand, TellsThatTheFileCannotBeReadOn) {
 // In a shell that tells afterwards how the terminal was left.
 TEST_F(PlayCommand, ShowsPositionAndEndsAsAskedFor) {
     const std::string script =
-        "before=$(stty -g); sh -c 'echo $$ >\"$2\"; exec \"$0\" play \"$1\"' \"$@\"; "
+        "ulimit -c 0; before=$(stty -g); sh -c 'echo $$ >\"$2\"; exec \"$0\" play \"$1\"' \"$@\"; "
         "echo \"code $?\"; test \"$before\" = \"$(stty -g)\" && echo restored";
-    for (const auto& [key, code] :
-         {std::pair("q", "code 0"), {"\x03", "code 130"}, {"x", "code 143"}}) {
+    // By what is no key.
+    const std::map<std::string, int> signals = {{"x", SIGTERM}, {"X", SIGHUP}, {"z", SIGQUIT}};
+    for (const auto& [key, code] : {std::pair("q", "code 0"),
+                                    {"\x03", "code 130"},
+                                    {"z", "code 131"},
+                                    {"x", "code 143"},
+                                    {"X", "code 129"}}) {
         ProgramRun how = silent(true, key);
         how.arguments = {"-c", script, "", OV_SEARCH_PROGRAM, zeh_, file("pid")};
-        if (*key == 'x') // which is no key
-            how.steps = {{"0:00:00 / 0:01:40",
-                          [this] { kill(std::stoi(tests::readBytes(file("pid"))), SIGTERM); }}};
+        if (const auto known = signals.find(key); known != signals.end())
+            how.steps = {{"0:00:00 / 0:01:40", [this, signal = known->second] {
+                              kill(std::stoi(tests::readBytes(file("pid"))), signal);
+                          }}};
         const ProgramResult result = tests::runProgram("/bin/sh", how);
         for (const char* text : {"0:00:00 / 0:01:40", code, "restored"})
             EXPECT_PRED2(holds, result.output, text);

@@ -151,7 +151,13 @@ TEST_F(AuthorRows, MarkWhatPlays) {
     dynamic_cast<ResultList&>(results()).selectPath(store.path(second));
     key(results(), Qt::Key_Return);
     EXPECT_TRUE(played.text().startsWith(u"Berta")) << played.text().toStdString();
+    const int last = model().columnCount() - 1; // also when it is the only one
+    for (int place = 0; place <= last; ++place)
+        results().setColumnHidden(at(place).column(), place < last);
+    const QModelIndex cell = model().index(results().currentIndex().row(), at(last).column());
+    const QImage marked = picture(cell);
     press("cmdSearchPlayer(2)");
+    EXPECT_NE(picture(cell), marked);
     EXPECT_FALSE(spoken().find("In the player") != std::string::npos);
     EXPECT_FALSE(played.isVisible());
 }

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 
 #include "control/catalogue/catalogue_answer.h"
+#include "control/catalogue/catalogue_values.h"
+#include "control/results/seen_values.h"
 #include "tests/control/catalogue/catalogue_window_fixture.h"
 #include "tests/slow_store.h"
 
@@ -270,6 +272,12 @@ TEST_F(CatalogueWindow, OffersTheValuesOfAllDictationsBesideThoseOfTheHits) {
     filter.setFocus();
     QTest::keyClicks(&filter, QStringLiteral("author:b"));
     waitFor([] { return offered() == "Bernd; Berta; "; });
+
+    const modDictation::DictationList noHits;
+    SeenValues none(noHits);
+    CatalogueValues all(place(), store.directory(), none);
+    waitFor([&] { return !all.lookOn(5); });
+    EXPECT_EQ(all.found(5).size(), 2);
 }
 
 } // namespace

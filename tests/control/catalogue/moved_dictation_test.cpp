@@ -59,16 +59,20 @@ TEST_F(CatalogueWindow, OpensADictationWhereItIsNow) {
 }
 
 TEST_F(CatalogueWindow, ADictationOfTheSameNameIsNotTheOneThatWentAway) {
-    store.add("a/2$ROH@@14$Anna.WAV").add("b/2$ROH@@14$Anna.WAV").addFolder("c");
-    update();
-    for (const char* lines : {"5|17|Anna|\n", "1|17|a|\n"}) { // the other one listed, or not
+    store.add("b/2$ROH@@14$Anna.WAV").addFolder("c");
+    // The other one listed, also when the catalogue has forgotten which went away, or not listed.
+    for (const auto& [lines, forgets] :
+         {std::pair("5|17|Anna|\n", true), {"5|17|Anna|\n", false}, {"1|17|a|\n", false}}) {
         closeControl();
         write("SearchCriteria.dat", criterion(lines));
         store.add("a/2$ROH@@14$Anna.WAV");
+        update();
         openControl();
         search();
         results().selectRow(rows(1).starts_with("*...\\a; ") ? 0 : 1);
         fs::remove(store.native("a/2$ROH@@14$Anna.WAV"));
+        if (forgets)
+            update();
         user->saysYes = true;
         press("cmdSearchOptions(4)");
         ASSERT_EQ(user->boxes.size(), 2U) << lines;

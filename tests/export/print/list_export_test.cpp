@@ -4,6 +4,8 @@
 // Export and print as the user reaches them from the control.
 
 #include "dialogs/frmExportOptionsPrint.h"
+#include "export/print/export_progress.h"
+#include "support/language/text_ids.h"
 #include "tests/export/print/list_export_fixture.h"
 #include "tests/window/pdf_pages.h"
 
@@ -226,6 +228,14 @@ TEST_F(ListExport, PrintsWhatTheDialogSays) {
     withDialog([this] { choose("Print"); },
                [this](QDialog& dialog) { printTo(dialog, native("missing/out.pdf")); });
     EXPECT_EQ(user->boxes.size(), 1U) << "that it failed";
+}
+
+TEST_F(ListExport, IsWholeAtItsEnd) {
+    openControl();
+    exporting::print::ExportProgress progress(text_id::exporting, &window(), [] { return false; });
+    EXPECT_TRUE(progress.part(1)(1));
+    const auto& bar = child<QProgressDialog>(window(), "ExportProgress");
+    EXPECT_EQ(bar.value(), bar.maximum());
 }
 
 TEST_F(ListExport, CanBeStopped) {

@@ -199,9 +199,11 @@ TEST_F(PrintedPages, BreakBetweenRows) {
     add("Number");
     add("Text");
     for (int i = 0; i < 130; ++i)
-        cells.rows.push_back({std::to_string(i), i % 7 == 0 ? std::string(300, 'w') : "x"});
+        cells.rows.push_back({std::to_string(i), i % 7 == 0 ? "ab " + std::string(297, 'w') : "x"});
     const std::vector<PdfPage> all = pages();
     ASSERT_EQ(all.size(), 4U);
+    EXPECT_TRUE(all[0].lines()[2].starts_with("72: 28 0 | 74 ab ww"))
+        << "the word would not be whole on a line of its own either";
     const Texts ends = {"758: 28 41 | 74 x", "782: 74 " + std::string(65, 'w') + "…",
                         "775: 28 128 | 74 x", "61: 28 129 | 74 x"};
     for (std::size_t i = 0; i < all.size(); ++i) {

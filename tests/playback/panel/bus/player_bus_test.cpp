@@ -200,16 +200,26 @@ TEST_F(PlayerOnBus, GoesOnWithoutTheBusAndComesBack) {
 TEST_F(PlayerOnBus, GivesMacrosThePlayerThatPlayedLast) {
     play("one.WAV");
     waitFor([this] { return error(own, "Position").empty(); });
-    const auto first = std::move(panel_);
-    const auto firstOnBus = std::move(player_);
+    auto other = std::move(panel_);
+    const auto otherOnBus = std::move(player_);
     makePanel();
     join();
     waitFor([this] { return instances() == 2; });
     EXPECT_EQ(error(own, "Position"), "") << "who comes does not take it away";
-    first->PlayerStop();
-    EXPECT_NE(error(own, "Position"), "");
-    play("one.WAV");
-    waitFor([this] { return error(own, "Position").empty(); });
+    for (int i = 0; i < 3; ++i) { // either comes back first
+        other->PlayerStop();
+        EXPECT_NE(error(own, "Position"), "");
+        play("one.WAV");
+        waitFor([this] { return error(own, "Position").empty(); });
+        client_ = nullptr;
+        bus_->vanish();
+        tick();
+        tick();
+        bus_->start();
+        client_ = std::make_unique<BusClient>(bus_->address());
+        waitFor([this] { return instances() == 2 && error(own, "Position").empty(); });
+        std::swap(other, panel_);
+    }
     player_ = nullptr;
     waitFor([this] { return !error(own, "Position").empty(); });
     EXPECT_EQ(instances(), 1);
