@@ -162,6 +162,13 @@ TEST_F(CriteriaClipboard, PastesWhatOthersWroteAndTellsTheRest) {
     EXPECT_EQ(user->boxes.at(2).text, "Zeilen der Zwischenablage, die keine Suchkriterien sind und "
                                       "nicht eingefügt wurden: 2");
     EXPECT_EQ(line(), "*AN>A*B");
+    constexpr std::size_t most = 100'000; // letters, blanks too
+    for (const std::size_t size : {most, most + 1}) {
+        const std::string last = "\nauthor contains Z" + std::to_string(size);
+        paste((std::string(size - last.size(), ' ') + last).c_str());
+    }
+    EXPECT_EQ(line(), "A*Z100000N>AB");
+    EXPECT_EQ(user->boxes.size(), 4U);
 }
 
 // How much room they take of the window.

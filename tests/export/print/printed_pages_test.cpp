@@ -270,6 +270,12 @@ TEST_F(PrintedPages, WrapEveryScript) {
     for (const std::string& shade : shades(33))
         EXPECT_FALSE(std::stoi(shade) > tops[5] && std::stoi(shade) < tops[5] + 8)
             << "marks stay in their cell: " << shade;
+    for (int i = 0; i < 5; ++i)
+        add("Donaudampfschifffahrtsgesellschaft x\u0302yz");
+    cells.rows = {Texts(7, "x")};
+    document.style.orientation = Orientation::portrait;
+    EXPECT_PRED2(tests::holds, pages().at(0).lines()[1], ": 28 x | ")
+        << "nothing behind a word that is cut";
 }
 
 } // namespace
