@@ -10,6 +10,7 @@
 #include <QAbstractItemModelTester>
 #include <QFileDialog>
 #include <QThread>
+#include <QToolTip>
 #include <atomic>
 #include <pthread.h>
 
@@ -122,8 +123,12 @@ TEST_F(ResultFilter, TellsWhatItLeavesOut) {
         return text("lblSearchResult") == "Search result (3 dictations) – filter too long";
     });
     EXPECT_EQ(told(), "The filter would need more than 500 criteria. So all rows are shown.");
+    constexpr int unlessItIsTakenAway = 3'600'000; // ms
+    filter().setAttribute(Qt::WA_UnderMouse);
+    QToolTip::showText({}, filter().toolTip(), &filter(), {}, unlessItIsTakenAway);
     filter().clear();
     waitFor([&] { return told() == usual; });
+    waitFor([] { return !QToolTip::isVisible(); });
     EXPECT_EQ(text("lblSearchResult"), "Search result (3 dictations)");
 }
 
