@@ -86,7 +86,9 @@ TEST_F(Files, UnfinishedFilesDoNotStay) {
             for (int i = 0; i < 20; ++i) // more than are written at a time
                 EXPECT_TRUE(replaceFile(elsewhere.path("g"), "").ok());
             FileReplacement file;
+            FileReplacement second;
             return file.open(store_.path("f")).ok() && file.write("half").ok() &&
+                   (signal == SIGKILL || second.open(store_.path("second")).ok()) &&
                    raise(signal) != 0;
         });
     };
@@ -109,6 +111,11 @@ TEST_F(Files, UnfinishedFilesDoNotStay) {
     FileReplacement ours;
     ASSERT_TRUE(ours.open(store_.path("f")).ok());
     EXPECT_FALSE(fileExists(store_.path(left)));
+    const std::string beside = names()[0] == "f" ? names()[1] : names()[0];
+    const std::vector<char> more(std::size_t{1} << 30U); // of which the system knows, too
+    EXPECT_TRUE(tests::isTrueInChild([&] { return replaceFile(store_.path("g"), "").ok(); }));
+    EXPECT_TRUE(fileExists(store_.path(beside))) << "we are still writing it";
+    fs::remove(store_.native("g"));
 
     const std::string beforeTheStart = with(2, "1");
     store_.add(beforeTheStart).add(left).add(with(4, std::to_string(getpid())));

@@ -3,9 +3,13 @@
 
 #include "platform/terminal/folder_watch.h"
 #include "tests/platform/files_fixture.h"
+#include "tests/wave_files.h"
 
 #include <algorithm>
 #include <cerrno>
+#include <csignal>
+#include <sys/wait.h>
+#include <unistd.h>
 
 namespace ov::platform {
 namespace {
@@ -88,6 +92,18 @@ TEST_F(Files, ReadsWholeFilesUpToALimit) {
         EXPECT_TRUE(read.description().starts_with(read.ok() ? "" : toNativePath(path)));
         EXPECT_EQ(bytes.empty(), !read.ok()) << path;
     }
+    // The system hands out what it makes up in pieces of a page.
+    const pid_t child = fork();
+    if (child == 0) {
+        pause();
+        _exit(0);
+    }
+    const std::string process = std::to_string(child);
+    std::string maps;
+    EXPECT_TRUE(readFile("\\proc\\" + process + "\\maps", maps).ok());
+    EXPECT_EQ(maps, tests::readBytes("/proc/" + process + "/maps"));
+    kill(child, SIGKILL);
+    waitpid(child, nullptr, 0);
 }
 
 TEST_F(Files, AppendsMakesAndRemoves) {

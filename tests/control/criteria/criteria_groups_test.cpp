@@ -23,6 +23,21 @@ protected:
     }
 };
 
+TEST_F(CriteriaGroups, AreIndented) {
+    openGrouped("A>B");
+    const auto left = [this](int row) {
+        QTreeWidget& list = criteria();
+        const QRect place = list.visualItemRect(list.topLevelItem(row));
+        const QImage picture = list.viewport()->grab(place).toImage();
+        const auto at = [&](int x) { return picture.pixel(x, picture.height() / 2); };
+        int x = 2; // behind the frame of the current one
+        while (x < picture.width() - 1 && at(x) == at(picture.width() - 4))
+            ++x;
+        return x;
+    };
+    EXPECT_EQ(left(1) - left(0), criteria().fontMetrics().height() * 3 / 2);
+}
+
 TEST_F(CriteriaGroups, AreKeptByEveryChange) {
     using Change =
         std::tuple<std::string, std::vector<int>, Qt::Key, Qt::KeyboardModifiers, std::string>;

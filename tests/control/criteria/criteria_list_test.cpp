@@ -76,6 +76,14 @@ TEST_F(CriteriaListTest, MakesAnotherOfTheLast) {
     EXPECT_EQ(line(), "AB*New");
 }
 
+TEST_F(CriteriaListTest, HasEachOnce) {
+    for (const char* again : {"A", "C"}) {
+        open("ABC");
+        edit(1, again);
+        EXPECT_EQ(line(), *again == 'A' ? "*AC" : "A*C");
+    }
+}
+
 TEST_F(CriteriaListTest, ShowsWhereTheKeyboardIsWithoutSelecting) {
     open("AB");
     const auto colour = [this] {
@@ -140,7 +148,8 @@ TEST_F(CriteriaClipboard, TakesCriteriaAsTextWithTheirGroups) {
         many += "author contains x" + std::to_string(i) + "\n";
     paste(many.c_str());
     EXPECT_EQ(criteria().topLevelItemCount(), 506);
-    EXPECT_EQ(user->boxes.size(), 1U) << "a hundred were too many";
+    EXPECT_EQ(user->onlyText(),
+              "Lines of the clipboard that are no criteria and were not pasted: 100");
 }
 
 TEST_F(CriteriaClipboard, PastesWhatOthersWroteAndTellsTheRest) {

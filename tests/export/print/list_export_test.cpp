@@ -8,6 +8,7 @@
 #include "support/language/text_ids.h"
 #include "tests/export/print/list_export_fixture.h"
 #include "tests/window/pdf_pages.h"
+#include "widgets/text.h"
 
 #include <QProgressDialog>
 
@@ -236,6 +237,7 @@ TEST_F(ListExport, IsWholeAtItsEnd) {
     EXPECT_TRUE(progress.part(1)(1));
     const auto& bar = child<QProgressDialog>(window(), "ExportProgress");
     EXPECT_EQ(bar.value(), bar.maximum());
+    EXPECT_EQ(bar.labelText(), widgets::text(text_id::exporting));
 }
 
 TEST_F(ListExport, CanBeStopped) {

@@ -123,6 +123,9 @@ TEST_F(PrintedPages, HaveTitleCriteriaCaptionsRowsAndFoot) {
     EXPECT_EQ(shades(20), Texts{}) << "the margin";
     document.criteria.assign(14, "x");
     EXPECT_EQ(pages()[0].lines()[13], "160: 28 …") << "the others are left out";
+    document.title += " " + std::string(200, 'x');
+    EXPECT_EQ(pages()[0].lines()[2], "65: 28 x") << "below two lines";
+    document.title = "Proof list";
     cells.rows = {{"Müller", "20.11.2026 17:05:00", "short"}};
     pages();
     EXPECT_EQ(shades(516), Texts{}) << "as far as the columns, which are as wide as what they hold";
