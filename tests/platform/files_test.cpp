@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <csignal>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -95,6 +96,7 @@ TEST_F(Files, ReadsWholeFilesUpToALimit) {
     // The system hands out what it makes up in pieces of a page.
     const pid_t child = fork();
     if (child == 0) {
+        prctl(PR_SET_PDEATHSIG, SIGKILL);
         pause();
         _exit(0);
     }
