@@ -23,8 +23,8 @@ struct WaveHeader {
     std::int64_t dataStart = 0;       // byte of the file
 };
 
-// Reads the first "fmt " and "data" chunks. Nothing for what is no RIFF file or lacks one of them.
-//
+// Reads the first "fmt " and "data" chunks. Nothing for what is no RIFF file or lacks one of them,
+// or has more chunks than anybody writes before the data.
 std::optional<WaveHeader> readWaveHeader(const platform::ReadableFile& file) noexcept;
 
 } // namespace ov::sound
