@@ -65,7 +65,8 @@ constexpr std::chrono::seconds hangsAfter{120};
     arguments.push_back(nullptr);
     for (const auto& [name, value] : run.environment)
         setenv(name.c_str(), value.c_str(), 1);
-    std::signal(SIGINT, SIG_DFL); // whatever the tests were started with
+    for (const int one : {SIGINT, SIGHUP, SIGQUIT, SIGTERM})
+        std::signal(one, SIG_DFL); // whatever the tests were started with
     const rlimit limit{run.longestFile, run.longestFile};
     bool ready = setrlimit(RLIMIT_FSIZE, &limit) == 0;
     constexpr rlim_t tooLarge = rlim_t{1} << 47U;

@@ -144,7 +144,8 @@ TEST_F(Follower, SeesWhatIsMounted) {
     }));
     EXPECT_TRUE(tests::isTrueInChild([&] {
         const std::string odd = store.addFolder("back\\slash").native("back\\slash");
-        EXPECT_TRUE(tests::hasOwnMounts());
+        if (!tests::hasOwnMounts())
+            return false;
         platform::MountWatch watch(true);
         watch.add(odd);
         return tests::mountEmpty(odd) && watch.hasChanged() && !watch.hasChanged();

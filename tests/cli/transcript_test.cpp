@@ -13,16 +13,18 @@ class Transcript : public Cli, public ::testing::WithParamInterface<const char*>
 protected:
     std::string told(const std::string& line) const {
         const std::string settings = settings_.folder().native();
-        const std::string start = "cd " + root() + "; SETTINGS=" + settings +
-                                  "; ovsearch() { " OV_SEARCH_PROGRAM " --settings " + settings +
-                                  " \"$@\"; }; ";
+        const std::string start = "cd '" + root() + "'; SETTINGS='" + settings +
+                                  "'; ovsearch() { '" OV_SEARCH_PROGRAM
+                                  "' --settings \"$SETTINGS\" \"$@\"; }; ";
         const auto [exitCode, output, errors] = tests::runProgram(
             "/bin/sh", {.arguments = {"-c", start + line}, .environment = {{"LC_ALL", "C"}}});
         std::string all = output + std::regex_replace(errors, std::regex("([^\n]*\n)"), "! $1");
         for (const auto& [place, name] : {std::pair(root(), "STORE"),
                                           {store_.folder().filename().native(), "STORE"},
                                           {settings, "SETTINGS"}})
-            all = std::regex_replace(all, std::regex(place), name);
+            for (std::size_t at = 0; (at = all.find(place, at)) != std::string::npos;)
+                all.replace(at, place.size(), name);
+        EXPECT_FALSE(std::regex_search(all, std::regex("(^|\n)(#|[$] )"))) << "as if it was typed";
         return all + (exitCode == 0 ? "" : "[" + std::to_string(exitCode) + "]\n");
     }
 };
@@ -42,9 +44,11 @@ TEST_P(Transcript, IsAsItWasLookedThrough) {
             now += line + "\n";
     }
     stream.close();
+    EXPECT_NE(now, "") << file;
     if (std::getenv("OV_KEEP_LOOKS") != nullptr)
         std::ofstream(file) << now;
-    EXPECT_EQ(now, was);
+    else
+        EXPECT_EQ(now, was);
 }
 
 INSTANTIATE_TEST_SUITE_P(Of, Transcript,

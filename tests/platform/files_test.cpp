@@ -97,9 +97,10 @@ TEST_F(Files, ReadsWholeFilesUpToALimit) {
     const pid_t child = fork();
     if (child == 0) {
         prctl(PR_SET_PDEATHSIG, SIGKILL);
-        pause();
+        raise(SIGSTOP);
         _exit(0);
     }
+    waitpid(child, nullptr, WUNTRACED);
     const std::string process = std::to_string(child);
     std::string maps;
     EXPECT_TRUE(readFile("\\proc\\" + process + "\\maps", maps).ok());

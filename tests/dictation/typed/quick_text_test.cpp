@@ -124,6 +124,20 @@ TEST_F(QuickText, FieldsAndDaysGoByTheLanguageToo) {
         EXPECT_EQ(read(text).substr(0, std::string(criteria).size()), criteria) << text;
 }
 
+// In a line, as the filter reads it.
+TEST_F(QuickText, ErrorsPoint) {
+    const std::pair<std::string_view, std::string_view> cases[] = {{"prio:high autor:x y", "autor"},
+                                                                   {"( author:x", "("},
+                                                                   {"author:x )", ")"},
+                                                                   {"x  author:\"a b", "\"a b"},
+                                                                   {"y due:2..9", "2"}};
+    for (const auto& [text, at] : cases) {
+        const modDictation::QuickError& error = tests::readQuickLine(text, {wednesday, true}).error;
+        ASSERT_LE(error.offset, text.size()) << text;
+        EXPECT_EQ(text.substr(error.offset, error.length), at) << text;
+    }
+}
+
 TEST_F(QuickText, IsExplained) {
     platform::Locale grouping = platform::locale();
     grouping.groupSign = ",";

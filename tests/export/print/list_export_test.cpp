@@ -207,6 +207,7 @@ TEST_F(ListExport, PrintsWhatTheDialogSays) {
         {true, nullptr, 0, "A102 to A102, 1, Page 1 of 1"},
         {false, "optBereich(1)", 0, "A102 to A102, 1, Page 1 of 1"},
         {true, "optBereich(0)", 0, "A100 to A219, 120, Page 1 of 3"},
+        {false, nullptr, 1, "A100 to A143, 44, Page 1 of 3"},
         {false, nullptr, 2, "A144 to A188, 45, Page 2 of 3"},
         {false, nullptr, 4, ""}};
     for (const auto& [selectedOnly, range, page, expected] : cases) {

@@ -206,7 +206,7 @@ TEST_F(PlayerOnBus, GivesMacrosThePlayerThatPlayedLast) {
     join();
     waitFor([this] { return instances() == 2; });
     EXPECT_EQ(error(own, "Position"), "") << "who comes does not take it away";
-    for (int i = 0; i < 3; ++i) { // either comes back first
+    for (int i = 0; i < 3; ++i) { // whichever comes back first
         other->PlayerStop();
         EXPECT_NE(error(own, "Position"), "");
         play("one.WAV");
