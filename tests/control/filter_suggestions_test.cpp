@@ -3,6 +3,7 @@
 
 #include "control/filter/filter_suggestions.h"
 #include "control/results/result_list.h"
+#include "control/results/seen_values.h"
 #include "dictation/filter/entered_value.h"
 #include "dictation/filter/filter_words.h"
 #include "platform/text.h"
@@ -40,6 +41,20 @@ protected:
         key(list != nullptr ? *list : filter(), pressed);
     }
 };
+
+// However long that takes: it is done a little at a time.
+TEST(SeenValues, AreThoseOfAllHits) {
+    modDictation::DictationList hits;
+    for (int i = 0; i < 500'000; ++i)
+        hits.add("\\store\\", "2$WAV@@11$no author.WAV");
+    hits.add("\\store\\", "2$WAV@@14$Anna.WAV");
+    SeenValues values(hits);
+    int times = 1;
+    while (values.lookOn(modDictation::field_id::author))
+        ++times;
+    EXPECT_GT(times, 1);
+    EXPECT_EQ(values.found(modDictation::field_id::author), QStringList(QStringLiteral("Anna")));
+}
 
 TEST_F(FilterValues, AreWrittenSoThatTheyAreReadAsTheSame) {
     for (const char* value : {"Müller, A", "a\"b", "\"", "Empty", "=a", "!a", "<a", "-a"}) {

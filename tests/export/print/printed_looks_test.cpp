@@ -84,8 +84,8 @@ TEST_F(PrintedLooks, AreAsTheyWereLookedThrough) {
                   {times(9, "back\\slash"), "ab " + times(150, "w")},
                   {times(40, "ab "), times(48, "w") + " " + times(40, "v")},
                   {"tab\tand\nline\x01", "\u2028" + times(50, "i") + "\u00AD" + times(99, "i")}};
-    for (int i = 30; i < 40; ++i)
-        addRows(1, {times(i, "w") + "-" + times(30, "w"), ""});
+    for (int i = 28; i < 38; ++i)
+        addRows(1, {times(i, "w") + "-" + times(30, "w"), "ab " + times(i, "w") + "-w"});
     look("where words are broken");
 
     cells.rows = {{times(30, "мир "), times(40, "שלום ")},
