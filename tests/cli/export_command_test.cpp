@@ -38,7 +38,12 @@ TEST_F(ExportCommand, WritesWhatFindFinds) {
     EXPECT_TRUE(shown.output.ends_with("\r\x1B[K")) << shown.output;
     EXPECT_EQ(content("l.json"), find({"--format", "json", "--columns", "author,length"}).output);
     const ProgramRun full{.onTerminal = true, .longestFile = 10};
-    EXPECT_PRED2(holds, exportTo("l.json", {"--force"}, full).output, "\r\x1B[Kovsearch: ");
+    const std::string before = content("l.json");
+    const ProgramResult refused = exportTo("l.json", {"--force"}, full);
+    EXPECT_EQ(refused.exitCode, 3);
+    EXPECT_PRED2(holds, refused.output, "\r\x1B[Kovsearch: ");
+    EXPECT_PRED2(holds, refused.output, "l.json: File too large");
+    EXPECT_EQ(content("l.json"), before);
     EXPECT_EQ(exportTo("l.txt", {"-c", "author is nobody"}).exitCode, 1);
     EXPECT_FALSE(fs::exists(settings_.native("l.txt"))) << "nothing found";
 }

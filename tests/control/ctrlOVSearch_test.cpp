@@ -8,6 +8,7 @@
 #include "tests/control/control_fixture.h"
 
 #include <QMessageBox>
+#include <QThread>
 
 namespace ov {
 namespace {
@@ -98,6 +99,24 @@ TEST_F(Control, ListsWhatTheHostHearsOf) {
     EXPECT_EQ(model().rowCount(), 3) << "as far as the host was to hear of them";
     EXPECT_EQ(user->boxes.back().text, "refused");
     EXPECT_EQ(label(), "Suchergebnis");
+}
+
+TEST_F(Control, StaysAliveWhileTheHostIsSlow) {
+    constexpr int hits = 12;
+    for (int i = 0; i < hits; ++i)
+        store.add("2$WAV@@14$" + std::to_string(i) + ".WAV");
+    openControl();
+    std::vector<int> pumped;
+    host().onCall = [&](const std::string& call) {
+        if (call.starts_with("PI_ProgressValue(&")) {
+            QThread::msleep(20);
+            pumped.push_back(user->pumped);
+        }
+    };
+    searchAll();
+    host().onCall = nullptr;
+    ASSERT_EQ(pumped.size(), hits);
+    EXPECT_GE(pumped.back() - pumped.front(), hits - 1) << "after each";
 }
 
 TEST_F(Control, NamesADirectoryThatIsNotThere) {

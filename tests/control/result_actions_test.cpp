@@ -193,6 +193,7 @@ TEST_F(Control, HandsOutTheSelectedRows) {
     fs::remove_all(store.native("ward"));
     press("cmdSearchOptions(4)");
     EXPECT_EQ(user->beeps, 1) << "the dictation is gone";
+    EXPECT_NE(QToolTip::text(), button("cmdSearchOptions(4)").toolTip()) << "and one is selected";
 }
 
 } // namespace

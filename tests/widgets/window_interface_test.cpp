@@ -48,6 +48,22 @@ TEST_F(Boxes, AreAnsweredByKeys) {
         }
 }
 
+TEST_F(Boxes, AskInTheLanguageThatIsChosenMeanwhile) {
+    platform::MessageBox box;
+    box.text = "Really?";
+    box.buttons = platform::MessageButtons::yesNo;
+    QStringList asked;
+    QTimer::singleShot(0, [&] {
+        QMessageBox& shown = *openBox();
+        speakGerman(shown);
+        for (const QAbstractButton* button : shown.buttons())
+            asked << button->text();
+        QTest::keyClick(&shown, Qt::Key_Escape);
+    });
+    windows_->showMessage(box);
+    EXPECT_EQ(asked, QStringList({QStringLiteral("&Ja"), QStringLiteral("&Nein")}));
+}
+
 TEST(LastWindow, GivesWayToWhoWasThereBefore) {
     const tests::RecordingInterface before;
     {

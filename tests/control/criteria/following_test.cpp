@@ -107,6 +107,9 @@ TEST_F(Following, KeepsWhatIsSelected) {
     sortBy(5);
     EXPECT_EQ(columnTexts(5), "Anna; Anna; Berta; ");
     results().selectAll();
+    compare(false);
+    EXPECT_EQ(selectedRows(), "***");
+    compare(true);
     results().selectionModel()->select(model().index(0, 0),
                                        QItemSelectionModel::Deselect | QItemSelectionModel::Rows);
     compare(false);

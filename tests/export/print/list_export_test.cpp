@@ -11,6 +11,7 @@
 #include "widgets/text.h"
 
 #include <QProgressDialog>
+#include <regex>
 
 namespace ov {
 namespace {
@@ -74,6 +75,11 @@ TEST_F(ListExport, WritesTheRowsAsTheyAreShown) {
              EXPECT_EQ(dialog.selectedNameFilter(), QStringLiteral("CSV-Datei (*.csv)"));
          });
     EXPECT_EQ(read("again.csv").size(), all.size()) << "the last form is offered first";
+    write("local.ini",
+          std::regex_replace(read("local.ini"), std::regex("(ExportFolder=[^\r]*)"), "$1gone\\"));
+    focusRows();
+    save([this] { key(QKeySequence::Save); }, "again",
+         [&](QFileDialog& dialog) { EXPECT_TRUE(dialog.directory().exists()); });
 }
 
 TEST_F(ListExport, LeavesOutWhatTellsNothing) {
