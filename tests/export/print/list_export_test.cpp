@@ -4,14 +4,10 @@
 // Export and print as the user reaches them from the control.
 
 #include "dialogs/frmExportOptionsPrint.h"
-#include "export/print/export_progress.h"
-#include "support/language/text_ids.h"
 #include "tests/export/print/list_export_fixture.h"
 #include "tests/window/pdf_pages.h"
-#include "widgets/text.h"
 
 #include <QProgressDialog>
-#include <regex>
 
 namespace ov {
 namespace {
@@ -75,11 +71,6 @@ TEST_F(ListExport, WritesTheRowsAsTheyAreShown) {
              EXPECT_EQ(dialog.selectedNameFilter(), QStringLiteral("CSV-Datei (*.csv)"));
          });
     EXPECT_EQ(read("again.csv").size(), all.size()) << "the last form is offered first";
-    write("local.ini",
-          std::regex_replace(read("local.ini"), std::regex("(ExportFolder=[^\r]*)"), "$1gone\\"));
-    focusRows();
-    save([this] { key(QKeySequence::Save); }, "again",
-         [&](QFileDialog& dialog) { EXPECT_TRUE(dialog.directory().exists()); });
 }
 
 TEST_F(ListExport, LeavesOutWhatTellsNothing) {
@@ -236,15 +227,6 @@ TEST_F(ListExport, PrintsWhatTheDialogSays) {
     withDialog([this] { choose("Print"); },
                [this](QDialog& dialog) { printTo(dialog, native("missing/out.pdf")); });
     EXPECT_EQ(user->boxes.size(), 1U) << "that it failed";
-}
-
-TEST_F(ListExport, IsWholeAtItsEnd) {
-    openControl();
-    exporting::print::ExportProgress progress(text_id::exporting, &window(), [] { return false; });
-    EXPECT_TRUE(progress.part(1)(1));
-    const auto& bar = child<QProgressDialog>(window(), "ExportProgress");
-    EXPECT_EQ(bar.value(), bar.maximum());
-    EXPECT_EQ(bar.labelText(), widgets::text(text_id::exporting));
 }
 
 TEST_F(ListExport, CanBeStopped) {

@@ -1,9 +1,13 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
+#include "export/print/export_progress.h"
+#include "support/language/text_ids.h"
 #include "tests/export/print/list_export_fixture.h"
 #include "tests/window/pdf_pages.h"
+#include "widgets/text.h"
 
+#include <QProgressDialog>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSpinBox>
@@ -36,6 +40,15 @@ TEST_F(ListExport, EntriesOutliveTheirMenus) {
     chooseInList("Show log");
     EXPECT_TRUE(host().calls.back().starts_with("PI_LogView"));
     withDialog([&] { chooseInList("Choose columns"); }, escape, "frmSearchResultColumns");
+}
+
+TEST_F(ListExport, IsWholeAtItsEnd) {
+    openControl();
+    exporting::print::ExportProgress progress(text_id::exporting, &window(), [] { return false; });
+    EXPECT_TRUE(progress.part(1)(1));
+    const auto& bar = child<QProgressDialog>(window(), "ExportProgress");
+    EXPECT_EQ(bar.value(), bar.maximum());
+    EXPECT_EQ(bar.labelText(), widgets::text(text_id::exporting));
 }
 
 TEST_F(ListExport, PreviewTurnsPagesZoomsAndPrints) {
