@@ -1,7 +1,6 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 #include "catalogue/following/store_follower.h"
-#include "platform/posix/watch/mount_watch.h"
 #include "tests/catalogue/store_update_fixture.h"
 
 namespace ov::catalogue {
@@ -142,14 +141,6 @@ TEST_F(Follower, SeesWhatIsMounted) {
                        [&] { store.add(server + "/deep/three.WAV"); }};
         return tests::hasOwnMounts() && follows(store.path(root + "\\"), steps);
     }));
-    EXPECT_TRUE(tests::isTrueInChild([&] {
-        const std::string odd = store.addFolder("back\\slash").native("back\\slash");
-        if (!tests::hasOwnMounts())
-            return false;
-        platform::MountWatch watch(true);
-        watch.add(odd);
-        return tests::mountEmpty(odd) && watch.hasChanged() && !watch.hasChanged();
-    })) << "once";
 }
 
 // Others that update meanwhile are waited for, also at the beginning, and nothing that was told is

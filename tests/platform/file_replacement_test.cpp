@@ -117,6 +117,7 @@ TEST_F(Files, UnfinishedFilesDoNotStay) {
     constexpr std::size_t much = std::size_t{1} << 30U;
     constexpr int unused = MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE;
     void* const more = mmap(nullptr, much, PROT_NONE, unused, -1, 0);
+    EXPECT_NE(more, MAP_FAILED);
     EXPECT_TRUE(tests::isTrueInChild([&] { return replaceFile(store_.path("g"), "").ok(); }));
     munmap(more, much);
     EXPECT_TRUE(fileExists(store_.path(beside))) << "we are still writing it";

@@ -1,7 +1,9 @@
 // SPDX-FileCopyrightText: The OVSearch developers
 // SPDX-License-Identifier: MIT
 
+#include "platform/posix/watch/mount_watch.h"
 #include "platform/terminal/folder_watch.h"
+#include "tests/child_process.h"
 #include "tests/platform/files_fixture.h"
 #include "tests/wave_files.h"
 
@@ -180,6 +182,19 @@ TEST_F(Directories, ThatVanishOrCannotBeOpened) {
 }
 
 // Who goes on for months would come to the system's limit.
+TEST_F(Files, TellsOnceThatSomethingIsMounted) {
+    const std::string odd = store_.addFolder("back\\slash").native("back\\slash");
+    if (!tests::isTrueInChild([] { return tests::hasOwnMounts(); }))
+        GTEST_SKIP() << "needs the right to mount";
+    EXPECT_TRUE(tests::isTrueInChild([&] {
+        if (!tests::hasOwnMounts())
+            return false;
+        MountWatch watch(true);
+        watch.add(odd);
+        return tests::mountEmpty(odd) && watch.hasChanged() && !watch.hasChanged();
+    }));
+}
+
 TEST_F(Files, WatchesNoFolderThatWasMovedAway) {
     const tests::TemporaryStore elsewhere;
     store_.add("ward/a/b/one.WAV");
